@@ -1,0 +1,18 @@
+# What a person building applist can choose, and where the results go.
+set(APPLIST_PLATFORM_PORT "desktop" CACHE STRING "The platform port: a folder of platform/")
+set(APPLIST_PLATFORM_DIR "${PROJECT_SOURCE_DIR}/platform/${APPLIST_PLATFORM_PORT}"
+    CACHE PATH "The port's folder, for a port kept outside this tree")
+set(APPLIST_SANITIZE "" CACHE STRING "Sanitizers for -fsanitize, separated by commas")
+option(APPLIST_FUZZ "Build the fuzz targets (clang only)" OFF)
+set(APPLIST_OUTPUT_ROOT "${PROJECT_BINARY_DIR}" CACHE PATH "Programs go to bin/ here, their data to share/")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# The tree under the output root has the shape of an installed one, so that programs find their
+# data relative to themselves in both.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${APPLIST_OUTPUT_ROOT}/bin")
+set(APPLIST_OUTPUT_SHARE "${APPLIST_OUTPUT_ROOT}/share")
+set(APPLIST_TEST_BIN "${PROJECT_BINARY_DIR}/tests/bin")

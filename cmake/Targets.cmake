@@ -1,0 +1,40 @@
+# A library whose public headers are verified to stand alone.
+#   applist_add_library(NAME ROOT include-root HEADERS ... SOURCES ... LINK PUBLIC-targets ...)
+function(applist_add_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "ROOT" "HEADERS;SOURCES;LINK;PRIVATE_LINK")
+    if(arg_SOURCES)
+        add_library(${name} STATIC ${arg_SOURCES})
+        set(scope PUBLIC)
+        target_link_libraries(${name} PRIVATE ${arg_PRIVATE_LINK})
+    else()
+        add_library(${name} INTERFACE)
+        set(scope INTERFACE)
+    endif()
+    target_sources(${name} ${scope} FILE_SET HEADERS BASE_DIRS "${arg_ROOT}" FILES ${arg_HEADERS})
+    target_link_libraries(${name} ${scope} ${arg_LINK})
+endfunction()
+
+# A test program whose cases ctest runs each in a process of its own.
+#   applist_add_test(NAME LABEL unit|bus|ui|e2e SOURCES ... LINK ... [TIMEOUT s] [DEPENDS ...])
+# DEPENDS names programs that the test starts; they are found in $APPLIST_BIN.
+function(applist_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "SOURCES;LINK;DEPENDS;ENVIRONMENT")
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${APPLIST_TEST_BIN}")
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_link_libraries(${name} PRIVATE ${arg_LINK} GTest::gmock GTest::gtest_main)
+    if(arg_DEPENDS)
+        add_dependencies(${name} ${arg_DEPENDS})
+    endif()
+    include(GoogleTest)
+    gtest_discover_tests(${name}
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        PROPERTIES
+            LABELS ${arg_LABEL}
+            TIMEOUT ${arg_TIMEOUT}
+            ENVIRONMENT "APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};${arg_ENVIRONMENT}")
+endfunction()

@@ -1,0 +1,23 @@
+/* Copyright (c) 2026 the applist authors
+ * SPDX-License-Identifier: Apache-2.0 */
+#pragma once
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The set's settings: typed values under slash-separated keys. Keys under "db/" outlive a reboot,
+ * keys under "memory/" do not. Any thread; each call reads the store anew.
+ *
+ * Both functions return 0 and write *value, or return a negative number and leave *value alone: a
+ * key that is missing, has another type or cannot be read is a failure, never a default. */
+
+/* Reads a truth value as 0 or 1. */
+int vconf_get_bool(const char* key, int* value);
+
+/* Reads a 32-bit signed number. */
+int vconf_get_int(const char* key, int* value);
+
+#ifdef __cplusplus
+}
+#endif

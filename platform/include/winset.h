@@ -1,0 +1,17 @@
+/* Copyright (c) 2026 the applist authors
+ * SPDX-License-Identifier: Apache-2.0 */
+#pragma once
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct _Eo Evas_Object;
+
+/* Sends a number to the theme object of a widget, by which the set's theme picks one of its own
+ * variants. A platform whose theme knows no such messages ignores it. Main thread only. */
+void edje_object_message_send_to_winset(Evas_Object* widget, int message);
+
+#ifdef __cplusplus
+}
+#endif

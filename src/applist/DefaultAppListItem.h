@@ -1,0 +1,22 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "applist/AppListItem.h"
+
+/// The plain item: two strings, fixed at construction.
+class DefaultAppListItem : public AppListItem {
+public:
+    /// Name and id both empty: the item that stands for no item.
+    DefaultAppListItem() = default;
+    DefaultAppListItem(const std::string& visibleName, const std::string& uniqueId);
+
+    std::string GetVisibleName() override;
+    std::string GetUnigueId() override;
+
+private:
+    std::string m_visibleName;
+    std::string m_uniqueId;
+};

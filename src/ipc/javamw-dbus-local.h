@@ -1,0 +1,129 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "PTMutex.h"
+
+// GIO's types by name only, so that this header can be used without GIO.
+typedef struct _GDBusConnection GDBusConnection;
+typedef struct _GDBusInterfaceVTable GDBusInterfaceVTable;
+typedef struct _GDBusMethodInvocation GDBusMethodInvocation;
+typedef struct _GDBusNodeInfo GDBusNodeInfo;
+typedef struct _GDBusProxy GDBusProxy;
+typedef struct _GVariant GVariant;
+
+/// What the transport knows of one partner. It owns the resources that its ids and the proxy name.
+struct ConnectionPartner {
+    std::string uniqueName;             ///< The key of the record while the partner is live.
+    uint32_t watchId = 0;               ///< Watch on the partner's unique name.
+    GDBusProxy* proxy = nullptr;        ///< Proxy of the partner's object; held, never called.
+    uint32_t signalSubscriptionId = 0;  ///< Subscription to the partner's signals.
+    int32_t state = 0;                  ///< 0 not established, 2 SYN seen, 3 connected.
+};
+
+/// The bus channel between the application and the broadcast middleware.
+///
+/// Connects to the system bus, exports one object with the method "Send", finds its partners by a
+/// three-way handshake of bus names and carries opaque bytes: calls from a partner with a reply,
+/// and signals in both directions. It never looks inside the bytes.
+///
+/// Main thread only: GIO calls back on the thread whose default main context it uses. The mutex
+/// guards the partner map in the handshake callbacks, which hold it during HandleConnectionReady().
+/// No operation reports a failure to its caller; each is a log line, and the channel goes on as far
+/// as it can.
+class JavaMWDbusLocal {
+public:
+    static const char* const INTERFACE_XML;
+    static constexpr const char* JAVAMW_DBUS_OBJ_NAME = "/org/vantu/javamw/CommunicationChannel";
+    static const GDBusInterfaceVTable m_vtable;
+    static constexpr const char* JAVAMW_DBUS_PREFIX = "org.vantu.JavaMW";
+    static constexpr const char* LISTEN_PREFIX = "_CLIENT";
+    static constexpr const char* JAVAMW_DBUS_SYN_SUFFIX = "_SYN";
+    static constexpr const char* JAVAMW_DBUS_SYNACK_SUFFIX = "_SYN_ACK";
+    static constexpr const char* JAVAMW_DBUS_ACK_SUFFIX = "_ACK";
+    static constexpr const char* BROADCAST_PREFIX = "_SERVICE";
+    static constexpr const char* JAVAMW_DBUS_OBJ_IFACE = "org.vantu.javamw.DbusCommunication";
+    static constexpr const char* JAVAMW_DBUS_SIG_NAME = "SendSignal";
+    static constexpr const char* JAVAMW_DBUS_OBJ_METHOD = "Send";
+
+    /// Connects, exports the object, subscribes to the partner's announcements and announces the
+    /// application. name is the channel's: the last element of the object path and of the
+    /// handshake names. Without a bus the object is built all the same and reaches nobody.
+    explicit JavaMWDbusLocal(std::string name);
+    virtual ~JavaMWDbusLocal();
+    JavaMWDbusLocal(const JavaMWDbusLocal&) = delete;
+    JavaMWDbusLocal& operator=(const JavaMWDbusLocal&) = delete;
+    JavaMWDbusLocal(JavaMWDbusLocal&&) = delete;
+    JavaMWDbusLocal& operator=(JavaMWDbusLocal&&) = delete;
+
+    /// Announces name by owning it for an instant: who listens learns this connection's unique
+    /// name from the release. Blocks for two calls to the bus daemon.
+    void BroadcastName(std::string& name);
+
+    /// Calls to a partner are not supported: sends nothing and returns an empty vector.
+    std::vector<char> SendMessage(std::vector<char>& data);
+
+    /// Emits data as a signal to one connected partner, named by its unique bus name. Does not wait
+    /// for the partner.
+    void SendNotification(std::vector<char>& data, const std::string& partner);
+
+    /// Emits data to every partner, in the order of their unique names.
+    void SendNotification(std::vector<char>& data);
+
+    /// Returns true iff the handshake with the partner is complete. Asking for an unknown name
+    /// leaves an empty record under it.
+    bool IsConnectionReady(const std::string& partner);
+
+    /// Upcall for each incoming call; data is its whole payload. Returns the whole reply.
+    virtual std::vector<char> HandleMessage(std::vector<char>& data);
+
+    /// Upcall for each incoming signal; data is its whole payload.
+    virtual void HandleNotification(std::vector<char>& data);
+
+    /// Upcall when a partner has become connected (ready) or was lost. Comes with the mutex held:
+    /// an override may send notifications and ask IsConnectionReady(), which take no lock.
+    virtual void HandleConnectionReady(bool ready, const std::string& partner);
+
+    // Callbacks for GIO, each with the object as user_data.
+    static void cb_MethodCall(GDBusConnection* connection, const char* sender,
+                              const char* object_path, const char* interface_name,
+                              const char* method_name, GVariant* parameters,
+                              GDBusMethodInvocation* invocation, void* user_data);
+    static void cb_SignalCall(GDBusConnection* connection, const char* sender,
+                              const char* object_path, const char* interface_name,
+                              const char* signal_name, GVariant* parameters, void* user_data);
+    static void cb_SynNameOwnerChanged(GDBusConnection* connection, const char* sender,
+                                       const char* object_path, const char* interface_name,
+                                       const char* signal_name, GVariant* parameters,
+                                       void* user_data);
+    static void cb_SynAckNameOwnerChanged(GDBusConnection* connection, const char* sender,
+                                          const char* object_path, const char* interface_name,
+                                          const char* signal_name, GVariant* parameters,
+                                          void* user_data);
+    static void cb_AckNameOwnerChanged(GDBusConnection* connection, const char* sender,
+                                       const char* object_path, const char* interface_name,
+                                       const char* signal_name, GVariant* parameters,
+                                       void* user_data);
+    static void cb_PartnerNameVanished(GDBusConnection* connection, const char* name,
+                                       void* user_data);
+
+private:
+    std::string m_name;
+    std::string m_uniqueName;
+    std::string m_objectPath;
+    GDBusNodeInfo* m_introspectionData = nullptr;
+    uint32_t m_ownerId = 0;         ///< No operation owns a name for long; stays 0.
+    uint32_t m_registrationId = 0;  ///< Never unregistered: the object goes with the connection.
+    uint32_t m_synSubscriptionId = 0;
+    uint32_t m_synAckSubscriptionId = 0;
+    uint32_t m_ackSubscriptionId = 0;
+    std::map<std::string, ConnectionPartner> m_partner;
+    int m_announced = 0;
+    GDBusConnection* m_connection = nullptr;
+    PTMutex m_mutex;
+};

@@ -1,0 +1,30 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "fakes/FakeApp.h"
+
+namespace applist::test {
+
+FakeApp& TheApp() {
+    static FakeApp app;
+    return app;
+}
+
+}  // namespace applist::test
+
+using applist::test::TheApp;
+
+extern "C" int ui_app_main(int /*argc*/, char** /*argv*/, ui_app_callbacks* callbacks,
+                           void* user_data) {
+    TheApp().runs.push_back(*callbacks);
+    TheApp().userData.push_back(user_data);
+    return TheApp().result;
+}
+
+extern "C" void ui_app_exit(void) {
+    ++TheApp().exits;
+}
+
+extern "C" Evas_Object* app_get_preinitialized_window(const char* name) {
+    TheApp().windowRequests.emplace_back(name);
+    return TheApp().preinitializedWindow;
+}

@@ -1,0 +1,31 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app.h"
+
+/// The application framework as a recorder. Linking it provides ui_app_main(), ui_app_exit() and
+/// app_get_preinitialized_window().
+namespace applist::test {
+
+struct FakeApp {
+    /// How often ui_app_exit() was called.
+    int exits = 0;
+    /// The names under which app_get_preinitialized_window() was asked.
+    std::vector<std::string> windowRequests;
+    /// What app_get_preinitialized_window() answers.
+    Evas_Object* preinitializedWindow = nullptr;
+    /// The tables and user data that ui_app_main() received.
+    std::vector<ui_app_callbacks> runs;
+    std::vector<void*> userData;
+    /// What ui_app_main() returns.
+    int result = 0;
+};
+
+/// The one framework of the process; tests assign FakeApp{} to start afresh.
+FakeApp& TheApp();
+
+}  // namespace applist::test

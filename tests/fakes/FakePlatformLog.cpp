@@ -1,0 +1,88 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "fakes/FakePlatformLog.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <regex>
+
+#include <gtest/gtest.h>
+
+#include "platform_log.h"
+
+namespace applist::test {
+namespace {
+
+std::vector<LogLine>& Lines() {
+    static std::vector<LogLine> lines;
+    return lines;
+}
+
+std::string Format(const char* format, va_list arguments) {
+    va_list measured;
+    va_copy(measured, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, measured);
+    va_end(measured);
+    std::string text(static_cast<size_t>(length) + 1, '\0');
+    std::vsnprintf(text.data(), text.size(), format, arguments);
+    text.pop_back();
+    return text;
+}
+
+LogLine Parse(int priority, const std::string& text) {
+    static const std::regex prefix(R"(^([^/:]+): ([^(]+)\((\d+)\) > \[([^:]+):(\d+)\] )");
+    std::smatch match;
+    if (!std::regex_search(text, match, prefix)) {
+        ADD_FAILURE() << "log line without its prefix: " << text;
+        return {priority, text, "", ""};
+    }
+    EXPECT_EQ(match[2], match[4]) << text;
+    EXPECT_EQ(match[3], match[5]) << text;
+    return {priority, match.suffix(), match[1], match[2]};
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, const LogLine& line) {
+    return out << line.priority << " " << testing::PrintToString(line.message);
+}
+
+LogLine Debug(std::string message) {
+    return {PLATFORM_LOG_DEBUG, std::move(message), "", ""};
+}
+LogLine Info(std::string message) {
+    return {PLATFORM_LOG_INFO, std::move(message), "", ""};
+}
+LogLine Error(std::string message) {
+    return {PLATFORM_LOG_ERROR, std::move(message), "", ""};
+}
+
+const std::vector<LogLine>& Log() {
+    return Lines();
+}
+
+std::vector<std::string> LogMessages() {
+    std::vector<std::string> messages;
+    for (const LogLine& line : Lines()) {
+        messages.push_back(line.message);
+    }
+    return messages;
+}
+
+void ClearLog() {
+    Lines().clear();
+}
+
+}  // namespace applist::test
+
+extern "C" int __dlog_print(int log_id, int priority, const char* tag, const char* format, ...) {
+    using applist::test::Lines;
+    EXPECT_EQ(log_id, PLATFORM_LOG_MAIN);
+    EXPECT_STREQ(tag, "applist");
+    va_list arguments;
+    va_start(arguments, format);
+    const std::string text = applist::test::Format(format, arguments);
+    va_end(arguments);
+    Lines().push_back(applist::test::Parse(priority, text));
+    return static_cast<int>(text.size());
+}

@@ -1,0 +1,40 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+/// A platform log that keeps what is written, for tests to assert on. Linking it provides
+/// __dlog_print().
+namespace applist::test {
+
+/// One written line, taken apart.
+struct LogLine {
+    int priority = 0;
+    /// What follows the position prefix, line ends included.
+    std::string message;
+    /// From the prefix.
+    std::string file;
+    std::string function;
+
+    bool operator==(const LogLine& other) const {
+        return priority == other.priority && message == other.message;
+    }
+};
+std::ostream& operator<<(std::ostream& out, const LogLine& line);
+
+/// Builders for expectations; they compare by priority and message.
+LogLine Debug(std::string message);
+LogLine Info(std::string message);
+LogLine Error(std::string message);
+
+/// All lines since the last ClearLog(), oldest first. A line with a wrong tag, log id or prefix
+/// fails the running test where it is written.
+const std::vector<LogLine>& Log();
+/// The messages alone, any priority.
+std::vector<std::string> LogMessages();
+void ClearLog();
+
+}  // namespace applist::test

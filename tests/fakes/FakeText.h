@@ -1,0 +1,15 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+/// A catalogue that knows every id. Linking it provides i18n_get_text().
+namespace applist::test {
+
+/// The text that i18n_get_text() gives for an id: visibly not the id itself.
+inline std::string TranslationOf(const std::string& messageId) {
+    return "translated(" + messageId + ")";
+}
+
+}  // namespace applist::test
