@@ -48,6 +48,10 @@ void KeyFile::Free::operator()(GKeyFile* file) const {
 KeyFile::KeyFile() : m_file(g_key_file_new()) {}
 
 Reading<KeyFile> KeyFile::Parse(std::string_view content) {
+    // What a file system may leave after a loss of power; the parser takes it for the file's end.
+    if (content.find('\0') != std::string_view::npos) {
+        return {{}, "damaged: it holds zero bytes"};
+    }
     KeyFile file;
     g_autoptr(GError) error = nullptr;
     if (g_key_file_load_from_data(file.m_file.get(), content.data(), content.size(),
