@@ -12,6 +12,8 @@ using VisibleSet = Platformctl;
 
 TEST_F(VisibleSet, FollowsTheRegion) {
     Do({"set", DATA_SERVICE, "int", "4"});
+    Do({"set", AUTORUN, "bool", "true"});
+    Do({"set", AUTOSTART, "int", "1"});
     for (const auto& [region, answer] : {std::pair{"italy", "hidden\n  factory 194: 8\n"},
                                          {"brazil", "shown\n  factory 194: 81\n"},
                                          {"argentina", "shown\n  factory 194: 84\n"},
