@@ -53,8 +53,10 @@ Reading<KeyFile> KeyFile::Parse(std::string_view content) {
         return {{}, "damaged: it holds zero bytes"};
     }
     KeyFile file;
+    // The parser takes a last line without its end for another one than with it.
+    const std::string text = std::string(content) + (content.ends_with('\n') ? "" : "\n");
     g_autoptr(GError) error = nullptr;
-    if (g_key_file_load_from_data(file.m_file.get(), content.data(), content.size(),
+    if (g_key_file_load_from_data(file.m_file.get(), text.data(), text.size(),
                                   G_KEY_FILE_KEEP_COMMENTS, &error) == FALSE) {
         return {{}, std::string("damaged: ") + error->message};
     }

@@ -92,6 +92,20 @@ TEST_F(SettingsStore, KeepsWhatElseStandsInTheFile) {
     EXPECT_EQ(ReadSetting("db/b").value, Setting(2));
 }
 
+TEST_F(SettingsStore, DoesNotGrowWithEachWrite) {
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_EQ(WriteSetting("db/a", i), std::nullopt);
+    }
+    EXPECT_EQ(m_root.Content(PERSISTENT), "[settings]\ndb/a=int:2\n");
+}
+
+TEST_F(SettingsStore, ReadsALastLineWithoutItsEnd) {
+    for (const char* end : {"", "\r", "\n", "\r\n"}) {
+        m_root.Write(PERSISTENT, std::string("[settings]\ndb/a=int:5") + end);
+        EXPECT_EQ(ReadSetting("db/a").value, Setting(5));
+    }
+}
+
 TEST_F(SettingsStore, RemovesAKeyAndNoOther) {
     ASSERT_EQ(WriteSetting("db/a", 1), std::nullopt);
     ASSERT_EQ(WriteSetting("db/b", 2), std::nullopt);
