@@ -1,1 +1,234 @@
-// placeholder
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "applist/DefaultAppListModel.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "Log.h"
+#include "applist/DefaultAppListItem.h"
+
+namespace {
+
+template <typename Listener>
+void AddOnce(std::vector<Listener*>& listeners, Listener* listener) {
+    if (std::find(listeners.begin(), listeners.end(), listener) == listeners.end()) {
+        listeners.push_back(listener);
+    }
+}
+
+// The low bits of an address tell listeners apart well enough for a log line.
+int AddressForLog(const void* listener) {
+    return static_cast<int>(reinterpret_cast<std::intptr_t>(listener));
+}
+
+}  // namespace
+
+DefaultAppListModel::DefaultAppListModel()
+    : m_selection(nullptr), m_emptyItem(new DefaultAppListItem) {
+    m_selection = m_emptyItem;
+}
+
+DefaultAppListModel::~DefaultAppListModel() {
+    delete m_emptyItem;
+}
+
+void DefaultAppListModel::SetSelection(AppListItem* item) {
+    if (item == nullptr || item->GetUnigueId().empty()) {
+        m_selection = m_emptyItem;
+        return;
+    }
+    if (IsSelected(item)) {
+        return;
+    }
+    const auto listed = Find(item);
+    if (listed == m_items.end()) {
+        return;
+    }
+    m_selection = *listed;
+    NotifySelected();
+}
+
+AppListItem* DefaultAppListModel::GetSelection() {
+    return m_selection;
+}
+
+std::vector<AppListItem*> DefaultAppListModel::GetAllItems() {
+    return m_items;
+}
+
+void DefaultAppListModel::SetClicked(AppListItem* item) {
+    LOG_DEBUG("Menu item clicked: [name: %s, unique id: %s]", item->GetVisibleName().c_str(),
+              item->GetUnigueId().c_str());
+    LOG_DEBUG("Number of clicked listeners: %d", static_cast<int>(m_clickListeners.size()));
+    for (ItemClickListener* listener : m_clickListeners) {
+        listener->ItemClicked(this);
+    }
+}
+
+void DefaultAppListModel::RemoveAllItems() {
+    if (m_items.empty()) {
+        return;
+    }
+    m_items.clear();
+    m_selection = m_emptyItem;
+    NotifyChanged();
+    NotifySelected();
+}
+
+void DefaultAppListModel::AddItems(const std::vector<AppListItem*>& items) {
+    LOG_DEBUG("AddItems");
+    const size_t countBefore = m_items.size();
+    for (AppListItem* item : items) {
+        if (!IsListed(item)) {
+            m_items.push_back(item);
+        }
+    }
+    if (m_items.size() > countBefore) {
+        NotifyChanged();
+    }
+    if (IsSelectionEmpty() && !m_items.empty()) {
+        SelectAdded(m_items.front());
+    }
+}
+
+void DefaultAppListModel::AddItemAtEnd(AppListItem* item) {
+    if (!IsListed(item)) {
+        m_items.push_back(item);
+        LOG_DEBUG("New applist item is: [name: %s, unique id: %s]", item->GetVisibleName().c_str(),
+                  item->GetUnigueId().c_str());
+        NotifyChanged();
+    }
+    if (IsSelectionEmpty()) {
+        SelectAdded(item);
+    }
+}
+
+void DefaultAppListModel::RemoveItem(AppListItem* item) {
+    const auto removed = Find(item);
+    if (removed == m_items.end()) {
+        return;
+    }
+    const bool selectionChanged = IsSelected(*removed);
+    if (selectionChanged) {
+        AppListItem* nearest = FindNearestItem(*removed);
+        if (nearest != nullptr) {
+            LOG_DEBUG("Found new item to be selected");
+            m_selection = nearest;
+        } else {
+            LOG_DEBUG("Make empty selection");
+            m_selection = m_emptyItem;
+        }
+    }
+    m_items.erase(removed);
+    LOG_DEBUG("Removed item form list");
+    NotifyChangedThenSelected(selectionChanged);
+}
+
+void DefaultAppListModel::ModifyItem(AppListItem* oldItem, AppListItem* newItem) {
+    const auto replaced = Find(oldItem);
+    if (replaced == m_items.end()) {
+        return;
+    }
+    const bool selectionChanged = IsSelected(*replaced);
+    if (selectionChanged) {
+        m_selection = newItem;
+        LOG_DEBUG("Selection cleared");
+    }
+    *replaced = newItem;
+    LOG_DEBUG("Replaced item");
+    NotifyChangedThenSelected(selectionChanged);
+}
+
+int DefaultAppListModel::GetItemsCount() {
+    return static_cast<int>(m_items.size());
+}
+
+void DefaultAppListModel::AddItemSelectionListener(ItemSelectionListener* listener) {
+    LOG_DEBUG("AddItemSelectionListener, listener address :%d", AddressForLog(listener));
+    AddOnce(m_selectionListeners, listener);
+}
+
+void DefaultAppListModel::RemoveItemSelectionListener(ItemSelectionListener* listener) {
+    std::erase(m_selectionListeners, listener);
+}
+
+void DefaultAppListModel::AddItemChangeListener(ItemChangeListener* listener) {
+    LOG_DEBUG("AddItemChangeListener, listener address :%d", AddressForLog(listener));
+    AddOnce(m_changeListeners, listener);
+}
+
+void DefaultAppListModel::RemoveItemChangeListener(ItemChangeListener* listener) {
+    std::erase(m_changeListeners, listener);
+}
+
+void DefaultAppListModel::AddItemClickedListener(ItemClickListener* listener) {
+    LOG_DEBUG("AddItemClickedListener, listener address :%d", AddressForLog(listener));
+    AddOnce(m_clickListeners, listener);
+}
+
+void DefaultAppListModel::RemoveItemClickedListener(ItemClickListener* listener) {
+    std::erase(m_clickListeners, listener);
+}
+
+AppListItem* DefaultAppListModel::FindNearestItem(AppListItem* item) {
+    if (m_items.size() < 2) {
+        LOG_DEBUG("Item list is empty or there is one item that can not be qualified as nearest");
+        return nullptr;
+    }
+    const auto position = Find(item);
+    if (position == m_items.end()) {
+        return nullptr;
+    }
+    if (position + 1 != m_items.end()) {
+        LOG_DEBUG("Next element is nearest");
+        return *(position + 1);
+    }
+    // Of two or more items the last one always has one before it.
+    LOG_DEBUG("Previous element is nearest");
+    return *(position - 1);
+}
+
+DefaultAppListModel::Items::iterator DefaultAppListModel::Find(AppListItem* item) {
+    return std::find_if(m_items.begin(), m_items.end(), ApplistItemComparator(item));
+}
+
+bool DefaultAppListModel::IsListed(AppListItem* item) {
+    return Find(item) != m_items.end();
+}
+
+bool DefaultAppListModel::IsSelected(AppListItem* item) {
+    return m_selection->GetUnigueId() == item->GetUnigueId();
+}
+
+// By id and never by address: an item with an empty id is no selection either.
+bool DefaultAppListModel::IsSelectionEmpty() {
+    return IsSelected(m_emptyItem);
+}
+
+void DefaultAppListModel::SelectAdded(AppListItem* item) {
+    m_selection = item;
+    LOG_DEBUG("There is not selected item. Make newly added Item selected");
+    NotifySelected();
+}
+
+void DefaultAppListModel::NotifyChanged() {
+    for (ItemChangeListener* listener : m_changeListeners) {
+        listener->ItemChanged(this);
+    }
+}
+
+void DefaultAppListModel::NotifySelected() {
+    for (ItemSelectionListener* listener : m_selectionListeners) {
+        listener->ItemSelected(this);
+    }
+}
+
+void DefaultAppListModel::NotifyChangedThenSelected(bool selectionChanged) {
+    NotifyChanged();
+    LOG_DEBUG("Sent item change event");
+    if (selectionChanged) {
+        NotifySelected();
+        LOG_DEBUG("Selection has been modified. Sent item selection event");
+    }
+}

@@ -56,6 +56,9 @@ LogLine Info(std::string message) {
 LogLine Error(std::string message) {
     return {PLATFORM_LOG_ERROR, std::move(message), "", ""};
 }
+LogLine Event(std::string event) {
+    return {0, std::move(event), "", ""};
+}
 
 const std::vector<LogLine>& Log() {
     return Lines();
@@ -71,6 +74,10 @@ std::vector<std::string> LogMessages() {
 
 void ClearLog() {
     Lines().clear();
+}
+
+void Note(std::string event) {
+    Lines().push_back(Event(std::move(event)));
 }
 
 }  // namespace applist::test

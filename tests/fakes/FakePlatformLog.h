@@ -29,6 +29,7 @@ std::ostream& operator<<(std::ostream& out, const LogLine& line);
 LogLine Debug(std::string message);
 LogLine Info(std::string message);
 LogLine Error(std::string message);
+LogLine Event(std::string event);
 
 /// All lines since the last ClearLog(), oldest first. A line with a wrong tag, log id or prefix
 /// fails the running test where it is written.
@@ -36,5 +37,8 @@ const std::vector<LogLine>& Log();
 /// The messages alone, any priority.
 std::vector<std::string> LogMessages();
 void ClearLog();
+/// Puts an event of the test's own behind the lines so far, for the order between the two. Fakes
+/// that take part in such an order note what is done to them.
+void Note(std::string event);
 
 }  // namespace applist::test

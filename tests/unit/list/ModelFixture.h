@@ -1,0 +1,39 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "applist/DefaultAppListItem.h"
+#include "applist/DefaultAppListModel.h"
+#include "fakes/FakePlatformLog.h"
+#include "fakes/RecordingListener.h"
+
+namespace applist::test {
+
+/// A model with one listener, and items to put into it.
+class ModelFixture : public testing::Test {
+protected:
+    ModelFixture() {
+        view.ListenTo(model);
+        ClearLog();
+    }
+
+    /// Lists the items with the selection given, null for none, and forgets what that wrote.
+    void Fill(const std::vector<AppListItem*>& items, AppListItem* selection) {
+        model.AddItems(items);
+        model.SetSelection(selection);
+        ClearLog();
+    }
+
+    DefaultAppListItem a{"Alpha", "a"};
+    DefaultAppListItem b{"Beta", "b"};
+    DefaultAppListItem c{"Gamma", "c"};
+    DefaultAppListItem noItem;
+    RecordingListener view{"view"};
+    DefaultAppListModel model;
+};
+
+}  // namespace applist::test

@@ -1,0 +1,131 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cstdint>
+#include <string>
+
+#include "unit/list/ModelFixture.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace applist::test {
+namespace {
+
+/// An address as the log shows it, given the interface that the model sees.
+template <typename Interface>
+std::string Address(Interface* listener) {
+    return std::to_string(static_cast<int>(reinterpret_cast<std::intptr_t>(listener)));
+}
+
+class DefaultAppListModelListeners : public testing::Test {
+protected:
+    DefaultAppListModelListeners() { ClearLog(); }
+
+    DefaultAppListItem a{"Alpha", "a"};
+    DefaultAppListItem b{"Beta", "b"};
+    RecordingListener first{"first"};
+    RecordingListener second{"second"};
+    DefaultAppListModel model;
+};
+
+TEST_F(DefaultAppListModelListeners, AreLoggedWithTheirAddresses) {
+    first.ListenTo(model);
+    const std::string selection = Address<ItemSelectionListener>(&first);
+    const std::string change = Address<ItemChangeListener>(&first);
+    const std::string click = Address<ItemClickListener>(&first);
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("AddItemSelectionListener, listener address :" + selection),
+                            Debug("AddItemChangeListener, listener address :" + change),
+                            Debug("AddItemClickedListener, listener address :" + click)));
+    EXPECT_EQ(Log()[0].file, "DefaultAppListModel.cpp");
+    EXPECT_EQ(Log()[0].function, "AddItemSelectionListener");
+}
+
+TEST_F(DefaultAppListModelListeners, AreLoggedBeforeADuplicateIsIgnored) {
+    first.ListenTo(model);
+    ClearLog();
+    first.ListenTo(model);
+    EXPECT_EQ(Log().size(), 3U);
+}
+
+TEST_F(DefaultAppListModelListeners, HearOnceHoweverOftenTheyRegister) {
+    first.ListenTo(model);
+    first.ListenTo(model);
+    model.AddItems({&a});
+    ClearLog();
+    model.RemoveAllItems();
+    model.SetClicked(&a);
+    EXPECT_THAT(Log(),
+                ElementsAre(Event("first changed []"), Event("first selected []"),
+                            Debug("Menu item clicked: [name: Alpha, unique id: a]"),
+                            Debug("Number of clicked listeners: 1"), Event("first clicked []")));
+}
+
+TEST_F(DefaultAppListModelListeners, HearInTheOrderOfRegistrationChangesFirst) {
+    second.ListenTo(model);
+    first.ListenTo(model);
+    ClearLog();
+    model.AddItemAtEnd(&a);
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("New applist item is: [name: Alpha, unique id: a]"),
+                            Event("second changed [a]"), Event("first changed [a]"),
+                            Debug("There is not selected item. Make newly added Item selected"),
+                            Event("second selected [a*]"), Event("first selected [a*]")));
+}
+
+TEST_F(DefaultAppListModelListeners, HearNothingOnceRemoved) {
+    first.ListenTo(model);
+    second.ListenTo(model);
+    ClearLog();
+    model.RemoveItemSelectionListener(&first);
+    model.RemoveItemChangeListener(&first);
+    model.RemoveItemClickedListener(&first);
+    EXPECT_THAT(Log(), IsEmpty());
+    model.AddItemAtEnd(&a);
+    model.SetClicked(&a);
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("New applist item is: [name: Alpha, unique id: a]"),
+                            Event("second changed [a]"),
+                            Debug("There is not selected item. Make newly added Item selected"),
+                            Event("second selected [a*]"),
+                            Debug("Menu item clicked: [name: Alpha, unique id: a]"),
+                            Debug("Number of clicked listeners: 1"), Event("second clicked [a*]")));
+}
+
+TEST_F(DefaultAppListModelListeners, KeepTheirOrderWhenOneIsRemoved) {
+    RecordingListener third("third");
+    first.ListenTo(model);
+    second.ListenTo(model);
+    third.ListenTo(model);
+    model.RemoveItemChangeListener(&second);
+    model.AddItems({&a});
+    ClearLog();
+    model.AddItems({&b});
+    EXPECT_THAT(Log(), ElementsAre(Debug("AddItems"), Event("first changed [a* b]"),
+                                   Event("third changed [a* b]")));
+}
+
+TEST_F(DefaultAppListModelListeners, MayBeUnknownToTheirRemoval) {
+    first.ListenTo(model);
+    ClearLog();
+    model.RemoveItemSelectionListener(&second);
+    model.RemoveItemChangeListener(&second);
+    model.RemoveItemClickedListener(&second);
+    model.AddItems({&a});
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("AddItems"), Event("first changed [a]"),
+                            Debug("There is not selected item. Make newly added Item selected"),
+                            Event("first selected [a*]")));
+}
+
+TEST_F(DefaultAppListModelListeners, MayRegisterForOneKindOnly) {
+    model.AddItemChangeListener(&first);
+    ClearLog();
+    model.AddItems({&a});
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("AddItems"), Event("first changed [a]"),
+                            Debug("There is not selected item. Make newly added Item selected")));
+}
+
+}  // namespace
+}  // namespace applist::test
