@@ -251,6 +251,12 @@ void XDisplay::Uncover() {
     XSync(m_display, False);
 }
 
+void XDisplay::PaintRoot(uint32_t colour) {
+    XSetWindowBackground(m_display, m_root, colour);
+    XClearWindow(m_display, m_root);
+    XSync(m_display, False);
+}
+
 uint32_t XDisplay::Pixel(int x, int y) const {
     const auto image = Grab(m_display, m_root, x, y, 1, 1);
     return image ? static_cast<uint32_t>(XGetPixel(image.get(), 0, 0)) & COLOUR_MASK : 0;

@@ -65,6 +65,8 @@ public:
     void Cover();
     void Uncover();
 
+    /// Fills the background, which stands for the broadcast, with one colour 0xRRGGBB.
+    void PaintRoot(uint32_t colour);
     /// The colour of one pixel of the screen as 0xRRGGBB.
     uint32_t Pixel(int x, int y) const;
     /// True iff some pixel of the screen has this colour.

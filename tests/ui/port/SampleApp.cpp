@@ -9,6 +9,8 @@
 //   --exit-in WHERE   asks for its end, three times, in "create" or "launch"
 //   --elm-exit        ends the toolkit's loop by itself in the first launch
 //   --exit-on-second  a second launch ends it
+//   --watch-bus       tells when the session bus has gone, and that it is still there a little
+//   later
 //   --complain        GLib, GLib's bus watches and the toolkit complain once each
 
 #include <Elementary.h>
@@ -34,6 +36,7 @@ struct Sample {
     bool refuse = false;
     bool elmExit = false;
     bool exitOnSecond = false;
+    bool watchBus = false;
     bool complain = false;
     std::string exitIn;
 
@@ -115,6 +118,21 @@ void Complain() {
     LOG_ERROR("an error line\n\n");
 }
 
+Eina_Bool OnLater(void*) {
+    std::puts("still here");
+    return ECORE_CALLBACK_CANCEL;
+}
+
+void OnBusClosed(GDBusConnection*, gboolean, GError*, gpointer) {
+    ecore_timer_add(0.1, OnLater, nullptr);
+}
+
+// The connection is the process' shared one, and lives as long.
+void WatchBus() {
+    g_signal_connect(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr), "closed",
+                     G_CALLBACK(OnBusClosed), nullptr);
+}
+
 bool Create(void* data) {
     auto& sample = *static_cast<Sample*>(data);
     std::puts("create");
@@ -124,6 +142,9 @@ bool Create(void* data) {
     ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, nullptr);
     if (sample.window) {
         BuildWindow(sample);
+    }
+    if (sample.watchBus) {
+        WatchBus();
     }
     if (sample.complain) {
         Complain();
@@ -175,6 +196,7 @@ Sample ParseArguments(int argc, char** argv) {
         sample.refuse = sample.refuse || option == "--refuse";
         sample.elmExit = sample.elmExit || option == "--elm-exit";
         sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";
+        sample.watchBus = sample.watchBus || option == "--watch-bus";
         sample.complain = sample.complain || option == "--complain";
         if (option == "--rows" && i + 1 < argc) {
             sample.rows = static_cast<int>(std::strtol(argv[++i], nullptr, 10));
