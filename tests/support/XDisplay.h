@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct Desktop {
     /// "picom" or "xcompmgr".
     std::string compositor;
 };
+std::ostream& operator<<(std::ostream& out, const Desktop& desktop);
 
 /// A screen of 1920x1080 pixels that nobody else uses: an Xvfb of its own on a free number, ready
 /// when the constructor returns. A display that cannot be started aborts the test program.
