@@ -1,1 +1,283 @@
-// placeholder
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What happens between the model and the rows; the widgets are built beside it.
+#include "applist/DefaultAppListRenderer.h"
+
+#include <Elementary.h>
+#include <cstring>
+
+#include "CallbackGuard.h"
+#include "Log.h"
+#include "app.h"
+
+// A macro like the log's own, since the line in the log is the caller's.
+#define LOG_ITEM(text, item)                                                      \
+    LOG_DEBUG(text "[name: %s, unique id: %s]", (item)->GetVisibleName().c_str(), \
+              (item)->GetUnigueId().c_str())
+
+using applist::GuardCallback;
+
+namespace {
+
+AppListItem* ItemOf(const Elm_Object_Item* row) {
+    return static_cast<AppListItem*>(elm_object_item_data_get(row));
+}
+
+// The item of a row that the toolkit reports; null, with the error logged, where there is none.
+AppListItem* ReportedItemOf(const Elm_Object_Item* row, const char* noRow, const char* noItem) {
+    if (row == nullptr) {
+        LOG_ERROR("%s", noRow);
+        return nullptr;
+    }
+    AppListItem* item = ItemOf(row);
+    if (item == nullptr) {
+        LOG_ERROR("%s", noItem);
+    }
+    return item;
+}
+
+}  // namespace
+
+void SelectionPropagator::SetSelection(AppListItem* item) {
+    if (m_suppressed) {
+        LOG_DEBUG("Do not propagate event up to data model");
+        return;
+    }
+    LOG_DEBUG("Propagate event up to data model");
+    m_model->RemoveItemSelectionListener(m_listener);
+    m_model->SetSelection(item);
+    m_model->AddItemSelectionListener(m_listener);
+}
+
+DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name) {
+    static_cast<void>(Create());
+}
+
+DefaultAppListRenderer::~DefaultAppListRenderer() {
+    if (m_window != nullptr) {
+        evas_object_del(m_window);
+    }
+    if (m_model != nullptr) {
+        m_model->RemoveItemSelectionListener(this);
+        m_model->RemoveItemChangeListener(this);
+    }
+    delete m_selectionPropagator;
+    if (m_background != nullptr) {
+        evas_object_del(m_background);
+    }
+    if (m_itemClass != nullptr) {
+        elm_genlist_item_class_free(m_itemClass);
+    }
+}
+
+void DefaultAppListRenderer::SetModel(AppListModel* model) {
+    m_model = model;
+    m_selectionPropagator = new SelectionPropagator(model, this);
+    m_model->AddItemSelectionListener(this);
+    m_model->AddItemChangeListener(this);
+}
+
+void DefaultAppListRenderer::ItemSelected(AppListModel* /*model*/) {
+    LOG_DEBUG("Received item selection event");
+    SelectionPropagator::Suppression suppression(*m_selectionPropagator);
+    ChangeSelection(m_model->GetSelection());
+}
+
+void DefaultAppListRenderer::ItemChanged(AppListModel* /*model*/) {
+    LOG_DEBUG("Received item modification event");
+    SelectionPropagator::Suppression suppression(*m_selectionPropagator);
+    const std::vector<AppListItem*> items = m_model->GetAllItems();
+    AddItems(items, m_model->GetSelection());
+}
+
+void DefaultAppListRenderer::ChangeSelection(AppListItem* item) {
+    MoveFocusFrom(ScanRows(item, nullptr));
+}
+
+void DefaultAppListRenderer::AddItems(const std::vector<AppListItem*>& items,
+                                      AppListItem* selection) {
+    if (items.empty()) {
+        LOG_DEBUG("Clearing applist");
+        ClearRows();
+        return;
+    }
+    RowsById rows;
+    const Row* lost = ScanRows(selection, &rows);
+    LOG_DEBUG("Number of items to print: %d", static_cast<int>(items.size()));
+    PlaceItems(items, selection, rows);
+    DeleteRows(rows);
+    MoveFocusFrom(lost);
+}
+
+DefaultAppListRenderer::Row* DefaultAppListRenderer::ScanRows(AppListItem* target, RowsById* rows) {
+    m_focusItem = nullptr;
+    Row* focused = nullptr;
+    for (Row* row = elm_genlist_first_item_get(m_genlist); row != nullptr;
+         row = elm_genlist_item_next_get(row)) {
+        AppListItem* item = ItemOf(row);
+        LOG_ITEM("applist element data is: ", item);
+        if (elm_object_item_focus_get(row) != EINA_FALSE) {
+            LOG_ITEM("Found applist element that will lost focus: ", item);
+            focused = row;
+        }
+        if (ApplistItemComparator(target)(item)) {
+            LOG_ITEM("Found next focus applist element: ", target);
+            m_focusItem = row;
+        }
+        if (rows != nullptr) {
+            (*rows)[item->GetUnigueId()] = row;
+        }
+    }
+    return focused;
+}
+
+void DefaultAppListRenderer::PlaceItems(const std::vector<AppListItem*>& items,
+                                        AppListItem* selection, RowsById& rows) {
+    Row* anchor = nullptr;
+    for (AppListItem* item : items) {
+        const auto known = rows.find(item->GetUnigueId());
+        if (known != rows.end()) {
+            anchor = known->second;
+            rows.erase(known);
+            continue;
+        }
+        LOG_ITEM("Menu item append started. Item that is being to print: ", item);
+        anchor = InsertRow(item, anchor);
+        LOG_DEBUG("Menu item append finished");
+        if (ApplistItemComparator(selection)(item)) {
+            LOG_ITEM("Found newly added applist element that will have focus: ", selection);
+            m_focusItem = anchor;
+        }
+    }
+}
+
+DefaultAppListRenderer::Row* DefaultAppListRenderer::InsertRow(AppListItem* item, Row* anchor) {
+    if (anchor != nullptr) {
+        return elm_genlist_item_insert_after(m_genlist, m_itemClass, item, nullptr, anchor,
+                                             ELM_GENLIST_ITEM_NONE, ItemSelectEvent, this);
+    }
+    if (Row* first = elm_genlist_first_item_get(m_genlist)) {
+        return elm_genlist_item_insert_before(m_genlist, m_itemClass, item, nullptr, first,
+                                              ELM_GENLIST_ITEM_NONE, ItemSelectEvent, this);
+    }
+    return elm_genlist_item_append(m_genlist, m_itemClass, item, nullptr, ELM_GENLIST_ITEM_NONE,
+                                   ItemSelectEvent, this);
+}
+
+void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
+    LOG_DEBUG("Number of items to be removed from list is: %d", static_cast<int>(rows.size()));
+    for (const auto& [id, row] : rows) {
+        LOG_DEBUG("Removing item [unique id: %s]", id.c_str());
+        if (row == m_focusItem) {
+            // A selection that is no longer listed: nothing is left to focus.
+            m_focusItem = nullptr;
+        }
+        elm_object_item_del(row);
+    }
+}
+
+// A genlist cleared while one of its rows has the focus never moves it by key again, so the focus
+// is taken off the list before.
+void DefaultAppListRenderer::ClearRows() {
+    if (m_genlist == nullptr) {
+        return;
+    }
+    elm_object_focus_allow_set(m_genlist, EINA_FALSE);
+    elm_genlist_clear(m_genlist);
+    elm_object_focus_allow_set(m_genlist, EINA_TRUE);
+}
+
+void DefaultAppListRenderer::MoveFocusFrom(const Row* lost) {
+    if (m_focusItem == lost) {
+        return;
+    }
+    LOG_DEBUG("Moved focus to other applist element");
+    if (m_focusItem != nullptr) {
+        FocusTarget();
+    }
+}
+
+void DefaultAppListRenderer::FocusTarget() {
+    elm_genlist_item_bring_in(m_focusItem, ELM_GENLIST_ITEM_SCROLLTO_IN);
+    elm_object_item_focus_set(m_focusItem, EINA_TRUE);
+}
+
+char* DefaultAppListRenderer::ItemLabelGetFunction(void* data, Evas_Object* /*obj*/,
+                                                   const char* part) {
+    if (data == nullptr) {
+        LOG_ERROR("Item data is NULL");
+        return nullptr;
+    }
+    if (std::strcmp(part, "elm.text") != 0) {
+        return nullptr;
+    }
+    return GuardCallback<char*>(nullptr, [data] {
+        return strdup(static_cast<AppListItem*>(data)->GetVisibleName().c_str());
+    });
+}
+
+void DefaultAppListRenderer::OnFocus(void* data, Evas_Object* /*obj*/, void* event_info) {
+    GuardCallback([data, event_info] {
+        static_cast<DefaultAppListRenderer*>(data)->OnFocus(static_cast<Row*>(event_info));
+    });
+}
+
+void DefaultAppListRenderer::OnFocus(Row* row) {
+    AppListItem* item = ReportedItemOf(row, "Focused item is NULL", "Data of focused item is NULL");
+    if (item == nullptr) {
+        return;
+    }
+    LOG_ITEM("Calling smart selection propagate: ", item);
+    m_selectionPropagator->SetSelection(item);
+}
+
+void DefaultAppListRenderer::OnRealized(void* data, Evas_Object* /*obj*/, void* event_info) {
+    GuardCallback([data, event_info] {
+        static_cast<DefaultAppListRenderer*>(data)->OnRealized(static_cast<Row*>(event_info));
+    });
+}
+
+void DefaultAppListRenderer::OnRealized(Row* row) {
+    AppListItem* item =
+        ReportedItemOf(row, "Realized item is NULL", "Data of realized item is NULL");
+    if (item == nullptr) {
+        return;
+    }
+    LOG_ITEM("Realized Item is: ", item);
+    if (m_focusItem == row) {
+        LOG_ITEM("Moving focus to ", item);
+        FocusTarget();
+    }
+}
+
+void DefaultAppListRenderer::OnWindowFocus(void* data, Evas_Object* /*obj*/, void* /*event_info*/) {
+    GuardCallback([data] { static_cast<DefaultAppListRenderer*>(data)->OnWindowFocus(); });
+}
+
+// The toolkit drops every request for a row's focus while the window has none, and picks a row of
+// its own, or none, when the window receives it.
+void DefaultAppListRenderer::OnWindowFocus() {
+    if (m_model != nullptr) {
+        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
+        ChangeSelection(m_model->GetSelection());
+    }
+}
+
+void DefaultAppListRenderer::ItemSelectEvent(void* data, Evas_Object* /*obj*/, void* event_info) {
+    GuardCallback([data, event_info] {
+        static_cast<DefaultAppListRenderer*>(data)->ItemSelectEvent(static_cast<Row*>(event_info));
+    });
+}
+
+void DefaultAppListRenderer::ItemSelectEvent(Row* row) {
+    AppListItem* item =
+        ReportedItemOf(row, "Selected item is NULL", "Data of selected item is NULL");
+    if (item == nullptr) {
+        return;
+    }
+    LOG_ITEM("select item callback: item: ", item);
+    m_model->SetClicked(item);
+    LOG_DEBUG("Exit efl main loop");
+    ui_app_exit();
+}

@@ -1,0 +1,68 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "FactoryData.h"
+
+#include <cstring>
+
+#include "CallbackGuard.h"
+#include "DataPaths.h"
+#include "KeyFile.h"
+#include "Log.h"
+#include "Number.h"
+#include "factory_data.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr const char* GROUP = "items";
+
+/// GetDataDirect(): no number could be read.
+constexpr int FACTORY_DATA_FAILED = -1;
+
+int Get(int id, void* buffer) {
+    const auto reading = ReadFactoryItem(id);
+    if (!reading.problem.empty()) {
+        LOG_ERROR("%s", reading.problem.c_str());
+    }
+    if (!reading.value) {
+        return FACTORY_DATA_FAILED;
+    }
+    std::memcpy(buffer, &*reading.value, sizeof(int32_t));
+    return FACTORY_DATA_INTEGER;
+}
+
+}  // namespace
+
+Reading<int32_t> ReadFactoryItem(int id) {
+    const std::string path = FactoryDataPath();
+    const auto file = KeyFile::Load(path);
+    if (!file.value) {
+        return {{}, file.problem};
+    }
+    const auto text = file.value->Get(GROUP, std::to_string(id));
+    if (!text) {
+        return {};
+    }
+    const auto number = ParseNumber(*text);
+    if (!number) {
+        return {{}, path + ": factory item " + std::to_string(id) + " is no number"};
+    }
+    return {number, {}};
+}
+
+Failure WriteFactoryItem(int id, int32_t value) {
+    return UpdateKeyFile(FactoryDataPath(), [=](KeyFile& file) {
+        file.Set(GROUP, std::to_string(id), std::to_string(value));
+    });
+}
+
+Failure RemoveFactoryItem(int id) {
+    return UpdateKeyFile(FactoryDataPath(),
+                         [=](KeyFile& file) { file.Remove(GROUP, std::to_string(id)); });
+}
+
+}  // namespace applist::desktop
+
+extern "C" int GetDataDirect(int id, void* buffer) {
+    return applist::GuardCallback(-1, [=] { return applist::desktop::Get(id, buffer); });
+}

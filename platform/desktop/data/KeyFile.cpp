@@ -1,0 +1,119 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "KeyFile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <glib.h>
+#include <system_error>
+
+#include "FileLock.h"
+
+namespace applist::desktop {
+namespace {
+
+/// "PATH: what happened", with what the system says.
+std::string SystemProblem(const std::string& path, const char* what, int code) {
+    return path + ": " + what + ": " + std::strerror(code);
+}
+
+Failure MakeFolderOf(const std::string& path) {
+    const auto folder = std::filesystem::path(path).parent_path();
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        return folder.string() + ": cannot be made: " + error.message();
+    }
+    return {};
+}
+
+Failure Replace(const std::string& path, const std::string& text) {
+    g_autoptr(GError) error = nullptr;
+    const auto flags = static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT |
+                                                          G_FILE_SET_CONTENTS_DURABLE);
+    if (g_file_set_contents_full(path.c_str(), text.data(), static_cast<gssize>(text.size()), flags,
+                                 0600, &error) == FALSE) {
+        return path + ": cannot be written: " + error->message;
+    }
+    return {};
+}
+
+}  // namespace
+
+void KeyFile::Free::operator()(GKeyFile* file) const {
+    g_key_file_free(file);
+}
+
+KeyFile::KeyFile() : m_file(g_key_file_new()) {}
+
+Reading<KeyFile> KeyFile::Parse(std::string_view content) {
+    // What a file system may leave after a loss of power; the parser takes it for the file's end.
+    if (content.find('\0') != std::string_view::npos) {
+        return {{}, "damaged: it holds zero bytes"};
+    }
+    KeyFile file;
+    // The parser takes a last line without its end for another one than with it.
+    const std::string text = std::string(content) + (content.ends_with('\n') ? "" : "\n");
+    g_autoptr(GError) error = nullptr;
+    if (g_key_file_load_from_data(file.m_file.get(), text.data(), text.size(),
+                                  G_KEY_FILE_KEEP_COMMENTS, &error) == FALSE) {
+        return {{}, std::string("damaged: ") + error->message};
+    }
+    return {std::move(file), {}};
+}
+
+Reading<KeyFile> KeyFile::Load(const std::string& path) {
+    g_autofree char* content = nullptr;
+    gsize length = 0;
+    g_autoptr(GError) error = nullptr;
+    if (g_file_get_contents(path.c_str(), &content, &length, &error) == FALSE) {
+        if (g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) {
+            return {KeyFile(), {}};
+        }
+        return {{}, path + ": cannot be read: " + error->message};
+    }
+    auto parsed = Parse({content, length});
+    if (!parsed.value) {
+        parsed.problem.insert(0, path + ": ");
+    }
+    return parsed;
+}
+
+std::optional<std::string> KeyFile::Get(const char* group, const std::string& key) const {
+    g_autofree char* value = g_key_file_get_value(m_file.get(), group, key.c_str(), nullptr);
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+void KeyFile::Set(const char* group, const std::string& key, const std::string& value) {
+    g_key_file_set_value(m_file.get(), group, key.c_str(), value.c_str());
+}
+
+void KeyFile::Remove(const char* group, const std::string& key) {
+    g_key_file_remove_key(m_file.get(), group, key.c_str(), nullptr);
+}
+
+std::string KeyFile::Text() const {
+    gsize length = 0;
+    g_autofree char* text = g_key_file_to_data(m_file.get(), &length, nullptr);
+    return {text, length};
+}
+
+Failure UpdateKeyFile(const std::string& path, const std::function<void(KeyFile&)>& change) {
+    if (Failure failure = MakeFolderOf(path)) {
+        return failure;
+    }
+    const std::string lockPath = path + ".lock";
+    const FileLock lock(lockPath);
+    if (!lock.IsHeld()) {
+        return SystemProblem(lockPath, "cannot be locked", errno);
+    }
+    auto file = KeyFile::Load(path);
+    if (!file.value) {
+        return file.problem + "; left as it is, repair or remove it first";
+    }
+    change(*file.value);
+    return Replace(path, file.value->Text());
+}
+
+}  // namespace applist::desktop

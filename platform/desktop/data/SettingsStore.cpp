@@ -1,0 +1,131 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "SettingsStore.h"
+
+#include <algorithm>
+
+#include "CallbackGuard.h"
+#include "DataPaths.h"
+#include "KeyFile.h"
+#include "Log.h"
+#include "Number.h"
+#include "settings_store.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr const char* GROUP = "settings";
+constexpr std::string_view BOOL_TAG = "bool:";
+constexpr std::string_view INT_TAG = "int:";
+
+/// The file of a key; a problem for a key of no file.
+Reading<std::string> FileOf(const std::string& key) {
+    if (key.starts_with("db/")) {
+        return {PersistentSettingsPath(), {}};
+    }
+    if (key.starts_with("memory/")) {
+        return {VolatileSettingsPath(), {}};
+    }
+    return {{}, "setting '" + key + "' is neither under db/ nor under memory/"};
+}
+
+bool IsStorable(const std::string& key) {
+    return std::all_of(key.begin(), key.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               std::string_view("/_-.").find(c) != std::string_view::npos;
+    });
+}
+
+Failure Update(const std::string& key, const std::function<void(KeyFile&)>& change) {
+    if (!IsStorable(key)) {
+        return "setting '" + key + "' has characters that cannot be stored";
+    }
+    const auto path = FileOf(key);
+    return path.value ? UpdateKeyFile(*path.value, change) : Failure(path.problem);
+}
+
+/// What both functions of the platform do. Missing keys are the caller's to report: it knows what
+/// they are for.
+template <typename Type>
+int Get(const char* key, int* value) {
+    const auto reading = ReadSetting(key);
+    if (!reading.problem.empty()) {
+        LOG_ERROR("%s", reading.problem.c_str());
+        return -1;
+    }
+    if (!reading.value) {
+        return -1;
+    }
+    const auto* typed = std::get_if<Type>(&*reading.value);
+    if (typed == nullptr) {
+        LOG_ERROR("setting '%s' is of type %s, not %s", key, TypeName(*reading.value),
+                  TypeName(Type()));
+        return -1;
+    }
+    *value = *typed;
+    return 0;
+}
+
+}  // namespace
+
+std::string Encode(Setting setting) {
+    if (const bool* truth = std::get_if<bool>(&setting)) {
+        return std::string(BOOL_TAG) + (*truth ? "true" : "false");
+    }
+    return std::string(INT_TAG) + std::to_string(std::get<int32_t>(setting));
+}
+
+std::optional<Setting> Decode(std::string_view text) {
+    if (text.starts_with(INT_TAG)) {
+        return ParseNumber(text.substr(INT_TAG.size()));
+    }
+    if (text.starts_with(BOOL_TAG)) {
+        text.remove_prefix(BOOL_TAG.size());
+        if (text == "true" || text == "false") {
+            return text == "true";
+        }
+    }
+    return {};
+}
+
+const char* TypeName(const Setting& setting) {
+    return std::holds_alternative<bool>(setting) ? "bool" : "int";
+}
+
+Reading<Setting> ReadSetting(const std::string& key) {
+    const auto path = FileOf(key);
+    if (!path.value) {
+        return {{}, path.problem};
+    }
+    const auto file = KeyFile::Load(*path.value);
+    if (!file.value) {
+        return {{}, file.problem};
+    }
+    const auto text = file.value->Get(GROUP, key);
+    if (!text) {
+        return {};
+    }
+    const auto setting = Decode(*text);
+    if (!setting) {
+        return {{}, *path.value + ": setting '" + key + "' has no value of a known type"};
+    }
+    return {setting, {}};
+}
+
+Failure WriteSetting(const std::string& key, Setting setting) {
+    return Update(key, [&](KeyFile& file) { file.Set(GROUP, key, Encode(setting)); });
+}
+
+Failure RemoveSetting(const std::string& key) {
+    return Update(key, [&](KeyFile& file) { file.Remove(GROUP, key); });
+}
+
+}  // namespace applist::desktop
+
+extern "C" int vconf_get_bool(const char* key, int* value) {
+    return applist::GuardCallback(-1, [=] { return applist::desktop::Get<bool>(key, value); });
+}
+
+extern "C" int vconf_get_int(const char* key, int* value) {
+    return applist::GuardCallback(-1, [=] { return applist::desktop::Get<int32_t>(key, value); });
+}

@@ -1,0 +1,67 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "launch/LaunchProtocol.h"
+
+#include <algorithm>
+
+#include <gio/gio.h>
+
+namespace applist::desktop {
+
+std::string ObjectPathOf(const std::string& appId) {
+    std::string path = "/" + appId;
+    std::replace(path.begin(), path.end(), '.', '/');
+    std::replace(path.begin(), path.end(), '-', '_');
+    return path;
+}
+
+GVariant* ToActionParameter(const app_control_s& request) {
+    GVariantBuilder extraData;
+    g_variant_builder_init(&extraData, G_VARIANT_TYPE(LAUNCH_ACTION_TYPE));
+    for (const auto& [key, value] : request.extraData) {
+        g_variant_builder_add(&extraData, "{ss}", key.c_str(), value.c_str());
+    }
+    return g_variant_builder_end(&extraData);
+}
+
+app_control_s FromActionParameter(const std::string& appId, GVariant* parameter) {
+    app_control_s request{appId, {}};
+    if (parameter == nullptr ||
+        !g_variant_is_of_type(parameter, G_VARIANT_TYPE(LAUNCH_ACTION_TYPE))) {
+        return request;
+    }
+    GVariantIter pairs;
+    const char* key = nullptr;
+    const char* value = nullptr;
+    g_variant_iter_init(&pairs, parameter);
+    while (g_variant_iter_next(&pairs, "{&s&s}", &key, &value)) {
+        request.extraData.emplace_back(key, value);
+    }
+    return request;
+}
+
+std::vector<std::string> ToArguments(const app_control_s& request) {
+    std::vector<std::string> arguments;
+    for (const auto& [key, value] : request.extraData) {
+        arguments.emplace_back(EXTRA_ARGUMENT);
+        arguments.push_back(key + "=" + value);
+    }
+    return arguments;
+}
+
+app_control_s FromArguments(const std::string& appId, int argc, const char* const* argv) {
+    app_control_s request{appId, {}};
+    for (int i = 1; i + 1 < argc; ++i) {
+        if (std::string(argv[i]) != EXTRA_ARGUMENT) {
+            continue;
+        }
+        const std::string pair = argv[++i];
+        const size_t equals = pair.find('=');
+        if (equals != std::string::npos) {
+            request.extraData.emplace_back(pair.substr(0, equals), pair.substr(equals + 1));
+        }
+    }
+    return request;
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,68 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cstdio>
+
+#include "Commands.h"
+#include "FactoryData.h"
+#include "Json.h"
+#include "Known.h"
+
+namespace applist::desktop {
+
+Exit GetFactoryItem(const Request& request) {
+    const auto id = FindFactoryItem(request.arguments[0]);
+    if (!id.value) {
+        return Complain(id.problem, WRONG_USAGE);
+    }
+    const auto reading = ReadFactoryItem(*id.value);
+    if (!reading.value) {
+        return Complain(reading.problem.empty()
+                            ? "factory item " + request.arguments[0] + " is not set"
+                            : reading.problem,
+                        FAILED);
+    }
+    if (request.json) {
+        Json()
+            .Object()
+            .Member("id", Setting(*id.value))
+            .Member("value", Setting(*reading.value))
+            .EndObject()
+            .Print();
+    } else {
+        std::printf("%d\n", *reading.value);
+    }
+    return DONE;
+}
+
+Exit SetFactoryItem(const Request& request) {
+    const auto id = FindFactoryItem(request.arguments[0]);
+    if (!id.value) {
+        return Complain(id.problem, WRONG_USAGE);
+    }
+    const auto value = ParseFactoryValue(request.arguments[1]);
+    if (!value.value) {
+        return Complain(value.problem, WRONG_USAGE);
+    }
+    const auto failure = WriteFactoryItem(*id.value, *value.value);
+    return failure ? Complain(*failure, FAILED) : DONE;
+}
+
+Exit UnsetFactoryItem(const Request& request) {
+    const auto id = FindFactoryItem(request.arguments[0]);
+    if (!id.value) {
+        return Complain(id.problem, WRONG_USAGE);
+    }
+    const auto failure = RemoveFactoryItem(*id.value);
+    return failure ? Complain(*failure, FAILED) : DONE;
+}
+
+Exit SetRegion(const Request& request) {
+    const auto region = FindRegion(request.arguments[0]);
+    if (!region.value) {
+        return Complain(region.problem, WRONG_USAGE);
+    }
+    const auto failure = WriteFactoryItem(REGION_ITEM, region.value->factoryValue);
+    return failure ? Complain(*failure, FAILED) : DONE;
+}
+
+}  // namespace applist::desktop

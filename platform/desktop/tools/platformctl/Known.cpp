@@ -1,0 +1,166 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "Known.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "FactoryData.h"
+#include "Number.h"
+#include "PlatformSettings.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr int32_t LEAST = std::numeric_limits<int32_t>::min();
+constexpr int32_t MOST = std::numeric_limits<int32_t>::max();
+
+std::string Quoted(const std::string& text) {
+    return "'" + text + "'";
+}
+
+/// "italy, brazil, ...": the names of a table, for a message.
+template <typename Table, typename Name>
+std::string Names(const Table& table, Name name) {
+    std::string names;
+    for (const auto& entry : table) {
+        names += (names.empty() ? "" : ", ") + std::string(name(entry));
+    }
+    return names;
+}
+
+Reading<Setting> ParseBool(const std::string& value) {
+    if (value == "true" || value == "1") {
+        return {true, {}};
+    }
+    if (value == "false" || value == "0") {
+        return {false, {}};
+    }
+    return {{}, "value " + Quoted(value) + " is no bool: true, false, 1 or 0"};
+}
+
+Reading<int32_t> ParseInt(const std::string& value) {
+    const auto number = ParseNumber(value);
+    if (!number) {
+        return {{}, "value " + Quoted(value) + " is no 32-bit number"};
+    }
+    return {number, {}};
+}
+
+Reading<Setting> ParseRanged(const KnownSetting& setting, const std::string& value) {
+    const auto number = ParseInt(value);
+    if (!number.value) {
+        return {{}, number.problem};
+    }
+    if (*number.value < setting.least || *number.value > setting.most) {
+        return {{},
+                "value " + value + " is out of range for " + setting.key + ": " +
+                    std::to_string(setting.least) + " to " + std::to_string(setting.most)};
+    }
+    return {*number.value, {}};
+}
+
+}  // namespace
+
+std::span<const KnownSetting> KnownSettings() {
+    static const std::array<KnownSetting, 3> settings{{
+        {PlatformSettings::AUTORUN_DATA_SERVICE_KEY, false, 0, 0},
+        {PlatformSettings::DATA_SERVICE_KEY, int32_t{0}, 0, 7},
+        {PlatformSettings::AUTOSTART_APP, int32_t{0}, LEAST, MOST},
+    }};
+    return settings;
+}
+
+std::span<const KnownRegion> KnownRegions() {
+    // "none" is a set whose factory wrote a region without data services. A set without the item
+    // is another thing: the program waits for it.
+    static constexpr std::array<KnownRegion, 5> regions{{
+        {"italy", 8},
+        {"brazil", 81},
+        {"argentina", 84},
+        {"uruguay", 85},
+        {"none", 0},
+    }};
+    return regions;
+}
+
+Reading<KnownSetting> FindSetting(const std::string& key) {
+    const auto settings = KnownSettings();
+    const auto found = std::find_if(settings.begin(), settings.end(),
+                                    [&](const KnownSetting& known) { return known.key == key; });
+    if (found == settings.end()) {
+        return {{},
+                "unknown setting " + Quoted(key) +
+                    "; known: " + Names(settings, [](const auto& known) { return known.key; })};
+    }
+    return {*found, {}};
+}
+
+Reading<int> FindFactoryItem(const std::string& id) {
+    if (ParseNumber(id) != REGION_ITEM) {
+        return {{},
+                "unknown factory item " + Quoted(id) + "; known: " + std::to_string(REGION_ITEM)};
+    }
+    return {REGION_ITEM, {}};
+}
+
+Reading<KnownRegion> FindRegion(const std::string& name) {
+    const auto regions = KnownRegions();
+    const auto found = std::find_if(regions.begin(), regions.end(),
+                                    [&](const KnownRegion& known) { return known.name == name; });
+    if (found == regions.end()) {
+        return {{},
+                "unknown region " + Quoted(name) +
+                    "; known: " + Names(regions, [](const auto& known) { return known.name; })};
+    }
+    return {*found, {}};
+}
+
+Reading<Setting> ParseSetting(const KnownSetting& setting, const std::string& type,
+                              const std::string& value) {
+    if (type != "bool" && type != "int") {
+        return {{}, "unknown type " + Quoted(type) + "; known: bool, int"};
+    }
+    if (type != TypeName(setting.type)) {
+        return {
+            {},
+            "setting " + setting.key + " is of type " + TypeName(setting.type) + ", not " + type};
+    }
+    return type == "bool" ? ParseBool(value) : ParseRanged(setting, value);
+}
+
+Reading<int32_t> ParseFactoryValue(const std::string& value) {
+    return ParseInt(value);
+}
+
+Reading<Setting> ReadKnownSetting(const KnownSetting& setting) {
+    auto reading = ReadSetting(setting.key);
+    if (reading.value && reading.value->index() != setting.type.index()) {
+        return {{},
+                "setting " + setting.key + " is stored as " + TypeName(*reading.value) +
+                    ", not as " + TypeName(setting.type)};
+    }
+    return reading;
+}
+
+Reading<Setting> ReadRegionItem() {
+    const auto item = ReadFactoryItem(REGION_ITEM);
+    return {item.value ? std::optional<Setting>(*item.value) : std::nullopt, item.problem};
+}
+
+std::string ValueText(const Setting& setting) {
+    if (const bool* truth = std::get_if<bool>(&setting)) {
+        return *truth ? "true" : "false";
+    }
+    return std::to_string(std::get<int32_t>(setting));
+}
+
+std::string ValueText(const Reading<Setting>& reading) {
+    if (reading.value) {
+        return ValueText(*reading.value);
+    }
+    return reading.problem.empty() ? "not set" : "unreadable";
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,61 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cstdio>
+#include <vector>
+
+#include "Commands.h"
+#include "Json.h"
+#include "Known.h"
+
+namespace applist::desktop {
+namespace {
+
+struct Entry {
+    std::string name;
+    std::string type;
+    Reading<Setting> reading;
+};
+
+std::vector<Entry> ReadAll() {
+    std::vector<Entry> entries;
+    for (const KnownSetting& known : KnownSettings()) {
+        entries.push_back({known.key, TypeName(known.type), ReadKnownSetting(known)});
+    }
+    entries.push_back({"factory " + std::to_string(REGION_ITEM), "int", ReadRegionItem()});
+    return entries;
+}
+
+void PrintText(const std::vector<Entry>& entries) {
+    for (const auto& [name, type, reading] : entries) {
+        std::printf("%s\t%s\t%s\n", name.c_str(), type.c_str(), ValueText(reading).c_str());
+    }
+}
+
+void PrintJson(const std::vector<Entry>& entries) {
+    Json json;
+    json.Object().Array("data");
+    for (const auto& [name, type, reading] : entries) {
+        json.Object()
+            .Member("name", name)
+            .Member("type", type)
+            .Member("value", reading.value)
+            .EndObject();
+    }
+    json.EndArray().EndObject().Print();
+}
+
+}  // namespace
+
+Exit ListData(const Request& request) {
+    const auto entries = ReadAll();
+    request.json ? PrintJson(entries) : PrintText(entries);
+    Exit status = DONE;
+    for (const Entry& entry : entries) {
+        if (!entry.reading.problem.empty()) {
+            status = Complain(entry.reading.problem, FAILED);
+        }
+    }
+    return status;
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,67 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "fakes/FakeAppControl.h"
+
+#include <gtest/gtest.h>
+
+struct app_control_s {};
+
+namespace applist::test {
+namespace {
+
+// The one request that there ever is: its address is all that callers see.
+app_control_s theRequest;
+
+int Record(app_control_h request, const std::string& call, int result = APP_CONTROL_ERROR_NONE) {
+    EXPECT_EQ(request, &theRequest) << call;
+    EXPECT_EQ(TheAppControl().alive, 1) << call;
+    TheAppControl().calls.push_back(call);
+    return result;
+}
+
+int Create(app_control_h* request) {
+    FakeAppControl& launcher = TheAppControl();
+    launcher.calls.emplace_back("create");
+    if (launcher.createResult == APP_CONTROL_ERROR_NONE) {
+        *request = &theRequest;
+        ++launcher.alive;
+    }
+    return launcher.createResult;
+}
+
+}  // namespace
+
+FakeAppControl& TheAppControl() {
+    static FakeAppControl launcher;
+    return launcher;
+}
+
+}  // namespace applist::test
+
+using applist::test::Record;
+using applist::test::TheAppControl;
+
+extern "C" int app_control_create(app_control_h* request) {
+    return applist::test::Create(request);
+}
+
+extern "C" int app_control_set_app_id(app_control_h request, const char* id) {
+    return Record(request, std::string("app id ") + id);
+}
+
+extern "C" int app_control_add_extra_data(app_control_h request, const char* key,
+                                          const char* value) {
+    return Record(request, std::string("add ") + key + "=" + value);
+}
+
+extern "C" int app_control_send_launch_request(app_control_h request, app_control_reply_cb reply,
+                                               void* /*user_data*/) {
+    return Record(request, reply == nullptr ? "send" : "send with reply",
+                  TheAppControl().sendResult);
+}
+
+extern "C" int app_control_destroy(app_control_h request) {
+    const int result = Record(request, "destroy");
+    --TheAppControl().alive;
+    return result;
+}

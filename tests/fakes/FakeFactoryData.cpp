@@ -1,0 +1,28 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "fakes/FakeFactoryData.h"
+
+#include <cstring>
+
+namespace applist::test {
+
+FakeFactoryData& TheFactoryData() {
+    static FakeFactoryData data;
+    return data;
+}
+
+}  // namespace applist::test
+
+extern "C" int GetDataDirect(int id, void* buffer) {
+    auto& data = applist::test::TheFactoryData();
+    data.reads.push_back({id, buffer});
+    if (data.answers.empty()) {
+        return -1;
+    }
+    const auto answer = data.answers.front();
+    if (data.answers.size() > 1) {
+        data.answers.pop_front();
+    }
+    std::memcpy(buffer, &answer.value, sizeof answer.value);
+    return answer.status;
+}

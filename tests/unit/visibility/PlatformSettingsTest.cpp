@@ -1,0 +1,173 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <climits>
+#include <cstdint>
+#include <utility>
+
+#include <gmock/gmock.h>
+
+#include "PlatformSettings.h"
+#include "unit/visibility/VisibilityFixture.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using PlatformSettingsOf = Set;
+
+TEST_F(PlatformSettingsOf, TheSetHaveTheseKeys) {
+    EXPECT_EQ(PlatformSettings::AUTORUN_DATA_SERVICE_KEY, AUTORUN);
+    EXPECT_EQ(PlatformSettings::DATA_SERVICE_KEY, DATA_SERVICE);
+    EXPECT_EQ(PlatformSettings::AUTOSTART_APP, AUTOSTART);
+}
+
+TEST_F(PlatformSettingsOf, AutorunIsTheBoolOfItsKey) {
+    TheSettings().bools[AUTORUN] = 1;
+    EXPECT_TRUE(PlatformSettings::IsAutorunDataService());
+    EXPECT_THAT(TheSettings().reads, ElementsAre("bool " + AUTORUN));
+    EXPECT_THAT(Log(), ElementsAre(Debug("Get Autorun Data Service"),
+                                   Debug("Autorun Data Service value from vconf: 1")));
+}
+
+TEST_F(PlatformSettingsOf, AutorunOffIsNoFailure) {
+    TheSettings().bools[AUTORUN] = 0;
+    EXPECT_FALSE(PlatformSettings::IsAutorunDataService());
+    EXPECT_THAT(Log(), ElementsAre(Debug("Get Autorun Data Service"),
+                                   Debug("Autorun Data Service value from vconf: 0")));
+}
+
+TEST_F(PlatformSettingsOf, AutorunThatCannotBeReadIsFalse) {
+    TheSettings().ints[AUTORUN] = 1;
+    EXPECT_FALSE(PlatformSettings::IsAutorunDataService());
+    EXPECT_THAT(Log(), ElementsAre(Debug("Get Autorun Data Service"),
+                                   Error("Can not get value for Autorun Data Service menu item"),
+                                   Debug("Autorun Data Service value from vconf: 0")));
+}
+
+TEST_F(PlatformSettingsOf, AnAutostartAppIsAnyNumberButZero) {
+    for (const auto& [stored, expected] :
+         {std::pair{0, false}, {1, true}, {2, true}, {-1, true}, {INT_MIN, true}}) {
+        TheSettings() = {};
+        TheSettings().ints[AUTOSTART] = stored;
+        ClearLog();
+        EXPECT_EQ(PlatformSettings::IsAutostartApp(), expected) << stored;
+        EXPECT_THAT(TheSettings().reads, ElementsAre("int " + AUTOSTART));
+        EXPECT_THAT(Log(), ElementsAre(Debug("Get autostart application information"),
+                                       Debug("Autostart application value from vconf: " +
+                                             std::to_string(stored))));
+    }
+}
+
+TEST_F(PlatformSettingsOf, AutostartThatCannotBeReadIsFalse) {
+    TheSettings().bools[AUTOSTART] = 1;
+    EXPECT_FALSE(PlatformSettings::IsAutostartApp());
+    EXPECT_THAT(Log(), ElementsAre(Debug("Get autostart application information"),
+                                   Error("Can not get value for autostart application"),
+                                   Debug("Autostart application value from vconf: 0")));
+}
+
+TEST_F(PlatformSettingsOf, TheDataServiceFlagComesAsItIs) {
+    for (const int stored : {0, 2, 4, 6, 7, -1, INT_MAX}) {
+        TheSettings() = {};
+        TheSettings().ints[DATA_SERVICE] = stored;
+        ClearLog();
+        EXPECT_EQ(PlatformSettings::GetDataServiceFlag(), stored);
+        EXPECT_THAT(TheSettings().reads, ElementsAre("int " + DATA_SERVICE));
+        EXPECT_THAT(Log(),
+                    ElementsAre(Debug("DATA_SERVICE VCONF value is : " + std::to_string(stored))));
+    }
+}
+
+TEST_F(PlatformSettingsOf, ADataServiceFlagThatCannotBeReadIsZero) {
+    EXPECT_EQ(PlatformSettings::GetDataServiceFlag(), 0);
+    EXPECT_THAT(Log(), ElementsAre(Error("Can not get data service value from VCONF")));
+}
+
+TEST_F(PlatformSettingsOf, LinesCarryTheirFileAndFunction) {
+    PlatformSettings::GetDataServiceFlag();
+    EXPECT_EQ(Log().at(0).file, "PlatformSettings.cpp");
+    EXPECT_EQ(Log().at(0).function, "GetDataServiceFlag");
+}
+
+struct Region {
+    int factoryValue;
+    int localSet;
+};
+
+class RegionOf : public Set, public testing::WithParamInterface<Region> {};
+
+TEST_P(RegionOf, TheFactoryValueIsTheLocalSetOfTheTable) {
+    const auto [factoryValue, localSet] = GetParam();
+    TheFactoryData().Hold(factoryValue);
+    EXPECT_EQ(PlatformSettings::GetLocalSet(), localSet);
+    ASSERT_EQ(TheFactoryData().reads.size(), 1U);
+    EXPECT_EQ(TheFactoryData().reads[0].id, 194);
+    EXPECT_THAT(TheSleep().pauses, ElementsAre());
+    EXPECT_THAT(Log(), ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"),
+                                   Debug("ID_LOCALSET value: " + std::to_string(factoryValue))));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, RegionOf,
+                         testing::Values(Region{8, 1}, Region{81, 2}, Region{84, 3}, Region{85, 4},
+                                         Region{0, 0}, Region{1, 0}, Region{2, 0}, Region{7, 0},
+                                         Region{9, 0}, Region{80, 0}, Region{82, 0}, Region{83, 0},
+                                         Region{86, 0}, Region{-8, 0}, Region{INT_MAX, 0},
+                                         Region{INT_MIN, 0}),
+                         [](const auto& given) { return "Row" + std::to_string(given.index); });
+
+TEST_F(PlatformSettingsOf, TheRegionIsTriedAgainAfterAPause) {
+    TheFactoryData().answers = {{1, 0}, {FACTORY_DATA_INTEGER, 8}};
+    EXPECT_EQ(PlatformSettings::GetLocalSet(), 1);
+    EXPECT_EQ(TheFactoryData().reads.size(), 2U);
+    EXPECT_THAT(TheSleep().pauses, ElementsAre(500000));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"), Debug("ID_LOCALSET value: 0"),
+                    Debug("GetData(ID_LOCALSET, ...) loop=1;"), Debug("ID_LOCALSET value: 8")));
+}
+
+TEST_F(PlatformSettingsOf, TheTenthAttemptStillCounts) {
+    TheFactoryData().answers.assign(9, {-1, 0});
+    TheFactoryData().answers.push_back({FACTORY_DATA_INTEGER, 85});
+    EXPECT_EQ(PlatformSettings::GetLocalSet(), 4);
+    EXPECT_EQ(TheSleep().pauses.size(), 9U);
+}
+
+TEST_F(PlatformSettingsOf, AWordThatIsNoIntegerIsLoggedAndNotBelieved) {
+    TheFactoryData().answers = {{3, 8}};
+    EXPECT_EQ(PlatformSettings::GetLocalSet(), 0);
+    EXPECT_EQ(Log().at(1), Debug("ID_LOCALSET value: 8"));
+}
+
+TEST_F(PlatformSettingsOf, ARegionThatNeverComesCostsTenAttemptsAndTenPauses) {
+    std::vector<size_t> readsBeforePause;
+    TheSleep().meanwhile = [&] { readsBeforePause.push_back(TheFactoryData().reads.size()); };
+    EXPECT_EQ(PlatformSettings::GetLocalSet(), 0);
+    EXPECT_THAT(readsBeforePause, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10));
+    EXPECT_EQ(TheFactoryData().reads.size(), 10U);
+    EXPECT_EQ(TheSleep().pauses, std::vector<useconds_t>(10, 500000));
+}
+
+TEST_F(PlatformSettingsOf, ARegionThatNeverComesIsLoggedWithTheBuffersAddress) {
+    PlatformSettings::GetLocalSet();
+    std::vector<LogLine> expected;
+    for (int attempt = 0; attempt < 10; ++attempt) {
+        expected.push_back(
+            Debug("GetData(ID_LOCALSET, ...) loop=" + std::to_string(attempt) + ";"));
+        expected.push_back(Debug("ID_LOCALSET value: 0"));
+    }
+    const auto address =
+        static_cast<int>(reinterpret_cast<intptr_t>(TheFactoryData().reads.at(0).buffer));
+    expected.push_back(Error(
+        "GetData failed or is not int for ID_LOCALSET[value = " + std::to_string(address) + "]"));
+    EXPECT_EQ(Log(), expected);
+}
+
+TEST_F(PlatformSettingsOf, TheFactoryBufferIsAlignedForANumber) {
+    TheFactoryData().Hold(8);
+    PlatformSettings::GetLocalSet();
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(TheFactoryData().reads.at(0).buffer) % alignof(int), 0U);
+}
+
+}  // namespace
+}  // namespace applist::test

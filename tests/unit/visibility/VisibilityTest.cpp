@@ -1,0 +1,247 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <tuple>
+
+#include <gmock/gmock.h>
+
+#include "unit/visibility/VisibilityFixture.h"
+#include "visibility-checker.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using Visibility = Set;
+
+constexpr int FACTORY_VALUES[] = {0, 8, 81, 84, 85};
+constexpr const char* MENU_KEY = "menu/system/application-list";
+
+/// Local set, data-service flag, autorun, autostart.
+class VisibilityTable : public Set,
+                        public testing::WithParamInterface<std::tuple<int, int, bool, bool>> {
+protected:
+    VisibilityTable() {
+        const auto [localSet, flag, autorun, autostart] = GetParam();
+        TheFactoryData().Hold(FACTORY_VALUES[localSet]);
+        Hold(flag, autorun, autostart ? 1 : 0);
+    }
+
+    /// The row's last column, written out as it is read aloud.
+    static bool Expected() {
+        const auto [localSet, flag, autorun, autostart] = GetParam();
+        switch (localSet) {
+            case 0:
+                return false;
+            case 1:
+                if (flag != 2 && flag != 3 && flag != 6 && flag != 7) {
+                    return false;
+                }
+                return !autorun || !autostart;
+            default:
+                return flag >= 2;
+        }
+    }
+
+    /// The settings that the row's region reads, in order.
+    static Reads ExpectedReads() {
+        switch (std::get<0>(GetParam())) {
+            case 0:
+                return {};
+            case 1:
+                return {"int " + DATA_SERVICE, "bool " + AUTORUN, "int " + AUTOSTART};
+            default:
+                return {"int " + DATA_SERVICE};
+        }
+    }
+};
+
+TEST_P(VisibilityTable, DecidesAsTheRowSays) {
+    EXPECT_EQ(CheckVisibility(), Expected());
+    EXPECT_EQ(TheSettings().reads, ExpectedReads());
+    EXPECT_EQ(TheFactoryData().reads.size(), 1U);
+}
+
+TEST_P(VisibilityTable, AnswersTheMenuAsTheRowSays) {
+    EXPECT_EQ(check_visibility_int(MENU_KEY), Expected() ? 1 : 0);
+    EXPECT_EQ(TheSettings().reads, ExpectedReads());
+    EXPECT_EQ(TheFactoryData().reads.size(), 1U);
+}
+
+TEST_P(VisibilityTable, AnswersTheOtherFormsOfTheMenuWithoutReading) {
+    for (const char* key : {MENU_KEY, "anything", ""}) {
+        EXPECT_EQ(check_visibility_bool(key), 1);
+        EXPECT_EQ(check_visibility_double(key), 1);
+        EXPECT_EQ(check_visibility_string(key), 1);
+    }
+    EXPECT_THAT(TheSettings().reads, ElementsAre());
+    EXPECT_TRUE(TheFactoryData().reads.empty());
+    EXPECT_THAT(Log(), ElementsAre());
+}
+
+std::string NameOfRow(const testing::TestParamInfo<VisibilityTable::ParamType>& row) {
+    const auto [localSet, flag, autorun, autostart] = row.param;
+    return "LocalSet" + std::to_string(localSet) + "Flag" + std::to_string(flag) +
+           (autorun ? "Autorun" : "") + (autostart ? "Autostart" : "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Full, VisibilityTable,
+                         testing::Combine(testing::Range(0, 5), testing::Range(0, 8),
+                                          testing::Bool(), testing::Bool()),
+                         NameOfRow);
+
+TEST_F(Visibility, IsHiddenInItalyWhileTheServiceStartsByItself) {
+    TheFactoryData().Hold(8);
+    Hold(2, true, 1);
+    EXPECT_FALSE(CheckVisibility());
+    Hold(2, true, 0);
+    EXPECT_TRUE(CheckVisibility());
+}
+
+TEST_F(Visibility, TakesFlag4ForADataServiceInArgentinaButNotInItaly) {
+    Hold(4, false, 0);
+    TheFactoryData().Hold(8);
+    EXPECT_FALSE(CheckVisibility());
+    TheFactoryData().Hold(84);
+    EXPECT_TRUE(CheckVisibility());
+}
+
+TEST_F(Visibility, LooksAtSingleBitsOfTheFlag) {
+    TheFactoryData().Hold(85);
+    for (const int hidden : {0, 1, 8, 9, 1 << 30}) {
+        Hold(hidden, false, 0);
+        EXPECT_FALSE(CheckVisibility()) << hidden;
+    }
+    for (const int shown : {10, 12, -1, -2}) {
+        Hold(shown, false, 0);
+        EXPECT_TRUE(CheckVisibility()) << shown;
+    }
+}
+
+TEST_F(Visibility, FollowsTheSettingsFromCallToCall) {
+    TheFactoryData().Hold(81);
+    Hold(2, false, 0);
+    EXPECT_TRUE(CheckVisibility());
+    Hold(0, false, 0);
+    EXPECT_FALSE(CheckVisibility());
+}
+
+TEST_F(Visibility, IsHiddenWhenNoSettingCanBeRead) {
+    for (const int factoryValue : {8, 81, 84, 85}) {
+        TheFactoryData().Hold(factoryValue);
+        EXPECT_FALSE(CheckVisibility()) << factoryValue;
+    }
+}
+
+TEST_F(Visibility, IsHiddenAfterTenPausesWithoutARegion) {
+    Hold(2, false, 0);
+    EXPECT_FALSE(CheckVisibility());
+    EXPECT_EQ(TheSleep().pauses.size(), 10U);
+    EXPECT_THAT(TheSettings().reads, ElementsAre());
+    const auto& log = Log();
+    ASSERT_EQ(log.size(), 24U);
+    EXPECT_EQ(log[21], Debug("Localset is: 0"));
+    EXPECT_EQ(log[22], Debug("Data Service Item is not visible due to Localset LOCAL_NONE_OF"));
+    EXPECT_EQ(log[23], Debug("CheckVisibility resulting in :0"));
+}
+
+TEST_F(Visibility, LogsADecisionWithoutDataServices) {
+    TheFactoryData().Hold(82);
+    CheckVisibility();
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"),
+                            Debug("ID_LOCALSET value: 82"), Debug("Localset is: 0"),
+                            Debug("Data Service Item is not visible due to Localset LOCAL_NONE_OF"),
+                            Debug("CheckVisibility resulting in :0")));
+}
+
+TEST_F(Visibility, LogsADecisionInItaly) {
+    TheFactoryData().Hold(8);
+    Hold(6, true, 7);
+    CheckVisibility();
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(
+            Debug("GetData(ID_LOCALSET, ...) loop=0;"), Debug("ID_LOCALSET value: 8"),
+            Debug("Localset is: 1"),
+            Debug("Checking Data Service Item visibility for Localset LOCAL_ITALY"),
+            Debug("CheckDVBVisibility function start"), Debug("DATA_SERVICE VCONF value is : 6"),
+            Debug("Get Autorun Data Service"), Debug("Autorun Data Service value from vconf: 1"),
+            Debug("Get autostart application information"),
+            Debug("Autostart application value from vconf: 7"),
+            Debug("From vconf: dataServcieExists=1, autorunOn=1, autostartXlet=1"),
+            Debug("CheckDVBVisibility function end"), Debug("CheckVisibility resulting in :0")));
+}
+
+TEST_F(Visibility, LogsADecisionInTheIsdbRegions) {
+    for (const int localSet : {2, 3, 4}) {
+        TheFactoryData().Hold(FACTORY_VALUES[localSet]);
+        Hold(4, true, 1);
+        ClearLog();
+        CheckVisibility();
+        EXPECT_THAT(Log(), ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"),
+                                       Debug("ID_LOCALSET value: " +
+                                             std::to_string(FACTORY_VALUES[localSet])),
+                                       Debug("Localset is: " + std::to_string(localSet)),
+                                       Debug("Checking Data Service Item visibility for Localset "
+                                             "LOCAL_BRAZIL/LOCAL_ARGENTINA/LOCAL_URUGUAY"),
+                                       Debug("CheckISDBVisibility function start"),
+                                       Debug("Checking Data Service Availability"),
+                                       Debug("DATA_SERVICE VCONF value is : 4"),
+                                       Debug("CheckISDBVisibility function end"),
+                                       Debug("CheckVisibility resulting in :1")));
+    }
+}
+
+TEST_F(Visibility, LogsWhatCannotBeReadAndGoesOn) {
+    TheFactoryData().Hold(8);
+    CheckDVBVisibility();
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("CheckDVBVisibility function start"),
+                            Error("Can not get data service value from VCONF"),
+                            Debug("Get Autorun Data Service"),
+                            Error("Can not get value for Autorun Data Service menu item"),
+                            Debug("Autorun Data Service value from vconf: 0"),
+                            Debug("Get autostart application information"),
+                            Error("Can not get value for autostart application"),
+                            Debug("Autostart application value from vconf: 0"),
+                            Debug("From vconf: dataServcieExists=0, autorunOn=0, autostartXlet=0"),
+                            Debug("CheckDVBVisibility function end")));
+}
+
+TEST_F(Visibility, OfTheMenusKeyOnlyTheExactBytesAreTheEntry) {
+    TheFactoryData().Hold(81);
+    Hold(2, false, 0);
+    for (const char* key :
+         {"menu/system/application-list/", "menu/system/Application-list", "/", "",
+          "MENU/SYSTEM/APPLICATION-LIST", "menu/system/application-lis",
+          " menu/system/application-list", "db/menu/broadcasting/autorun-dataservice"}) {
+        ClearLog();
+        EXPECT_EQ(check_visibility_int(key), 0) << key;
+        EXPECT_THAT(Log(),
+                    ElementsAre(Debug(std::string("check_visibility_int called with Key: ") + key),
+                                Debug("Item will not be shown")));
+    }
+    EXPECT_TRUE(TheFactoryData().reads.empty());
+    EXPECT_THAT(TheSettings().reads, ElementsAre());
+}
+
+TEST_F(Visibility, OfNoMenuKeyIsHidden) {
+    EXPECT_EQ(check_visibility_int(nullptr), 0);
+    EXPECT_THAT(Log(), ElementsAre(Debug("check_visibility_int called with Key: (null)"),
+                                   Debug("Item will not be shown")));
+}
+
+TEST_F(Visibility, IsLoggedWithTheMenusQuestion) {
+    TheFactoryData().Hold(81);
+    Hold(2, false, 0);
+    EXPECT_EQ(check_visibility_int(MENU_KEY), 1);
+    EXPECT_EQ(Log().front(),
+              Debug(std::string("check_visibility_int called with Key: ") + MENU_KEY));
+    EXPECT_EQ(Log().front().file, "visibility-checker.cpp");
+    EXPECT_EQ(Log().front().function, "check_visibility_int");
+    EXPECT_EQ(Log().back(), Debug("CheckVisibility resulting in :1"));
+    EXPECT_EQ(Log().back().function, "CheckVisibility");
+}
+
+}  // namespace
+}  // namespace applist::test
