@@ -45,12 +45,15 @@ std::unique_ptr<XImage, FreeImage> Grab(Display* display, Window window, int x, 
 }
 
 std::string TitleOf(Display* display, Window window) {
-    char* title = nullptr;
-    if (XFetchName(display, window, &title) == 0) {
-        return {};
-    }
-    const std::unique_ptr<char, FreeXlib> owner(title);
-    return title;
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* title = nullptr;
+    XGetWindowProperty(display, window, XInternAtom(display, "_NET_WM_NAME", False), 0, 256, False,
+                       AnyPropertyType, &type, &format, &count, &left, &title);
+    const std::unique_ptr<unsigned char, FreeXlib> owner(title);
+    return format == 8 ? std::string(reinterpret_cast<const char*>(title), count) : std::string();
 }
 
 bool IsMapped(Display* display, Window window) {
@@ -154,7 +157,9 @@ void XDisplay::TypeKey(const std::string& name) {
     ReleaseKey(name);
 }
 
-void XDisplay::TypeKeyCode(unsigned int code) {
+void XDisplay::TypeKeyWithSymbol(unsigned long symbol, unsigned int code) {
+    KeySym symbols[] = {symbol};
+    XChangeKeyboardMapping(m_display, static_cast<int>(code), 1, symbols, 1);
     SendKey(code, true);
     SendKey(code, false);
 }

@@ -66,11 +66,15 @@ void OnRowFocused(void*, Evas_Object*, void* row) {
     std::printf("focused %d\n", elm_genlist_item_index_get(static_cast<Elm_Object_Item*>(row)));
 }
 
+void FocusRow(void* row) {
+    elm_object_item_focus_set(static_cast<Elm_Object_Item*>(row), EINA_TRUE);
+}
+
 // Focuses the first row, once, as soon as it can take the focus.
 void OnRowRealized(void*, Evas_Object* list, void* row) {
     if (row == elm_genlist_first_item_get(list)) {
         evas_object_smart_callback_del(list, "realized", OnRowRealized);
-        elm_object_item_focus_set(static_cast<Elm_Object_Item*>(row), EINA_TRUE);
+        ecore_job_add(FocusRow, row);
     }
 }
 
