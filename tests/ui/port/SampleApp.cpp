@@ -4,6 +4,7 @@
 // A small application on the port, with the kind of window the list has: transparent, full screen,
 // a popup with rows. It tells on standard output, line by line, what happens to it. Options:
 //   --rows N          so many rows in the popup (default 3)
+//   --late-popup      the window is empty for its first frames
 //   --no-window       no window at all
 //   --refuse          create returns false
 //   --exit-in WHERE   asks for its end, three times, in "create" or "launch"
@@ -33,6 +34,7 @@ constexpr const char* TITLE = "port-sample";
 struct Sample {
     int rows = 3;
     bool window = true;
+    bool latePopup = false;
     bool refuse = false;
     bool elmExit = false;
     bool exitOnSecond = false;
@@ -111,6 +113,11 @@ void AddList(Sample& sample, Evas_Object* popup) {
     elm_object_content_set(popup, list);
 }
 
+Eina_Bool ShowPopup(void* popup) {
+    evas_object_show(static_cast<Evas_Object*>(popup));
+    return ECORE_CALLBACK_CANCEL;
+}
+
 void BuildWindow(Sample& sample) {
     sample.toplevel = elm_win_add(nullptr, TITLE, ELM_WIN_DIALOG_BASIC);
     elm_win_title_set(sample.toplevel, TITLE);
@@ -128,7 +135,11 @@ void BuildWindow(Sample& sample) {
     elm_object_part_text_set(popup, "title,text", "Data services");
     AddList(sample, popup);
     evas_object_smart_callback_add(sample.toplevel, "focus,in", OnWindowFocused, &sample);
-    evas_object_show(popup);
+    if (sample.latePopup) {
+        ecore_timer_add(0.3, ShowPopup, popup);
+    } else {
+        evas_object_show(popup);
+    }
 }
 
 void Complain() {
@@ -215,6 +226,7 @@ Sample ParseArguments(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string_view option = argv[i];
         sample.window = sample.window && option != "--no-window";
+        sample.latePopup = sample.latePopup || option == "--late-popup";
         sample.refuse = sample.refuse || option == "--refuse";
         sample.elmExit = sample.elmExit || option == "--elm-exit";
         sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";

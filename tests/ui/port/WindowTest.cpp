@@ -4,8 +4,11 @@
 // The sample application on a real X server, with and without what a desktop has.
 #include <algorithm>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "SampleProcess.h"
@@ -48,12 +51,31 @@ std::string WithoutAnimatorLines(const std::string& errors) {
     return rest;
 }
 
+// Processes that were started with this home, by what they are called.
+std::vector<std::string> ProcessesWithHome(const std::string& home) {
+    std::vector<std::string> names;
+    std::error_code gone;
+    for (const auto& process : std::filesystem::directory_iterator("/proc", gone)) {
+        std::ifstream file(process.path() / "environ");
+        const std::string environment{std::istreambuf_iterator<char>(file), {}};
+        if (environment.find("HOME=" + home + '\0') != std::string::npos) {
+            std::ifstream(process.path() / "comm") >> names.emplace_back();
+        }
+    }
+    return names;
+}
+
 class Window : public testing::TestWithParam<Desktop> {};
 
 TEST_P(Window, ShowsItsRowsAndFocusesTheFirst) {
     OnDisplay on(GetParam());
     EXPECT_TRUE(on.WaitForPicture());
     EXPECT_TRUE(on.sample.WaitForLines("focused 1", 1));
+}
+
+TEST_P(Window, RendersWhatComesAfterAnEmptyFirstFrame) {
+    OnDisplay on(GetParam(), {"--late-popup"});
+    EXPECT_TRUE(on.display.WaitUntil([&] { return on.display.Shows(PANEL); }));
 }
 
 TEST_P(Window, MovesTheFocusWithTheKeys) {
@@ -82,8 +104,8 @@ TEST_P(Window, LeavesStandardErrorSilentAndNothingBehind) {
     OnDisplay on(GetParam());
     ASSERT_TRUE(on.WaitForPicture());
     on.sample.Process().Signal(SIGTERM);
-    // Reads to the end of both streams: a helper process that held one would keep us here.
     EXPECT_EQ(on.sample.WaitForExit(), 0);
+    EXPECT_THAT(ProcessesWithHome(on.sample.Home()), testing::IsEmpty());
     EXPECT_EQ(WithoutAnimatorLines(on.sample.Errors()), "");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(on.sample.Home())) {
         EXPECT_FALSE(entry.is_regular_file()) << entry.path();
