@@ -19,6 +19,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr std::chrono::milliseconds LOOK_AGAIN{250};
 constexpr uint32_t COLOUR_MASK = 0xFFFFFF;
 
 struct FreeXlib {
@@ -176,12 +177,14 @@ bool XDisplay::WaitUntil(const std::function<bool()>& condition,
         if (XPending(m_display) > 0) {
             continue;
         }
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        const auto now = Clock::now();
         pollfd connection{ConnectionNumber(m_display), POLLIN, 0};
-        if (left.count() <= 0 || poll(&connection, 1, static_cast<int>(left.count())) <= 0) {
+        if (now >= deadline) {
             return false;
         }
+        // A compositor may paint without an event reaching us; look again now and then.
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - now);
+        poll(&connection, 1, static_cast<int>(std::min(left, LOOK_AGAIN).count()));
     }
 }
 

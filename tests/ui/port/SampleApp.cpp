@@ -64,6 +64,10 @@ char* RowText(void* data, Evas_Object*, const char* part) {
     return strdup((names[row % names.size()] + " " + std::to_string(row)).c_str());
 }
 
+void OnDismissed(void*, Evas_Object*, void*) {
+    std::puts("dismissed");
+}
+
 void OnRowFocused(void*, Evas_Object*, void* row) {
     std::printf("focused %d\n", elm_genlist_item_index_get(static_cast<Elm_Object_Item*>(row)));
 }
@@ -133,6 +137,7 @@ void BuildWindow(Sample& sample) {
     evas_object_show(sample.toplevel);
     Evas_Object* popup = elm_popup_add(sample.toplevel);
     elm_object_part_text_set(popup, "title,text", "Data services");
+    evas_object_smart_callback_add(popup, "dismissed", OnDismissed, nullptr);
     AddList(sample, popup);
     evas_object_smart_callback_add(sample.toplevel, "focus,in", OnWindowFocused, &sample);
     if (sample.latePopup) {
