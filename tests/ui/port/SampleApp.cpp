@@ -84,6 +84,11 @@ void OnRowRealized(void*, Evas_Object* list, void* row) {
     }
 }
 
+Eina_Bool OnKeyDown(void*, int, void* event) {
+    std::printf("press %s\n", static_cast<Ecore_Event_Key*>(event)->key);
+    return ECORE_CALLBACK_PASS_ON;
+}
+
 Eina_Bool OnKeyUp(void*, int, void* event) {
     const auto* key = static_cast<Ecore_Event_Key*>(event);
     std::printf("key %s %s\n", key->key, key->keyname);
@@ -177,6 +182,7 @@ bool Create(void* data) {
     if (sample.refuse) {
         return false;
     }
+    ecore_event_handler_add(ECORE_EVENT_KEY_DOWN, OnKeyDown, nullptr);
     ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, nullptr);
     if (sample.window) {
         BuildWindow(sample);

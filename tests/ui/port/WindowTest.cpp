@@ -173,6 +173,8 @@ TEST(Keys, EscapeArrivesAsBackAndLeavesThePopup) {
     ASSERT_TRUE(on.WaitForPicture());
     on.display.TypeKey("Escape");
     EXPECT_TRUE(on.sample.WaitForLines("key XF86Back XF86Back", 1));
+    EXPECT_EQ(on.sample.Count("press XF86Back"), 1);
+    EXPECT_EQ(on.sample.Count("press Escape"), 0);
     on.display.TypeKey("Down");
     EXPECT_TRUE(on.sample.WaitForLines("focused 2", 1));
     EXPECT_EQ(on.sample.Count("dismissed"), 0);
