@@ -1,0 +1,310 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "bus/BusLink.h"
+#include "bus/Names.h"
+#include "support/GlibWait.h"
+#include "support/PrivateBus.h"
+
+namespace applist::sim {
+namespace {
+
+using test::PrivateBus;
+using test::RoundTrip;
+using test::RunUntil;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Lines = std::vector<std::string>;
+
+std::string Text(const Bytes& bytes) {
+    return {bytes.begin(), bytes.end()};
+}
+Bytes ToBytes(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+/// Keeps what the link tells; answers calls with their own bytes behind "re:".
+class RecordingListener : public BusLinkListener {
+public:
+    void Connected(const std::string& application) override { Note("connected", application); }
+    void Disconnected(const std::string& application) override {
+        Note("disconnected", application);
+    }
+    void Notified(const std::string& application, const Bytes& message) override {
+        Note("notified " + Text(message), application);
+    }
+    Bytes Called(const std::string& application, const Bytes& message) override {
+        Note("called " + Text(message), application);
+        return ToBytes("re:" + Text(message));
+    }
+    void LinkFailed(const std::string& error) override { lines.push_back("failed " + error); }
+    void BusLost() override { lines.emplace_back("bus lost"); }
+
+    Lines lines;
+
+private:
+    void Note(const std::string& what, const std::string& application) {
+        lines.push_back(what + " " + application);
+    }
+};
+
+/// An application on a bus connection of its own whose every step the test makes, and which hears
+/// what the middleware announces and signals.
+class ScriptedApplication {
+public:
+    explicit ScriptedApplication(const std::string& address)
+        : m_connection(std::move(*OpenBus(address))),
+          m_name(g_dbus_connection_get_unique_name(m_connection.get())) {
+        Subscribe("org.freedesktop.DBus", "NameOwnerChanged");
+        Subscribe(names::INTERFACE, names::SIGNAL);
+    }
+    ~ScriptedApplication() { Leave(); }
+    ScriptedApplication(const ScriptedApplication&) = delete;
+    ScriptedApplication& operator=(const ScriptedApplication&) = delete;
+    ScriptedApplication(ScriptedApplication&&) = delete;
+    ScriptedApplication& operator=(ScriptedApplication&&) = delete;
+
+    const std::string& name() const { return m_name; }
+    GDBusConnection* connection() const { return m_connection.get(); }
+
+    void Announce(const char* suffix) {
+        const auto announced = AnnounceName(connection(), std::string(names::SERVICE) + suffix);
+        EXPECT_TRUE(announced && *announced) << announced.error();
+    }
+
+    // Owns or releases a name without the other half of an announcement.
+    void Ask(const char* method, GVariant* parameters) {
+        const GVariantPtr reply(g_dbus_connection_call_sync(
+            connection(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+            method, parameters, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+        EXPECT_TRUE(reply);
+    }
+    void Own(const std::string& name) {
+        Ask("RequestName", g_variant_new("(su)", name.c_str(), 4));
+    }
+    void Release(const std::string& name) {
+        Ask("ReleaseName", g_variant_new("(s)", name.c_str()));
+    }
+
+    void Notify(const std::string& destination, GVariant* content) {
+        g_dbus_connection_emit_signal(connection(), destination.c_str(), names::OBJECT_PATH,
+                                      names::INTERFACE, names::SIGNAL, content, nullptr);
+    }
+
+    void Leave() {
+        m_subscriptions.clear();
+        if (m_connection) {
+            g_dbus_connection_close_sync(connection(), nullptr, nullptr);
+            m_connection.reset();
+        }
+    }
+
+    Lines heard;             ///< Announcements by their suffix, and signals.
+    std::string middleware;  ///< Who made the last announcement.
+
+private:
+    void Subscribe(const char* interface, const char* member) {
+        GDBusConnection* bus = connection();
+        const unsigned id = g_dbus_connection_signal_subscribe(
+            bus, nullptr, interface, member, nullptr, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
+            [](GDBusConnection*, const char*, const char*, const char*, const char* name,
+               GVariant* content,
+               void* self) { static_cast<ScriptedApplication*>(self)->Hear(name, content); },
+            this, nullptr);
+        m_subscriptions.emplace_back([bus, id] { g_dbus_connection_signal_unsubscribe(bus, id); });
+    }
+
+    void Hear(const std::string& member, GVariant* content) {
+        if (member == names::SIGNAL) {
+            heard.push_back("signal " + std::string(g_variant_get_bytestring(
+                                            g_variant_get_child_value(content, 0))));
+            return;
+        }
+        const char* name = nullptr;
+        const char* oldOwner = nullptr;
+        const char* newOwner = nullptr;
+        g_variant_get(content, "(&s&s&s)", &name, &oldOwner, &newOwner);
+        const std::string base = names::CLIENT;
+        if (std::string(name).starts_with(base) && *newOwner == '\0') {
+            heard.push_back(name + base.size());
+            middleware = oldOwner;
+        }
+    }
+
+    ConnectionPtr m_connection;
+    std::string m_name;
+    std::vector<Registration> m_subscriptions;
+};
+
+class BusLinkTest : public testing::Test {
+protected:
+    void SetUp() override { Start(); }
+
+    void Start() {
+        auto connection = OpenBus(m_bus.Address());
+        ASSERT_TRUE(connection) << connection.error();
+        m_link = std::make_unique<BusLink>(std::move(*connection), m_listener);
+        EXPECT_TRUE(AwaitHeard(names::SYN));
+        m_application.heard.clear();
+    }
+
+    bool AwaitHeard(const std::string& what) {
+        return RunUntil(
+            [&] { return !m_application.heard.empty() && m_application.heard.back() == what; });
+    }
+    bool AwaitLine(const std::string& line) {
+        return RunUntil(
+            [&] { return !m_listener.lines.empty() && m_listener.lines.back() == line; });
+    }
+    // Until what the application did so far has reached the link, and its answers the application.
+    void Settle() {
+        ASSERT_TRUE(RoundTrip(m_application.connection()));
+        for (int i = 0; i < 2; ++i) {
+            ASSERT_TRUE(RunUntil([asked = 0]() mutable { return ++asked > 20; }));
+            ASSERT_TRUE(RoundTrip(m_application.connection()));
+        }
+    }
+    void Connect() {
+        m_application.Announce(names::SYN_ACK);
+        ASSERT_TRUE(AwaitLine("connected " + m_application.name()));
+        m_listener.lines.clear();
+        m_application.heard.clear();
+    }
+
+    PrivateBus m_bus;
+    ScriptedApplication m_application{m_bus.Address()};
+    RecordingListener m_listener;
+    std::unique_ptr<BusLink> m_link;
+};
+
+TEST_F(BusLinkTest, ConnectsAnApplicationThatRunsAlready) {
+    m_application.Announce(names::SYN_ACK);
+    EXPECT_TRUE(AwaitHeard(names::ACK));
+    EXPECT_THAT(m_application.heard, ElementsAre(names::ACK));
+    EXPECT_TRUE(AwaitLine("connected " + m_application.name()));
+}
+
+TEST_F(BusLinkTest, ConnectsAnApplicationThatStartsLater) {
+    m_application.Announce(names::SYN);
+    EXPECT_TRUE(AwaitHeard(names::SYN_ACK));
+    EXPECT_THAT(m_listener.lines, IsEmpty());
+    m_application.Announce(names::ACK);
+    EXPECT_TRUE(AwaitLine("connected " + m_application.name()));
+    EXPECT_THAT(m_application.heard, ElementsAre(names::SYN_ACK));
+}
+
+TEST_F(BusLinkTest, ConnectsOnceWhenBothStartTogether) {
+    m_application.Announce(names::SYN);
+    m_application.Announce(names::SYN_ACK);
+    EXPECT_TRUE(AwaitHeard(names::ACK));
+    EXPECT_THAT(m_application.heard, ElementsAre(names::SYN_ACK, names::ACK));
+    m_application.Announce(names::ACK);
+    Settle();
+    EXPECT_THAT(m_listener.lines, ElementsAre("connected " + m_application.name()));
+}
+
+TEST_F(BusLinkTest, TakesOnlyTheReleaseOfANameAsAnAnnouncement) {
+    const std::string name = std::string(names::SERVICE) + names::SYN;
+    m_application.Own(name);
+    Settle();
+    EXPECT_THAT(m_application.heard, IsEmpty());
+    m_application.Release(name);
+    EXPECT_TRUE(AwaitHeard(names::SYN_ACK));
+}
+
+TEST_F(BusLinkTest, WaitsWhileAnotherMiddlewareAnnouncesUnderTheSameName) {
+    const std::string name = std::string(names::CLIENT) + names::SYN_ACK;
+    ScriptedApplication other(m_bus.Address());
+    other.Own(name);
+    m_application.Announce(names::SYN);
+    Settle();
+    EXPECT_THAT(m_application.heard, IsEmpty());
+    other.Release(name);
+    EXPECT_TRUE(RunUntil([&] { return m_application.heard.size() == 2; }));
+    EXPECT_THAT(m_application.heard, ElementsAre(names::SYN_ACK, names::SYN_ACK));
+    EXPECT_NE(m_application.middleware, other.name());
+}
+
+TEST_F(BusLinkTest, LosesAnApplicationAndTakesTheNext) {
+    Connect();
+    const std::string first = m_application.name();
+    m_application.Leave();
+    EXPECT_TRUE(AwaitLine("disconnected " + first));
+    ScriptedApplication next(m_bus.Address());
+    next.Announce(names::SYN);
+    next.Announce(names::ACK);
+    EXPECT_TRUE(AwaitLine("connected " + next.name()));
+}
+
+TEST_F(BusLinkTest, HandsOnTheSignalsOfItsApplicationOnly) {
+    ScriptedApplication stranger(m_bus.Address());
+    Connect();
+    const std::string middleware = m_application.middleware;
+    stranger.Notify(middleware, g_variant_new("(^ay)", "strange"));
+    ASSERT_TRUE(RoundTrip(stranger.connection()));
+    m_application.Notify(middleware, g_variant_new("(s)", "no bytes"));
+    m_application.Notify(
+        middleware, g_variant_new("(@ay)", g_variant_new_array(G_VARIANT_TYPE_BYTE, nullptr, 0)));
+    EXPECT_TRUE(AwaitLine("notified  " + m_application.name()));
+    EXPECT_EQ(m_listener.lines.size(), 1U);
+}
+
+TEST_F(BusLinkTest, AnswersTheCallsOfAnApplication) {
+    Connect();
+    std::string reply;
+    g_dbus_connection_call(
+        m_application.connection(), m_application.middleware.c_str(), names::OBJECT_PATH,
+        names::INTERFACE, names::METHOD, g_variant_new("(^ay)", "hello"), G_VARIANT_TYPE("(ay)"),
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
+        [](GObject* source, GAsyncResult* result, void* text) {
+            const GVariantPtr value(
+                g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
+            const GVariantPtr array(g_variant_get_child_value(value.get(), 0));
+            *static_cast<std::string*>(text) = g_variant_get_bytestring(array.get());
+        },
+        &reply);
+    EXPECT_TRUE(RunUntil([&] { return !reply.empty(); }));
+    EXPECT_EQ(reply, "re:hello");
+}
+
+TEST_F(BusLinkTest, SignalsToOneApplication) {
+    ScriptedApplication other(m_bus.Address());
+    Connect();
+    EXPECT_EQ(m_link->Emit(m_application.name(), Bytes{'h', 'i', '\0'}), "");
+    EXPECT_TRUE(AwaitHeard("signal hi"));
+    EXPECT_THAT(other.heard, IsEmpty());
+}
+
+TEST_F(BusLinkTest, ReportsACallThatNobodyAnswers) {
+    Connect();
+    std::string error;
+    m_link->Call(m_application.name(), {}, [&](const Result<Bytes>& reply) {
+        EXPECT_FALSE(reply);
+        error = reply.error();
+    });
+    m_application.Leave();
+    EXPECT_TRUE(RunUntil([&] { return !error.empty(); }));
+}
+
+TEST_F(BusLinkTest, GivesUpItsCallsWhenItEnds) {
+    Connect();
+    bool told = false;
+    m_link->Call(m_application.name(), {}, [&](const Result<Bytes>&) { told = true; });
+    m_link.reset();
+    EXPECT_FALSE(told);
+}
+
+TEST_F(BusLinkTest, SaysWhenTheBusIsGone) {
+    m_application.Leave();
+    m_bus.Stop();
+    EXPECT_TRUE(AwaitLine("bus lost"));
+}
+
+}  // namespace
+}  // namespace applist::sim
