@@ -8,7 +8,9 @@
 
 #include <gmock/gmock.h>
 
+#include "bus/simulator/ScriptedApplication.h"
 #include "support/ChildProcess.h"
+#include "support/GlibWait.h"
 #include "support/PrivateBus.h"
 #include "support/TemporaryDir.h"
 #include "support/TsGenerator.h"
@@ -229,20 +231,14 @@ TEST_F(Commands, CallEndsWithoutAnApplication) {
     EXPECT_EQ(call->Errors(), "javamw-sim: no application within 0 s\n");
 }
 
-// A stopped process takes calls and never answers them; its end is an answer all the same.
-TEST_F(Commands, CallFailsWhenTheApplicationEndsFirst) {
-    const Process watch = Simulate({"watch"});
-    const Process list = StartList();
-    ASSERT_TRUE(watch->WaitForText("LocalCreated"));
+TEST_F(Commands, CallFailsOnAnApplicationThatServesNothing) {
+    ScriptedApplication application(m_bus.Address());
     const Process call = Simulate({"call", "GetSelection", "--timeout=60"});
-    list->Signal(SIGSTOP);
-    list->Signal(SIGKILL);
-    const auto status = call->WaitForExit();
-    // Either the answer was quicker than the signal or the call was lost with the application.
-    if (status == CALL_FAILED) {
-        EXPECT_THAT(call->Errors(), StartsWith("javamw-sim: GetSelection failed: "));
-    }
-    Interrupt(*watch);
+    ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
+    application.Announce(sim::names::SYN_ACK);
+    EXPECT_EQ(call->WaitForExit(), CALL_FAILED);
+    EXPECT_EQ(call->Output(), "");
+    EXPECT_THAT(call->Errors(), StartsWith("javamw-sim: GetSelection failed: "));
 }
 
 TEST_F(Commands, StopWhenTheBusIsGone) {
