@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 
+#include <gio/gio.h>
 #include <glib-unix.h>
 
 #include "applist/DefaultAppListModel.h"
@@ -48,6 +49,15 @@ int OnEnd(void* list) {
     return G_SOURCE_CONTINUE;
 }
 
+// What was sent stands in a queue of GIO's, which the end of the process would throw away; a screen
+// takes long enough to close that this program alone needs care.
+void Flush() {
+    if (GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr)) {
+        g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+        g_object_unref(bus);
+    }
+}
+
 }  // namespace
 
 // Nobody reads this program's log.
@@ -63,6 +73,7 @@ int main() {
     std::puts("ready");
     std::fflush(stdout);
     g_main_loop_run(list.loop);
+    Flush();
     g_main_loop_unref(list.loop);
     return 0;
 }
