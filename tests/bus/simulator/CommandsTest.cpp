@@ -73,8 +73,8 @@ protected:
 // The unique name differs from run to run.
 const std::string FILLED =
     "connected :[0-9.]+\n"
+    "event 4 LocalCreated selection none\n"
     "filled :[0-9.]+ with 2 items\n"
-    "event 4 LocalCreated selection w1\tWeather\n"
     "event 1 ItemChanged selection w1\tWeather\n"
     "event 2 ItemSelected selection w1\tWeather\n";
 const std::string LAST_OF_FILLED = "event 2 ItemSelected selection w1\tWeather\n";
@@ -89,14 +89,28 @@ TEST_F(Commands, ServeFillsAnApplicationThatRunsAlready) {
 }
 
 TEST_F(Commands, ServeFillsAnApplicationThatStartsLater) {
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    {
+        // One that comes and goes shows that the simulator listens.
+        const Process first = StartList();
+        ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
+    }
+    ASSERT_TRUE(serve->WaitForText("disconnected"));
+    const size_t before = serve->Output().find("disconnected");
+    const Process list = StartList();
+    EXPECT_TRUE(serve->WaitUntil(
+        [&] { return serve->Output().find(LAST_OF_FILLED, before) != std::string::npos; }));
+    Interrupt(*serve);
+}
+
+// Each hears what the application answers to the other, and must not take it for its own.
+TEST_F(Commands, SeveralAtOnceAreEachConnected) {
     const Process watch = Simulate({"watch"});
     const Process serve = Simulate({"serve", "--items", ItemFile()});
-    // An application that came and went shows that both are listening.
-    for (int i = 0; i < 2; ++i) {
-        const Process list = StartList();
-        EXPECT_TRUE(serve->WaitForText(LAST_OF_FILLED));
-        EXPECT_TRUE(watch->WaitForText("connected"));
-    }
+    const Process list = StartList();
+    EXPECT_TRUE(serve->WaitForText(LAST_OF_FILLED));
+    EXPECT_TRUE(watch->WaitForText("event 4 LocalCreated"));
+    EXPECT_THAT(serve->Output(), MatchesRegex(FILLED));
     Interrupt(*serve);
     Interrupt(*watch);
 }

@@ -45,7 +45,7 @@ TEST_F(RecordedBroadcast, OffersTwoOfThreeApplicationsSharedByItsServices) {
               (Items{{"0000000b.1ab6", "Launcher SAT"}, {"0000000b.1ab7", "Programmi TV SAT"}}));
     EXPECT_EQ(broadcast.damagedPackets, 0U);
     EXPECT_EQ(broadcast.damagedSections, 0U);
-    for (const size_t service : {0, 1}) {
+    for (const size_t service : {size_t{0}, size_t{1}}) {
         ASSERT_EQ(broadcast.services.at(service).tables.size(), 3U);
         const Application& hidden = broadcast.services[service].tables[0].applications.at(0);
         EXPECT_EQ(UniqueId(hidden), "0000000b.1ab5");
