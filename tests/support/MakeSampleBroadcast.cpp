@@ -74,7 +74,7 @@ TsBytes SampleBroadcast() {
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fputs("Usage: make-sample-broadcast FILE\n", stderr);
+        static_cast<void>(std::fputs("Usage: make-sample-broadcast FILE\n", stderr));
         return 2;
     }
     const applist::test::TsBytes stream = applist::test::SampleBroadcast();
@@ -83,7 +83,8 @@ int main(int argc, char** argv) {
                static_cast<std::streamsize>(stream.size()));
     file.close();
     if (!file) {
-        std::fprintf(stderr, "make-sample-broadcast: cannot write %s\n", argv[1]);
+        static_cast<void>(
+            std::fprintf(stderr, "make-sample-broadcast: cannot write %s\n", argv[1]));
         return 1;
     }
     return 0;

@@ -70,8 +70,8 @@ int main() {
     g_unix_signal_add(SIGUSR1, OnNext, &list);
     g_unix_signal_add(SIGUSR2, OnActivate, &list);
     g_unix_signal_add(SIGTERM, OnEnd, &list);
-    std::puts("ready");
-    std::fflush(stdout);
+    static_cast<void>(std::puts("ready"));
+    static_cast<void>(std::fflush(stdout));
     g_main_loop_run(list.loop);
     Flush();
     g_main_loop_unref(list.loop);
