@@ -58,6 +58,16 @@ TEST(Handshake, LeavesAnswersToAnotherMiddlewareAlone) {
     EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
 }
 
+TEST(Handshake, AcknowledgesTheApplicationAlsoAfterAnAckThatMayHaveBeenAnothers) {
+    Handshake handshake;
+    handshake.Heard(Announcement::Syn, APPLICATION);
+    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), CONNECT);
+    const HandshakeStep acknowledge{
+        .lost = false, .establish = false, .answer = Announcement::Ack, .connected = false};
+    EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), acknowledge);
+    EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), NOTHING);
+}
+
 TEST(Handshake, StartsAnewWithAnApplicationThatBeginsAgainOnTheSameConnection) {
     Handshake handshake;
     handshake.Heard(Announcement::SynAck, APPLICATION);
