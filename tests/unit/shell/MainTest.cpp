@@ -1,0 +1,126 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The program's entry, built with its main renamed, over a recorded framework.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "AppListEntry.h"
+#include "BannerEntry.h"
+#include "fakes/FakeApp.h"
+#include "fakes/FakePlatformLog.h"
+#include "unit/shell/FakeGraph.h"
+
+int applist_main(int argc, char** argv);
+
+namespace {
+
+bool g_visible = true;
+int g_decisions = 0;
+
+}  // namespace
+
+// The decision, as a test wants it.
+bool CheckVisibility() {
+    ++g_decisions;
+    return g_visible;
+}
+
+namespace applist::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+class Main : public testing::Test {
+protected:
+    Main() {
+        TheApp() = FakeApp{};
+        Graph() = GraphJournal{};
+        ClearLog();
+        g_decisions = 0;
+    }
+
+    int Run(bool visible, int loopResult = 0) {
+        g_visible = visible;
+        TheApp().result = loopResult;
+        testing::internal::CaptureStdout();
+        const int status = applist_main(1, m_argv);
+        m_output = testing::internal::GetCapturedStdout();
+        return status;
+    }
+
+    char m_name[8] = "applist";
+    char* m_argv[2] = {m_name, nullptr};
+    std::string m_output;
+};
+
+TEST_F(Main, PrintsTheVersionLineWhateverTheDecision) {
+    Run(true);
+    EXPECT_EQ(m_output, "APPLIST v: plm-applist-20150201.1\n");
+    Run(false);
+    EXPECT_EQ(m_output, "APPLIST v: plm-applist-20150201.1\n");
+}
+
+TEST_F(Main, DecidesOnceAndRunsOneLoop) {
+    Run(true);
+    EXPECT_EQ(g_decisions, 1);
+    EXPECT_EQ(TheApp().runs.size(), 1U);
+}
+
+TEST_F(Main, RunsTheListWithTheEntryAsUserDataWhenVisible) {
+    EXPECT_EQ(Run(true), 0);
+    ASSERT_EQ(TheApp().runs.size(), 1U);
+    const ui_app_callbacks& table = TheApp().runs[0];
+    EXPECT_EQ(table.create, AppListEntry::Create);
+    EXPECT_EQ(table.terminate, AppListEntry::Terminate);
+    EXPECT_EQ(table.pause, AppListEntry::Pause);
+    EXPECT_EQ(table.resume, AppListEntry::Resume);
+    EXPECT_EQ(table.app_control, AppListEntry::Service);
+    EXPECT_NE(TheApp().userData[0], nullptr);
+}
+
+TEST_F(Main, LogsTheListBranchInOrderAndDeletesTheEntryLast) {
+    Run(true);
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("CheckVisibility returned true. Showing application"),
+                            Debug("start efl main"), Debug("end efl main"), Debug("Delete")));
+}
+
+TEST_F(Main, RunsTheBannerWithoutUserDataAndWithoutAnEntryWhenHidden) {
+    EXPECT_EQ(Run(false), 0);
+    ASSERT_EQ(TheApp().runs.size(), 1U);
+    const ui_app_callbacks& table = TheApp().runs[0];
+    EXPECT_EQ(table.create, BannerCreate);
+    EXPECT_EQ(table.terminate, BannerTerminate);
+    EXPECT_EQ(table.pause, BannerPause);
+    EXPECT_EQ(table.resume, BannerResume);
+    EXPECT_EQ(table.app_control, BannerService);
+    EXPECT_EQ(TheApp().userData[0], nullptr);
+    EXPECT_THAT(LogMessages(), Not(Contains("Delete")));
+}
+
+TEST_F(Main, LogsTheBannerBranchInOrder) {
+    Run(false);
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("Application can not be shown due to CheckVisibility returning false"),
+                    Debug("end efl main")));
+}
+
+TEST_F(Main, GivesTheLoopsFailureAsExitStatusAndLogsIt) {
+    EXPECT_EQ(Run(true, 3), 3);
+    EXPECT_THAT(Log(), ElementsAre(Debug("CheckVisibility returned true. Showing application"),
+                                   Debug("start efl main"), Error("app_main() is failed. err = 3"),
+                                   Debug("end efl main"), Debug("Delete")));
+    ClearLog();
+    EXPECT_EQ(Run(false, -7), -7);
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("Application can not be shown due to CheckVisibility returning false"),
+                    Error("app_main() is failed. err = -7"), Debug("end efl main")));
+}
+
+}  // namespace
+}  // namespace applist::test
