@@ -180,6 +180,9 @@ void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
 // A genlist cleared while one of its rows has the focus never moves it by key again, so the focus
 // is taken off the list before.
 void DefaultAppListRenderer::ClearRows() {
+    if (m_genlist == nullptr) {
+        return;
+    }
     elm_object_focus_allow_set(m_genlist, EINA_FALSE);
     elm_genlist_clear(m_genlist);
     elm_object_focus_allow_set(m_genlist, EINA_TRUE);
@@ -245,6 +248,19 @@ void DefaultAppListRenderer::OnRealized(Row* row) {
     if (m_focusItem == row) {
         LOG_ITEM("Moving focus to ", item);
         FocusTarget();
+    }
+}
+
+void DefaultAppListRenderer::OnWindowFocus(void* data, Evas_Object* /*obj*/, void* /*event_info*/) {
+    GuardCallback([data] { static_cast<DefaultAppListRenderer*>(data)->OnWindowFocus(); });
+}
+
+// The toolkit drops every request for a row's focus while the window has none, and picks a row of
+// its own, or none, when the window receives it.
+void DefaultAppListRenderer::OnWindowFocus() {
+    if (m_model != nullptr) {
+        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
+        ChangeSelection(m_model->GetSelection());
     }
 }
 

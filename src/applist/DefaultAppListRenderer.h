@@ -80,6 +80,8 @@ public:
     static void OnFocus(void* data, Evas_Object* obj, void* event_info);
     static void OnRealized(void* data, Evas_Object* obj, void* event_info);
     static void ItemSelectEvent(void* data, Evas_Object* obj, void* event_info);
+    /// The same for the window, without a row.
+    static void OnWindowFocus(void* data, Evas_Object* obj, void* event_info);
 
 protected:
     using Row = Elm_Object_Item;
@@ -116,6 +118,7 @@ protected:
 private:
     void OnFocus(Row* row);
     void OnRealized(Row* row);
+    void OnWindowFocus();
     void ItemSelectEvent(Row* row);
 
     /// Points m_focusItem at the last row with target's id, null where there is none. Returns the

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "AppControlRequest.h"
-#include "EventHandler.h"
 #include "alert-syspopup/AlertWindow.h"
+#include "display/EventHandler.h"
 
 namespace applist::desktop {
 

@@ -48,9 +48,15 @@ void KeyFile::Free::operator()(GKeyFile* file) const {
 KeyFile::KeyFile() : m_file(g_key_file_new()) {}
 
 Reading<KeyFile> KeyFile::Parse(std::string_view content) {
+    // What a file system may leave after a loss of power; the parser takes it for the file's end.
+    if (content.find('\0') != std::string_view::npos) {
+        return {{}, "damaged: it holds zero bytes"};
+    }
     KeyFile file;
+    // The parser takes a last line without its end for another one than with it.
+    const std::string text = std::string(content) + (content.ends_with('\n') ? "" : "\n");
     g_autoptr(GError) error = nullptr;
-    if (g_key_file_load_from_data(file.m_file.get(), content.data(), content.size(),
+    if (g_key_file_load_from_data(file.m_file.get(), text.data(), text.size(),
                                   G_KEY_FILE_KEEP_COMMENTS, &error) == FALSE) {
         return {{}, std::string("damaged: ") + error->message};
     }

@@ -7,8 +7,8 @@
 #include <gio/gio.h>
 
 #include "Log.h"
+#include "bus/SessionBus.h"
 #include "launch/LaunchProtocol.h"
-#include "launch/SessionBus.h"
 
 namespace applist::desktop {
 namespace {

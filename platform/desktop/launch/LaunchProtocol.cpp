@@ -3,21 +3,10 @@
 #include "launch/LaunchProtocol.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include <gio/gio.h>
 
 namespace applist::desktop {
-namespace {
-
-void AddPair(app_control_s& request, const std::string& pair) {
-    const size_t equals = pair.find('=');
-    if (equals != std::string::npos) {
-        request.extraData.emplace_back(pair.substr(0, equals), pair.substr(equals + 1));
-    }
-}
-
-}  // namespace
 
 std::string ObjectPathOf(const std::string& appId) {
     std::string path = "/" + appId;
@@ -60,17 +49,19 @@ std::vector<std::string> ToArguments(const app_control_s& request) {
     return arguments;
 }
 
-ProgramStart FromArguments(const std::string& appId, int argc, const char* const* argv) {
-    ProgramStart start{{appId, {}}};
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view argument = argv[i];
-        if (argument == SERVICE_ARGUMENT) {
-            start.asService = true;
-        } else if (argument == EXTRA_ARGUMENT && i + 1 < argc) {
-            AddPair(start.launch, argv[++i]);
+app_control_s FromArguments(const std::string& appId, int argc, const char* const* argv) {
+    app_control_s request{appId, {}};
+    for (int i = 1; i + 1 < argc; ++i) {
+        if (std::string(argv[i]) != EXTRA_ARGUMENT) {
+            continue;
+        }
+        const std::string pair = argv[++i];
+        const size_t equals = pair.find('=');
+        if (equals != std::string::npos) {
+            request.extraData.emplace_back(pair.substr(0, equals), pair.substr(equals + 1));
         }
     }
-    return start;
+    return request;
 }
 
 }  // namespace applist::desktop

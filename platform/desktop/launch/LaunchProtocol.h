@@ -48,16 +48,8 @@ app_control_s FromActionParameter(const std::string& appId, GVariant* parameter)
 /// A request's extra data as program arguments.
 std::vector<std::string> ToArguments(const app_control_s& request);
 
-/// What a program's arguments say about its start.
-struct ProgramStart {
-    /// The request with which it was started.
-    app_control_s launch;
-    /// The bus started it and will bring a request; launch is none.
-    bool asService = false;
-};
-
-/// Reads the arguments of this protocol and leaves others alone; an --extra without KEY=VALUE
-/// behind it carries nothing.
-ProgramStart FromArguments(const std::string& appId, int argc, const char* const* argv);
+/// The request that a program's arguments carry. Arguments that are not of this protocol are left
+/// to others; an --extra without KEY=VALUE behind it carries nothing.
+app_control_s FromArguments(const std::string& appId, int argc, const char* const* argv);
 
 }  // namespace applist::desktop

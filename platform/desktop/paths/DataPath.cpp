@@ -5,14 +5,17 @@
 #include <filesystem>
 #include <system_error>
 
-#include "DataFolder.h"
-
 namespace applist::desktop {
 
+std::string ProgramDir() {
+    std::error_code unreadable;
+    return std::filesystem::read_symlink("/proc/self/exe", unreadable).parent_path().string();
+}
+
 std::string FindData(const std::string& relative) {
-    for (const auto& share : {DataFolder(), std::filesystem::path(INSTALLED_DATA_DIR)}) {
+    for (const std::string& share : {ProgramDir() + "/../share", std::string(INSTALLED_DATA_DIR)}) {
         std::error_code absent;
-        const auto found = std::filesystem::canonical(share / relative, absent);
+        const auto found = std::filesystem::canonical(share + "/" + relative, absent);
         if (!absent) {
             return found.string();
         }

@@ -1,0 +1,55 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "applist/AppListModel.h"
+#include "applist/DefaultAppListItem.h"
+
+namespace applist::test {
+
+/// A model without rules: it holds what the test puts into it, notifies its listeners when told to
+/// and keeps the calls that it received.
+class FakeListModel : public AppListModel {
+public:
+    /// What GetAllItems() and GetSelection() answer. SetSelection() takes any item.
+    std::vector<AppListItem*> items;
+    AppListItem* selection = &nothing;
+
+    /// Every call, oldest first: "GetAllItems", "SetSelection(id)". Registrations name the
+    /// listener only by kind: "AddItemSelectionListener".
+    std::vector<std::string> history;
+    std::vector<ItemSelectionListener*> selectionListeners;
+    std::vector<ItemChangeListener*> changeListeners;
+
+    /// Puts the items in, selects one and announces it, as a model does.
+    void Show(const std::vector<AppListItem*>& newItems, AppListItem* newSelection);
+    /// Selects the item and announces it.
+    void Select(AppListItem* item);
+
+    void SetSelection(AppListItem* item) override;
+    AppListItem* GetSelection() override;
+    std::vector<AppListItem*> GetAllItems() override;
+    void SetClicked(AppListItem* item) override;
+    void RemoveAllItems() override;
+    void AddItems(const std::vector<AppListItem*>& newItems) override;
+    void AddItemAtEnd(AppListItem* item) override;
+    void RemoveItem(AppListItem* item) override;
+    void ModifyItem(AppListItem* oldItem, AppListItem* newItem) override;
+    int GetItemsCount() override;
+    void AddItemSelectionListener(ItemSelectionListener* listener) override;
+    void RemoveItemSelectionListener(ItemSelectionListener* listener) override;
+    void AddItemChangeListener(ItemChangeListener* listener) override;
+    void RemoveItemChangeListener(ItemChangeListener* listener) override;
+    void AddItemClickedListener(ItemClickListener* listener) override;
+    void RemoveItemClickedListener(ItemClickListener* listener) override;
+
+private:
+    void NotifySelected();
+
+    DefaultAppListItem nothing;
+};
+
+}  // namespace applist::test

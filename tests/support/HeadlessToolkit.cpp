@@ -1,0 +1,176 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "support/HeadlessToolkit.h"
+
+#include <algorithm>
+#include <array>
+#include <execinfo.h>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <Ecore_Evas.h>
+#include <Ecore_Input.h>
+#include <Efreet.h>
+#include <gtest/gtest.h>
+
+namespace applist::test {
+namespace {
+
+void SetEnvironment(const std::filesystem::path& home) {
+    setenv("ELM_ENGINE", "buffer", 1);
+    setenv("ECORE_NO_SYSTEM_MODULES", "1", 1);
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME",
+                             "XDG_RUNTIME_DIR", "TMPDIR"}) {
+        setenv(name, home.c_str(), 1);
+    }
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS"}) {
+        unsetenv(name);
+    }
+}
+
+Ecore_Evas* CanvasOf(Evas_Object* window) {
+    return ecore_evas_ecore_evas_get(evas_object_evas_get(window));
+}
+
+void DrawAll() {
+    Eina_List* canvases = ecore_evas_ecore_evas_list_get();
+    for (Eina_List* each = canvases; each != nullptr; each = eina_list_next(each)) {
+        ecore_evas_manual_render(static_cast<Ecore_Evas*>(eina_list_data_get(each)));
+    }
+    eina_list_free(canvases);
+}
+
+void SendKey(int type, const std::string& key) {
+    // The toolkit frees the event and nothing else; its strings live inside the same block.
+    auto* event =
+        static_cast<Ecore_Event_Key*>(calloc(1, sizeof(Ecore_Event_Key) + key.size() + 1));
+    char* text = reinterpret_cast<char*>(event + 1);
+    std::memcpy(text, key.c_str(), key.size() + 1);
+    event->keyname = text;
+    event->key = text;
+    ecore_event_add(type, event, nullptr, nullptr);
+}
+
+}  // namespace
+
+HeadlessToolkit::HeadlessToolkit(const std::vector<std::filesystem::path>& themes) {
+    SetEnvironment(m_home.path());
+    eina_init();
+    eina_log_print_cb_set(OnLog, this);
+    // Without this the first window starts a daemon that outlives the test.
+    efreet_cache_disable();
+    elm_init(0, nullptr);
+    for (const std::filesystem::path& theme : themes) {
+        // The toolkit would ignore a missing file without a word.
+        EXPECT_TRUE(std::filesystem::exists(theme)) << theme;
+        elm_theme_overlay_add(nullptr, theme.c_str());
+    }
+}
+
+HeadlessToolkit::~HeadlessToolkit() {
+    elm_shutdown();
+    eina_log_print_cb_set(eina_log_print_cb_stderr, nullptr);
+    eina_shutdown();
+    for (const std::string& text : m_expected) {
+        ADD_FAILURE() << "the toolkit did not complain as expected: " << text;
+    }
+}
+
+bool HeadlessToolkit::RunUntil(const std::function<bool()>& condition,
+                               std::chrono::milliseconds patience) {
+    bool late = false;
+    const double seconds = std::chrono::duration<double>(patience).count();
+    Ecore_Timer* timer = ecore_timer_add(
+        seconds,
+        [](void* data) -> Eina_Bool {
+            *static_cast<bool*>(data) = true;
+            return ECORE_CALLBACK_RENEW;
+        },
+        &late);
+    bool holds = condition();
+    while (!holds && !late) {
+        ecore_main_loop_iterate_may_block(1);
+        holds = condition();
+    }
+    ecore_timer_del(timer);
+    return holds;
+}
+
+void HeadlessToolkit::Settle() {
+    // Events cause jobs, jobs change what is drawn, and drawing makes rows and raises events.
+    constexpr int ROUNDS = 4;
+    for (int round = 0; round < ROUNDS; ++round) {
+        bool reached = false;
+        ecore_job_add([](void* data) { *static_cast<bool*>(data) = true; }, &reached);
+        RunUntil([&reached] { return reached; });
+        DrawAll();
+    }
+}
+
+void HeadlessToolkit::GiveFocus(Evas_Object* window) {
+    // A window in memory claims the focus from the start, without anybody having noticed: only a
+    // change is heard.
+    ecore_evas_focus_set(CanvasOf(window), EINA_FALSE);
+    ecore_evas_focus_set(CanvasOf(window), EINA_TRUE);
+    Settle();
+}
+
+void HeadlessToolkit::TakeFocus(Evas_Object* window) {
+    ecore_evas_focus_set(CanvasOf(window), EINA_FALSE);
+    Settle();
+}
+
+void HeadlessToolkit::PressKey(const std::string& key) {
+    SendKey(ECORE_EVENT_KEY_DOWN, key);
+    Settle();
+}
+
+void HeadlessToolkit::ReleaseKey(const std::string& key) {
+    SendKey(ECORE_EVENT_KEY_UP, key);
+    Settle();
+}
+
+bool HeadlessToolkit::SavePicture(Evas_Object* window, const std::filesystem::path& file) {
+    Ecore_Evas* canvas = CanvasOf(window);
+    ecore_evas_manual_render(canvas);
+    int width = 0;
+    int height = 0;
+    ecore_evas_geometry_get(canvas, nullptr, nullptr, &width, &height);
+    Evas_Object* image = evas_object_image_add(evas_object_evas_get(window));
+    evas_object_image_alpha_set(image, EINA_TRUE);
+    evas_object_image_size_set(image, width, height);
+    evas_object_image_data_copy_set(image,
+                                    const_cast<void*>(ecore_evas_buffer_pixels_get(canvas)));
+    const bool written = evas_object_image_save(image, file.c_str(), nullptr, nullptr) != EINA_FALSE;
+    evas_object_del(image);
+    return written;
+}
+
+void HeadlessToolkit::OnLog(const Eina_Log_Domain* domain, Eina_Log_Level level,
+                            const char* /*file*/, const char* function, int /*line*/,
+                            const char* format, void* data, va_list arguments) {
+    if (level > EINA_LOG_LEVEL_ERR) {
+        return;
+    }
+    std::array<char, 1024> text{};
+    std::vsnprintf(text.data(), text.size(), format, arguments);
+    static_cast<HeadlessToolkit*>(data)->OnError(std::string(domain->name) + ": " + function +
+                                                 "() " + text.data());
+}
+
+void HeadlessToolkit::OnError(const std::string& text) {
+    const auto expected =
+        std::find_if(m_expected.begin(), m_expected.end(), [&text](const std::string& part) {
+            return text.find(part) != std::string::npos;
+        });
+    if (expected != m_expected.end()) {
+        m_expected.erase(expected);
+        return;
+    }
+    m_errors.push_back(text);
+    ADD_FAILURE() << "toolkit error: " << text;
+}
+
+}  // namespace applist::test
