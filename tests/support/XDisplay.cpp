@@ -61,13 +61,17 @@ bool IsMapped(Display* display, Window window) {
 
 }  // namespace
 
+std::ostream& operator<<(std::ostream& out, const Desktop& desktop) {
+    return out << '"' << desktop.windowManager << "\" and \"" << desktop.compositor << '"';
+}
+
 XDisplay::XDisplay(const Desktop& desktop) {
     m_server = std::make_unique<ChildProcess>(std::vector<std::string>{
         "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0", "1920x1080x24"});
-    if (!m_server->WaitForText("\n")) {
+    const std::string& output = m_server->Output();
+    if (!m_server->WaitUntil([&output] { return output.find('\n') != std::string::npos; })) {
         GiveUp("Xvfb does not start: " + m_server->Errors());
     }
-    const std::string& output = m_server->Output();
     m_name = ":" + output.substr(0, output.find('\n'));
     Connect();
     if (!desktop.windowManager.empty()) {
@@ -248,6 +252,12 @@ void XDisplay::Cover() {
 
 void XDisplay::Uncover() {
     XDestroyWindow(m_display, m_cover);
+    XSync(m_display, False);
+}
+
+void XDisplay::PaintRoot(uint32_t colour) {
+    XSetWindowBackground(m_display, m_root, colour);
+    XClearWindow(m_display, m_root);
     XSync(m_display, False);
 }
 

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct Desktop {
     /// "picom" or "xcompmgr".
     std::string compositor;
 };
+std::ostream& operator<<(std::ostream& out, const Desktop& desktop);
 
 /// A screen of 1920x1080 pixels that nobody else uses: an Xvfb of its own on a free number, ready
 /// when the constructor returns. A display that cannot be started aborts the test program.
@@ -65,6 +67,8 @@ public:
     void Cover();
     void Uncover();
 
+    /// Fills the background, which stands for the broadcast, with one colour 0xRRGGBB.
+    void PaintRoot(uint32_t colour);
     /// The colour of one pixel of the screen as 0xRRGGBB.
     uint32_t Pixel(int x, int y) const;
     /// True iff some pixel of the screen has this colour.

@@ -9,6 +9,8 @@
 //   --exit-in WHERE   asks for its end, three times, in "create" or "launch"
 //   --elm-exit        ends the toolkit's loop by itself in the first launch
 //   --exit-on-second  a second launch ends it
+//   --watch-bus       tells when the session bus has gone, and that it is still there a little
+//   later
 //   --complain        GLib, GLib's bus watches and the toolkit complain once each
 
 #include <Elementary.h>
@@ -34,11 +36,13 @@ struct Sample {
     bool refuse = false;
     bool elmExit = false;
     bool exitOnSecond = false;
+    bool watchBus = false;
     bool complain = false;
     std::string exitIn;
 
     int launches = 0;
     Evas_Object* toplevel = nullptr;
+    Evas_Object* list = nullptr;
     Elm_Genlist_Item_Class* rowClass = nullptr;
 };
 
@@ -62,24 +66,40 @@ void OnRowFocused(void*, Evas_Object*, void* row) {
     std::printf("focused %d\n", elm_genlist_item_index_get(static_cast<Elm_Object_Item*>(row)));
 }
 
+// Focuses the first row, once, as soon as it can take the focus.
+void OnRowRealized(void*, Evas_Object* list, void* row) {
+    if (row == elm_genlist_first_item_get(list)) {
+        evas_object_smart_callback_del(list, "realized", OnRowRealized);
+        elm_object_item_focus_set(static_cast<Elm_Object_Item*>(row), EINA_TRUE);
+    }
+}
+
 Eina_Bool OnKeyUp(void*, int, void* event) {
     const auto* key = static_cast<Ecore_Event_Key*>(event);
     std::printf("key %s %s\n", key->key, key->keyname);
     return ECORE_CALLBACK_PASS_ON;
 }
 
-void AddRows(Sample& sample, Evas_Object* popup) {
-    Evas_Object* list = elm_genlist_add(popup);
-    elm_object_scroll_item_loop_enabled_set(list, EINA_TRUE);
-    evas_object_smart_callback_add(list, "item,focused", OnRowFocused, nullptr);
-    sample.rowClass = elm_genlist_item_class_new();
-    sample.rowClass->item_style = "1text_left_styleA";
-    sample.rowClass->func.text_get = RowText;
+// The rows come when the window has the focus, as the list's come some time after its start.
+void OnWindowFocused(void* data, Evas_Object* window, void*) {
+    auto& sample = *static_cast<Sample*>(data);
+    evas_object_smart_callback_del(window, "focus,in", OnWindowFocused);
     for (int row = 1; row <= sample.rows; ++row) {
-        elm_genlist_item_append(list, sample.rowClass,
+        elm_genlist_item_append(sample.list, sample.rowClass,
                                 reinterpret_cast<void*>(static_cast<uintptr_t>(row)), nullptr,
                                 ELM_GENLIST_ITEM_NONE, nullptr, nullptr);
     }
+}
+
+void AddList(Sample& sample, Evas_Object* popup) {
+    Evas_Object* list = elm_genlist_add(popup);
+    sample.list = list;
+    elm_object_scroll_item_loop_enabled_set(list, EINA_TRUE);
+    evas_object_smart_callback_add(list, "item,focused", OnRowFocused, nullptr);
+    evas_object_smart_callback_add(list, "realized", OnRowRealized, nullptr);
+    sample.rowClass = elm_genlist_item_class_new();
+    sample.rowClass->item_style = "1text_left_styleA";
+    sample.rowClass->func.text_get = RowText;
     evas_object_size_hint_weight_set(list, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
     evas_object_size_hint_align_set(list, EVAS_HINT_FILL, EVAS_HINT_FILL);
     evas_object_size_hint_min_set(list, 300, 425);
@@ -102,7 +122,8 @@ void BuildWindow(Sample& sample) {
     evas_object_show(sample.toplevel);
     Evas_Object* popup = elm_popup_add(sample.toplevel);
     elm_object_part_text_set(popup, "title,text", "Data services");
-    AddRows(sample, popup);
+    AddList(sample, popup);
+    evas_object_smart_callback_add(sample.toplevel, "focus,in", OnWindowFocused, &sample);
     evas_object_show(popup);
 }
 
@@ -115,6 +136,21 @@ void Complain() {
     LOG_ERROR("an error line\n\n");
 }
 
+Eina_Bool OnLater(void*) {
+    std::puts("still here");
+    return ECORE_CALLBACK_CANCEL;
+}
+
+void OnBusClosed(GDBusConnection*, gboolean, GError*, gpointer) {
+    ecore_timer_add(0.1, OnLater, nullptr);
+}
+
+// The connection is the process' shared one, and lives as long.
+void WatchBus() {
+    g_signal_connect(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr), "closed",
+                     G_CALLBACK(OnBusClosed), nullptr);
+}
+
 bool Create(void* data) {
     auto& sample = *static_cast<Sample*>(data);
     std::puts("create");
@@ -124,6 +160,9 @@ bool Create(void* data) {
     ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, nullptr);
     if (sample.window) {
         BuildWindow(sample);
+    }
+    if (sample.watchBus) {
+        WatchBus();
     }
     if (sample.complain) {
         Complain();
@@ -175,6 +214,7 @@ Sample ParseArguments(int argc, char** argv) {
         sample.refuse = sample.refuse || option == "--refuse";
         sample.elmExit = sample.elmExit || option == "--elm-exit";
         sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";
+        sample.watchBus = sample.watchBus || option == "--watch-bus";
         sample.complain = sample.complain || option == "--complain";
         if (option == "--rows" && i + 1 < argc) {
             sample.rows = static_cast<int>(std::strtol(argv[++i], nullptr, 10));
