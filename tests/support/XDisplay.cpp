@@ -45,12 +45,13 @@ std::unique_ptr<XImage, FreeImage> Grab(Display* display, Window window, int x, 
 }
 
 std::string TitleOf(Display* display, Window window) {
-    char* title = nullptr;
-    if (XFetchName(display, window, &title) == 0) {
+    // Of whatever type: a program in a UTF-8 locale sets another than one in the C locale.
+    XTextProperty title;
+    if (XGetWMName(display, window, &title) == 0) {
         return {};
     }
-    const std::unique_ptr<char, FreeXlib> owner(title);
-    return title;
+    const std::unique_ptr<unsigned char, FreeXlib> owner(title.value);
+    return {reinterpret_cast<const char*>(title.value), title.nitems};
 }
 
 bool IsMapped(Display* display, Window window) {

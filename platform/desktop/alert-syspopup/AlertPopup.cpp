@@ -79,6 +79,7 @@ void AlertPopup::KeyPressed(std::string_view key) {
 
 void AlertPopup::KeyReleased(std::string_view key) {
     if (key == std::exchange(m_pressed, {}) && Closes(key)) {
+        LOG_DEBUG("Closed by the key %s", std::string(key).c_str());
         ui_app_exit();
     }
 }
@@ -86,6 +87,7 @@ void AlertPopup::KeyReleased(std::string_view key) {
 // The toolkit deletes a timer that is not renewed.
 void AlertPopup::TimeOver() {
     static_cast<void>(m_timer.release());
+    LOG_DEBUG("Closed after its time");
     ui_app_exit();
 }
 

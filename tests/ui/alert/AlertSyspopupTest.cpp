@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -48,6 +49,7 @@ protected:
         environment["DBUS_SESSION_BUS_ADDRESS"] = std::nullopt;
         environment["LC_ALL"] = "C.UTF-8";
         environment["LANGUAGE"] = "it";
+        environment["APPLIST_LOG"] = "debug";
         return environment;
     }
 
@@ -107,19 +109,25 @@ TEST_F(AlertSyspopup, RefusesARequestWithoutAText) {
     EXPECT_EQ(screen.WindowTitled(ID), 0U);
 }
 
-class AlertKey : public AlertSyspopup, public testing::WithParamInterface<const char*> {};
+class AlertKey : public AlertSyspopup,
+                 public testing::WithParamInterface<std::pair<const char*, const char*>> {};
 
 TEST_P(AlertKey, ClosesTheAlert) {
     Launch({"text=Ciao", "type=notification"});
     ASSERT_TRUE(Shows(INFORM)) << bus().Errors();
     ASSERT_TRUE(GetsKeys());
-    screen.TypeKey(GetParam());
+    screen.TypeKey(GetParam().first);
+    // The alert would also go by itself.
+    EXPECT_TRUE(bus().WaitForText(std::string("Closed by the key ") + GetParam().second));
     EXPECT_TRUE(IsGone());
 }
 
 // Back, Exit and OK as a keyboard has them.
-INSTANTIATE_TEST_SUITE_P(Keys, AlertKey, testing::Values("Escape", "F10", "Return"),
-                         [](const auto& key) { return std::string(key.param); });
+INSTANTIATE_TEST_SUITE_P(Keys, AlertKey,
+                         testing::Values(std::pair("Escape", "XF86Back"),
+                                         std::pair("F10", "XF86Exit"),
+                                         std::pair("Return", "Return")),
+                         [](const auto& key) { return std::string(key.param.second); });
 
 TEST_F(AlertSyspopup, ShowsWhatItsArgumentsSayWithoutASessionBus) {
     ChildProcess alert({BuiltProgram(ID), "--extra", "text=Ciao", "--extra", "type=unavailable"},
@@ -128,6 +136,17 @@ TEST_F(AlertSyspopup, ShowsWhatItsArgumentsSayWithoutASessionBus) {
     ASSERT_TRUE(GetsKeys());
     screen.TypeKey("Escape");
     EXPECT_EQ(alert.WaitForExit(), 0) << alert.Errors();
+    EXPECT_THAT(alert.Errors(), HasSubstr("Closed by the key XF86Back"));
+}
+
+TEST_F(AlertSyspopup, SaysNothingOnStandardErrorUnlessAsked) {
+    ChildProcess::Environment environment = Environment();
+    environment["APPLIST_LOG"] = std::nullopt;
+    ChildProcess alert({BuiltProgram(ID), "--extra", "text=Ciao"}, environment);
+    ASSERT_TRUE(GetsKeys()) << alert.Errors();
+    screen.TypeKey("Return");
+    EXPECT_EQ(alert.WaitForExit(), 0);
+    EXPECT_EQ(alert.Errors(), "");
 }
 
 TEST_F(AlertSyspopup, EndsWithoutATextInItsArguments) {
