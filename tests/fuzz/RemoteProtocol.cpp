@@ -130,7 +130,7 @@ std::string CheckRemoteProtocol(std::string_view bytes) {
         bytes.remove_prefix(2);
         session.Play(action, bytes.substr(0, length));
         bytes.remove_prefix(std::min(length, bytes.size()));
-        const std::string broken = session.Check();
+        std::string broken = session.Check();
         if (!broken.empty()) {
             return broken;
         }

@@ -53,10 +53,8 @@ Reading<KeyFile> KeyFile::Parse(std::string_view content) {
         return {{}, "damaged: it holds zero bytes"};
     }
     KeyFile file;
-    // The parser takes a last line without its end for another one than with it.
-    const std::string text = std::string(content) + (content.ends_with('\n') ? "" : "\n");
     g_autoptr(GError) error = nullptr;
-    if (g_key_file_load_from_data(file.m_file.get(), text.data(), text.size(),
+    if (g_key_file_load_from_data(file.m_file.get(), content.data(), content.size(),
                                   G_KEY_FILE_KEEP_COMMENTS, &error) == FALSE) {
         return {{}, std::string("damaged: ") + error->message};
     }
@@ -82,7 +80,11 @@ Reading<KeyFile> KeyFile::Load(const std::string& path) {
 
 std::optional<std::string> KeyFile::Get(const char* group, const std::string& key) const {
     g_autofree char* value = g_key_file_get_value(m_file.get(), group, key.c_str(), nullptr);
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+    if (value == nullptr) {
+        return {};
+    }
+    // The parser's idea of a line's end differs from one place in the file to the next.
+    return g_strchomp(value);
 }
 
 void KeyFile::Set(const char* group, const std::string& key, const std::string& value) {

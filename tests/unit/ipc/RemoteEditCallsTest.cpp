@@ -218,7 +218,9 @@ private:
     AppListItem* m_item;
 };
 
-TEST_F(RemoteFixture, LetsListenersReadTheItemThatIsGoing) {
+using RemoteItem = RemoteFixture;
+
+TEST_F(RemoteItem, CanBeReadByListenersWhileItIsGoing) {
     const std::string longName(100, 'n');
     for (const int function : {REMOVE_ITEM, MODIFY_ITEM, REMOVE_ALL_ITEMS}) {
         Call(ADD_ITEMS, ItemBytes(longName, "old"));
