@@ -44,6 +44,7 @@ bool LaunchDirectly(const app_control_s& request) {
         return false;
     }
     std::vector<char*> argv;
+    argv.reserve(command.size() + 1);
     for (std::string& argument : command) {
         argv.push_back(argument.data());
     }

@@ -5,8 +5,8 @@
 // to the file in $LAUNCH_LINES for each request, "PID bus KEY=VALUE;..." or "PID start
 // KEY=VALUE;...".
 
-#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <string>
 #include <unistd.h>
 
@@ -21,11 +21,9 @@ namespace {
 void Tell(const char* way, const app_control_s& request) {
     std::string line = std::to_string(getpid()) + " " + way + " ";
     for (const auto& [key, value] : request.extraData) {
-        line += key + "=" + value + ";";
+        line.append(key).append("=").append(value).append(";");
     }
-    std::FILE* lines = std::fopen(std::getenv("LAUNCH_LINES"), "w");
-    std::fputs((line + "\n").c_str(), lines);
-    std::fclose(lines);
+    std::ofstream(std::getenv("LAUNCH_LINES")) << line << std::endl;
 }
 
 void OnLaunch(GSimpleAction*, GVariant* parameter, gpointer) {

@@ -41,7 +41,8 @@ protected:
 
     fs::path Data() const { return m_folder.path() / "data"; }
     static std::string Receiver() {
-        return std::string(std::getenv("APPLIST_TEST_BIN")) + "/launch-receiver";
+        const char* folder = std::getenv("APPLIST_TEST_BIN");
+        return (folder != nullptr ? std::string(folder) : ".") + "/launch-receiver";
     }
     void InstallService(const std::string& id, const std::string& command) const {
         std::ofstream(Data() / "dbus-1" / "services" / (id + ".service"))
@@ -66,7 +67,8 @@ protected:
     }
 
     // The exit status of a sender in that environment; its log is kept for the test.
-    int Send(ChildProcess::Environment environment, const std::vector<std::string>& request) {
+    int Send(const ChildProcess::Environment& environment,
+             const std::vector<std::string>& request) {
         std::vector<std::string> command{BuiltProgram("platformctl"), "launch"};
         command.insert(command.end(), request.begin(), request.end());
         ChildProcess sender(command, environment);

@@ -32,21 +32,19 @@ app_control_s Request(const std::string& type, const std::string& text) {
 
 class Popup : public testing::Test {
 protected:
-    explicit Popup(double seconds = A_LONG_TIME) : popup("alert", seconds) {
+    explicit Popup(double seconds = A_LONG_TIME) : popup("alert", seconds) {}
+
+    void SetUp() override {
         TheApp() = {};
         ClearLog();
         popup.Create();
     }
-    ~Popup() override { popup.Terminate(); }
-    Popup(const Popup&) = delete;
-    Popup& operator=(const Popup&) = delete;
-    Popup(Popup&&) = delete;
-    Popup& operator=(Popup&&) = delete;
+    void TearDown() override { popup.Terminate(); }
 
     // What stands in a part of the panel, taken back from markup.
     std::string Shown(const char* part) const {
         char* text = elm_entry_markup_to_utf8(elm_layout_text_get(popup.window()->panel(), part));
-        const std::string shown = text;
+        std::string shown = text;
         std::free(text);
         return shown;
     }

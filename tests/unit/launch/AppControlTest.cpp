@@ -20,15 +20,11 @@ using testing::Pair;
 
 class AppControl : public testing::Test {
 protected:
-    AppControl() {
+    void SetUp() override {
         ClearLog();
-        EXPECT_EQ(app_control_create(&request), APP_CONTROL_ERROR_NONE);
+        ASSERT_EQ(app_control_create(&request), APP_CONTROL_ERROR_NONE);
     }
-    ~AppControl() override { EXPECT_EQ(app_control_destroy(request), APP_CONTROL_ERROR_NONE); }
-    AppControl(const AppControl&) = delete;
-    AppControl& operator=(const AppControl&) = delete;
-    AppControl(AppControl&&) = delete;
-    AppControl& operator=(AppControl&&) = delete;
+    void TearDown() override { EXPECT_EQ(app_control_destroy(request), APP_CONTROL_ERROR_NONE); }
 
     app_control_h request = nullptr;
 };

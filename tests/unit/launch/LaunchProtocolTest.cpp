@@ -64,6 +64,7 @@ TEST(LaunchProtocol, CarriesExtraDataInOrderInArguments) {
     const std::vector<std::string> arguments = ToArguments(sent);
     EXPECT_THAT(arguments, ElementsAre("--extra", "text=1 = 1; $(true) \"'", "--extra", "type="));
     std::vector<const char*> argv;
+    argv.reserve(arguments.size());
     for (const std::string& argument : arguments) {
         argv.push_back(argument.c_str());
     }
