@@ -53,6 +53,15 @@ void SendKey(int type, const std::string& key) {
     ecore_event_add(type, event, nullptr, nullptr);
 }
 
+// Ends the wait before it begins once the condition holds.
+Eina_Bool OnBeforeWait(void* data) {
+    const auto& condition = *static_cast<const std::function<bool()>*>(data);
+    if (condition()) {
+        ecore_job_add([](void*) {}, nullptr);
+    }
+    return ECORE_CALLBACK_RENEW;
+}
+
 }  // namespace
 
 HeadlessToolkit::HeadlessToolkit(const std::vector<std::filesystem::path>& themes) {
@@ -89,11 +98,14 @@ bool HeadlessToolkit::RunUntil(const std::function<bool()>& condition,
             return ECORE_CALLBACK_RENEW;
         },
         &late);
+    // A turn runs timers before it waits: what they brought about is looked at before the wait.
+    Ecore_Idle_Enterer* beforeWait = ecore_idle_enterer_add(OnBeforeWait, &condition);
     bool holds = condition();
     while (!holds && !late) {
         ecore_main_loop_iterate_may_block(1);
         holds = condition();
     }
+    ecore_idle_enterer_del(beforeWait);
     ecore_timer_del(timer);
     return holds;
 }
