@@ -99,12 +99,17 @@ bool HeadlessToolkit::RunUntil(const std::function<bool()>& condition,
 }
 
 void HeadlessToolkit::Settle() {
-    // Events cause jobs, jobs change what is drawn, and drawing makes rows and raises events.
+    // Events and jobs change what is drawn, and drawing makes rows, which raise events again.
     constexpr int ROUNDS = 4;
     for (int round = 0; round < ROUNDS; ++round) {
-        bool reached = false;
-        ecore_job_add([](void* data) { *static_cast<bool*>(data) = true; }, &reached);
-        RunUntil([&reached] { return reached; });
+        bool idle = false;
+        ecore_idler_add(
+            [](void* data) -> Eina_Bool {
+                *static_cast<bool*>(data) = true;
+                return ECORE_CALLBACK_CANCEL;
+            },
+            &idle);
+        RunUntil([&idle] { return idle; });
         DrawAll();
     }
 }
