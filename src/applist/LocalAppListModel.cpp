@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 #include "LittleEndian.h"
 #include "Log.h"
@@ -274,7 +275,7 @@ void LocalAppListModel::PrivateModifyItem(RemoteAppListItem oldItem, RemoteAppLi
         return;
     }
     RemoteAppListItem* element = *position;
-    auto* replacement = new RemoteAppListItem(newItem);
+    auto* replacement = new RemoteAppListItem(std::move(newItem));
     LOG_DEBUG("Replacing item name: %s, uniqueId: %s with name: %s, uniqueId: %s",
               element->GetVisibleName().c_str(), element->GetUnigueId().c_str(),
               replacement->GetVisibleName().c_str(), replacement->GetUnigueId().c_str());

@@ -1,1 +1,283 @@
-// placeholder
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ipc/javamw-dbus-local.h"
+
+#include <cstdio>
+#include <set>
+#include <utility>
+
+#include <gio/gio.h>
+
+#include "ipc/dbus-callback.h"
+#include "ipc/gio-support.h"
+
+namespace {
+
+constexpr uint32_t DO_NOT_QUEUE = 4;   // flag of RequestName
+constexpr uint32_t PRIMARY_OWNER = 1;  // answer of RequestName
+constexpr int DEFAULT_TIMEOUT = -1;
+
+std::set<const void*>& Living() {
+    static std::set<const void*> channels;
+    return channels;
+}
+
+std::string TextOf(const std::vector<char>& data) {
+    return {data.begin(), data.end()};
+}
+
+void PrintLine(const std::vector<char>& data) {
+    std::fwrite(data.data(), 1, data.size(), stdout);
+    std::fputc('\n', stdout);
+}
+
+void Unwatch(uint32_t& id) {
+    if (id != 0) {
+        g_bus_unwatch_name(std::exchange(id, 0));
+    }
+}
+
+}  // namespace
+
+namespace applist {
+
+void EnterLiving(const JavaMWDbusLocal* channel) {
+    Living().insert(channel);
+}
+
+void LeaveLiving(const JavaMWDbusLocal* channel) {
+    Living().erase(channel);
+}
+
+bool IsLiving(const void* userData) {
+    return Living().count(userData) != 0;
+}
+
+}  // namespace applist
+
+const char* const JavaMWDbusLocal::INTERFACE_XML =
+    "<node>"
+    "  <interface name='org.vantu.javamw.DbusCommunication'>"
+    "    <method name='Send'>"
+    "      <arg type='ay' name='data' direction='in'/>"
+    "      <arg type='ay' name='response' direction='out'/>"
+    "    </method>"
+    "  </interface>"
+    "</node>";
+
+const GDBusInterfaceVTable JavaMWDbusLocal::m_vtable = {cb_MethodCall, nullptr, nullptr, {nullptr}};
+
+JavaMWDbusLocal::JavaMWDbusLocal(std::string name) : m_name(std::move(name)) {
+    applist::EnterLiving(this);
+    LOG_DEBUG("Constructor\n\n");
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+    g_type_init();
+    G_GNUC_END_IGNORE_DEPRECATIONS
+    m_introspectionData = g_dbus_node_info_new_for_xml(INTERFACE_XML, nullptr);
+    LOG_DEBUG("XML parsed\n\n");
+    m_objectPath = std::string(JAVAMW_DBUS_OBJ_NAME) + "/" + m_name;
+    if (!Connect()) {
+        return;
+    }
+    RegisterObject();
+    SubscribeToAnnouncements();
+    LOG_DEBUG("Notify others using name %s\n\n", HandshakeName("", "").c_str());
+    m_announced = 1;
+    Announce(JAVAMW_DBUS_SYN_SUFFIX);
+}
+
+JavaMWDbusLocal::~JavaMWDbusLocal() {
+    m_announced = 0;
+    if (m_ownerId != 0) {
+        g_bus_unown_name(std::exchange(m_ownerId, 0));
+    }
+    // The name-watch call for subscriptions, deliberately: the bus library complains of ids that
+    // it does not know, and the subscriptions themselves go with the connection.
+    Unwatch(m_synSubscriptionId);
+    Unwatch(m_synAckSubscriptionId);
+    Unwatch(m_ackSubscriptionId);
+    for (auto& [uniqueName, partner] : m_partner) {
+        ReleaseResources(m_connection, partner);
+    }
+    m_partner.clear();
+    g_clear_pointer(&m_introspectionData, g_dbus_node_info_unref);
+    g_clear_object(&m_connection);
+    applist::LeaveLiving(this);
+}
+
+bool JavaMWDbusLocal::Connect() {
+    LOG_DEBUG("Getting connection to SYSTEM_BUS\n\n");
+    GError* error = nullptr;
+    m_connection = g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, &error);
+    if (error != nullptr) {
+        applist::LogAndClear("Error while connecting to system bus", error);
+        return false;
+    }
+    m_uniqueName = g_dbus_connection_get_unique_name(m_connection);
+    LOG_DEBUG("Working with unique name %s\n\n", m_uniqueName.c_str());
+    return true;
+}
+
+void JavaMWDbusLocal::RegisterObject() {
+    LOG_DEBUG("Registering Object and Interface on path %s\n\n", m_objectPath.c_str());
+    GError* error = nullptr;
+    m_registrationId = g_dbus_connection_register_object(m_connection, m_objectPath.c_str(),
+                                                         m_introspectionData->interfaces[0],
+                                                         &m_vtable, this, nullptr, &error);
+    applist::LogAndClear("Error while registering object", error);
+}
+
+std::string JavaMWDbusLocal::HandshakeName(const char* side, const char* suffix) const {
+    return std::string(JAVAMW_DBUS_PREFIX) + "." + m_name + side + suffix;
+}
+
+void JavaMWDbusLocal::Announce(const char* suffix) {
+    std::string name = HandshakeName(BROADCAST_PREFIX, suffix);
+    BroadcastName(name);
+}
+
+void JavaMWDbusLocal::BroadcastName(std::string& name) {
+    LOG_DEBUG("BroadcastName %s Public unique name %s\n\n", name.c_str(), m_uniqueName.c_str());
+    GError* error = nullptr;
+    g_autoptr(GVariant) reply =
+        CallDaemon("RequestName", g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), &error);
+    applist::LogAndClear("Error during request name call", error);
+    if (reply == nullptr) {
+        LOG_ERROR("Cannot get response for name request\n\n");
+        return;
+    }
+    uint32_t code = 0;
+    g_variant_get(reply, "(u)", &code);
+    if (code != PRIMARY_OWNER) {
+        LOG_ERROR("Cannot own name due to return code = %d\n\n", static_cast<int>(code));
+        return;
+    }
+    LOG_DEBUG("Become primary owner for name. Releasing it.\n\n");
+    g_autoptr(GVariant) released =
+        CallDaemon("ReleaseName", g_variant_new("(s)", name.c_str()), nullptr);
+    if (released == nullptr) {
+        LOG_ERROR("Release failed due to empty response.\n\n");
+    }
+}
+
+GVariant* JavaMWDbusLocal::CallDaemon(const char* method, GVariant* parameters, GError** error) {
+    g_autoptr(GVariant) arguments = g_variant_ref_sink(parameters);
+    if (m_connection == nullptr) {
+        return nullptr;
+    }
+    return g_dbus_connection_call_sync(m_connection, "org.freedesktop.DBus",
+                                       "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+                                       arguments, G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE,
+                                       DEFAULT_TIMEOUT, nullptr, error);
+}
+
+std::vector<char> JavaMWDbusLocal::SendMessage(std::vector<char>& /*data*/) {
+    LOG_DEBUG("Message sending is no supported!\n");
+    return {};
+}
+
+void JavaMWDbusLocal::SendNotification(std::vector<char>& data, const std::string& partner) {
+    const auto found = m_partner.find(partner);
+    if (found == m_partner.end()) {
+        LOG_ERROR("Communication partner %s not found in m_partner map.\n\n", partner.c_str());
+        return;
+    }
+    if (found->second.state != ConnectionPartner::CONNECTED) {
+        LOG_ERROR("Connection not set.\n\n");
+        return;
+    }
+    if (found->second.signalSubscriptionId == 0) {
+        LOG_ERROR("SignalSubscription not ready\n\n");
+        return;
+    }
+    LOG_DEBUG("Sending signal with %d bytes\n\n", static_cast<int>(data.size()));
+    GError* error = nullptr;
+    g_dbus_connection_emit_signal(m_connection, found->second.uniqueName.c_str(),
+                                  m_objectPath.c_str(), JAVAMW_DBUS_OBJ_IFACE, JAVAMW_DBUS_SIG_NAME,
+                                  applist::PayloadOf(data), &error);
+    applist::LogAndClear("Error while sending signal", error);
+}
+
+void JavaMWDbusLocal::SendNotification(std::vector<char>& data) {
+    LOG_DEBUG("Number of partners to iterate is: %d\n\n", static_cast<int>(m_partner.size()));
+    for (const auto& [uniqueName, partner] : m_partner) {
+        LOG_DEBUG("Sending notification for partner: %s\n\n", uniqueName.c_str());
+        SendNotification(data, uniqueName);
+    }
+}
+
+bool JavaMWDbusLocal::IsConnectionReady(const std::string& partner) {
+    return m_partner[partner].state == ConnectionPartner::CONNECTED;
+}
+
+std::vector<char> JavaMWDbusLocal::HandleMessage(std::vector<char>& data) {
+    LOG_DEBUG("Default handler - HandleMessage = %s\n\n", TextOf(data).c_str());
+    PrintLine(data);
+    const std::string reply = "Default handler from :" + m_uniqueName;
+    return {reply.begin(), reply.end()};
+}
+
+void JavaMWDbusLocal::HandleNotification(std::vector<char>& data) {
+    LOG_DEBUG("Default handler - HandleNotification = %s\n\n", TextOf(data).c_str());
+    PrintLine(data);
+}
+
+void JavaMWDbusLocal::HandleConnectionReady(bool ready, const std::string& /*partner*/) {
+    LOG_DEBUG("Default handler - HandleConnectionReady = %d\n\n", ready ? 1 : 0);
+}
+
+void JavaMWDbusLocal::cb_MethodCall(GDBusConnection* connection, const char* sender,
+                                    const char* object_path, const char* interface_name,
+                                    const char* method_name, GVariant* parameters,
+                                    GDBusMethodInvocation* invocation, void* user_data) {
+    LOG_DEBUG("cb_MethodCall sender=%s obj_path=%s iface_name=%s method_name=%s\n\n", sender,
+              object_path, interface_name, method_name);
+    // Ours, answered or not: a kept invocation would keep the connection.
+    g_autoptr(GDBusMethodInvocation) owned = invocation;
+    applist::WithChannel(connection, user_data, [&](JavaMWDbusLocal& channel) {
+        channel.OnMethodCall(object_path, parameters, owned);
+    });
+}
+
+void JavaMWDbusLocal::OnMethodCall(const char* objectPath, GVariant* parameters,
+                                   GDBusMethodInvocation* invocation) {
+    if (objectPath != m_objectPath) {
+        return;
+    }
+    auto data = applist::BytesOf(parameters);
+    if (!data) {
+        LOG_ERROR("Call without a byte array is ignored.\n\n");
+        return;
+    }
+    const std::vector<char> reply = HandleMessage(*data);
+    // Answering takes one reference to the invocation.
+    g_dbus_method_invocation_return_value(
+        static_cast<GDBusMethodInvocation*>(g_object_ref(invocation)), applist::PayloadOf(reply));
+}
+
+void JavaMWDbusLocal::cb_SignalCall(GDBusConnection* connection, const char* sender,
+                                    const char* object_path, const char* interface_name,
+                                    const char* signal_name, GVariant* parameters,
+                                    void* user_data) {
+    LOG_DEBUG("cb_SignalCall sender=%s obj_path=%s iface_name=%s signal_name=%s\n\n", sender,
+              object_path, interface_name, signal_name);
+    applist::WithChannel(connection, user_data, [&](JavaMWDbusLocal& channel) {
+        channel.OnSignal(sender, object_path, signal_name, parameters);
+    });
+}
+
+void JavaMWDbusLocal::OnSignal(const char* sender, const char* objectPath, const char* signalName,
+                               GVariant* parameters) {
+    if (objectPath != m_objectPath) {
+        return;
+    }
+    // Nobody has checked a signal's type: the interface declares none.
+    auto data = applist::BytesOf(parameters);
+    if (!data) {
+        LOG_ERROR("Signal %s from %s carries %s instead of (ay) and is ignored.\n\n", signalName,
+                  sender,
+                  parameters != nullptr ? g_variant_get_type_string(parameters) : "nothing");
+        return;
+    }
+    HandleNotification(*data);
+}

@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "PTMutex.h"
 
 // GIO's types by name only, so that this header can be used without GIO.
+typedef struct _GError GError;
 typedef struct _GDBusConnection GDBusConnection;
 typedef struct _GDBusInterfaceVTable GDBusInterfaceVTable;
 typedef struct _GDBusMethodInvocation GDBusMethodInvocation;
@@ -19,11 +21,14 @@ typedef struct _GVariant GVariant;
 
 /// What the transport knows of one partner. It owns the resources that its ids and the proxy name.
 struct ConnectionPartner {
+    static constexpr int32_t SYN_SEEN = 2;
+    static constexpr int32_t CONNECTED = 3;
+
     std::string uniqueName;             ///< The key of the record while the partner is live.
     uint32_t watchId = 0;               ///< Watch on the partner's unique name.
     GDBusProxy* proxy = nullptr;        ///< Proxy of the partner's object; held, never called.
     uint32_t signalSubscriptionId = 0;  ///< Subscription to the partner's signals.
-    int32_t state = 0;                  ///< 0 not established, 2 SYN seen, 3 connected.
+    int32_t state = 0;                  ///< 0 not established, SYN_SEEN or CONNECTED.
 };
 
 /// The bus channel between the application and the broadcast middleware.
@@ -55,7 +60,11 @@ public:
     /// application. name is the channel's: the last element of the object path and of the
     /// handshake names. Without a bus the object is built all the same and reaches nobody.
     explicit JavaMWDbusLocal(std::string name);
+
+    /// Releases every partner without an upcall. A callback that the bus connection delivers later,
+    /// because something else keeps it alive, finds no object and is refused with a log line.
     virtual ~JavaMWDbusLocal();
+
     JavaMWDbusLocal(const JavaMWDbusLocal&) = delete;
     JavaMWDbusLocal& operator=(const JavaMWDbusLocal&) = delete;
     JavaMWDbusLocal(JavaMWDbusLocal&&) = delete;
@@ -113,6 +122,41 @@ public:
                                        void* user_data);
 
 private:
+    using SignalCallback = decltype(&cb_SignalCall);
+
+    // The steps of construction.
+    bool Connect();
+    void RegisterObject();
+    void SubscribeToAnnouncements();
+    uint32_t SubscribeToName(const std::string& name, SignalCallback callback);
+
+    /// A name of this channel, such as "org.vantu.JavaMW.Applist_SERVICE_SYN".
+    std::string HandshakeName(const char* side, const char* suffix) const;
+    /// BroadcastName() of the application's own name with that suffix.
+    void Announce(const char* suffix);
+    /// Calls a method of the bus daemon that answers with a code; takes floating parameters.
+    /// Returns the answer, the caller's to unref, or null.
+    GVariant* CallDaemon(const char* method, GVariant* parameters, GError** error);
+
+    // What the callbacks do once they know that the object is there.
+    void OnMethodCall(const char* objectPath, GVariant* parameters,
+                      GDBusMethodInvocation* invocation);
+    void OnSignal(const char* sender, const char* objectPath, const char* signalName,
+                  GVariant* parameters);
+    void OnSyn(GDBusConnection* connection, GVariant* parameters);
+    void OnSynAck(GDBusConnection* connection, GVariant* parameters);
+    void OnAck(GVariant* parameters);
+    void OnPartnerVanished(GDBusConnection* connection, const std::string& name);
+
+    /// Logs the change for a callback. Returns the unique name of the partner that announced
+    /// itself by it; nothing for the first half of an announcement or an own one.
+    std::optional<std::string> Announcer(const char* callback, GVariant* parameters) const;
+    /// Watches the partner and listens to it. Returns its record, null if it had one in use.
+    ConnectionPartner* Establish(GDBusConnection* connection, const std::string& owner);
+    void CreateProxy(GDBusConnection* connection, ConnectionPartner& partner) const;
+    /// Gives back what the record holds, watch first.
+    static void ReleaseResources(GDBusConnection* connection, ConnectionPartner& partner);
+
     std::string m_name;
     std::string m_uniqueName;
     std::string m_objectPath;

@@ -24,7 +24,7 @@ std::string Format(const char* format, va_list arguments) {
     const int length = std::vsnprintf(nullptr, 0, format, measured);
     va_end(measured);
     std::string text(static_cast<size_t>(length) + 1, '\0');
-    std::vsnprintf(text.data(), text.size(), format, arguments);
+    static_cast<void>(std::vsnprintf(text.data(), text.size(), format, arguments));
     text.pop_back();
     return text;
 }

@@ -12,8 +12,8 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <sys/pidfd.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 
 namespace applist::test {
@@ -74,7 +74,8 @@ ChildProcess::ChildProcess(const std::vector<std::string>& argv, const Environme
     for (const Stream& stream : m_streams) {
         fcntl(stream.fd, F_SETFL, O_NONBLOCK);
     }
-    m_pidFd = pidfd_open(m_pid, 0);
+    // By number: this C library declares the function without C linkage.
+    m_pidFd = static_cast<int>(syscall(SYS_pidfd_open, m_pid, 0));
 }
 
 ChildProcess::~ChildProcess() {

@@ -48,6 +48,10 @@ void KeyFile::Free::operator()(GKeyFile* file) const {
 KeyFile::KeyFile() : m_file(g_key_file_new()) {}
 
 Reading<KeyFile> KeyFile::Parse(std::string_view content) {
+    // What a file system may leave after a loss of power; the parser takes it for the file's end.
+    if (content.find('\0') != std::string_view::npos) {
+        return {{}, "damaged: it holds zero bytes"};
+    }
     KeyFile file;
     g_autoptr(GError) error = nullptr;
     if (g_key_file_load_from_data(file.m_file.get(), content.data(), content.size(),
@@ -76,7 +80,11 @@ Reading<KeyFile> KeyFile::Load(const std::string& path) {
 
 std::optional<std::string> KeyFile::Get(const char* group, const std::string& key) const {
     g_autofree char* value = g_key_file_get_value(m_file.get(), group, key.c_str(), nullptr);
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+    if (value == nullptr) {
+        return {};
+    }
+    // The parser's idea of a line's end differs from one place in the file to the next.
+    return g_strchomp(value);
 }
 
 void KeyFile::Set(const char* group, const std::string& key, const std::string& value) {

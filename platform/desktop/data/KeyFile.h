@@ -24,7 +24,7 @@ public:
     /// are replaced as a whole, so a reader sees one state or the next.
     static Reading<KeyFile> Load(const std::string& path);
 
-    /// The value as it stands in the file.
+    /// The value as it stands in the file, without blanks around it.
     std::optional<std::string> Get(const char* group, const std::string& key) const;
     /// REQUIRES: key and value are plain words, without brackets, '=', line ends or outer blanks.
     void Set(const char* group, const std::string& key, const std::string& value);

@@ -7,6 +7,7 @@
 #include <gio/gio.h>
 
 #include "Log.h"
+#include "bus/SessionBus.h"
 #include "launch/LaunchProtocol.h"
 
 namespace applist::desktop {
@@ -16,16 +17,6 @@ namespace {
 constexpr int START_PATIENCE_MS = 15000;
 constexpr const char* BUS_NAME = "org.freedesktop.DBus";
 constexpr const char* BUS_PATH = "/org/freedesktop/DBus";
-
-// Asking GIO for the session bus where there is none makes it start one; look for it first.
-bool HasSessionBus() {
-    const char* address = g_getenv("DBUS_SESSION_BUS_ADDRESS");
-    if (address != nullptr && *address != '\0') {
-        return true;
-    }
-    g_autofree char* socket = g_build_filename(g_get_user_runtime_dir(), "bus", nullptr);
-    return g_file_test(socket, G_FILE_TEST_EXISTS) != FALSE;
-}
 
 // A connection of our own: the process' shared one would end the process with the bus.
 GDBusConnection* Connect() {

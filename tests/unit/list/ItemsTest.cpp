@@ -89,7 +89,8 @@ protected:
 
 TEST_F(IdCalls, AreTwoForEachItemThatASearchPasses) {
     const std::vector<AppListItem*> items = {&x, &y, &z};
-    std::find_if(items.begin(), items.end(), ApplistItemComparator(&stranger));
+    EXPECT_EQ(std::find_if(items.begin(), items.end(), ApplistItemComparator(&stranger)),
+              items.end());
     EXPECT_EQ(calls, 6);
 }
 

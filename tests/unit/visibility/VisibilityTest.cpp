@@ -1,6 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <tuple>
+#include <functional>
+#include <ostream>
 
 #include <gmock/gmock.h>
 
@@ -16,19 +17,14 @@ using Visibility = Set;
 constexpr int FACTORY_VALUES[] = {0, 8, 81, 84, 85};
 constexpr const char* MENU_KEY = "menu/system/application-list";
 
-/// Local set, data-service flag, autorun, autostart.
-class VisibilityTable : public Set,
-                        public testing::WithParamInterface<std::tuple<int, int, bool, bool>> {
-protected:
-    VisibilityTable() {
-        const auto [localSet, flag, autorun, autostart] = GetParam();
-        TheFactoryData().Hold(FACTORY_VALUES[localSet]);
-        Hold(flag, autorun, autostart ? 1 : 0);
-    }
+struct Row {
+    int localSet;
+    int flag;
+    bool autorun;
+    bool autostart;
 
     /// The row's last column, written out as it is read aloud.
-    static bool Expected() {
-        const auto [localSet, flag, autorun, autostart] = GetParam();
+    bool IsShown() const {
         switch (localSet) {
             case 0:
                 return false;
@@ -41,53 +37,68 @@ protected:
                 return flag >= 2;
         }
     }
+};
 
-    /// The settings that the row's region reads, in order.
-    static Reads ExpectedReads() {
-        switch (std::get<0>(GetParam())) {
-            case 0:
-                return {};
-            case 1:
-                return {"int " + DATA_SERVICE, "bool " + AUTORUN, "int " + AUTOSTART};
-            default:
-                return {"int " + DATA_SERVICE};
+std::ostream& operator<<(std::ostream& out, const Row& row) {
+    return out << "local set " << row.localSet << ", flag " << row.flag << ", autorun "
+               << row.autorun << ", autostart " << row.autostart;
+}
+
+/// All rows of one local set.
+class VisibilityTable : public Set, public testing::WithParamInterface<int> {
+protected:
+    static void ForEachRow(const std::function<void(const Row&)>& check) {
+        for (int bits = 0; bits < 32; ++bits) {
+            const Row row{GetParam(), bits & 7, (bits & 8) != 0, (bits & 16) != 0};
+            SCOPED_TRACE(testing::PrintToString(row));
+            TheSettings() = {};
+            TheFactoryData() = {};
+            TheFactoryData().Hold(FACTORY_VALUES[row.localSet]);
+            Hold(row.flag, row.autorun, row.autostart ? 1 : 0);
+            ClearLog();
+            check(row);
         }
+    }
+
+    /// The settings that the region reads, in order, whatever they hold.
+    static void ExpectReads() {
+        const Reads reads =
+            GetParam() == 0   ? Reads{}
+            : GetParam() == 1 ? Reads{"int " + DATA_SERVICE, "bool " + AUTORUN, "int " + AUTOSTART}
+                              : Reads{"int " + DATA_SERVICE};
+        EXPECT_EQ(TheSettings().reads, reads);
+        EXPECT_EQ(TheFactoryData().reads.size(), 1U);
     }
 };
 
-TEST_P(VisibilityTable, DecidesAsTheRowSays) {
-    EXPECT_EQ(CheckVisibility(), Expected());
-    EXPECT_EQ(TheSettings().reads, ExpectedReads());
-    EXPECT_EQ(TheFactoryData().reads.size(), 1U);
+TEST_P(VisibilityTable, DecidesAsEachRowSays) {
+    ForEachRow([](const Row& row) {
+        EXPECT_EQ(CheckVisibility(), row.IsShown());
+        ExpectReads();
+    });
 }
 
-TEST_P(VisibilityTable, AnswersTheMenuAsTheRowSays) {
-    EXPECT_EQ(check_visibility_int(MENU_KEY), Expected() ? 1 : 0);
-    EXPECT_EQ(TheSettings().reads, ExpectedReads());
-    EXPECT_EQ(TheFactoryData().reads.size(), 1U);
+TEST_P(VisibilityTable, AnswersTheMenuAsEachRowSays) {
+    ForEachRow([](const Row& row) {
+        EXPECT_EQ(check_visibility_int(MENU_KEY), row.IsShown() ? 1 : 0);
+        ExpectReads();
+    });
 }
 
 TEST_P(VisibilityTable, AnswersTheOtherFormsOfTheMenuWithoutReading) {
-    for (const char* key : {MENU_KEY, "anything", ""}) {
-        EXPECT_EQ(check_visibility_bool(key), 1);
-        EXPECT_EQ(check_visibility_double(key), 1);
-        EXPECT_EQ(check_visibility_string(key), 1);
-    }
-    EXPECT_THAT(TheSettings().reads, ElementsAre());
-    EXPECT_TRUE(TheFactoryData().reads.empty());
-    EXPECT_THAT(Log(), ElementsAre());
+    ForEachRow([](const Row& /*row*/) {
+        for (const char* key : {MENU_KEY, "anything", ""}) {
+            EXPECT_EQ(check_visibility_bool(key), 1);
+            EXPECT_EQ(check_visibility_double(key), 1);
+            EXPECT_EQ(check_visibility_string(key), 1);
+        }
+        EXPECT_THAT(TheSettings().reads, ElementsAre());
+        EXPECT_TRUE(TheFactoryData().reads.empty());
+        EXPECT_THAT(Log(), ElementsAre());
+    });
 }
 
-std::string NameOfRow(const testing::TestParamInfo<VisibilityTable::ParamType>& row) {
-    const auto [localSet, flag, autorun, autostart] = row.param;
-    return "LocalSet" + std::to_string(localSet) + "Flag" + std::to_string(flag) +
-           (autorun ? "Autorun" : "") + (autostart ? "Autostart" : "");
-}
-
-INSTANTIATE_TEST_SUITE_P(Full, VisibilityTable,
-                         testing::Combine(testing::Range(0, 5), testing::Range(0, 8),
-                                          testing::Bool(), testing::Bool()),
-                         NameOfRow);
+INSTANTIATE_TEST_SUITE_P(OfLocalSet, VisibilityTable, testing::Range(0, 5));
 
 TEST_F(Visibility, IsHiddenInItalyWhileTheServiceStartsByItself) {
     TheFactoryData().Hold(8);

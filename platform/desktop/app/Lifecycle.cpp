@@ -1,0 +1,168 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "app/Lifecycle.h"
+
+#include <Elementary.h>
+#include <algorithm>
+#include <cerrno>
+#include <string_view>
+#include <utility>
+
+#include "CallbackGuard.h"
+#include "app/ApplicationId.h"
+#include "app/GlibLoop.h"
+#include "app/SingleInstance.h"
+#include "app/Toolkit.h"
+#include "display/Keyboard.h"
+#include "display/Windows.h"
+#include "launch/LaunchProtocol.h"
+
+namespace applist::desktop {
+namespace {
+
+// For ui_app_exit(), which has no argument.
+Lifecycle* g_running = nullptr;
+
+// The bus starts a program with this, and sends the request that it was started for afterwards.
+bool IsServiceStart(int argc, const char* const* argv) {
+    return std::any_of(argv, argv + argc, [](const char* argument) {
+        return std::string_view(argument) == SERVICE_ARGUMENT;
+    });
+}
+
+void OnFirstTurn(void* lifecycle) {
+    GuardCallback([lifecycle] { static_cast<Lifecycle*>(lifecycle)->Started(); });
+}
+
+}  // namespace
+
+Lifecycle::Lifecycle(const ui_app_callbacks& callbacks, void* userData, std::string applicationId,
+                     std::optional<app_control_s> launch)
+    : m_callbacks(callbacks),
+      m_userData(userData),
+      m_applicationId(std::move(applicationId)),
+      m_launch(std::move(launch)) {}
+
+Lifecycle::Result Lifecycle::Run(int argc, char** argv) {
+    g_running = this;
+    const Result result = RunToolkit(argc, argv);
+    g_running = nullptr;
+    return result;
+}
+
+Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
+    std::optional<SingleInstance> instance(std::in_place, m_applicationId,
+                                           [this](app_control_s& request) { Relaunched(request); });
+    if (instance->role() == SingleInstance::Role::Later) {
+        return HandOver(*instance);
+    }
+    const Toolkit toolkit(argc, argv);
+    if (!toolkit.Started()) {
+        return TOOLKIT_NOT_STARTED;
+    }
+    const GlibLoop glib;
+    Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
+    const Keyboard keyboard(windows);
+    const Result result = RunApplication();
+    // From here on a launch must start a new instance: nobody would see it in this one.
+    instance.reset();
+    if (result == ENDED) {
+        m_callbacks.terminate(m_userData);
+    }
+    return result;
+}
+
+Lifecycle::Result Lifecycle::HandOver(SingleInstance& first) {
+    return !m_launch || first.HandOver(*m_launch) ? ENDED : HAND_OVER_FAILED;
+}
+
+Lifecycle::Result Lifecycle::RunApplication() {
+    if (!m_callbacks.create(m_userData)) {
+        LOG_ERROR("%s refused to start", m_applicationId.c_str());
+        return CREATE_REFUSED;
+    }
+    m_created = true;
+    // Inside the loop, where an end asked for takes effect. The toolkit forgets one before.
+    ecore_job_add(OnFirstTurn, this);
+    m_looping = true;
+    elm_run();
+    m_looping = false;
+    return ENDED;
+}
+
+void Lifecycle::Started() {
+    DeliverLaunch();
+    if (m_exitAsked) {
+        elm_exit();
+    }
+}
+
+void Lifecycle::DeliverLaunch() {
+    if (auto launch = std::exchange(m_launch, std::nullopt)) {
+        m_callbacks.app_control(&*launch, m_userData);
+    }
+}
+
+void Lifecycle::Exit() {
+    m_exitAsked = true;
+    if (m_looping) {
+        elm_exit();
+    }
+}
+
+void Lifecycle::Relaunched(app_control_s& request) {
+    // A main context that runs inside create would bring requests before their time.
+    if (!m_created) {
+        return;
+    }
+    DeliverLaunch();
+    m_callbacks.app_control(&request, m_userData);
+}
+
+void Lifecycle::VisibilityChanged(bool visible) {
+    (visible ? m_callbacks.resume : m_callbacks.pause)(m_userData);
+}
+
+}  // namespace applist::desktop
+
+namespace {
+
+using applist::desktop::Lifecycle;
+
+bool IsComplete(const ui_app_callbacks* callbacks) {
+    return callbacks != nullptr && callbacks->create != nullptr &&
+           callbacks->terminate != nullptr && callbacks->pause != nullptr &&
+           callbacks->resume != nullptr && callbacks->app_control != nullptr;
+}
+
+int RunApplication(int argc, char** argv, const ui_app_callbacks& callbacks, void* userData) {
+    using namespace applist::desktop;
+    const std::string id = ApplicationIdOf(argc > 0 ? argv[0] : program_invocation_name);
+    std::optional<app_control_s> launch;
+    if (!IsServiceStart(argc, argv)) {
+        launch = FromArguments(id, argc, argv);
+    }
+    return Lifecycle(callbacks, userData, id, launch).Run(argc, argv);
+}
+
+}  // namespace
+
+extern "C" int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, void* user_data) {
+    if (!IsComplete(callbacks)) {
+        LOG_ERROR("ui_app_main: a callback is missing");
+        return Lifecycle::NO_CALLBACKS;
+    }
+    return applist::GuardCallback<int>(
+        Lifecycle::FAILED, [&] { return RunApplication(argc, argv, *callbacks, user_data); });
+}
+
+extern "C" void ui_app_exit(void) {
+    if (applist::desktop::g_running != nullptr) {
+        applist::desktop::g_running->Exit();
+    }
+}
+
+// A desktop keeps no windows ready.
+extern "C" Evas_Object* app_get_preinitialized_window(const char* /*name*/) {
+    return nullptr;
+}

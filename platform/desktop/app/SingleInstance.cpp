@@ -1,0 +1,116 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "app/SingleInstance.h"
+
+#include <utility>
+
+#include "CallbackGuard.h"
+#include "app/Deadline.h"
+#include "bus/SessionBus.h"
+#include "launch/LaunchProtocol.h"
+
+namespace applist::desktop {
+namespace {
+
+// Long for a bus and for an instance that is busy starting, short for a viewer.
+constexpr std::chrono::seconds PATIENCE{3};
+
+void OnActivate(GApplication*, gpointer self) {
+    GuardCallback([self] { static_cast<SingleInstance*>(self)->Activated(); });
+}
+
+void OnLaunchAction(GSimpleAction*, GVariant* values, gpointer self) {
+    GuardCallback([&] { static_cast<SingleInstance*>(self)->LaunchAction(values); });
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(std::string applicationId, Receiver receiver)
+    : m_applicationId(std::move(applicationId)), m_receiver(std::move(receiver)) {
+    if (m_applicationId.empty()) {
+        LOG_ERROR("The program's name makes no application id; this instance stands alone");
+    } else if (!HasSessionBus()) {
+        LOG_INFO("There is no session bus; this instance of %s stands alone",
+                 m_applicationId.c_str());
+    } else {
+        Register();
+    }
+}
+
+SingleInstance::~SingleInstance() {
+    if (m_application) {
+        g_signal_handlers_disconnect_by_data(m_application.get(), this);
+    }
+    if (m_role == Role::First) {
+        GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
+        g_object_ref(bus);
+        m_application.reset();
+        const Deadline deadline(PATIENCE);
+        g_dbus_connection_flush_sync(bus, deadline.cancellable(), nullptr);
+        g_object_unref(bus);
+    }
+}
+
+void SingleInstance::Register() {
+    m_application.reset(g_application_new(m_applicationId.c_str(), G_APPLICATION_DEFAULT_FLAGS));
+    AcceptRequests();
+    const Deadline deadline(PATIENCE);
+    g_autoptr(GError) error = nullptr;
+    if (g_application_register(m_application.get(), deadline.cancellable(), &error) == FALSE) {
+        LOG_ERROR("%s cannot take its place on the session bus and stands alone: %s",
+                  m_applicationId.c_str(), error->message);
+        return;
+    }
+    GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
+    if (bus == nullptr) {
+        LOG_ERROR("The session bus does not answer; this instance of %s stands alone",
+                  m_applicationId.c_str());
+        return;
+    }
+    // The viewer keeps the list when the session ends.
+    g_dbus_connection_set_exit_on_close(bus, FALSE);
+    const bool later = g_application_get_is_remote(m_application.get()) != FALSE;
+    m_role = later ? Role::Later : Role::First;
+}
+
+void SingleInstance::AcceptRequests() {
+    g_signal_connect(m_application.get(), "activate", G_CALLBACK(OnActivate), this);
+    GSimpleAction* launch = g_simple_action_new(LAUNCH_ACTION, G_VARIANT_TYPE(LAUNCH_ACTION_TYPE));
+    g_signal_connect(launch, "activate", G_CALLBACK(OnLaunchAction), this);
+    g_action_map_add_action(G_ACTION_MAP(m_application.get()), G_ACTION(launch));
+    g_object_unref(launch);
+}
+
+bool SingleInstance::HandOver(const app_control_s& request) {
+    if (request.extraData.empty()) {
+        g_application_activate(m_application.get());
+    } else {
+        g_action_group_activate_action(G_ACTION_GROUP(m_application.get()), LAUNCH_ACTION,
+                                       ToActionParameter(request));
+    }
+    return Flush();
+}
+
+bool SingleInstance::Flush() {
+    const Deadline deadline(PATIENCE);
+    g_autoptr(GError) error = nullptr;
+    GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
+    if (g_dbus_connection_flush_sync(bus, deadline.cancellable(), &error) != 0) {
+        return true;
+    }
+    LOG_ERROR("The launch request for the running %s could not be sent: %s",
+              m_applicationId.c_str(), error->message);
+    return false;
+}
+
+void SingleInstance::Activated() {
+    app_control_s request{m_applicationId, {}};
+    m_receiver(request);
+}
+
+void SingleInstance::LaunchAction(GVariant* values) {
+    app_control_s request = FromActionParameter(m_applicationId, values);
+    m_receiver(request);
+}
+
+}  // namespace applist::desktop

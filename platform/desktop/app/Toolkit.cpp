@@ -1,0 +1,68 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "app/Toolkit.h"
+
+#include <Efreet.h>
+#include <Elementary.h>
+#include <cstdlib>
+#include <string>
+
+#include <X11/Xlib.h>
+#include <X11/extensions/Xext.h>
+
+#include "Log.h"
+#include "paths/DataPath.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr const char* THEME = "applist/theme/applist.edj";
+
+void LoadTheme() {
+    const std::string theme = FindData(THEME);
+    // The toolkit says nothing about a missing overlay; rows would just have no style.
+    if (theme.empty()) {
+        LOG_ERROR("The theme is missing: share/%s, beside the program's folder", THEME);
+        return;
+    }
+    elm_theme_overlay_add(nullptr, theme.c_str());
+}
+
+// Xlib would print these to standard error: the toolkit asks for extensions that it can do without
+// and that virtual displays do not have.
+int OnMissingExtension(Display*, const char* name, const char* reason) {
+    LOG_DEBUG("X extension %s: %s", name, reason);
+    return 0;
+}
+
+// The modules that watch power and time zone report errors for a set without a system bus, and are
+// of no use to a popup. The cache of desktop files would be built by a daemon that outlives us.
+void KeepOutHelpers() {
+    setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
+    efreet_cache_disable();
+}
+
+}  // namespace
+
+Toolkit::Toolkit(int argc, char** argv) {
+    KeepOutHelpers();
+    XSetExtensionErrorHandler(OnMissingExtension);
+    m_started = elm_init(argc, argv) > 0;
+    if (!m_started) {
+        LOG_ERROR("The toolkit cannot be started");
+        return;
+    }
+    // Without a window manager nobody marks a window as not withdrawn, and withdrawn windows are
+    // never drawn.
+    elm_config_agressive_withdrawn_set(EINA_FALSE);
+    LoadTheme();
+}
+
+Toolkit::~Toolkit() {
+    if (m_started) {
+        elm_shutdown();
+    }
+    efreet_cache_enable();
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,40 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <Ecore.h>
+#include <utility>
+
+namespace applist::desktop {
+
+/// A toolkit event handler, deleted at the end of its life. Must not outlive the toolkit.
+class [[nodiscard]] EventHandler {
+public:
+    EventHandler() = default;
+    /// Sees events of the type before every handler that is registered so far.
+    static EventHandler InFront(int type, Ecore_Event_Handler_Cb callback, const void* data) {
+        return EventHandler(ecore_event_handler_prepend(type, callback, data));
+    }
+    ~EventHandler() { Delete(); }
+    EventHandler(const EventHandler&) = delete;
+    EventHandler& operator=(const EventHandler&) = delete;
+    EventHandler(EventHandler&& other) noexcept
+        : m_handler(std::exchange(other.m_handler, nullptr)) {}
+    EventHandler& operator=(EventHandler&& other) noexcept {
+        Delete();
+        m_handler = std::exchange(other.m_handler, nullptr);
+        return *this;
+    }
+
+private:
+    explicit EventHandler(Ecore_Event_Handler* handler) : m_handler(handler) {}
+    void Delete() {
+        if (m_handler != nullptr) {
+            ecore_event_handler_del(std::exchange(m_handler, nullptr));
+        }
+    }
+
+    Ecore_Event_Handler* m_handler = nullptr;
+};
+
+}  // namespace applist::desktop

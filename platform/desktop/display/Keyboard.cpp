@@ -1,0 +1,53 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/Keyboard.h"
+
+#include "CallbackGuard.h"
+#include "display/KeyNames.h"
+#include "display/WrapAround.h"
+
+namespace applist::desktop {
+namespace {
+
+Eina_Bool OnPress(void* keyboard, int, void* key) {
+    const bool taken = GuardCallback(false, [&] {
+        return static_cast<Keyboard*>(keyboard)->Press(*static_cast<Ecore_Event_Key*>(key));
+    });
+    return taken ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
+}
+
+Eina_Bool OnRelease(void*, int, void* key) {
+    GuardCallback([key] { Keyboard::Release(*static_cast<Ecore_Event_Key*>(key)); });
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+// The strings of an event lie behind it in one piece of memory, which is freed as a whole, so
+// pointers to other strings may stand in their place.
+void Rename(Ecore_Event_Key& key) {
+    if (const char* name = RemoteControlKey(key.key)) {
+        key.key = name;
+        key.keyname = name;
+        // What the key would type.
+        key.string = nullptr;
+        key.compose = nullptr;
+    }
+}
+
+}  // namespace
+
+Keyboard::Keyboard(Windows& windows)
+    : m_windows(windows),
+      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
+      m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {}
+
+bool Keyboard::Press(Ecore_Event_Key& key) {
+    Rename(key);
+    const Evas_Object* window = m_windows.Find(key.window);
+    return window != nullptr && WrapAround(window, key);
+}
+
+void Keyboard::Release(Ecore_Event_Key& key) {
+    Rename(key);
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,193 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/Windows.h"
+
+#include <Ecore_X.h>
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "CallbackGuard.h"
+
+namespace applist::desktop {
+namespace {
+
+// How long a window must stay hidden to count as hidden: managers that take a window over, and the
+// toolkit's own first frame, hide it for a moment.
+constexpr double SETTLING_SECONDS = 0.1;
+
+// The toolkit's trap takes no user data.
+Windows* g_windows = nullptr;
+
+void* OnAdded(Evas_Object* window) {
+    GuardCallback([window] { g_windows->Added(window); });
+    return nullptr;
+}
+
+void OnDeleted(void*, Evas_Object* window) {
+    GuardCallback([window] { g_windows->Deleted(window); });
+}
+
+void OnCloseRequested(void* windows, Evas_Object*, void*) {
+    GuardCallback([windows] { static_cast<Windows*>(windows)->CloseRequested(); });
+}
+
+Eina_Bool OnShown(void* windows, int, void* event) {
+    const auto* shown = static_cast<Ecore_X_Event_Window_Show*>(event);
+    GuardCallback([&] { static_cast<Windows*>(windows)->Mapped(shown->win, true); });
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+Eina_Bool OnHidden(void* windows, int, void* event) {
+    const auto* hidden = static_cast<Ecore_X_Event_Window_Hide*>(event);
+    GuardCallback([&] { static_cast<Windows*>(windows)->Mapped(hidden->win, false); });
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+// Kept from the toolkit. Without a compositor it cuts a transparent window to the shape of what is
+// drawn. The first frame of ours is empty, so is its shape, the server calls the window obscured,
+// and the toolkit would stop drawing it for good.
+Eina_Bool OnVisibility(void* windows, int, void* event) {
+    const auto* change = static_cast<Ecore_X_Event_Window_Visibility_Change*>(event);
+    const bool ours = GuardCallback(false, [&] {
+        return static_cast<Windows*>(windows)->Obscured(change->win, change->fully_obscured != 0);
+    });
+    return ours ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
+}
+
+Eina_Bool OnSettled(void* windows) {
+    GuardCallback([windows] { static_cast<Windows*>(windows)->Settle(); });
+    return ECORE_CALLBACK_CANCEL;
+}
+
+bool HasShape(Ecore_X_Window window) {
+    int count = 0;
+    std::free(ecore_x_window_shape_rectangles_get(window, &count));
+    return count > 0;
+}
+
+bool HasWindowManager() {
+    Ecore_X_Window check = 0;
+    return ecore_x_window_prop_window_get(ecore_x_window_root_first_get(),
+                                          ECORE_X_ATOM_NET_SUPPORTING_WM_CHECK, &check, 1) > 0;
+}
+
+Elm_Win_Trap MakeTrap() {
+    Elm_Win_Trap trap{};
+    trap.version = ELM_WIN_TRAP_VERSION;
+    trap.add = OnAdded;
+    trap.del = OnDeleted;
+    return trap;
+}
+
+}  // namespace
+
+Windows::Windows(Listener listener) : m_listener(std::move(listener)) {
+    // The toolkit keeps the pointer.
+    static const Elm_Win_Trap trap = MakeTrap();
+    g_windows = this;
+    elm_win_trap_set(&trap);
+}
+
+Windows::~Windows() {
+    elm_win_trap_set(nullptr);
+    g_windows = nullptr;
+    StopSettling();
+    for (const Window& window : m_windows) {
+        evas_object_smart_callback_del_full(window.object, "delete,request", OnCloseRequested,
+                                            this);
+    }
+}
+
+Evas_Object* Windows::Find(Ecore_Window id) {
+    const Window* window = Lookup(id);
+    return window != nullptr ? window->object : nullptr;
+}
+
+Windows::Window* Windows::Lookup(Ecore_Window id) {
+    const auto found = std::find_if(m_windows.begin(), m_windows.end(), [id](const Window& window) {
+        return elm_win_window_id_get(window.object) == id;
+    });
+    return found != m_windows.end() ? &*found : nullptr;
+}
+
+void Windows::Added(Evas_Object* window) {
+    m_windows.push_back({window});
+    evas_object_smart_callback_add(window, "delete,request", OnCloseRequested, this);
+    if (m_handlers.empty() && ecore_x_display_get() != nullptr) {
+        ListenToDisplay();
+    }
+}
+
+void Windows::ListenToDisplay() {
+    m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_WINDOW_SHOW, OnShown, this));
+    m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_WINDOW_HIDE, OnHidden, this));
+    m_handlers.push_back(
+        EventHandler::InFront(ECORE_X_EVENT_WINDOW_VISIBILITY_CHANGE, OnVisibility, this));
+}
+
+void Windows::Deleted(const Evas_Object* window) {
+    std::erase_if(m_windows, [window](const Window& known) { return known.object == window; });
+    Update();
+}
+
+void Windows::Mapped(Ecore_Window id, bool mapped) {
+    Window* window = Lookup(id);
+    if (window == nullptr) {
+        return;
+    }
+    window->mapped = mapped;
+    // The focus is a window manager's to give. Without one nobody does, and no key would arrive.
+    if (mapped && !HasWindowManager()) {
+        ecore_x_window_focus(static_cast<Ecore_X_Window>(id));
+    }
+    Update();
+}
+
+bool Windows::Obscured(Ecore_Window id, bool obscured) {
+    Window* window = Lookup(id);
+    if (window == nullptr) {
+        return false;
+    }
+    window->obscured = obscured;
+    Update();
+    return true;
+}
+
+void Windows::Settle() {
+    m_settling = nullptr;
+    Report(std::any_of(m_windows.begin(), m_windows.end(), Visible));
+}
+
+// A window of no shape is called obscured although nothing lies on it.
+bool Windows::Visible(const Window& window) {
+    return window.mapped &&
+           !(window.obscured &&
+             HasShape(static_cast<Ecore_X_Window>(elm_win_window_id_get(window.object))));
+}
+
+void Windows::Update() {
+    const bool visible = std::any_of(m_windows.begin(), m_windows.end(), [](const Window& window) {
+        return window.mapped && !window.obscured;
+    });
+    if (visible) {
+        StopSettling();
+        Report(true);
+    } else if (m_visible && m_settling == nullptr) {
+        m_settling = ecore_timer_add(SETTLING_SECONDS, OnSettled, this);
+    }
+}
+
+void Windows::Report(bool visible) {
+    if (std::exchange(m_visible, visible) != visible) {
+        m_listener.visibilityChanged(visible);
+    }
+}
+
+void Windows::StopSettling() {
+    if (m_settling != nullptr) {
+        ecore_timer_del(std::exchange(m_settling, nullptr));
+    }
+}
+
+}  // namespace applist::desktop

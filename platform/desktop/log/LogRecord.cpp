@@ -1,0 +1,121 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "log/LogRecord.h"
+
+#include <algorithm>
+
+#include "platform_log.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr std::string_view DIGITS = "0123456789";
+
+bool IsNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of(DIGITS) == std::string_view::npos;
+}
+
+const char* LevelName(int priority) {
+    if (priority >= PLATFORM_LOG_ERROR) {
+        return "error";
+    }
+    return priority >= PLATFORM_LOG_INFO ? "info" : "debug";
+}
+
+// The numbers of syslog(3).
+const char* SyslogPriority(int priority) {
+    if (priority >= PLATFORM_LOG_ERROR) {
+        return "3";
+    }
+    return priority >= PLATFORM_LOG_INFO ? "6" : "7";
+}
+
+bool IsControl(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x20 || byte == 0x7F;
+}
+
+void AppendVisible(std::string& line, char c) {
+    static constexpr char HEX[] = "0123456789abcdef";
+    if (!IsControl(c)) {
+        line += c;
+        return;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    line += "\\x";
+    line += HEX[byte >> 4U];
+    line += HEX[byte & 0xFU];
+}
+
+}  // namespace
+
+std::optional<int> ParseLogLevel(std::string_view value) {
+    if (value == "error") {
+        return PLATFORM_LOG_ERROR;
+    }
+    if (value == "info") {
+        return PLATFORM_LOG_INFO;
+    }
+    if (value == "debug") {
+        return PLATFORM_LOG_DEBUG;
+    }
+    return std::nullopt;
+}
+
+std::optional<CodeLocation> ParseLocation(std::string_view message) {
+    // A function may be called "operator()", so its end is the last bracket before the arrow.
+    const size_t arrow = message.find(") > [");
+    const size_t colon = message.find(": ");
+    if (arrow == std::string_view::npos || colon >= arrow) {
+        return std::nullopt;
+    }
+    const size_t bracket = message.substr(0, arrow).rfind('(');
+    if (bracket == std::string_view::npos || bracket < colon + 2) {
+        return std::nullopt;
+    }
+    const std::string_view function = message.substr(colon + 2, bracket - colon - 2);
+    const std::string_view line = message.substr(bracket + 1, arrow - bracket - 1);
+    std::string repeated(function);
+    repeated.append(":").append(line).append("] ");
+    if (!IsNumber(line) || !message.substr(arrow + 5).starts_with(repeated)) {
+        return std::nullopt;
+    }
+    return CodeLocation{std::string(message.substr(0, colon)), std::string(function),
+                        std::string(line)};
+}
+
+std::string_view WithoutLineEnds(std::string_view message) {
+    const size_t last = message.find_last_not_of("\r\n");
+    return message.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+std::string StandardErrorLine(const LogRecord& record) {
+    std::string line = record.tag + ' ' + LevelName(record.priority) + ": ";
+    for (const char c : WithoutLineEnds(record.message)) {
+        AppendVisible(line, c);
+    }
+    return line + '\n';
+}
+
+std::vector<std::pair<std::string, std::string>> JournalFields(const LogRecord& record) {
+    std::vector<std::pair<std::string, std::string>> fields{
+        {"MESSAGE", std::string(WithoutLineEnds(record.message))},
+        {"PRIORITY", SyslogPriority(record.priority)},
+        {"SYSLOG_IDENTIFIER", record.tag}};
+    if (record.location) {
+        fields.emplace_back("CODE_FILE", record.location->file);
+        fields.emplace_back("CODE_LINE", record.location->line);
+        fields.emplace_back("CODE_FUNC", record.location->function);
+    }
+    return fields;
+}
+
+bool IsUnknownWatchComplaint(std::string_view domain, std::string_view message) {
+    constexpr std::string_view before = "Invalid id ";
+    constexpr std::string_view after = " passed to g_bus_unwatch_name()";
+    return domain == "GLib-GIO" && message.size() > before.size() + after.size() &&
+           message.starts_with(before) && message.ends_with(after) &&
+           IsNumber(message.substr(before.size(), message.size() - before.size() - after.size()));
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,182 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "log/LogWriter.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
+
+#include "platform_log.h"
+
+namespace applist::desktop {
+namespace {
+
+// One write(2), so that lines of several threads do not mix.
+bool WriteToStandardError(const LogRecord& record) {
+    const std::string line = StandardErrorLine(record);
+    return write(STDERR_FILENO, line.data(), line.size()) == static_cast<ssize_t>(line.size());
+}
+
+std::string Format(const char* format, va_list arguments) {
+    std::array<char, 512> buffer{};
+    va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
+    std::string text;
+    if (length >= static_cast<int>(buffer.size())) {
+        text.resize(static_cast<size_t>(length));
+        std::vsnprintf(text.data(), text.size() + 1, format, again);
+    } else if (length > 0) {
+        text.assign(buffer.data(), static_cast<size_t>(length));
+    }
+    va_end(again);
+    return text;
+}
+
+int PriorityOf(GLogLevelFlags level) {
+    if ((level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING)) != 0) {
+        return PLATFORM_LOG_ERROR;
+    }
+    const bool notice = (level & (G_LOG_LEVEL_MESSAGE | G_LOG_LEVEL_INFO)) != 0;
+    return notice ? PLATFORM_LOG_INFO : PLATFORM_LOG_DEBUG;
+}
+
+int PriorityOf(Eina_Log_Level level) {
+    if (level <= EINA_LOG_LEVEL_ERR) {
+        return PLATFORM_LOG_ERROR;
+    }
+    return level == EINA_LOG_LEVEL_WARN ? PLATFORM_LOG_INFO : PLATFORM_LOG_DEBUG;
+}
+
+std::string Value(const GLogField& field) {
+    const auto* bytes = static_cast<const char*>(field.value);
+    return field.length < 0 ? std::string(bytes)
+                            : std::string(bytes, static_cast<size_t>(field.length));
+}
+
+LogRecord RecordOf(GLogLevelFlags level, const GLogField* fields, gsize count) {
+    LogRecord record{PriorityOf(level), "GLib", "", std::nullopt};
+    for (gsize i = 0; i < count; ++i) {
+        const std::string_view name = fields[i].key;
+        if (name == "MESSAGE") {
+            record.message = Value(fields[i]);
+        } else if (name == "GLIB_DOMAIN") {
+            record.tag = Value(fields[i]);
+        }
+    }
+    if (IsUnknownWatchComplaint(record.tag, record.message)) {
+        record.priority = PLATFORM_LOG_DEBUG;
+    }
+    return record;
+}
+
+// No exception may leave into C, and nothing can be logged about one that arises while logging.
+template <typename Body>
+bool Try(Body body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return false;
+    }
+}
+
+GLogWriterOutput OnGlibMessage(GLogLevelFlags level, const GLogField* fields, gsize count, void*) {
+    Try([&] {
+        const LogRecord record = RecordOf(level, fields, count);
+        const LogWriter& writer = LogWriter::Get();
+        return writer.Writes(record.priority) && writer.Write(record);
+    });
+    return G_LOG_WRITER_HANDLED;
+}
+
+void OnToolkitMessage(const Eina_Log_Domain* domain, Eina_Log_Level level, const char* file,
+                      const char* function, int line, const char* format, void* /*data*/,
+                      va_list arguments) {
+    const LogWriter& writer = LogWriter::Get();
+    const int priority = PriorityOf(level);
+    if (!writer.Writes(priority)) {
+        return;
+    }
+    Try([&] {
+        const CodeLocation location{file, function, std::to_string(line)};
+        const std::string position = location.file + ':' + location.line + ' ' + function + "() ";
+        return writer.Write(
+            {priority, domain->name, position + Format(format, arguments), location});
+    });
+}
+
+bool WriteMessage(int priority, const char* tag, const char* format, va_list arguments) {
+    LogRecord record{priority, tag, Format(format, arguments), std::nullopt};
+    record.location = ParseLocation(record.message);
+    return LogWriter::Get().Write(record);
+}
+
+}  // namespace
+
+LogWriter& LogWriter::Get() {
+    static LogWriter writer;
+    // GLib takes a writer only once in the life of a process.
+    static const bool taken = [] {
+        g_log_set_writer_func(OnGlibMessage, nullptr, nullptr);
+        return true;
+    }();
+    static_cast<void>(taken);
+    return writer;
+}
+
+LogWriter::LogWriter()
+    : m_journal(g_log_writer_is_journald(STDERR_FILENO) != 0), m_threshold(PLATFORM_LOG_ERROR) {
+    const char* wanted = std::getenv("APPLIST_LOG");
+    if (wanted == nullptr) {
+        return;
+    }
+    if (const auto level = ParseLogLevel(wanted)) {
+        m_threshold = *level;
+        return;
+    }
+    const std::string text = std::string("APPLIST_LOG: unknown level \"") + wanted +
+                             "\"; it is one of error, info, debug. Using error";
+    Write({PLATFORM_LOG_ERROR, "applist", text, std::nullopt});
+}
+
+bool LogWriter::Write(const LogRecord& record) const {
+    return (m_journal && WriteToJournal(record)) || WriteToStandardError(record);
+}
+
+bool LogWriter::WriteToJournal(const LogRecord& record) const {
+    const auto fields = JournalFields(record);
+    std::vector<GLogField> raw;
+    raw.reserve(fields.size());
+    for (const auto& [name, value] : fields) {
+        raw.push_back({name.c_str(), value.data(), static_cast<gssize>(value.size())});
+    }
+    // The level given here plays no part: the priority is among the fields.
+    return g_log_writer_journald(G_LOG_LEVEL_MESSAGE, raw.data(), raw.size(), nullptr) ==
+           G_LOG_WRITER_HANDLED;
+}
+
+ToolkitMessages::ToolkitMessages() {
+    eina_init();
+    eina_log_print_cb_set(OnToolkitMessage, nullptr);
+}
+
+ToolkitMessages::~ToolkitMessages() {
+    eina_log_print_cb_set(eina_log_print_cb_stderr, nullptr);
+    eina_shutdown();
+}
+
+}  // namespace applist::desktop
+
+extern "C" int __dlog_print(int /*log_id*/, int priority, const char* tag, const char* format,
+                            ...) {
+    using namespace applist::desktop;
+    if (!LogWriter::Get().Writes(priority)) {
+        return 0;
+    }
+    va_list arguments;
+    va_start(arguments, format);
+    const bool written = Try([&] { return WriteMessage(priority, tag, format, arguments); });
+    va_end(arguments);
+    return written ? 0 : -1;
+}

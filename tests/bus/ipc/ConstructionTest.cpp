@@ -1,0 +1,169 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Construction and announcements: with a bus, without one, and with one that refuses.
+#include <cstdlib>
+
+#include <gmock/gmock.h>
+
+#include "ChannelTest.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const LogLine NOT_ANSWERED = Error("Cannot get response for name request\n\n");
+
+class Channel : public ChannelTest {};
+
+TEST_F(Channel, AnnouncesItselfWhenItIsBuilt) {
+    ScriptedPeer peer(Address());
+    const RecordingChannel channel;
+    EXPECT_EQ(Log(), Join({ConstructionLog(Self()), BroadcastLog("_SERVICE_SYN", Self())}));
+    Settle(peer);
+    EXPECT_THAT(peer.Events(),
+                ElementsAre(PeerEvent{PeerEvent::ANNOUNCEMENT, "_SERVICE_SYN", Self(), {}}));
+}
+
+TEST_F(Channel, DeclaresItsMethodAndNothingElse) {
+    ExpectChannels(0);
+    EXPECT_STREQ(JavaMWDbusLocal::INTERFACE_XML,
+                 "<node>  <interface name='org.vantu.javamw.DbusCommunication'>    <method "
+                 "name='Send'>      <arg type='ay' name='data' direction='in'/>      <arg "
+                 "type='ay' name='response' direction='out'/>    </method>  </interface></node>");
+    EXPECT_EQ(JavaMWDbusLocal::m_vtable.method_call, JavaMWDbusLocal::cb_MethodCall);
+    EXPECT_EQ(JavaMWDbusLocal::m_vtable.get_property, nullptr);
+    EXPECT_EQ(JavaMWDbusLocal::m_vtable.set_property, nullptr);
+}
+
+TEST_F(Channel, GivesUpAnAnnouncementWhoseNameIsTaken) {
+    ScriptedPeer other(Address());
+    other.Own("_SERVICE_SYN");
+    const RecordingChannel channel;
+    EXPECT_EQ(Log().back(), Error("Cannot own name due to return code = 3\n\n"));
+    other.Release("_SERVICE_SYN");
+    Settle(other);
+    EXPECT_THAT(
+        other.Events(),
+        ElementsAre(PeerEvent{PeerEvent::ANNOUNCEMENT, "_SERVICE_SYN", other.UniqueName(), {}}));
+}
+
+TEST_F(Channel, AnnouncesAnyName) {
+    ScriptedPeer peer(Address());
+    RecordingChannel channel;
+    ClearLog();
+    std::string name = "org.vantu.JavaMW.Applist_SERVICE_ACK";
+    channel.BroadcastName(name);
+    EXPECT_EQ(Log(), BroadcastLog("_SERVICE_ACK", Self()));
+    EXPECT_TRUE(peer.AwaitAnnouncement("_SERVICE_ACK"));
+}
+
+TEST_F(Channel, GoesOnWhenItsObjectIsRefused) {
+    g_autoptr(GDBusNodeInfo) node =
+        g_dbus_node_info_new_for_xml(JavaMWDbusLocal::INTERFACE_XML, nullptr);
+    const GDBusInterfaceVTable silent = {};
+    const guint taken = g_dbus_connection_register_object(Connection(), PATH, node->interfaces[0],
+                                                          &silent, nullptr, nullptr, nullptr);
+    RecordingChannel channel;
+    EXPECT_EQ(Log()[5], Error("Error while registering object [2] An object is already exported "
+                              "for the interface org.vantu.javamw.DbusCommunication at "
+                              "/org/vantu/javamw/CommunicationChannel/Applist\n\n"));
+    g_dbus_connection_unregister_object(Connection(), taken);
+
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
+    Bytes event = BytesFrom("e");
+    channel.SendNotification(event);
+    peer.Send(Self(), PATH, {});
+    ASSERT_TRUE(peer.AwaitTraffic(2));
+    EXPECT_THAT(
+        peer.Traffic(),
+        ElementsAre(
+            PeerEvent{PeerEvent::SIGNAL, std::string("SendSignal ") + PATH, Self(), event},
+            PeerEvent{PeerEvent::FAILURE, "org.freedesktop.DBus.Error.UnknownMethod", "", {}}));
+    EXPECT_THAT(channel.messages, IsEmpty());
+}
+
+class BusThatRefusesNames : public ChannelTest {
+protected:
+    BusThatRefusesNames() : ChannelTest("<deny own='org.vantu.JavaMW.Applist_SERVICE_SYN'/>") {}
+};
+
+TEST_F(BusThatRefusesNames, LeavesTheChannelUnannounced) {
+    ScriptedPeer peer(Address());
+    const RecordingChannel channel;
+    ASSERT_EQ(Log().size(), 10U);
+    EXPECT_EQ(Log()[8].priority, 6);
+    EXPECT_THAT(Log()[8].message,
+                StartsWith("Error during request name call [9] "
+                           "GDBus.Error:org.freedesktop.DBus.Error.AccessDenied: "));
+    EXPECT_EQ(Log()[9], NOT_ANSWERED);
+    Settle(peer);
+    EXPECT_THAT(peer.Events(), IsEmpty());
+}
+
+TEST_F(BusThatRefusesNames, DoesNotKeepAPartnerFromConnecting) {
+    ScriptedPeer peer(Address());
+    RecordingChannel channel;
+    Connect(peer);
+    EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
+}
+
+class BusThatKeepsNames : public ChannelTest {
+protected:
+    BusThatKeepsNames()
+        : ChannelTest(
+              "<deny send_destination='org.freedesktop.DBus' "
+              "send_interface='org.freedesktop.DBus' send_member='ReleaseName'/>") {}
+};
+
+TEST_F(BusThatKeepsNames, IsReportedWithTheReleaseThatFailed) {
+    const RecordingChannel channel;
+    EXPECT_EQ(Log(), Join({ConstructionLog(Self()),
+                           BroadcastLog("_SERVICE_SYN", Self()),
+                           {Error("Release failed due to empty response.\n\n")}}));
+}
+
+/// A process whose system bus is nowhere.
+class ChannelWithoutBus : public testing::Test {
+protected:
+    void SetUp() override {
+        RecordGlibMessages();
+        ClearLog();
+        setenv(PrivateBus::ADDRESS_VARIABLE, "unix:path=/nonexistent/bus", 1);
+    }
+    void TearDown() override { EXPECT_THAT(GlibMessages(), IsEmpty()); }
+};
+
+TEST_F(ChannelWithoutBus, IsBuiltAndSaysWhy) {
+    const RecordingChannel channel;
+    EXPECT_THAT(Log(), ElementsAre(Debug("Constructor\n\n"), Debug("XML parsed\n\n"),
+                                   Debug("Getting connection to SYSTEM_BUS\n\n"),
+                                   Error("Error while connecting to system bus [1] Could not "
+                                         "connect: No such file or directory\n\n")));
+}
+
+TEST_F(ChannelWithoutBus, ReachesNobody) {
+    RecordingChannel channel;
+    ClearLog();
+    Bytes data = BytesFrom("x");
+    std::string name = "org.vantu.JavaMW.Applist_SERVICE_SYN";
+    channel.SendNotification(data);
+    channel.SendNotification(data, ":1.1");
+    channel.BroadcastName(name);
+    EXPECT_FALSE(channel.IsConnectionReady(":1.1"));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("Number of partners to iterate is: 0\n\n"),
+                    Error("Communication partner :1.1 not found in m_partner map.\n\n"),
+                    Debug("BroadcastName org.vantu.JavaMW.Applist_SERVICE_SYN Public unique name "
+                          "\n\n"),
+                    NOT_ANSWERED));
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,255 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// How partners connect, in both orders and out of order.
+#include <memory>
+
+#include <gmock/gmock.h>
+
+#include "ChannelTest.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Ready = std::pair<bool, std::string>;
+
+class Handshake : public ChannelTest {
+protected:
+    PeerEvent Announced(const std::string& name) const {
+        return {PeerEvent::ANNOUNCEMENT, name, Self(), {}};
+    }
+    static std::vector<LogLine> AlreadyExists(const ScriptedPeer& peer) {
+        return {Debug("Owner " + peer.UniqueName() + " already exists\n")};
+    }
+};
+
+TEST_F(Handshake, ConnectsTheMiddlewareThatWasThereFirst) {
+    ScriptedPeer peer(Address());
+    const RecordingChannel channel;
+    ASSERT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN"));
+    ClearLog();
+    peer.Announce("_CLIENT_SYN_ACK");
+    Settle(peer);
+    EXPECT_EQ(Log(), Join({AnnouncementLog("SynAck", "_CLIENT_SYN_ACK", Self(), peer.UniqueName()),
+                           EstablishLog(peer.UniqueName()), BroadcastLog("_SERVICE_ACK", Self())}));
+    EXPECT_THAT(peer.Events(), ElementsAre(Announced("_SERVICE_SYN"), Announced("_SERVICE_ACK")));
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, peer.UniqueName()}));
+}
+
+TEST_F(Handshake, ConnectsTheMiddlewareThatComesLater) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    ClearLog();
+    peer.Announce("_CLIENT_SYN");
+    Settle(peer);
+    EXPECT_EQ(Log(),
+              Join({AnnouncementLog("Syn", "_CLIENT_SYN", Self(), peer.UniqueName()),
+                    EstablishLog(peer.UniqueName()), BroadcastLog("_SERVICE_SYN_ACK", Self())}));
+    EXPECT_THAT(channel.readiness, IsEmpty());
+    EXPECT_FALSE(channel.IsConnectionReady(peer.UniqueName()));
+    ClearLog();
+    peer.Announce("_CLIENT_ACK");
+    Settle(peer);
+    EXPECT_EQ(Log(), AnnouncementLog("Ack", "_CLIENT_ACK", Self(), peer.UniqueName()));
+    EXPECT_THAT(peer.Events(), ElementsAre(Announced("_SERVICE_SYN_ACK")));
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, peer.UniqueName()}));
+    EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
+}
+
+TEST_F(Handshake, LetsTheReadyHookNotifyThePartnerAtOnce) {
+    RecordingChannel channel;
+    channel.onReady = [&channel](bool, const std::string& partner) {
+        EXPECT_TRUE(channel.IsConnectionReady(partner));
+        Bytes hello = BytesFrom("hello");
+        channel.SendNotification(hello, partner);
+    };
+    ScriptedPeer peer(Address());
+    peer.Announce("_CLIENT_SYN_ACK");
+    Settle(peer);
+    const PeerEvent hello{PeerEvent::SIGNAL, std::string("SendSignal ") + PATH, Self(),
+                          BytesFrom("hello")};
+    EXPECT_THAT(peer.Events(), ElementsAre(Announced("_SERVICE_ACK"), hello));
+}
+
+TEST_F(Handshake, IgnoresTheAcquisitionHalfOfAnAnnouncement) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    ClearLog();
+    for (const char* name : {"_CLIENT_SYN", "_CLIENT_SYN_ACK", "_CLIENT_ACK"}) {
+        peer.Own(name);
+    }
+    Settle(peer);
+    EXPECT_EQ(Log(), Join({ChangeLog("Syn", "_CLIENT_SYN", Self(), "", peer.UniqueName()),
+                           ChangeLog("SynAck", "_CLIENT_SYN_ACK", Self(), "", peer.UniqueName()),
+                           ChangeLog("Ack", "_CLIENT_ACK", Self(), "", peer.UniqueName())}));
+    ClearLog();
+    Bytes data;
+    channel.SendNotification(data);
+    EXPECT_THAT(Log(), ElementsAre(Debug("Number of partners to iterate is: 0\n\n")));
+    EXPECT_THAT(channel.readiness, IsEmpty());
+}
+
+TEST_F(Handshake, IgnoresItsOwnReleases) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    const std::pair<std::string, std::string> handlers[] = {
+        {"Syn", "_CLIENT_SYN"}, {"SynAck", "_CLIENT_SYN_ACK"}, {"Ack", "_CLIENT_ACK"}};
+    for (const auto& [handler, ending] : handlers) {
+        std::string name = "org.vantu.JavaMW.Applist" + ending;
+        ClearLog();
+        channel.BroadcastName(name);
+        Settle(peer);
+        EXPECT_EQ(Log(), Join({BroadcastLog(ending, Self()),
+                               AnnouncementLog(handler, ending, Self(), Self())}));
+    }
+    ClearLog();
+    Bytes data;
+    channel.SendNotification(data);
+    EXPECT_THAT(Log(), ElementsAre(Debug("Number of partners to iterate is: 0\n\n")));
+    EXPECT_THAT(channel.readiness, IsEmpty());
+}
+
+TEST_F(Handshake, RefusesASecondSyn) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    peer.Announce("_CLIENT_SYN");
+    Settle(peer);
+    ClearLog();
+    peer.Announce("_CLIENT_SYN");
+    Settle(peer);
+    EXPECT_EQ(Log(), Join({AnnouncementLog("Syn", "_CLIENT_SYN", Self(), peer.UniqueName()),
+                           AlreadyExists(peer)}));
+    EXPECT_THAT(peer.Events(), ElementsAre(Announced("_SERVICE_SYN_ACK")));
+    EXPECT_FALSE(channel.IsConnectionReady(peer.UniqueName()));
+}
+
+TEST_F(Handshake, RefusesASecondSynAck) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    peer.Announce("_CLIENT_SYN_ACK");
+    Settle(peer);
+    ClearLog();
+    peer.Announce("_CLIENT_SYN_ACK");
+    Settle(peer);
+    EXPECT_EQ(Log(), Join({AnnouncementLog("SynAck", "_CLIENT_SYN_ACK", Self(), peer.UniqueName()),
+                           AlreadyExists(peer)}));
+    EXPECT_THAT(peer.Events(), ElementsAre(Announced("_SERVICE_ACK")));
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, peer.UniqueName()}));
+}
+
+TEST_F(Handshake, LeavesAConnectedPartnerConnectedAfterALateSyn) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    peer.Announce("_CLIENT_SYN");
+    Settle(peer);
+    EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
+    EXPECT_EQ(Log().back(), AlreadyExists(peer).front());
+}
+
+TEST_F(Handshake, KeepsAnEmptyRecordOfAStrangerWhoAcknowledges) {
+    RecordingChannel channel;
+    ScriptedPeer stranger(Address());
+    ClearLog();
+    stranger.Announce("_CLIENT_ACK");
+    Settle(stranger);
+    EXPECT_EQ(Log(), Join({AnnouncementLog("Ack", "_CLIENT_ACK", Self(), stranger.UniqueName()),
+                           AlreadyExists(stranger)}));
+    EXPECT_THAT(channel.readiness, IsEmpty());
+    EXPECT_THAT(stranger.Events(), IsEmpty());
+    ClearLog();
+    Bytes data;
+    channel.SendNotification(data, stranger.UniqueName());
+    EXPECT_THAT(Log(), ElementsAre(Error("Connection not set.\n\n")));
+}
+
+TEST_F(Handshake, ConnectsAStrangerWhoAcknowledgedTooEarly) {
+    RecordingChannel channel;
+    ScriptedPeer stranger(Address());
+    stranger.Announce("_CLIENT_ACK");
+    Connect(stranger);
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, stranger.UniqueName()}));
+}
+
+TEST_F(Handshake, ReportsAPartnerReadyForEachAck) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    peer.Announce("_CLIENT_ACK");
+    Settle(peer);
+    EXPECT_THAT(channel.readiness,
+                ElementsAre(Ready{true, peer.UniqueName()}, Ready{true, peer.UniqueName()}));
+}
+
+TEST_F(Handshake, ServesTwoPartnersInTheOrderOfTheirUniqueNames) {
+    RecordingChannel channel;
+    // ":1.9" and ":1.10", which bytes order the other way round.
+    auto ninth = std::make_unique<ScriptedPeer>(Address());
+    while (!ninth->UniqueName().ends_with(".9")) {
+        ninth = std::make_unique<ScriptedPeer>(Address());
+    }
+    ScriptedPeer tenth(Address());
+    ASSERT_LT(tenth.UniqueName(), ninth->UniqueName());
+    Connect(*ninth);
+    Connect(tenth);
+    ClearLog();
+    Bytes event = BytesFrom("event");
+    channel.SendNotification(event);
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("Number of partners to iterate is: 2\n\n"),
+                    Debug("Sending notification for partner: " + tenth.UniqueName() + "\n\n"),
+                    Debug("Sending signal with 5 bytes\n\n"),
+                    Debug("Sending notification for partner: " + ninth->UniqueName() + "\n\n"),
+                    Debug("Sending signal with 5 bytes\n\n")));
+    const PeerEvent signal{PeerEvent::SIGNAL, std::string("SendSignal ") + PATH, Self(), event};
+    Settle(*ninth);
+    Settle(tenth);
+    EXPECT_THAT(ninth->Traffic(), ElementsAre(signal));
+    EXPECT_THAT(tenth.Traffic(), ElementsAre(signal));
+}
+
+TEST_F(Handshake, HearsNothingOfOtherChannels) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address(), "Other");
+    ClearLog();
+    peer.Announce("_CLIENT_SYN");
+    Settle(peer);
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(Handshake, IgnoresAChangeWithoutItsThreeNames) {
+    RecordingChannel channel;
+    ClearLog();
+    g_autoptr(GVariant) wrong = g_variant_ref_sink(g_variant_new("(s)", ":1.5"));
+    JavaMWDbusLocal::cb_SynNameOwnerChanged(Connection(), "", "", "", "", wrong, &channel);
+    EXPECT_THAT(Log(), ElementsAre(Debug("cb_SynNameOwnerChanged called\n"),
+                                   Error("cb_SynNameOwnerChanged without a name and its owners is "
+                                         "ignored.\n\n")));
+}
+
+// The name makes good bus names but no object path, so nothing can be subscribed there.
+TEST_F(Handshake, ConnectsAPartnerThatCannotBeNotifiedWhenTheSubscriptionFails) {
+    RecordingChannel channel("App-list");
+    ScriptedPeer peer(Address(), "App-list");
+    peer.Announce("_CLIENT_SYN_ACK");
+    Settle(peer);
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, peer.UniqueName()}));
+    EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
+    ClearLog();
+    Bytes data;
+    channel.SendNotification(data, peer.UniqueName());
+    EXPECT_THAT(Log(), ElementsAre(Error("SignalSubscription not ready\n\n")));
+    peer.Announce("_CLIENT_ACK");
+    Settle(peer);
+    EXPECT_EQ(Log().back(), AlreadyExists(peer).front());
+    EXPECT_THAT(channel.readiness, testing::SizeIs(1));
+    // The object, the proxy and the subscription.
+    ExpectGlibMessages(3, "g_variant_is_object_path (object_path)");
+}
+
+}  // namespace
+}  // namespace applist::test

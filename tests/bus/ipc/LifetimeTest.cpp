@@ -1,0 +1,98 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What a channel gives back when it ends, and what it leaves.
+#include <memory>
+
+#include <gmock/gmock.h>
+
+#include "ChannelTest.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const LogLine NOT_VALID = Error("Empty user_data or connection not valid.\n\n");
+
+class EndOfAChannel : public ChannelTest {};
+
+TEST_F(EndOfAChannel, IsSilent) {
+    auto channel = std::make_unique<RecordingChannel>();
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    ClearLog();
+    channel.reset();
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(EndOfAChannel, GivesBackThePartnersWatchAndSignals) {
+    auto channel = std::make_unique<RecordingChannel>();
+    auto peer = std::make_unique<ScriptedPeer>(Address());
+    ScriptedPeer witness(Address());
+    Connect(*peer);
+    channel.reset();
+    ClearLog();
+    peer->Notify(Self(), PATH, BytesFrom("late"));
+    Settle(*peer);
+    peer.reset();
+    Settle(witness);
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(EndOfAChannel, GivesBackThePartnersProxy) {
+    // A proxy holds the connection, so the fixture sees one that is left.
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+}
+
+TEST_F(EndOfAChannel, LeavesSubscriptionsThatReachNobody) {
+    auto channel = std::make_unique<RecordingChannel>();
+    channel.reset();
+    ClearLog();
+    ScriptedPeer peer(Address());
+    for (const char* name : {"_CLIENT_SYN", "_CLIENT_SYN_ACK", "_CLIENT_ACK"}) {
+        peer.Announce(name);
+    }
+    Settle(peer);
+    const LogLine syn = Debug("cb_SynNameOwnerChanged called\n");
+    const LogLine synAck = Debug("cb_SynAckNameOwnerChanged called\n");
+    const LogLine ack = Debug("cb_AckNameOwnerChanged called\n");
+    EXPECT_THAT(Log(), ElementsAre(syn, NOT_VALID, syn, NOT_VALID, synAck, NOT_VALID, synAck,
+                                   NOT_VALID, ack, NOT_VALID, ack, NOT_VALID));
+}
+
+TEST_F(EndOfAChannel, LeavesAnObjectThatAnswersNobody) {
+    auto channel = std::make_unique<RecordingChannel>();
+    channel.reset();
+    ClearLog();
+    ScriptedPeer peer(Address());
+    peer.Send(Self(), PATH, BytesFrom("late"));
+    Settle(peer);
+    EXPECT_THAT(Log(), ElementsAre(testing::_, NOT_VALID));
+    EXPECT_THAT(peer.Traffic(), IsEmpty());
+}
+
+TEST_F(EndOfAChannel, LetsAnotherChannelGoOn) {
+    ExpectChannels(2);
+    RecordingChannel stays("Stays");
+    ScriptedPeer partner(Address(), "Stays");
+    { const RecordingChannel ends; }
+    Connect(partner);
+    EXPECT_TRUE(stays.IsConnectionReady(partner.UniqueName()));
+}
+
+TEST_F(EndOfAChannel, MakesGlibComplainOfThreeUnknownWatches) {
+    auto channel = std::make_unique<RecordingChannel>();
+    EXPECT_THAT(GlibMessages(), IsEmpty());
+    channel.reset();
+    EXPECT_THAT(GlibMessages(),
+                testing::Each(testing::MatchesRegex(
+                    "GLib-GIO: Invalid id [0-9]+ passed to g_bus_unwatch_name\\(\\)")));
+    EXPECT_THAT(GlibMessages(), testing::SizeIs(3));
+}
+
+}  // namespace
+}  // namespace applist::test

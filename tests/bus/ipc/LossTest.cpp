@@ -1,0 +1,244 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// How partners are lost, and the bus itself.
+#include <csignal>
+#include <memory>
+
+#include <gmock/gmock.h>
+
+#include "ChannelTest.h"
+#include "support/ChildProcess.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Ready = std::pair<bool, std::string>;
+
+std::vector<LogLine> LossLog(const std::string& name) {
+    return {Debug("cb_PartnerNameVanished name=" + name + "\n\n"),
+            Debug("Connection lost with partner id=" + name + "\n\n"),
+            Debug("Stop watching old partner messages.\n\n"),
+            Debug("Removed " + name + " connection owner from m_partner\n")};
+}
+
+LogLine NotFound(const std::string& name) {
+    return Error("Communication partner " + name + " not found in m_partner map.\n\n");
+}
+
+const LogLine NOT_SET = Error("Connection not set.\n\n");
+const LogLine NOT_VALID = Error("Empty user_data or connection not valid.\n\n");
+
+class Partner : public ChannelTest {
+protected:
+    /// Connects a partner and loses it. Returns its unique name.
+    std::string ConnectAndLose(const RecordingChannel& channel) {
+        auto peer = std::make_unique<ScriptedPeer>(Address());
+        std::string name = peer->UniqueName();
+        Connect(*peer);
+        ClearLog();
+        peer.reset();
+        EXPECT_TRUE(RunUntil([&] { return channel.readiness.back() == Ready{false, name}; }));
+        return name;
+    }
+};
+
+TEST_F(Partner, IsForgottenWhenItLeaves) {
+    RecordingChannel channel;
+    const std::string name = ConnectAndLose(channel);
+    EXPECT_EQ(Log(), LossLog(name));
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, name}, Ready{false, name}));
+    ClearLog();
+    Bytes data;
+    channel.SendNotification(data, name);
+    EXPECT_THAT(Log(), ElementsAre(NotFound(name)));
+}
+
+TEST_F(Partner, IsNotConnectedWhenALookupBroughtItsNameBack) {
+    RecordingChannel channel;
+    const std::string name = ConnectAndLose(channel);
+    EXPECT_FALSE(channel.IsConnectionReady(name));
+    ClearLog();
+    Bytes data;
+    channel.SendNotification(data, name);
+    EXPECT_THAT(Log(), ElementsAre(NOT_SET));
+}
+
+TEST_F(Partner, IsForgottenWhenItIsLostHalfWay) {
+    RecordingChannel channel;
+    auto peer = std::make_unique<ScriptedPeer>(Address());
+    const std::string name = peer->UniqueName();
+    peer->Announce("_CLIENT_SYN");
+    Settle(*peer);
+    ClearLog();
+    peer.reset();
+    ASSERT_TRUE(RunUntil([&] { return !channel.readiness.empty(); }));
+    EXPECT_EQ(Log(), LossLog(name));
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{false, name}));
+}
+
+TEST_F(Partner, IsLostWhenItsProcessIsKilled) {
+    const RecordingChannel channel;
+    const ChildProcess partner({HANDSHAKE_PARTNER, Address()});
+    ASSERT_TRUE(RunUntil([&] { return channel.readiness.size() == 1; }));
+    const std::string name = channel.readiness[0].second;
+    ClearLog();
+    partner.Signal(SIGKILL);
+    ASSERT_TRUE(RunUntil([&] { return channel.readiness.size() == 2; }));
+    EXPECT_EQ(Log(), LossLog(name));
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, name}, Ready{false, name}));
+}
+
+TEST_F(Partner, ComesBackUnderANewNameAfterARestart) {
+    RecordingChannel channel;
+    const std::string before = ConnectAndLose(channel);
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    ASSERT_NE(peer.UniqueName(), before);
+    EXPECT_EQ(channel.readiness.back(), Ready(true, peer.UniqueName()));
+    ClearLog();
+    Bytes event = BytesFrom("e");
+    channel.SendNotification(event);
+    EXPECT_THAT(
+        Log(), ElementsAre(Debug("Number of partners to iterate is: 1\n\n"),
+                           Debug("Sending notification for partner: " + peer.UniqueName() + "\n\n"),
+                           Debug("Sending signal with 1 bytes\n\n")));
+}
+
+TEST_F(Partner, StaysWhenAnotherLeaves) {
+    RecordingChannel channel;
+    ScriptedPeer stays(Address());
+    Connect(stays);
+    ConnectAndLose(channel);
+    EXPECT_TRUE(channel.IsConnectionReady(stays.UniqueName()));
+}
+
+TEST_F(Partner, HoldsItsResourcesDuringTheLostHook) {
+    RecordingChannel channel;
+    channel.onReady = [&channel](bool ready, const std::string& partner) {
+        // The record goes after the hook: until then it counts as connected.
+        EXPECT_TRUE(channel.IsConnectionReady(partner)) << ready;
+    };
+    const std::string name = ConnectAndLose(channel);
+    channel.onReady = [](bool, const std::string&) {};
+    EXPECT_FALSE(channel.IsConnectionReady(name));
+}
+
+TEST_F(Partner, IsErasedWithoutAHookWhenItsRecordWasEmpty) {
+    RecordingChannel channel;
+    EXPECT_FALSE(channel.IsConnectionReady(":9.9"));
+    ClearLog();
+    JavaMWDbusLocal::cb_PartnerNameVanished(Connection(), ":9.9", &channel);
+    EXPECT_THAT(Log(), ElementsAre(Debug("cb_PartnerNameVanished name=:9.9\n\n"),
+                                   Debug("Removed :9.9 connection owner from m_partner\n")));
+    EXPECT_THAT(channel.readiness, IsEmpty());
+    ClearLog();
+    Bytes data;
+    channel.SendNotification(data, ":9.9");
+    EXPECT_THAT(Log(), ElementsAre(NotFound(":9.9")));
+}
+
+TEST_F(Partner, IsErasedWithoutAHookWhenNobodyKnewIt) {
+    RecordingChannel channel;
+    ClearLog();
+    JavaMWDbusLocal::cb_PartnerNameVanished(Connection(), ":9.9", &channel);
+    Bytes data;
+    channel.SendNotification(data);
+    EXPECT_THAT(Log(), ElementsAre(Debug("cb_PartnerNameVanished name=:9.9\n\n"),
+                                   Debug("Removed :9.9 connection owner from m_partner\n"),
+                                   Debug("Number of partners to iterate is: 0\n\n")));
+    EXPECT_THAT(channel.readiness, IsEmpty());
+}
+
+class Bus : public ChannelTest {
+protected:
+    /// Ends the application's connection as the end of the bus does.
+    void CloseConnection() {
+        ASSERT_TRUE(g_dbus_connection_close_sync(Connection(), nullptr, nullptr));
+        ASSERT_TRUE(RunUntil([this] { return g_dbus_connection_is_closed(Connection()) != 0; }));
+    }
+};
+
+TEST_F(Bus, ReportsAVanishedPartnerWithoutAConnectionWhenItIsGone) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    ClearLog();
+    CloseConnection();
+    ASSERT_TRUE(RunUntil([] { return !Log().empty(); }));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("cb_PartnerNameVanished name=" + peer.UniqueName() + "\n\n"), NOT_VALID));
+    EXPECT_THAT(channel.readiness, testing::SizeIs(1));
+}
+
+TEST_F(Bus, CarriesNothingWhenItIsGone) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    CloseConnection();
+    ClearLog();
+    Bytes data = BytesFrom("x");
+    channel.SendNotification(data, peer.UniqueName());
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Sending signal with 1 bytes\n\n"),
+                            Error("Error while sending signal [18] The connection is closed\n\n")));
+}
+
+TEST_F(Bus, DoesNotKeepAHandshakeFromAdvancingWhenItIsGone) {
+    RecordingChannel channel;
+    CloseConnection();
+    ClearLog();
+    g_autoptr(GVariant) release = g_variant_ref_sink(
+        g_variant_new("(sss)", "org.vantu.JavaMW.Applist_CLIENT_SYN_ACK", ":1.77", ""));
+    JavaMWDbusLocal::cb_SynAckNameOwnerChanged(Connection(), "", "", "", "", release, &channel);
+    EXPECT_EQ(Log(),
+              Join({ChangeLog("SynAck", "_CLIENT_SYN_ACK", Self(), ":1.77", ""),
+                    EstablishLog(":1.77"),
+                    {BroadcastLog("_SERVICE_ACK", Self())[0],
+                     Error("Error during request name call [18] The connection is closed\n\n"),
+                     Error("Cannot get response for name request\n\n")}}));
+    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, ":1.77"}));
+    EXPECT_TRUE(channel.IsConnectionReady(":1.77"));
+    ExpectGlibMessages(2, "Error while sending AddMatch() message: The connection is closed");
+}
+
+TEST_F(Bus, LeavesNoTraceOfACallbackWithoutConnectionOrObject) {
+    RecordingChannel channel;
+    const auto refused = [](const std::function<void(GDBusConnection*, void*)>& call,
+                            GDBusConnection* connection, void* object) {
+        ClearLog();
+        call(connection, object);
+        EXPECT_THAT(Log(), ElementsAre(testing::_, NOT_VALID));
+    };
+    const std::function<void(GDBusConnection*, void*)> callbacks[] = {
+        [](GDBusConnection* c, void* o) {
+            JavaMWDbusLocal::cb_MethodCall(c, "s", PATH, "i", "Send", nullptr, nullptr, o);
+        },
+        [](GDBusConnection* c, void* o) {
+            JavaMWDbusLocal::cb_SignalCall(c, "s", PATH, "i", "SendSignal", nullptr, o);
+        },
+        [](GDBusConnection* c, void* o) {
+            JavaMWDbusLocal::cb_SynNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
+        },
+        [](GDBusConnection* c, void* o) {
+            JavaMWDbusLocal::cb_SynAckNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
+        },
+        [](GDBusConnection* c, void* o) {
+            JavaMWDbusLocal::cb_AckNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
+        },
+        [](GDBusConnection* c, void* o) { JavaMWDbusLocal::cb_PartnerNameVanished(c, ":1.1", o); }};
+    for (const auto& callback : callbacks) {
+        refused(callback, nullptr, &channel);
+        refused(callback, Connection(), nullptr);
+    }
+    EXPECT_THAT(channel.readiness, IsEmpty());
+    EXPECT_THAT(channel.notifications, IsEmpty());
+    EXPECT_THAT(channel.messages, IsEmpty());
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,278 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Bytes through the channel, in both directions.
+#include <cstddef>
+
+#include <gmock/gmock.h>
+
+#include "ChannelTest.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Every byte value, many times over: more than fits into one read of a socket.
+Bytes ManyBytes() {
+    Bytes bytes(1 << 20);
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<char>(i % 251);
+    }
+    return bytes;
+}
+
+std::string CallLine(const ScriptedPeer& peer, const std::string& path) {
+    return "cb_MethodCall sender=" + peer.UniqueName() + " obj_path=" + path +
+           " iface_name=org.vantu.javamw.DbusCommunication method_name=Send\n\n";
+}
+
+std::string SignalLine(const ScriptedPeer& peer, const std::string& name) {
+    return "cb_SignalCall sender=" + peer.UniqueName() + " obj_path=" + PATH +
+           " iface_name=org.vantu.javamw.DbusCommunication signal_name=" + name + "\n\n";
+}
+
+class Call : public ChannelTest {};
+
+TEST_F(Call, IsAnsweredWithWhatTheHookReturns) {
+    RecordingChannel channel;
+    channel.answer = [](const Bytes&) { return BytesFrom("answer"); };
+    ScriptedPeer peer(Address());
+    ClearLog();
+    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("question")), BytesFrom("answer"));
+    EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, PATH))));
+    EXPECT_THAT(channel.messages, ElementsAre(BytesFrom("question")));
+}
+
+TEST_F(Call, CarriesEveryByteBothWays) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    const Bytes bytes = ManyBytes();
+    EXPECT_EQ(ChannelTest::Call(peer, bytes), bytes);
+    EXPECT_EQ(channel.messages[0], bytes);
+}
+
+TEST_F(Call, CarriesNoBytesBothWays) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    EXPECT_EQ(ChannelTest::Call(peer, {}), Bytes{});
+    EXPECT_THAT(channel.messages, ElementsAre(Bytes{}));
+}
+
+TEST_F(Call, ReachesTheHookWithoutAHandshake) {
+    const RecordingChannel channel;
+    ScriptedPeer stranger(Address());
+    EXPECT_EQ(ChannelTest::Call(stranger, BytesFrom("x")), BytesFrom("x"));
+}
+
+TEST_F(Call, GetsNoReplyAtAllOnAnotherPath) {
+    RecordingChannel channel;
+    g_autoptr(GDBusNodeInfo) node =
+        g_dbus_node_info_new_for_xml(JavaMWDbusLocal::INTERFACE_XML, nullptr);
+    const guint other =
+        g_dbus_connection_register_object(Connection(), "/other", node->interfaces[0],
+                                          &JavaMWDbusLocal::m_vtable, &channel, nullptr, nullptr);
+    ASSERT_NE(other, 0U);
+    ScriptedPeer peer(Address());
+    ClearLog();
+    peer.Send(Self(), "/other", BytesFrom("unanswered"));
+    // Calls are dealt with in order, so the answer to the second one settles the first.
+    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("answered")), BytesFrom("answered"));
+    EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, "/other")), Debug(CallLine(peer, PATH))));
+    EXPECT_THAT(channel.messages, ElementsAre(BytesFrom("answered")));
+    EXPECT_THAT(peer.Traffic(), testing::SizeIs(1));
+    g_dbus_connection_unregister_object(Connection(), other);
+}
+
+TEST_F(Call, GetsTheEventsItCausedBeforeItsReply) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    channel.answer = [&channel](const Bytes&) {
+        for (const char* text : {"first", "second"}) {
+            Bytes event = BytesFrom(text);
+            channel.SendNotification(event);
+        }
+        return BytesFrom("reply");
+    };
+    peer.Send(Self(), PATH, {});
+    ASSERT_TRUE(peer.AwaitTraffic(3));
+    const std::string signal = std::string("SendSignal ") + PATH;
+    EXPECT_THAT(peer.Traffic(),
+                ElementsAre(PeerEvent{PeerEvent::SIGNAL, signal, Self(), BytesFrom("first")},
+                            PeerEvent{PeerEvent::SIGNAL, signal, Self(), BytesFrom("second")},
+                            PeerEvent{PeerEvent::REPLY, "", "", BytesFrom("reply")}));
+}
+
+TEST_F(Call, IsAnsweredByTheDefaultHookWithTheChannelsName) {
+    const JavaMWDbusLocal channel("Applist");
+    ScriptedPeer peer(Address());
+    ClearLog();
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("text")),
+              BytesFrom("Default handler from :" + Self()));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "text\n");
+    EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, PATH)),
+                                   Debug("Default handler - HandleMessage = text\n\n")));
+}
+
+class Message : public ChannelTest {};
+
+TEST_F(Message, IsNeverSent) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    ClearLog();
+    Bytes data = BytesFrom("x");
+    EXPECT_THAT(channel.SendMessage(data), IsEmpty());
+    EXPECT_THAT(Log(), ElementsAre(Debug("Message sending is no supported!\n")));
+    Settle(peer);
+    EXPECT_THAT(peer.Traffic(), IsEmpty());
+}
+
+class Notification : public ChannelTest {};
+
+TEST_F(Notification, CarriesEveryByteToThePartner) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    Bytes bytes = ManyBytes();
+    channel.SendNotification(bytes, peer.UniqueName());
+    Bytes none;
+    channel.SendNotification(none, peer.UniqueName());
+    ASSERT_TRUE(peer.AwaitTraffic(2));
+    EXPECT_EQ(peer.Traffic()[0].bytes, bytes);
+    EXPECT_EQ(peer.Traffic()[1].bytes, none);
+}
+
+TEST_F(Notification, ReachesThatPartnerAlone) {
+    RecordingChannel channel;
+    ScriptedPeer partner(Address());
+    ScriptedPeer other(Address());
+    Connect(partner);
+    Connect(other);
+    ClearLog();
+    Bytes event = BytesFrom("event");
+    channel.SendNotification(event, partner.UniqueName());
+    EXPECT_THAT(Log(), ElementsAre(Debug("Sending signal with 5 bytes\n\n")));
+    Settle(partner);
+    Settle(other);
+    EXPECT_THAT(partner.Traffic(), testing::SizeIs(1));
+    EXPECT_THAT(other.Traffic(), IsEmpty());
+}
+
+TEST_F(Notification, IsRefusedForAHalfConnectedPartner) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    peer.Announce("_CLIENT_SYN");
+    Settle(peer);
+    ClearLog();
+    Bytes event = BytesFrom("event");
+    channel.SendNotification(event, peer.UniqueName());
+    EXPECT_THAT(Log(), ElementsAre(Error("Connection not set.\n\n")));
+    Settle(peer);
+    EXPECT_THAT(peer.Traffic(), IsEmpty());
+}
+
+TEST_F(Notification, IsRefusedForEachRecordThatALookupLeft) {
+    RecordingChannel channel;
+    EXPECT_FALSE(channel.IsConnectionReady("nobody"));
+    ClearLog();
+    Bytes event;
+    channel.SendNotification(event);
+    EXPECT_THAT(Log(), ElementsAre(Debug("Number of partners to iterate is: 1\n\n"),
+                                   Debug("Sending notification for partner: nobody\n\n"),
+                                   Error("Connection not set.\n\n")));
+}
+
+TEST_F(Notification, OfAPartnerReachesTheHook) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    ClearLog();
+    const Bytes bytes = ManyBytes();
+    peer.Notify(Self(), PATH, bytes);
+    peer.Notify(Self(), PATH, {});
+    Settle(peer);
+    EXPECT_THAT(Log(), ElementsAre(Debug(SignalLine(peer, "SendSignal")),
+                                   Debug(SignalLine(peer, "SendSignal"))));
+    EXPECT_THAT(channel.notifications, ElementsAre(bytes, Bytes{}));
+}
+
+TEST_F(Notification, MayHaveAnyMember) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    ClearLog();
+    peer.Emit(Self(), PATH, "Other", g_variant_new("(^ay)", "text"));
+    Settle(peer);
+    EXPECT_THAT(Log(), ElementsAre(Debug(SignalLine(peer, "Other"))));
+    EXPECT_THAT(channel.notifications, ElementsAre(Bytes{'t', 'e', 'x', 't', '\0'}));
+}
+
+TEST_F(Notification, OfAnyoneElseReachesNothing) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    ScriptedPeer forger(Address());
+    Connect(peer);
+    ClearLog();
+    forger.Notify(Self(), PATH, BytesFrom("forged"));
+    Settle(forger);
+    EXPECT_THAT(Log(), IsEmpty());
+    EXPECT_THAT(channel.notifications, IsEmpty());
+}
+
+TEST_F(Notification, OnAnotherPathReachesNothing) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    ClearLog();
+    peer.Notify(Self(), "/other", BytesFrom("astray"));
+    Settle(peer);
+    EXPECT_THAT(Log(), IsEmpty());
+    g_autoptr(GVariant) content = g_variant_ref_sink(g_variant_new("(^ay)", "astray"));
+    JavaMWDbusLocal::cb_SignalCall(Connection(), ":1.1", "/other", "i", "SendSignal", content,
+                                   &channel);
+    EXPECT_THAT(Log(), testing::SizeIs(1));
+    EXPECT_THAT(channel.notifications, IsEmpty());
+}
+
+TEST_F(Notification, WithoutAByteArrayIsDropped) {
+    const RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    const std::pair<std::string, const char*> contents[] = {
+        {"()", "()"}, {"(s)", "('text',)"}, {"(ayay)", "(@ay [], @ay [])"}, {"(ai)", "([1, 2],)"}};
+    for (const auto& [form, text] : contents) {
+        ClearLog();
+        peer.Emit(Self(), PATH, "SendSignal", g_variant_new_parsed(text));
+        Settle(peer);
+        EXPECT_THAT(Log(),
+                    ElementsAre(Debug(SignalLine(peer, "SendSignal")),
+                                Error("Signal SendSignal from " + peer.UniqueName() + " carries " +
+                                      form + " instead of (ay) and is ignored.\n\n")));
+    }
+    EXPECT_THAT(channel.notifications, IsEmpty());
+    peer.Notify(Self(), PATH, BytesFrom("good"));
+    Settle(peer);
+    EXPECT_THAT(channel.notifications, ElementsAre(BytesFrom("good")));
+}
+
+TEST_F(Notification, IsPrintedByTheDefaultHook) {
+    const JavaMWDbusLocal channel("Applist");
+    ScriptedPeer peer(Address());
+    ClearLog();
+    Connect(peer);
+    EXPECT_EQ(Log().back(), Debug("Default handler - HandleConnectionReady = 1\n\n"));
+    ClearLog();
+    testing::internal::CaptureStdout();
+    peer.Notify(Self(), PATH, BytesFrom("text"));
+    Settle(peer);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "text\n");
+    EXPECT_THAT(Log(), ElementsAre(Debug(SignalLine(peer, "SendSignal")),
+                                   Debug("Default handler - HandleNotification = text\n\n")));
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,195 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The built program and the built middleware on a real bus and a real screen, driven by real keys.
+#include <csignal>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/Television.h"
+
+namespace applist::test {
+namespace {
+
+using testing::StartsWith;
+
+class TheList : public testing::Test {
+protected:
+    void SetUp() override { m_set.ShowThreeItems(); }
+
+    void Press(const std::string& key) { m_set.screen().TypeKey(key); }
+
+    testing::AssertionResult Selected(const std::string& id, const std::string& name) {
+        if (m_set.middleware().SeesSelected(id, name)) {
+            return testing::AssertionSuccess();
+        }
+        return testing::AssertionFailure() << "the middleware saw:\n"
+                                           << m_set.middleware().Transcript();
+    }
+
+    Television m_set;
+};
+
+TEST_F(TheList, ReportsEachStepDownAndUp) {
+    Press("Down");
+    EXPECT_TRUE(Selected("b", "Bravo"));
+    Press("Down");
+    EXPECT_TRUE(Selected("c", "Charlie"));
+    Press("Up");
+    EXPECT_TRUE(Selected("b", "Bravo"));
+}
+
+TEST_F(TheList, WrapsFromTheLastRowDownToTheFirst) {
+    Press("Down");
+    Press("Down");
+    ASSERT_TRUE(Selected("c", "Charlie"));
+    Press("Down");
+    EXPECT_TRUE(Selected("a", "Alpha"));
+}
+
+TEST_F(TheList, WrapsFromTheFirstRowUpToTheLast) {
+    Press("Up");
+    EXPECT_TRUE(Selected("c", "Charlie"));
+}
+
+TEST_F(TheList, StepsForwardOnRightAndWraps) {
+    Press("Right");
+    EXPECT_TRUE(Selected("b", "Bravo"));
+    Press("Right");
+    EXPECT_TRUE(Selected("c", "Charlie"));
+    Press("Right");
+    EXPECT_TRUE(Selected("a", "Alpha"));
+}
+
+TEST_F(TheList, StepsBackOnLeftAndWraps) {
+    Press("Left");
+    EXPECT_TRUE(Selected("c", "Charlie"));
+    Press("Left");
+    EXPECT_TRUE(Selected("b", "Bravo"));
+}
+
+TEST_F(TheList, KeepsScreenAndModelTogetherWhenBothKindsOfKeysMix) {
+    Press("Right");
+    EXPECT_TRUE(Selected("b", "Bravo"));
+    Press("Down");
+    EXPECT_TRUE(Selected("c", "Charlie"));
+    Press("Left");
+    EXPECT_TRUE(Selected("b", "Bravo"));
+    Press("Up");
+    EXPECT_TRUE(Selected("a", "Alpha"));
+}
+
+TEST_F(TheList, ReportsTheActivatedRowAndEnds) {
+    Press("Down");
+    ASSERT_TRUE(Selected("b", "Bravo"));
+    Press("Return");
+    EXPECT_TRUE(m_set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(m_set.middleware().Sees("disconnected"));
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+TEST_F(TheList, ClosesOnBack) {
+    Press("Escape");
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+TEST_F(TheList, ClosesOnExit) {
+    Press("F10");
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+TEST_F(TheList, PrintsOnlyItsVersionOnANormalRun) {
+    Press("Down");
+    ASSERT_TRUE(Selected("b", "Bravo"));
+    Press("Escape");
+    ASSERT_EQ(m_set.application().WaitForExit(), 0);
+    EXPECT_EQ(m_set.application().Output(), "APPLIST v: plm-applist-20150201.1\n");
+    EXPECT_EQ(m_set.application().Errors(), "");
+}
+
+TEST_F(TheList, EndsLikeOnExitWhenTerminated) {
+    m_set.application().Signal(SIGTERM);
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+TEST_F(TheList, ClosesWhenStartedASecondTime) {
+    const auto second = m_set.StartApplication();
+    EXPECT_EQ(second->WaitForExit(), 0);
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+TEST_F(TheList, FollowsAMiddlewareThatRestarts) {
+    m_set.middleware().process().Signal(SIGKILL);
+    m_set.middleware().process().WaitForExit();
+    const auto next =
+        m_set.StartMiddleware({"serve", "--items", m_set.WriteFile("next", "x\tX-ray\ny\tYankee\n")});
+    ASSERT_TRUE(next->SeesSelected("x", "X-ray")) << next->Transcript();
+    ASSERT_TRUE(next->Sees("filled"));
+    Press("Down");
+    EXPECT_TRUE(next->SeesSelected("y", "Yankee")) << next->Transcript();
+}
+
+TEST_F(TheList, TakesKeysAfterItWasEmptiedAndFilledAgain) {
+    const auto emptied = m_set.StartMiddleware({"call", "RemoveAllItems"});
+    ASSERT_EQ(emptied->process().WaitForExit(), 0);
+    const auto filled = m_set.StartMiddleware({"call", "AddItems", "p=Papa", "q=Quebec"});
+    ASSERT_EQ(filled->process().WaitForExit(), 0);
+    ASSERT_TRUE(Selected("p", "Papa"));
+    Press("Down");
+    EXPECT_TRUE(Selected("q", "Quebec"));
+    Press("Right");
+    EXPECT_TRUE(Selected("p", "Papa"));
+}
+
+TEST_F(TheList, MovesTheFocusToWhatTheMiddlewareSelects) {
+    const auto call = m_set.StartMiddleware({"call", "SetSelection", "b"});
+    ASSERT_EQ(call->process().WaitForExit(), 0);
+    ASSERT_TRUE(Selected("b", "Bravo"));
+    Press("Down");
+    EXPECT_TRUE(Selected("c", "Charlie"));
+}
+
+TEST(ASet, ConnectsWhenTheApplicationIsFirst) {
+    Television set;
+    const auto application = set.StartApplication();
+    ASSERT_TRUE(set.WaitForFocus());
+    const auto middleware = set.StartMiddlewareWithThreeItems();
+    EXPECT_TRUE(middleware->SeesSelected("a", "Alpha")) << middleware->Transcript();
+    ASSERT_TRUE(middleware->Sees("filled"));
+    set.screen().TypeKey("Down");
+    EXPECT_TRUE(middleware->SeesSelected("b", "Bravo")) << middleware->Transcript();
+}
+
+TEST(ASet, ServesTheNextApplicationAfterTheFirstHasEnded) {
+    Television set;
+    set.ShowThreeItems();
+    set.screen().TypeKey("Escape");
+    ASSERT_EQ(set.application().WaitForExit(), 0);
+    ASSERT_TRUE(set.middleware().Sees("disconnected"));
+    const auto next = set.StartApplication();
+    EXPECT_TRUE(set.middleware().SeesSelected("a", "Alpha")) << set.middleware().Transcript();
+    next->Signal(SIGTERM);
+    EXPECT_EQ(next->WaitForExit(), 0);
+}
+
+// The clock of the application runs fifty times as fast; nobody presses a key.
+TEST(ASet, ClosesTheListWhenNobodyUsesIt) {
+    Television set;
+    const auto application = set.StartApplication({"faketime", "-f", "+0 x50"});
+    EXPECT_EQ(application->WaitForExit(), 0);
+    EXPECT_THAT(application->Output(), StartsWith("APPLIST v: "));
+}
+
+TEST(ASet, EndsCleanlyWithoutASystemBus) {
+    Television set;
+    set.systemBus().Stop();
+    const auto application = set.StartApplication();
+    ASSERT_TRUE(set.WaitForFocus());
+    EXPECT_TRUE(application->WaitForText("Error while connecting to system bus ["));
+    set.screen().TypeKey("Escape");
+    EXPECT_EQ(application->WaitForExit(), 0);
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,210 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "e2e/visibility/Platformctl.h"
+
+namespace applist::test {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST_F(Platformctl, SetsGetsAndUnsets) {
+    Do({"set", AUTORUN, "bool", "true"});
+    Do({"set", DATA_SERVICE, "int", "2"});
+    Do({"set", AUTOSTART, "int", "-5"});
+    EXPECT_EQ(Get(AUTORUN), "true\n");
+    EXPECT_EQ(Get(DATA_SERVICE), "2\n");
+    EXPECT_EQ(Get(AUTOSTART), "-5\n");
+    Do({"unset", DATA_SERVICE});
+    const auto result = Run({"get", DATA_SERVICE});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "platformctl: " + DATA_SERVICE + " is not set\n");
+    EXPECT_EQ(Get(AUTOSTART), "-5\n");
+}
+
+TEST_F(Platformctl, TakesBothSpellingsOfABool) {
+    for (const auto& [word, printed] :
+         {std::pair{"1", "true\n"}, {"false", "false\n"}, {"true", "true\n"}, {"0", "false\n"}}) {
+        Do({"set", AUTORUN, "bool", word});
+        EXPECT_EQ(Get(AUTORUN), printed);
+    }
+}
+
+TEST_F(Platformctl, SetsFactoryItems) {
+    Do({"factory", "set", "194", "-2147483648"});
+    EXPECT_EQ(Run({"factory", "get", "194"}).output, "-2147483648\n");
+    EXPECT_EQ(Run({"factory", "get", "194", "--json"}).output,
+              "{\n  \"id\" : 194,\n  \"value\" : -2147483648\n}\n");
+    Do({"factory", "unset", "194"});
+    const auto result = Run({"factory", "get", "194"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "platformctl: factory item 194 is not set\n");
+}
+
+TEST_F(Platformctl, ListsWhatIsKnown) {
+    Do({"set", DATA_SERVICE, "int", "2"});
+    Do({"set", AUTORUN, "bool", "false"});
+    Do({"region", "uruguay"});
+    const auto result = Run({"list"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, AUTORUN + "\tbool\tfalse\n" + DATA_SERVICE + "\tint\t2\n" + AUTOSTART +
+                                 "\tint\tnot set\nfactory 194\tint\t85\n");
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(Platformctl, PrintsJson) {
+    Do({"set", AUTORUN, "bool", "true"});
+    EXPECT_EQ(
+        Run({"get", AUTORUN, "--json"}).output,
+        "{\n  \"key\" : \"" + AUTORUN + "\",\n  \"type\" : \"bool\",\n  \"value\" : true\n}\n");
+    const auto list = Run({"--json", "list"}).output;
+    EXPECT_THAT(list, StartsWith("{\n  \"data\" : [\n"));
+    EXPECT_THAT(list, HasSubstr("\"name\" : \"" + DATA_SERVICE +
+                                "\",\n      \"type\" : \"int\",\n      \"value\" : null\n"));
+}
+
+TEST_F(Platformctl, PrintsItsHelp) {
+    const auto result = Run({"--help"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, StartsWith("Usage: platformctl"));
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(Platformctl, LeavesADamagedFileAsItIs) {
+    m_root.Write("memory/settings.ini", "damage\n");
+    for (const Arguments& arguments : {Arguments{"set", DATA_SERVICE, "int", "2"},
+                                       {"unset", DATA_SERVICE},
+                                       {"get", DATA_SERVICE},
+                                       {"list"}}) {
+        const auto result = Run(arguments);
+        EXPECT_EQ(result.status, 1) << arguments[0];
+        EXPECT_THAT(result.errors, HasSubstr(m_root.Path("memory/settings.ini") + ": damaged: "));
+    }
+    EXPECT_EQ(m_root.Content("memory/settings.ini"), "damage\n");
+    EXPECT_THAT(Run({"list"}).output, HasSubstr(DATA_SERVICE + "\tint\tunreadable\n"));
+}
+
+TEST_F(Platformctl, TellsASettingThatIsStoredWithTheWrongType) {
+    m_root.Write("memory/settings.ini", "[settings]\n" + DATA_SERVICE + "=bool:true\n");
+    const auto result = Run({"get", DATA_SERVICE});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors,
+              "platformctl: setting " + DATA_SERVICE + " is stored as bool, not as int\n");
+}
+
+TEST_F(Platformctl, UsesTheUsersFoldersWithoutARoot) {
+    const ChildProcess::Environment user{{"APPLIST_PLATFORM_ROOT", std::nullopt},
+                                         {"XDG_CONFIG_HOME", m_root.Path("config")},
+                                         {"XDG_RUNTIME_DIR", m_root.Path("run")},
+                                         {"XDG_DATA_HOME", m_root.Path("data")}};
+    EXPECT_EQ(Run({"set", AUTORUN, "bool", "true"}, user).status, 0);
+    EXPECT_EQ(Run({"set", AUTOSTART, "int", "1"}, user).status, 0);
+    EXPECT_EQ(Run({"region", "italy"}, user).status, 0);
+    EXPECT_THAT(m_root.Content("config/applist/settings.ini"), HasSubstr(AUTORUN));
+    EXPECT_THAT(m_root.Content("run/applist/settings.ini"), HasSubstr(AUTOSTART));
+    EXPECT_THAT(m_root.Content("data/applist/factory.ini"), HasSubstr("194=8"));
+    EXPECT_EQ(Run({"get", AUTORUN}, user).output, "true\n");
+    EXPECT_EQ(Run({"get", AUTORUN}).status, 1);
+}
+
+/// Starts write what they were started with into $STARTED.
+class LaunchingPlatformctl : public Platformctl {
+protected:
+    LaunchingPlatformctl() {
+        m_root.Write("share/applications/org.example.app.desktop",
+                     "[Desktop Entry]\nType=Application\nName=App\nExec=" + Script() + "\n");
+        m_root.Write("app", "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$STARTED\"\n");
+        std::filesystem::permissions(Script(), std::filesystem::perms::owner_all);
+        // The reader of a pipe knows when the started program is done.
+        mkfifo(m_root.Path("started").c_str(), 0600);
+    }
+    std::string Script() const { return m_root.Path("app"); }
+    /// No session bus: the port starts programs itself.
+    ChildProcess::Environment Alone() const {
+        return {{"DBUS_SESSION_BUS_ADDRESS", std::nullopt},
+                {"XDG_RUNTIME_DIR", m_root.Path("run")},
+                {"XDG_DATA_HOME", m_root.Path("share")},
+                {"XDG_DATA_DIRS", m_root.Path("none")},
+                {"STARTED", m_root.Path("started")}};
+    }
+};
+
+TEST_F(LaunchingPlatformctl, StartsAnInstalledApplicationWithItsExtraData) {
+    ChildProcess listener({"cat", m_root.Path("started")});
+    const auto result =
+        Run({"launch", "org.example.app", "text=a b=c;$HOME", "type=", "--", "-h=1"}, Alone());
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(listener.WaitForExit(), 0);
+    EXPECT_EQ(listener.Output(), "--extra\ntext=a b=c;$HOME\n--extra\ntype=\n--extra\n-h=1\n");
+}
+
+TEST_F(LaunchingPlatformctl, FailsForAnUnknownApplication) {
+    const auto result = Run({"launch", "org.example.unknown", "text=x"}, Alone());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors,
+                EndsWith("platformctl: application 'org.example.unknown' was not launched\n"));
+}
+
+struct Mistake {
+    std::vector<std::string> arguments;
+    std::string message;
+};
+
+class MistakenPlatformctl : public Platformctl, public testing::WithParamInterface<Mistake> {};
+
+TEST_P(MistakenPlatformctl, SaysWhatWasWrongAndWritesNothing) {
+    const auto result = Run(GetParam().arguments);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, StartsWith("platformctl: " + GetParam().message));
+    EXPECT_THAT(result.errors, EndsWith("\n"));
+    EXPECT_TRUE(std::filesystem::is_empty(m_root.Path("")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfEachKind, MistakenPlatformctl,
+    testing::Values(
+        Mistake{{}, "no command"}, Mistake{{"frobnicate"}, "unknown command 'frobnicate'"},
+        Mistake{{"factory"}, "unknown command 'factory'"},
+        Mistake{{"list", "--yaml"}, "unknown option '--yaml'"},
+        Mistake{{"get"}, "usage: platformctl get KEY"},
+        Mistake{{"list", "all"}, "usage: platformctl list"},
+        Mistake{{"set", AUTORUN, "true"}, "usage: platformctl set KEY bool|int VALUE"},
+        Mistake{{"get", "db/unknown"}, "unknown setting 'db/unknown'; known: " + AUTORUN},
+        Mistake{{"set", "db/unknown", "int", "1"}, "unknown setting 'db/unknown'"},
+        Mistake{{"unset", "memory/"}, "unknown setting 'memory/'"},
+        Mistake{{"set", AUTORUN, "float", "1"}, "unknown type 'float'; known: bool, int"},
+        Mistake{{"set", AUTORUN, "int", "1"}, "setting " + AUTORUN + " is of type bool, not int"},
+        Mistake{{"set", DATA_SERVICE, "bool", "1"},
+                "setting " + DATA_SERVICE + " is of type int, not bool"},
+        Mistake{{"set", AUTORUN, "bool", "yes"}, "value 'yes' is no bool"},
+        Mistake{{"set", AUTORUN, "bool", "2"}, "value '2' is no bool"},
+        Mistake{{"set", AUTORUN, "bool", ""}, "value '' is no bool"},
+        Mistake{{"set", DATA_SERVICE, "int", "-1"},
+                "value -1 is out of range for " + DATA_SERVICE + ": 0 to 7"},
+        Mistake{{"set", DATA_SERVICE, "int", "8"},
+                "value 8 is out of range for " + DATA_SERVICE + ": 0 to 7"},
+        Mistake{{"set", DATA_SERVICE, "int", "2x"}, "value '2x' is no 32-bit number"},
+        Mistake{{"set", AUTOSTART, "int", "2147483648"}, "value '2147483648' is no 32-bit number"},
+        Mistake{{"set", AUTOSTART, "int", "-2147483649"},
+                "value '-2147483649' is no 32-bit number"},
+        Mistake{{"factory", "get", "195"}, "unknown factory item '195'; known: 194"},
+        Mistake{{"factory", "set", "x", "1"}, "unknown factory item 'x'"},
+        Mistake{{"factory", "unset", "0194x"}, "unknown factory item '0194x'"},
+        Mistake{{"factory", "set", "194", "4294967296"}, "value '4294967296' is no 32-bit number"},
+        Mistake{{"region", "atlantis"},
+                "unknown region 'atlantis'; known: italy, brazil, argentina, uruguay, none"},
+        Mistake{{"launch"}, "usage: platformctl launch APP_ID [KEY=VALUE...]"},
+        Mistake{{"launch", "org.example.app", "text"}, "extra data 'text' is not KEY=VALUE"},
+        Mistake{{"launch", "org.example.app", "=x"}, "extra data '=x' is not KEY=VALUE"}),
+    [](const auto& row) { return "Row" + std::to_string(row.index); });
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,33 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What must hold for any bytes. Each check returns the first property that does not, in words, or
+/// an empty string; memory errors are the sanitizers' to find.
+namespace applist::test {
+
+/// Reads items from bytes until a read fails: what was read, written again, is how bytes begin,
+/// and the failed read changed nothing.
+std::string CheckItemStream(std::string_view bytes);
+
+/// Takes bytes for one frame: id and payload reach the handler whole, too short a frame nobody.
+std::string CheckAdapterFrame(std::string_view bytes);
+
+/// Takes bytes for a session of remote calls and local actions (see SessionStep), with a view that
+/// holds on to what it saw: list, selection and responses agree after each step.
+std::string CheckRemoteProtocol(std::string_view bytes);
+
+/// One step of a session: the action's number, the payload's length in one byte, the payload.
+/// 0 to 10 are the functions 1999 to 2009; others are the viewer's selections and clicks.
+std::string SessionStep(int action, const std::string& payload);
+
+// Where a fuzzer may begin.
+std::vector<std::string> ItemStreamSeeds();
+std::vector<std::string> AdapterFrameSeeds();
+std::vector<std::string> RemoteProtocolSeeds();
+
+}  // namespace applist::test

@@ -1,0 +1,50 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakePlatformLog.h"
+#include "fuzz/Properties.h"
+
+namespace applist::test {
+namespace {
+
+using Property = std::string (*)(std::string_view);
+
+void ExpectToHold(Property property, const std::string& bytes) {
+    EXPECT_EQ(property(bytes), "") << testing::PrintToString(bytes);
+    ClearLog();
+}
+
+/// The seeds, each cut at every place, and each with one byte changed to the values that lengths
+/// and signs turn on.
+void ExpectToHoldAround(Property property, const std::vector<std::string>& seeds) {
+    for (const std::string& seed : seeds) {
+        ExpectToHold(property, seed);
+        for (size_t i = 0; i < std::min<size_t>(seed.size(), 200); ++i) {
+            ExpectToHold(property, seed.substr(0, i));
+            std::string changed = seed;
+            for (const int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
+                changed[i] = static_cast<char>(value);
+                ExpectToHold(property, changed);
+            }
+        }
+    }
+}
+
+TEST(AnyBytes, AreReadAsTheItemsThatTheyBeginWith) {
+    ExpectToHoldAround(CheckItemStream, ItemStreamSeeds());
+}
+
+TEST(AnyBytes, PassTheAdapterUnchanged) {
+    ExpectToHoldAround(CheckAdapterFrame, AdapterFrameSeeds());
+}
+
+TEST(AnyBytes, LeaveTheListConsistentWhenTheyAreRemoteCalls) {
+    ExpectToHoldAround(CheckRemoteProtocol, RemoteProtocolSeeds());
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,41 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "fuzz/Properties.h"
+
+namespace {
+
+bool Write(const std::filesystem::path& folder, const std::vector<std::string>& seeds) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    bool written = !error;
+    int number = 0;
+    for (const std::string& seed : seeds) {
+        std::ofstream file(folder / ("seed-" + std::to_string(++number)), std::ios::binary);
+        written = written && file.write(seed.data(), static_cast<std::streamsize>(seed.size()));
+    }
+    return written;
+}
+
+}  // namespace
+
+/// Writes the seeds of each fuzzer to a folder of its own in the folder named.
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: fuzz_seeds FOLDER\n");
+        return 2;
+    }
+    const std::filesystem::path root = argv[1];
+    if (!Write(root / "item_stream", applist::test::ItemStreamSeeds()) ||
+        !Write(root / "adapter_frame", applist::test::AdapterFrameSeeds()) ||
+        !Write(root / "remote_protocol", applist::test::RemoteProtocolSeeds())) {
+        std::fprintf(stderr, "fuzz_seeds: cannot write to %s\n", argv[1]);
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,23 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+#include "support/ChildProcess.h"
+
+typedef struct _GDBusConnection GDBusConnection;
+
+namespace applist::test {
+
+/// Runs GLib's default main context until condition, asked after each dispatch, holds. Returns true
+/// iff it does in time.
+[[nodiscard]] bool RunUntil(const std::function<bool()>& condition,
+                            std::chrono::milliseconds patience = PATIENCE);
+
+/// Runs the default main context until all that reached the connection before this call has been
+/// dispatched, and all that was sent on it has reached the bus. False when the bus does not answer.
+[[nodiscard]] bool RoundTrip(GDBusConnection* connection);
+
+}  // namespace applist::test

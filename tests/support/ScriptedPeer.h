@@ -1,0 +1,99 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+typedef struct _GAsyncResult GAsyncResult;
+typedef struct _GDBusConnection GDBusConnection;
+typedef struct _GObject GObject;
+typedef struct _GVariant GVariant;
+
+namespace applist::test {
+
+/// One thing that reached a ScriptedPeer.
+struct PeerEvent {
+    enum Kind {
+        ANNOUNCEMENT,  ///< text: the announced name without the channel's base name
+        SIGNAL,        ///< text: the signal's member and object path
+        REPLY,         ///< text: empty
+        FAILURE        ///< text: the D-Bus error name of a call
+    };
+    Kind kind = ANNOUNCEMENT;
+    std::string text;
+    /// The unique name it came from; empty for replies and failures.
+    std::string sender;
+    std::vector<char> bytes;
+
+    bool operator==(const PeerEvent& other) const = default;
+};
+std::ostream& operator<<(std::ostream& out, const PeerEvent& event);
+
+/// The middleware's side of a channel, each step under the test's control, on a connection of its
+/// own. It hears all announcements of the other side, and every signal of the channel's interface
+/// that the bus hands it, while the default main context runs. Main thread only.
+class ScriptedPeer {
+public:
+    /// Connects to the bus at address; a failure ends the process, for no test can go on.
+    explicit ScriptedPeer(const std::string& address, const std::string& channel = "Applist");
+    ~ScriptedPeer();
+    ScriptedPeer(const ScriptedPeer&) = delete;
+    ScriptedPeer& operator=(const ScriptedPeer&) = delete;
+    ScriptedPeer(ScriptedPeer&&) = delete;
+    ScriptedPeer& operator=(ScriptedPeer&&) = delete;
+
+    const std::string& UniqueName() const { return m_uniqueName; }
+    GDBusConnection* Connection() const { return m_connection; }
+
+    /// Owns, releases, or does both at once with, the channel's name of that ending, such as
+    /// "_CLIENT_SYN". The bus has done it on return.
+    void Own(const std::string& ending);
+    void Release(const std::string& ending);
+    void Announce(const std::string& ending);
+
+    /// Calls "Send" on an object of destination. The answer becomes an event, however late.
+    void Send(const std::string& destination, const std::string& path,
+              const std::vector<char>& bytes);
+
+    /// Sends a signal of the channel's interface to destination alone. Takes floating content.
+    void Emit(const std::string& destination, const std::string& path, const std::string& member,
+              GVariant* content);
+    /// The usual one: "SendSignal" with bytes.
+    void Notify(const std::string& destination, const std::string& path,
+                const std::vector<char>& bytes);
+
+    /// All that arrived, oldest first; without the announcements for the second.
+    const std::vector<PeerEvent>& Events() const { return m_events; }
+    std::vector<PeerEvent> Traffic() const;
+
+    /// Runs the main context until the channel announced that ending, counted since the last call.
+    [[nodiscard]] bool AwaitAnnouncement(const std::string& ending);
+    /// Runs the main context until so many things beside announcements have arrived in all.
+    [[nodiscard]] bool AwaitTraffic(size_t count);
+
+private:
+    void CallDaemon(const char* method, GVariant* parameters);
+    void ListenTo(const std::string& name);
+    static void OnNameOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
+                                   const char*, GVariant* parameters, void* peer);
+    static void OnSignal(GDBusConnection*, const char* sender, const char* path, const char*,
+                         const char* member, GVariant* parameters, void* peer);
+    static void OnReply(GObject* connection, GAsyncResult* result, void* peer);
+
+    std::string m_base;
+    std::string m_uniqueName;
+    GDBusConnection* m_connection = nullptr;
+    std::vector<unsigned> m_subscriptions;
+    std::vector<PeerEvent> m_events;
+    int m_pending = 0;     ///< Calls without an answer yet.
+    size_t m_awaited = 0;  ///< Events that AwaitAnnouncement() has passed.
+};
+
+/// Bytes as tests write them.
+inline std::vector<char> BytesFrom(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+}  // namespace applist::test

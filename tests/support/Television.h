@@ -1,0 +1,72 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "support/ChildProcess.h"
+#include "support/PrivateBus.h"
+#include "support/TemporaryDir.h"
+#include "support/XDisplay.h"
+
+namespace applist::test {
+
+/// A middleware in a second process: javamw-sim, whose lines are read in order.
+class Middleware {
+public:
+    Middleware(const std::vector<std::string>& arguments,
+               const ChildProcess::Environment& environment);
+
+    /// Reads on until a line contains text; true iff one does in time. Lines before it are
+    /// skipped, the next wait starts behind it.
+    bool Sees(const std::string& text);
+    /// The same for the event that the selection moved to the item with this id and name.
+    bool SeesSelected(const std::string& id, const std::string& name);
+    /// All that was printed so far, for messages of failed tests.
+    const std::string& Transcript() const { return m_process.Output(); }
+    ChildProcess& process() { return m_process; }
+
+private:
+    ChildProcess m_process;
+    size_t m_read = 0;
+};
+
+/// A whole set for end-to-end tests: a screen with window manager and compositor, a system and a
+/// session bus, a home folder, and an Italian set's settings, which offer the list.
+class Television {
+public:
+    Television();
+
+    /// Starts the program; it is on its own from then on. wrapper precedes it on the command line.
+    std::unique_ptr<ChildProcess> StartApplication(const std::vector<std::string>& wrapper = {});
+    std::unique_ptr<Middleware> StartMiddleware(const std::vector<std::string>& arguments);
+    /// A middleware that fills the list with the items a "Alpha", b "Bravo" and c "Charlie".
+    std::unique_ptr<Middleware> StartMiddlewareWithThreeItems();
+
+    /// Both, with the list filled, on the screen and the first row selected.
+    void ShowThreeItems();
+
+    /// Waits until the list's window gets the keys; true iff it does in time.
+    bool WaitForFocus();
+    /// Runs platformctl and returns its exit status.
+    int Configure(const std::vector<std::string>& arguments);
+    std::string WriteFile(const std::string& name, const std::string& content);
+
+    XDisplay& screen() { return m_screen; }
+    PrivateBus& systemBus() { return m_systemBus; }
+    ChildProcess& application() { return *m_application; }
+    Middleware& middleware() { return *m_middleware; }
+    ChildProcess::Environment Environment() const;
+
+private:
+    TemporaryDir m_folder;
+    PrivateBus m_systemBus;
+    PrivateBus m_sessionBus;
+    XDisplay m_screen{{"openbox", "picom"}};
+    std::unique_ptr<Middleware> m_middleware;
+    std::unique_ptr<ChildProcess> m_application;
+};
+
+}  // namespace applist::test

@@ -1,0 +1,284 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "support/XDisplay.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <poll.h>
+
+#include <X11/XKBlib.h>
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <X11/extensions/Xdamage.h>
+
+namespace applist::test {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr uint32_t COLOUR_MASK = 0xFFFFFF;
+
+struct FreeXlib {
+    void operator()(void* data) const { XFree(data); }
+};
+struct FreeImage {
+    void operator()(XImage* image) const { XDestroyImage(image); }
+};
+
+// Windows come and go while a test looks at them.
+int IgnoreError(Display*, XErrorEvent*) {
+    return 0;
+}
+
+[[noreturn]] void GiveUp(const std::string& what) {
+    std::fprintf(stderr, "XDisplay: %s\n", what.c_str());
+    std::abort();
+}
+
+std::unique_ptr<XImage, FreeImage> Grab(Display* display, Window window, int x, int y,
+                                        unsigned int width, unsigned int height) {
+    return std::unique_ptr<XImage, FreeImage>(
+        XGetImage(display, window, x, y, width, height, AllPlanes, ZPixmap));
+}
+
+std::string TitleOf(Display* display, Window window) {
+    char* title = nullptr;
+    if (XFetchName(display, window, &title) == 0) {
+        return {};
+    }
+    const std::unique_ptr<char, FreeXlib> owner(title);
+    return title;
+}
+
+bool IsMapped(Display* display, Window window) {
+    XWindowAttributes attributes;
+    return XGetWindowAttributes(display, window, &attributes) != 0 &&
+           attributes.map_state == IsViewable;
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, const Desktop& desktop) {
+    return out << '"' << desktop.windowManager << "\" and \"" << desktop.compositor << '"';
+}
+
+XDisplay::XDisplay(const Desktop& desktop) {
+    m_server = std::make_unique<ChildProcess>(std::vector<std::string>{
+        "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0", "1920x1080x24"});
+    const std::string& output = m_server->Output();
+    if (!m_server->WaitUntil([&output] { return output.find('\n') != std::string::npos; })) {
+        GiveUp("Xvfb does not start: " + m_server->Errors());
+    }
+    m_name = ":" + output.substr(0, output.find('\n'));
+    Connect();
+    if (!desktop.windowManager.empty()) {
+        StartWindowManager(desktop.windowManager);
+    }
+    if (!desktop.compositor.empty()) {
+        StartCompositor(desktop.compositor);
+    }
+}
+
+XDisplay::~XDisplay() {
+    XCloseDisplay(m_display);
+}
+
+void XDisplay::Connect() {
+    m_display = XOpenDisplay(m_name.c_str());
+    if (m_display == nullptr) {
+        GiveUp("cannot connect to " + m_name);
+    }
+    XSetErrorHandler(IgnoreError);
+    m_root = DefaultRootWindow(m_display);
+    XSelectInput(
+        m_display, m_root,
+        SubstructureNotifyMask | PropertyChangeMask | StructureNotifyMask | FocusChangeMask);
+    XDamageCreate(m_display, m_root, XDamageReportRawRectangles);
+}
+
+ChildProcess::Environment XDisplay::Environment() const {
+    return {{"DISPLAY", m_name}, {"WAYLAND_DISPLAY", std::nullopt}};
+}
+
+void XDisplay::StartWindowManager(const std::string& program) {
+    m_windowManager =
+        std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
+    // Set when it has taken over.
+    if (!WaitUntil([this] { return HasProperty("_NET_SUPPORTING_WM_CHECK"); })) {
+        GiveUp(program + " does not start: " + m_windowManager->Errors());
+    }
+}
+
+void XDisplay::StartCompositor(const std::string& program) {
+    m_compositor = std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
+    // Owning this selection is what makes a program the compositor. It also draws the screen then.
+    if (!WaitUntil([this] { return HasSelectionOwner("_NET_WM_CM_S0"); })) {
+        GiveUp(program + " does not start: " + m_compositor->Errors());
+    }
+}
+
+bool XDisplay::HasProperty(const char* name) const {
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* data = nullptr;
+    XGetWindowProperty(m_display, m_root, XInternAtom(m_display, name, False), 0, 1, False,
+                       AnyPropertyType, &type, &format, &count, &left, &data);
+    const std::unique_ptr<unsigned char, FreeXlib> owner(data);
+    return type != None;
+}
+
+bool XDisplay::HasSelectionOwner(const char* name) const {
+    return XGetSelectionOwner(m_display, XInternAtom(m_display, name, False)) != None;
+}
+
+void XDisplay::SendKey(unsigned int code, bool down) {
+    XTestFakeKeyEvent(m_display, code, down ? True : False, CurrentTime);
+    XSync(m_display, False);
+}
+
+void XDisplay::PressKey(const std::string& name) {
+    SendKey(XKeysymToKeycode(m_display, XStringToKeysym(name.c_str())), true);
+}
+
+void XDisplay::ReleaseKey(const std::string& name) {
+    SendKey(XKeysymToKeycode(m_display, XStringToKeysym(name.c_str())), false);
+}
+
+void XDisplay::TypeKey(const std::string& name) {
+    PressKey(name);
+    ReleaseKey(name);
+}
+
+void XDisplay::TypeKeyCode(unsigned int code) {
+    SendKey(code, true);
+    SendKey(code, false);
+}
+
+bool XDisplay::WaitUntil(const std::function<bool()>& condition,
+                         std::chrono::milliseconds patience) {
+    const auto deadline = Clock::now() + patience;
+    for (;;) {
+        DrainEvents();
+        if (condition()) {
+            return true;
+        }
+        // The condition's own requests may have brought events in.
+        if (XPending(m_display) > 0) {
+            continue;
+        }
+        const auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        pollfd connection{ConnectionNumber(m_display), POLLIN, 0};
+        if (left.count() <= 0 || poll(&connection, 1, static_cast<int>(left.count())) <= 0) {
+            return false;
+        }
+    }
+}
+
+void XDisplay::DrainEvents() {
+    while (XPending(m_display) > 0) {
+        XEvent event;
+        XNextEvent(m_display, &event);
+    }
+}
+
+std::vector<XlibWindow> XDisplay::AllWindows(XlibWindow top) const {
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned int count = 0;
+    std::vector<XlibWindow> windows{top};
+    if (XQueryTree(m_display, top, &root, &parent, &children, &count) == 0) {
+        return windows;
+    }
+    const std::unique_ptr<Window, FreeXlib> owner(children);
+    for (unsigned int i = 0; i < count; ++i) {
+        const auto below = AllWindows(children[i]);
+        windows.insert(windows.end(), below.begin(), below.end());
+    }
+    return windows;
+}
+
+XlibWindow XDisplay::WindowTitled(const std::string& title) const {
+    const auto windows = AllWindows(m_root);
+    const auto found = std::find_if(windows.begin(), windows.end(), [&](XlibWindow window) {
+        return TitleOf(m_display, window) == title && IsMapped(m_display, window);
+    });
+    return found != windows.end() ? *found : 0;
+}
+
+XlibWindow XDisplay::FocusedWindow() const {
+    Window focused = 0;
+    int revert = 0;
+    XGetInputFocus(m_display, &focused, &revert);
+    return focused;
+}
+
+void XDisplay::Iconify(XlibWindow window) {
+    XIconifyWindow(m_display, window, DefaultScreen(m_display));
+    XSync(m_display, False);
+}
+
+void XDisplay::Map(XlibWindow window) {
+    XMapWindow(m_display, window);
+    XSync(m_display, False);
+}
+
+void XDisplay::RequestClose(XlibWindow window) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(m_display, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(m_display, "WM_DELETE_WINDOW", False));
+    XSendEvent(m_display, window, False, NoEventMask, &event);
+    XSync(m_display, False);
+}
+
+void XDisplay::Cover() {
+    XSetWindowAttributes attributes{};
+    attributes.override_redirect = True;
+    attributes.background_pixel = COLOUR_MASK;
+    m_cover = XCreateWindow(m_display, m_root, 0, 0, 1920, 1080, 0, CopyFromParent, InputOutput,
+                            nullptr, CWOverrideRedirect | CWBackPixel, &attributes);
+    XMapRaised(m_display, m_cover);
+    XSync(m_display, False);
+}
+
+void XDisplay::Uncover() {
+    XDestroyWindow(m_display, m_cover);
+    XSync(m_display, False);
+}
+
+void XDisplay::PaintRoot(uint32_t colour) {
+    XSetWindowBackground(m_display, m_root, colour);
+    XClearWindow(m_display, m_root);
+    XSync(m_display, False);
+}
+
+uint32_t XDisplay::Pixel(int x, int y) const {
+    const auto image = Grab(m_display, m_root, x, y, 1, 1);
+    return image ? static_cast<uint32_t>(XGetPixel(image.get(), 0, 0)) & COLOUR_MASK : 0;
+}
+
+bool XDisplay::Shows(uint32_t colour) const {
+    const auto image = Grab(m_display, m_root, 0, 0, 1920, 1080);
+    if (!image || image->bits_per_pixel != 32) {
+        return false;
+    }
+    const auto* first = reinterpret_cast<const uint32_t*>(image->data);
+    return std::any_of(first, first + size_t{1920} * 1080,
+                       [colour](uint32_t pixel) { return (pixel & COLOUR_MASK) == colour; });
+}
+
+bool XDisplay::SaveScreenshot(const std::string& path) const {
+    ChildProcess import({"import", "-window", "root", path}, Environment());
+    return import.WaitForExit() == 0;
+}
+
+}  // namespace applist::test

@@ -1,0 +1,99 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "support/ChildProcess.h"
+
+// Xlib's own header would fill every test with its macros.
+using XlibDisplay = struct _XDisplay;
+using XlibWindow = unsigned long;
+
+namespace applist::test {
+
+/// What runs on a display besides the program under test.
+struct Desktop {
+    /// Started in PATH; none where empty. "openbox".
+    std::string windowManager;
+    /// "picom" or "xcompmgr".
+    std::string compositor;
+};
+std::ostream& operator<<(std::ostream& out, const Desktop& desktop);
+
+/// A screen of 1920x1080 pixels that nobody else uses: an Xvfb of its own on a free number, ready
+/// when the constructor returns. A display that cannot be started aborts the test program.
+class XDisplay {
+public:
+    explicit XDisplay(const Desktop& desktop = {});
+    ~XDisplay();
+    XDisplay(const XDisplay&) = delete;
+    XDisplay& operator=(const XDisplay&) = delete;
+    XDisplay(XDisplay&&) = delete;
+    XDisplay& operator=(XDisplay&&) = delete;
+
+    /// For DISPLAY, ":7".
+    const std::string& Name() const { return m_name; }
+    /// The environment of a program that is to run here.
+    ChildProcess::Environment Environment() const;
+
+    /// A key by its X name ("Down", "Escape", "Return") goes to the focused window.
+    void PressKey(const std::string& name);
+    void ReleaseKey(const std::string& name);
+    void TypeKey(const std::string& name);
+    /// The same by the keyboard's code, for keys without a name.
+    void TypeKeyCode(unsigned int code);
+
+    /// Waits until the condition, asked again after anything happens on the screen, holds; true iff
+    /// it does in time.
+    bool WaitUntil(const std::function<bool()>& condition,
+                   std::chrono::milliseconds patience = PATIENCE);
+
+    /// The mapped window with this title, or 0.
+    XlibWindow WindowTitled(const std::string& title) const;
+    /// The window that gets the keys.
+    XlibWindow FocusedWindow() const;
+    void Iconify(XlibWindow window);
+    void Map(XlibWindow window);
+    /// Asks the program to close it, as a window manager does.
+    void RequestClose(XlibWindow window);
+    /// Covers the whole screen with an opaque window, until Uncover().
+    void Cover();
+    void Uncover();
+
+    /// Fills the background, which stands for the broadcast, with one colour 0xRRGGBB.
+    void PaintRoot(uint32_t colour);
+    /// The colour of one pixel of the screen as 0xRRGGBB.
+    uint32_t Pixel(int x, int y) const;
+    /// True iff some pixel of the screen has this colour.
+    bool Shows(uint32_t colour) const;
+    /// Saves the screen as a PNG file; true iff it could.
+    bool SaveScreenshot(const std::string& path) const;
+
+private:
+    void Connect();
+    void StartWindowManager(const std::string& program);
+    void StartCompositor(const std::string& program);
+    void SendKey(unsigned int code, bool down);
+    bool HasProperty(const char* name) const;
+    bool HasSelectionOwner(const char* name) const;
+    /// Takes all that has happened off the connection.
+    void DrainEvents();
+    std::vector<XlibWindow> AllWindows(XlibWindow top) const;
+
+    std::unique_ptr<ChildProcess> m_server;
+    std::string m_name;
+    XlibDisplay* m_display = nullptr;
+    XlibWindow m_root = 0;
+    XlibWindow m_cover = 0;
+    std::unique_ptr<ChildProcess> m_windowManager;
+    std::unique_ptr<ChildProcess> m_compositor;
+};
+
+}  // namespace applist::test

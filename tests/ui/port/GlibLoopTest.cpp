@@ -1,0 +1,204 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <csignal>
+#include <functional>
+#include <thread>
+#include <unistd.h>
+
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+
+#include "app/GlibLoop.h"
+#include "support/PrivateBus.h"
+
+namespace applist::desktop {
+namespace {
+
+/// The toolkit's loop without the toolkit's screen.
+class GlibLoopTest : public testing::Test {
+protected:
+    GlibLoopTest() { ecore_init(); }
+    ~GlibLoopTest() override { ecore_shutdown(); }
+
+    static gboolean Quit(gpointer count) {
+        ++*static_cast<int*>(count);
+        ecore_main_loop_quit();
+        return G_SOURCE_REMOVE;
+    }
+    static Eina_Bool QuitToolkit(void* count) {
+        ++*static_cast<int*>(count);
+        ecore_main_loop_quit();
+        return ECORE_CALLBACK_CANCEL;
+    }
+};
+
+TEST_F(GlibLoopTest, RunsTimeouts) {
+    const GlibLoop loop;
+    int calls = 0;
+    g_timeout_add(20, Quit, &calls);
+    ecore_main_loop_begin();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(GlibLoopTest, RunsIdleSources) {
+    const GlibLoop loop;
+    int calls = 0;
+    g_idle_add(Quit, &calls);
+    ecore_main_loop_begin();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(GlibLoopTest, StillRunsTheToolkitsTimers) {
+    const GlibLoop loop;
+    int calls = 0;
+    ecore_timer_add(0.02, QuitToolkit, &calls);
+    ecore_main_loop_begin();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(GlibLoopTest, StillWatchesTheToolkitsDescriptors) {
+    const GlibLoop loop;
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    Ecore_Fd_Handler* handler = ecore_main_fd_handler_add(
+        ends[0], ECORE_FD_READ,
+        [](void*, Ecore_Fd_Handler*) -> Eina_Bool {
+            ecore_main_loop_quit();
+            return ECORE_CALLBACK_RENEW;
+        },
+        nullptr, nullptr, nullptr);
+    ASSERT_EQ(write(ends[1], "x", 1), 1);
+    ecore_main_loop_begin();
+    ecore_main_fd_handler_del(handler);
+    close(ends[0]);
+    close(ends[1]);
+}
+
+TEST_F(GlibLoopTest, WakesUpForASourceThatAnotherThreadAdds) {
+    const GlibLoop loop;
+    int calls = 0;
+    std::thread other([&calls] { g_idle_add(Quit, &calls); });
+    ecore_main_loop_begin();
+    other.join();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(GlibLoopTest, RunsSourcesInASingleTurnOfTheLoop) {
+    const GlibLoop loop;
+    int calls = 0;
+    g_idle_add(Quit, &calls);
+    for (int turn = 0; turn < 3; ++turn) {
+        ecore_main_loop_iterate();
+    }
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(GlibLoopTest, LetsACallbackRunTheLoopItself) {
+    const GlibLoop loop;
+    struct Calls {
+        int outer = 0;
+        int inner = 0;
+    } calls;
+    g_idle_add(
+        [](gpointer data) -> gboolean {
+            auto& seen = *static_cast<Calls*>(data);
+            ++seen.outer;
+            g_idle_add(Quit, &seen.inner);
+            while (seen.inner == 0) {
+                ecore_main_loop_iterate();
+            }
+            ecore_main_loop_quit();
+            return G_SOURCE_REMOVE;
+        },
+        &calls);
+    ecore_main_loop_begin();
+    EXPECT_EQ(calls.outer, 1);
+    EXPECT_EQ(calls.inner, 1);
+}
+
+TEST_F(GlibLoopTest, CarriesACallOverTheBus) {
+    const test::PrivateBus bus;
+    const GlibLoop loop;
+    g_autoptr(GDBusConnection) connection = g_dbus_connection_new_for_address_sync(
+        bus.Address().c_str(),
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+        nullptr, nullptr, nullptr);
+    ASSERT_NE(connection, nullptr);
+    GVariant* answer = nullptr;
+    g_dbus_connection_call(
+        connection, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetId", nullptr, nullptr,
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
+        [](GObject* source, GAsyncResult* result, gpointer data) {
+            *static_cast<GVariant**>(data) =
+                g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
+            ecore_main_loop_quit();
+        },
+        &answer);
+    ecore_main_loop_begin();
+    ASSERT_NE(answer, nullptr);
+    EXPECT_STREQ(g_variant_get_type_string(answer), "(s)");
+    g_variant_unref(answer);
+}
+
+TEST_F(GlibLoopTest, SleepsWhileThereIsNothingToDo) {
+    const GlibLoop loop;
+    int turns = 0;
+    Ecore_Idle_Enterer* counter = ecore_idle_enterer_add(
+        [](void* count) -> Eina_Bool {
+            ++*static_cast<int*>(count);
+            return ECORE_CALLBACK_RENEW;
+        },
+        &turns);
+    int calls = 0;
+    ecore_timer_add(0.5, QuitToolkit, &calls);
+    ecore_main_loop_begin();
+    ecore_idle_enterer_del(counter);
+    // One sleep until the timer; a few turns of start-up and end are allowed, not a poll.
+    EXPECT_LE(turns, 4);
+}
+
+TEST_F(GlibLoopTest, ReportsAnInvalidDescriptorAsSelectDoes) {
+    GlibLoop loop;
+    const int closed = dup(STDIN_FILENO);
+    close(closed);
+    fd_set reads;
+    FD_ZERO(&reads);
+    FD_SET(closed, &reads);
+    timeval soon{0, 0};
+    EXPECT_EQ(loop.Select(closed + 1, &reads, nullptr, nullptr, &soon), -1);
+    EXPECT_EQ(errno, EBADF);
+}
+
+TEST_F(GlibLoopTest, ReportsWhichOfTheToolkitsDescriptorsAreReady) {
+    GlibLoop loop;
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    fd_set reads;
+    fd_set writes;
+    FD_ZERO(&reads);
+    FD_ZERO(&writes);
+    FD_SET(ends[0], &reads);
+    FD_SET(ends[1], &writes);
+    timeval soon{0, 0};
+    EXPECT_EQ(loop.Select(std::max(ends[0], ends[1]) + 1, &reads, &writes, nullptr, &soon), 1);
+    EXPECT_FALSE(FD_ISSET(ends[0], &reads));
+    EXPECT_TRUE(FD_ISSET(ends[1], &writes));
+    close(ends[0]);
+    close(ends[1]);
+}
+
+TEST_F(GlibLoopTest, GivesTheToolkitItsOwnWaitBackAtTheEnd) {
+    const Ecore_Select_Function before = ecore_main_loop_select_func_get();
+    {
+        const GlibLoop loop;
+        EXPECT_NE(ecore_main_loop_select_func_get(), before);
+    }
+    EXPECT_EQ(ecore_main_loop_select_func_get(), before);
+    // The context is free again for whoever wants to run it.
+    EXPECT_TRUE(g_main_context_acquire(nullptr));
+    g_main_context_release(nullptr);
+}
+
+}  // namespace
+}  // namespace applist::desktop

@@ -1,0 +1,238 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// A small application on the port, with the kind of window the list has: transparent, full screen,
+// a popup with rows. It tells on standard output, line by line, what happens to it. Options:
+//   --rows N          so many rows in the popup (default 3)
+//   --no-window       no window at all
+//   --refuse          create returns false
+//   --exit-in WHERE   asks for its end, three times, in "create" or "launch"
+//   --elm-exit        ends the toolkit's loop by itself in the first launch
+//   --exit-on-second  a second launch ends it
+//   --watch-bus       tells when the session bus has gone, and that it is still there a little
+//   later
+//   --complain        GLib, GLib's bus watches and the toolkit complain once each
+
+#include <Elementary.h>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gio/gio.h>
+
+#include "AppControlRequest.h"
+#include "Log.h"
+#include "app.h"
+
+namespace {
+
+constexpr const char* TITLE = "port-sample";
+
+struct Sample {
+    int rows = 3;
+    bool window = true;
+    bool refuse = false;
+    bool elmExit = false;
+    bool exitOnSecond = false;
+    bool watchBus = false;
+    bool complain = false;
+    std::string exitIn;
+
+    int launches = 0;
+    Evas_Object* toplevel = nullptr;
+    Evas_Object* list = nullptr;
+    Elm_Genlist_Item_Class* rowClass = nullptr;
+};
+
+void ExitThrice() {
+    ui_app_exit();
+    ui_app_exit();
+    ui_app_exit();
+}
+
+char* RowText(void* data, Evas_Object*, const char* part) {
+    if (std::string_view(part) != "elm.text") {
+        return nullptr;
+    }
+    static const std::vector<std::string> names{"Weather <b>&amp; News", "Election Night",
+                                                "Teletext \xE5\xA4\xA9\xE6\xB0\x97"};
+    const auto row = reinterpret_cast<uintptr_t>(data);
+    return strdup((names[row % names.size()] + " " + std::to_string(row)).c_str());
+}
+
+void OnRowFocused(void*, Evas_Object*, void* row) {
+    std::printf("focused %d\n", elm_genlist_item_index_get(static_cast<Elm_Object_Item*>(row)));
+}
+
+// Focuses the first row, once, as soon as it can take the focus.
+void OnRowRealized(void*, Evas_Object* list, void* row) {
+    if (row == elm_genlist_first_item_get(list)) {
+        evas_object_smart_callback_del(list, "realized", OnRowRealized);
+        elm_object_item_focus_set(static_cast<Elm_Object_Item*>(row), EINA_TRUE);
+    }
+}
+
+Eina_Bool OnKeyUp(void*, int, void* event) {
+    const auto* key = static_cast<Ecore_Event_Key*>(event);
+    std::printf("key %s %s\n", key->key, key->keyname);
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+// The rows come when the window has the focus, as the list's come some time after its start.
+void OnWindowFocused(void* data, Evas_Object* window, void*) {
+    auto& sample = *static_cast<Sample*>(data);
+    evas_object_smart_callback_del(window, "focus,in", OnWindowFocused);
+    for (int row = 1; row <= sample.rows; ++row) {
+        elm_genlist_item_append(sample.list, sample.rowClass,
+                                reinterpret_cast<void*>(static_cast<uintptr_t>(row)), nullptr,
+                                ELM_GENLIST_ITEM_NONE, nullptr, nullptr);
+    }
+}
+
+void AddList(Sample& sample, Evas_Object* popup) {
+    Evas_Object* list = elm_genlist_add(popup);
+    sample.list = list;
+    elm_object_scroll_item_loop_enabled_set(list, EINA_TRUE);
+    evas_object_smart_callback_add(list, "item,focused", OnRowFocused, nullptr);
+    evas_object_smart_callback_add(list, "realized", OnRowRealized, nullptr);
+    sample.rowClass = elm_genlist_item_class_new();
+    sample.rowClass->item_style = "1text_left_styleA";
+    sample.rowClass->func.text_get = RowText;
+    evas_object_size_hint_weight_set(list, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
+    evas_object_size_hint_align_set(list, EVAS_HINT_FILL, EVAS_HINT_FILL);
+    evas_object_size_hint_min_set(list, 300, 425);
+    evas_object_show(list);
+    elm_object_content_set(popup, list);
+}
+
+void BuildWindow(Sample& sample) {
+    sample.toplevel = elm_win_add(nullptr, TITLE, ELM_WIN_DIALOG_BASIC);
+    elm_win_title_set(sample.toplevel, TITLE);
+    elm_win_alpha_set(sample.toplevel, EINA_TRUE);
+    elm_win_focus_highlight_style_set(sample.toplevel, "invisible");
+    elm_win_focus_highlight_enabled_set(sample.toplevel, EINA_TRUE);
+    elm_win_fullscreen_set(sample.toplevel, EINA_TRUE);
+    Evas_Object* background = elm_bg_add(sample.toplevel);
+    evas_object_color_set(background, 0, 0, 0, 0);
+    elm_win_resize_object_add(sample.toplevel, background);
+    evas_object_show(background);
+    evas_object_resize(sample.toplevel, 1920, 1080);
+    evas_object_show(sample.toplevel);
+    Evas_Object* popup = elm_popup_add(sample.toplevel);
+    elm_object_part_text_set(popup, "title,text", "Data services");
+    AddList(sample, popup);
+    evas_object_smart_callback_add(sample.toplevel, "focus,in", OnWindowFocused, &sample);
+    evas_object_show(popup);
+}
+
+void Complain() {
+    g_bus_unwatch_name(4711);
+    g_log("GLib-GIO", G_LOG_LEVEL_WARNING, "Invalid id 4711 passed to someone else");
+    EINA_LOG_ERR("the toolkit complains");
+    LOG_DEBUG("a debug line");
+    LOG_INFO("an info line\n\n");
+    LOG_ERROR("an error line\n\n");
+}
+
+Eina_Bool OnLater(void*) {
+    std::puts("still here");
+    return ECORE_CALLBACK_CANCEL;
+}
+
+void OnBusClosed(GDBusConnection*, gboolean, GError*, gpointer) {
+    ecore_timer_add(0.1, OnLater, nullptr);
+}
+
+// The connection is the process' shared one, and lives as long.
+void WatchBus() {
+    g_signal_connect(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr), "closed",
+                     G_CALLBACK(OnBusClosed), nullptr);
+}
+
+bool Create(void* data) {
+    auto& sample = *static_cast<Sample*>(data);
+    std::puts("create");
+    if (sample.refuse) {
+        return false;
+    }
+    ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, nullptr);
+    if (sample.window) {
+        BuildWindow(sample);
+    }
+    if (sample.watchBus) {
+        WatchBus();
+    }
+    if (sample.complain) {
+        Complain();
+    }
+    if (sample.exitIn == "create") {
+        ExitThrice();
+    }
+    return true;
+}
+
+void Terminate(void* data) {
+    auto& sample = *static_cast<Sample*>(data);
+    std::puts("terminate");
+    if (sample.toplevel != nullptr) {
+        evas_object_del(sample.toplevel);
+        elm_genlist_item_class_free(sample.rowClass);
+    }
+}
+
+void Pause(void*) {
+    std::puts("pause");
+}
+
+void Resume(void*) {
+    std::puts("resume");
+}
+
+void Launch(app_control_s* request, void* data) {
+    auto& sample = *static_cast<Sample*>(data);
+    std::string values;
+    for (const auto& [key, value] : request->extraData) {
+        values += " " + key + "=" + value;
+    }
+    std::printf("launch %s%s\n", request->appId.c_str(), values.c_str());
+    ++sample.launches;
+    if (sample.exitIn == "launch" || (sample.exitOnSecond && sample.launches == 2)) {
+        ExitThrice();
+    }
+    if (sample.elmExit) {
+        elm_exit();
+    }
+}
+
+Sample ParseArguments(int argc, char** argv) {
+    Sample sample;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view option = argv[i];
+        sample.window = sample.window && option != "--no-window";
+        sample.refuse = sample.refuse || option == "--refuse";
+        sample.elmExit = sample.elmExit || option == "--elm-exit";
+        sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";
+        sample.watchBus = sample.watchBus || option == "--watch-bus";
+        sample.complain = sample.complain || option == "--complain";
+        if (option == "--rows" && i + 1 < argc) {
+            sample.rows = static_cast<int>(std::strtol(argv[++i], nullptr, 10));
+        } else if (option == "--exit-in" && i + 1 < argc) {
+            sample.exitIn = argv[++i];
+        }
+    }
+    return sample;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    setvbuf(stdout, nullptr, _IOLBF, 0);
+    Sample sample = ParseArguments(argc, argv);
+    ui_app_callbacks callbacks{Create, Terminate, Pause, Resume, Launch};
+    ui_app_exit();
+    const int result = ui_app_main(argc, argv, &callbacks, &sample);
+    std::printf("result %d\n", result);
+    return result == 0 ? 0 : 1;
+}

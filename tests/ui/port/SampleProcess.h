@@ -1,0 +1,75 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/ChildProcess.h"
+#include "support/TemporaryDir.h"
+
+namespace applist::test {
+
+/// The sample application as a second process, in a home of its own, and without any bus or screen
+/// that it was not given. Its program writes what happens to it; see SampleApp.cpp.
+class SampleProcess {
+public:
+    explicit SampleProcess(const std::vector<std::string>& options,
+                           const ChildProcess::Environment& environment = {})
+        : m_process(Command(options), Surroundings(environment)) {}
+
+    ChildProcess& Process() { return m_process; }
+    const std::string& Output() const { return m_process.Output(); }
+    const std::string& Errors() const { return m_process.Errors(); }
+    bool WaitForText(const std::string& text) { return m_process.WaitForText(text); }
+    std::optional<int> WaitForExit() { return m_process.WaitForExit(); }
+    /// Home, run-time folder and folder of temporary files, all in one.
+    const std::filesystem::path& Home() const { return m_home.path(); }
+    /// True iff the line has been written that often.
+    bool WaitForLines(const std::string& line, int count) {
+        return m_process.WaitUntil([&] { return Count(line) >= count; });
+    }
+    int Count(const std::string& line) const {
+        int count = 0;
+        const std::string lines = "\n" + Output();
+        for (size_t at = lines.find("\n" + line + "\n"); at != std::string::npos;
+             at = lines.find("\n" + line + "\n", at + 1)) {
+            ++count;
+        }
+        return count;
+    }
+
+private:
+    static std::vector<std::string> Command(const std::vector<std::string>& options) {
+        std::vector<std::string> command{BuiltProgram("port-sample")};
+        command.insert(command.end(), options.begin(), options.end());
+        return command;
+    }
+    ChildProcess::Environment Surroundings(const ChildProcess::Environment& environment) const {
+        const std::string home = m_home.path();
+        ChildProcess::Environment all{
+            {"HOME", home},
+            {"TMPDIR", home},
+            {"XDG_RUNTIME_DIR", home},
+            {"XDG_CACHE_HOME", std::nullopt},
+            {"XDG_CONFIG_HOME", std::nullopt},
+            {"XDG_DATA_HOME", std::nullopt},
+            {"APPLIST_LOG", std::nullopt},
+            {"DISPLAY", std::nullopt},
+            {"WAYLAND_DISPLAY", std::nullopt},
+            {"DBUS_SESSION_BUS_ADDRESS", std::nullopt},
+            {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + home + "/none"},
+        };
+        for (const auto& [name, value] : environment) {
+            all[name] = value;
+        }
+        return all;
+    }
+
+    TemporaryDir m_home;
+    ChildProcess m_process;
+};
+
+}  // namespace applist::test

@@ -1,0 +1,195 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The sample application on a real X server, with and without what a desktop has.
+#include <algorithm>
+#include <csignal>
+
+#include <gtest/gtest.h>
+
+#include "SampleProcess.h"
+#include "support/XDisplay.h"
+
+namespace applist::test {
+namespace {
+
+// Of the theme: the bar of the focused row, and the panel.
+constexpr uint32_t BAR = 0xFFD140;
+constexpr uint32_t PANEL = 0x12161C;
+
+/// The sample on a display of its own.
+class OnDisplay {
+public:
+    explicit OnDisplay(const Desktop& desktop, const std::vector<std::string>& options = {})
+        : display(desktop), sample(options, display.Environment()) {}
+
+    bool WaitForPicture() {
+        return display.WaitUntil([this] { return display.Shows(BAR) && display.Shows(PANEL); });
+    }
+    bool WaitForWindow() {
+        return display.WaitUntil([this] { return Window() != 0; });
+    }
+    XlibWindow Window() const { return display.WindowTitled("port-sample"); }
+
+    XDisplay display;
+    SampleProcess sample;
+};
+
+class Window : public testing::TestWithParam<Desktop> {};
+
+TEST_P(Window, ShowsItsRowsAndFocusesTheFirst) {
+    OnDisplay on(GetParam());
+    EXPECT_TRUE(on.WaitForPicture());
+    EXPECT_TRUE(on.sample.WaitForLines("focused 1", 1));
+}
+
+TEST_P(Window, MovesTheFocusWithTheKeys) {
+    OnDisplay on(GetParam());
+    ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
+    on.display.TypeKey("Down");
+    EXPECT_TRUE(on.sample.WaitForLines("focused 2", 1));
+    on.display.TypeKey("Up");
+    EXPECT_TRUE(on.sample.WaitForLines("focused 1", 2));
+}
+
+TEST_P(Window, IsResumedOnceAndNotPausedWhileItIsShown) {
+    OnDisplay on(GetParam());
+    ASSERT_TRUE(on.WaitForPicture());
+    ASSERT_TRUE(on.sample.WaitForLines("resume", 1));
+    // What the display did to the window at its start lies before these keys.
+    on.display.TypeKey("Down");
+    ASSERT_TRUE(on.sample.WaitForLines("key Down Down", 1));
+    on.sample.Process().Signal(SIGTERM);
+    EXPECT_EQ(on.sample.WaitForExit(), 0);
+    EXPECT_EQ(on.sample.Count("resume"), 1);
+    EXPECT_EQ(on.sample.Count("pause"), 0);
+}
+
+TEST_P(Window, LeavesStandardErrorSilentAndNothingBehind) {
+    OnDisplay on(GetParam());
+    ASSERT_TRUE(on.WaitForPicture());
+    on.sample.Process().Signal(SIGTERM);
+    // Reads to the end of both streams: a helper process that held one would keep us here.
+    EXPECT_EQ(on.sample.WaitForExit(), 0);
+    EXPECT_EQ(on.sample.Errors(), "");
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(on.sample.Home())) {
+        EXPECT_FALSE(entry.is_regular_file()) << entry.path();
+    }
+}
+
+std::string NameOf(const testing::TestParamInfo<Desktop>& info) {
+    const auto or_none = [](const std::string& name) {
+        return name.empty() ? std::string("nothing") : name;
+    };
+    return or_none(info.param.windowManager) + "_and_" + or_none(info.param.compositor);
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktops, Window,
+                         testing::Values(Desktop{"", ""}, Desktop{"openbox", ""},
+                                         Desktop{"", "picom"}, Desktop{"openbox", "picom"},
+                                         Desktop{"openbox", "xcompmgr"}),
+                         NameOf);
+
+TEST(WindowWithoutCompositor, LetsTheBroadcastBeSeenAroundThePanel) {
+    OnDisplay on({"openbox", ""});
+    on.display.PaintRoot(0x2040A0);
+    ASSERT_TRUE(on.WaitForPicture());
+    EXPECT_EQ(on.display.Pixel(10, 10), 0x2040A0U);
+}
+
+TEST(WindowVisibility, PausesWhenIconifiedAndResumesWhenShownAgain) {
+    OnDisplay on({"openbox", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    const XlibWindow window = on.Window();
+    on.display.Iconify(window);
+    ASSERT_TRUE(on.sample.WaitForLines("pause", 1));
+    on.display.Map(window);
+    EXPECT_TRUE(on.sample.WaitForLines("resume", 2));
+}
+
+TEST(WindowVisibility, PausesWhenCoveredAndResumesWhenUncovered) {
+    OnDisplay on({"openbox", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    on.display.Cover();
+    ASSERT_TRUE(on.sample.WaitForLines("pause", 1));
+    on.display.Uncover();
+    EXPECT_TRUE(on.sample.WaitForLines("resume", 2));
+}
+
+TEST(WindowVisibility, DrawsAgainAfterHavingBeenCovered) {
+    OnDisplay on({"", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    on.display.Cover();
+    ASSERT_TRUE(on.display.WaitUntil([&] { return !on.display.Shows(BAR); }));
+    on.display.Uncover();
+    EXPECT_TRUE(on.WaitForPicture());
+}
+
+TEST(WindowClose, EndsTheApplication) {
+    OnDisplay on({"openbox", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    on.display.RequestClose(on.Window());
+    EXPECT_EQ(on.sample.WaitForExit(), 0);
+    EXPECT_EQ(on.sample.Count("terminate"), 1);
+}
+
+TEST(Keys, EscapeArrivesAsBackAndLeavesThePopup) {
+    OnDisplay on({"", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    on.display.TypeKey("Escape");
+    EXPECT_TRUE(on.sample.WaitForLines("key XF86Back XF86Back", 1));
+    // A dismissed popup would take the focus with it.
+    on.display.TypeKey("Down");
+    EXPECT_TRUE(on.sample.WaitForLines("focused 2", 1));
+    EXPECT_TRUE(on.display.Shows(PANEL));
+}
+
+TEST(Keys, F10ArrivesAsExit) {
+    OnDisplay on({"", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    on.display.TypeKey("F10");
+    EXPECT_TRUE(on.sample.WaitForLines("key XF86Exit XF86Exit", 1));
+}
+
+TEST(Keys, TheExitKeyWithoutANameArrivesAsExit) {
+    OnDisplay on({"", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    on.display.TypeKeyCode(182);
+    EXPECT_TRUE(on.sample.WaitForLines("key XF86Exit XF86Exit", 1));
+}
+
+TEST(Keys, DownOnTheLastRowGoesToTheFirstAndUpBackAgain) {
+    OnDisplay on({"", ""}, {"--rows", "3"});
+    ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
+    on.display.TypeKey("Up");
+    ASSERT_TRUE(on.sample.WaitForLines("focused 3", 1));
+    on.display.TypeKey("Down");
+    EXPECT_TRUE(on.sample.WaitForLines("focused 1", 2));
+}
+
+TEST(Keys, WrapRoundAListThatIsLongerThanTheScreen) {
+    OnDisplay on({"", ""}, {"--rows", "60"});
+    ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
+    on.display.TypeKey("Up");
+    ASSERT_TRUE(on.sample.WaitForLines("focused 60", 1));
+    on.display.TypeKey("Up");
+    ASSERT_TRUE(on.sample.WaitForLines("focused 59", 1));
+    on.display.TypeKey("Down");
+    ASSERT_TRUE(on.sample.WaitForLines("focused 60", 2));
+    on.display.TypeKey("Down");
+    EXPECT_TRUE(on.sample.WaitForLines("focused 1", 2));
+    EXPECT_TRUE(on.WaitForPicture());
+}
+
+TEST(Keys, KeepTheFocusWhereItIsInAListOfOneRow) {
+    OnDisplay on({"", ""}, {"--rows", "1"});
+    ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
+    on.display.TypeKey("Down");
+    on.display.TypeKey("Up");
+    ASSERT_TRUE(on.sample.WaitForLines("key Up Up", 1));
+    EXPECT_EQ(on.sample.Count("focused 1"), 1);
+    EXPECT_TRUE(on.display.Shows(BAR));
+}
+
+}  // namespace
+}  // namespace applist::test

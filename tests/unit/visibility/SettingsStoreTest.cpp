@@ -1,0 +1,253 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <climits>
+#include <filesystem>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "SettingsStore.h"
+#include "fakes/FakePlatformLog.h"
+#include "settings_store.h"
+#include "unit/visibility/PlatformRoot.h"
+
+namespace applist::test {
+namespace {
+
+using desktop::Decode;
+using desktop::Encode;
+using desktop::ReadSetting;
+using desktop::RemoveSetting;
+using desktop::Setting;
+using desktop::WriteSetting;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* PERSISTENT = "db/settings.ini";
+constexpr const char* VOLATILE = "memory/settings.ini";
+
+class SettingsStore : public testing::Test {
+protected:
+    SettingsStore() { ClearLog(); }
+    PlatformRoot m_root;
+    int m_value = 77;
+};
+
+TEST(SettingText, IsReadBackAsItWasWritten) {
+    for (const Setting setting : {Setting(true), Setting(false), Setting(0), Setting(-5),
+                                  Setting(INT_MAX), Setting(INT_MIN)}) {
+        EXPECT_EQ(Decode(Encode(setting)), setting) << Encode(setting);
+    }
+    EXPECT_EQ(Encode(true), "bool:true");
+    EXPECT_EQ(Encode(-5), "int:-5");
+}
+
+TEST(SettingText, OfAnyOtherFormIsNoSetting) {
+    for (const char* text : {"",
+                             "true",
+                             "1",
+                             "bool:",
+                             "bool:1",
+                             "bool:True",
+                             "bool:true ",
+                             "int:",
+                             "int:-",
+                             "int:+1",
+                             "int: 1",
+                             "int:1 ",
+                             "int:1x",
+                             "int:0x10",
+                             "int:1.0",
+                             "int:2147483648",
+                             "int:-2147483649",
+                             "int:99999999999999999999",
+                             "float:1.0",
+                             "Int:1",
+                             "int"}) {
+        EXPECT_EQ(Decode(text), std::nullopt) << text;
+    }
+}
+
+TEST_F(SettingsStore, KeepsPersistentAndVolatileKeysApart) {
+    ASSERT_EQ(WriteSetting("db/a/b", true), std::nullopt);
+    ASSERT_EQ(WriteSetting("memory/a/b", 5), std::nullopt);
+    EXPECT_EQ(m_root.Content(PERSISTENT), "[settings]\ndb/a/b=bool:true\n");
+    EXPECT_EQ(m_root.Content(VOLATILE), "[settings]\nmemory/a/b=int:5\n");
+}
+
+TEST_F(SettingsStore, ReplacesAValueOfAnotherType) {
+    ASSERT_EQ(WriteSetting("db/a", true), std::nullopt);
+    ASSERT_EQ(WriteSetting("db/a", 5), std::nullopt);
+    EXPECT_EQ(ReadSetting("db/a").value, Setting(5));
+}
+
+TEST_F(SettingsStore, KeepsWhatElseStandsInTheFile) {
+    m_root.Write(PERSISTENT, "# by hand\n[settings]\n# why\ndb/a=int:1\n[other]\nkey=value\n");
+    ASSERT_EQ(WriteSetting("db/b", 2), std::nullopt);
+    const std::string content = m_root.Content(PERSISTENT);
+    for (const char* kept : {"# by hand", "# why", "db/a=int:1", "[other]", "key=value"}) {
+        EXPECT_THAT(content, HasSubstr(kept));
+    }
+    EXPECT_EQ(ReadSetting("db/b").value, Setting(2));
+}
+
+TEST_F(SettingsStore, DoesNotGrowWithEachWrite) {
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_EQ(WriteSetting("db/a", i), std::nullopt);
+    }
+    EXPECT_EQ(m_root.Content(PERSISTENT), "[settings]\ndb/a=int:2\n");
+}
+
+TEST_F(SettingsStore, ReadsALastLineWithoutItsEnd) {
+    for (const char* end : {"", "\r", "\n", "\r\n"}) {
+        m_root.Write(PERSISTENT, std::string("[settings]\ndb/a=int:5") + end);
+        EXPECT_EQ(ReadSetting("db/a").value, Setting(5));
+    }
+}
+
+TEST_F(SettingsStore, RemovesAKeyAndNoOther) {
+    ASSERT_EQ(WriteSetting("db/a", 1), std::nullopt);
+    ASSERT_EQ(WriteSetting("db/b", 2), std::nullopt);
+    EXPECT_EQ(RemoveSetting("db/a"), std::nullopt);
+    EXPECT_EQ(RemoveSetting("db/never"), std::nullopt);
+    EXPECT_EQ(ReadSetting("db/a").value, std::nullopt);
+    EXPECT_EQ(ReadSetting("db/a").problem, "");
+    EXPECT_EQ(ReadSetting("db/b").value, Setting(2));
+}
+
+TEST_F(SettingsStore, LeavesOnlyItsFileAndTheLock) {
+    ASSERT_EQ(WriteSetting("db/a", 1), std::nullopt);
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(m_root.Path("db"))) {
+        names.push_back(entry.path().filename());
+    }
+    EXPECT_THAT(names, testing::UnorderedElementsAre("settings.ini", "settings.ini.lock"));
+}
+
+TEST_F(SettingsStore, SaysNothingOfAKeyThatIsNotThere) {
+    EXPECT_LT(vconf_get_bool("db/none", &m_value), 0);
+    EXPECT_THAT(Log(), ElementsAre());
+}
+
+TEST_F(SettingsStore, LogsAKeyOfTheOtherType) {
+    ASSERT_EQ(WriteSetting("db/a", 1), std::nullopt);
+    EXPECT_LT(vconf_get_bool("db/a", &m_value), 0);
+    EXPECT_THAT(Log(), ElementsAre(Error("setting 'db/a' is of type int, not bool")));
+}
+
+TEST_F(SettingsStore, LogsAKeyOfNoFile) {
+    for (const char* key : {"a/b", "", "db", "DB/a", "/db/a"}) {
+        ClearLog();
+        EXPECT_LT(vconf_get_int(key, &m_value), 0);
+        EXPECT_THAT(Log(), ElementsAre(Error(std::string("setting '") + key +
+                                             "' is neither under db/ nor under memory/")));
+    }
+}
+
+TEST_F(SettingsStore, LogsADamagedValueAndReadsTheOthers) {
+    m_root.Write(PERSISTENT, "[settings]\ndb/a=int:1x\ndb/b=int:2\n");
+    EXPECT_LT(vconf_get_int("db/a", &m_value), 0);
+    EXPECT_EQ(m_value, 77);
+    EXPECT_THAT(Log(), ElementsAre(Error(m_root.Path(PERSISTENT) +
+                                         ": setting 'db/a' has no value of a known type")));
+    EXPECT_EQ(vconf_get_int("db/b", &m_value), 0);
+    EXPECT_EQ(m_value, 2);
+}
+
+class DamagedSettings : public SettingsStore, public testing::WithParamInterface<std::string> {};
+
+TEST_P(DamagedSettings, AreAFailedReadThatNamesTheFile) {
+    m_root.Write(PERSISTENT, GetParam());
+    EXPECT_LT(vconf_get_bool("db/a", &m_value), 0);
+    EXPECT_LT(vconf_get_int("db/a", &m_value), 0);
+    EXPECT_EQ(m_value, 77);
+    ASSERT_EQ(Log().size(), 2U);
+    EXPECT_EQ(Log()[0].priority, Error("").priority);
+    EXPECT_THAT(Log()[0].message, HasSubstr(m_root.Path(PERSISTENT) + ": damaged: "));
+}
+
+TEST_P(DamagedSettings, AreNotOverwritten) {
+    m_root.Write(PERSISTENT, GetParam());
+    const auto failure = WriteSetting("db/a", 1);
+    ASSERT_TRUE(failure);
+    EXPECT_THAT(*failure, HasSubstr(m_root.Path(PERSISTENT) + ": damaged: "));
+    EXPECT_THAT(*failure, HasSubstr("left as it is"));
+    EXPECT_TRUE(RemoveSetting("db/a"));
+    EXPECT_EQ(m_root.Content(PERSISTENT), GetParam());
+}
+
+TEST_P(DamagedSettings, LeaveTheOtherFileAlone) {
+    m_root.Write(PERSISTENT, GetParam());
+    ASSERT_EQ(WriteSetting("memory/a", 1), std::nullopt);
+    EXPECT_EQ(vconf_get_int("memory/a", &m_value), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(InEveryWay, DamagedSettings,
+                         testing::Values("garbage", "[settings\ndb/a=int:1\n",
+                                         "db/a=int:1\n[settings]\n", "[settings]\ndb/a\n",
+                                         "[settings]\ndb/a=int:1\n=int:2\n",
+                                         std::string("\0\0\0\0", 4), "\xff\xfe[settings]\n"));
+
+TEST_F(SettingsStore, FailsWhereItsFileIsNoFile) {
+    std::filesystem::create_directories(m_root.Path(PERSISTENT));
+    EXPECT_LT(vconf_get_int("db/a", &m_value), 0);
+    ASSERT_EQ(Log().size(), 1U);
+    EXPECT_THAT(Log()[0].message, HasSubstr(m_root.Path(PERSISTENT) + ": cannot be read: "));
+    EXPECT_TRUE(WriteSetting("db/a", 1));
+}
+
+TEST_F(SettingsStore, FailsWhereItsFolderIsAFile) {
+    m_root.Write("db", "in the way");
+    const auto failure = WriteSetting("db/a", 1);
+    ASSERT_TRUE(failure);
+    EXPECT_THAT(*failure, HasSubstr(m_root.Path("db") + ": cannot be made: "));
+    EXPECT_EQ(m_root.Content("db"), "in the way");
+}
+
+TEST_F(SettingsStore, FailsWhereItCannotLock) {
+    std::filesystem::create_directories(m_root.Path(std::string(PERSISTENT) + ".lock"));
+    const auto failure = WriteSetting("db/a", 1);
+    ASSERT_TRUE(failure);
+    EXPECT_THAT(*failure, HasSubstr("settings.ini.lock: cannot be locked: Is a directory"));
+}
+
+TEST_F(SettingsStore, RefusesKeysThatAFileCannotHold) {
+    for (const char* key : {"db/a=b", "db/a[b]", "db/a b", "db/a\nb", "db/\xc3\xa4", "a/b", ""}) {
+        EXPECT_TRUE(WriteSetting(key, 1)) << key;
+    }
+    EXPECT_FALSE(std::filesystem::exists(m_root.Path(PERSISTENT)));
+}
+
+TEST_F(SettingsStore, ReadsKeysThatAFileCannotHoldAsMissing) {
+    m_root.Write(PERSISTENT, "[settings]\ndb/a=int:1\n");
+    for (const char* key : {"db/a=b", "db/a[b]", "db/a b", "db/a\nb", "db/\xc3\xa4", "db/"}) {
+        EXPECT_LT(vconf_get_int(key, &m_value), 0) << key;
+    }
+    EXPECT_EQ(m_value, 77);
+}
+
+TEST_F(SettingsStore, LosesNothingOfManyWriters) {
+    constexpr int WRITERS = 4;
+    constexpr int WRITES = 10;
+    std::vector<std::thread> writers;
+    for (int writer = 0; writer < WRITERS; ++writer) {
+        writers.emplace_back([writer] {
+            for (int i = 0; i < WRITES; ++i) {
+                WriteSetting("db/" + std::to_string(writer) + "/" + std::to_string(i), i);
+            }
+        });
+    }
+    for (std::thread& writer : writers) {
+        writer.join();
+    }
+    for (int writer = 0; writer < WRITERS; ++writer) {
+        for (int i = 0; i < WRITES; ++i) {
+            EXPECT_EQ(ReadSetting("db/" + std::to_string(writer) + "/" + std::to_string(i)).value,
+                      Setting(i));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace applist::test

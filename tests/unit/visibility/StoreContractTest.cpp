@@ -1,0 +1,101 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <array>
+#include <climits>
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "factory_data.h"
+#include "settings_store.h"
+#include "unit/visibility/StoreContract.h"
+
+namespace applist::test {
+namespace {
+
+class EveryPlatform : public testing::Test {
+protected:
+    std::unique_ptr<Stores> m_stores = MakeStores();
+};
+
+struct Item {
+    alignas(int) std::array<unsigned char, FACTORY_DATA_BUFFER_SIZE> buffer;
+    int status;
+
+    explicit Item(int id) {
+        buffer.fill(0xA5);
+        status = GetDataDirect(id, buffer.data());
+    }
+    int Word() const {
+        int word = 0;
+        std::memcpy(&word, buffer.data(), sizeof word);
+        return word;
+    }
+};
+
+TEST_F(EveryPlatform, GivesABoolAsZeroOrOne) {
+    for (const char* key : {"db/a/truth", "memory/a/truth"}) {
+        for (const bool stored : {true, false}) {
+            m_stores->HoldBool(key, stored);
+            int value = 77;
+            EXPECT_EQ(vconf_get_bool(key, &value), 0);
+            EXPECT_EQ(value, stored ? 1 : 0);
+        }
+    }
+}
+
+TEST_F(EveryPlatform, GivesEvery32BitInt) {
+    for (const char* key : {"db/a/number", "memory/a/number"}) {
+        for (const int stored : {0, 1, -1, 7, INT_MAX, INT_MIN}) {
+            m_stores->HoldInt(key, stored);
+            int value = 77;
+            EXPECT_EQ(vconf_get_int(key, &value), 0);
+            EXPECT_EQ(value, stored);
+        }
+    }
+}
+
+TEST_F(EveryPlatform, FailsForAMissingKeyAndLeavesTheValue) {
+    int value = 77;
+    EXPECT_LT(vconf_get_bool("db/none", &value), 0);
+    EXPECT_LT(vconf_get_int("memory/none", &value), 0);
+    EXPECT_EQ(value, 77);
+}
+
+TEST_F(EveryPlatform, FailsForAKeyOfTheOtherTypeAndLeavesTheValue) {
+    m_stores->HoldInt("db/number", 1);
+    m_stores->HoldBool("db/truth", true);
+    int value = 77;
+    EXPECT_LT(vconf_get_bool("db/number", &value), 0);
+    EXPECT_LT(vconf_get_int("db/truth", &value), 0);
+    EXPECT_EQ(value, 77);
+}
+
+TEST_F(EveryPlatform, ReadsAnew) {
+    int value = 77;
+    m_stores->HoldInt("memory/number", 1);
+    EXPECT_EQ(vconf_get_int("memory/number", &value), 0);
+    m_stores->HoldInt("memory/number", 2);
+    EXPECT_EQ(vconf_get_int("memory/number", &value), 0);
+    EXPECT_EQ(value, 2);
+}
+
+TEST_F(EveryPlatform, GivesAFactoryItemInTheFirstWord) {
+    for (const int stored : {8, 0, -1, INT_MAX, INT_MIN}) {
+        m_stores->HoldFactoryItem(194, stored);
+        const Item item(194);
+        EXPECT_EQ(item.status, FACTORY_DATA_INTEGER);
+        EXPECT_EQ(item.Word(), stored);
+    }
+}
+
+TEST_F(EveryPlatform, FailsForAMissingFactoryItemAndLeavesTheBuffer) {
+    const Item item(194);
+    EXPECT_NE(item.status, FACTORY_DATA_INTEGER);
+    for (const unsigned char byte : item.buffer) {
+        ASSERT_EQ(byte, 0xA5);
+    }
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,41 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "Output.h"
+
+#include <array>
+#include <cstdio>
+
+namespace applist::sim {
+
+std::string OneLine(const std::string& text) {
+    std::string line;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte == '\\') {
+            line += "\\\\";
+        } else if (byte < 0x20 || byte == 0x7F) {
+            std::array<char, sizeof "\\x00"> code{};
+            std::snprintf(code.data(), code.size(), "\\x%02x", byte);
+            line += code.data();
+        } else {
+            line += character;
+        }
+    }
+    return line;
+}
+
+std::string ItemLine(const Item& item) {
+    return OneLine(item.id) + '\t' + OneLine(item.name);
+}
+
+bool WriteLine(const std::string& line) {
+    return std::fwrite(line.data(), 1, line.size(), stdout) == line.size() &&
+           std::fputc('\n', stdout) != EOF && std::fflush(stdout) == 0;
+}
+
+void Complain(const std::string& message) {
+    const std::string line = "javamw-sim: " + message + '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+}  // namespace applist::sim

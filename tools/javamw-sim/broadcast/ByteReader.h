@@ -1,0 +1,56 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace applist::sim {
+
+using ByteSpan = std::span<const uint8_t>;
+
+/// Reads big-endian fields from bytes that it does not own and never passes their end.
+///
+/// A read that finds too little fails: it gives zeros, and so does every read after it, so that a
+/// parser can read a whole structure and ask once.
+class ByteReader {
+public:
+    explicit ByteReader(ByteSpan bytes) : m_bytes(bytes) {}
+
+    bool failed() const { return m_failed; }
+    size_t left() const { return m_bytes.size(); }
+
+    uint8_t U8() { return static_cast<uint8_t>(Number(1)); }
+    uint16_t U16() { return static_cast<uint16_t>(Number(2)); }
+    uint32_t U32() { return Number(4); }
+
+    /// The next count bytes; none when there are fewer.
+    ByteSpan Take(size_t count) {
+        if (m_failed || count > m_bytes.size()) {
+            m_failed = true;
+            m_bytes = {};
+            return {};
+        }
+        const ByteSpan taken = m_bytes.first(count);
+        m_bytes = m_bytes.subspan(count);
+        return taken;
+    }
+
+    /// The bytes of a loop that is preceded by its 12-bit length.
+    ByteSpan TakeLoop() { return Take(U16() & 0x0FFFU); }
+
+private:
+    uint32_t Number(size_t size) {
+        uint32_t value = 0;
+        for (const uint8_t byte : Take(size)) {
+            value = value << 8U | byte;
+        }
+        return value;
+    }
+
+    ByteSpan m_bytes;
+    bool m_failed = false;
+};
+
+}  // namespace applist::sim

@@ -1,0 +1,62 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "broadcast/PacketReader.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr uint8_t SYNC_BYTE = 0x47;
+constexpr uint8_t TRANSPORT_ERROR = 0x80;
+// The sync byte is frequent as data too; three at a packet's distance are no accident.
+constexpr size_t PACKETS_TO_TRUST = 3;
+
+}  // namespace
+
+std::optional<ByteSpan> PacketReader::Next() {
+    while (FindSync()) {
+        const ByteSpan packet = m_stream.subspan(m_position, PACKET_SIZE);
+        m_position += PACKET_SIZE;
+        if ((packet[1] & TRANSPORT_ERROR) == 0) {
+            return packet;
+        }
+        ++m_damaged;
+    }
+    return std::nullopt;
+}
+
+bool PacketReader::IsStartOfPacket(size_t position) const {
+    for (size_t packet = 0; packet < PACKETS_TO_TRUST; ++packet) {
+        const size_t start = position + packet * PACKET_SIZE;
+        if (start >= m_stream.size()) {
+            return packet > 0 && start == m_stream.size();
+        }
+        if (m_stream[start] != SYNC_BYTE) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// While the rhythm holds one look suffices; only a search asks for several packets in a row.
+bool PacketReader::FindSync() {
+    if (m_position >= m_stream.size()) {
+        return false;
+    }
+    const bool inRhythm = m_position > 0 || IsStartOfPacket(0);
+    if (!inRhythm || m_stream[m_position] != SYNC_BYTE) {
+        ++m_damaged;
+        do {
+            ++m_position;
+        } while (m_position < m_stream.size() && !IsStartOfPacket(m_position));
+    }
+    if (m_position + PACKET_SIZE <= m_stream.size()) {
+        return true;
+    }
+    if (m_position < m_stream.size()) {
+        ++m_damaged;
+        m_position = m_stream.size();
+    }
+    return false;
+}
+
+}  // namespace applist::sim

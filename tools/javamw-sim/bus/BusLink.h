@@ -1,0 +1,116 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "bus/Connection.h"
+#include "bus/GioHandles.h"
+#include "bus/Handshake.h"
+#include "protocol/ListClient.h"
+
+namespace applist::sim {
+
+/// Told what happens on the link. application is a unique bus name everywhere.
+class BusLinkListener {
+public:
+    BusLinkListener() = default;
+    virtual ~BusLinkListener() = default;
+    BusLinkListener(const BusLinkListener&) = delete;
+    BusLinkListener& operator=(const BusLinkListener&) = delete;
+    BusLinkListener(BusLinkListener&&) = delete;
+    BusLinkListener& operator=(BusLinkListener&&) = delete;
+
+    /// The handshake is complete; calls and signals go both ways.
+    virtual void Connected(const std::string& application) = 0;
+    /// A connected application left the bus.
+    virtual void Disconnected(const std::string& application) = 0;
+    /// The application sent a signal.
+    virtual void Notified(const std::string& application, const Bytes& message) = 0;
+    /// The application called; the result is the reply.
+    virtual Bytes Called(const std::string& application, const Bytes& message) = 0;
+    /// Something did not work; error says what.
+    virtual void LinkFailed(const std::string& error) = 0;
+    /// The bus itself is gone: nothing comes any more.
+    virtual void BusLost() = 0;
+};
+
+/// The middleware's side of the channel: finds applications, whichever started first, loses them
+/// and takes the next ones, and carries bytes without looking into them.
+///
+/// Everything runs on the thread whose main context is the default one.
+class BusLink : public MessageCaller {
+public:
+    /// Listens for applications and announces the middleware. listener must outlive the link.
+    BusLink(ConnectionPtr connection, BusLinkListener& listener);
+    /// Gives up the calls under way without telling their callers.
+    ~BusLink() override;
+    BusLink(const BusLink&) = delete;
+    BusLink& operator=(const BusLink&) = delete;
+    BusLink(BusLink&&) = delete;
+    BusLink& operator=(BusLink&&) = delete;
+
+    void Call(const std::string& application, const Bytes& message, Done done) override;
+
+    /// Emits message as a signal to one application, without waiting for it. Empty on success,
+    /// otherwise the reason.
+    std::string Emit(const std::string& application, const Bytes& message);
+
+private:
+    /// What is held for each application that the handshake has established.
+    struct Partner {
+        Registration watch;
+        Registration signals;
+    };
+    struct QueuedAnnouncement {
+        std::string name;
+        std::string connects;
+        unsigned tries = 0;
+    };
+    struct PendingCall;
+
+    Registration Subscribe(const char* sender, const char* interface, const char* member,
+                           const char* path, const char* argument, GDBusSignalCallback callback);
+    void ExportObject();
+    void ListenFor(Announcement announcement, GDBusSignalCallback callback);
+    /// connects: the partner that is connected once the application can hear this, or empty.
+    void Announce(Announcement announcement, const std::string& connects);
+    void AnnounceQueued();
+    void Establish(const std::string& partner);
+    void Take(const HandshakeStep& step, const std::string& partner);
+
+    void OnNameOwnerChanged(Announcement announcement, GVariant* parameters);
+    void OnVanished(const std::string& partner);
+    void OnCalled(const char* sender, GVariant* parameters, GDBusMethodInvocation* invocation);
+    void OnReply(PendingCall* call, GAsyncResult* result);
+
+    // Where the library calls back; memory running out there ends the program.
+    template <Announcement announcement>
+    static void cb_NameOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
+                                    const char*, GVariant* parameters, void* link) noexcept;
+    static void cb_Vanished(GDBusConnection*, const char* name, void* link) noexcept;
+    static void cb_Signal(GDBusConnection*, const char* sender, const char*, const char*,
+                          const char*, GVariant* parameters, void* link) noexcept;
+    static void cb_MethodCall(GDBusConnection*, const char* sender, const char*, const char*,
+                              const char*, GVariant* parameters, GDBusMethodInvocation* invocation,
+                              void* link) noexcept;
+    static void cb_Reply(GObject*, GAsyncResult* result, void* call) noexcept;
+    static void cb_Closed(GDBusConnection*, int, GError*, void* link) noexcept;
+    static int cb_AnnounceAgain(void* link) noexcept;
+
+    ConnectionPtr m_connection;
+    BusLinkListener& m_listener;
+    std::string m_uniqueName;
+    Handshake m_handshake;
+    std::map<std::string, Partner> m_partners;
+    std::deque<QueuedAnnouncement> m_announcements;
+    Registration m_announceAgain;
+    GObjectPtr<GCancellable> m_cancellable;
+    size_t m_pendingCalls = 0;
+    std::vector<Registration> m_registrations;
+};
+
+}  // namespace applist::sim

@@ -1,0 +1,71 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "bus/Connection.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr unsigned DO_NOT_QUEUE = 4;
+constexpr unsigned PRIMARY_OWNER = 1;
+
+GVariantPtr CallDaemon(GDBusConnection* connection, const char* method, GVariant* parameters,
+                       GError** error) {
+    return GVariantPtr(g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+        parameters, G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, error));
+}
+
+Result<std::string> ResolveAddress(const std::string& address) {
+    if (!address.empty()) {
+        return address;
+    }
+    GError* error = nullptr;
+    char* system = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, &error);
+    if (system == nullptr) {
+        return Result<std::string>::Failure(TakeMessage(error));
+    }
+    std::string resolved = system;
+    g_free(system);
+    return resolved;
+}
+
+}  // namespace
+
+Result<ConnectionPtr> OpenBus(const std::string& address) {
+    const auto resolved = ResolveAddress(address);
+    if (!resolved) {
+        return Result<ConnectionPtr>::Failure(resolved.error());
+    }
+    GError* error = nullptr;
+    const auto flags =
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    ConnectionPtr connection(
+        g_dbus_connection_new_for_address_sync(resolved->c_str(), flags, nullptr, nullptr, &error));
+    if (!connection) {
+        return Result<ConnectionPtr>::Failure(*resolved + ": " + TakeMessage(error));
+    }
+    return connection;
+}
+
+// Asking without a place in the queue matters: a queued claim would take the name over from the
+// other owner at once, and listeners would never see that owner's release.
+Result<bool> AnnounceName(GDBusConnection* connection, const std::string& name) {
+    GError* error = nullptr;
+    const auto claimed = CallDaemon(connection, "RequestName",
+                                    g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), &error);
+    if (!claimed) {
+        return Result<bool>::Failure(name + ": " + TakeMessage(error));
+    }
+    unsigned code = 0;
+    g_variant_get(claimed.get(), "(u)", &code);
+    if (code != PRIMARY_OWNER) {
+        return false;
+    }
+    if (!CallDaemon(connection, "ReleaseName", g_variant_new("(s)", name.c_str()), &error)) {
+        return Result<bool>::Failure(name + ": " + TakeMessage(error));
+    }
+    return true;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,73 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include <gio/gio.h>
+
+namespace applist::sim {
+
+struct GObjectUnref {
+    void operator()(void* object) const { g_object_unref(object); }
+};
+template <typename Object>
+using GObjectPtr = std::unique_ptr<Object, GObjectUnref>;
+
+struct GVariantUnref {
+    void operator()(GVariant* value) const { g_variant_unref(value); }
+};
+using GVariantPtr = std::unique_ptr<GVariant, GVariantUnref>;
+
+struct GNodeInfoUnref {
+    void operator()(GDBusNodeInfo* info) const { g_dbus_node_info_unref(info); }
+};
+using GNodeInfoPtr = std::unique_ptr<GDBusNodeInfo, GNodeInfoUnref>;
+
+/// The text of an error, which is freed. REQUIRES: error is not null.
+inline std::string TakeMessage(GError* error) {
+    g_dbus_error_strip_remote_error(error);
+    std::string message = error->message;
+    g_error_free(error);
+    return message;
+}
+
+/// Undoes something once, at the end of its life at the latest. Movable; a moved-from one is empty.
+class [[nodiscard]] Registration {
+public:
+    Registration() = default;
+    explicit Registration(std::function<void()> undo) : m_undo(std::move(undo)) {}
+    ~Registration() { Release(); }
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+    Registration(Registration&& other) noexcept : m_undo(std::exchange(other.m_undo, nullptr)) {}
+    Registration& operator=(Registration&& other) noexcept {
+        if (this != &other) {
+            Release();
+            m_undo = std::exchange(other.m_undo, nullptr);
+        }
+        return *this;
+    }
+
+    void Release() {
+        if (const auto undo = std::exchange(m_undo, nullptr)) {
+            undo();
+        }
+    }
+    /// For what ended by itself.
+    void Forget() { m_undo = nullptr; }
+
+private:
+    std::function<void()> m_undo;
+};
+
+/// A source of the main loop, removed at the end.
+inline Registration OwnSource(unsigned id) {
+    return Registration([id] { g_source_remove(id); });
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,59 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "bus/Handshake.h"
+
+namespace applist::sim {
+
+HandshakeStep Handshake::Heard(Announcement announcement, const std::string& partner) {
+    switch (announcement) {
+        case Announcement::Syn:
+            return HeardSyn(partner);
+        case Announcement::SynAck:
+            return HeardSynAck(partner);
+        case Announcement::Ack:
+            return HeardAck(partner);
+    }
+    return {};
+}
+
+HandshakeStep Handshake::Lost(const std::string& partner) {
+    const bool wasConnected = IsConnected(partner);
+    m_partners.erase(partner);
+    return {.lost = wasConnected, .establish = false, .answer = std::nullopt, .connected = false};
+}
+
+bool Handshake::IsConnected(const std::string& partner) const {
+    const auto found = m_partners.find(partner);
+    return found != m_partners.end() && found->second == State::Connected;
+}
+
+// A partner announces itself once in its life: when a known one does it again it has begun a new
+// one on the same bus connection and remembers nothing of us.
+HandshakeStep Handshake::HeardSyn(const std::string& partner) {
+    HandshakeStep step = Lost(partner);
+    m_partners[partner] = State::SynAckSent;
+    step.establish = true;
+    step.answer = Announcement::SynAck;
+    return step;
+}
+
+// Announcements reach everybody: one heard while connected answers some other middleware.
+HandshakeStep Handshake::HeardSynAck(const std::string& partner) {
+    if (IsConnected(partner)) {
+        return {};
+    }
+    const bool known = m_partners.count(partner) != 0;
+    m_partners[partner] = State::Connected;
+    return {.lost = false, .establish = !known, .answer = Announcement::Ack, .connected = true};
+}
+
+HandshakeStep Handshake::HeardAck(const std::string& partner) {
+    const auto found = m_partners.find(partner);
+    if (found == m_partners.end() || found->second == State::Connected) {
+        return {};
+    }
+    found->second = State::Connected;
+    return {.lost = false, .establish = false, .answer = std::nullopt, .connected = true};
+}
+
+}  // namespace applist::sim

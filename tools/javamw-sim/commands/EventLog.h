@@ -1,0 +1,48 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+
+#include "protocol/ListClient.h"
+
+namespace applist::sim {
+
+/// Turns events into lines, each with the selection read after it, in the order of the events.
+///
+/// An event says only that something happened, and it arrives before the reply to the call that
+/// caused it: the selection is asked for without waiting, and a line is held back until the lines
+/// before it are complete.
+class EventLog {
+public:
+    using Print = std::function<void(const std::string& line)>;
+
+    /// client must outlive the log.
+    EventLog(ListClient& client, Print print);
+
+    void Add(const std::string& application, const Notification& notification);
+
+    /// The application is gone: its events that wait for an answer get none. To be called before
+    /// that end is printed.
+    void Lost(const std::string& application);
+
+private:
+    struct Entry {
+        uint64_t number = 0;
+        std::string application;
+        std::string event;
+        std::string selection;  ///< Empty until known.
+    };
+    void Complete(uint64_t number, const std::string& selection);
+    void PrintCompleted();
+
+    ListClient& m_client;
+    Print m_print;
+    uint64_t m_lastNumber = 0;
+    std::deque<Entry> m_entries;
+};
+
+}  // namespace applist::sim

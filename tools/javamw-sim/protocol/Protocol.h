@@ -1,0 +1,66 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "protocol/Item.h"
+
+namespace applist::sim {
+
+/// A payload or a whole message on the bus.
+using Bytes = std::vector<char>;
+
+/// What the middleware can call; the value is the message id.
+enum class Function : int32_t {
+    SetSelection = 2000,
+    GetSelection = 2001,
+    GetAllItems = 2002,
+    RemoveAllItems = 2003,
+    AddItems = 2004,
+    AddItemAtEnd = 2005,
+    SetClicked = 2006,
+    RemoveItem = 2007,
+    ModifyItem = 2008,
+};
+
+/// What the application tells the middleware; the value is the message id.
+enum class Event : int32_t {
+    ItemChanged = 1,
+    ItemSelected = 2,
+    ItemClicked = 3,
+    LocalCreated = 4,
+};
+
+inline constexpr std::array FUNCTIONS{
+    Function::SetSelection,   Function::GetSelection, Function::GetAllItems,
+    Function::RemoveAllItems, Function::AddItems,     Function::AddItemAtEnd,
+    Function::SetClicked,     Function::RemoveItem,   Function::ModifyItem,
+};
+
+std::string_view NameOf(Function function);
+/// "Unknown" for an id that is no event.
+std::string_view NameOf(Event event);
+/// Nothing when no function has the name.
+std::optional<Function> FunctionByName(std::string_view name);
+
+/// The message that calls function with items: their forms back to back, then the id.
+Bytes EncodeCall(Function function, const Items& items);
+
+/// The items that stand back to back in payload; nothing when bytes are left that are no item.
+std::optional<Items> DecodeItems(const Bytes& payload);
+
+/// A notification taken apart.
+struct Notification {
+    Event event{};
+    size_t payloadSize = 0;
+};
+
+/// Nothing when message is too short to hold an id.
+std::optional<Notification> DecodeNotification(const Bytes& message);
+
+}  // namespace applist::sim
