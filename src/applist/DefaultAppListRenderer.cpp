@@ -50,7 +50,8 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
     m_model->AddItemSelectionListener(m_listener);
 }
 
-DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name), m_focusOpening([this] { OpenToFocus(); }) {
+DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
+    : m_name(name), m_focusOpening([this] { OpenToFocus(); }) {
     static_cast<void>(Create());
 }
 

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applist/IdleCall.h"
 
-#include <utility>
-
 #include <Ecore.h>
+#include <utility>
 
 #include "CallbackGuard.h"
 
@@ -37,6 +36,8 @@ Eina_Bool IdleCall::OnIdle(void* data) {
 void IdleCall::Run() {
     m_idler = nullptr;
     m_body();
+    // The loop goes to sleep straight after its idlers; only an event makes it draw before that.
+    ecore_job_add([](void* /*data*/) {}, nullptr);
 }
 
 }  // namespace applist

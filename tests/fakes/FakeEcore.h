@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include <Ecore.h>
 #include <Ecore_Input.h>
+#include <string>
+#include <vector>
 
 /// Timers and event handlers without a loop, over a clock that the test moves. Linking it provides
 /// ecore_timer_add(), _reset(), _del(), ecore_event_handler_add(), _del() and ECORE_EVENT_KEY_UP

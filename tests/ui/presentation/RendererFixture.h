@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Elementary.h>
 #include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include <Elementary.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -94,7 +94,7 @@ protected:
         model.history.clear();
     }
 
-    HeadlessToolkit toolkit{{std::getenv("APPLIST_TEST_THEME")}};
+    HeadlessToolkit toolkit{{APPLIST_TEST_THEME}};
     FakeListModel model;
     DefaultAppListItem a{"Alpha", "a"};
     DefaultAppListItem b{"Beta", "b"};

@@ -33,16 +33,15 @@ TEST_F(DefaultAppListRendererFocus, FollowsTheModelsSelection) {
     EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_item_bring_in(row c, 1)",
                                             "elm_object_item_focus_set(row c, true)"));
     EXPECT_THAT(model.history, ElementsAre("GetSelection"));
-    EXPECT_THAT(
-        Log(), ElementsAre(Debug("Received item selection event"),
-                           Debug("applist element data is: " + ALPHA),
-                           Debug("Found applist element that will lost focus: " + ALPHA),
-                           Debug("applist element data is: " + BETA),
-                           Debug("applist element data is: " + GAMMA),
-                           Debug("Found next focus applist element: " + GAMMA),
-                           Debug("Moved focus to other applist element"),
-                           Debug("Calling smart selection propagate: " + GAMMA),
-                           Debug("Do not propagate event up to data model")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("Received item selection event"),
+                                   Debug("applist element data is: " + ALPHA),
+                                   Debug("Found applist element that will lost focus: " + ALPHA),
+                                   Debug("applist element data is: " + BETA),
+                                   Debug("applist element data is: " + GAMMA),
+                                   Debug("Found next focus applist element: " + GAMMA),
+                                   Debug("Moved focus to other applist element"),
+                                   Debug("Calling smart selection propagate: " + GAMMA),
+                                   Debug("Do not propagate event up to data model")));
 }
 
 TEST_F(DefaultAppListRendererFocus, IsLeftAloneWhereItBelongs) {
@@ -77,25 +76,24 @@ TEST_F(DefaultAppListRendererFocus, GoesToANewRowThatIsSelected) {
     EXPECT_THAT(ToolkitCallsOf(FOCUS_CALLS), ElementsAre("elm_genlist_item_bring_in(row b, 1)",
                                                          "elm_object_item_focus_set(row b, true)"));
     EXPECT_THAT(
-        Log(),
-        ElementsAre(Debug("Received item modification event"),
-                    Debug("applist element data is: " + ALPHA),
-                    Debug("Found applist element that will lost focus: " + ALPHA),
-                    Debug("Number of items to print: 2"),
-                    Debug("Menu item append started. Item that is being to print: " + BETA),
-                    Debug("Menu item append finished"),
-                    Debug("Found newly added applist element that will have focus: " + BETA),
-                    Debug("Number of items to be removed from list is: 0"),
-                    Debug("Moved focus to other applist element"),
-                    Debug("Calling smart selection propagate: " + BETA),
-                    Debug("Do not propagate event up to data model")));
+        Log(), ElementsAre(Debug("Received item modification event"),
+                           Debug("applist element data is: " + ALPHA),
+                           Debug("Found applist element that will lost focus: " + ALPHA),
+                           Debug("Number of items to print: 2"),
+                           Debug("Menu item append started. Item that is being to print: " + BETA),
+                           Debug("Realized Item is: " + BETA), Debug("Menu item append finished"),
+                           Debug("Found newly added applist element that will have focus: " + BETA),
+                           Debug("Number of items to be removed from list is: 0"),
+                           Debug("Moved focus to other applist element"),
+                           Debug("Calling smart selection propagate: " + BETA),
+                           Debug("Do not propagate event up to data model")));
 }
 
 TEST_F(DefaultAppListRendererFocus, IsAppliedAgainWhenTheRowBecomesReal) {
     ShowFocused({&a, &b}, &b);
     DefaultAppListRenderer::OnRealized(renderer.get(), nullptr, renderer->RowOf("b"));
-    EXPECT_THAT(Log(), ElementsAre(Debug("Realized Item is: " + BETA),
-                                   Debug("Moving focus to " + BETA)));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Realized Item is: " + BETA), Debug("Moving focus to " + BETA)));
     EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_item_bring_in(row b, 1)",
                                             "elm_object_item_focus_set(row b, true)"));
     Forget();
@@ -116,8 +114,7 @@ TEST_F(DefaultAppListRendererFocus, MovedByTheViewerReachesTheModelAndEveryoneEl
                                            "AddItemSelectionListener"));
     EXPECT_THAT(Log(), ElementsAre(Debug("Calling smart selection propagate: " + BETA),
                                    Debug("Propagate event up to data model")));
-    EXPECT_EQ(model.selectionListeners.back(),
-              static_cast<ItemSelectionListener*>(renderer.get()));
+    EXPECT_EQ(model.selectionListeners.back(), static_cast<ItemSelectionListener*>(renderer.get()));
 }
 
 TEST_F(DefaultAppListRendererFocus, LeavingADeletedRowDoesNotReachTheModel) {

@@ -13,8 +13,14 @@
 namespace applist::test {
 namespace {
 
-enum Function { SET_SELECTION = 2000, REMOVE_ALL = 2003, ADD = 2004, ADD_AT_END = 2005,
-                REMOVE = 2007, MODIFY = 2008 };
+enum Function {
+    SET_SELECTION = 2000,
+    REMOVE_ALL = 2003,
+    ADD = 2004,
+    ADD_AT_END = 2005,
+    REMOVE = 2007,
+    MODIFY = 2008
+};
 
 class DefaultAppListRendererOverRemoteModel : public testing::Test {
 protected:
@@ -43,7 +49,7 @@ protected:
     }
     std::string Selection() { return remote.GetSelection()->GetUnigueId(); }
 
-    HeadlessToolkit toolkit{{std::getenv("APPLIST_TEST_THEME")}};
+    HeadlessToolkit toolkit{{APPLIST_TEST_THEME}};
     DefaultAppListModel model;
     LocalAppListModel remote{&model};
     std::unique_ptr<OpenRenderer> renderer = std::make_unique<OpenRenderer>("org.vantu.applist");

@@ -10,8 +10,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 const std::vector<std::string> ROW_CALLS = {
-    "elm_genlist_item_append", "elm_genlist_item_insert_after", "elm_genlist_item_insert_before",
-    "elm_object_item_del",     "elm_genlist_clear",
+    "elm_genlist_item_append",
+    "elm_genlist_item_insert_after",
+    "elm_genlist_item_insert_before",
+    "elm_object_item_del",
+    "elm_genlist_clear",
 };
 
 std::string Element(const std::string& nameAndId) {
@@ -66,7 +69,7 @@ TEST_F(DefaultAppListRendererRows, OfNewItemsFollowTheirPredecessor) {
         ElementsAre(Debug("Received item modification event"), Debug(Element(ALPHA)),
                     Debug(Element(BETA)), Debug("Number of items to print: 3"),
                     Debug("Menu item append started. Item that is being to print: [" + GAMMA + "]"),
-                    Debug("Menu item append finished"),
+                    Debug("Realized Item is: [" + GAMMA + "]"), Debug("Menu item append finished"),
                     Debug("Number of items to be removed from list is: 0")));
 }
 
@@ -129,8 +132,8 @@ TEST_F(DefaultAppListRendererRows, AllGoWhenTheModelIsEmptied) {
     EXPECT_EQ(renderer->Rows(), "");
     EXPECT_EQ(renderer->m_focusItem, target);
     EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_clear(genlist)"));
-    EXPECT_THAT(Log(), ElementsAre(Debug("Received item modification event"),
-                                   Debug("Clearing applist")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Received item modification event"), Debug("Clearing applist")));
 }
 
 TEST_F(DefaultAppListRendererRows, AreReportedWhenTheyBecomeReal) {
@@ -165,9 +168,8 @@ TEST_F(DefaultAppListRendererRows, ReportedAsNullAreLoggedAndIgnored) {
 TEST_F(DefaultAppListRendererRows, WithoutAnItemAreLoggedAndIgnored) {
     OpenRenderer* self = renderer.get();
     TheApp() = {};
-    Elm_Object_Item* row =
-        elm_genlist_item_append(self->m_genlist, self->m_itemClass, &a, nullptr,
-                                ELM_GENLIST_ITEM_NONE, nullptr, nullptr);
+    Elm_Object_Item* row = elm_genlist_item_append(self->m_genlist, self->m_itemClass, &a, nullptr,
+                                                   ELM_GENLIST_ITEM_NONE, nullptr, nullptr);
     elm_object_item_data_set(row, nullptr);
     DefaultAppListRenderer::OnFocus(self, nullptr, row);
     DefaultAppListRenderer::OnRealized(self, nullptr, row);

@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/presentation/ToolkitCalls.h"
 
+#include <Elementary.h>
 #include <algorithm>
 #include <map>
 #include <set>
 #include <sstream>
-
-#include <Elementary.h>
 
 #include "applist/AppListItem.h"
 
@@ -35,8 +34,7 @@ std::string Text(Eina_Bool flag) {
     return flag != EINA_FALSE ? "true" : "false";
 }
 template <typename Number>
-    requires std::is_arithmetic_v<Number> || std::is_enum_v<Number>
-std::string Text(Number number) {
+requires std::is_arithmetic_v<Number> || std::is_enum_v<Number> std::string Text(Number number) {
     std::ostringstream out;
     out << number;
     return out.str();
@@ -90,12 +88,12 @@ using namespace applist::test;
 
 // The linker sends the program's calls of NAME to __wrap_NAME, and __real_NAME to the toolkit.
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,bugprone-macro-parentheses)
-#define RECORD(name, parameters, arguments, ...)   \
-    extern "C" void __real_##name parameters;      \
-    extern "C" void __wrap_##name parameters;      \
-    extern "C" void __wrap_##name parameters {     \
-        Note(#name __VA_OPT__(, ) __VA_ARGS__);    \
-        __real_##name arguments;                   \
+#define RECORD(name, parameters, arguments, ...) \
+    extern "C" void __real_##name parameters;    \
+    extern "C" void __wrap_##name parameters;    \
+    extern "C" void __wrap_##name parameters {   \
+        Note(#name __VA_OPT__(, ) __VA_ARGS__);  \
+        __real_##name arguments;                 \
     }
 #define RECORD_MAKER(objectName, name, parameters, arguments, ...) \
     extern "C" Evas_Object* __real_##name parameters;              \
@@ -114,15 +112,14 @@ RECORD_MAKER("window", elm_win_add, (Evas_Object * parent, const char* name, Elm
 RECORD(elm_win_title_set, (Evas_Object * o, const char* text), (o, text), static_cast<void*>(o),
        text)
 RECORD(elm_win_alpha_set, (Evas_Object * o, Eina_Bool on), (o, on), static_cast<void*>(o), on)
-RECORD(elm_win_prop_focus_skip_set, (Evas_Object * o, Eina_Bool on), (o, on),
-       static_cast<void*>(o), on)
+RECORD(elm_win_prop_focus_skip_set, (Evas_Object * o, Eina_Bool on), (o, on), static_cast<void*>(o),
+       on)
 RECORD(elm_win_focus_highlight_enabled_set, (Evas_Object * o, Eina_Bool on), (o, on),
        static_cast<void*>(o), on)
 RECORD(elm_win_fullscreen_set, (Evas_Object * o, Eina_Bool on), (o, on), static_cast<void*>(o), on)
 RECORD(elm_win_resize_object_add, (Evas_Object * o, Evas_Object* sub), (o, sub),
        static_cast<void*>(o), static_cast<void*>(sub))
-RECORD_MAKER("background", elm_bg_add, (Evas_Object * parent), (parent),
-             static_cast<void*>(parent))
+RECORD_MAKER("background", elm_bg_add, (Evas_Object * parent), (parent), static_cast<void*>(parent))
 RECORD(evas_object_color_set, (Evas_Object * o, int r, int g, int b, int a), (o, r, g, b, a),
        static_cast<void*>(o), r, g, b, a)
 RECORD(evas_object_size_hint_weight_set, (Evas_Object * o, double x, double y), (o, x, y),
@@ -177,12 +174,12 @@ RECORD(elm_genlist_item_bring_in, (Elm_Object_Item * row, Elm_Genlist_Item_Scrol
 RECORD(elm_object_item_focus_set, (Elm_Object_Item * row, Eina_Bool on), (row, on),
        static_cast<void*>(row), on)
 
-#define RECORD_STYLE(name)                                                          \
-    extern "C" Eina_Bool __real_##name(Evas_Object* o, const char* style);          \
-    extern "C" Eina_Bool __wrap_##name(Evas_Object* o, const char* style);          \
-    extern "C" Eina_Bool __wrap_##name(Evas_Object* o, const char* style) {         \
-        Note(#name, static_cast<void*>(o), style);                                  \
-        return __real_##name(o, style);                                             \
+#define RECORD_STYLE(name)                                                  \
+    extern "C" Eina_Bool __real_##name(Evas_Object* o, const char* style);  \
+    extern "C" Eina_Bool __wrap_##name(Evas_Object* o, const char* style);  \
+    extern "C" Eina_Bool __wrap_##name(Evas_Object* o, const char* style) { \
+        Note(#name, static_cast<void*>(o), style);                          \
+        return __real_##name(o, style);                                     \
     }
 RECORD_STYLE(elm_object_style_set)
 RECORD_STYLE(elm_win_focus_highlight_style_set)

@@ -26,18 +26,18 @@ TEST_F(DefaultAppListControlKeys, BackClosesTheApplicationAndStopsTheEvent) {
     EXPECT_EQ(TheEcore().Release("XF86Back"), ECORE_CALLBACK_DONE);
     EXPECT_EQ(TheApp().exits, 1);
     EXPECT_THAT(TheEcore().history, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"),
-                                   Debug(ValuesLog("XF86Back")),
-                                   Debug("Return key has been hit. Closing application")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Back")),
+                            Debug("Return key has been hit. Closing application")));
 }
 
 TEST_F(DefaultAppListControlKeys, ExitClosesTheApplicationAndStopsTheEvent) {
     EXPECT_EQ(TheEcore().Release("XF86Exit"), ECORE_CALLBACK_DONE);
     EXPECT_EQ(TheApp().exits, 1);
     EXPECT_THAT(TheEcore().history, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"),
-                                   Debug(ValuesLog("XF86Exit")),
-                                   Debug("Exit key has been hit. Closing application")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Exit")),
+                            Debug("Exit key has been hit. Closing application")));
 }
 
 TEST_F(DefaultAppListControlKeys, UpOnlyRestartsTheTimer) {
@@ -63,8 +63,7 @@ TEST_F(DefaultAppListControlKeys, RightSelectsTheNextItemAndRestartsTheTimerTwic
     EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection", "SetSelection(c)"));
     EXPECT_THAT(TheEcore().history,
                 ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"),
-                                   Debug(ValuesLog("Right")),
+    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Right")),
                                    Debug("Right key has been hit. Scroll focus down."),
                                    Debug("Found focused item."), Debug(RESET_LOG),
                                    Debug("Resetting timer to its full interval: 65s")));
@@ -85,23 +84,22 @@ TEST_F(DefaultAppListControlKeys, RightOnTheLastItemSelectsTheFirst) {
     model.selection = &c;
     TheEcore().Release("Right");
     EXPECT_EQ(model.selection, &a);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"),
-                                   Debug(ValuesLog("Right")),
-                                   Debug("Right key has been hit. Scroll focus down."),
-                                   Debug("Found focused item."),
-                                   Debug("Scrolling item over to top."), Debug(RESET_LOG),
-                                   Debug("Resetting timer to its full interval: 65s")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Right")),
+                            Debug("Right key has been hit. Scroll focus down."),
+                            Debug("Found focused item."), Debug("Scrolling item over to top."),
+                            Debug(RESET_LOG), Debug("Resetting timer to its full interval: 65s")));
 }
 
 TEST_F(DefaultAppListControlKeys, LeftOnTheFirstItemSelectsTheLast) {
     model.selection = &a;
     TheEcore().Release("Left");
     EXPECT_EQ(model.selection, &c);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Left")),
-                                   Debug("Left key has been hit. Scroll focus top."),
-                                   Debug("Found focused item."),
-                                   Debug("Scrolling item over to bottom."), Debug(RESET_LOG),
-                                   Debug("Resetting timer to its full interval: 65s")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Left")),
+                            Debug("Left key has been hit. Scroll focus top."),
+                            Debug("Found focused item."), Debug("Scrolling item over to bottom."),
+                            Debug(RESET_LOG), Debug("Resetting timer to its full interval: 65s")));
 }
 
 TEST_F(DefaultAppListControlKeys, BothSelectTheOnlyItemAgain) {
@@ -122,13 +120,12 @@ TEST_F(DefaultAppListControlKeys, OnlyRestartTheTimerWhenNothingIsSelected) {
                 ElementsAre("GetAllItems", "GetSelection", "GetAllItems", "GetSelection"));
     EXPECT_THAT(TheEcore().history,
                 ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
-    EXPECT_THAT(LogMessages(),
-                ElementsAre("Executed key event function", ValuesLog("Right"),
-                            "Right key has been hit. Scroll focus down.",
-                            "Resetting timer to its full interval: 65s",
-                            "Executed key event function", ValuesLog("Left"),
-                            "Left key has been hit. Scroll focus top.",
-                            "Resetting timer to its full interval: 65s"));
+    EXPECT_THAT(LogMessages(), ElementsAre("Executed key event function", ValuesLog("Right"),
+                                           "Right key has been hit. Scroll focus down.",
+                                           "Resetting timer to its full interval: 65s",
+                                           "Executed key event function", ValuesLog("Left"),
+                                           "Left key has been hit. Scroll focus top.",
+                                           "Resetting timer to its full interval: 65s"));
 }
 
 TEST_F(DefaultAppListControlKeys, DoNotTakeAnotherObjectWithTheSameIdForTheSelectedOne) {
@@ -155,9 +152,8 @@ TEST_F(DefaultAppListControlKeys, UnknownOnesPassWithoutRestartingTheTimer) {
     EXPECT_THAT(TheEcore().history, IsEmpty());
     EXPECT_THAT(model.history, IsEmpty());
     EXPECT_EQ(TheApp().exits, 0);
-    EXPECT_THAT(LogMessages(),
-                ElementsAre("Executed key event function", ValuesLog("Return"),
-                            "Executed key event function", ValuesLog("up")));
+    EXPECT_THAT(LogMessages(), ElementsAre("Executed key event function", ValuesLog("Return"),
+                                           "Executed key event function", ValuesLog("up")));
 }
 
 TEST_F(DefaultAppListControlKeys, AreJudgedByTheirKeyNotByTheirKeyname) {
@@ -194,10 +190,9 @@ TEST_F(DefaultAppListControlKeys, WithoutEventOrControlAreLoggedAndPassOn) {
               ECORE_CALLBACK_PASS_ON);
     EXPECT_EQ(DefaultAppListControl::OnKey(control.get(), ECORE_EVENT_KEY_UP, nullptr),
               ECORE_CALLBACK_PASS_ON);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"),
-                                   Error("Event or data is NULL"),
-                                   Debug("Executed key event function"),
-                                   Error("Event or data is NULL")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed key event function"), Error("Event or data is NULL"),
+                            Debug("Executed key event function"), Error("Event or data is NULL")));
 }
 
 }  // namespace

@@ -37,8 +37,8 @@ TEST_F(DefaultAppListControlTimer, EndsTheApplicationAfter65SecondsWithoutActivi
     EXPECT_EQ(TheApp().exits, 0);
     TheEcore().Advance(0.1);
     EXPECT_EQ(TheApp().exits, 1);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed timer function"),
-                                   Debug("Calling app_efl_exit()")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed timer function"), Debug("Calling app_efl_exit()")));
 }
 
 TEST_F(DefaultAppListControlTimer, FiresOnce) {
