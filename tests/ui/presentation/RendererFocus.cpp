@@ -227,7 +227,7 @@ TEST_F(DefaultAppListRendererFocus, IsForgottenWithARendererThatGoesBeforeItsFir
     HeadlessToolkit::GiveFocus(renderer->m_window);
     model.Show({&a, &b}, &b);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(
-        [] { return std::string(Log().back().message).find("Realized") == 0; }));
+        [] { return testing::Value(LogMessages(), Contains("Realized Item is: " + ALPHA)); }));
     renderer.reset();
     HeadlessToolkit::Settle();
 }
