@@ -50,7 +50,8 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
     m_model->AddItemSelectionListener(m_listener);
 }
 
-DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name) {
+DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
+    : m_name(name), m_focusOpening([this] { OpenToFocus(); }) {
     static_cast<void>(Create());
 }
 
@@ -177,15 +178,32 @@ void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
     }
 }
 
-// A genlist cleared while one of its rows has the focus never moves it by key again, so the focus
-// is taken off the list before.
 void DefaultAppListRenderer::ClearRows() {
-    if (m_genlist == nullptr) {
-        return;
-    }
-    elm_object_focus_allow_set(m_genlist, EINA_FALSE);
+    CloseToFocus();
     elm_genlist_clear(m_genlist);
-    elm_object_focus_allow_set(m_genlist, EINA_TRUE);
+}
+
+void DefaultAppListRenderer::CloseToFocus() {
+    m_focusOpening.Drop();
+    if (m_genlist != nullptr) {
+        elm_object_focus_allow_set(m_genlist, EINA_FALSE);
+    }
+}
+
+void DefaultAppListRenderer::OpenToFocus() {
+    {
+        // The toolkit may use the permission at once, for a row of its own choice.
+        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
+        elm_object_focus_allow_set(m_genlist, EINA_TRUE);
+    }
+    FocusSelection();
+}
+
+void DefaultAppListRenderer::FocusSelection() {
+    if (m_model != nullptr) {
+        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
+        ChangeSelection(m_model->GetSelection());
+    }
 }
 
 void DefaultAppListRenderer::MoveFocusFrom(const Row* lost) {
@@ -245,23 +263,19 @@ void DefaultAppListRenderer::OnRealized(Row* row) {
         return;
     }
     LOG_ITEM("Realized Item is: ", item);
+    if (elm_object_focus_allow_get(m_genlist) == EINA_FALSE) {
+        m_focusOpening.Request();
+    }
     if (m_focusItem == row) {
         LOG_ITEM("Moving focus to ", item);
         FocusTarget();
     }
 }
 
-void DefaultAppListRenderer::OnWindowFocus(void* data, Evas_Object* /*obj*/, void* /*event_info*/) {
-    GuardCallback([data] { static_cast<DefaultAppListRenderer*>(data)->OnWindowFocus(); });
-}
-
 // The toolkit drops every request for a row's focus while the window has none, and picks a row of
 // its own, or none, when the window receives it.
-void DefaultAppListRenderer::OnWindowFocus() {
-    if (m_model != nullptr) {
-        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
-        ChangeSelection(m_model->GetSelection());
-    }
+void DefaultAppListRenderer::OnWindowFocus(void* data, Evas_Object* /*obj*/, void* /*event_info*/) {
+    GuardCallback([data] { static_cast<DefaultAppListRenderer*>(data)->FocusSelection(); });
 }
 
 void DefaultAppListRenderer::ItemSelectEvent(void* data, Evas_Object* /*obj*/, void* event_info) {

@@ -8,6 +8,7 @@
 
 #include "applist/AppListModel.h"
 #include "applist/AppListRenderer.h"
+#include "applist/IdleCall.h"
 
 // The toolkit's own names, so that whoever only creates a renderer need not include the toolkit.
 typedef struct _Eo_Opaque Evas_Object;
@@ -118,7 +119,6 @@ protected:
 private:
     void OnFocus(Row* row);
     void OnRealized(Row* row);
-    void OnWindowFocus();
     void ItemSelectEvent(Row* row);
 
     /// Points m_focusItem at the last row with target's id, null where there is none. Returns the
@@ -130,6 +130,15 @@ private:
     Row* InsertRow(AppListItem* item, Row* anchor);
     void DeleteRows(const RowsById& rows);
     void ClearRows();
+    /// Keeps the focus away from the genlist until its first rows have been drawn. Before that the
+    /// toolkit gives it to another row than the one asked for, or to none; and a genlist that is
+    /// cleared while a row has it never moves it by key again.
+    void CloseToFocus();
+    void OpenToFocus();
+    /// Gives the row of the model's selection the focus, whatever the toolkit made of it.
+    void FocusSelection();
     void MoveFocusFrom(const Row* lost);
     void FocusTarget();
+
+    applist::IdleCall m_focusOpening;
 };

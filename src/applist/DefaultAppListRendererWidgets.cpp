@@ -58,6 +58,7 @@ bool DefaultAppListRenderer::Create() {
     }
     evas_object_show(AddPopupWindow(m_window));
     m_itemClass = CreateItemClass();
+    CloseToFocus();
     evas_object_smart_callback_add(m_window, "focused", OnWindowFocus, this);
     return true;
 }

@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Elementary.h>
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
-
-#include <Elementary.h>
 
 #include "support/ChildProcess.h"
 #include "support/TemporaryDir.h"

@@ -1,0 +1,109 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "fakes/FakeEcore.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+namespace applist::test {
+
+FakeEcore& TheEcore() {
+    static FakeEcore ecore;
+    return ecore;
+}
+
+void FakeEcore::Advance(double seconds) {
+    m_now += seconds;
+    while (HasTimer() && m_timer.due <= m_now) {
+        m_timer.due += m_timer.interval;
+        if (m_timer.function(m_timer.data) == ECORE_CALLBACK_CANCEL) {
+            m_timer = {};
+        }
+    }
+}
+
+Eina_Bool FakeEcore::Send(int type, const char* keyname, const char* key) {
+    if (!HasHandler() || m_handler.type != type) {
+        return ECORE_CALLBACK_PASS_ON;
+    }
+    Ecore_Event_Key event{};
+    event.keyname = keyname;
+    event.key = key;
+    return m_handler.function(m_handler.data, type, &event);
+}
+
+Ecore_Timer* FakeEcore::AddTimer(double interval, Ecore_Task_Cb function, const void* data) {
+    std::ostringstream call;
+    call << "ecore_timer_add(" << interval << ")";
+    history.push_back(call.str());
+    if (failTimer) {
+        return nullptr;
+    }
+    EXPECT_FALSE(HasTimer()) << "one timer at a time";
+    m_timer = {interval, m_now + interval, function, const_cast<void*>(data)};
+    return reinterpret_cast<Ecore_Timer*>(&m_timer);
+}
+
+void FakeEcore::ResetTimer(Ecore_Timer* timer) {
+    history.emplace_back(timer != nullptr ? "ecore_timer_reset(timer)" : "ecore_timer_reset(null)");
+    if (timer != nullptr) {
+        EXPECT_TRUE(HasTimer()) << "reset of a timer that is gone";
+        m_timer.due = m_now + m_timer.interval;
+    }
+}
+
+void* FakeEcore::DeleteTimer(Ecore_Timer* timer) {
+    history.emplace_back("ecore_timer_del");
+    EXPECT_TRUE(timer != nullptr && HasTimer()) << "deletion of a timer that is gone";
+    void* data = m_timer.data;
+    m_timer = {};
+    return data;
+}
+
+Ecore_Event_Handler* FakeEcore::AddHandler(int type, Ecore_Event_Handler_Cb function,
+                                           const void* data) {
+    history.emplace_back(type == ECORE_EVENT_KEY_UP ? "ecore_event_handler_add(key up)"
+                                                    : "ecore_event_handler_add(?)");
+    if (failHandler) {
+        return nullptr;
+    }
+    m_handler = {type, function, const_cast<void*>(data)};
+    return reinterpret_cast<Ecore_Event_Handler*>(&m_handler);
+}
+
+void* FakeEcore::DeleteHandler(Ecore_Event_Handler* handler) {
+    history.emplace_back("ecore_event_handler_del");
+    EXPECT_TRUE(handler != nullptr && HasHandler()) << "deletion of a handler that is gone";
+    void* data = m_handler.data;
+    m_handler = {};
+    return data;
+}
+
+}  // namespace applist::test
+
+using applist::test::TheEcore;
+
+int ECORE_EVENT_KEY_DOWN = 41;
+int ECORE_EVENT_KEY_UP = 42;
+
+extern "C" Ecore_Timer* ecore_timer_add(double in, Ecore_Task_Cb func, const void* data) {
+    return TheEcore().AddTimer(in, func, data);
+}
+
+extern "C" void ecore_timer_reset(Ecore_Timer* timer) {
+    TheEcore().ResetTimer(timer);
+}
+
+extern "C" void* ecore_timer_del(Ecore_Timer* timer) {
+    return TheEcore().DeleteTimer(timer);
+}
+
+extern "C" Ecore_Event_Handler* ecore_event_handler_add(int type, Ecore_Event_Handler_Cb func,
+                                                        const void* data) {
+    return TheEcore().AddHandler(type, func, data);
+}
+
+extern "C" void* ecore_event_handler_del(Ecore_Event_Handler* event_handler) {
+    return TheEcore().DeleteHandler(event_handler);
+}

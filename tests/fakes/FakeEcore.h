@@ -1,0 +1,61 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <Ecore.h>
+#include <Ecore_Input.h>
+#include <string>
+#include <vector>
+
+/// Timers and event handlers without a loop, over a clock that the test moves. Linking it provides
+/// ecore_timer_add(), _reset(), _del(), ecore_event_handler_add(), _del() and ECORE_EVENT_KEY_UP
+/// and _DOWN.
+namespace applist::test {
+
+class FakeEcore {
+public:
+    /// Every call, oldest first: "ecore_timer_add(65)", "ecore_timer_reset(null)".
+    std::vector<std::string> history;
+    /// The next registration of the kind returns null.
+    bool failTimer = false;
+    bool failHandler = false;
+
+    /// Lets time pass; a timer that comes due is called, and again until it ends.
+    void Advance(double seconds);
+    /// Delivers a key event to the handlers of its type; the result is the last handler's, and
+    /// ECORE_CALLBACK_PASS_ON where there is none.
+    Eina_Bool Send(int type, const char* keyname, const char* key);
+    /// A key released whose keyname is its key.
+    Eina_Bool Release(const char* key) { return Send(ECORE_EVENT_KEY_UP, key, key); }
+
+    bool HasTimer() const { return m_timer.function != nullptr; }
+    bool HasHandler() const { return m_handler.function != nullptr; }
+
+    // What the replaced functions do.
+    Ecore_Timer* AddTimer(double interval, Ecore_Task_Cb function, const void* data);
+    void ResetTimer(Ecore_Timer* timer);
+    void* DeleteTimer(Ecore_Timer* timer);
+    Ecore_Event_Handler* AddHandler(int type, Ecore_Event_Handler_Cb function, const void* data);
+    void* DeleteHandler(Ecore_Event_Handler* handler);
+
+private:
+    struct Timer {
+        double interval = 0;
+        double due = 0;
+        Ecore_Task_Cb function = nullptr;
+        void* data = nullptr;
+    };
+    struct Handler {
+        int type = 0;
+        Ecore_Event_Handler_Cb function = nullptr;
+        void* data = nullptr;
+    };
+    double m_now = 0;
+    Timer m_timer;
+    Handler m_handler;
+};
+
+/// The one loop of the process; tests assign FakeEcore{} to start afresh.
+FakeEcore& TheEcore();
+
+}  // namespace applist::test

@@ -1,0 +1,175 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <Elementary.h>
+#include <cstdlib>
+
+#include "ui/presentation/RendererFixture.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class DefaultAppListRendererConstruction : public testing::Test {
+protected:
+    DefaultAppListRendererConstruction() {
+        TheApp() = {};
+        WinsetMessages().clear();
+        ClearLog();
+        ToolkitCalls().clear();
+    }
+
+    static std::unique_ptr<OpenRenderer> Build() {
+        return std::make_unique<OpenRenderer>("org.vantu.applist");
+    }
+
+    HeadlessToolkit toolkit{{APPLIST_TEST_THEME}};
+    FakeListModel model;
+};
+
+TEST_F(DefaultAppListRendererConstruction, BuildsWindowPopupAndGenlistInOrder) {
+    elm_config_scale_set(1.5);
+    const auto renderer = Build();
+    EXPECT_THAT(
+        ToolkitCalls(),
+        ElementsAre(
+            "elm_config_focus_highlight_animate_set(true)",
+            "elm_win_add(null, \"org.vantu.applist\", 1)",
+            "elm_win_title_set(window, \"org.vantu.applist\")", "elm_win_alpha_set(window, true)",
+            "elm_win_prop_focus_skip_set(window, false)",
+            "elm_win_focus_highlight_style_set(window, \"invisible\")",
+            "elm_win_focus_highlight_enabled_set(window, true)",
+            "elm_win_fullscreen_set(window, true)",
+
+            "elm_bg_add(window)", "evas_object_color_set(background, 0, 0, 0, 0)",
+            "evas_object_size_hint_weight_set(background, 1, 1)",
+            "elm_win_resize_object_add(window, background)", "evas_object_show(background)",
+            "evas_object_move(window, 0, 0)", "evas_object_resize(window, 1920, 1080)",
+            "evas_object_show(window)",
+
+            "elm_popup_add(window)", "elm_object_style_set(popup, \"default\")",
+            "elm_object_part_text_set(popup, \"title,text\", "
+            "\"translated(TV_DATA_SERVICE_LIST)\")",
+            "evas_object_size_hint_weight_set(popup, 1, 1)",
+            "evas_object_size_hint_align_set(popup, -1, -1)",
+
+            "elm_genlist_add(popup)", "elm_object_scroll_item_loop_enabled_set(genlist, true)",
+            "evas_object_smart_callback_add(genlist, \"item,focused\")",
+            "evas_object_smart_callback_add(genlist, \"realized\")", "evas_object_show(genlist)",
+
+            "elm_table_add(popup)", "evas_object_rectangle_add(?)",
+            "evas_object_size_hint_min_set(rectangle, 450, 637)",
+            "evas_object_size_hint_weight_set(rectangle, 1, 1)",
+            "evas_object_size_hint_align_set(rectangle, -1, -1)",
+            "elm_table_pack(table, rectangle, 0, 0, 1, 1)",
+            "evas_object_size_hint_weight_set(genlist, 1, 1)",
+            "evas_object_size_hint_align_set(genlist, -1, -1)",
+            "elm_table_pack(table, genlist, 0, 0, 1, 1)",
+
+            "evas_object_size_hint_weight_set(table, 0, 1)",
+            "evas_object_size_hint_align_set(table, -1, -1)", "evas_object_show(table)",
+            "elm_object_part_content_set(popup, null, table)", "evas_object_show(popup)",
+
+            "evas_object_show(popup)", "evas_object_smart_callback_add(window, \"focused\")"));
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(DefaultAppListRendererConstruction, TellsTheThemeWhichPopupItIs) {
+    const auto renderer = Build();
+    ASSERT_EQ(WinsetMessages().size(), 1U);
+    EXPECT_EQ(WinsetMessages()[0].second, 220);
+    EXPECT_STREQ(elm_object_style_get(WinsetMessages()[0].first), "default");
+}
+
+TEST_F(DefaultAppListRendererConstruction, GivesAllRowsOneClass) {
+    const auto renderer = Build();
+    const Elm_Genlist_Item_Class& rows = *renderer->m_itemClass;
+    EXPECT_STREQ(rows.item_style, "1text_left_styleA");
+    EXPECT_EQ(rows.func.text_get, &DefaultAppListRenderer::ItemLabelGetFunction);
+    EXPECT_EQ(rows.func.content_get, nullptr);
+    EXPECT_EQ(rows.func.state_get, nullptr);
+    EXPECT_EQ(rows.func.del, nullptr);
+}
+
+TEST_F(DefaultAppListRendererConstruction, TakesTheWindowThatThePlatformPrepared) {
+    TheApp().preinitializedWindow = elm_win_add(nullptr, "prepared", ELM_WIN_DIALOG_BASIC);
+    ToolkitCalls().clear();
+    const auto renderer = Build();
+    EXPECT_EQ(renderer->m_window, TheApp().preinitializedWindow);
+    EXPECT_THAT(TheApp().windowRequests, ElementsAre("org.vantu.applist"));
+    EXPECT_THAT(ToolkitCallsOf({"elm_win_add"}), IsEmpty());
+    EXPECT_STREQ(elm_win_title_get(renderer->m_window), "org.vantu.applist");
+}
+
+TEST_F(DefaultAppListRendererConstruction, GoesOnWithoutAWindow) {
+    FailNext("elm_win_add");
+    auto renderer = Build();
+    EXPECT_EQ(renderer->m_window, nullptr);
+    EXPECT_EQ(renderer->m_background, nullptr);
+    EXPECT_EQ(renderer->m_genlist, nullptr);
+    EXPECT_EQ(renderer->m_itemClass, nullptr);
+    EXPECT_THAT(Log(), ElementsAre(Error("create window failed"), Error("add m_window failed")));
+
+    DefaultAppListItem item("Alpha", "a");
+    renderer->SetModel(&model);
+    model.Show({&item}, &item);
+    model.Select(&item);
+    model.Show({}, nullptr);
+    HeadlessToolkit::Settle();
+    renderer.reset();
+    EXPECT_THAT(ToolkitCallsOf({"evas_object_del", "elm_genlist_item_class_free"}), IsEmpty());
+}
+
+TEST_F(DefaultAppListRendererConstruction, GoesOnWithoutABackground) {
+    FailNext("elm_bg_add");
+    auto renderer = Build();
+    EXPECT_EQ(renderer->m_window, nullptr);
+    EXPECT_EQ(renderer->m_genlist, nullptr);
+    EXPECT_THAT(Log(), ElementsAre(Error("Creating background failed. Exiting..."),
+                                   Error("add m_window failed")));
+    EXPECT_THAT(ToolkitCallsOf({"evas_object_show", "elm_popup_add"}), IsEmpty());
+}
+
+TEST_F(DefaultAppListRendererConstruction, ListensToTheModelWithoutFillingTheList) {
+    const auto renderer = Build();
+    renderer->SetModel(&model);
+    EXPECT_THAT(model.history, ElementsAre("AddItemSelectionListener", "AddItemChangeListener"));
+    EXPECT_EQ(renderer->Rows(), "");
+}
+
+TEST_F(DefaultAppListRendererConstruction, IsTakenDownWindowFirst) {
+    auto renderer = Build();
+    renderer->SetModel(&model);
+    ToolkitCalls().clear();
+    model.history.clear();
+    renderer.reset();
+    EXPECT_THAT(ToolkitCalls(),
+                ElementsAre("evas_object_del(window)", "evas_object_del(background)",
+                            "elm_genlist_item_class_free()"));
+    EXPECT_THAT(model.history,
+                ElementsAre("RemoveItemSelectionListener", "RemoveItemChangeListener"));
+}
+
+TEST_F(DefaultAppListRendererConstruction, IsTakenDownWithoutAModel) {
+    Build().reset();
+    EXPECT_THAT(model.history, IsEmpty());
+}
+
+TEST_F(DefaultAppListRendererConstruction, LabelsOnlyTheTextPart) {
+    DefaultAppListItem item("Alpha <b> & more", "a");
+    char* label = DefaultAppListRenderer::ItemLabelGetFunction(&item, nullptr, "elm.text");
+    EXPECT_STREQ(label, "Alpha <b> & more");
+    std::free(label);
+    EXPECT_EQ(DefaultAppListRenderer::ItemLabelGetFunction(&item, nullptr, "elm.text.sub"),
+              nullptr);
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(DefaultAppListRendererConstruction, LogsALabelRequestWithoutItem) {
+    EXPECT_EQ(DefaultAppListRenderer::ItemLabelGetFunction(nullptr, nullptr, "elm.text"), nullptr);
+    EXPECT_THAT(Log(), ElementsAre(Error("Item data is NULL")));
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,236 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/presentation/RendererFixture.h"
+
+namespace applist::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+const std::vector<std::string> FOCUS_CALLS = {"elm_genlist_item_bring_in",
+                                              "elm_object_item_focus_set"};
+
+const std::string ALPHA = "[name: Alpha, unique id: a]";
+const std::string BETA = "[name: Beta, unique id: b]";
+const std::string GAMMA = "[name: Gamma, unique id: c]";
+
+/// A selection listener that stands beside the renderer, as the key control does.
+class CountingListener : public ItemSelectionListener {
+public:
+    void ItemSelected(AppListModel* /*model*/) override { ++selections; }
+    int selections = 0;
+};
+
+class DefaultAppListRendererFocus : public RendererTest {};
+
+TEST_F(DefaultAppListRendererFocus, FollowsTheModelsSelection) {
+    ShowFocused({&a, &b, &c}, &a);
+    model.Select(&c);
+    EXPECT_EQ(renderer->FocusedRow(), "c");
+    EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_item_bring_in(row c, 1)",
+                                            "elm_object_item_focus_set(row c, true)"));
+    EXPECT_THAT(model.history, ElementsAre("GetSelection"));
+    EXPECT_THAT(Log(), ElementsAre(Debug("Received item selection event"),
+                                   Debug("applist element data is: " + ALPHA),
+                                   Debug("Found applist element that will lost focus: " + ALPHA),
+                                   Debug("applist element data is: " + BETA),
+                                   Debug("applist element data is: " + GAMMA),
+                                   Debug("Found next focus applist element: " + GAMMA),
+                                   Debug("Moved focus to other applist element"),
+                                   Debug("Calling smart selection propagate: " + GAMMA),
+                                   Debug("Do not propagate event up to data model")));
+}
+
+TEST_F(DefaultAppListRendererFocus, IsLeftAloneWhereItBelongs) {
+    ShowFocused({&a, &b}, &b);
+    model.Select(&b);
+    model.Show({&a, &b}, &b);
+    EXPECT_THAT(ToolkitCallsOf(FOCUS_CALLS), IsEmpty());
+    EXPECT_THAT(LogMessages(), Not(Contains("Moved focus to other applist element")));
+}
+
+TEST_F(DefaultAppListRendererFocus, StaysWhenTheSelectionIsNotInTheList) {
+    ShowFocused({&a, &b}, &a);
+    model.Select(&c);
+    EXPECT_EQ(renderer->FocusedRow(), "a");
+    EXPECT_EQ(renderer->m_focusItem, nullptr);
+    EXPECT_THAT(ToolkitCallsOf(FOCUS_CALLS), IsEmpty());
+    EXPECT_THAT(LogMessages(), Contains("Moved focus to other applist element"));
+}
+
+TEST_F(DefaultAppListRendererFocus, IsNotGivenToTheRowOfASelectionThatVanishes) {
+    ShowFocused({&a, &b}, &a);
+    model.Show({&b}, &a);
+    EXPECT_EQ(renderer->m_focusItem, nullptr);
+    EXPECT_THAT(ToolkitCallsOf(FOCUS_CALLS), IsEmpty());
+    EXPECT_THAT(LogMessages(), Contains("Moved focus to other applist element"));
+}
+
+TEST_F(DefaultAppListRendererFocus, GoesToANewRowThatIsSelected) {
+    ShowFocused({&a}, &a);
+    model.Show({&a, &b}, &b);
+    EXPECT_EQ(renderer->FocusedRow(), "b");
+    EXPECT_THAT(ToolkitCallsOf(FOCUS_CALLS), ElementsAre("elm_genlist_item_bring_in(row b, 1)",
+                                                         "elm_object_item_focus_set(row b, true)"));
+    EXPECT_THAT(
+        Log(), ElementsAre(Debug("Received item modification event"),
+                           Debug("applist element data is: " + ALPHA),
+                           Debug("Found applist element that will lost focus: " + ALPHA),
+                           Debug("Number of items to print: 2"),
+                           Debug("Menu item append started. Item that is being to print: " + BETA),
+                           Debug("Realized Item is: " + BETA), Debug("Menu item append finished"),
+                           Debug("Found newly added applist element that will have focus: " + BETA),
+                           Debug("Number of items to be removed from list is: 0"),
+                           Debug("Moved focus to other applist element"),
+                           Debug("Calling smart selection propagate: " + BETA),
+                           Debug("Do not propagate event up to data model")));
+}
+
+TEST_F(DefaultAppListRendererFocus, IsAppliedAgainWhenTheRowBecomesReal) {
+    ShowFocused({&a, &b}, &b);
+    DefaultAppListRenderer::OnRealized(renderer.get(), nullptr, renderer->RowOf("b"));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Realized Item is: " + BETA), Debug("Moving focus to " + BETA)));
+    EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_item_bring_in(row b, 1)",
+                                            "elm_object_item_focus_set(row b, true)"));
+    Forget();
+    DefaultAppListRenderer::OnRealized(renderer.get(), nullptr, renderer->RowOf("a"));
+    EXPECT_THAT(Log(), ElementsAre(Debug("Realized Item is: " + ALPHA)));
+    EXPECT_THAT(ToolkitCalls(), IsEmpty());
+}
+
+TEST_F(DefaultAppListRendererFocus, MovedByTheViewerReachesTheModelAndEveryoneElse) {
+    CountingListener other;
+    model.AddItemSelectionListener(&other);
+    ShowFocused({&a, &b}, &a);
+    HeadlessToolkit::PressKey("Down");
+    EXPECT_EQ(renderer->FocusedRow(), "b");
+    EXPECT_EQ(model.selection, &b);
+    EXPECT_EQ(other.selections, 1);
+    EXPECT_THAT(model.history, ElementsAre("RemoveItemSelectionListener", "SetSelection(b)",
+                                           "AddItemSelectionListener"));
+    EXPECT_THAT(Log(), ElementsAre(Debug("Calling smart selection propagate: " + BETA),
+                                   Debug("Propagate event up to data model")));
+    EXPECT_EQ(model.selectionListeners.back(), static_cast<ItemSelectionListener*>(renderer.get()));
+}
+
+TEST_F(DefaultAppListRendererFocus, LeavingADeletedRowDoesNotReachTheModel) {
+    ShowFocused({&a, &b, &c}, &b);
+    model.Show({&a, &c}, &c);
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(renderer->FocusedRow(), "c");
+    EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection"));
+}
+
+TEST_F(DefaultAppListRendererFocus, ComesToTheSelectedRowWhenTheWindowReceivesIt) {
+    model.Show({&a, &b, &c}, nullptr);
+    model.Select(&a);
+    model.Select(&c);
+    HeadlessToolkit::Settle();
+    HeadlessToolkit::GiveFocus(renderer->m_window);
+    EXPECT_EQ(renderer->FocusedRow(), "c");
+    EXPECT_THAT(model.history, Not(Contains(testing::StartsWith("SetSelection"))));
+}
+
+TEST_F(DefaultAppListRendererFocus, ComesToTheSelectedRowWhenTheWindowReceivesItBeforeARowIsDrawn) {
+    model.Show({&a, &b, &c}, nullptr);
+    model.Select(&a);
+    model.Select(&c);
+    HeadlessToolkit::GiveFocus(renderer->m_window);
+    EXPECT_EQ(renderer->FocusedRow(), "c");
+    EXPECT_THAT(model.history, Not(Contains(testing::StartsWith("SetSelection"))));
+}
+
+TEST_F(DefaultAppListRendererFocus, ComesToTheRowThatWasSelectedWhileTheWindowHadNone) {
+    ShowFocused({&a, &b, &c}, &a);
+    HeadlessToolkit::TakeFocus(renderer->m_window);
+    model.Select(&c);
+    Forget();
+    HeadlessToolkit::GiveFocus(renderer->m_window);
+    EXPECT_EQ(renderer->FocusedRow(), "c");
+    EXPECT_EQ(model.selection, &c);
+    EXPECT_THAT(model.history, ElementsAre("GetSelection"));
+}
+
+/// The first rows that a list ever shows: how many, and which is selected before they are drawn.
+class DefaultAppListRendererFirstFocus : public RendererTest,
+                                         public testing::WithParamInterface<std::pair<int, int>> {};
+
+TEST_P(DefaultAppListRendererFirstFocus, IsTheSelectedRowAndMovesFromThere) {
+    HeadlessToolkit::GiveFocus(renderer->m_window);
+    std::vector<AppListItem*> items{&a, &b, &c};
+    items.resize(static_cast<size_t>(GetParam().first));
+    AppListItem* selected = items[static_cast<size_t>(GetParam().second)];
+    model.Show(items, nullptr);
+    model.Select(items.front());
+    model.Select(selected);
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(renderer->FocusedRow(), selected->GetUnigueId());
+    EXPECT_THAT(model.history, Not(Contains(testing::StartsWith("SetSelection"))));
+    HeadlessToolkit::PressKey("Up");
+    const int above = std::max(GetParam().second - 1, 0);
+    EXPECT_EQ(renderer->FocusedRow(), items[static_cast<size_t>(above)]->GetUnigueId());
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, DefaultAppListRendererFirstFocus,
+                         testing::Values(std::pair(1, 0), std::pair(2, 0), std::pair(2, 1),
+                                         std::pair(3, 0), std::pair(3, 1), std::pair(3, 2)),
+                         [](const auto& test) {
+                             return std::to_string(test.param.first) + "Selected" +
+                                    std::to_string(test.param.second);
+                         });
+
+TEST_F(DefaultAppListRendererFocus, MovesByKeyAfterTheListWasClearedAndFilledAgain) {
+    ShowFocused({&a, &b}, &b);
+    model.Show({}, nullptr);
+    HeadlessToolkit::Settle();
+    EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection"));
+    model.Show({&a, &b, &c}, &a);
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(renderer->FocusedRow(), "a");
+    HeadlessToolkit::PressKey("Down");
+    EXPECT_EQ(renderer->FocusedRow(), "b");
+    EXPECT_EQ(model.selection, &b);
+}
+
+TEST_F(DefaultAppListRendererFocus, SurvivesAClearAndRefillInOneGo) {
+    ShowFocused({&a, &b}, &a);
+    model.Show({}, nullptr);
+    model.Show({&c, &b}, &b);
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(renderer->FocusedRow(), "b");
+    HeadlessToolkit::PressKey("Up");
+    EXPECT_EQ(renderer->FocusedRow(), "c");
+}
+
+TEST_F(DefaultAppListRendererFocus, FollowsWhenEveryRowIsReplaced) {
+    ShowFocused({&a}, &a);
+    model.Show({&b, &c}, &c);
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(renderer->FocusedRow(), "c");
+    HeadlessToolkit::PressKey("Up");
+    EXPECT_EQ(renderer->FocusedRow(), "b");
+}
+
+TEST_F(DefaultAppListRendererFocus, GoesQuietlyWithTheWindow) {
+    ShowFocused({&a, &b}, &b);
+    renderer.reset();
+    EXPECT_THAT(model.history,
+                ElementsAre("RemoveItemSelectionListener", "RemoveItemChangeListener"));
+    HeadlessToolkit::Settle();
+}
+
+TEST_F(DefaultAppListRendererFocus, IsForgottenWithARendererThatGoesBeforeItsFirstRowsWereServed) {
+    HeadlessToolkit::GiveFocus(renderer->m_window);
+    model.Show({&a, &b}, &b);
+    ASSERT_TRUE(HeadlessToolkit::RunUntil(
+        [] { return testing::Value(LogMessages(), Contains("Realized Item is: " + ALPHA)); }));
+    renderer.reset();
+    HeadlessToolkit::Settle();
+}
+
+}  // namespace
+}  // namespace applist::test
