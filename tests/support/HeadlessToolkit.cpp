@@ -202,7 +202,7 @@ void HeadlessToolkit::OnLog(const Eina_Log_Domain* domain, Eina_Log_Level level,
         return;
     }
     std::array<char, 1024> text{};
-    std::vsnprintf(text.data(), text.size(), format, arguments);
+    static_cast<void>(std::vsnprintf(text.data(), text.size(), format, arguments));
     static_cast<HeadlessToolkit*>(data)->OnError(std::string(domain->name) + ": " + function +
                                                  "() " + text.data());
 }
