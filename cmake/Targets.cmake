@@ -29,12 +29,15 @@ function(applist_add_test name)
     if(arg_DEPENDS)
         add_dependencies(${name} ${arg_DEPENDS})
     endif()
+    # The discovery mangles a property that is a list, as an environment of several variables is;
+    # so env sets them, which becomes the test itself. The sanitizer looks at started programs, too.
+    set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR
+        "/usr/bin/env;APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${arg_ENVIRONMENT}")
     include(GoogleTest)
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
         PROPERTIES
             LABELS ${arg_LABEL}
-            TIMEOUT ${arg_TIMEOUT}
-            ENVIRONMENT "APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};${arg_ENVIRONMENT}")
+            TIMEOUT ${arg_TIMEOUT})
 endfunction()

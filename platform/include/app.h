@@ -11,7 +11,7 @@ extern "C" {
 /* The life of an application, as the platform runs it. All functions belong to the thread that
  * called ui_app_main(), and all callbacks come on it, one at a time. */
 
-typedef struct _Eo_Opaque Evas_Object;
+typedef struct _Eo_Opaque Evas_Object; /* NOLINT: the toolkit's own name for it */
 struct app_control_s;
 
 /* The callbacks of one application. All five must be set. Each receives the user data given to
@@ -23,7 +23,8 @@ typedef struct ui_app_callbacks {
     /* The loop has ended: take everything down. Called once after each successful create, while
      * the toolkit still works. */
     void (*terminate)(void* user_data);
-    /* The application's window is no longer visible. */
+    /* The application's window is no longer visible. Not called before the first resume, nor for
+     * windows that go in terminate. */
     void (*pause)(void* user_data);
     /* The application's window is visible (again). */
     void (*resume)(void* user_data);
@@ -32,7 +33,8 @@ typedef struct ui_app_callbacks {
     void (*app_control)(struct app_control_s* request, void* user_data);
 } ui_app_callbacks;
 
-/* Runs the application until ui_app_exit(), SIGTERM or SIGINT.
+/* Runs the application until ui_app_exit(), SIGTERM, SIGINT or the wish of the window manager to
+ * close its window.
  *
  * callbacks and user_data must outlive the call; the table is not copied. Returns 0 after a normal
  * run, and also when another instance of the program was already running and has taken over the
@@ -41,7 +43,8 @@ typedef struct ui_app_callbacks {
 int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, void* user_data);
 
 /* Asks the loop of ui_app_main() to end; returns at once. May be called from any callback, from
- * create on, and any number of times. Outside ui_app_main() it does nothing. */
+ * create on, and any number of times. Asked for in create, the end comes after the first launch
+ * request has been delivered. Outside ui_app_main() it does nothing. */
 void ui_app_exit(void);
 
 /* The window that the platform has made ready for the application called name before it asked for

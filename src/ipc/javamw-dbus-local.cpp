@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ipc/javamw-dbus-local.h"
 
-#include <cstdio>
+#include <iostream>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -27,8 +28,7 @@ std::string TextOf(const std::vector<char>& data) {
 }
 
 void PrintLine(const std::vector<char>& data) {
-    std::fwrite(data.data(), 1, data.size(), stdout);
-    std::fputc('\n', stdout);
+    std::cout.write(data.data(), std::ssize(data)) << '\n';
 }
 
 void Unwatch(uint32_t& id) {

@@ -10,7 +10,8 @@
 
 #include "PTMutex.h"
 
-// GIO's types by name only, so that this header can be used without GIO.
+// GIO's types by name only, so that this header can be used without GIO. The underscores are GIO's.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 typedef struct _GError GError;
 typedef struct _GDBusConnection GDBusConnection;
 typedef struct _GDBusInterfaceVTable GDBusInterfaceVTable;
@@ -18,6 +19,7 @@ typedef struct _GDBusMethodInvocation GDBusMethodInvocation;
 typedef struct _GDBusNodeInfo GDBusNodeInfo;
 typedef struct _GDBusProxy GDBusProxy;
 typedef struct _GVariant GVariant;
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 /// What the transport knows of one partner. It owns the resources that its ids and the proxy name.
 struct ConnectionPartner {

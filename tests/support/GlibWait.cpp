@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/GlibWait.h"
 
-#include <gio/gio.h>
-
 namespace applist::test {
 namespace {
 

@@ -5,9 +5,9 @@
 #include <chrono>
 #include <functional>
 
-#include "support/ChildProcess.h"
+#include <gio/gio.h>
 
-typedef struct _GDBusConnection GDBusConnection;
+#include "support/ChildProcess.h"
 
 namespace applist::test {
 

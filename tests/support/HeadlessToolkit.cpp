@@ -69,6 +69,15 @@ void SendKey(int type, const std::string& key) {
     ecore_event_add(type, event, nullptr, nullptr);
 }
 
+// Ends the wait before it begins once the condition holds.
+Eina_Bool OnBeforeWait(void* data) {
+    const auto& condition = *static_cast<const std::function<bool()>*>(data);
+    if (condition()) {
+        ecore_job_add([](void*) {}, nullptr);
+    }
+    return ECORE_CALLBACK_RENEW;
+}
+
 }  // namespace
 
 HeadlessToolkit::HeadlessToolkit(const std::vector<std::filesystem::path>& themes) {
@@ -96,34 +105,25 @@ HeadlessToolkit::~HeadlessToolkit() {
 
 bool HeadlessToolkit::RunUntil(const std::function<bool()>& condition,
                                std::chrono::milliseconds patience) {
-    struct Wait {
-        const std::function<bool()>& condition;
-        bool holds;
-    } wait{condition, condition()};
-    if (wait.holds) {
-        return true;
-    }
-    Ecore_Idle_Enterer* asking = ecore_idle_enterer_add(
+    bool late = false;
+    const double seconds = std::chrono::duration<double>(patience).count();
+    Ecore_Timer* timer = ecore_timer_add(
+        seconds,
         [](void* data) -> Eina_Bool {
-            auto* self = static_cast<Wait*>(data);
-            self->holds = self->condition();
-            if (self->holds) {
-                ecore_main_loop_quit();
-            }
+            *static_cast<bool*>(data) = true;
             return ECORE_CALLBACK_RENEW;
         },
-        &wait);
-    Ecore_Timer* end = ecore_timer_add(
-        std::chrono::duration<double>(patience).count(),
-        [](void* /*data*/) -> Eina_Bool {
-            ecore_main_loop_quit();
-            return ECORE_CALLBACK_RENEW;
-        },
-        nullptr);
-    ecore_main_loop_begin();
-    ecore_timer_del(end);
-    ecore_idle_enterer_del(asking);
-    return wait.holds;
+        &late);
+    // A turn runs timers before it waits: what they brought about is looked at before the wait.
+    Ecore_Idle_Enterer* beforeWait = ecore_idle_enterer_add(OnBeforeWait, &condition);
+    bool holds = condition();
+    while (!holds && !late) {
+        ecore_main_loop_iterate_may_block(1);
+        holds = condition();
+    }
+    ecore_idle_enterer_del(beforeWait);
+    ecore_timer_del(timer);
+    return holds;
 }
 
 void HeadlessToolkit::Settle() {

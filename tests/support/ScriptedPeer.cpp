@@ -3,11 +3,10 @@
 #include "support/ScriptedPeer.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <iterator>
 
-#include <gio/gio.h>
 #include <gtest/gtest.h>
 
 #include "support/GlibWait.h"
@@ -37,7 +36,7 @@ std::vector<char> Unwrap(GVariant* tuple) {
 
 void DieOf(GError* error) {
     if (error != nullptr) {
-        std::fprintf(stderr, "scripted peer: %s\n", error->message);
+        std::cerr << "scripted peer: " << error->message << std::endl;
         std::abort();
     }
 }
@@ -89,10 +88,11 @@ void ScriptedPeer::ListenTo(const std::string& name) {
 
 void ScriptedPeer::CallDaemon(const char* method, GVariant* parameters) {
     GError* error = nullptr;
-    g_autoptr(GVariant) reply = g_dbus_connection_call_sync(
+    GVariant* reply = g_dbus_connection_call_sync(
         m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
         method, parameters, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error);
     DieOf(error);
+    g_variant_unref(reply);
 }
 
 void ScriptedPeer::Own(const std::string& ending) {

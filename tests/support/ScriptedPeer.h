@@ -6,10 +6,7 @@
 #include <string>
 #include <vector>
 
-typedef struct _GAsyncResult GAsyncResult;
-typedef struct _GDBusConnection GDBusConnection;
-typedef struct _GObject GObject;
-typedef struct _GVariant GVariant;
+#include <gio/gio.h>
 
 namespace applist::test {
 

@@ -10,6 +10,9 @@
 namespace applist::test {
 namespace {
 
+// The bar of the focused row in the desktop's theme.
+constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
+
 constexpr const char* THREE_ITEMS = "a\tAlpha\nb\tBravo\nc\tCharlie\n";
 
 std::vector<std::string> Joined(std::vector<std::string> first,
@@ -82,15 +85,22 @@ void Television::ShowThreeItems() {
     m_middleware = StartMiddlewareWithThreeItems();
     m_application = StartApplication();
     ASSERT_TRUE(m_middleware->SeesSelected("a", "Alpha")) << m_middleware->Transcript();
-    ASSERT_TRUE(m_middleware->Sees("filled")) << m_middleware->Transcript();
-    ASSERT_TRUE(WaitForFocus());
+    ASSERT_TRUE(WaitForFocusedRow());
 }
 
-bool Television::WaitForFocus() {
+bool Television::WaitForWindow() {
     return m_screen.WaitUntil([this] {
         const XlibWindow window = m_screen.WindowTitled("org.vantu.applist");
         return window != 0 && m_screen.FocusedWindow() == window;
     });
+}
+
+bool Television::WaitForFocusedRow() {
+    return WaitForWindow() && m_screen.WaitUntil([this] { return m_screen.Shows(FOCUS_COLOUR); });
+}
+
+bool Television::WaitForNoFocusedRow() {
+    return m_screen.WaitUntil([this] { return !m_screen.Shows(FOCUS_COLOUR); });
 }
 
 int Television::Configure(const std::vector<std::string>& arguments) {

@@ -49,7 +49,10 @@ public:
     void ShowThreeItems();
 
     /// Waits until the list's window gets the keys; true iff it does in time.
-    bool WaitForFocus();
+    bool WaitForWindow();
+    /// Waits until a row with the focus mark stands on the screen, or none; true iff so in time.
+    bool WaitForFocusedRow();
+    bool WaitForNoFocusedRow();
     /// Runs platformctl and returns its exit status.
     int Configure(const std::vector<std::string>& arguments);
     std::string WriteFile(const std::string& name, const std::string& content);

@@ -19,6 +19,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr std::chrono::milliseconds LOOK_AGAIN{250};
 constexpr uint32_t COLOUR_MASK = 0xFFFFFF;
 
 struct FreeXlib {
@@ -45,12 +46,15 @@ std::unique_ptr<XImage, FreeImage> Grab(Display* display, Window window, int x, 
 }
 
 std::string TitleOf(Display* display, Window window) {
-    char* title = nullptr;
-    if (XFetchName(display, window, &title) == 0) {
-        return {};
-    }
-    const std::unique_ptr<char, FreeXlib> owner(title);
-    return title;
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* title = nullptr;
+    XGetWindowProperty(display, window, XInternAtom(display, "_NET_WM_NAME", False), 0, 256, False,
+                       AnyPropertyType, &type, &format, &count, &left, &title);
+    const std::unique_ptr<unsigned char, FreeXlib> owner(title);
+    return format == 8 ? std::string(reinterpret_cast<const char*>(title), count) : std::string();
 }
 
 bool IsMapped(Display* display, Window window) {
@@ -154,7 +158,9 @@ void XDisplay::TypeKey(const std::string& name) {
     ReleaseKey(name);
 }
 
-void XDisplay::TypeKeyCode(unsigned int code) {
+void XDisplay::TypeKeyWithSymbol(unsigned long symbol, unsigned int code) {
+    KeySym symbols[] = {symbol};
+    XChangeKeyboardMapping(m_display, static_cast<int>(code), 1, symbols, 1);
     SendKey(code, true);
     SendKey(code, false);
 }
@@ -171,12 +177,14 @@ bool XDisplay::WaitUntil(const std::function<bool()>& condition,
         if (XPending(m_display) > 0) {
             continue;
         }
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        const auto now = Clock::now();
         pollfd connection{ConnectionNumber(m_display), POLLIN, 0};
-        if (left.count() <= 0 || poll(&connection, 1, static_cast<int>(left.count())) <= 0) {
+        if (now >= deadline) {
             return false;
         }
+        // A compositor may paint without an event reaching us; look again now and then.
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - now);
+        poll(&connection, 1, static_cast<int>(std::min(left, LOOK_AGAIN).count()));
     }
 }
 

@@ -47,8 +47,8 @@ public:
     void PressKey(const std::string& name);
     void ReleaseKey(const std::string& name);
     void TypeKey(const std::string& name);
-    /// The same by the keyboard's code, for keys without a name.
-    void TypeKeyCode(unsigned int code);
+    /// The same for a symbol that has no X name, put on the key with this code first.
+    void TypeKeyWithSymbol(unsigned long symbol, unsigned int code);
 
     /// Waits until the condition, asked again after anything happens on the screen, holds; true iff
     /// it does in time.

@@ -210,6 +210,7 @@ Result<CommandLine> ParseCommandLine(const std::vector<std::string>& arguments) 
         char* help = g_option_context_get_help(context.get(), TRUE, nullptr);
         line.help = help;
         g_free(help);
+        line.help.erase(line.help.find_last_not_of('\n') + 1);
         return line;
     }
     if (error.empty()) {

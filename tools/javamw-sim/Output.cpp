@@ -15,7 +15,7 @@ std::string OneLine(const std::string& text) {
             line += "\\\\";
         } else if (byte < 0x20 || byte == 0x7F) {
             std::array<char, sizeof "\\x00"> code{};
-            std::snprintf(code.data(), code.size(), "\\x%02x", byte);
+            static_cast<void>(std::snprintf(code.data(), code.size(), "\\x%02x", byte));
             line += code.data();
         } else {
             line += character;
@@ -35,7 +35,7 @@ bool WriteLine(const std::string& line) {
 
 void Complain(const std::string& message) {
     const std::string line = "javamw-sim: " + message + '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }
 
 }  // namespace applist::sim

@@ -14,9 +14,9 @@ class Result {
 public:
     Result(Value value) : m_value(std::move(value)) {}  // NOLINT(google-explicit-constructor)
 
-    static Result Failure(std::string error) {
+    static Result Failure(const std::string& error) {
         Result result;
-        result.m_error = std::move(error);
+        result.m_error = error;
         return result;
     }
 

@@ -15,6 +15,10 @@ public:
     static EventHandler InFront(int type, Ecore_Event_Handler_Cb callback, const void* data) {
         return EventHandler(ecore_event_handler_prepend(type, callback, data));
     }
+    /// Sees them after every handler that is registered so far.
+    static EventHandler Behind(int type, Ecore_Event_Handler_Cb callback, const void* data) {
+        return EventHandler(ecore_event_handler_add(type, callback, data));
+    }
     ~EventHandler() { Delete(); }
     EventHandler(const EventHandler&) = delete;
     EventHandler& operator=(const EventHandler&) = delete;

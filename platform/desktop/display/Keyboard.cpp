@@ -4,7 +4,6 @@
 
 #include "CallbackGuard.h"
 #include "display/KeyNames.h"
-#include "display/WrapAround.h"
 
 namespace applist::desktop {
 namespace {
@@ -36,14 +35,13 @@ void Rename(Ecore_Event_Key& key) {
 }  // namespace
 
 Keyboard::Keyboard(Windows& windows)
-    : m_windows(windows),
+    : m_wrapAround(windows),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
       m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {}
 
 bool Keyboard::Press(Ecore_Event_Key& key) {
     Rename(key);
-    const Evas_Object* window = m_windows.Find(key.window);
-    return window != nullptr && WrapAround(window, key);
+    return m_wrapAround.Press(key);
 }
 
 void Keyboard::Release(Ecore_Event_Key& key) {

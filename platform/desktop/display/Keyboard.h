@@ -5,7 +5,7 @@
 #include <Ecore_Input.h>
 
 #include "display/EventHandler.h"
-#include "display/Windows.h"
+#include "display/WrapAround.h"
 
 namespace applist::desktop {
 
@@ -23,7 +23,7 @@ public:
     static void Release(Ecore_Event_Key& key);
 
 private:
-    Windows& m_windows;
+    WrapAround m_wrapAround;
     EventHandler m_press;
     EventHandler m_release;
 };

@@ -15,6 +15,14 @@
 namespace applist::desktop {
 namespace {
 
+// The first word of a desktop entry's command line, which may be quoted.
+std::string FirstWord(const char* commandLine) {
+    g_auto(GStrv) words = nullptr;
+    const bool parsed =
+        commandLine != nullptr && g_shell_parse_argv(commandLine, nullptr, &words, nullptr) != 0;
+    return parsed ? words[0] : "";
+}
+
 // The program that the application's desktop entry names; empty when there is no entry, or none
 // whose program exists.
 std::string ProgramOf(const std::string& appId) {
@@ -23,8 +31,7 @@ std::string ProgramOf(const std::string& appId) {
     g_autoptr(GDesktopAppInfo) info = ours.empty()
                                           ? g_desktop_app_info_new(entry.c_str())
                                           : g_desktop_app_info_new_from_filename(ours.c_str());
-    const char* program = info != nullptr ? g_app_info_get_executable(G_APP_INFO(info)) : nullptr;
-    return program != nullptr ? program : "";
+    return info != nullptr ? FirstWord(g_app_info_get_commandline(G_APP_INFO(info))) : "";
 }
 
 }  // namespace
@@ -37,6 +44,7 @@ bool LaunchDirectly(const app_control_s& request) {
         return false;
     }
     std::vector<char*> argv;
+    argv.reserve(command.size() + 1);
     for (std::string& argument : command) {
         argv.push_back(argument.data());
     }

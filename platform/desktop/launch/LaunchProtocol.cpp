@@ -44,7 +44,7 @@ std::vector<std::string> ToArguments(const app_control_s& request) {
     std::vector<std::string> arguments;
     for (const auto& [key, value] : request.extraData) {
         arguments.emplace_back(EXTRA_ARGUMENT);
-        arguments.push_back(key + "=" + value);
+        arguments.emplace_back(key).append("=").append(value);
     }
     return arguments;
 }

@@ -22,11 +22,12 @@ std::string Format(const char* format, va_list arguments) {
     std::array<char, 512> buffer{};
     va_list again;
     va_copy(again, arguments);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it is the caller's, and started
     const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
     std::string text;
     if (length >= static_cast<int>(buffer.size())) {
         text.resize(static_cast<size_t>(length));
-        std::vsnprintf(text.data(), text.size() + 1, format, again);
+        static_cast<void>(std::vsnprintf(text.data(), text.size() + 1, format, again));
     } else if (length > 0) {
         text.assign(buffer.data(), static_cast<size_t>(length));
     }

@@ -7,15 +7,21 @@
 
 namespace applist::desktop {
 
-std::string ProgramDir() {
+namespace {
+
+// Empty where the system does not tell where the program is.
+std::filesystem::path ShareBesideProgram() {
     std::error_code unreadable;
-    return std::filesystem::read_symlink("/proc/self/exe", unreadable).parent_path().string();
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", unreadable);
+    return program.parent_path().parent_path() / "share";
 }
 
+}  // namespace
+
 std::string FindData(const std::string& relative) {
-    for (const std::string& share : {ProgramDir() + "/../share", std::string(INSTALLED_DATA_DIR)}) {
+    for (const auto& share : {ShareBesideProgram(), std::filesystem::path(INSTALLED_DATA_DIR)}) {
         std::error_code absent;
-        const auto found = std::filesystem::canonical(share + "/" + relative, absent);
+        const auto found = std::filesystem::canonical(share / relative, absent);
         if (!absent) {
             return found.string();
         }

@@ -6,9 +6,6 @@
 
 namespace applist::desktop {
 
-/// The folder of the running program's file; empty where the system does not tell. Any thread.
-std::string ProgramDir();
-
 /// The absolute path of one of the program's data files or folders, named relative to share/.
 /// Looks in ../share beside the program first, so that a build tree and a moved installation find
 /// their own, then under the prefix of the installation. Empty when it is in neither. Any thread.

@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/Text.h"
 
-#include <cstring>
-#include <set>
-#include <string>
-
 #include <clocale>
+#include <cstring>
 #include <glib.h>
 #include <libintl.h>
+#include <set>
+#include <string>
 
 #include "CallbackGuard.h"
 #include "i18n_text.h"
@@ -35,9 +34,8 @@ std::string Languages() {
 
 // gettext takes the languages from the environment alone, which must not change once there are
 // other threads: this runs before main.
-const bool LANGUAGES_CHOSEN = GuardCallback(false, [] {
-    return g_setenv("LANGUAGE", Languages().c_str(), TRUE) != FALSE;
-});
+const bool LANGUAGES_CHOSEN =
+    GuardCallback(false, [] { return g_setenv("LANGUAGE", Languages().c_str(), TRUE) != FALSE; });
 
 // Sets a locale for one look-up in this thread. gettext ignores the languages in the plain C
 // locale, and the viewer's own may not be generated on this system; C.UTF-8 always is there.

@@ -4,20 +4,20 @@
 // A middleware that connects to the channel "Applist" on the bus named by its only argument and
 // then stays until it is killed. It finds an application that is already there.
 #include <chrono>
-#include <cstdio>
+#include <iostream>
 
 #include "support/GlibWait.h"
 #include "support/ScriptedPeer.h"
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fprintf(stderr, "usage: %s BUS-ADDRESS\n", argv[0]);
+        std::cerr << "usage: " << argv[0] << " BUS-ADDRESS\n";
         return 2;
     }
     applist::test::ScriptedPeer peer(argv[1]);
     peer.Announce("_CLIENT_SYN");
     if (!peer.AwaitAnnouncement("_SERVICE_SYN_ACK")) {
-        std::fprintf(stderr, "%s: nobody answered\n", argv[0]);
+        std::cerr << argv[0] << ": nobody answered\n";
         return 1;
     }
     peer.Announce("_CLIENT_ACK");

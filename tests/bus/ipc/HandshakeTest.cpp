@@ -3,6 +3,7 @@
 //
 // How partners connect, in both orders and out of order.
 #include <memory>
+#include <new>
 
 #include <gmock/gmock.h>
 
@@ -182,6 +183,18 @@ TEST_F(Handshake, ReportsAPartnerReadyForEachAck) {
     Settle(peer);
     EXPECT_THAT(channel.readiness,
                 ElementsAre(Ready{true, peer.UniqueName()}, Ready{true, peer.UniqueName()}));
+}
+
+TEST_F(Handshake, GoesOnAfterAReadyHookThatRanOutOfMemory) {
+    RecordingChannel channel;
+    channel.onReady = [](bool, const std::string&) { throw std::bad_alloc(); };
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    EXPECT_EQ(Log().back(), Error("Callback given up: std::bad_alloc"));
+    // The lock is free again, or this would hang.
+    peer.Announce("_CLIENT_ACK");
+    Settle(peer);
+    EXPECT_THAT(channel.readiness, testing::SizeIs(2));
 }
 
 TEST_F(Handshake, ServesTwoPartnersInTheOrderOfTheirUniqueNames) {

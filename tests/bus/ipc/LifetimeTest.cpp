@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // What a channel gives back when it ends, and what it leaves.
+#include <csignal>
 #include <memory>
 
 #include <gmock/gmock.h>
@@ -28,9 +29,11 @@ TEST_F(EndOfAChannel, IsSilent) {
 }
 
 TEST_F(EndOfAChannel, GivesBackThePartnersWatchAndSignals) {
-    auto channel = std::make_unique<RecordingChannel>();
+    // First the peers, whose subscriptions use up the low numbers: released as watches, those of
+    // the channel must not happen to be the partner's watch.
     auto peer = std::make_unique<ScriptedPeer>(Address());
     ScriptedPeer witness(Address());
+    auto channel = std::make_unique<RecordingChannel>();
     Connect(*peer);
     channel.reset();
     ClearLog();
@@ -82,6 +85,15 @@ TEST_F(EndOfAChannel, LetsAnotherChannelGoOn) {
     { const RecordingChannel ends; }
     Connect(partner);
     EXPECT_TRUE(stays.IsConnectionReady(partner.UniqueName()));
+}
+
+// A program that handles no SIGTERM dies of it; the platform's main loop ends instead.
+TEST(EndOfTheBus, SendsTheProgramSigterm) {
+    PrivateBus bus;
+    ChildProcess program({CHANNEL_HOST}, bus.Environment());
+    ASSERT_TRUE(program.WaitForText("ready\n")) << program.Errors();
+    bus.Stop();
+    EXPECT_EQ(program.WaitForExit(), 128 + SIGTERM) << program.Errors();
 }
 
 TEST_F(EndOfAChannel, MakesGlibComplainOfThreeUnknownWatches) {

@@ -3,6 +3,7 @@
 //
 // Bytes through the channel, in both directions.
 #include <cstddef>
+#include <new>
 
 #include <gmock/gmock.h>
 
@@ -115,6 +116,22 @@ TEST_F(Call, IsAnsweredByTheDefaultHookWithTheChannelsName) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "text\n");
     EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, PATH)),
                                    Debug("Default handler - HandleMessage = text\n\n")));
+}
+
+TEST_F(Call, IsNotAnsweredWhenTheHookRunsOutOfMemory) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    channel.answer = [&channel](const Bytes&) -> Bytes {
+        channel.answer = [](const Bytes& message) { return message; };
+        throw std::bad_alloc();
+    };
+    ClearLog();
+    peer.Send(Self(), PATH, BytesFrom("too much"));
+    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("next")), BytesFrom("next"));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug(CallLine(peer, PATH)), Error("Callback given up: std::bad_alloc"),
+                            Debug(CallLine(peer, PATH))));
+    EXPECT_THAT(peer.Traffic(), testing::SizeIs(1));
 }
 
 class Message : public ChannelTest {};

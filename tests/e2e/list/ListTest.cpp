@@ -122,10 +122,10 @@ TEST_F(TheList, ClosesWhenStartedASecondTime) {
 TEST_F(TheList, FollowsAMiddlewareThatRestarts) {
     m_set.middleware().process().Signal(SIGKILL);
     m_set.middleware().process().WaitForExit();
-    const auto next =
-        m_set.StartMiddleware({"serve", "--items", m_set.WriteFile("next", "x\tX-ray\ny\tYankee\n")});
+    const auto next = m_set.StartMiddleware(
+        {"serve", "--items", m_set.WriteFile("next", "x\tX-ray\ny\tYankee\n")});
     ASSERT_TRUE(next->SeesSelected("x", "X-ray")) << next->Transcript();
-    ASSERT_TRUE(next->Sees("filled"));
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
     Press("Down");
     EXPECT_TRUE(next->SeesSelected("y", "Yankee")) << next->Transcript();
 }
@@ -133,9 +133,11 @@ TEST_F(TheList, FollowsAMiddlewareThatRestarts) {
 TEST_F(TheList, TakesKeysAfterItWasEmptiedAndFilledAgain) {
     const auto emptied = m_set.StartMiddleware({"call", "RemoveAllItems"});
     ASSERT_EQ(emptied->process().WaitForExit(), 0);
+    ASSERT_TRUE(m_set.WaitForNoFocusedRow());
     const auto filled = m_set.StartMiddleware({"call", "AddItems", "p=Papa", "q=Quebec"});
     ASSERT_EQ(filled->process().WaitForExit(), 0);
     ASSERT_TRUE(Selected("p", "Papa"));
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
     Press("Down");
     EXPECT_TRUE(Selected("q", "Quebec"));
     Press("Right");
@@ -153,10 +155,10 @@ TEST_F(TheList, MovesTheFocusToWhatTheMiddlewareSelects) {
 TEST(ASet, ConnectsWhenTheApplicationIsFirst) {
     Television set;
     const auto application = set.StartApplication();
-    ASSERT_TRUE(set.WaitForFocus());
+    ASSERT_TRUE(set.WaitForWindow());
     const auto middleware = set.StartMiddlewareWithThreeItems();
     EXPECT_TRUE(middleware->SeesSelected("a", "Alpha")) << middleware->Transcript();
-    ASSERT_TRUE(middleware->Sees("filled"));
+    ASSERT_TRUE(set.WaitForFocusedRow());
     set.screen().TypeKey("Down");
     EXPECT_TRUE(middleware->SeesSelected("b", "Bravo")) << middleware->Transcript();
 }
@@ -185,7 +187,7 @@ TEST(ASet, EndsCleanlyWithoutASystemBus) {
     Television set;
     set.systemBus().Stop();
     const auto application = set.StartApplication();
-    ASSERT_TRUE(set.WaitForFocus());
+    ASSERT_TRUE(set.WaitForWindow());
     EXPECT_TRUE(application->WaitForText("Error while connecting to system bus ["));
     set.screen().TypeKey("Escape");
     EXPECT_EQ(application->WaitForExit(), 0);

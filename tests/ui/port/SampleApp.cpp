@@ -4,6 +4,7 @@
 // A small application on the port, with the kind of window the list has: transparent, full screen,
 // a popup with rows. It tells on standard output, line by line, what happens to it. Options:
 //   --rows N          so many rows in the popup (default 3)
+//   --late-popup      the window is empty for its first frames
 //   --no-window       no window at all
 //   --refuse          create returns false
 //   --exit-in WHERE   asks for its end, three times, in "create" or "launch"
@@ -33,6 +34,7 @@ constexpr const char* TITLE = "port-sample";
 struct Sample {
     int rows = 3;
     bool window = true;
+    bool latePopup = false;
     bool refuse = false;
     bool elmExit = false;
     bool exitOnSecond = false;
@@ -62,16 +64,29 @@ char* RowText(void* data, Evas_Object*, const char* part) {
     return strdup((names[row % names.size()] + " " + std::to_string(row)).c_str());
 }
 
+void OnDismissed(void*, Evas_Object*, void*) {
+    std::puts("dismissed");
+}
+
 void OnRowFocused(void*, Evas_Object*, void* row) {
     std::printf("focused %d\n", elm_genlist_item_index_get(static_cast<Elm_Object_Item*>(row)));
+}
+
+void FocusRow(void* row) {
+    elm_object_item_focus_set(static_cast<Elm_Object_Item*>(row), EINA_TRUE);
 }
 
 // Focuses the first row, once, as soon as it can take the focus.
 void OnRowRealized(void*, Evas_Object* list, void* row) {
     if (row == elm_genlist_first_item_get(list)) {
         evas_object_smart_callback_del(list, "realized", OnRowRealized);
-        elm_object_item_focus_set(static_cast<Elm_Object_Item*>(row), EINA_TRUE);
+        ecore_job_add(FocusRow, row);
     }
+}
+
+Eina_Bool OnKeyDown(void*, int, void* event) {
+    std::printf("press %s\n", static_cast<Ecore_Event_Key*>(event)->key);
+    return ECORE_CALLBACK_PASS_ON;
 }
 
 Eina_Bool OnKeyUp(void*, int, void* event) {
@@ -107,6 +122,11 @@ void AddList(Sample& sample, Evas_Object* popup) {
     elm_object_content_set(popup, list);
 }
 
+Eina_Bool ShowPopup(void* popup) {
+    evas_object_show(static_cast<Evas_Object*>(popup));
+    return ECORE_CALLBACK_CANCEL;
+}
+
 void BuildWindow(Sample& sample) {
     sample.toplevel = elm_win_add(nullptr, TITLE, ELM_WIN_DIALOG_BASIC);
     elm_win_title_set(sample.toplevel, TITLE);
@@ -122,9 +142,14 @@ void BuildWindow(Sample& sample) {
     evas_object_show(sample.toplevel);
     Evas_Object* popup = elm_popup_add(sample.toplevel);
     elm_object_part_text_set(popup, "title,text", "Data services");
+    evas_object_smart_callback_add(popup, "dismissed", OnDismissed, nullptr);
     AddList(sample, popup);
     evas_object_smart_callback_add(sample.toplevel, "focus,in", OnWindowFocused, &sample);
-    evas_object_show(popup);
+    if (sample.latePopup) {
+        ecore_timer_add(0.3, ShowPopup, popup);
+    } else {
+        evas_object_show(popup);
+    }
 }
 
 void Complain() {
@@ -157,6 +182,7 @@ bool Create(void* data) {
     if (sample.refuse) {
         return false;
     }
+    ecore_event_handler_add(ECORE_EVENT_KEY_DOWN, OnKeyDown, nullptr);
     ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, nullptr);
     if (sample.window) {
         BuildWindow(sample);
@@ -211,6 +237,7 @@ Sample ParseArguments(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string_view option = argv[i];
         sample.window = sample.window && option != "--no-window";
+        sample.latePopup = sample.latePopup || option == "--late-popup";
         sample.refuse = sample.refuse || option == "--refuse";
         sample.elmExit = sample.elmExit || option == "--elm-exit";
         sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";

@@ -105,7 +105,8 @@ void DefaultAppListModel::RemoveItemClickedListener(ItemClickListener* /*listene
 
 // --- the renderer and the control -------------------------------------------------------------
 
-DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name) {
+DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
+    : m_name(name), m_focusOpening([] {}) {
     applist::test::Note("new renderer");
     Graph().rendererGot = name;
 }

@@ -78,7 +78,8 @@ std::optional<ApplicationTable> ParseApplicationTable(ByteSpan section) {
 
 std::string UniqueId(const Application& application) {
     std::array<char, sizeof "0000000b.1ab7"> text{};
-    std::snprintf(text.data(), text.size(), "%08x.%04x", application.organisation, application.id);
+    static_cast<void>(std::snprintf(text.data(), text.size(), "%08x.%04x", application.organisation,
+                                    application.id));
     return text.data();
 }
 

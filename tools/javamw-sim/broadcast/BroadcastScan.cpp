@@ -140,9 +140,10 @@ TablesByPid ReadApplications(ByteSpan stream, const ApplicationPids& application
     CollectTables(stream, pids, broadcast);
     TablesByPid tables;
     for (const auto& [pid, scan] : pids) {
+        std::vector<ApplicationTable>& ofPid = tables[pid];
         scan.store.ForEach([&](const Section& section) {
             if (auto table = ParseApplicationTable(section)) {
-                tables[pid].push_back(std::move(*table));
+                ofPid.push_back(std::move(*table));
             } else {
                 ++broadcast.damagedSections;
             }

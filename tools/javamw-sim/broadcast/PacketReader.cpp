@@ -42,8 +42,7 @@ bool PacketReader::FindSync() {
     if (m_position >= m_stream.size()) {
         return false;
     }
-    const bool inRhythm = m_position > 0 || IsStartOfPacket(0);
-    if (!inRhythm || m_stream[m_position] != SYNC_BYTE) {
+    if (m_stream[m_position] != SYNC_BYTE) {
         ++m_damaged;
         do {
             ++m_position;

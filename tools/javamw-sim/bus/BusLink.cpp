@@ -63,7 +63,7 @@ BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener)
     ListenFor(Announcement::Syn, &cb_NameOwnerChanged<Announcement::Syn>);
     ListenFor(Announcement::SynAck, &cb_NameOwnerChanged<Announcement::SynAck>);
     ListenFor(Announcement::Ack, &cb_NameOwnerChanged<Announcement::Ack>);
-    Announce(Announcement::Syn, {});
+    Announce(Announcement::Syn);
 }
 
 BusLink::~BusLink() {
@@ -125,8 +125,8 @@ void BusLink::ListenFor(Announcement announcement, GDBusSignalCallback callback)
                                         callback));
 }
 
-void BusLink::Announce(Announcement announcement, const std::string& connects) {
-    m_announcements.push_back({std::string(names::CLIENT) + Suffix(announcement), connects, 0});
+void BusLink::Announce(Announcement announcement) {
+    m_announcements.push_back({std::string(names::CLIENT) + Suffix(announcement), 0});
     if (m_announcements.size() == 1) {
         AnnounceQueued();
     }
@@ -146,11 +146,7 @@ void BusLink::AnnounceQueued() {
             m_listener.LinkFailed("cannot announce " +
                                   (taken ? first.name + ": it is taken" : announced.error()));
         }
-        const std::string connects = std::move(first.connects);
         m_announcements.pop_front();
-        if (m_handshake.IsConnected(connects)) {
-            m_listener.Connected(connects);
-        }
     }
 }
 
@@ -172,8 +168,9 @@ void BusLink::Take(const HandshakeStep& step, const std::string& partner) {
         Establish(partner);
     }
     if (step.answer) {
-        Announce(*step.answer, step.connected ? partner : std::string());
-    } else if (step.connected) {
+        Announce(*step.answer);
+    }
+    if (step.connected) {
         m_listener.Connected(partner);
     }
 }

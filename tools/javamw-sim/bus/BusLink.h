@@ -67,7 +67,6 @@ private:
     };
     struct QueuedAnnouncement {
         std::string name;
-        std::string connects;
         unsigned tries = 0;
     };
     struct PendingCall;
@@ -76,8 +75,7 @@ private:
                            const char* path, const char* argument, GDBusSignalCallback callback);
     void ExportObject();
     void ListenFor(Announcement announcement, GDBusSignalCallback callback);
-    /// connects: the partner that is connected once the application can hear this, or empty.
-    void Announce(Announcement announcement, const std::string& connects);
+    void Announce(Announcement announcement);
     void AnnounceQueued();
     void Establish(const std::string& partner);
     void Take(const HandshakeStep& step, const std::string& partner);

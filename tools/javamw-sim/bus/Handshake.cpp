@@ -24,7 +24,7 @@ HandshakeStep Handshake::Lost(const std::string& partner) {
 
 bool Handshake::IsConnected(const std::string& partner) const {
     const auto found = m_partners.find(partner);
-    return found != m_partners.end() && found->second == State::Connected;
+    return found != m_partners.end() && found->second != State::SynAckSent;
 }
 
 // A partner announces itself once in its life: when a known one does it again it has begun a new
@@ -37,22 +37,27 @@ HandshakeStep Handshake::HeardSyn(const std::string& partner) {
     return step;
 }
 
-// Announcements reach everybody: one heard while connected answers some other middleware.
+// Announcements reach everybody. One heard after our ACK answers some other middleware; but an ACK
+// that we heard may have been another's too, and then the application still waits for ours.
 HandshakeStep Handshake::HeardSynAck(const std::string& partner) {
-    if (IsConnected(partner)) {
+    const auto known = m_partners.find(partner);
+    if (known != m_partners.end() && known->second == State::AckSent) {
         return {};
     }
-    const bool known = m_partners.count(partner) != 0;
-    m_partners[partner] = State::Connected;
-    return {.lost = false, .establish = !known, .answer = Announcement::Ack, .connected = true};
+    const HandshakeStep step{.lost = false,
+                             .establish = known == m_partners.end(),
+                             .answer = Announcement::Ack,
+                             .connected = !IsConnected(partner)};
+    m_partners[partner] = State::AckSent;
+    return step;
 }
 
 HandshakeStep Handshake::HeardAck(const std::string& partner) {
     const auto found = m_partners.find(partner);
-    if (found == m_partners.end() || found->second == State::Connected) {
+    if (found == m_partners.end() || found->second != State::SynAckSent) {
         return {};
     }
-    found->second = State::Connected;
+    found->second = State::AckHeard;
     return {.lost = false, .establish = false, .answer = std::nullopt, .connected = true};
 }
 

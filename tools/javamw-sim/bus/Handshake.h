@@ -39,7 +39,11 @@ public:
     bool IsConnected(const std::string& partner) const;
 
 private:
-    enum class State { SynAckSent, Connected };
+    enum class State {
+        SynAckSent,
+        AckHeard,  ///< Connected, unless the ACK answered some other middleware.
+        AckSent,   ///< Connected.
+    };
     HandshakeStep HeardSyn(const std::string& partner);
     HandshakeStep HeardSynAck(const std::string& partner);
     HandshakeStep HeardAck(const std::string& partner);

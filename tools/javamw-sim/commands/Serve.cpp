@@ -11,9 +11,20 @@ namespace applist::sim {
 Serve::Serve(SessionOptions options, Items items)
     : Watch(std::move(options)), m_items(std::move(items)) {}
 
+void Serve::OnDisconnected(const std::string& application) {
+    m_filled.erase(application);
+    Watch::OnDisconnected(application);
+}
+
+void Serve::OnNotified(const std::string& application, const Notification& notification) {
+    Watch::OnNotified(application, notification);
+    if (notification.event == Event::LocalCreated && m_filled.insert(application).second) {
+        Fill(application);
+    }
+}
+
 // The list may hold what a middleware before this one left there.
-void Serve::OnConnected(const std::string& application) {
-    Watch::OnConnected(application);
+void Serve::Fill(const std::string& application) {
     client().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
     client().Call(application, Function::AddItems, m_items,
                   [this, application](const Result<Items>& reply) {

@@ -23,11 +23,10 @@ Result<MappedFile> Map(const std::string& file) {
     GError* error = nullptr;
     MappedFile mapped(g_mapped_file_new(file.c_str(), FALSE, &error));
     if (!mapped) {
-        const int code = error->code;
+        const std::string reason =
+            error->code == G_FILE_ERROR_NOENT ? "no such file" : error->message;
         g_error_free(error);
-        return Result<MappedFile>::Failure(
-            file + ": cannot be read" +
-            (code == G_FILE_ERROR_NOENT ? ": no such file" : std::string()));
+        return Result<MappedFile>::Failure(file + ": " + reason);
     }
     return mapped;
 }
@@ -42,6 +41,11 @@ std::string DamageRemark(const std::string& file, const Broadcast& broadcast) {
     }
     return file + ": skipped damaged parts: " + std::to_string(broadcast.damagedPackets) +
            " in packets, " + std::to_string(broadcast.damagedSections) + " in sections";
+}
+
+const char* NothingOffered(const Broadcast& broadcast) {
+    return broadcast.services.empty() ? ": no transport stream of 188-byte packets with services"
+                                      : ": offers no applications";
 }
 
 }  // namespace
@@ -78,7 +82,7 @@ Result<Feed> BroadcastFeed(const std::string& file) {
     const std::string damage = DamageRemark(file, broadcast);
     Items items = OfferedItems(broadcast);
     if (items.empty()) {
-        return Result<Feed>::Failure(file + ": offers no applications" +
+        return Result<Feed>::Failure(file + NothingOffered(broadcast) +
                                      (damage.empty() ? "" : "\n" + damage));
     }
     return Feed{std::move(items), damage};

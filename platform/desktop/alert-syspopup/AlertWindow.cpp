@@ -1,0 +1,77 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "alert-syspopup/AlertWindow.h"
+
+#include <Elementary.h>
+#include <cstdlib>
+
+#include "i18n_text.h"
+
+namespace applist::desktop {
+namespace {
+
+// The toolkit takes every text of a theme's part as markup.
+void SetText(Evas_Object* panel, const char* part, const char* text) {
+    char* markup = elm_entry_utf8_to_markup(text);
+    elm_layout_text_set(panel, part, markup);
+    std::free(markup);
+}
+
+// Without a window manager nobody makes a window as large as the screen.
+void FillScreen(Evas_Object* window) {
+    elm_win_fullscreen_set(window, EINA_TRUE);
+    int width = 0;
+    int height = 0;
+    elm_win_screen_size_get(window, nullptr, nullptr, &width, &height);
+    evas_object_resize(window, width, height);
+}
+
+const char* TitleOf(Alert::Kind kind) {
+    return kind == Alert::Kind::UNAVAILABLE ? i18n_get_text("ALERT_TITLE_UNAVAILABLE")
+                                            : i18n_get_text("ALERT_TITLE_NOTIFICATION");
+}
+
+const char* SignalOf(Alert::Kind kind) {
+    return kind == Alert::Kind::UNAVAILABLE ? "elm,state,unavailable" : "elm,state,notification";
+}
+
+}  // namespace
+
+std::unique_ptr<AlertWindow> AlertWindow::Create(const char* title) {
+    Evas_Object* window = elm_win_add(nullptr, title, ELM_WIN_DIALOG_BASIC);
+    if (window == nullptr) {
+        return nullptr;
+    }
+    elm_win_title_set(window, title);
+    elm_win_alpha_set(window, EINA_TRUE);
+    FillScreen(window);
+    return std::unique_ptr<AlertWindow>(new AlertWindow(window));
+}
+
+// The panel does not fill the window, so it stands in its middle, as large as it must be.
+AlertWindow::AlertWindow(Evas_Object* window) : m_window(window), m_panel(elm_layout_add(window)) {
+    elm_layout_theme_set(m_panel, "layout", "alert", "default");
+    SetText(m_panel, "elm.text.hint", i18n_get_text("ALERT_CLOSE_HINT"));
+    Evas_Object* table = elm_table_add(window);
+    evas_object_size_hint_weight_set(table, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
+    elm_table_pack(table, m_panel, 0, 0, 1, 1);
+    elm_win_resize_object_add(window, table);
+    evas_object_show(table);
+}
+
+// Takes everything in it along.
+AlertWindow::~AlertWindow() {
+    evas_object_del(m_window);
+}
+
+void AlertWindow::Show(const Alert& alert) {
+    elm_layout_signal_emit(m_panel, SignalOf(alert.kind), "elm");
+    SetText(m_panel, "elm.text.title", TitleOf(alert.kind));
+    SetText(m_panel, "elm.text", alert.text.c_str());
+    elm_layout_sizing_eval(m_panel);
+    evas_object_show(m_panel);
+    evas_object_show(m_window);
+    elm_win_raise(m_window);
+}
+
+}  // namespace applist::desktop

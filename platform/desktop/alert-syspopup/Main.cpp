@@ -1,0 +1,49 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The system's alert popup: a program of its own that others launch with what it shall say.
+
+#include <Elementary.h>
+
+#include "CallbackGuard.h"
+#include "alert-syspopup/AlertPopup.h"
+#include "app.h"
+#include "text/Text.h"
+
+namespace {
+
+using applist::GuardCallback;
+using applist::desktop::AlertPopup;
+
+constexpr const char* APPLICATION_ID = "org.vantu.alert-syspopup";
+
+AlertPopup& Popup(void* data) {
+    return *static_cast<AlertPopup*>(data);
+}
+
+bool OnCreate(void* data) {
+    return GuardCallback(false, [data] {
+        elm_config_mirrored_set(applist::desktop::TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);
+        Popup(data).Create();
+        return true;
+    });
+}
+
+void OnTerminate(void* data) {
+    GuardCallback([data] { Popup(data).Terminate(); });
+}
+
+void OnVisibilityChange(void* /*data*/) {}
+
+void OnLaunch(app_control_s* request, void* data) {
+    GuardCallback([&] { Popup(data).Launch(*request); });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    AlertPopup popup(APPLICATION_ID);
+    ui_app_callbacks callbacks{OnCreate, OnTerminate, OnVisibilityChange, OnVisibilityChange,
+                               OnLaunch};
+    return ui_app_main(argc, argv, &callbacks, &popup);
+}

@@ -1,0 +1,278 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <csignal>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "bus/simulator/ScriptedApplication.h"
+#include "support/ChildProcess.h"
+#include "support/GlibWait.h"
+#include "support/PrivateBus.h"
+#include "support/TemporaryDir.h"
+#include "support/TsGenerator.h"
+
+namespace applist::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::StartsWith;
+
+constexpr int SUCCESS = 0;
+constexpr int CALL_FAILED = 1;
+constexpr int NO_BUS = 3;
+constexpr int NO_APPLICATION = 4;
+
+/// The commands of the simulator against the application's list, all on a real bus.
+class Commands : public testing::Test {
+protected:
+    using Process = std::unique_ptr<ChildProcess>;
+
+    Process StartList() {
+        auto list = std::make_unique<ChildProcess>(std::vector<std::string>{LIST_WITHOUT_SCREEN},
+                                                   m_bus.Environment());
+        EXPECT_TRUE(list->WaitForText("ready"));
+        return list;
+    }
+
+    Process Simulate(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(),
+                         {BuiltProgram("javamw-sim"), "--address=" + m_bus.Address()});
+        return std::make_unique<ChildProcess>(arguments);
+    }
+
+    // One call that is answered; its output.
+    std::string Call(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"call"});
+        const Process call = Simulate(std::move(arguments));
+        EXPECT_EQ(call->WaitForExit(), SUCCESS);
+        EXPECT_EQ(call->Errors(), "");
+        return call->Output();
+    }
+
+    std::string ItemFile() {
+        const std::string path = (m_folder.path() / "items").string();
+        std::ofstream(path) << "w1\tWeather\nn1\tNews\n";
+        return path;
+    }
+
+    static void Interrupt(ChildProcess& process) {
+        process.Signal(SIGINT);
+        EXPECT_EQ(process.WaitForExit(), SUCCESS);
+        EXPECT_EQ(process.Errors(), "");
+    }
+
+    PrivateBus m_bus;
+    TemporaryDir m_folder;
+};
+
+// The unique name differs from run to run.
+const std::string FILLED =
+    "connected :[0-9.]+\n"
+    "event 4 LocalCreated selection none\n"
+    "filled :[0-9.]+ with 2 items\n"
+    "event 1 ItemChanged selection w1\tWeather\n"
+    "event 2 ItemSelected selection w1\tWeather\n";
+const std::string LAST_OF_FILLED = "event 2 ItemSelected selection w1\tWeather\n";
+
+TEST_F(Commands, ServeFillsAnApplicationThatRunsAlready) {
+    const Process list = StartList();
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    EXPECT_TRUE(serve->WaitForText(LAST_OF_FILLED));
+    EXPECT_THAT(serve->Output(), MatchesRegex(FILLED));
+    EXPECT_EQ(Call({"GetAllItems"}), "w1\tWeather\nn1\tNews\n");
+    Interrupt(*serve);
+}
+
+TEST_F(Commands, ServeFillsAnApplicationThatStartsLater) {
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    {
+        // One that comes and goes shows that the simulator listens.
+        const Process first = StartList();
+        ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
+    }
+    ASSERT_TRUE(serve->WaitForText("disconnected"));
+    const size_t before = serve->Output().find("disconnected");
+    const Process list = StartList();
+    EXPECT_TRUE(serve->WaitUntil(
+        [&] { return serve->Output().find(LAST_OF_FILLED, before) != std::string::npos; }));
+    Interrupt(*serve);
+}
+
+// Each hears what the application answers to the other, and so does the application: it may report
+// its list twice, which must not fill it twice.
+TEST_F(Commands, SeveralAtOnceAreEachConnected) {
+    const Process watch = Simulate({"watch"});
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const Process list = StartList();
+    EXPECT_TRUE(serve->WaitForText(LAST_OF_FILLED));
+    EXPECT_TRUE(watch->WaitForText("event 4 LocalCreated"));
+    EXPECT_THAT(serve->Output(), StartsWith("connected "));
+    EXPECT_EQ(serve->Output().find("filled"), serve->Output().rfind("filled"));
+    Interrupt(*serve);
+    Interrupt(*watch);
+}
+
+TEST_F(Commands, ServeTakesOneApplicationAfterTheOther) {
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const std::string lost = "disconnected :[0-9.]+\n";
+    std::string expected;
+    for (int i = 1; i <= 3; ++i) {
+        const Process list = StartList();
+        EXPECT_TRUE(serve->WaitUntil([&] { return serve->Output().ends_with(LAST_OF_FILLED); }));
+        list->Signal(i == 2 ? SIGKILL : SIGTERM);
+        list->WaitForExit();
+        expected += FILLED + lost;
+        EXPECT_TRUE(serve->WaitUntil(
+            [&] { return testing::Matches(MatchesRegex(expected))(serve->Output()); }));
+    }
+    EXPECT_THAT(serve->Output(), MatchesRegex(expected));
+    Interrupt(*serve);
+}
+
+TEST_F(Commands, ServeReplacesWhatAnotherLeftInTheList) {
+    const Process list = StartList();
+    EXPECT_EQ(Call({"AddItems", "old=Old", "w1=Former weather"}), "");
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    EXPECT_TRUE(serve->WaitForText("filled"));
+    EXPECT_EQ(Call({"GetAllItems"}), "w1\tWeather\nn1\tNews\n");
+    Interrupt(*serve);
+}
+
+TEST_F(Commands, ServeOffersASampleWithoutAnyFile) {
+    const Process list = StartList();
+    const Process serve = Simulate({"serve"});
+    EXPECT_TRUE(serve->WaitForText("filled"));
+    EXPECT_THAT(Call({"GetAllItems"}), HasSubstr("\tMeteo\n"));
+    Interrupt(*serve);
+}
+
+TEST_F(Commands, ServeOffersTheApplicationsOfABroadcast) {
+    TsGenerator generator;
+    generator.Add(0, TsAssociation({{1, 0x0200}}));
+    generator.Add(0x0200, TsMap(1, {0x0300}));
+    generator.Add(0x0300, TsApplications({{11, 0x1AB5, 2, 1, {{"ita", "Nascosto"}}},
+                                          {11,
+                                           0x1AB7,
+                                           2,
+                                           3,
+                                           {{"ita",
+                                             "Caff\xC2"
+                                             "e"}}}}));
+    const std::string file = (m_folder.path() / "broadcast.ts").string();
+    std::ofstream(file, std::ios::binary)
+        << std::string(generator.stream().begin(), generator.stream().end());
+    const Process list = StartList();
+    const Process serve = Simulate({"serve", "--broadcast", file});
+    EXPECT_TRUE(serve->WaitForText("filled"));
+    EXPECT_EQ(Call({"GetAllItems"}), "0000000b.1ab7\tCaff\u00e9\n");
+    Interrupt(*serve);
+}
+
+TEST_F(Commands, ServePrintsTheSelectionThatTheViewerMoves) {
+    const Process list = StartList();
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
+    list->Signal(SIGUSR1);
+    EXPECT_TRUE(serve->WaitForText("event 2 ItemSelected selection n1\tNews\n"));
+    Interrupt(*serve);
+}
+
+// The application ends right after it reported the activation; whether the selection can still be
+// read is the application's affair, and no error of ours.
+TEST_F(Commands, ServeOutlivesTheApplicationThatEndsOnActivation) {
+    const Process list = StartList();
+    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
+    list->Signal(SIGUSR2);
+    EXPECT_EQ(list->WaitForExit(), SUCCESS);
+    EXPECT_TRUE(serve->WaitForText("disconnected"));
+    EXPECT_THAT(
+        serve->Output(),
+        MatchesRegex(FILLED + "event 3 ItemClicked selection (w1\tWeather|unreadable: [^\n]+)\n"
+                              "disconnected :[0-9.]+\n"));
+    Interrupt(*serve);
+}
+
+TEST_F(Commands, WatchPrintsEventsAndChangesNothing) {
+    const Process list = StartList();
+    EXPECT_EQ(Call({"AddItems", "w1=Weather", "n1=News"}), "");
+    const Process watch = Simulate({"watch"});
+    ASSERT_TRUE(watch->WaitForText("event 4 LocalCreated selection w1\tWeather\n"));
+    EXPECT_EQ(Call({"SetSelection", "n1"}), "");
+    ASSERT_TRUE(watch->WaitForText("event 2 ItemSelected selection n1\tNews\n"));
+    EXPECT_EQ(Call({"RemoveAllItems"}), "");
+    ASSERT_TRUE(watch->WaitForText("event 2 ItemSelected selection none\n"));
+    EXPECT_THAT(watch->Output(), MatchesRegex("connected :[0-9.]+\n"
+                                              "event 4 LocalCreated selection w1\tWeather\n"
+                                              "event 2 ItemSelected selection n1\tNews\n"
+                                              "event 1 ItemChanged selection none\n"
+                                              "event 2 ItemSelected selection none\n"));
+    Interrupt(*watch);
+}
+
+TEST_F(Commands, CallReachesEachFunction) {
+    const Process list = StartList();
+    EXPECT_EQ(Call({"GetSelection"}), "\t\n");
+    EXPECT_EQ(Call({"GetAllItems"}), "");
+    EXPECT_EQ(Call({"AddItems", "a=A", "b=B"}), "");
+    EXPECT_EQ(Call({"AddItemAtEnd", "c=Citt\u00e0"}), "");
+    EXPECT_EQ(Call({"GetAllItems"}), "a\tA\nb\tB\nc\tCitt\u00e0\n");
+    EXPECT_EQ(Call({"GetSelection"}), "a\tA\n");
+    EXPECT_EQ(Call({"SetSelection", "c", "ignored"}), "");
+    EXPECT_EQ(Call({"GetSelection"}), "c\tCitt\u00e0\n");
+    EXPECT_EQ(Call({"ModifyItem", "b", "d=D\n"}), "");
+    EXPECT_EQ(Call({"RemoveItem", "a"}), "");
+    EXPECT_EQ(Call({"SetClicked"}), "");
+    EXPECT_EQ(Call({"GetAllItems"}), "d\tD\\x0a\nc\tCitt\u00e0\n");
+    EXPECT_EQ(Call({"RemoveAllItems"}), "");
+    EXPECT_EQ(Call({"GetAllItems"}), "");
+}
+
+TEST_F(Commands, CallWaitsForTheApplication) {
+    const Process call = Simulate({"call", "GetSelection", "--timeout=60"});
+    const Process list = StartList();
+    EXPECT_EQ(call->WaitForExit(), SUCCESS);
+    EXPECT_EQ(call->Output(), "\t\n");
+}
+
+TEST_F(Commands, CallEndsWithoutAnApplication) {
+    const Process call = Simulate({"call", "GetSelection", "--timeout=0"});
+    EXPECT_EQ(call->WaitForExit(), NO_APPLICATION);
+    EXPECT_EQ(call->Output(), "");
+    EXPECT_EQ(call->Errors(), "javamw-sim: no application within 0 s\n");
+}
+
+TEST_F(Commands, CallFailsOnAnApplicationThatServesNothing) {
+    ScriptedApplication application(m_bus.Address());
+    const Process call = Simulate({"call", "GetSelection", "--timeout=60"});
+    ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
+    application.Announce(sim::names::SYN_ACK);
+    EXPECT_EQ(call->WaitForExit(), CALL_FAILED);
+    EXPECT_EQ(call->Output(), "");
+    EXPECT_THAT(call->Errors(), StartsWith("javamw-sim: GetSelection failed: "));
+}
+
+TEST_F(Commands, StopWhenTheBusIsGone) {
+    const Process list = StartList();
+    const Process watch = Simulate({"watch"});
+    ASSERT_TRUE(watch->WaitForText("LocalCreated"));
+    m_bus.Stop();
+    EXPECT_EQ(watch->WaitForExit(), NO_BUS);
+    EXPECT_EQ(watch->Errors(), "javamw-sim: the bus closed the connection\n");
+}
+
+TEST_F(Commands, StopOnATerminationSignalToo) {
+    const Process list = StartList();
+    const Process serve = Simulate({"serve"});
+    ASSERT_TRUE(serve->WaitForText("filled"));
+    serve->Signal(SIGTERM);
+    EXPECT_EQ(serve->WaitForExit(), SUCCESS);
+}
+
+}  // namespace
+}  // namespace applist::test

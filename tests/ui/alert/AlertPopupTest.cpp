@@ -1,0 +1,180 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+
+// The popup on real widgets without a display.
+
+#include <Elementary.h>
+#include <cstdlib>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "alert-syspopup/AlertPopup.h"
+#include "fakes/FakeApp.h"
+#include "fakes/FakePlatformLog.h"
+#include "fakes/FakeText.h"
+#include "support/HeadlessToolkit.h"
+
+namespace applist::test {
+namespace {
+
+using desktop::AlertPopup;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr double A_LONG_TIME = 3600.0;
+constexpr double NO_TIME = 0.001;
+
+app_control_s Request(const std::string& type, const std::string& text) {
+    return {"org.vantu.alert-syspopup", {{"text", text}, {"type", type}}};
+}
+
+class Popup : public testing::Test {
+protected:
+    explicit Popup(double seconds = A_LONG_TIME) : popup("alert", seconds) {}
+
+    void SetUp() override {
+        TheApp() = {};
+        ClearLog();
+        popup.Create();
+    }
+    void TearDown() override { popup.Terminate(); }
+
+    // What stands in a part of the panel, taken back from markup.
+    std::string Shown(const char* part) const {
+        char* text = elm_entry_markup_to_utf8(elm_layout_text_get(popup.window()->panel(), part));
+        std::string shown = text;
+        std::free(text);
+        return shown;
+    }
+    std::string Look() const {
+        HeadlessToolkit::Settle();
+        return edje_object_part_state_get(elm_layout_edje_get(popup.window()->panel()), "badge",
+                                          nullptr);
+    }
+    int Height() const {
+        HeadlessToolkit::Settle();
+        int height = 0;
+        evas_object_geometry_get(popup.window()->panel(), nullptr, nullptr, nullptr, &height);
+        return height;
+    }
+
+    HeadlessToolkit toolkit{{std::getenv("APPLIST_THEME")}};
+    AlertPopup popup;
+};
+
+class HastyPopup : public Popup {
+protected:
+    HastyPopup() : Popup(NO_TIME) {}
+};
+
+TEST_F(Popup, ShowsTheTextOfTheRequest) {
+    popup.Launch(Request("notification", "Hello"));
+    EXPECT_EQ(Shown("elm.text"), "Hello");
+    EXPECT_EQ(Shown("elm.text.hint"), TranslationOf("ALERT_CLOSE_HINT"));
+    EXPECT_TRUE(evas_object_visible_get(popup.window()->window()));
+    EXPECT_THAT(Log(), IsEmpty());
+    EXPECT_EQ(TheApp().exits, 0);
+}
+
+TEST_F(Popup, ShowsMarkupAsItIs) {
+    popup.Launch(Request("notification", "<b>Bread & butter</b>"));
+    EXPECT_EQ(Shown("elm.text"), "<b>Bread & butter</b>");
+}
+
+TEST_F(Popup, TellsTheTwoKindsApart) {
+    popup.Launch(Request("notification", "Hello"));
+    EXPECT_EQ(Shown("elm.text.title"), TranslationOf("ALERT_TITLE_NOTIFICATION"));
+    EXPECT_EQ(Look(), "default");
+    popup.Launch(Request("unavailable", "Hello"));
+    EXPECT_EQ(Shown("elm.text.title"), TranslationOf("ALERT_TITLE_UNAVAILABLE"));
+    EXPECT_EQ(Look(), "unavailable");
+    popup.Launch(Request("notification", "Hello"));
+    EXPECT_EQ(Look(), "default");
+}
+
+TEST_F(Popup, ReplacesTheAlertByTheNextOneInTheSameWindow) {
+    popup.Launch(Request("notification", "First"));
+    const Evas_Object* window = popup.window()->window();
+    popup.Launch(Request("notification", "Second"));
+    EXPECT_EQ(Shown("elm.text"), "Second");
+    EXPECT_EQ(popup.window()->window(), window);
+}
+
+TEST_F(Popup, IsAsHighAsItsTextNeeds) {
+    popup.Launch(Request("notification", "Short"));
+    const int shortHeight = Height();
+    std::string text;
+    for (int word = 0; word < 60; ++word) {
+        text += "words ";
+    }
+    popup.Launch(Request("notification", text));
+    EXPECT_GT(Height(), shortHeight + 100);
+    popup.Launch(Request("notification", "Short"));
+    EXPECT_EQ(Height(), shortHeight);
+}
+
+TEST_F(Popup, EndsOnAFirstRequestWithoutAText) {
+    popup.Launch({"org.vantu.alert-syspopup", {{"type", "notification"}}});
+    EXPECT_EQ(popup.window(), nullptr);
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Error("Launch request refused: its extra data holds no \"text\" to show")));
+    EXPECT_EQ(TheApp().exits, 1);
+}
+
+TEST_F(Popup, KeepsItsAlertOnALaterRequestWithoutAText) {
+    popup.Launch(Request("unavailable", "Hello"));
+    popup.Launch({"org.vantu.alert-syspopup", {{"type", "notification"}}});
+    EXPECT_EQ(Shown("elm.text"), "Hello");
+    EXPECT_EQ(Look(), "unavailable");
+    EXPECT_EQ(Log().size(), 1U);
+    EXPECT_EQ(TheApp().exits, 0);
+}
+
+TEST_F(HastyPopup, EndsByItself) {
+    popup.Launch(Request("notification", "Hello"));
+    EXPECT_TRUE(HeadlessToolkit::RunUntil([] { return TheApp().exits == 1; }));
+}
+
+TEST_F(HastyPopup, EndsWhenNoRequestComes) {
+    EXPECT_TRUE(HeadlessToolkit::RunUntil([] { return TheApp().exits == 1; }));
+    EXPECT_EQ(popup.window(), nullptr);
+}
+
+TEST_F(Popup, StaysAtKeysThatDoNotCloseIt) {
+    popup.Launch(Request("notification", "Hello"));
+    for (const char* key : {"Up", "Down", "Left", "Right", "a"}) {
+        HeadlessToolkit::PressKey(key);
+        HeadlessToolkit::ReleaseKey(key);
+    }
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(TheApp().exits, 0);
+}
+
+TEST_F(Popup, StaysWhenAKeyIsReleasedThatWasPressedBeforeItCame) {
+    popup.Launch(Request("notification", "Hello"));
+    HeadlessToolkit::ReleaseKey("Return");
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(TheApp().exits, 0);
+}
+
+class ClosingKey : public Popup, public testing::WithParamInterface<const char*> {};
+
+TEST_P(ClosingKey, EndsThePopupWhenItIsReleased) {
+    popup.Launch(Request("notification", "Hello"));
+    HeadlessToolkit::PressKey(GetParam());
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(TheApp().exits, 0);
+    HeadlessToolkit::ReleaseKey(GetParam());
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(TheApp().exits, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, ClosingKey,
+                         testing::Values("XF86Back", "XF86Exit", "Return", "KP_Enter", "Select"),
+                         [](const auto& key) { return std::string(key.param); });
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,185 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "broadcast/ApplicationTable.h"
+#include "support/TsGenerator.h"
+
+namespace applist::sim {
+namespace {
+
+using test::TsApplication;
+using test::TsApplications;
+using test::TsBytes;
+using testing::IsEmpty;
+
+TsBytes Section(const std::vector<TsApplication>& applications) {
+    return TsApplications(applications);
+}
+
+TEST(ApplicationTable, GivesTheApplicationsInTheirOrder) {
+    const auto table = ParseApplicationTable(TsApplications(
+        {{11, 0x1AB6, 1, 3, {{"eng", "Launcher"}}, 60}, {0x01020304, 0xFFFF, 7, 1, {}, 2}},
+        0x0010));
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->type, 0x0010);
+    EXPECT_FALSE(table->test);
+    ASSERT_EQ(table->applications.size(), 2U);
+    const Application& first = table->applications[0];
+    EXPECT_EQ(first.organisation, 11U);
+    EXPECT_EQ(first.id, 0x1AB6);
+    EXPECT_EQ(first.controlCode, 1);
+    EXPECT_EQ(first.visibility, 3);
+    EXPECT_EQ(first.priority, 60);
+    const Application& second = table->applications[1];
+    EXPECT_EQ(second.organisation, 0x01020304U);
+    EXPECT_EQ(second.id, 0xFFFF);
+    EXPECT_EQ(second.controlCode, 7);
+    EXPECT_EQ(second.visibility, 1);
+    EXPECT_THAT(second.names, IsEmpty());
+}
+
+TEST(ApplicationTable, GivesTheNamesByLanguageDecoded) {
+    const auto table = ParseApplicationTable(Section({{1,
+                                                       1,
+                                                       2,
+                                                       3,
+                                                       {{"ita",
+                                                         "\x05"
+                                                         "Caff\xE8"},
+                                                        {{"fr\0", 3},
+                                                         "M\xC2"
+                                                         "et\xC2"
+                                                         "eo"}}}}));
+    ASSERT_TRUE(table);
+    const auto& names = table->applications.at(0).names;
+    ASSERT_EQ(names.size(), 2U);
+    EXPECT_EQ(names[0].language, "ita");
+    EXPECT_EQ(names[0].text, "Caff\u00e8");
+    EXPECT_EQ(names[1].language, std::string("fr\0", 3));
+    EXPECT_EQ(names[1].text, "M\u00e9t\u00e9o");
+}
+
+TEST(ApplicationTable, LeavesOutANameThatCannotBeDecoded) {
+    const auto table =
+        ParseApplicationTable(Section({{1, 1, 2, 3, {{"ita", "\x1F\x01xyz"}, {"eng", "News"}}}}));
+    ASSERT_TRUE(table);
+    ASSERT_EQ(table->applications.at(0).names.size(), 1U);
+    EXPECT_EQ(table->applications[0].names[0].text, "News");
+}
+
+TEST(ApplicationTable, TellsATableForTrials) {
+    const auto table = ParseApplicationTable(TsApplications({}, 0x8010));
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->type, 0x0010);
+    EXPECT_TRUE(table->test);
+}
+
+TEST(ApplicationTable, MayBeEmpty) {
+    const auto table = ParseApplicationTable(Section({}));
+    ASSERT_TRUE(table);
+    EXPECT_THAT(table->applications, IsEmpty());
+}
+
+TEST(ApplicationTable, IsNoOtherTable) {
+    EXPECT_FALSE(ParseApplicationTable(test::TsMap(1, {})));
+}
+
+// The descriptor loop of one application, with everything around it made to fit.
+std::optional<ApplicationTable> WithDescriptors(const TsBytes& descriptors) {
+    TsBytes loop{0, 0, 0, 1, 0, 2, 1, 0xF0, static_cast<uint8_t>(descriptors.size())};
+    std::copy(descriptors.begin(), descriptors.end(), std::back_inserter(loop));
+    TsBytes body{0xF0, 0x00, 0xF0, static_cast<uint8_t>(loop.size())};
+    std::copy(loop.begin(), loop.end(), std::back_inserter(body));
+    return ParseApplicationTable(test::TsSection(0x74, 1, body));
+}
+
+TEST(ApplicationTable, HidesAnApplicationWithoutItsDescriptor) {
+    const auto table = WithDescriptors({0x01, 0x04, 'i', 't', 'a', 0x00});
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->applications.at(0).visibility, 0);
+}
+
+TEST(ApplicationTable, CountsADescriptorThatIsTooShortAsAbsent) {
+    for (const TsBytes& descriptors :
+         {TsBytes{0x00, 0x00}, TsBytes{0x00, 0x01, 0x00}, TsBytes{0x00, 0x02, 0x00, 0xFF},
+          TsBytes{0x00, 0x03, 0x09, 0xFF, 0xFF}, TsBytes{0x01, 0x05, 'i', 't', 'a', 9, 'x'},
+          TsBytes{0x00, 0xFF, 0x00, 0xFF, 0xFF}, TsBytes{0x00}}) {
+        const auto table = WithDescriptors(descriptors);
+        ASSERT_TRUE(table);
+        EXPECT_EQ(table->applications.at(0).visibility, 0);
+        EXPECT_THAT(table->applications.at(0).names, IsEmpty());
+    }
+}
+
+TEST(ApplicationTable, PassesOverDescriptorsItDoesNotKnow) {
+    const auto table = WithDescriptors({0x02, 0x02, 0xAA, 0xBB, 0x00, 0x03, 0x00, 0x7F, 0x05});
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->applications.at(0).visibility, 3);
+}
+
+const std::vector<TsApplication> TWO{{11, 0x1AB6, 1, 3, {{"eng", "Launcher"}}},
+                                     {11, 0x1AB7, 2, 3, {{"ita", "Programmi"}}}};
+
+TEST(ApplicationTable, IsRefusedWhenItsBytesEndAnywhereBeforeTheirEnd) {
+    const TsBytes whole = Section(TWO);
+    for (size_t size = 0; size < whole.size(); ++size) {
+        // On the heap at its exact size, where a sanitizer sees any step beyond.
+        const TsBytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_FALSE(ParseApplicationTable(cut)) << size;
+    }
+}
+
+TEST(ApplicationTable, IsRefusedWhenItsLoopsEndBehindTheTable) {
+    const TsBytes whole = Section(TWO);
+    const TsBytes body(whole.begin() + 8, whole.end() - 4);
+    for (size_t size = 0; size < body.size(); ++size) {
+        const TsBytes cut(body.begin(), body.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_FALSE(ParseApplicationTable(test::TsSection(0x74, 1, cut))) << size;
+    }
+}
+
+TEST(ApplicationTable, TakesAnyChangeOfOneByteWithoutHarm) {
+    const TsBytes whole = Section(TWO);
+    for (size_t position = 0; position < whole.size(); ++position) {
+        for (const uint8_t value : TsBytes{0x00, 0x01, 0x7F, 0x80, 0xFF}) {
+            TsBytes changed = whole;
+            changed[position] = value;
+            const auto table = ParseApplicationTable(changed);
+            EXPECT_TRUE(!table || table->applications.size() < whole.size());
+        }
+    }
+}
+
+TEST(Application, HasAnIdOfOrganisationAndApplicationInHexadecimal) {
+    Application application;
+    application.organisation = 11;
+    application.id = 0x1AB7;
+    EXPECT_EQ(UniqueId(application), "0000000b.1ab7");
+    application.organisation = 0xFFFFFFFF;
+    application.id = 0xFFFF;
+    EXPECT_EQ(UniqueId(application), "ffffffff.ffff");
+    EXPECT_EQ(UniqueId({}), "00000000.0000");
+}
+
+TEST(Application, IsOfferedWhenItIsToRunOrToBeStartedAndViewersMaySeeIt) {
+    ApplicationTable trial;
+    trial.test = true;
+    for (unsigned code = 0; code < 256; ++code) {
+        for (unsigned visibility = 0; visibility < 4; ++visibility) {
+            Application application;
+            application.controlCode = static_cast<uint8_t>(code);
+            application.visibility = static_cast<uint8_t>(visibility);
+            const bool expected = (code == 1 || code == 2) && visibility == 3;
+            EXPECT_EQ(IsOffered({}, application), expected) << code << ' ' << visibility;
+            EXPECT_FALSE(IsOffered(trial, application));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace applist::sim
