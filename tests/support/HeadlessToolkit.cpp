@@ -16,21 +16,6 @@
 
 #include <gtest/gtest.h>
 
-// Memory that these libraries keep until the process ends; nothing of ours. The leak checker asks.
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libelementary.so\n"
-           "leak:libevas.so\n"
-           "leak:libedje.so\n"
-           "leak:libeo.so\n"
-           "leak:libeina.so\n"
-           "leak:libecore\n"
-           "leak:libefreet.so\n"
-           "leak:libeet.so\n"
-           "leak:libfontconfig.so\n"
-           "leak:libdbus-1.so\n";
-}
-
 namespace applist::test {
 namespace {
 
