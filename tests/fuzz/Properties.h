@@ -21,6 +21,10 @@ std::string CheckAdapterFrame(std::string_view bytes);
 /// holds on to what it saw: list, selection and responses agree after each step.
 std::string CheckRemoteProtocol(std::string_view bytes);
 
+/// Takes bytes for a file of the set's settings and for one setting's text: what can be read can be
+/// changed, value by value, without becoming unreadable and without touching the other values.
+std::string CheckSettingsFile(std::string_view bytes);
+
 /// One step of a session: the action's number, the payload's length in one byte, the payload.
 /// 0 to 10 are the functions 1999 to 2009; others are the viewer's selections and clicks.
 std::string SessionStep(int action, const std::string& payload);
@@ -29,5 +33,6 @@ std::string SessionStep(int action, const std::string& payload);
 std::vector<std::string> ItemStreamSeeds();
 std::vector<std::string> AdapterFrameSeeds();
 std::vector<std::string> RemoteProtocolSeeds();
+std::vector<std::string> SettingsFileSeeds();
 
 }  // namespace applist::test

@@ -46,5 +46,9 @@ TEST(AnyBytes, LeaveTheListConsistentWhenTheyAreRemoteCalls) {
     ExpectToHoldAround(CheckRemoteProtocol, RemoteProtocolSeeds());
 }
 
+TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
+    ExpectToHoldAround(CheckSettingsFile, SettingsFileSeeds());
+}
+
 }  // namespace
 }  // namespace applist::test

@@ -44,9 +44,10 @@ bool Middleware::SeesSelected(const std::string& id, const std::string& name) {
     return Sees("event 2 ItemSelected selection " + id + "\t" + name + "\n");
 }
 
-Television::Television() {
+Television::Television(const ChildProcess::Environment& changes) : m_changes(changes) {
     std::filesystem::create_directories(m_folder.path() / "run");
     std::filesystem::permissions(m_folder.path() / "run", std::filesystem::perms::owner_all);
+    m_sessionBus = std::make_unique<SessionBus>(Environment());
     EXPECT_EQ(Configure({"region", "italy"}), 0);
     EXPECT_EQ(Configure({"set", "memory/tv-viewer/data_service", "int", "2"}), 0);
     EXPECT_EQ(Configure({"set", "db/menu/broadcasting/autorun-dataservice", "bool", "0"}), 0);
@@ -56,14 +57,22 @@ Television::Television() {
 ChildProcess::Environment Television::Environment() const {
     ChildProcess::Environment environment = m_screen.Environment();
     environment.merge(m_systemBus.Environment());
-    environment["DBUS_SESSION_BUS_ADDRESS"] = m_sessionBus.Address();
+    if (m_sessionBus) {
+        environment.merge(m_sessionBus->Environment());
+    }
+    environment.emplace("DBUS_SESSION_BUS_ADDRESS", std::nullopt);
     environment["HOME"] = m_folder.path();
     environment["TMPDIR"] = m_folder.path();
     environment["XDG_RUNTIME_DIR"] = m_folder.path() / "run";
     environment["XDG_CONFIG_HOME"] = std::nullopt;
+    environment["XDG_DATA_HOME"] = std::nullopt;
+    environment["XDG_DATA_DIRS"] = BuiltProgram("../share");
     environment["APPLIST_PLATFORM_ROOT"] = m_folder.path() / "set";
     environment["LC_ALL"] = "C.UTF-8";
     environment["LANGUAGE"] = "en";
+    for (const auto& [name, value] : m_changes) {
+        environment[name] = value;
+    }
     return environment;
 }
 
@@ -88,11 +97,15 @@ void Television::ShowThreeItems() {
     ASSERT_TRUE(WaitForFocusedRow());
 }
 
-bool Television::WaitForWindow() {
-    return m_screen.WaitUntil([this] {
-        const XlibWindow window = m_screen.WindowTitled("org.vantu.applist");
+bool Television::WaitForWindow(const std::string& title) {
+    return m_screen.WaitUntil([&] {
+        const XlibWindow window = m_screen.WindowTitled(title);
         return window != 0 && m_screen.FocusedWindow() == window;
     });
+}
+
+bool Television::WaitForNoWindow(const std::string& title) {
+    return m_screen.WaitUntil([&] { return m_screen.WindowTitled(title) == 0; });
 }
 
 bool Television::WaitForFocusedRow() {

@@ -8,6 +8,7 @@
 
 #include "support/ChildProcess.h"
 #include "support/PrivateBus.h"
+#include "support/SessionBus.h"
 #include "support/TemporaryDir.h"
 #include "support/XDisplay.h"
 
@@ -33,11 +34,17 @@ private:
     size_t m_read = 0;
 };
 
-/// A whole set for end-to-end tests: a screen with window manager and compositor, a system and a
-/// session bus, a home folder, and an Italian set's settings, which offer the list.
+/// A whole set for end-to-end tests: a screen with window manager and compositor, a system bus, a
+/// session bus that starts the build's applications, a home folder, and an Italian set's settings,
+/// which offer the list.
 class Television {
 public:
-    Television();
+    /// The titles of the windows that may be on the screen.
+    static constexpr const char* LIST = "org.vantu.applist";
+    static constexpr const char* ALERT_POPUP = "org.vantu.alert-syspopup";
+
+    /// changes come on top of what every program of the set finds in its environment.
+    explicit Television(const ChildProcess::Environment& changes = {});
 
     /// Starts the program; it is on its own from then on. wrapper precedes it on the command line.
     std::unique_ptr<ChildProcess> StartApplication(const std::vector<std::string>& wrapper = {});
@@ -48,8 +55,10 @@ public:
     /// Both, with the list filled, on the screen and the first row selected.
     void ShowThreeItems();
 
-    /// Waits until the list's window gets the keys; true iff it does in time.
-    bool WaitForWindow();
+    /// Waits until the window with this title gets the keys; true iff it does in time.
+    bool WaitForWindow(const std::string& title = LIST);
+    /// Waits until there is no such window; true iff so in time.
+    bool WaitForNoWindow(const std::string& title);
     /// Waits until a row with the focus mark stands on the screen, or none; true iff so in time.
     bool WaitForFocusedRow();
     bool WaitForNoFocusedRow();
@@ -59,15 +68,18 @@ public:
 
     XDisplay& screen() { return m_screen; }
     PrivateBus& systemBus() { return m_systemBus; }
+    /// Its daemon's streams hold what the programs print that it starts.
+    SessionBus& sessionBus() { return *m_sessionBus; }
     ChildProcess& application() { return *m_application; }
     Middleware& middleware() { return *m_middleware; }
     ChildProcess::Environment Environment() const;
 
 private:
     TemporaryDir m_folder;
+    ChildProcess::Environment m_changes;
     PrivateBus m_systemBus;
-    PrivateBus m_sessionBus;
     XDisplay m_screen{{"openbox", "picom"}};
+    std::unique_ptr<SessionBus> m_sessionBus;
     std::unique_ptr<Middleware> m_middleware;
     std::unique_ptr<ChildProcess> m_application;
 };

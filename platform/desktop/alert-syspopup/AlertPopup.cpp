@@ -22,6 +22,10 @@ bool Closes(std::string_view key) {
     return std::find(CLOSING_KEYS.begin(), CLOSING_KEYS.end(), key) != CLOSING_KEYS.end();
 }
 
+const char* NameOf(Alert::Kind kind) {
+    return kind == Alert::Kind::UNAVAILABLE ? "unavailable" : "notification";
+}
+
 const char* KeyOf(void* event) {
     return static_cast<Ecore_Event_Key*>(event)->key;
 }
@@ -64,6 +68,7 @@ void AlertPopup::Launch(const app_control_s& request) {
         LOG_ERROR("Launch request refused: its extra data holds no \"text\" to show");
     } else if (m_window || (m_window = AlertWindow::Create(m_title.c_str()))) {
         m_window->Show(*alert);
+        LOG_DEBUG("Showing as %s: %s", NameOf(alert->kind), alert->text.c_str());
         RestartTimer();
     } else {
         LOG_ERROR("There is no display to show this on: %s", alert->text.c_str());

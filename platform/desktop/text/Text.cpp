@@ -2,14 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/Text.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstring>
 #include <glib.h>
 #include <libintl.h>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "CallbackGuard.h"
+#include "EnglishTexts.h"
 #include "i18n_text.h"
 #include "paths/DataPath.h"
 
@@ -63,12 +66,23 @@ private:
 bool BindCatalogues() {
     const std::string catalogues = FindData("locale");
     if (catalogues.empty()) {
-        LOG_ERROR("No message catalogues: there is no folder share/locale of this program");
+        LOG_ERROR(
+            "No message catalogues: there is no folder share/locale of this program; texts "
+            "are English");
         return false;
     }
     bindtextdomain(DOMAIN, catalogues.c_str());
     bind_textdomain_codeset(DOMAIN, "UTF-8");
     return true;
+}
+
+// What is compiled in; null for an id that nobody knows. A viewer without catalogues, or with one
+// that is cut short, gets English, not ids.
+const char* English(std::string_view messageId) {
+    const auto* const found =
+        std::find_if(ENGLISH_TEXTS.begin(), ENGLISH_TEXTS.end(),
+                     [messageId](const EnglishText& text) { return text.id == messageId; });
+    return found != ENGLISH_TEXTS.end() ? found->text : nullptr;
 }
 
 // The id itself must outlive the call, too, like a text: it may be the caller's temporary.
@@ -81,7 +95,11 @@ const char* Translate(const char* messageId) {
     static const bool bound = BindCatalogues();
     const ScopedLocale locale;
     const char* text = bound ? dgettext(DOMAIN, messageId) : messageId;
-    return text != messageId ? text : Keep(messageId);
+    if (text != messageId) {
+        return text;
+    }
+    const char* english = English(messageId);
+    return english != nullptr ? english : Keep(messageId);
 }
 
 }  // namespace

@@ -21,8 +21,8 @@ namespace {
 
 using desktop::AlertPopup;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
+constexpr const char* REFUSAL = "Launch request refused: its extra data holds no \"text\" to show";
 constexpr double A_LONG_TIME = 3600.0;
 constexpr double NO_TIME = 0.001;
 
@@ -74,7 +74,7 @@ TEST_F(Popup, ShowsTheTextOfTheRequest) {
     EXPECT_EQ(Shown("elm.text"), "Hello");
     EXPECT_EQ(Shown("elm.text.hint"), TranslationOf("ALERT_CLOSE_HINT"));
     EXPECT_TRUE(evas_object_visible_get(popup.window()->window()));
-    EXPECT_THAT(Log(), IsEmpty());
+    EXPECT_THAT(Log(), ElementsAre(Debug("Showing as notification: Hello")));
     EXPECT_EQ(TheApp().exits, 0);
 }
 
@@ -118,9 +118,7 @@ TEST_F(Popup, IsAsHighAsItsTextNeeds) {
 TEST_F(Popup, EndsOnAFirstRequestWithoutAText) {
     popup.Launch({"org.vantu.alert-syspopup", {{"type", "notification"}}});
     EXPECT_EQ(popup.window(), nullptr);
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(Error("Launch request refused: its extra data holds no \"text\" to show")));
+    EXPECT_THAT(Log(), ElementsAre(Error(REFUSAL)));
     EXPECT_EQ(TheApp().exits, 1);
 }
 
@@ -129,7 +127,7 @@ TEST_F(Popup, KeepsItsAlertOnALaterRequestWithoutAText) {
     popup.Launch({"org.vantu.alert-syspopup", {{"type", "notification"}}});
     EXPECT_EQ(Shown("elm.text"), "Hello");
     EXPECT_EQ(Look(), "unavailable");
-    EXPECT_EQ(Log().size(), 1U);
+    EXPECT_THAT(Log(), ElementsAre(Debug("Showing as unavailable: Hello"), Error(REFUSAL)));
     EXPECT_EQ(TheApp().exits, 0);
 }
 

@@ -140,11 +140,47 @@ TEST_F(Text, RunsInTheDirectionOfTheLanguageThatIsShown) {
     EXPECT_EQ(Lookup("--direction", {{"LANG", "ar_EG.UTF-8"}}), Line("ltr"));
 }
 
-TEST_F(Text, IsTheIdAndAnErrorLineWithoutAnyCatalogue) {
+TEST_F(Text, IsEnglishWithAnErrorLineWithoutAnyCatalogue) {
     fs::remove_all(Locale());
-    const std::string output = Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}});
-    EXPECT_EQ(output, Line(TITLE) + Line("log: No message catalogues: there is no folder "
-                                         "share/locale of this program"));
+    const std::string error = Line(
+        "log: No message catalogues: there is no folder share/locale of this program; texts are "
+        "English");
+    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE) + error);
+    EXPECT_EQ(Lookup("--direction", {{"LANG", "ar_EG.UTF-8"}}), Line("ltr") + error);
+    EXPECT_EQ(Lookup("SID_NOBODY_KNOWS", {}), Line("SID_NOBODY_KNOWS") + error);
+}
+
+TEST_F(Text, IsEnglishWithoutTheEnglishCatalogue) {
+    fs::remove(Catalogue("en"));
+    EXPECT_EQ(Lookup(TITLE, {{"LANG", "fi_FI.UTF-8"}}), Line(ENGLISH_TITLE));
+    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line("Servizi dati"));
+}
+
+TEST_F(Text, IsEnglishWhereTheCatalogueIsCutShort) {
+    fs::resize_file(Catalogue("it"), 10);
+    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE));
+    fs::resize_file(Catalogue("en"), 10);
+    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE));
+}
+
+TEST_F(Text, CompiledInIsThatOfTheEnglishCatalogue) {
+    const std::vector<std::string> ids{"TEXT_DIRECTION",
+                                       TITLE,
+                                       "SID_DATA_SERVICE_IS_NOT_PROVIDED",
+                                       "TV_SID_NOT_AVAILABLE_AUTO_RUN_DATA_MSG",
+                                       "SID_NOT_AVAILABLE",
+                                       "ALERT_TITLE_NOTIFICATION",
+                                       "ALERT_TITLE_UNAVAILABLE",
+                                       "ALERT_CLOSE_HINT"};
+    std::vector<std::string> translated;
+    for (const std::string& id : ids) {
+        translated.push_back(Lookup(id, {}));
+        EXPECT_NE(translated.back(), Line(id));
+    }
+    fs::remove(Catalogue("en"));
+    for (size_t i = 0; i < ids.size(); ++i) {
+        EXPECT_EQ(Lookup(ids[i], {}), translated[i]) << ids[i];
+    }
 }
 
 }  // namespace

@@ -1,0 +1,241 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Sets of each region, from their stored settings to what stands on the screen: the list, or the
+// alert popup that says why there is none.
+//
+// With APPLIST_PICTURES=FOLDER a run leaves a picture of each screen there.
+#include <cstdlib>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/Television.h"
+
+namespace applist::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+// The badges of the two kinds of alert in the desktop's theme.
+constexpr uint32_t INFORM = 0x76B4FF;
+constexpr uint32_t WARN = 0xFFB040;
+
+struct Settings {
+    std::string region;
+    std::string flag;
+    bool autorun = false;
+    int autostart = 0;
+};
+
+class ATelevision {
+public:
+    ATelevision(const std::string& language, const Settings& settings)
+        : m_set({{"LANGUAGE", language}, {"APPLIST_LOG", "debug"}}) {
+        EXPECT_EQ(m_set.Configure({"region", settings.region}), 0);
+        EXPECT_EQ(m_set.Configure({"set", "memory/tv-viewer/data_service", "int", settings.flag}),
+                  0);
+        EXPECT_EQ(m_set.Configure({"set", "db/menu/broadcasting/autorun-dataservice", "bool",
+                                   settings.autorun ? "1" : "0"}),
+                  0);
+        EXPECT_EQ(m_set.Configure({"set", "memory/javamw/autostart-app", "int",
+                                   std::to_string(settings.autostart)}),
+                  0);
+    }
+
+    /// The popup is up, of this kind and with this text; nothing else is.
+    void ExpectAlert(const std::string& type, const std::string& text) {
+        ASSERT_TRUE(m_set.WaitForWindow(Television::ALERT_POPUP)) << Popup().Errors();
+        EXPECT_TRUE(Popup().WaitForText("Showing as " + type + ": " + text + "\n"))
+            << Popup().Errors();
+        EXPECT_TRUE(Shows(type == "unavailable" ? WARN : INFORM));
+        EXPECT_FALSE(screen().Shows(type == "unavailable" ? INFORM : WARN));
+        EXPECT_EQ(screen().WindowTitled(Television::LIST), 0U);
+    }
+
+    /// What the viewer does with a popup.
+    void CloseAlert() {
+        screen().TypeKey("Return");
+        EXPECT_TRUE(m_set.WaitForNoWindow(Television::ALERT_POPUP));
+    }
+
+    void TakePicture(const std::string& name) {
+        if (const char* folder = std::getenv("APPLIST_PICTURES")) {
+            EXPECT_TRUE(screen().SaveScreenshot(std::string(folder) + "/" + name + ".png"));
+        }
+    }
+
+    Television& set() { return m_set; }
+    XDisplay& screen() { return m_set.screen(); }
+
+private:
+    ChildProcess& Popup() { return m_set.sessionBus().daemon(); }
+    bool Shows(uint32_t colour) {
+        return screen().WaitUntil([&] { return screen().Shows(colour); });
+    }
+
+    Television m_set;
+};
+
+/// The lines of the program that tell what it gave to the popup.
+std::vector<std::string> ExtraDataOf(const std::string& log) {
+    const std::string start = "Adding extra data: ";
+    std::vector<std::string> lines;
+    for (size_t at = log.find(start); at != std::string::npos; at = log.find(start, at)) {
+        const size_t end = log.find('\n', at);
+        lines.push_back(log.substr(at + start.size(), end - at - start.size()));
+        at = end;
+    }
+    return lines;
+}
+
+/// A row of a table of regions; the first word names it.
+struct Offered {
+    std::string name;
+    Settings settings;
+};
+std::ostream& operator<<(std::ostream& out, const Offered& row) {
+    return out << row.name;
+}
+
+class RegionThatOffersTheList : public testing::TestWithParam<Offered> {};
+
+TEST_P(RegionThatOffersTheList, ShowsIt) {
+    ATelevision television("en", GetParam().settings);
+    ASSERT_NO_FATAL_FAILURE(television.set().ShowThreeItems());
+    television.TakePicture("list-" + GetParam().name);
+    EXPECT_EQ(television.screen().WindowTitled(Television::ALERT_POPUP), 0U);
+    television.screen().TypeKey("Escape");
+    EXPECT_EQ(television.set().application().WaitForExit(), 0);
+    const std::string& log = television.set().application().Errors();
+    EXPECT_THAT(log, HasSubstr("CheckVisibility resulting in :1\n"));
+    EXPECT_THAT(log, Not(HasSubstr("Adding extra data")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, RegionThatOffersTheList,
+                         testing::Values(Offered{"Italy", {"italy", "2"}},
+                                         Offered{"ItalyWithAutorunAlone", {"italy", "2", true, 0}},
+                                         Offered{"ItalyWithAutostartAlone",
+                                                 {"italy", "6", false, 1}},
+                                         Offered{"Brazil", {"brazil", "2", true, 1}},
+                                         Offered{"Argentina", {"argentina", "4", true, 1}},
+                                         Offered{"Uruguay", {"uruguay", "6", true, 1}}),
+                         [](const auto& row) { return row.param.name; });
+
+struct Refused {
+    std::string name;
+    Settings settings;
+    std::string language;
+    std::string type;
+    std::string text;
+};
+std::ostream& operator<<(std::ostream& out, const Refused& row) {
+    return out << row.name;
+}
+
+class RegionWithoutTheList : public testing::TestWithParam<Refused> {};
+
+TEST_P(RegionWithoutTheList, SaysWhyInItsLanguage) {
+    const auto& [name, settings, language, type, text] = GetParam();
+    ATelevision television(language, settings);
+    const auto application = television.set().StartApplication();
+    EXPECT_EQ(application->WaitForExit(), 0) << application->Errors();
+    ASSERT_NO_FATAL_FAILURE(television.ExpectAlert(type, text));
+    television.TakePicture("alert-" + name);
+    EXPECT_THAT(ExtraDataOf(application->Errors()),
+                testing::ElementsAre("key=text, value=" + text, "key=type, value=" + type));
+    EXPECT_THAT(application->Errors(), HasSubstr("CheckVisibility resulting in :0\n"));
+    EXPECT_EQ(application->Output(), "APPLIST v: plm-applist-20150201.1\n");
+    television.CloseAlert();
+}
+
+constexpr const char* STARTS_BY_ITSELF_IT =
+    "I servizi dati di questo canale si avviano da soli, perciò non c'è un elenco. Per sceglierli, "
+    "disattiva l'avvio automatico nel menu Trasmissione.";
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, RegionWithoutTheList,
+    testing::Values(
+        Refused{"ItalyWithoutService",
+                {"italy", "0"},
+                "it",
+                "notification",
+                "Questo canale non offre servizi dati."},
+        Refused{"ItalyWithAServiceThatStartsByItself",
+                {"italy", "2", true, 1},
+                "it",
+                "notification",
+                STARTS_BY_ITSELF_IT},
+        Refused{"ItalyWithTheOtherFlag", {"italy", "4"}, "it", "notification", STARTS_BY_ITSELF_IT},
+        Refused{"Brazil",
+                {"brazil", "0"},
+                "pt_BR",
+                "unavailable",
+                "Os serviços de dados não estão disponíveis."},
+        Refused{"BrazilWithAnotherFlag",
+                {"brazil", "1", true, 1},
+                "pt_BR",
+                "unavailable",
+                "Os serviços de dados não estão disponíveis."},
+        Refused{"Argentina",
+                {"argentina", "0"},
+                "es_AR",
+                "unavailable",
+                "Los servicios de datos no están disponibles."},
+        Refused{"Uruguay",
+                {"uruguay", "0"},
+                "es_UY",
+                "unavailable",
+                "Los servicios de datos no están disponibles."},
+        Refused{"ARegionWithoutDataServices",
+                {"none", "7"},
+                "en",
+                "unavailable",
+                "Data services are not available."},
+        Refused{"AViewerWhoReadsFromRightToLeft",
+                {"none", "7"},
+                "ar",
+                "unavailable",
+                "خدمات البيانات غير متوفّرة."}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(ASetWithoutARegion, SaysSoAfterItsTenAttempts) {
+    ATelevision television("it", {"italy", "2"});
+    ASSERT_EQ(television.set().Configure({"factory", "unset", "194"}), 0);
+    const auto application = television.set().StartApplication();
+    EXPECT_EQ(application->WaitForExit(), 0) << application->Errors();
+    ASSERT_NO_FATAL_FAILURE(
+        television.ExpectAlert("unavailable", "I servizi dati non sono disponibili."));
+    EXPECT_THAT(application->Errors(), HasSubstr("GetData(ID_LOCALSET, ...) loop=9;\n"));
+    EXPECT_THAT(application->Errors(), HasSubstr("CheckVisibility resulting in :0\n"));
+    television.CloseAlert();
+}
+
+TEST(ASetWithoutARegion, ShowsTheListWhenTheRegionComesInTime) {
+    ATelevision television("it", {"italy", "2"});
+    ASSERT_EQ(television.set().Configure({"factory", "unset", "194"}), 0);
+    const auto application = television.set().StartApplication();
+    ASSERT_TRUE(application->WaitForText("loop=1;"));
+    ASSERT_EQ(television.set().Configure({"region", "argentina"}), 0);
+    EXPECT_TRUE(television.set().WaitForWindow(Television::LIST));
+    EXPECT_EQ(television.screen().WindowTitled(Television::ALERT_POPUP), 0U);
+    television.screen().TypeKey("Escape");
+    EXPECT_EQ(application->WaitForExit(), 0);
+}
+
+TEST(ASetWithDamagedSettings, SaysThatThereIsNoService) {
+    ATelevision television("it", {"italy", "2"});
+    television.set().WriteFile("set/memory/settings.ini", "damage\n");
+    const auto application = television.set().StartApplication();
+    EXPECT_EQ(application->WaitForExit(), 0) << application->Errors();
+    ASSERT_NO_FATAL_FAILURE(
+        television.ExpectAlert("notification", "Questo canale non offre servizi dati."));
+    television.CloseAlert();
+}
+
+}  // namespace
+}  // namespace applist::test
