@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -68,15 +69,6 @@ void SendKey(int type, const std::string& key) {
     ecore_event_add(type, event, nullptr, nullptr);
 }
 
-// Ends the wait before it begins once the condition holds.
-Eina_Bool OnBeforeWait(void* data) {
-    const auto& condition = *static_cast<const std::function<bool()>*>(data);
-    if (condition()) {
-        ecore_job_add([](void*) {}, nullptr);
-    }
-    return ECORE_CALLBACK_RENEW;
-}
-
 }  // namespace
 
 HeadlessToolkit::HeadlessToolkit(const std::vector<std::filesystem::path>& themes) {
@@ -104,25 +96,34 @@ HeadlessToolkit::~HeadlessToolkit() {
 
 bool HeadlessToolkit::RunUntil(const std::function<bool()>& condition,
                                std::chrono::milliseconds patience) {
-    bool late = false;
-    const double seconds = std::chrono::duration<double>(patience).count();
-    Ecore_Timer* timer = ecore_timer_add(
-        seconds,
+    struct Wait {
+        const std::function<bool()>& condition;
+        bool holds;
+    } wait{condition, condition()};
+    if (wait.holds) {
+        return true;
+    }
+    Ecore_Idle_Enterer* asking = ecore_idle_enterer_add(
         [](void* data) -> Eina_Bool {
-            *static_cast<bool*>(data) = true;
+            auto* self = static_cast<Wait*>(data);
+            self->holds = self->condition();
+            if (self->holds) {
+                ecore_main_loop_quit();
+            }
             return ECORE_CALLBACK_RENEW;
         },
-        &late);
-    // A turn runs timers before it waits: what they brought about is looked at before the wait.
-    Ecore_Idle_Enterer* beforeWait = ecore_idle_enterer_add(OnBeforeWait, &condition);
-    bool holds = condition();
-    while (!holds && !late) {
-        ecore_main_loop_iterate_may_block(1);
-        holds = condition();
-    }
-    ecore_idle_enterer_del(beforeWait);
-    ecore_timer_del(timer);
-    return holds;
+        &wait);
+    Ecore_Timer* end = ecore_timer_add(
+        std::chrono::duration<double>(patience).count(),
+        [](void* /*data*/) -> Eina_Bool {
+            ecore_main_loop_quit();
+            return ECORE_CALLBACK_RENEW;
+        },
+        nullptr);
+    ecore_main_loop_begin();
+    ecore_timer_del(end);
+    ecore_idle_enterer_del(asking);
+    return wait.holds;
 }
 
 void HeadlessToolkit::Settle() {
@@ -164,6 +165,18 @@ void HeadlessToolkit::PressKey(const std::string& key) {
 void HeadlessToolkit::ReleaseKey(const std::string& key) {
     SendKey(ECORE_EVENT_KEY_UP, key);
     Settle();
+}
+
+bool HeadlessToolkit::IsShown(Evas_Object* window) {
+    Ecore_Evas* canvas = CanvasOf(window);
+    ecore_evas_manual_render(canvas);
+    int width = 0;
+    int height = 0;
+    ecore_evas_geometry_get(canvas, nullptr, nullptr, &width, &height);
+    const auto* pixels = static_cast<const uint32_t*>(ecore_evas_buffer_pixels_get(canvas));
+    constexpr uint32_t OPAQUE = 0xFF;
+    return std::any_of(pixels, pixels + ptrdiff_t{width} * height,
+                       [](uint32_t pixel) { return pixel >> 24U == OPAQUE; });
 }
 
 bool HeadlessToolkit::SavePicture(Evas_Object* window, const std::filesystem::path& file) {
