@@ -109,17 +109,6 @@ TEST_F(RemoteRemoveItem, OfAnUnreadableItemRemovesTheOneWithoutId) {
     EXPECT_EQ(Call(GET_ALL_ITEMS), A);
 }
 
-TEST_F(RemoteRemoveItem, TakesTheListedItemBeforeItsDuplicate) {
-    Call(ADD_ITEMS, A + ItemBytes("Again", "a"));
-    Call(REMOVE_ITEM, A);
-    EXPECT_EQ(Call(GET_ALL_ITEMS), "");
-    ClearLog();
-    // The duplicate was never listed: the model has nothing to say about it.
-    Call(REMOVE_ITEM, A);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: RemoveItem"),
-                                   Debug("Removing item name: Again, uniqueId: a")));
-}
-
 using RemoteModifyItem = RemoteFixture;
 
 TEST_F(RemoteModifyItem, ReplacesInPlaceAndDeletesTheOldItemAfterEverybodyWasTold) {
@@ -150,6 +139,15 @@ TEST_F(RemoteModifyItem, KeepsTheReplacementsPlaceAmongTheOwnedItems) {
     ASSERT_GE(Log().size(), 3U);
     EXPECT_THAT(std::vector<LogLine>(Log().end() - 3, Log().end()),
                 ElementsAre(Event("deleted a"), Event("deleted d"), Event("deleted c")));
+}
+
+TEST_F(RemoteModifyItem, IsLoggedByTheStepThatReplacesOrRemoves) {
+    FillWithThree();
+    Call(MODIFY_ITEM, B + ItemBytes("Delta", "d"));
+    EXPECT_EQ(LogFunctions().at(1), "PrivateModifyItem");
+    ClearLog();
+    Call(MODIFY_ITEM, A + A);
+    EXPECT_EQ(LogFunctions().at(1), "PrivateRemoveItem");
 }
 
 TEST_F(RemoteModifyItem, OfAnUnknownItemDoesNothing) {

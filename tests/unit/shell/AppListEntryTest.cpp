@@ -166,6 +166,20 @@ TEST_F(AnAppListEntry, DeletesWhatIsLeftWhenDestroyedWithoutTerminate) {
                                             "delete local model", "delete default model"));
 }
 
+TEST_F(AnAppListEntry, NamesItsFunctionsInItsLines) {
+    AppListEntry::Create(nullptr);
+    AppListEntry::Service(nullptr, nullptr);
+    Launch();
+    Launch();
+    AppListEntry::Pause(nullptr);
+    AppListEntry::Resume(nullptr);
+    AppListEntry::Terminate(&*m_entry);
+    EXPECT_THAT(LogFunctions(),
+                ElementsAre("Create", "Create", "Service", "Service", "Service", "HandleService",
+                            "HandleCmd", "Service", "HandleService", "HandleCmd", "HandleCmd",
+                            "Pause", "Resume", "Terminate", "Delete"));
+}
+
 TEST_F(AnAppListEntry, TerminatesWithoutUserData) {
     AppListEntry::Terminate(nullptr);
     EXPECT_THAT(Log(), ElementsAre(Debug("_terminate callback function calling")));
