@@ -109,6 +109,17 @@ TEST_F(RemoteRemoveItem, OfAnUnreadableItemRemovesTheOneWithoutId) {
     EXPECT_EQ(Call(GET_ALL_ITEMS), A);
 }
 
+TEST_F(RemoteRemoveItem, KeepsTheOrderOfTheOtherOwnedItems) {
+    FillWithThree();
+    Call(REMOVE_ITEM, A);
+    const ItemMourner mourner(model);
+    ClearLog();
+    Call(REMOVE_ALL_ITEMS);
+    ASSERT_GE(Log().size(), 2U);
+    EXPECT_THAT(std::vector<LogLine>(Log().end() - 2, Log().end()),
+                ElementsAre(Event("deleted b"), Event("deleted c")));
+}
+
 using RemoteModifyItem = RemoteFixture;
 
 TEST_F(RemoteModifyItem, ReplacesInPlaceAndDeletesTheOldItemAfterEverybodyWasTold) {
@@ -171,6 +182,14 @@ TEST_F(RemoteModifyItem, UnderAnotherItemsIdRemovesTheOldItem) {
     FillWithThree();
     Call(MODIFY_ITEM, B + C);
     EXPECT_EQ(Call(GET_ALL_ITEMS), A + C);
+}
+
+TEST_F(RemoteModifyItem, UnderTheIdOfAnUnlistedDuplicateRemovesTheOldItemToo) {
+    Call(ADD_ITEMS, A + B + ItemBytes("Again", "a"));
+    Call(REMOVE_ITEM, A);
+    ASSERT_EQ(Call(GET_ALL_ITEMS), B);
+    Call(MODIFY_ITEM, B + A);
+    EXPECT_EQ(Call(GET_ALL_ITEMS), "");
 }
 
 TEST_F(RemoteModifyItem, UnderAKnownIdLeavesTheListAloneWhenTheOldItemIsUnknown) {

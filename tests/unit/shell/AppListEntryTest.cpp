@@ -101,10 +101,16 @@ TEST_F(AnAppListEntry, AsksToExitAgainOnEachFurtherLaunch) {
 }
 
 TEST_F(AnAppListEntry, CountsLaunchesFromCreateOn) {
+    Launch();
+    AppListEntry::Create(&*m_entry);
+    Launch();
+    EXPECT_EQ(TheApp().exits, 0);
+}
+
+TEST_F(AnAppListEntry, ForgetsItsLaunchesOnTerminate) {
     AppListEntry::Create(&*m_entry);
     Launch();
     AppListEntry::Terminate(&*m_entry);
-    AppListEntry::Create(&*m_entry);
     Launch();
     EXPECT_EQ(TheApp().exits, 0);
 }
