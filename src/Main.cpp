@@ -18,7 +18,8 @@ constexpr const char* APP_ID = "org.vantu.applist";
 
 int main(int argc, char** argv) {
     std::printf("APPLIST v: %s\n", VERSION);
-    std::fflush(stdout);  // A reader at the other end of a pipe sees it at the start, not the end.
+    // A reader at the other end of a pipe sees it at the start, not the end.
+    static_cast<void>(std::fflush(stdout));
     ui_app_callbacks callbacks{BannerCreate, BannerTerminate, BannerPause, BannerResume,
                                BannerService};
     std::optional<AppListEntry> entry;
