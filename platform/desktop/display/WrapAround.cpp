@@ -55,8 +55,6 @@ bool IsReal(const Evas_Object* list, const Elm_Object_Item* row) {
 void MakeReal(const Evas_Object* list, Elm_Object_Item* row) {
     elm_genlist_item_show(row, ELM_GENLIST_ITEM_SCROLLTO_IN);
     evas_smart_objects_calculate(evas_object_evas_get(list));
-    // Asked for a neighbour, the toolkit looks at the list's rows again.
-    elm_object_focus_next_object_get(elm_object_top_widget_get(list), ELM_FOCUS_DOWN);
 }
 
 }  // namespace
