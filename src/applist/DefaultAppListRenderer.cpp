@@ -51,7 +51,7 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
 }
 
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
-    : m_name(name), m_focusOpening([this] { OpenToFocus(); }) {
+    : m_name(name), m_focusOpening([this] { OpenToFocus(); }), m_keyPress([this] { OpenToKey(); }) {
     static_cast<void>(Create());
 }
 
@@ -197,6 +197,17 @@ void DefaultAppListRenderer::OpenToFocus() {
         elm_object_focus_allow_set(m_genlist, EINA_TRUE);
     }
     FocusSelection();
+}
+
+void DefaultAppListRenderer::OpenToKey() {
+    if (m_genlist == nullptr || elm_object_focus_allow_get(m_genlist) != EINA_FALSE ||
+        elm_genlist_first_item_get(m_genlist) == nullptr) {
+        return;
+    }
+    // What the next frame would do: the rows become widgets.
+    evas_smart_objects_calculate(evas_object_evas_get(m_genlist));
+    m_focusOpening.Drop();
+    OpenToFocus();
 }
 
 void DefaultAppListRenderer::FocusSelection() {

@@ -9,6 +9,7 @@
 #include "applist/AppListModel.h"
 #include "applist/AppListRenderer.h"
 #include "applist/IdleCall.h"
+#include "applist/KeyPressHook.h"
 
 // The toolkit's own names, so that whoever only creates a renderer need not include the toolkit.
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
@@ -137,10 +138,13 @@ private:
     /// cleared while a row has it never moves it by key again.
     void CloseToFocus();
     void OpenToFocus();
+    /// A key that comes before that is meant for the selected row: it must find the list open.
+    void OpenToKey();
     /// Gives the row of the model's selection the focus, whatever the toolkit made of it.
     void FocusSelection();
     void MoveFocusFrom(const Row* lost);
     void FocusTarget();
 
     applist::IdleCall m_focusOpening;
+    applist::KeyPressHook m_keyPress;
 };

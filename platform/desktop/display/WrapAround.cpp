@@ -32,11 +32,6 @@ Evas_Object* FocusedLoopingList(const Evas_Object* window) {
     return looping ? focused : nullptr;
 }
 
-// The row that has the focus, or null.
-Elm_Object_Item* FocusedRow(const Evas_Object* list) {
-    return elm_object_focused_item_get(list);
-}
-
 // The row that the key leads to from row, round the end where there is none; null where row is the
 // only one.
 Elm_Object_Item* Target(const Evas_Object* list, const Elm_Object_Item* row, bool up) {
@@ -60,28 +55,36 @@ bool IsReal(const Evas_Object* list, const Elm_Object_Item* row) {
 void MakeReal(const Evas_Object* list, Elm_Object_Item* row) {
     elm_genlist_item_show(row, ELM_GENLIST_ITEM_SCROLLTO_IN);
     evas_smart_objects_calculate(evas_object_evas_get(list));
-    // Asked for a neighbour, the toolkit looks at the list's rows again.
-    elm_object_focus_next_object_get(elm_object_top_widget_get(list), ELM_FOCUS_DOWN);
 }
 
 }  // namespace
 
 bool WrapAround::Press(const Ecore_Event_Key& key) {
     const std::string_view name = key.key;
-    if ((name != "Up" && name != "Down") || (key.modifiers & ANY_MODIFIER) != 0) {
+    const bool vertical = name == "Up" || name == "Down";
+    if ((!vertical && name != "Left" && name != "Right") || (key.modifiers & ANY_MODIFIER) != 0) {
         return false;
     }
     const Evas_Object* list = FocusedLoopingList(m_windows.Find(key.window));
-    const Elm_Object_Item* row = list != nullptr ? FocusedRow(list) : nullptr;
-    Elm_Object_Item* target = row != nullptr ? Target(list, row, name == "Up") : nullptr;
-    if (target == nullptr) {
+    if (list == nullptr) {
         return false;
+    }
+    if (vertical) {
+        Step(list, name == "Up");
+    }
+    return true;
+}
+
+void WrapAround::Step(const Evas_Object* list, bool up) {
+    const Elm_Object_Item* row = elm_object_focused_item_get(list);
+    Elm_Object_Item* target = row != nullptr ? Target(list, row, up) : nullptr;
+    if (target == nullptr) {
+        return;
     }
     if (!IsReal(list, target)) {
         MakeReal(list, target);
     }
     elm_object_item_focus_set(target, EINA_TRUE);
-    return true;
 }
 
 }  // namespace applist::desktop

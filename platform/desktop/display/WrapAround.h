@@ -2,24 +2,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <Ecore.h>
 #include <Ecore_Input.h>
+#include <Evas.h>
 
 #include "display/Windows.h"
 
 namespace applist::desktop {
 
-/// Moves the focus of a genlist round its end, where its loop is enabled: Down on the last row goes
-/// to the first, Up on the first to the last. The toolkit has the setting, but follows it only for
-/// keys with Shift. Main thread only; lives while the toolkit does.
+/// Moves the focus of a genlist whose loop is enabled, one row for each Up and Down, and round its
+/// ends. The toolkit follows the loop only for keys with Shift; it stays where it is when the next
+/// row has not been drawn yet, which is soon with keys that come faster than frames; and on Right
+/// and Left it may jump to another row while the rows are being laid out. Main thread only.
 class WrapAround {
 public:
     /// windows must outlive the object.
     explicit WrapAround(Windows& windows) : m_windows(windows) {}
-    /// True iff it moved the focus by the key; then the toolkit must not see the key.
+
+    /// True iff the key is dealt with here; then the toolkit must not see it.
     bool Press(const Ecore_Event_Key& key);
 
 private:
+    static void Step(const Evas_Object* list, bool up);
+
     Windows& m_windows;
 };
 

@@ -66,8 +66,8 @@ protected:
     testing::AssertionResult EndsOn(int row, int moves) {
         for (int move = 0; move + 1 < moves; ++move) {
             if (!m_set.middleware().Sees("event 2 ItemSelected")) {
-                return testing::AssertionFailure()
-                       << "only " << move << " moves:\n" << m_set.middleware().Transcript();
+                return testing::AssertionFailure() << "only " << move << " moves:\n"
+                                                   << m_set.middleware().Transcript();
             }
         }
         if (!m_set.middleware().SeesSelected(Id(row), Name(row))) {
@@ -108,18 +108,18 @@ TEST_P(ABurstOfKeys, MovesOneRowWithEachFromTheListsFirstMomentOn) {
     EXPECT_TRUE(Activates(GetParam().end));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Keys, ABurstOfKeys,
-    testing::Values(Burst{"DownRoundThreeRows", 3, "Down 20", 2},
-                    Burst{"UpRoundThreeRows", 3, "Up 20", 1},
-                    Burst{"DownRoundTwoRows", 2, "Down 21", 1},
-                    Burst{"BothWaysOverTheEnds", 5, "Up 3 Down 8 Up 9", 1},
-                    Burst{"AllFourOverTheEnds", 5, "Up 2 Left 2 Down 3 Right 4 Up 6 Down 1", 3},
-                    Burst{"DownALongList", 40, "Down 20", 20},
-                    Burst{"UpRoundALongList", 40, "Up 20", 20},
-                    Burst{"DownRoundALongList", 40, "Up 3 Down 5", 2},
-                    Burst{"RightThroughALongList", 40, "Right 20 Down 2", 22}),
-    [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Keys, ABurstOfKeys,
+                         testing::Values(Burst{"DownRoundThreeRows", 3, "Down 20", 2},
+                                         Burst{"UpRoundThreeRows", 3, "Up 20", 1},
+                                         Burst{"DownRoundTwoRows", 2, "Down 21", 1},
+                                         Burst{"BothWaysOverTheEnds", 5, "Up 3 Down 8 Up 9", 1},
+                                         Burst{"AllFourOverTheEnds", 5,
+                                               "Up 2 Left 2 Down 3 Right 4 Up 6 Down 1", 3},
+                                         Burst{"DownALongList", 40, "Down 20", 20},
+                                         Burst{"UpRoundALongList", 40, "Up 20", 20},
+                                         Burst{"DownRoundALongList", 40, "Up 3 Down 5", 2},
+                                         Burst{"RightThroughALongList", 40, "Right 20 Down 2", 22}),
+                         [](const auto& test) { return test.param.name; });
 
 }  // namespace
 }  // namespace applist::test

@@ -3,6 +3,7 @@
 //
 // The built program and the built middleware on a real bus and a real screen, driven by real keys.
 #include <csignal>
+#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 namespace applist::test {
 namespace {
 
+using testing::AnyOf;
 using testing::StartsWith;
 
 class TheList : public testing::Test {
@@ -108,6 +110,64 @@ TEST_F(TheList, PrintsOnlyItsVersionOnANormalRun) {
     EXPECT_EQ(m_set.application().Errors(), "");
 }
 
+/// What a list goes through in which the toolkit could find something to complain about.
+class ASilentList : public testing::Test {
+protected:
+    void Show(int rows) {
+        std::string items;
+        for (int row = 0; row < rows; ++row) {
+            items += "id" + std::to_string(row) + "\tRow " + std::to_string(row) + "\n";
+        }
+        m_set.Show(items);
+        ASSERT_TRUE(m_set.middleware().SeesSelected("id0", "Row 0"));
+        ASSERT_TRUE(m_set.WaitForFocusedRow());
+    }
+    void Call(const std::vector<std::string>& call) {
+        ASSERT_EQ(m_set.StartMiddleware(call)->process().WaitForExit(), 0);
+    }
+    void ExpectSilence() {
+        ASSERT_TRUE(m_set.WaitForFocusedRow());
+        m_set.screen().TypeKey("Escape");
+        ASSERT_EQ(m_set.application().WaitForExit(), 0);
+        // The program's own lines tell of the tool that made a call and went; the toolkit's thread
+        // writes past every log when a busy machine lets it oversleep. Nobody else has a say.
+        std::istringstream lines(m_set.application().Errors());
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_THAT(line, AnyOf(StartsWith("applist error: javamw-dbus-local.cpp: "),
+                                    StartsWith("ERROR: ecore_animator thread - epoll_wait(")));
+        }
+    }
+
+    Television m_set;
+};
+
+TEST_F(ASilentList, HasOneRow) {
+    Show(1);
+    ExpectSilence();
+}
+
+TEST_F(ASilentList, WasFilledBeforeItsWindowGotTheFocus) {
+    m_set.Show("a\tAlpha\nb\tBravo\n");
+    ExpectSilence();
+}
+
+TEST_F(ASilentList, SelectsARowThatIsOutOfSight) {
+    Show(100);
+    Call({"call", "SetSelection", "id77"});
+    ASSERT_TRUE(m_set.middleware().SeesSelected("id77", "Row 77"));
+    m_set.screen().TypeKey("Down");
+    ASSERT_TRUE(m_set.middleware().SeesSelected("id78", "Row 78"));
+    ExpectSilence();
+}
+
+TEST_F(ASilentList, WasEmptiedAndFilledAgain) {
+    Show(3);
+    Call({"call", "RemoveAllItems"});
+    Call({"call", "AddItems", "p=Papa", "q=Quebec"});
+    ASSERT_TRUE(m_set.middleware().SeesSelected("p", "Papa"));
+    ExpectSilence();
+}
+
 TEST_F(TheList, EndsLikeOnExitWhenTerminated) {
     m_set.application().Signal(SIGTERM);
     EXPECT_EQ(m_set.application().WaitForExit(), 0);
@@ -125,7 +185,6 @@ TEST_F(TheList, FollowsAMiddlewareThatRestarts) {
     const auto next = m_set.StartMiddleware(
         {"serve", "--items", m_set.WriteFile("next", "x\tX-ray\ny\tYankee\n")});
     ASSERT_TRUE(next->SeesSelected("x", "X-ray")) << next->Transcript();
-    ASSERT_TRUE(m_set.WaitForFocusedRow());
     Press("Down");
     EXPECT_TRUE(next->SeesSelected("y", "Yankee")) << next->Transcript();
 }
@@ -137,7 +196,6 @@ TEST_F(TheList, TakesKeysAfterItWasEmptiedAndFilledAgain) {
     const auto filled = m_set.StartMiddleware({"call", "AddItems", "p=Papa", "q=Quebec"});
     ASSERT_EQ(filled->process().WaitForExit(), 0);
     ASSERT_TRUE(Selected("p", "Papa"));
-    ASSERT_TRUE(m_set.WaitForFocusedRow());
     Press("Down");
     EXPECT_TRUE(Selected("q", "Quebec"));
     Press("Right");
