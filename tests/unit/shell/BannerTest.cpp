@@ -23,6 +23,8 @@ using testing::IsEmpty;
 
 constexpr const char* POPUP = "org.vantu.alert-syspopup";
 constexpr const char* FLAG_KEY = "memory/tv-viewer/data_service";
+constexpr const char* AUTORUN_KEY = "db/menu/broadcasting/autorun-dataservice";
+constexpr const char* AUTOSTART_KEY = "memory/javamw/autostart-app";
 // The factory's number of each region, at the place of the program's own number.
 constexpr int FACTORY_VALUE[] = {0, 8, 81, 84, 85};
 
@@ -39,6 +41,10 @@ protected:
     static void OnASet(int localSet, int flag) {
         TheFactoryData().Hold(FACTORY_VALUE[localSet]);
         TheSettings().ints[FLAG_KEY] = flag;
+    }
+    static void HoldTheOtherSettings(bool autorun, int autostart) {
+        TheSettings().bools[AUTORUN_KEY] = autorun ? 1 : 0;
+        TheSettings().ints[AUTOSTART_KEY] = autostart;
     }
 
     // The banner's own lines, each with the function that wrote it.
@@ -71,9 +77,14 @@ Explanation Expected(int localSet, int flag) {
                                       : "SID_DATA_SERVICE_IS_NOT_PROVIDED"};
 }
 
-// Every region with every value of the flag's three bits.
-class BannerTable : public Banner, public testing::WithParamInterface<std::tuple<int, int>> {
+// Every region with every value of the flag's three bits and of the other two settings.
+class BannerTable : public Banner,
+                    public testing::WithParamInterface<std::tuple<int, int, bool, bool>> {
 protected:
+    BannerTable() {
+        HoldTheOtherSettings(std::get<2>(GetParam()), std::get<3>(GetParam()) ? 1 : 0);
+    }
+
     const int localSet = std::get<0>(GetParam());
     const int flag = std::get<1>(GetParam());
     const std::string type = Expected(localSet, flag).type;
@@ -92,6 +103,8 @@ TEST_P(BannerTable, LaunchesThePopupWithTheReason) {
 TEST_P(BannerTable, ReadsTheDataServiceFlagInItalyOnly) {
     OnASet(localSet, flag);
     BannerCreate(nullptr);
+    ASSERT_EQ(TheFactoryData().reads.size(), 1U);
+    EXPECT_EQ(TheFactoryData().reads[0].id, 194);
     if (localSet == 1) {
         EXPECT_THAT(TheSettings().reads, ElementsAre(std::string("int ") + FLAG_KEY));
     } else {
@@ -109,8 +122,9 @@ TEST_P(BannerTable, SaysWhatItDoes) {
                             By("BannerCreate", Debug("Exiting EFL main loop."))));
 }
 
-INSTANTIATE_TEST_SUITE_P(AllRegionsAndFlags, BannerTable,
-                         testing::Combine(testing::Range(0, 5), testing::Range(0, 8)));
+INSTANTIATE_TEST_SUITE_P(AllRegionsAndSettings, BannerTable,
+                         testing::Combine(testing::Range(0, 5), testing::Range(0, 8),
+                                          testing::Bool(), testing::Bool()));
 
 TEST_F(Banner, GivesTheMissingServiceAsReasonWhenTheFlagCannotBeRead) {
     OnASet(1, 0);
