@@ -11,7 +11,7 @@ extern "C" {
 /* The life of an application, as the platform runs it. All functions belong to the thread that
  * called ui_app_main(), and all callbacks come on it, one at a time. */
 
-typedef struct _Eo_Opaque Evas_Object; /* NOLINT: the toolkit's own name for it */
+typedef struct _Eo_Opaque Evas_Object;
 struct app_control_s;
 
 /* The callbacks of one application. All five must be set. Each receives the user data given to

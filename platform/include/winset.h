@@ -6,7 +6,7 @@
 extern "C" {
 #endif
 
-typedef struct _Eo_Opaque Evas_Object; /* NOLINT: the toolkit's own name for it */
+typedef struct _Eo_Opaque Evas_Object;
 
 /* Sends a number to the theme object of a widget, by which the set's theme picks one of its own
  * variants. A platform whose theme knows no such messages ignores it. Main thread only. */

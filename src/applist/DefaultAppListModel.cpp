@@ -88,7 +88,9 @@ void DefaultAppListModel::AddItems(const std::vector<AppListItem*>& items) {
         NotifyChanged();
     }
     if (IsSelectionEmpty() && !m_items.empty()) {
-        SelectAdded(m_items.front());
+        m_selection = m_items.front();
+        LOG_DEBUG("There is not selected item. Make newly added Item selected");
+        NotifySelected();
     }
 }
 
@@ -100,7 +102,9 @@ void DefaultAppListModel::AddItemAtEnd(AppListItem* item) {
         NotifyChanged();
     }
     if (IsSelectionEmpty()) {
-        SelectAdded(item);
+        m_selection = item;
+        LOG_DEBUG("There is not selected item. Make newly added Item selected");
+        NotifySelected();
     }
 }
 
@@ -122,7 +126,12 @@ void DefaultAppListModel::RemoveItem(AppListItem* item) {
     }
     m_items.erase(removed);
     LOG_DEBUG("Removed item form list");
-    NotifyChangedThenSelected(selectionChanged);
+    NotifyChanged();
+    LOG_DEBUG("Sent item change event");
+    if (selectionChanged) {
+        NotifySelected();
+        LOG_DEBUG("Selection has been modified. Sent item selection event");
+    }
 }
 
 void DefaultAppListModel::ModifyItem(AppListItem* oldItem, AppListItem* newItem) {
@@ -137,7 +146,12 @@ void DefaultAppListModel::ModifyItem(AppListItem* oldItem, AppListItem* newItem)
     }
     *replaced = newItem;
     LOG_DEBUG("Replaced item");
-    NotifyChangedThenSelected(selectionChanged);
+    NotifyChanged();
+    LOG_DEBUG("Sent item change event");
+    if (selectionChanged) {
+        NotifySelected();
+        LOG_DEBUG("Selection has been modified. Sent item selection event");
+    }
 }
 
 int DefaultAppListModel::GetItemsCount() {
@@ -206,12 +220,6 @@ bool DefaultAppListModel::IsSelectionEmpty() {
     return IsSelected(m_emptyItem);
 }
 
-void DefaultAppListModel::SelectAdded(AppListItem* item) {
-    m_selection = item;
-    LOG_DEBUG("There is not selected item. Make newly added Item selected");
-    NotifySelected();
-}
-
 void DefaultAppListModel::NotifyChanged() {
     for (ItemChangeListener* listener : m_changeListeners) {
         listener->ItemChanged(this);
@@ -221,14 +229,5 @@ void DefaultAppListModel::NotifyChanged() {
 void DefaultAppListModel::NotifySelected() {
     for (ItemSelectionListener* listener : m_selectionListeners) {
         listener->ItemSelected(this);
-    }
-}
-
-void DefaultAppListModel::NotifyChangedThenSelected(bool selectionChanged) {
-    NotifyChanged();
-    LOG_DEBUG("Sent item change event");
-    if (selectionChanged) {
-        NotifySelected();
-        LOG_DEBUG("Selection has been modified. Sent item selection event");
     }
 }

@@ -62,10 +62,9 @@ private:
     bool IsListed(AppListItem* item);
     bool IsSelected(AppListItem* item);
     bool IsSelectionEmpty();
-    void SelectAdded(AppListItem* item);
+    // Without log lines: a line carries the name of the operation, so it is written there.
     void NotifyChanged();
     void NotifySelected();
-    void NotifyChangedThenSelected(bool selectionChanged);
 
     Items m_items;
     AppListItem* m_selection;  ///< Never null; the empty item when nothing is selected.

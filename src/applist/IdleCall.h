@@ -4,8 +4,10 @@
 
 #include <functional>
 
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
 typedef unsigned char Eina_Bool;
 typedef struct _Ecore_Factorized_Idle Ecore_Idler;
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 namespace applist {
 

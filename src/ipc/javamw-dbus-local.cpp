@@ -17,6 +17,8 @@ namespace {
 constexpr uint32_t DO_NOT_QUEUE = 4;   // flag of RequestName
 constexpr uint32_t PRIMARY_OWNER = 1;  // answer of RequestName
 constexpr int DEFAULT_TIMEOUT = -1;
+// Long for a bus that is busy, short for a viewer who waits for the screen.
+constexpr int FLUSH_TIMEOUT_MS = 1000;
 
 std::set<const void*>& Living() {
     static std::set<const void*> channels;
@@ -101,8 +103,26 @@ JavaMWDbusLocal::~JavaMWDbusLocal() {
     }
     m_partner.clear();
     g_clear_pointer(&m_introspectionData, g_dbus_node_info_unref);
+    Flush();
     g_clear_object(&m_connection);
     applist::LeaveLiving(this);
+}
+
+// The bus library sends from a thread of its own, which ends with the program: without this the
+// viewer's choice gets lost now and then, since the application ends right after it. The daemon
+// takes messages in order, so its answer to one more says that it has all before. A flush of the
+// connection would say less, and would wait without end for a daemon that hangs.
+void JavaMWDbusLocal::Flush() const {
+    if (m_connection == nullptr || g_dbus_connection_is_closed(m_connection) != FALSE) {
+        return;
+    }
+    g_autoptr(GError) error = nullptr;
+    g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
+        m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
+        "Ping", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
+    if (answer == nullptr) {
+        LOG_DEBUG("What was sent last may be lost: %s\n\n", error->message);
+    }
 }
 
 bool JavaMWDbusLocal::Connect() {

@@ -63,8 +63,10 @@ public:
     /// handshake names. Without a bus the object is built all the same and reaches nobody.
     explicit JavaMWDbusLocal(std::string name);
 
-    /// Releases every partner without an upcall. A callback that the bus connection delivers later,
-    /// because something else keeps it alive, finds no object and is refused with a log line.
+    /// Releases every partner without an upcall. What was sent is with the bus daemon on return,
+    /// unless that hangs: then it is given up after a second. A callback that the bus connection
+    /// delivers later, because something else keeps it alive, finds no object and is refused with a
+    /// log line.
     virtual ~JavaMWDbusLocal();
 
     JavaMWDbusLocal(const JavaMWDbusLocal&) = delete;
@@ -131,6 +133,9 @@ private:
     void RegisterObject();
     void SubscribeToAnnouncements();
     uint32_t SubscribeToName(const std::string& name, SignalCallback callback);
+
+    /// Waits, a second at most, until the bus daemon has all that was sent.
+    void Flush() const;
 
     /// A name of this channel, such as "org.vantu.JavaMW.Applist_SERVICE_SYN".
     std::string HandshakeName(const char* side, const char* suffix) const;

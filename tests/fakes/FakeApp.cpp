@@ -17,6 +17,7 @@ extern "C" int ui_app_main(int /*argc*/, char** /*argv*/, ui_app_callbacks* call
                            void* user_data) {
     TheApp().runs.push_back(*callbacks);
     TheApp().userData.push_back(user_data);
+    TheApp().life(*callbacks, user_data);
     return TheApp().result;
 }
 

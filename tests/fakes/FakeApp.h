@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ struct FakeApp {
     /// The tables and user data that ui_app_main() received.
     std::vector<ui_app_callbacks> runs;
     std::vector<void*> userData;
+    /// What happens within ui_app_main(), which calls nothing by itself.
+    std::function<void(const ui_app_callbacks&, void*)> life = [](const auto&, void*) {};
     /// What ui_app_main() returns.
     int result = 0;
 };

@@ -72,6 +72,16 @@ std::vector<std::string> LogMessages() {
     return messages;
 }
 
+std::vector<std::string> LogFunctions() {
+    std::vector<std::string> functions;
+    for (const LogLine& line : Lines()) {
+        if (!line.function.empty()) {
+            functions.push_back(line.function);
+        }
+    }
+    return functions;
+}
+
 void ClearLog() {
     Lines().clear();
 }

@@ -36,6 +36,8 @@ LogLine Event(std::string event);
 const std::vector<LogLine>& Log();
 /// The messages alone, any priority.
 std::vector<std::string> LogMessages();
+/// The functions that wrote the lines, one for each line; events are left out.
+std::vector<std::string> LogFunctions();
 void ClearLog();
 /// Puts an event of the test's own behind the lines so far, for the order between the two. Fakes
 /// that take part in such an order note what is done to them.

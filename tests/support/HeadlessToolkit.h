@@ -41,6 +41,8 @@ public:
     static void PressKey(const std::string& key);
     static void ReleaseKey(const std::string& key);
 
+    /// Draws the window; true iff something in it is opaque. Popups take some frames to fade in.
+    static bool IsShown(Evas_Object* window);
     /// Draws the window into a PNG file; true iff it was written.
     static bool SavePicture(Evas_Object* window, const std::filesystem::path& file);
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/PrivateBus.h"
 
+#include <csignal>
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -49,6 +50,14 @@ PrivateBus::PrivateBus(const std::string& rules) {
 
 void PrivateBus::Stop() {
     m_daemon.reset();
+}
+
+void PrivateBus::Freeze() const {
+    m_daemon->Signal(SIGSTOP);
+}
+
+void PrivateBus::Thaw() const {
+    m_daemon->Signal(SIGCONT);
 }
 
 }  // namespace applist::test

@@ -30,6 +30,10 @@ public:
 
     /// Kills the daemon, which closes every connection.
     void Stop();
+    /// Makes the daemon deaf, as one that hangs is: it keeps its connections and reads nothing from
+    /// them. Thaw() makes it go on.
+    void Freeze() const;
+    void Thaw() const;
 
 private:
     TemporaryDir m_folder;

@@ -90,9 +90,13 @@ std::unique_ptr<Middleware> Television::StartMiddlewareWithThreeItems() {
     return StartMiddleware({"serve", "--items", WriteFile("items", THREE_ITEMS)});
 }
 
+void Television::Show(const std::string& items, const std::vector<std::string>& wrapper) {
+    m_middleware = StartMiddleware({"serve", "--items", WriteFile("items", items)});
+    m_application = StartApplication(wrapper);
+}
+
 void Television::ShowThreeItems() {
-    m_middleware = StartMiddlewareWithThreeItems();
-    m_application = StartApplication();
+    Show(THREE_ITEMS);
     ASSERT_TRUE(m_middleware->SeesSelected("a", "Alpha")) << m_middleware->Transcript();
     ASSERT_TRUE(WaitForFocusedRow());
 }

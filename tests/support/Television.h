@@ -52,6 +52,8 @@ public:
     /// A middleware that fills the list with the items a "Alpha", b "Bravo" and c "Charlie".
     std::unique_ptr<Middleware> StartMiddlewareWithThreeItems();
 
+    /// Starts both, the middleware with these lines of items.
+    void Show(const std::string& items, const std::vector<std::string>& wrapper = {});
     /// Both, with the list filled, on the screen and the first row selected.
     void ShowThreeItems();
 

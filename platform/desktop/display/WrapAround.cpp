@@ -16,10 +16,6 @@ constexpr unsigned int ANY_MODIFIER = ECORE_EVENT_MODIFIER_SHIFT | ECORE_EVENT_M
                                       ECORE_EVENT_MODIFIER_ALT | ECORE_EVENT_MODIFIER_WIN |
                                       ECORE_EVENT_MODIFIER_ALTGR;
 
-void OnJob(void* wrapAround) {
-    GuardCallback([wrapAround] { static_cast<WrapAround*>(wrapAround)->Finish(); });
-}
-
 // The first row from here on that can take the focus, or null.
 Elm_Object_Item* Focusable(Elm_Object_Item* row, Step next) {
     while (row != nullptr && elm_object_item_disabled_get(row) != 0) {
@@ -36,24 +32,39 @@ Evas_Object* FocusedLoopingList(const Evas_Object* window) {
     return looping ? focused : nullptr;
 }
 
-// The row at the other end of the list when the focus stands at the end that the key leads over;
-// else null.
-Elm_Object_Item* OtherEnd(const Evas_Object* list, bool up) {
-    Elm_Object_Item* top = Focusable(elm_genlist_first_item_get(list), elm_genlist_item_next_get);
-    Elm_Object_Item* bottom = Focusable(elm_genlist_last_item_get(list), elm_genlist_item_prev_get);
-    const Elm_Object_Item* end = up ? top : bottom;
-    Elm_Object_Item* other = up ? bottom : top;
-    const bool leads = end != nullptr && end != other && elm_object_item_focus_get(end) != 0;
-    return leads ? other : nullptr;
+// The row that has the focus, or null.
+Elm_Object_Item* FocusedRow(const Evas_Object* list) {
+    return elm_object_focused_item_get(list);
+}
+
+// The row that the key leads to from row, round the end where there is none; null where row is the
+// only one.
+Elm_Object_Item* Target(const Evas_Object* list, const Elm_Object_Item* row, bool up) {
+    const Step next = up ? elm_genlist_item_prev_get : elm_genlist_item_next_get;
+    Elm_Object_Item* target = Focusable(next(row), next);
+    if (target == nullptr) {
+        target = Focusable(up ? elm_genlist_last_item_get(list) : elm_genlist_first_item_get(list),
+                           next);
+    }
+    return target != row ? target : nullptr;
+}
+
+bool IsReal(const Evas_Object* list, const Elm_Object_Item* row) {
+    Eina_List* rows = elm_genlist_realized_items_get(list);
+    const bool real = eina_list_data_find(rows, row) != nullptr;
+    eina_list_free(rows);
+    return real;
+}
+
+// A row out of sight is no widget yet, and the focus would get lost on it.
+void MakeReal(const Evas_Object* list, Elm_Object_Item* row) {
+    elm_genlist_item_show(row, ELM_GENLIST_ITEM_SCROLLTO_IN);
+    evas_smart_objects_calculate(evas_object_evas_get(list));
+    // Asked for a neighbour, the toolkit looks at the list's rows again.
+    elm_object_focus_next_object_get(elm_object_top_widget_get(list), ELM_FOCUS_DOWN);
 }
 
 }  // namespace
-
-WrapAround::~WrapAround() {
-    if (m_job != nullptr) {
-        ecore_job_del(m_job);
-    }
-}
 
 bool WrapAround::Press(const Ecore_Event_Key& key) {
     const std::string_view name = key.key;
@@ -61,29 +72,16 @@ bool WrapAround::Press(const Ecore_Event_Key& key) {
         return false;
     }
     const Evas_Object* list = FocusedLoopingList(m_windows.Find(key.window));
-    Elm_Object_Item* other = list != nullptr ? OtherEnd(list, name == "Up") : nullptr;
-    if (other == nullptr) {
+    const Elm_Object_Item* row = list != nullptr ? FocusedRow(list) : nullptr;
+    Elm_Object_Item* target = row != nullptr ? Target(list, row, name == "Up") : nullptr;
+    if (target == nullptr) {
         return false;
     }
-    // A row out of sight is no widget yet, and the focus would get lost on it. It becomes one here,
-    // and the toolkit's focus learns of it before the job.
-    elm_genlist_item_show(other, ELM_GENLIST_ITEM_SCROLLTO_IN);
-    evas_smart_objects_calculate(evas_object_evas_get(list));
-    m_window = key.window;
-    m_up = name == "Up";
-    if (m_job == nullptr) {
-        m_job = ecore_job_add(OnJob, this);
+    if (!IsReal(list, target)) {
+        MakeReal(list, target);
     }
+    elm_object_item_focus_set(target, EINA_TRUE);
     return true;
-}
-
-// Looks everything up again: rows may have gone since.
-void WrapAround::Finish() {
-    m_job = nullptr;
-    const Evas_Object* list = FocusedLoopingList(m_windows.Find(m_window));
-    if (Elm_Object_Item* other = list != nullptr ? OtherEnd(list, m_up) : nullptr) {
-        elm_object_item_focus_set(other, EINA_TRUE);
-    }
 }
 
 }  // namespace applist::desktop

@@ -16,22 +16,11 @@ class WrapAround {
 public:
     /// windows must outlive the object.
     explicit WrapAround(Windows& windows) : m_windows(windows) {}
-    ~WrapAround();
-    WrapAround(const WrapAround&) = delete;
-    WrapAround& operator=(const WrapAround&) = delete;
-    WrapAround(WrapAround&&) = delete;
-    WrapAround& operator=(WrapAround&&) = delete;
-
-    /// True iff the key leads round an end; then the toolkit must not see it. The focus follows in
-    /// this turn of the loop.
+    /// True iff it moved the focus by the key; then the toolkit must not see the key.
     bool Press(const Ecore_Event_Key& key);
-    void Finish();
 
 private:
     Windows& m_windows;
-    Ecore_Window m_window = 0;
-    bool m_up = false;
-    Ecore_Job* m_job = nullptr;
 };
 
 }  // namespace applist::desktop

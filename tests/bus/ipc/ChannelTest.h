@@ -60,6 +60,7 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    PrivateBus& TheBus() { return m_bus; }
     const std::string& Address() const { return m_bus.Address(); }
     GDBusConnection* Connection() const { return m_connection; }
     /// The unique name of the application's connection.

@@ -119,9 +119,14 @@ TEST_F(Partner, StaysWhenAnotherLeaves) {
 TEST_F(Partner, HoldsItsResourcesDuringTheLostHook) {
     RecordingChannel channel;
     channel.onReady = [&channel](bool ready, const std::string& partner) {
-        // The record goes after the hook: until then it counts as connected.
+        // The record goes after the hook: until then it counts as connected, with its signals.
         EXPECT_TRUE(channel.IsConnectionReady(partner)) << ready;
+        Bytes event = BytesFrom("e");
+        channel.SendNotification(event, partner);
+        EXPECT_EQ(Log().back(), Debug("Sending signal with 1 bytes\n\n")) << ready;
     };
+    // The lost one has no name any more to send to.
+    ExpectGlibMessages(1, "destination_bus_name");
     const std::string name = ConnectAndLose(channel);
     channel.onReady = [](bool, const std::string&) {};
     EXPECT_FALSE(channel.IsConnectionReady(name));

@@ -79,7 +79,8 @@ protected:
         renderer->SetModel(&model);
         Forget();
     }
-    ~RendererTest() override { renderer.reset(); }
+    // The renderer goes while model and toolkit still work.
+    void TearDown() override { renderer.reset(); }
 
     /// Shows the items with the focus in the window, and forgets how that came about.
     void ShowFocused(const std::vector<AppListItem*>& items, AppListItem* selection) {

@@ -1,5 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
 #include "ui/presentation/RendererFixture.h"
 
 namespace applist::test {
@@ -183,18 +187,44 @@ INSTANTIATE_TEST_SUITE_P(Rows, DefaultAppListRendererFirstFocus,
                                     std::to_string(test.param.second);
                          });
 
-TEST_F(DefaultAppListRendererFocus, MovesByKeyAfterTheListWasClearedAndFilledAgain) {
-    ShowFocused({&a, &b}, &b);
+TEST_F(DefaultAppListRendererFocus, WandersOverNoOtherRowWhileTheListIsCleared) {
+    ShowFocused({&a, &b, &c}, &b);
     model.Show({}, nullptr);
-    HeadlessToolkit::Settle();
-    EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection"));
-    model.Show({&a, &b, &c}, &a);
-    HeadlessToolkit::Settle();
-    EXPECT_EQ(renderer->FocusedRow(), "a");
-    HeadlessToolkit::PressKey("Down");
-    EXPECT_EQ(renderer->FocusedRow(), "b");
-    EXPECT_EQ(model.selection, &b);
+    EXPECT_EQ(elm_object_focus_get(renderer->m_genlist), EINA_FALSE);
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Received item modification event"), Debug("Clearing applist")));
 }
+
+/// From which of three rows the viewer comes when the list is cleared, which of the three that
+/// follow is to have the focus, and whether the empty list is drawn in between.
+class DefaultAppListRendererRefill
+    : public RendererTest,
+      public testing::WithParamInterface<std::tuple<int, int, bool>> {};
+
+TEST_P(DefaultAppListRendererRefill, FocusesTheSelectedRowAndMovesFromThere) {
+    const auto [before, after, drawnEmpty] = GetParam();
+    const std::vector<AppListItem*> items{&a, &b, &c};
+    ShowFocused(items, items[static_cast<size_t>(before)]);
+    HeadlessToolkit::PressKey(before == 0 ? "Down" : "Up");
+    Forget();
+    model.Show({}, nullptr);
+    if (drawnEmpty) {
+        HeadlessToolkit::Settle();
+    }
+    model.Show(items, nullptr);
+    model.Select(items[static_cast<size_t>(after)]);
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(renderer->FocusedRow(), items[static_cast<size_t>(after)]->GetUnigueId());
+    EXPECT_THAT(model.history, Not(Contains(testing::StartsWith("SetSelection"))));
+    HeadlessToolkit::PressKey(after == 2 ? "Up" : "Down");
+    const int next = after == 2 ? 1 : after + 1;
+    EXPECT_EQ(renderer->FocusedRow(), items[static_cast<size_t>(next)]->GetUnigueId());
+    EXPECT_EQ(model.selection, items[static_cast<size_t>(next)]);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, DefaultAppListRendererRefill,
+                         testing::Combine(testing::Values(0, 1, 2), testing::Values(0, 1, 2),
+                                          testing::Bool()));
 
 TEST_F(DefaultAppListRendererFocus, SurvivesAClearAndRefillInOneGo) {
     ShowFocused({&a, &b}, &a);

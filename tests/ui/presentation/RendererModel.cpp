@@ -28,7 +28,8 @@ protected:
         renderer->SetModel(&remote);
         HeadlessToolkit::GiveFocus(renderer->m_window);
     }
-    ~DefaultAppListRendererOverRemoteModel() override { renderer.reset(); }
+    // The renderer goes while model and toolkit still work.
+    void TearDown() override { renderer.reset(); }
 
     /// A call by the middleware, followed by everything that it causes.
     void Call(int function, const std::vector<std::string>& ids = {}) {

@@ -130,9 +130,16 @@ TEST_F(IPCApplistAdapter, AnswersEmptyWithoutAHandler) {
 
 TEST_F(IPCApplistAdapter, LogsThePositionOfItsLines) {
     Call("abc");
-    ASSERT_EQ(Log().size(), 2U);
-    EXPECT_EQ(Log()[1].file, "IPCApplist.h");
-    EXPECT_EQ(Log()[1].function, "HandleMessage");
+    Signal("abc");
+    Register();
+    TheTransport().live->HandleConnectionReady(true, ":1.7");
+    adapter.UnregisterOnMessage(&handler);
+    adapter.UnregisterOnConnectionReady(&handler);
+    EXPECT_THAT(LogFunctions(),
+                ElementsAre("HandleMessage", "HandleMessage", "HandleNotification",
+                            "HandleNotification", "HandleConnectionReady", "HandleConnectionReady",
+                            "UnregisterOnMessage", "UnregisterOnConnectionReady"));
+    EXPECT_EQ(Log().front().file, "IPCApplist.h");
 }
 
 TEST_F(IPCApplistAdapter, AsksTheHandlerThatRegisteredLast) {

@@ -93,6 +93,17 @@ TEST_F(LocalAppListModelOperations, CountNoItemsWhateverTheListHolds) {
     EXPECT_THAT(Log(), ElementsAre(Debug("GetItemsCount method is not implemented")));
 }
 
+TEST_F(LocalAppListModelOperations, PutTheirNamesOnTheirLines) {
+    local->RemoveAllItems();
+    local->AddItems({});
+    local->AddItemAtEnd(&item);
+    local->RemoveItem(&item);
+    local->ModifyItem(&item, &other);
+    local->GetItemsCount();
+    EXPECT_THAT(LogFunctions(), ElementsAre("RemoveAllItems", "AddItems", "AddItemAtEnd",
+                                            "RemoveItem", "ModifyItem", "GetItemsCount"));
+}
+
 using LocalAppListModelEvents = RemoteFixture;
 
 TEST_F(LocalAppListModelEvents, GoToEveryPartner) {
@@ -108,6 +119,15 @@ TEST_F(LocalAppListModelEvents, GoToEveryPartner) {
     EXPECT_THAT(TheTransport().sent, ElementsAre(SentNotification{{1, 0, 0, 0}, std::nullopt},
                                                  SentNotification{{2, 0, 0, 0}, std::nullopt},
                                                  SentNotification{{3, 0, 0, 0}, std::nullopt}));
+}
+
+TEST_F(LocalAppListModelEvents, AreLoggedByWhatHearsOfThem) {
+    local->ItemChanged(&model);
+    local->ItemSelected(&model);
+    local->ItemClicked(&model);
+    local->OnConnectionReady(":1.42");
+    EXPECT_THAT(LogFunctions(),
+                ElementsAre("ItemChanged", "ItemSelected", "ItemClicked", "OnConnectionReady"));
 }
 
 TEST_F(LocalAppListModelEvents, DoNotLookAtTheModelThatChanged) {

@@ -41,6 +41,18 @@ TEST_F(RemoteAddItems, CountsTheDuplicatesThatTheModelSkips) {
     EXPECT_EQ(Call(GET_ALL_ITEMS), A + B + C);
 }
 
+TEST_F(RemoteAddItems, KeepsADuplicateOfTheSameBatchUntilItsIdIsRemoved) {
+    EXPECT_EQ(Call(ADD_ITEMS, A + B + ItemBytes("Again", "a")), "");
+    EXPECT_EQ(Log().back(), Debug("3 items has been added to Applist"));
+    EXPECT_EQ(Call(GET_ALL_ITEMS), A + B);
+    Call(REMOVE_ITEM, A);
+    ClearLog();
+    Call(REMOVE_ITEM, A);
+    EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: RemoveItem"),
+                                   Debug("Removing item name: Again, uniqueId: a")));
+    EXPECT_EQ(Call(GET_ALL_ITEMS), B);
+}
+
 TEST_F(RemoteAddItems, StopsAtTheFirstUnreadableItem) {
     Call(ADD_ITEMS, A + B + DAMAGED);
     EXPECT_EQ(Call(GET_ALL_ITEMS), A + B);

@@ -109,15 +109,15 @@ TEST_F(RemoteRemoveItem, OfAnUnreadableItemRemovesTheOneWithoutId) {
     EXPECT_EQ(Call(GET_ALL_ITEMS), A);
 }
 
-TEST_F(RemoteRemoveItem, TakesTheListedItemBeforeItsDuplicate) {
-    Call(ADD_ITEMS, A + ItemBytes("Again", "a"));
+TEST_F(RemoteRemoveItem, KeepsTheOrderOfTheOtherOwnedItems) {
+    FillWithThree();
     Call(REMOVE_ITEM, A);
-    EXPECT_EQ(Call(GET_ALL_ITEMS), "");
+    const ItemMourner mourner(model);
     ClearLog();
-    // The duplicate was never listed: the model has nothing to say about it.
-    Call(REMOVE_ITEM, A);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: RemoveItem"),
-                                   Debug("Removing item name: Again, uniqueId: a")));
+    Call(REMOVE_ALL_ITEMS);
+    ASSERT_GE(Log().size(), 2U);
+    EXPECT_THAT(std::vector<LogLine>(Log().end() - 2, Log().end()),
+                ElementsAre(Event("deleted b"), Event("deleted c")));
 }
 
 using RemoteModifyItem = RemoteFixture;
@@ -152,6 +152,15 @@ TEST_F(RemoteModifyItem, KeepsTheReplacementsPlaceAmongTheOwnedItems) {
                 ElementsAre(Event("deleted a"), Event("deleted d"), Event("deleted c")));
 }
 
+TEST_F(RemoteModifyItem, IsLoggedByTheStepThatReplacesOrRemoves) {
+    FillWithThree();
+    Call(MODIFY_ITEM, B + ItemBytes("Delta", "d"));
+    EXPECT_EQ(LogFunctions().at(1), "PrivateModifyItem");
+    ClearLog();
+    Call(MODIFY_ITEM, A + A);
+    EXPECT_EQ(LogFunctions().at(1), "PrivateRemoveItem");
+}
+
 TEST_F(RemoteModifyItem, OfAnUnknownItemDoesNothing) {
     FillWithThree();
     EXPECT_EQ(Call(MODIFY_ITEM, ItemBytes("", "x") + ItemBytes("Delta", "d")), "");
@@ -173,6 +182,14 @@ TEST_F(RemoteModifyItem, UnderAnotherItemsIdRemovesTheOldItem) {
     FillWithThree();
     Call(MODIFY_ITEM, B + C);
     EXPECT_EQ(Call(GET_ALL_ITEMS), A + C);
+}
+
+TEST_F(RemoteModifyItem, UnderTheIdOfAnUnlistedDuplicateRemovesTheOldItemToo) {
+    Call(ADD_ITEMS, A + B + ItemBytes("Again", "a"));
+    Call(REMOVE_ITEM, A);
+    ASSERT_EQ(Call(GET_ALL_ITEMS), B);
+    Call(MODIFY_ITEM, B + A);
+    EXPECT_EQ(Call(GET_ALL_ITEMS), "");
 }
 
 TEST_F(RemoteModifyItem, UnderAKnownIdLeavesTheListAloneWhenTheOldItemIsUnknown) {

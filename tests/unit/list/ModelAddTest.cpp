@@ -91,6 +91,11 @@ TEST_F(DefaultAppListModelAddItems, TakesASelectedItemWithoutIdForNoSelection) {
                             Event("view selected [* a]")));
 }
 
+TEST_F(DefaultAppListModelAddItems, PutsItsNameOnItsLines) {
+    model.AddItems({&a});
+    EXPECT_THAT(LogFunctions(), ElementsAre("AddItems", "AddItems"));
+}
+
 using DefaultAppListModelAddItemAtEnd = ModelFixture;
 
 TEST_F(DefaultAppListModelAddItemAtEnd, AppendsAndSelectsTheArgument) {
@@ -138,6 +143,11 @@ TEST_F(DefaultAppListModelAddItemAtEnd, OfAListedIdSelectsTheDuplicateWhenNothin
     EXPECT_THAT(Log(),
                 ElementsAre(Debug("There is not selected item. Make newly added Item selected"),
                             Event("view selected [a b] ~b")));
+}
+
+TEST_F(DefaultAppListModelAddItemAtEnd, PutsItsNameOnItsLines) {
+    model.AddItemAtEnd(&a);
+    EXPECT_THAT(LogFunctions(), ElementsAre("AddItemAtEnd", "AddItemAtEnd"));
 }
 
 }  // namespace

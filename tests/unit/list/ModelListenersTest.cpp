@@ -38,7 +38,8 @@ TEST_F(DefaultAppListModelListeners, AreLoggedWithTheirAddresses) {
                             Debug("AddItemChangeListener, listener address :" + change),
                             Debug("AddItemClickedListener, listener address :" + click)));
     EXPECT_EQ(Log()[0].file, "DefaultAppListModel.cpp");
-    EXPECT_EQ(Log()[0].function, "AddItemSelectionListener");
+    EXPECT_THAT(LogFunctions(), ElementsAre("AddItemSelectionListener", "AddItemChangeListener",
+                                            "AddItemClickedListener"));
 }
 
 TEST_F(DefaultAppListModelListeners, AreLoggedBeforeADuplicateIsIgnored) {

@@ -51,6 +51,13 @@ TEST_F(DefaultAppListModelModifyItem, CanKeepTheId) {
     EXPECT_THAT(model.GetAllItems(), ElementsAre(&renamed, &b));
 }
 
+TEST_F(DefaultAppListModelModifyItem, PutsItsNameOnItsLines) {
+    Fill({&a}, &a);
+    model.ModifyItem(&a, &b);
+    EXPECT_THAT(LogFunctions(),
+                ElementsAre("ModifyItem", "ModifyItem", "ModifyItem", "ModifyItem"));
+}
+
 TEST(DefaultAppListModelWithoutListeners, SaysThatItSentTheChangeAllTheSame) {
     DefaultAppListItem a("Alpha", "a");
     DefaultAppListItem b("Beta", "b");

@@ -77,6 +77,13 @@ TEST_F(DefaultAppListModelRemoveItem, MovesASelectionThatIsItselfUnlisted) {
     EXPECT_EQ(model.GetSelection(), &b);
 }
 
+TEST_F(DefaultAppListModelRemoveItem, PutsItsNameOnItsLines) {
+    Fill({&a, &b}, &a);
+    model.RemoveItem(&a);
+    EXPECT_THAT(LogFunctions(), ElementsAre("FindNearestItem", "RemoveItem", "RemoveItem",
+                                            "RemoveItem", "RemoveItem"));
+}
+
 using DefaultAppListModelRemoveAllItems = ModelFixture;
 
 TEST_F(DefaultAppListModelRemoveAllItems, OfAnEmptyListDoesNothing) {

@@ -108,6 +108,11 @@ TEST_F(DefaultAppListModelClick, CountsItsListeners) {
                                    Event("view clicked []"), Event("second clicked []")));
 }
 
+TEST_F(DefaultAppListModelClick, PutsItsNameOnItsLines) {
+    model.SetClicked(&a);
+    EXPECT_THAT(LogFunctions(), ElementsAre("SetClicked", "SetClicked"));
+}
+
 using DefaultAppListModelNearest = ModelFixture;
 
 TEST_F(DefaultAppListModelNearest, IsNothingInAListOfNone) {

@@ -101,10 +101,16 @@ TEST_F(AnAppListEntry, AsksToExitAgainOnEachFurtherLaunch) {
 }
 
 TEST_F(AnAppListEntry, CountsLaunchesFromCreateOn) {
+    Launch();
+    AppListEntry::Create(&*m_entry);
+    Launch();
+    EXPECT_EQ(TheApp().exits, 0);
+}
+
+TEST_F(AnAppListEntry, ForgetsItsLaunchesOnTerminate) {
     AppListEntry::Create(&*m_entry);
     Launch();
     AppListEntry::Terminate(&*m_entry);
-    AppListEntry::Create(&*m_entry);
     Launch();
     EXPECT_EQ(TheApp().exits, 0);
 }
@@ -164,6 +170,20 @@ TEST_F(AnAppListEntry, DeletesWhatIsLeftWhenDestroyedWithoutTerminate) {
     m_entry.reset();
     EXPECT_THAT(Graph().events, ElementsAre("delete renderer", "delete control",
                                             "delete local model", "delete default model"));
+}
+
+TEST_F(AnAppListEntry, NamesItsFunctionsInItsLines) {
+    AppListEntry::Create(nullptr);
+    AppListEntry::Service(nullptr, nullptr);
+    Launch();
+    Launch();
+    AppListEntry::Pause(nullptr);
+    AppListEntry::Resume(nullptr);
+    AppListEntry::Terminate(&*m_entry);
+    EXPECT_THAT(LogFunctions(),
+                ElementsAre("Create", "Create", "Service", "Service", "Service", "HandleService",
+                            "HandleCmd", "Service", "HandleService", "HandleCmd", "HandleCmd",
+                            "Pause", "Resume", "Terminate", "Delete"));
 }
 
 TEST_F(AnAppListEntry, TerminatesWithoutUserData) {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The program's entry, built with its main renamed, over a recorded framework.
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,12 +19,15 @@ namespace {
 
 bool g_visible = true;
 int g_decisions = 0;
+std::string g_printedBefore;
 
 }  // namespace
 
 // The decision, as a test wants it.
 bool CheckVisibility() {
     ++g_decisions;
+    g_printedBefore = testing::internal::GetCapturedStdout();
+    testing::internal::CaptureStdout();
     return g_visible;
 }
 
@@ -47,7 +52,7 @@ protected:
         TheApp().result = loopResult;
         testing::internal::CaptureStdout();
         const int status = applist_main(1, m_argv);
-        m_output = testing::internal::GetCapturedStdout();
+        m_output = g_printedBefore + testing::internal::GetCapturedStdout();
         return status;
     }
 
@@ -61,6 +66,11 @@ TEST_F(Main, PrintsTheVersionLineWhateverTheDecision) {
     EXPECT_EQ(m_output, "APPLIST v: plm-applist-20150201.1\n");
     Run(false);
     EXPECT_EQ(m_output, "APPLIST v: plm-applist-20150201.1\n");
+}
+
+TEST_F(Main, PrintsTheVersionLineBeforeTheDecisionWhichMayTakeSeconds) {
+    Run(true);
+    EXPECT_EQ(g_printedBefore, "APPLIST v: plm-applist-20150201.1\n");
 }
 
 TEST_F(Main, DecidesOnceAndRunsOneLoop) {
@@ -78,7 +88,15 @@ TEST_F(Main, RunsTheListWithTheEntryAsUserDataWhenVisible) {
     EXPECT_EQ(table.pause, AppListEntry::Pause);
     EXPECT_EQ(table.resume, AppListEntry::Resume);
     EXPECT_EQ(table.app_control, AppListEntry::Service);
-    EXPECT_NE(TheApp().userData[0], nullptr);
+}
+
+TEST_F(Main, HandsTheLoopTheEntryWithTheApplicationsId) {
+    TheApp().life = [](const ui_app_callbacks& table, void* data) {
+        EXPECT_TRUE(table.create(data));
+        table.terminate(data);
+    };
+    Run(true);
+    EXPECT_EQ(Graph().rendererGot, "org.vantu.applist");
 }
 
 TEST_F(Main, LogsTheListBranchInOrderAndDeletesTheEntryLast) {
@@ -120,6 +138,15 @@ TEST_F(Main, GivesTheLoopsFailureAsExitStatusAndLogsIt) {
         Log(),
         ElementsAre(Debug("Application can not be shown due to CheckVisibility returning false"),
                     Error("app_main() is failed. err = -7"), Debug("end efl main")));
+}
+
+TEST_F(Main, PutsItsNameOnItsLines) {
+    const char* const name = "applist_main";  // Which is what it is called in this program.
+    Run(true, 1);
+    EXPECT_THAT(LogFunctions(), ElementsAre(name, name, name, name, "Delete"));
+    ClearLog();
+    Run(false, 1);
+    EXPECT_THAT(LogFunctions(), ElementsAre(name, name, name));
 }
 
 }  // namespace

@@ -28,6 +28,13 @@ TEST(PTMutex, TriesInVainWhileAnotherHoldsIt) {
     EXPECT_TRUE(OtherThreadCanLock(mutex));
 }
 
+TEST(PTMutex, IsTakenByASuccessfulTry) {
+    PTMutex mutex;
+    ASSERT_TRUE(mutex.TryLock());
+    EXPECT_FALSE(OtherThreadCanLock(mutex));
+    mutex.Unlock();
+}
+
 TEST(PTMutex, IsNotRecursive) {
     PTMutex mutex;
     ASSERT_TRUE(mutex.TryLock());

@@ -75,8 +75,8 @@ TEST(DvbText, DecodesNothingToNothing) {
 
 TEST(DvbText, RefusesTablesThatAreReservedOrPrivate) {
     for (const std::string& bytes :
-         {"\x08x"s, "\x0Cx"s, "\x0Fx"s, "\x16x"s, "\x1Ex"s, "\x1F\x01x"s, "\x10\x00\x00x"s,
-          "\x10\x00\x0Cx"s, "\x10\x00\x10x"s, "\x10\x01\x01x"s}) {
+         {"\x00x"s, "\x08x"s, "\x0Cx"s, "\x0Fx"s, "\x16x"s, "\x1Ex"s, "\x1F\x01x"s,
+          "\x10\x00\x00x"s, "\x10\x00\x0Cx"s, "\x10\x00\x10x"s, "\x10\x01\x01x"s}) {
         EXPECT_EQ(Decode(bytes), std::nullopt) << static_cast<int>(bytes[0]);
     }
 }

@@ -48,7 +48,7 @@ std::string TableName(uint8_t selector, ByteReader& rest) {
         case 0x15:
             return UTF_8;
         default:
-            return selector <= 0x0B ? Iso8859(selector + 4U) : std::string();
+            return selector >= 0x01 && selector <= 0x0B ? Iso8859(selector + 4U) : std::string();
     }
 }
 

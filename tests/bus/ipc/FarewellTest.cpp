@@ -1,0 +1,85 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What a channel sent right before its end: the viewer's choice, on an application that has nothing
+// else left to do.
+#include <memory>
+
+#include <gmock/gmock.h>
+
+#include "ChannelTest.h"
+
+namespace applist::test {
+namespace {
+
+using testing::IsEmpty;
+
+class Farewell : public ChannelTest {
+protected:
+    Farewell() { ExpectChannels(0); }
+};
+
+void Forget(GDBusConnection*, const char*, void* gone) {
+    *static_cast<bool*>(gone) = true;
+}
+
+/// Runs the main context until the bus has let name go: after all that its owner had sent.
+bool AwaitLoss(GDBusConnection* connection, const std::string& name) {
+    bool gone = false;
+    const unsigned watch = g_bus_watch_name_on_connection(
+        connection, name.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr, Forget, &gone, nullptr);
+    const bool inTime = RunUntil([&gone] { return gone; });
+    g_bus_unwatch_name(watch);
+    return inTime;
+}
+
+// A lost one is a matter of luck, so many times over.
+TEST_F(Farewell, ArrivesEachTimeFromAProgramThatEndsAtOnce) {
+    constexpr size_t TIMES = 200;
+    ScriptedPeer peer(Address());
+    size_t arrived = 0;
+    for (size_t time = 0; time < TIMES; ++time) {
+        ChildProcess program({FAREWELL}, {{PrivateBus::ADDRESS_VARIABLE, Address()}});
+        ASSERT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN"));
+        const std::string name = peer.Events().back().sender;
+        peer.Announce("_CLIENT_SYN_ACK");
+        ASSERT_EQ(program.WaitForExit(), 0) << program.Errors();
+        ASSERT_TRUE(AwaitLoss(peer.Connection(), name));
+        const auto traffic = peer.Traffic();
+        arrived += !traffic.empty() && traffic.back().sender == name ? 1U : 0U;
+    }
+    EXPECT_EQ(arrived, TIMES);
+    EXPECT_EQ(peer.Traffic().size(), TIMES);
+}
+
+class EndWithoutAListener : public ChannelTest {
+protected:
+    /// More than the bus takes from a connection at once, so that some of it waits in the program.
+    static Bytes TooMuchAtOnce() { return Bytes(4U << 20U, 'x'); }
+};
+
+TEST_F(EndWithoutAListener, DoesNotWaitForABusThatHangs) {
+    auto channel = std::make_unique<RecordingChannel>();
+    ScriptedPeer peer(Address());
+    Connect(peer);
+    TheBus().Freeze();
+    Bytes event = TooMuchAtOnce();
+    channel->SendNotification(event);
+    ClearLog();
+    channel.reset();  // or the test hangs
+    EXPECT_THAT(Log(), testing::ElementsAre(
+                           Debug("What was sent last may be lost: Timeout was reached\n\n")));
+    TheBus().Thaw();
+    EXPECT_TRUE(peer.AwaitTraffic(1));
+}
+
+TEST_F(EndWithoutAListener, IsSilentWhenTheBusIsGone) {
+    auto channel = std::make_unique<RecordingChannel>();
+    ASSERT_TRUE(g_dbus_connection_close_sync(Connection(), nullptr, nullptr));
+    ClearLog();
+    channel.reset();
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace applist::test

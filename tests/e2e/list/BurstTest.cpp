@@ -1,0 +1,125 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// A viewer who presses faster than the list draws: every key counts, in its order.
+#include <csignal>
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "support/Television.h"
+
+namespace applist::test {
+namespace {
+
+struct Burst {
+    const char* name;
+    int rows;
+    /// Keys and how often, from the first row on: "Down 20 Up 3".
+    const char* keys;
+    /// The row on which they end, from 0.
+    int end;
+};
+
+void PrintTo(const Burst& burst, std::ostream* out) {
+    *out << burst.keys << " in " << burst.rows << " rows";
+}
+
+std::string Id(int row) {
+    return "id" + std::to_string(row);
+}
+std::string Name(int row) {
+    return "Row " + std::to_string(row);
+}
+
+class ABurstOfKeys : public testing::TestWithParam<Burst> {
+protected:
+    void ShowRows(int count) {
+        std::string items;
+        for (int row = 0; row < count; ++row) {
+            items += Id(row) + "\t" + Name(row) + "\n";
+        }
+        // Into a file: nobody reads a pipe meanwhile, and a full one would stop the list.
+        m_log = m_set.WriteFile("log", "");
+        m_set.Show(items, {"sh", "-c", "APPLIST_LOG=debug exec \"$1\" 2>\"$0\"", m_log});
+        ASSERT_TRUE(m_set.middleware().SeesSelected(Id(0), Name(0)));
+        ASSERT_TRUE(m_set.WaitForWindow());
+    }
+
+    /// All at once: the list is held until the last key lies in its queue. Returns their number.
+    int Press(const std::string& keys) {
+        int total = 0;
+        m_set.application().Signal(SIGSTOP);
+        std::istringstream words(keys);
+        std::string key;
+        for (int count = 0; words >> key >> count; total += count) {
+            for (int i = 0; i < count; ++i) {
+                m_set.screen().TypeKey(key);
+            }
+        }
+        m_set.application().Signal(SIGCONT);
+        return total;
+    }
+
+    /// The selection that the middleware reads after so many moves.
+    testing::AssertionResult EndsOn(int row, int moves) {
+        for (int move = 0; move + 1 < moves; ++move) {
+            if (!m_set.middleware().Sees("event 2 ItemSelected")) {
+                return testing::AssertionFailure()
+                       << "only " << move << " moves:\n" << m_set.middleware().Transcript();
+            }
+        }
+        if (!m_set.middleware().SeesSelected(Id(row), Name(row))) {
+            return testing::AssertionFailure() << m_set.middleware().Transcript();
+        }
+        return testing::AssertionSuccess();
+    }
+
+    /// The row that the screen shows as focused is the one that OK activates.
+    testing::AssertionResult Activates(int row) {
+        m_set.screen().TypeKey("Return");
+        m_set.application().WaitForExit();
+        std::ifstream file(m_log);
+        const std::string log{std::istreambuf_iterator<char>(file), {}};
+        const std::string line = "select item callback: item: [name: " + Name(row) + ",";
+        if (log.find(line) == std::string::npos) {
+            return testing::AssertionFailure() << "no \"" << line << "\" in:\n" << log;
+        }
+        return testing::AssertionSuccess();
+    }
+
+    Television m_set;
+    std::string m_log;
+};
+
+TEST_P(ABurstOfKeys, MovesOneRowWithEach) {
+    ASSERT_NO_FATAL_FAILURE(ShowRows(GetParam().rows));
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
+    const int moves = Press(GetParam().keys);
+    EXPECT_TRUE(EndsOn(GetParam().end, moves));
+    EXPECT_TRUE(Activates(GetParam().end));
+}
+
+TEST_P(ABurstOfKeys, MovesOneRowWithEachFromTheListsFirstMomentOn) {
+    ASSERT_NO_FATAL_FAILURE(ShowRows(GetParam().rows));
+    const int moves = Press(GetParam().keys);
+    EXPECT_TRUE(EndsOn(GetParam().end, moves));
+    EXPECT_TRUE(Activates(GetParam().end));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, ABurstOfKeys,
+    testing::Values(Burst{"DownRoundThreeRows", 3, "Down 20", 2},
+                    Burst{"UpRoundThreeRows", 3, "Up 20", 1},
+                    Burst{"DownRoundTwoRows", 2, "Down 21", 1},
+                    Burst{"BothWaysOverTheEnds", 5, "Up 3 Down 8 Up 9", 1},
+                    Burst{"AllFourOverTheEnds", 5, "Up 2 Left 2 Down 3 Right 4 Up 6 Down 1", 3},
+                    Burst{"DownALongList", 40, "Down 20", 20},
+                    Burst{"UpRoundALongList", 40, "Up 20", 20},
+                    Burst{"DownRoundALongList", 40, "Up 3 Down 5", 2},
+                    Burst{"RightThroughALongList", 40, "Right 20 Down 2", 22}),
+    [](const auto& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace applist::test
