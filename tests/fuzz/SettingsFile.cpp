@@ -19,6 +19,10 @@ constexpr const char* GROUP = "settings";
 constexpr std::array KEYS{"db/menu/broadcasting/autorun-dataservice",
                           "memory/tv-viewer/data_service", "memory/javamw/autostart-app", "194"};
 
+constexpr const char* BY_HAND =
+    "# by hand\n[settings]\n# why\ndb/menu/broadcasting/autorun-dataservice = bool:true \r\n"
+    "[other]\nkey[it]=value\n";
+
 using Values = std::array<std::optional<std::string>, KEYS.size()>;
 
 Values ValuesOf(const KeyFile& file) {
@@ -75,8 +79,7 @@ std::vector<std::string> SettingsFileSeeds() {
     return {
         "",
         "[settings]\nmemory/tv-viewer/data_service=int:2\nmemory/javamw/autostart-app=int:-1\n",
-        "# by hand\n[settings]\n# why\ndb/menu/broadcasting/autorun-dataservice = bool:true \r\n"
-        "[other]\nkey[it]=value\n",
+        BY_HAND,
         "[settings]\n194=8\n[settings]\n194=81",
         "bool:false",
         "int:-2147483648",

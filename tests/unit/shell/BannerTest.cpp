@@ -1,5 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <functional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -23,12 +24,16 @@ using testing::IsEmpty;
 
 constexpr const char* POPUP = "org.vantu.alert-syspopup";
 constexpr const char* FLAG_KEY = "memory/tv-viewer/data_service";
+constexpr const char* AUTORUN_KEY = "db/menu/broadcasting/autorun-dataservice";
+constexpr const char* AUTOSTART_KEY = "memory/javamw/autostart-app";
 // The factory's number of each region, at the place of the program's own number.
 constexpr int FACTORY_VALUE[] = {0, 8, 81, 84, 85};
 
 class Banner : public testing::Test {
 protected:
-    Banner() {
+    Banner() { Reset(); }
+
+    static void Reset() {
         TheApp() = {};
         TheAppControl() = {};
         TheSettings() = {};
@@ -74,6 +79,18 @@ Explanation Expected(int localSet, int flag) {
 // Every region with every value of the flag's three bits.
 class BannerTable : public Banner, public testing::WithParamInterface<std::tuple<int, int>> {
 protected:
+    // The other two settings in all their states, which play no part.
+    void ForEachRow(const std::function<void()>& check) const {
+        for (const int state : {0, 1, 2, 3}) {
+            Reset();
+            OnASet(localSet, flag);
+            TheSettings().bools[AUTORUN_KEY] = state % 2;
+            TheSettings().ints[AUTOSTART_KEY] = state / 2;
+            SCOPED_TRACE(state);
+            check();
+        }
+    }
+
     const int localSet = std::get<0>(GetParam());
     const int flag = std::get<1>(GetParam());
     const std::string type = Expected(localSet, flag).type;
@@ -81,22 +98,24 @@ protected:
 };
 
 TEST_P(BannerTable, LaunchesThePopupWithTheReason) {
-    OnASet(localSet, flag);
-    EXPECT_TRUE(BannerCreate(nullptr));
-    EXPECT_THAT(TheAppControl().calls,
-                ElementsAre("create", "add text=" + text, "add type=" + type,
-                            std::string("app id ") + POPUP, "send", "destroy"));
-    EXPECT_EQ(TheApp().exits, 1);
+    ForEachRow([this] {
+        EXPECT_TRUE(BannerCreate(nullptr));
+        EXPECT_THAT(TheAppControl().calls,
+                    ElementsAre("create", "add text=" + text, "add type=" + type,
+                                std::string("app id ") + POPUP, "send", "destroy"));
+        EXPECT_EQ(TheApp().exits, 1);
+    });
 }
 
-TEST_P(BannerTable, ReadsTheDataServiceFlagInItalyOnly) {
-    OnASet(localSet, flag);
-    BannerCreate(nullptr);
-    if (localSet == 1) {
-        EXPECT_THAT(TheSettings().reads, ElementsAre(std::string("int ") + FLAG_KEY));
-    } else {
-        EXPECT_THAT(TheSettings().reads, IsEmpty());
-    }
+TEST_P(BannerTable, ReadsTheRegionAndInItalyTheDataServiceFlag) {
+    using Reads = std::vector<std::string>;
+    ForEachRow([this] {
+        BannerCreate(nullptr);
+        ASSERT_EQ(TheFactoryData().reads.size(), 1U);
+        EXPECT_EQ(TheFactoryData().reads[0].id, 194);
+        EXPECT_EQ(TheSettings().reads,
+                  localSet == 1 ? Reads{std::string("int ") + FLAG_KEY} : Reads{});
+    });
 }
 
 TEST_P(BannerTable, SaysWhatItDoes) {
