@@ -110,8 +110,11 @@ ChildProcess::Environment XDisplay::Environment() const {
 void XDisplay::StartWindowManager(const std::string& program) {
     m_windowManager =
         std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
-    // Set when it has taken over.
-    if (!WaitUntil([this] { return HasProperty("_NET_SUPPORTING_WM_CHECK"); })) {
+    // The first is set when it takes over; the second once it cares for the focus, without which a
+    // window that comes earlier never gets it.
+    if (!WaitUntil([this] {
+            return HasProperty("_NET_SUPPORTING_WM_CHECK") && HasProperty("_NET_ACTIVE_WINDOW");
+        })) {
         GiveUp(program + " does not start: " + m_windowManager->Errors());
     }
 }
