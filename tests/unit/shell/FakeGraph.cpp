@@ -106,7 +106,7 @@ void DefaultAppListModel::RemoveItemClickedListener(ItemClickListener* /*listene
 // --- the renderer and the control -------------------------------------------------------------
 
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
-    : m_name(name), m_focusOpening([] {}) {
+    : m_name(name), m_focusOpening([] {}), m_keyPress([] {}) {
     applist::test::Note("new renderer");
     Graph().rendererGot = name;
 }
