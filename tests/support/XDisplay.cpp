@@ -110,10 +110,10 @@ ChildProcess::Environment XDisplay::Environment() const {
 void XDisplay::StartWindowManager(const std::string& program) {
     m_windowManager =
         std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
-    // The first is set when it takes over; the second once it cares for the focus, without which a
-    // window that comes earlier never gets it.
+    // The first is set when it takes over; the second once it manages windows. One that comes in
+    // between may never get the focus.
     if (!WaitUntil([this] {
-            return HasProperty("_NET_SUPPORTING_WM_CHECK") && HasProperty("_NET_ACTIVE_WINDOW");
+            return HasProperty("_NET_SUPPORTING_WM_CHECK") && HasProperty("_NET_CLIENT_LIST");
         })) {
         GiveUp(program + " does not start: " + m_windowManager->Errors());
     }
