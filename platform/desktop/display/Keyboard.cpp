@@ -35,13 +35,13 @@ void Rename(Ecore_Event_Key& key) {
 }  // namespace
 
 Keyboard::Keyboard(Windows& windows)
-    : m_wrapAround(windows),
+    : m_listSteps(windows),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
       m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {}
 
 bool Keyboard::Press(Ecore_Event_Key& key) {
     Rename(key);
-    return m_wrapAround.Press(key);
+    return m_listSteps.Press(key);
 }
 
 void Keyboard::Release(Ecore_Event_Key& key) {

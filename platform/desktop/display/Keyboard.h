@@ -5,7 +5,7 @@
 #include <Ecore_Input.h>
 
 #include "display/EventHandler.h"
-#include "display/WrapAround.h"
+#include "display/ListSteps.h"
 
 namespace applist::desktop {
 
@@ -23,7 +23,7 @@ public:
     static void Release(Ecore_Event_Key& key);
 
 private:
-    WrapAround m_wrapAround;
+    ListSteps m_listSteps;
     EventHandler m_press;
     EventHandler m_release;
 };

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "display/WrapAround.h"
+#include "display/ListSteps.h"
 
 #include <Elementary.h>
 #include <string_view>
@@ -59,7 +59,7 @@ void MakeReal(const Evas_Object* list, Elm_Object_Item* row) {
 
 }  // namespace
 
-bool WrapAround::Press(const Ecore_Event_Key& key) {
+bool ListSteps::Press(const Ecore_Event_Key& key) {
     const std::string_view name = key.key;
     const bool vertical = name == "Up" || name == "Down";
     if ((!vertical && name != "Left" && name != "Right") || (key.modifiers & ANY_MODIFIER) != 0) {
@@ -75,7 +75,7 @@ bool WrapAround::Press(const Ecore_Event_Key& key) {
     return true;
 }
 
-void WrapAround::Step(const Evas_Object* list, bool up) {
+void ListSteps::Step(const Evas_Object* list, bool up) {
     const Elm_Object_Item* row = elm_object_focused_item_get(list);
     Elm_Object_Item* target = row != nullptr ? Target(list, row, up) : nullptr;
     if (target == nullptr) {

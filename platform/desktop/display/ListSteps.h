@@ -13,10 +13,10 @@ namespace applist::desktop {
 /// ends. The toolkit follows the loop only for keys with Shift; it stays where it is when the next
 /// row has not been drawn yet, which is soon with keys that come faster than frames; and on Right
 /// and Left it may jump to another row while the rows are being laid out. Main thread only.
-class WrapAround {
+class ListSteps {
 public:
     /// windows must outlive the object.
-    explicit WrapAround(Windows& windows) : m_windows(windows) {}
+    explicit ListSteps(Windows& windows) : m_windows(windows) {}
 
     /// True iff the key is dealt with here; then the toolkit must not see it.
     bool Press(const Ecore_Event_Key& key);
