@@ -4,6 +4,8 @@
 // The built program and the built middleware on a real bus and a real screen, driven by real keys.
 #include <csignal>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,9 +15,23 @@
 namespace applist::test {
 namespace {
 
-using testing::AnyOf;
+using testing::Each;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::StartsWith;
+
+// What stands on standard error, without the one line that a thread of the toolkit writes past
+// every log when a busy machine lets it oversleep.
+std::vector<std::string> ErrorLines(const ChildProcess& process) {
+    std::vector<std::string> kept;
+    std::istringstream lines(process.Errors());
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("ERROR: ecore_animator thread - epoll_wait(", 0) != 0) {
+            kept.push_back(line);
+        }
+    }
+    return kept;
+}
 
 class TheList : public testing::Test {
 protected:
@@ -108,7 +124,7 @@ TEST_F(TheList, PrintsOnlyItsVersionOnANormalRun) {
     Press("Escape");
     ASSERT_EQ(m_set.application().WaitForExit(), 0);
     EXPECT_EQ(m_set.application().Output(), "APPLIST v: plm-applist-20150201.1\n");
-    EXPECT_EQ(m_set.application().Errors(), "");
+    EXPECT_THAT(ErrorLines(m_set.application()), IsEmpty());
 }
 
 /// What a list goes through in which the toolkit could find something to complain about.
@@ -130,13 +146,10 @@ protected:
         ASSERT_TRUE(m_set.WaitForFocusedRow());
         m_set.screen().TypeKey("Escape");
         ASSERT_EQ(m_set.application().WaitForExit(), 0);
-        // The program's own lines tell of the tool that made a call and went; the toolkit's thread
-        // writes past every log when a busy machine lets it oversleep. Nobody else has a say.
-        std::istringstream lines(m_set.application().Errors());
-        for (std::string line; std::getline(lines, line);) {
-            EXPECT_THAT(line, AnyOf(StartsWith("applist error: javamw-dbus-local.cpp: "),
-                                    StartsWith("ERROR: ecore_animator thread - epoll_wait(")));
-        }
+        // The program's own lines tell of the tool that made a call and went. Nobody else has a
+        // say.
+        EXPECT_THAT(ErrorLines(m_set.application()),
+                    Each(StartsWith("applist error: javamw-dbus-local.cpp: ")));
     }
 
     Television m_set;
@@ -236,7 +249,7 @@ TEST(ASet, ServesTheNextApplicationAfterTheFirstHasEnded) {
 
 // The clock of the application runs fifty times as fast; nobody presses a key.
 TEST(ASet, ClosesTheListWhenNobodyUsesIt) {
-    Television set({{"APPLIST_LOG", "debug"}});
+    Television set(ChildProcess::Environment{{"APPLIST_LOG", "debug"}});
     const auto application = set.StartApplication({"faketime", "-f", "+0 x50"});
     EXPECT_EQ(application->WaitForExit(), 0);
     EXPECT_THAT(application->Errors(), HasSubstr("OnTimer() in 65s"));
