@@ -40,7 +40,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
 }
 
 Exit Complain(const std::string& problem, Exit status) {
-    std::fprintf(stderr, "platformctl: %s\n", problem.c_str());
+    static_cast<void>(std::fprintf(stderr, "platformctl: %s\n", problem.c_str()));
     return status;
 }
 

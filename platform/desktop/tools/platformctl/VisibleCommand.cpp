@@ -62,8 +62,8 @@ void PrintJson(bool shown, const std::vector<Fact>& facts) {
 
 Exit TellVisible(const Request& request) {
     if (!ReadRegionItem().value) {
-        std::fputs("platformctl: the set has no region; the decision waits about five seconds\n",
-                   stderr);
+        static_cast<void>(std::fputs(
+            "platformctl: the set has no region; the decision waits about five seconds\n", stderr));
     }
     const bool shown = check_visibility_int(MENU_KEY) != 0;
     const auto facts = DecidingFacts();
