@@ -120,7 +120,8 @@ void JavaMWDbusLocal::Flush() const {
     g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
         m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
         "Ping", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
-    if (answer == nullptr) {
+    // A connection may close while it is asked; then there is nobody to lose anything to.
+    if (answer == nullptr && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CLOSED)) {
         LOG_DEBUG("What was sent last may be lost: %s\n\n", error->message);
     }
 }
