@@ -196,6 +196,12 @@ std::string PolicyBus::FolderOf(const User& user, const std::string& name) const
     return path;
 }
 
+void SkipUnlessRoot() {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "NOT TESTED: programs of several users can be started by root only";
+    }
+}
+
 std::string NameOf(PolicyBus::Daemon daemon) {
     return daemon == PolicyBus::Daemon::DBUS_DAEMON ? "DbusDaemon" : "DbusBroker";
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -68,7 +69,13 @@ private:
     std::unique_ptr<ChildProcess> m_daemon;
 };
 
+/// Skips the running test, with the reason, unless it is run by root. Nothing else skips it.
+void SkipUnlessRoot();
+
 /// Such as "DbusDaemon"; part of the names of tests.
 std::string NameOf(PolicyBus::Daemon daemon);
+inline std::ostream& operator<<(std::ostream& out, PolicyBus::Daemon daemon) {
+    return out << NameOf(daemon);
+}
 
 }  // namespace applist::test

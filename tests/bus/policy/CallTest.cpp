@@ -3,7 +3,7 @@
 //
 // Who may call the application. What arrives is seen by a receiver that takes everything: it is the
 // bus that keeps the rest away.
-#include "bus/policy/Actor.h"
+#include "bus/policy/PolicyTest.h"
 
 namespace applist::test {
 namespace {

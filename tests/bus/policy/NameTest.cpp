@@ -5,7 +5,7 @@
 // everybody.
 #include <algorithm>
 
-#include "bus/policy/Actor.h"
+#include "bus/policy/PolicyTest.h"
 
 namespace applist::test {
 namespace {

@@ -3,7 +3,7 @@
 //
 // Whose signals arrive where. Nobody is told whether a signal was let through; so each receiver is
 // asked in the end what came.
-#include "bus/policy/Actor.h"
+#include "bus/policy/PolicyTest.h"
 
 namespace applist::test {
 namespace {

@@ -5,7 +5,7 @@
 // one after the other on one connection, and prints a line for each: the outcome is the bus' word.
 //
 //   own NAME                            asks for a name and gives it back
-//   call DESTINATION PATH INTERFACE MEMBER    calls; "-" is no interface
+//   call DESTINATION PATH INTERFACE MEMBER    calls; "-" is no interface; "Send" empties a list
 //   signal DESTINATION PATH INTERFACE MEMBER  emits, to all when DESTINATION is "-"
 //   listen RULE                         adds a match rule
 //   receive                             answers calls and prints what arrives, until SIGTERM
@@ -51,8 +51,11 @@ const char* OrNull(const std::string& text) {
     return text == "-" ? nullptr : text.c_str();
 }
 
-GVariant* NoBytes() {
-    return g_variant_new("(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, nullptr, 0, 1));
+// The call that empties the list: whoever gets this through does damage.
+GVariant* RemoveAllItems() {
+    static constexpr guint8 FRAME[]{0xD3, 0x07, 0, 0};
+    return g_variant_new("(@ay)",
+                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, FRAME, sizeof FRAME, 1));
 }
 
 std::string Own(const Arguments& arguments) {
@@ -67,7 +70,7 @@ std::string Call(const Arguments& arguments) {
     g_autoptr(GDBusMessage) call = g_dbus_message_new_method_call(
         arguments[0].c_str(), arguments[1].c_str(), OrNull(arguments[2]), arguments[3].c_str());
     if (arguments[3] == "Send") {
-        g_dbus_message_set_body(call, NoBytes());
+        g_dbus_message_set_body(call, RemoveAllItems());
     }
     g_autoptr(GError) error = nullptr;
     g_autoptr(GDBusMessage) reply = g_dbus_connection_send_message_with_reply_sync(
@@ -81,7 +84,8 @@ std::string Call(const Arguments& arguments) {
 std::string Signal(const Arguments& arguments) {
     g_autoptr(GError) error = nullptr;
     g_dbus_connection_emit_signal(bus, OrNull(arguments[0]), arguments[1].c_str(),
-                                  arguments[2].c_str(), arguments[3].c_str(), NoBytes(), &error);
+                                  arguments[2].c_str(), arguments[3].c_str(), RemoveAllItems(),
+                                  &error);
     // The bus takes messages in order: once it answers, the signal is where it belongs.
     AskDaemon("GetId", nullptr);
     return error != nullptr ? error->message : "sent";
@@ -106,7 +110,7 @@ GDBusMessage* OnMessage(GDBusConnection* connection, GDBusMessage* message, gboo
               << g_dbus_message_get_member(message) << std::endl;
     if (type == G_DBUS_MESSAGE_TYPE_METHOD_CALL) {
         g_autoptr(GDBusMessage) reply = g_dbus_message_new_method_reply(message);
-        g_dbus_message_set_body(reply, NoBytes());
+        g_dbus_message_set_body(reply, g_variant_new_parsed("(@ay [],)"));
         g_dbus_connection_send_message(connection, reply, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr,
                                        nullptr);
     }

@@ -3,12 +3,9 @@
 #pragma once
 
 #include <memory>
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <gmock/gmock.h>
 
 #include "support/PolicyBus.h"
 
@@ -18,7 +15,7 @@ namespace applist::test {
 inline constexpr const char* CHANNEL_PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
 inline constexpr const char* CHANNEL_INTERFACE = "org.vantu.javamw.DbusCommunication";
 
-/// A bus_actor that some user runs.
+/// Somebody on the bus: the program bus_actor, run by some user. BusActorMain.cpp has its commands.
 class Actor {
 public:
     /// Returns once it is connected.
@@ -39,29 +36,5 @@ private:
     std::unique_ptr<ChildProcess> m_process;
     std::string m_uniqueName;
 };
-
-/// Where a policy holds; the parameter of tests for every such place.
-struct Place {
-    PolicyBus::Daemon daemon;
-    std::string name;
-    std::string rules;
-};
-
-std::ostream& operator<<(std::ostream& out, const Place& place);
-
-/// Tests that need users, and so root. Where the parameter says, the policy that is installed
-/// holds.
-class PolicyTest : public testing::TestWithParam<Place> {
-protected:
-    void SetUp() override;
-    std::unique_ptr<PolicyBus> MakeBus() const;
-};
-
-/// Both daemons, each with both sets of rules.
-std::vector<Place> AllPlaces();
-std::string NameOfPlace(const testing::TestParamInfo<Place>& info);
-
-/// Skips the running test, with the reason, unless it is run by root.
-void SkipUnlessRoot();
 
 }  // namespace applist::test
