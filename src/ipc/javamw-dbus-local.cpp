@@ -110,16 +110,17 @@ JavaMWDbusLocal::~JavaMWDbusLocal() {
 
 // The bus library sends from a thread of its own, which ends with the program: without this the
 // viewer's choice gets lost now and then, since the application ends right after it. The daemon
-// takes messages in order, so its answer to one more says that it has all before. A flush of the
-// connection would say less, and would wait without end for a daemon that hangs.
+// takes messages in order, so its answer to one more says that it has all before. It is one that
+// every system bus answers; a ping is denied on most. A flush of the connection would say less, and
+// would wait without end for a daemon that hangs.
 void JavaMWDbusLocal::Flush() const {
     if (m_connection == nullptr || g_dbus_connection_is_closed(m_connection) != FALSE) {
         return;
     }
     g_autoptr(GError) error = nullptr;
     g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
-        m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
-        "Ping", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
+        m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "GetId", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
     // A connection may close while it is asked; then there is nobody to lose anything to.
     if (answer == nullptr && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CLOSED)) {
         LOG_DEBUG("What was sent last may be lost: %s\n\n", error->message);

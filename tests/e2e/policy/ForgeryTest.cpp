@@ -203,6 +203,8 @@ TEST_P(Forgery, IsKeptOutWhileTheViewerAndTheMiddlewareNoticeNothing) {
     set.screen().TypeKey("Return");
     EXPECT_TRUE(set.middleware().WaitForText("event 3 ItemClicked"));
     EXPECT_EQ(set.application().WaitForExit(), 0);
+    // Nor does the application run into a denial of its own.
+    EXPECT_THAT(set.application().Errors(), Not(HasSubstr("AccessDenied")));
 }
 
 }  // namespace
