@@ -1,0 +1,18 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <vector>
+
+#include "Subcommand.h"
+#include "commands/Session.h"
+
+namespace applist::sim {
+
+/// The options of every subcommand that goes to the bus, followed by its own.
+std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own);
+
+/// What those options say, or what is wrong with them.
+Result<SessionOptions> SessionOptionsFrom(const Arguments& given);
+
+}  // namespace applist::sim
