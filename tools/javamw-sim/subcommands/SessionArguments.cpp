@@ -18,9 +18,13 @@ Result<unsigned> Seconds(const std::string& text) {
 
 }  // namespace
 
+Option AddressOption() {
+    return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
+}
+
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
     std::vector<Option> options{
-        {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"},
+        AddressOption(),
         {"timeout", 't', "SECONDS", "Wait so long for an application"},
     };
     options.insert(options.end(), own.begin(), own.end());
