@@ -9,6 +9,7 @@ const std::vector<Subcommand>& Subcommands() {
         ServeSubcommand(),
         WatchSubcommand(),
         CallSubcommand(),
+        RunSubcommand(),
     };
     return TABLE;
 }

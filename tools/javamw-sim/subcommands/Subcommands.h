@@ -13,6 +13,7 @@ const std::vector<Subcommand>& Subcommands();
 
 // The rows, each in a file of its own.
 Subcommand CallSubcommand();
+Subcommand RunSubcommand();
 Subcommand ServeSubcommand();
 Subcommand WatchSubcommand();
 
