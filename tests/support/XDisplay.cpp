@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <poll.h>
+#include <utility>
 
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>
@@ -87,7 +88,19 @@ XDisplay::XDisplay(const Desktop& desktop) {
 }
 
 XDisplay::~XDisplay() {
-    XCloseDisplay(m_display);
+    Disconnect();
+}
+
+// Xlib ends a process whose server is gone.
+void XDisplay::Disconnect() {
+    if (m_display != nullptr) {
+        XCloseDisplay(std::exchange(m_display, nullptr));
+    }
+}
+
+void XDisplay::Stop() {
+    Disconnect();
+    m_server.reset();
 }
 
 void XDisplay::Connect() {
