@@ -62,6 +62,8 @@ std::optional<sim::Items> DrivenMiddleware::Ask(sim::Function function, const si
         ended = true;
         if (reply) {
             answer = *reply;
+        } else {
+            ADD_FAILURE() << sim::NameOf(function) << ": " << reply.error();
         }
     });
     // Beyond the bus library's own patience: the callback needs this frame.

@@ -36,7 +36,8 @@ public:
     void Call(sim::Function function, const sim::Items& items = {});
     /// Waits until every call has ended, one way or the other.
     [[nodiscard]] bool AwaitReplies();
-    /// Calls and waits for the items of the reply; nothing when there is none.
+    /// Calls and waits for the items of the reply; nothing, and a failure of the test, when there
+    /// is none.
     std::optional<sim::Items> Ask(sim::Function function, const sim::Items& items = {});
 
     size_t Answered() const { return m_answered; }
