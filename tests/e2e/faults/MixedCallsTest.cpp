@@ -6,18 +6,17 @@
 //   APPLIST_SEED    another order
 #include <cstdlib>
 #include <iostream>
-#include <random>
 
 #include <gmock/gmock.h>
 
 #include "e2e/faults/FaultTest.h"
+#include "e2e/faults/RandomCalls.h"
 #include "e2e/faults/ReferenceList.h"
 
 namespace applist::test {
 namespace {
 
 using sim::Function;
-using sim::Item;
 using sim::Items;
 using testing::Optional;
 
@@ -27,54 +26,6 @@ size_t Setting(const char* variable, size_t usual) {
     const char* text = std::getenv(variable);
     return text != nullptr ? std::strtoul(text, nullptr, 10) : usual;
 }
-
-/// Chooses calls. There are fewer ids than the calls name, so that many meet again.
-class Calls {
-public:
-    explicit Calls(size_t seed) : m_random(seed) {}
-
-    Function NextFunction() {
-        // Few that empty the list; most that change it.
-        static constexpr Function OFTEN[] = {
-            Function::AddItems,   Function::AddItems,     Function::AddItemAtEnd,
-            Function::RemoveItem, Function::RemoveItem,   Function::ModifyItem,
-            Function::ModifyItem, Function::SetSelection, Function::SetSelection};
-        static constexpr Function SELDOM[] = {Function::RemoveAllItems, Function::SetClicked,
-                                              Function::GetSelection, Function::GetAllItems};
-        return Below(40) == 0 ? SELDOM[Below(std::size(SELDOM))] : OFTEN[Below(std::size(OFTEN))];
-    }
-
-    Items ItemsFor(Function function) {
-        switch (function) {
-            case Function::AddItems:
-                return SomeItems(Below(5));
-            case Function::SetSelection:
-                // Now and then an item without an id, which means none.
-                return Below(10) == 0 ? Items{Item{}} : SomeItems(1);
-            case Function::AddItemAtEnd:
-            case Function::RemoveItem:
-                return SomeItems(1);
-            case Function::ModifyItem:
-                return SomeItems(2);
-            default:
-                return {};
-        }
-    }
-
-private:
-    size_t Below(size_t limit) { return m_random() % limit; }
-
-    Items SomeItems(size_t count) {
-        Items items(count);
-        for (Item& item : items) {
-            const std::string number = std::to_string(Below(24));
-            item = {"id" + number, "Città " + number + std::string(Below(40), 'x')};
-        }
-        return items;
-    }
-
-    std::mt19937_64 m_random;
-};
 
 class MixedCalls : public FaultTest {
 protected:
@@ -106,7 +57,7 @@ protected:
     }
 
     const size_t m_seed = Setting("APPLIST_SEED", 20261121);
-    Calls m_calls{m_seed};
+    RandomCalls m_calls{m_seed};
     ReferenceList m_reference;
     std::unique_ptr<DrivenMiddleware> m_middleware;
 };
