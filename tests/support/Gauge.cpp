@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <unistd.h>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -14,8 +13,8 @@
 namespace applist::test {
 
 std::ostream& operator<<(std::ostream& out, const Footprint& footprint) {
-    return out << footprint.residentKiB << " KiB resident, " << footprint.descriptors
-               << " descriptors, " << footprint.matchRules << " match rules";
+    return out << footprint.residentKiB << " KiB, " << footprint.descriptors << " descriptors, "
+               << footprint.matchRules << " match rules";
 }
 
 Gauge::Gauge(pid_t program, const std::string& address, std::string uniqueName)
@@ -29,14 +28,23 @@ Gauge::Gauge(pid_t program, const std::string& address, std::string uniqueName)
 }
 
 Footprint Gauge::Read() const {
-    size_t total = 0;
-    size_t resident = 0;
-    std::ifstream(m_proc + "/statm") >> total >> resident;
-    EXPECT_GT(resident, 0U) << m_proc << " is gone";
     std::error_code error;
     const std::filesystem::directory_iterator descriptors(m_proc + "/fd", error);
-    return {resident * static_cast<size_t>(sysconf(_SC_PAGESIZE)) / 1024,
-            static_cast<size_t>(std::distance(begin(descriptors), end(descriptors))), MatchRules()};
+    return {ResidentKiB(), static_cast<size_t>(std::distance(begin(descriptors), end(descriptors))),
+            MatchRules()};
+}
+
+size_t Gauge::ResidentKiB() const {
+    std::ifstream status(m_proc + "/status");
+    std::string word;
+    size_t resident = 0;
+    while (resident == 0 && status >> word) {
+        if (word == "RssAnon:") {
+            status >> resident;
+        }
+    }
+    EXPECT_GT(resident, 0U) << m_proc << " is gone";
+    return resident;
 }
 
 size_t Gauge::MatchRules() const {

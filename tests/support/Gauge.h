@@ -14,6 +14,7 @@ namespace applist::test {
 
 /// What a program holds at one moment.
 struct Footprint {
+    /// Resident memory of its own. Pages of program files come and go with what others need.
     size_t residentKiB = 0;
     size_t descriptors = 0;
     /// What the bus daemon keeps for its connection.
@@ -31,6 +32,7 @@ public:
     Footprint Read() const;
 
 private:
+    size_t ResidentKiB() const;
     size_t MatchRules() const;
 
     std::string m_proc;
