@@ -66,6 +66,14 @@ TEST_P(PolicyOfNames, NobodyOwnsAnyWhereTheUsersAreUnknown) {
     }
 }
 
+TEST_P(PolicyOfNames, OneUserMayBeBothSides) {
+    const PolicyBus bus(GetParam().daemon, GetParam().rules, POLICY_OF_ONE_USER);
+    Names both = SERVICE_NAMES;
+    both.insert(both.end(), CLIENT_NAMES.begin(), CLIENT_NAMES.end());
+    EXPECT_EQ(Ask(bus, APPLICATION_USER), Grants(both));
+    EXPECT_EQ(Ask(bus, MIDDLEWARE_USER), Grants({}));
+}
+
 // The developer's bus, which tells that the tests above can fail.
 TEST_P(PolicyOfNames, AStrangerOwnsAllWhereEverythingIsAllowed) {
     const PolicyBus bus(GetParam().daemon, PolicyBus::OPEN_RULES, "");
