@@ -60,7 +60,7 @@ GVariant* RemoveAllItems() {
 
 std::string Own(const Arguments& arguments) {
     const char* name = arguments[0].c_str();
-    const std::string outcome = AskDaemon("RequestName", g_variant_new("(su)", name, 4U));
+    std::string outcome = AskDaemon("RequestName", g_variant_new("(su)", name, 4U));
     AskDaemon("ReleaseName", g_variant_new("(s)", name));
     return outcome;
 }

@@ -189,7 +189,7 @@ std::unique_ptr<ChildProcess> PolicyBus::Start(const User& user,
 }
 
 std::string PolicyBus::FolderOf(const User& user, const std::string& name) const {
-    const std::string path = Path(user.name + "-" + name);
+    std::string path = Path(user.name + "-" + name);
     fs::create_directory(path);
     fs::permissions(path, fs::perms::owner_all);
     EXPECT_EQ(chown(path.c_str(), user.id, user.id), 0) << path << ": " << std::strerror(errno);
