@@ -91,7 +91,7 @@ std::vector<std::string> NamesOnTheBus() {
 }
 
 /// A heading as the links to it spell it.
-std::string Anchor(std::string heading) {
+std::string Anchor(const std::string& heading) {
     std::string anchor;
     for (const char c : heading) {
         if (std::isalnum(static_cast<unsigned char>(c)) != 0) {
@@ -153,8 +153,7 @@ TEST(ProtocolManPage, ListsEveryFunctionAndEventAndNoOther) {
 }
 
 TEST(ProtocolManPage, IsGoodMdoc) {
-    ChildProcess mandoc({"mandoc", "-T", "lint", "-W", "warning",
-                         std::string(std::getenv("APPLIST_SOURCE")) + "/" + MAN_PAGE});
+    ChildProcess mandoc({"mandoc", "-T", "lint", "-W", "warning", SourcePath(MAN_PAGE)});
     EXPECT_EQ(mandoc.WaitForExit(), 0);
     EXPECT_THAT(mandoc.Output(), IsEmpty());
 }
