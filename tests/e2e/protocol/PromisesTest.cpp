@@ -16,7 +16,6 @@ namespace applist::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr const char* PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
 constexpr const char* INTERFACE = "org.vantu.javamw.DbusCommunication";
@@ -128,6 +127,20 @@ TEST_F(TheProtocol, FailsTheCallsUnderWayWhenTheApplicationEnds) {
     m_application->Signal(SIGKILL);
     ASSERT_TRUE(m_first.AwaitTraffic(1));
     EXPECT_THAT(m_first.Traffic(), ElementsAre(Failure("org.freedesktop.DBus.Error.NoReply")));
+}
+
+TEST_F(TheProtocol, FailsACallBeyondThoseThatTheBusKeepsUnderWay) {
+    constexpr int CALLS_UNDER_WAY = 128;
+    m_application->Signal(SIGSTOP);
+    for (int i = 0; i <= CALLS_UNDER_WAY; ++i) {
+        m_first.Send(m_name, PATH, GET_ALL_ITEMS);
+    }
+    ASSERT_TRUE(m_first.AwaitTraffic(1));
+    EXPECT_THAT(m_first.Traffic(),
+                ElementsAre(Failure("org.freedesktop.DBus.Error.LimitsExceeded")));
+    m_application->Signal(SIGCONT);
+    ASSERT_TRUE(m_first.AwaitTraffic(CALLS_UNDER_WAY + 1));
+    EXPECT_THAT(m_first.Traffic(), testing::Contains(Reply({})).Times(CALLS_UNDER_WAY));
 }
 
 TEST_F(TheProtocol, LosesWhoSendsMoreThanTheBusLetsPassAndNobodyElse) {
