@@ -14,7 +14,6 @@
 
 #include "ipc/javamw-dbus-local.h"
 #include "protocol/Protocol.h"
-#include "support/ChildProcess.h"
 #include "support/SourceFile.h"
 #include "support/WireDocument.h"
 
@@ -22,7 +21,6 @@ namespace applist::test {
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::UnorderedElementsAreArray;
 
 constexpr const char* DOCUMENT = "docs/protocol.md";
@@ -150,12 +148,6 @@ TEST(ProtocolDocument, LinksToItsOwnHeadings) {
 TEST(ProtocolManPage, ListsEveryFunctionAndEventAndNoOther) {
     const std::regex row(R"(^\.It (\d+) Ta (\w+) Ta)");
     EXPECT_THAT(EntriesIn(SourceFile(MAN_PAGE), row), UnorderedElementsAreArray(AllEntries()));
-}
-
-TEST(ProtocolManPage, IsGoodMdoc) {
-    ChildProcess mandoc({"mandoc", "-T", "lint", "-W", "warning", SourcePath(MAN_PAGE)});
-    EXPECT_EQ(mandoc.WaitForExit(), 0);
-    EXPECT_THAT(mandoc.Output(), IsEmpty());
 }
 
 class ProtocolPage : public testing::TestWithParam<const char*> {};
