@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "CallbackGuard.h"
+#include "accessibility/KeyFilter.h"
 
 // Elementary's own list of headers leaves it out.
 extern "C" {
@@ -20,6 +21,10 @@ namespace {
 
 // The part that holds the text of a row with one text.
 constexpr const char* TEXT_PART = "elm.text";
+
+// The toolkit waits a tenth of a second for the address of the accessibility bus, and asks but
+// once; on a busy machine that bus takes longer to start.
+constexpr double RETRY_SECONDS = 1.0;
 
 struct FreeText {
     void operator()(char* text) const { std::free(text); }
@@ -50,7 +55,8 @@ void NameList(Eo* list) {
     while (around != nullptr && !IsA(around, "Elm.Popup")) {
         around = elm_object_parent_widget_get(around);
     }
-    const char* title = around != nullptr ? elm_object_part_text_get(around, "title,text") : nullptr;
+    const char* title =
+        around != nullptr ? elm_object_part_text_get(around, "title,text") : nullptr;
     if (title != nullptr) {
         efl_access_object_i18n_name_set(list, title);
     }
@@ -88,19 +94,45 @@ void OnEvent(void*, const Efl_Event* event) {
     }
 }
 
+Eina_Bool OnRetry(void* names) {
+    const bool again =
+        GuardCallback(false, [names] { return static_cast<SpokenNames*>(names)->Retry(); });
+    return again ? ECORE_CALLBACK_RENEW : ECORE_CALLBACK_CANCEL;
+}
+
 }  // namespace
 
 void SpokenNames::Turn(bool on) {
     if (on == (m_additions != nullptr)) {
         return;
     }
-    elm_config_atspi_mode_set(on ? EINA_TRUE : EINA_FALSE);
     if (on) {
+        Connect();
+        m_retry = ecore_timer_add(RETRY_SECONDS, OnRetry, this);
         NameListsIn(efl_access_object_access_root_get());
         m_additions = efl_access_object_event_handler_add(OnEvent, nullptr);
     } else {
+        elm_config_atspi_mode_set(EINA_FALSE);
         efl_access_object_event_handler_del(std::exchange(m_additions, nullptr));
+        if (m_retry != nullptr) {
+            ecore_timer_del(std::exchange(m_retry, nullptr));
+        }
     }
+}
+
+void SpokenNames::Connect() {
+    KeepFilteredEvents();
+    elm_config_atspi_mode_set(EINA_TRUE);
+}
+
+bool SpokenNames::Retry() {
+    if (FilterWasAdded()) {
+        m_retry = nullptr;
+        return false;
+    }
+    elm_config_atspi_mode_set(EINA_FALSE);
+    Connect();
+    return true;
 }
 
 void SpokenNames::RowAdded(Eo* list, Eo* row) {

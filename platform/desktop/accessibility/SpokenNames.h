@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Ecore.h>
+
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
-typedef struct _Eo_Opaque Eo;
 typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
@@ -26,8 +27,13 @@ public:
     void Turn(bool on);
     /// Something has become part of list.
     static void RowAdded(Eo* list, Eo* row);
+    /// Connects again where the toolkit gave up; true iff it has to be looked at once more.
+    bool Retry();
 
 private:
+    void Connect();
+
+    Ecore_Timer* m_retry = nullptr;
     Efl_Access_Event_Handler* m_additions = nullptr;
 };
 

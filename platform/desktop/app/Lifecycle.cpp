@@ -16,6 +16,7 @@
 #include "app/SingleInstance.h"
 #include "app/Toolkit.h"
 #include "display/Keyboard.h"
+#include "display/ThemeSignals.h"
 #include "display/Windows.h"
 #include "launch/LaunchProtocol.h"
 
@@ -65,6 +66,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     const GlibLoop glib;
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
     const Keyboard keyboard(windows);
+    const ThemeSignals signals;
     SpokenNames names;
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
     const Result result = RunApplication();
