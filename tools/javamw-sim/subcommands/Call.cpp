@@ -60,7 +60,7 @@ Subcommand CallSubcommand() {
     return {"call",
             "FUNCTION [ARG...]",
             "Call one function and print the items of the reply",
-            SessionOptionsAnd({}),
+            SessionOptionsAnd({RecordOption()}),
             Details(),
             &Prepare};
 }

@@ -12,6 +12,9 @@ namespace applist::sim {
 /// The options of every subcommand that goes to the bus, followed by its own.
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own);
 
+/// The option of subcommands that are one session: record its traffic.
+Option RecordOption();
+
 /// What those options say, or what is wrong with them.
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given);
 

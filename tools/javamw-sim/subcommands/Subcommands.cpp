@@ -6,9 +6,8 @@ namespace applist::sim {
 
 const std::vector<Subcommand>& Subcommands() {
     static const std::vector<Subcommand> TABLE{
-        ServeSubcommand(),
-        WatchSubcommand(),
-        CallSubcommand(),
+        ServeSubcommand(),  WatchSubcommand(),  CallSubcommand(),
+        RecordSubcommand(), ReplaySubcommand(), CompareSubcommand(),
     };
     return TABLE;
 }

@@ -13,6 +13,9 @@ const std::vector<Subcommand>& Subcommands();
 
 // The rows, each in a file of its own.
 Subcommand CallSubcommand();
+Subcommand CompareSubcommand();
+Subcommand RecordSubcommand();
+Subcommand ReplaySubcommand();
 Subcommand ServeSubcommand();
 Subcommand WatchSubcommand();
 

@@ -34,7 +34,7 @@ Subcommand WatchSubcommand() {
     return {"watch",
             "",
             "Print every event and the selection read after it",
-            SessionOptionsAnd({}),
+            SessionOptionsAnd({RecordOption()}),
             DETAILS,
             &Prepare};
 }
