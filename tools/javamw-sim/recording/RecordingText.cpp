@@ -91,7 +91,27 @@ private:
     std::string m_fault;
 };
 
+// The parser calls itself for each level, however many there are; a message has only one.
+bool IsDeep(std::string_view line) {
+    constexpr int LEVELS = 50;
+    int brackets = 0;
+    bool quoted = false;
+    for (size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            quoted = !quoted;
+        } else if (quoted) {
+            i += line[i] == '\\' ? 1 : 0;
+        } else if (line[i] == '[' || line[i] == '{') {
+            ++brackets;
+        }
+    }
+    return brackets > LEVELS;
+}
+
 Result<NodePtr> ParseObject(std::string_view line) {
+    if (IsDeep(line)) {
+        return Result<NodePtr>::Failure("too many brackets");
+    }
     const GObjectPtr<JsonParser> parser(json_parser_new());
     GError* error = nullptr;
     if (json_parser_load_from_data(parser.get(), line.data(), static_cast<gssize>(line.size()),
