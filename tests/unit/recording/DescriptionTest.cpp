@@ -50,7 +50,7 @@ TEST(Description, NamesEvents) {
     EXPECT_EQ(Describe(Signalled(Event::ItemClicked)), "event 3 ItemClicked");
     EXPECT_EQ(DescribeSignal({'\x07', '\x00', '\x00', '\x00'}), "event 7 Unknown");
     EXPECT_EQ(DescribeSignal({'\x0A', '\x0B', '\x01', '\x00', '\x00', '\x00'}),
-              "event 1 ItemChanged with 2 bytes");
+              "event 1 ItemChanged with 2 unexpected bytes");
     EXPECT_EQ(DescribeSignal({'\x01'}), "1 byte without a message id");
 }
 

@@ -9,15 +9,6 @@
 namespace applist::sim {
 namespace {
 
-std::string DescribeEvent(const Notification& notification) {
-    std::string text = "event " + std::to_string(static_cast<int32_t>(notification.event)) + ' ' +
-                       std::string(NameOf(notification.event));
-    if (notification.payloadSize > 0) {
-        text += " with " + std::to_string(notification.payloadSize) + " unexpected bytes";
-    }
-    return text;
-}
-
 std::string DescribeSelection(const Result<Items>& reply) {
     if (!reply) {
         return "unreadable: " + OneLine(reply.error());
@@ -35,7 +26,7 @@ EventLog::EventLog(ListClient& client, Print print) : m_client(client), m_print(
 
 void EventLog::Add(const std::string& application, const Notification& notification) {
     const uint64_t number = ++m_lastNumber;
-    m_entries.push_back({number, application, DescribeEvent(notification), {}});
+    m_entries.push_back({number, application, DescribeNotification(notification), {}});
     m_client.Call(
         application, Function::GetSelection, {},
         [this, number](const Result<Items>& reply) { Complete(number, DescribeSelection(reply)); });

@@ -64,12 +64,7 @@ std::string DescribeSignal(const Bytes& bytes) {
     if (!frame) {
         return Count(bytes.size(), "byte") + " without a message id";
     }
-    std::string text = "event " + std::to_string(static_cast<int32_t>(frame->event)) + ' ' +
-                       std::string(NameOf(frame->event));
-    if (frame->payloadSize > 0) {
-        text += " with " + Count(frame->payloadSize, "byte");
-    }
-    return text;
+    return DescribeNotification(*frame);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include "recording/BusRecording.h"
+#include "subcommands/SessionArguments.h"
 #include "subcommands/Subcommands.h"
 
 namespace applist::sim {
@@ -44,7 +45,7 @@ Subcommand RecordSubcommand() {
     return {"record",
             "FILE",
             "Write down what a middleware and the application say to each other",
-            {{"address", 'a', "ADDRESS", "Bus to use instead of the system bus"}},
+            {AddressOption()},
             DETAILS,
             &Prepare};
 }

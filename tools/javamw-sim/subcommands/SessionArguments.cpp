@@ -5,9 +5,13 @@
 #include "subcommands/Numbers.h"
 
 namespace applist::sim {
+Option AddressOption() {
+    return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
+}
+
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
     std::vector<Option> options{
-        {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"},
+        AddressOption(),
         {"timeout", 't', "SECONDS", "Wait so long for an application"},
     };
     options.insert(options.end(), own.begin(), own.end());

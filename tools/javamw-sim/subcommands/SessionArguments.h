@@ -9,7 +9,10 @@
 
 namespace applist::sim {
 
-/// The options of every subcommand that goes to the bus, followed by its own.
+/// --address, for those that go to the bus in a way of their own.
+Option AddressOption();
+
+/// The options of a subcommand that waits for applications on the bus, followed by its own.
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own);
 
 /// The option of subcommands that are one session: record its traffic.

@@ -6,7 +6,7 @@ namespace applist::sim {
 
 const std::vector<Subcommand>& Subcommands() {
     static const std::vector<Subcommand> TABLE{
-        ServeSubcommand(),  WatchSubcommand(),  CallSubcommand(),
+        ServeSubcommand(),  WatchSubcommand(),  CallSubcommand(),    RunSubcommand(),
         RecordSubcommand(), ReplaySubcommand(), CompareSubcommand(),
     };
     return TABLE;

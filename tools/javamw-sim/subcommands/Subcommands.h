@@ -16,6 +16,7 @@ Subcommand CallSubcommand();
 Subcommand CompareSubcommand();
 Subcommand RecordSubcommand();
 Subcommand ReplaySubcommand();
+Subcommand RunSubcommand();
 Subcommand ServeSubcommand();
 Subcommand WatchSubcommand();
 
