@@ -18,6 +18,7 @@ Subcommand RecordSubcommand();
 Subcommand ReplaySubcommand();
 Subcommand RunSubcommand();
 Subcommand ServeSubcommand();
+Subcommand ShellSubcommand();
 Subcommand WatchSubcommand();
 
 }  // namespace applist::sim
