@@ -160,8 +160,10 @@ void EditorInput::ReadKey() {
     }
 }
 
+// What comes next on the terminal begins a line.
 void EditorInput::End() {
     m_source.Release();
+    static_cast<void>(std::fputc('\n', stdout));
     m_listener.end();
 }
 

@@ -78,7 +78,9 @@ void Shell::OpenInput() {
 
 void Shell::WatchSignals() {
     m_signals.push_back(OwnSource(g_unix_signal_add(SIGINT, &cb_Interrupted, this)));
-    m_signals.push_back(OwnSource(g_unix_signal_add(SIGTERM, &cb_Terminated, this)));
+    for (const int number : {SIGTERM, SIGHUP}) {
+        m_signals.push_back(OwnSource(g_unix_signal_add(number, &cb_Terminated, this)));
+    }
 }
 
 std::optional<std::string> Shell::NextLine() {
@@ -178,7 +180,8 @@ void Shell::SettlePending(const Action* next) {
     const auto pending = std::exchange(m_pending, std::nullopt);
     const bool expected = next != nullptr && std::holds_alternative<ExpectError>(*next);
     if (pending && !expected) {
-        Fail(pending->statement.text, pending->problem, ExitCode::CallFailed);
+        Fail(pending->statement.text, pending->problem, ExitCode::CallFailed,
+             pending->statement.line);
     }
 }
 
@@ -247,12 +250,13 @@ void Shell::Show(const std::string& line) {
 }
 
 // A person sees it and goes on; whoever made a file of lines finds the line.
-void Shell::Fail(const std::string& statement, const std::string& problem, ExitCode code) {
+void Shell::Fail(const std::string& statement, const std::string& problem, ExitCode code,
+                 size_t line) {
     if (m_person || m_options.json) {
         Show(m_output.Problem(statement, problem));
     }
     if (!m_person) {
-        Complain("line " + std::to_string(m_lineNumber) + ": " + OneLine(problem));
+        Complain("line " + std::to_string(line) + ": " + OneLine(problem));
         End(code);
     }
 }

@@ -60,7 +60,10 @@ private:
     void PrintBusctl(const std::string& text);
 
     void Show(const std::string& line);
-    void Fail(const std::string& statement, const std::string& problem, ExitCode code);
+    void Fail(const std::string& statement, const std::string& problem, ExitCode code) {
+        Fail(statement, problem, code, m_lineNumber);
+    }
+    void Fail(const std::string& statement, const std::string& problem, ExitCode code, size_t line);
     void OnHappening(const Partner& partner, const std::string& happening);
     void OnInterrupted();
     void End(ExitCode code);

@@ -10,7 +10,7 @@ namespace {
 constexpr const char* DETAILS =
     "Looks on and takes no part: a middleware of any make and the application may start\n"
     "and end as they like. A bus lets only its owner and root look on; to record what\n"
-    "this program itself says and hears, use --record of serve, watch, call or shell.\n"
+    "this program itself says and hears, use --record of serve, watch or call.\n"
     "\n"
     "FILE holds a JSON object per line; \"-\" is standard output. The first line names\n"
     "the version of the form, every other is a message:\n"
