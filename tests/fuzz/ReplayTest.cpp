@@ -46,8 +46,16 @@ TEST(AnyBytes, LeaveTheListConsistentWhenTheyAreRemoteCalls) {
     ExpectToHoldAround(CheckRemoteProtocol, RemoteProtocolSeeds());
 }
 
+TEST(AnyBytes, ReadBackWithoutADifferenceWhenTheyAreRecordedTraffic) {
+    ExpectToHoldAround(CheckRecordedTraffic, RecordedTrafficSeeds());
+}
+
 TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
     ExpectToHoldAround(CheckSettingsFile, SettingsFileSeeds());
+}
+
+TEST(AnyBytes, AreReadLineByLineWhenTheyAreAScenario) {
+    ExpectToHoldAround(CheckScenario, ScenarioSeeds());
 }
 
 }  // namespace

@@ -19,6 +19,7 @@ namespace colour {
 constexpr const char* GOOD = "\033[32m";
 constexpr const char* BAD = "\033[1;31m";
 constexpr const char* QUIET = "\033[2m";
+constexpr const char* STRONG = "\033[1m";
 }  // namespace colour
 
 /// True iff standard output is a terminal that may be painted: NO_COLOR is not set, and TERM is

@@ -182,7 +182,10 @@ TEST_F(Record, OfAnotherCallDiffers) {
     EXPECT_THAT(m_set.output(), HasSubstr(": middleware call GetAllItems -> reply nothing\n"));
     EXPECT_THAT(m_set.output(), testing::EndsWith("2 differences\n"));
     EXPECT_EQ(m_set.Run({"compare", "--json", first, second}), DIFFERENT);
-    EXPECT_THAT(m_set.output(), StartsWith("[{\"first\":{\"file\":\"" + first + "\",\"line\":"));
+    EXPECT_THAT(m_set.output(),
+                StartsWith("{\"type\":\"difference\",\"number\":1,\"side\":\"first\","
+                           "\"file\":\"" +
+                           first + "\",\"line\":"));
 }
 
 }  // namespace

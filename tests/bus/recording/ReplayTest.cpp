@@ -84,7 +84,10 @@ TEST_F(Replay, PrintsDifferencesForMachines) {
         Changed("\"bytes\":\"01000000\",\"note\":\"event 1", "\"bytes\":\"03000000\",\"note\":\"");
     const auto list = m_set.StartList();
     EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", file}), DIFFERENT);
-    EXPECT_THAT(m_set.output(), StartsWith("[{\"first\":{\"file\":\"" + file + "\",\"line\":"));
+    EXPECT_THAT(m_set.output(),
+                StartsWith("{\"type\":\"difference\",\"number\":1,\"side\":\"first\","
+                           "\"file\":\"" +
+                           file + "\",\"line\":"));
     EXPECT_THAT(m_set.output(), HasSubstr("\"text\":\"application signal event 3 ItemClicked\""));
     EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", "--address=" + m_set.bus().Address(),
                          m_recording}),

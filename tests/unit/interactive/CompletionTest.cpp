@@ -92,8 +92,7 @@ TEST(ShellOutput, IsForPeople) {
               "middleware: event 1 ItemChanged");
     EXPECT_EQ(output.Held("clear"), "ok");
     EXPECT_EQ(output.Problem("clear", "no\nreply"), "no\\x0areply");
-    EXPECT_THAT(output.Reply("call GetAllItems", {{"a", "A"}, {"b", "B"}}),
-                ElementsAre("a\tA", "b\tB"));
+    EXPECT_THAT(output.Reply({{"a", "A"}, {"b", "B"}}), ElementsAre("a\tA", "b\tB"));
     EXPECT_EQ(output.Answer("busctl call"), "busctl call");
 }
 
@@ -105,13 +104,12 @@ TEST(ShellOutput, IsPaintedOnATerminal) {
 
 TEST(ShellOutput, IsForMachines) {
     const ShellOutput output(true, false);
-    EXPECT_EQ(output.Happening("a", "b"), R"({"partner":"a","happening":"b"})");
-    EXPECT_EQ(output.Held("clear"), R"({"statement":"clear","result":"held"})");
+    EXPECT_EQ(output.Happening("a", "b"), R"({"type":"happening","partner":"a","text":"b"})");
+    EXPECT_EQ(output.Held("clear"), R"({"type":"held","statement":"clear"})");
     EXPECT_EQ(output.Problem("clear", "no \"reply\""),
-              R"({"statement":"clear","problem":"no \"reply\""})");
-    EXPECT_THAT(output.Reply("call GetAllItems", {{"a", "A"}}),
-                ElementsAre(R"({"statement":"call GetAllItems","reply":[{"id":"a","name":"A"}]})"));
-    EXPECT_EQ(output.Answer("x"), R"({"answer":"x"})");
+              R"({"type":"problem","statement":"clear","text":"no \"reply\""})");
+    EXPECT_THAT(output.Reply({{"a", "A"}}), ElementsAre(R"({"type":"item","id":"a","name":"A"})"));
+    EXPECT_EQ(output.Answer("x"), R"({"type":"answer","text":"x"})");
 }
 
 }  // namespace

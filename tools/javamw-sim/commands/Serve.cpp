@@ -29,8 +29,7 @@ void Serve::Fill(const std::string& application) {
     client().Call(application, Function::AddItems, m_items,
                   [this, application](const Result<Items>& reply) {
                       if (reply) {
-                          Print("filled " + application + " with " +
-                                std::to_string(m_items.size()) + " items");
+                          Print(report().Filled(application, m_items.size()));
                       } else {
                           Complain("cannot fill " + application + ": " + reply.error());
                       }

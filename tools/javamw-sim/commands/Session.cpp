@@ -15,7 +15,9 @@ ConnectionPtr Share(const ConnectionPtr& connection) {
 
 }  // namespace
 
-Session::Session(SessionOptions options) : m_options(std::move(options)) {}
+Session::Session(SessionOptions options)
+    : m_options(std::move(options)),
+      m_report(m_options.json ? JsonReport() : TextReport(OutputTakesColours())) {}
 
 Session::~Session() = default;
 

@@ -10,6 +10,7 @@
 #include "ExitCode.h"
 #include "bus/BusLink.h"
 #include "commands/MainLoop.h"
+#include "commands/Report.h"
 #include "protocol/ListClient.h"
 #include "recording/SessionRecorder.h"
 
@@ -20,6 +21,7 @@ struct SessionOptions {
     std::string address;              ///< Of the bus; empty for the system bus.
     std::optional<unsigned> timeout;  ///< Seconds to wait for an application; none: for ever.
     std::string recordFile;           ///< Where to record all traffic; empty for nowhere.
+    bool json = false;                ///< Output for machines.
 };
 
 /// One run of a command: opens the bus, waits for applications and runs until the command or a
@@ -48,6 +50,7 @@ protected:
     /// REQUIRES: Run() is under way.
     ListClient& client() { return *m_client; }
     BusLink& link() { return *m_link; }
+    const Report& report() const { return *m_report; }
     /// Prints a line; the session ends when nobody can read it.
     void Print(const std::string& line);
     /// Ends Run(); the first code given counts.
@@ -72,6 +75,7 @@ private:
     MainLoop m_loop{[this] { return OnInterrupted(); }};
     ConnectionPtr m_connection;
     std::unique_ptr<SessionRecorder> m_recorder;
+    std::unique_ptr<Report> m_report;
     std::unique_ptr<BusLink> m_link;
     std::unique_ptr<ListClient> m_client;
     Registration m_clock;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "recording/DifferenceReport.h"
 
-#include "JsonWriter.h"
+#include "JsonLine.h"
 #include "Output.h"
 
 namespace applist::sim {
@@ -17,30 +17,35 @@ std::string After(const Step& step) {
     return ", after " + std::to_string(step.time / 1000) + " ms";
 }
 
-void WriteStep(JsonWriter& writer, const char* member, const std::string& file, const Step& step) {
-    writer.Object(member)
-        .Text("file", file)
-        .Number("line", static_cast<int64_t>(step.line))
-        .Number("us", step.time)
-        .Text("text", step.text)
-        .EndObject();
+std::string StepObject(int64_t number, const char* side, const std::string& file,
+                       const Step& step) {
+    return JsonLine()
+        .Add("type", std::string("difference"))
+        .Add("number", number)
+        .Add("side", std::string(side))
+        .Add("file", file)
+        .Add("line", static_cast<int64_t>(step.line))
+        .Add("us", step.time)
+        .Add("text", step.text)
+        .Text();
 }
 
-std::string Json(const DifferenceReport& report) {
-    JsonWriter writer;
-    writer.Array();
+// One object for each side that has something to show.
+bool PrintObjects(const DifferenceReport& report) {
+    int64_t number = 0;
+    bool written = true;
     for (const Difference& difference : report.differences) {
-        writer.Object();
+        ++number;
         if (difference.first) {
-            WriteStep(writer, "first", report.firstFile, *difference.first);
+            written = written &&
+                      WriteLine(StepObject(number, "first", report.firstFile, *difference.first));
         }
         if (difference.second) {
-            WriteStep(writer, "second", report.secondFile, *difference.second);
+            written = written && WriteLine(StepObject(number, "second", report.secondFile,
+                                                      *difference.second));
         }
-        writer.EndObject();
     }
-    writer.EndArray();
-    return writer.Finish();
+    return written;
 }
 
 }  // namespace
@@ -59,7 +64,7 @@ std::string DifferenceLines(const Difference& difference, const std::string& fir
 
 bool PrintReport(const DifferenceReport& report) {
     if (report.json) {
-        return WriteLine(Json(report));
+        return PrintObjects(report);
     }
     for (const Difference& difference : report.differences) {
         if (!WriteLine(DifferenceLines(difference, report.firstFile, report.secondFile))) {

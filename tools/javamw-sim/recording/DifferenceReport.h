@@ -14,7 +14,7 @@ struct DifferenceReport {
     std::string firstFile;
     std::string secondFile;
     std::string same;   ///< The line to print when nothing differs.
-    bool json = false;  ///< An array of objects instead of lines.
+    bool json = false;  ///< JSON objects instead of lines for people.
 };
 
 /// What differs, as lines: "- FILE:12: ..." for what only the first has, "+ FILE:15: ..." for what

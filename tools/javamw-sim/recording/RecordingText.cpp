@@ -10,7 +10,7 @@
 
 #include <json-glib/json-glib.h>
 
-#include "JsonWriter.h"
+#include "JsonLine.h"
 #include "bus/GioHandles.h"
 #include "recording/Hex.h"
 
@@ -126,6 +126,12 @@ Result<NodePtr> ParseObject(std::string_view line) {
     return root;
 }
 
+void AddUnlessEmpty(JsonLine& line, const char* member, const std::string& text) {
+    if (!text.empty()) {
+        line.Add(member, text);
+    }
+}
+
 std::string CheckHeader(std::string_view line) {
     const auto root = ParseObject(line);
     if (!root) {
@@ -196,32 +202,26 @@ private:
 }  // namespace
 
 std::string RecordingHeader(const std::string& started) {
-    return JsonWriter()
-        .Object()
-        .Number(VERSION_MEMBER, RECORDING_VERSION)
-        .Text("started", started)
-        .EndObject()
-        .Finish();
+    return JsonLine().Add(VERSION_MEMBER, RECORDING_VERSION).Add("started", started).Text();
 }
 
 std::string RecordingLine(const RecordedMessage& message) {
-    JsonWriter writer;
-    writer.Object()
-        .Number("us", message.time)
-        .Text("kind", NameOf(message.kind))
-        .Text("side", NameOf(message.side))
-        .TextUnlessEmpty("from", message.from)
-        .TextUnlessEmpty("to", message.to);
+    JsonLine line;
+    line.Add("us", message.time)
+        .Add("kind", std::string(NameOf(message.kind)))
+        .Add("side", std::string(NameOf(message.side)));
+    AddUnlessEmpty(line, "from", message.from);
+    AddUnlessEmpty(line, "to", message.to);
     if (message.call > 0) {
-        writer.Number("call", static_cast<int64_t>(message.call));
+        line.Add("call", static_cast<int64_t>(message.call));
     }
-    writer.TextUnlessEmpty("name", message.name)
-        .TextUnlessEmpty("text", message.text)
-        .TextUnlessEmpty("bytes", ToHex(message.bytes));
+    AddUnlessEmpty(line, "name", message.name);
+    AddUnlessEmpty(line, "text", message.text);
+    AddUnlessEmpty(line, "bytes", ToHex(message.bytes));
     if (CarriesBytes(message.kind)) {
-        writer.Text("note", Describe(message));
+        line.Add("note", Describe(message));
     }
-    return writer.EndObject().Finish();
+    return line.Text();
 }
 
 Result<Recording> ParseRecording(std::string_view text) {

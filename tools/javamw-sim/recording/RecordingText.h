@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,7 +20,7 @@
 /// and not read back.
 namespace applist::sim {
 
-constexpr int RECORDING_VERSION = 1;
+constexpr int64_t RECORDING_VERSION = 1;
 
 /// The line that begins a recording. started is a point in time, ISO 8601.
 std::string RecordingHeader(const std::string& started);

@@ -151,7 +151,7 @@ void Shell::Judge(const Statement& statement, const Outcome& outcome) {
     switch (outcome.verdict) {
         case Verdict::Held:
             if (answered) {
-                for (const std::string& line : m_output.Reply(statement.text, *outcome.reply)) {
+                for (const std::string& line : m_output.Reply(*outcome.reply)) {
                     Show(line);
                 }
             } else if (m_person && !IsSetting(statement.action)) {
@@ -256,7 +256,8 @@ void Shell::Fail(const std::string& statement, const std::string& problem, ExitC
         Show(m_output.Problem(statement, problem));
     }
     if (!m_person) {
-        Complain("line " + std::to_string(line) + ": " + OneLine(problem));
+        const std::string where = line > 0 ? "line " + std::to_string(line) + ": " : "";
+        Complain(where + OneLine(problem));
         End(code);
     }
 }

@@ -5,59 +5,47 @@
 #include <algorithm>
 #include <iterator>
 
-#include "JsonWriter.h"
+#include "JsonLine.h"
 #include "Output.h"
 
 namespace applist::sim {
 namespace {
 
-std::string Object(const char* first, const std::string& firstText, const char* second,
-                   const std::string& secondText) {
-    JsonWriter writer;
-    writer.Object().Text(first, firstText);
-    if (second != nullptr) {
-        writer.Text(second, secondText);
-    }
-    return writer.EndObject().Finish();
+JsonLine Object(const std::string& type) {
+    JsonLine line;
+    line.Add("type", type);
+    return line;
 }
 
-std::string ReplyObject(const std::string& statement, const Items& items) {
-    JsonWriter writer;
-    writer.Object().Text("statement", statement).Array("reply");
-    for (const Item& item : items) {
-        writer.Object().Text("id", item.id).Text("name", item.name).EndObject();
-    }
-    return writer.EndArray().EndObject().Finish();
+std::string ItemObject(const Item& item) {
+    return Object("item").AddItem(item).Text();
 }
 
 }  // namespace
 
 std::string ShellOutput::Happening(const std::string& partner, const std::string& happening) const {
-    return m_json ? Object("partner", partner, "happening", happening)
+    return m_json ? Object("happening").Add("partner", partner).Add("text", happening).Text()
                   : In(colour::QUIET, OneLine(partner + ": " + happening));
 }
 
 std::string ShellOutput::Held(const std::string& statement) const {
-    return m_json ? Object("statement", statement, "result", "held") : In(colour::GOOD, "ok");
+    return m_json ? Object("held").Add("statement", statement).Text() : In(colour::GOOD, "ok");
 }
 
 std::string ShellOutput::Problem(const std::string& statement, const std::string& problem) const {
-    return m_json ? Object("statement", statement, "problem", problem)
+    return m_json ? Object("problem").Add("statement", statement).Add("text", problem).Text()
                   : In(colour::BAD, OneLine(problem));
 }
 
-std::vector<std::string> ShellOutput::Reply(const std::string& statement,
-                                            const Items& items) const {
-    if (m_json) {
-        return {ReplyObject(statement, items)};
-    }
+std::vector<std::string> ShellOutput::Reply(const Items& items) const {
     std::vector<std::string> lines;
-    std::transform(items.begin(), items.end(), std::back_inserter(lines), ItemLine);
+    std::transform(items.begin(), items.end(), std::back_inserter(lines),
+                   m_json ? ItemObject : ItemLine);
     return lines;
 }
 
 std::string ShellOutput::Answer(const std::string& text) const {
-    return m_json ? Object("answer", text, nullptr, "") : text;
+    return m_json ? Object("answer").Add("text", text).Text() : text;
 }
 
 std::string ShellOutput::In(const char* colour, const std::string& text) const {

@@ -20,7 +20,7 @@ public:
     std::string Held(const std::string& statement) const;
     std::string Problem(const std::string& statement, const std::string& problem) const;
     /// What a call returned.
-    std::vector<std::string> Reply(const std::string& statement, const Items& items) const;
+    std::vector<std::string> Reply(const Items& items) const;
     /// A line that was asked for.
     std::string Answer(const std::string& text) const;
 

@@ -8,6 +8,7 @@
 #include "recording/DifferenceReport.h"
 #include "recording/RecordingFile.h"
 #include "subcommands/Numbers.h"
+#include "subcommands/SessionArguments.h"
 #include "subcommands/Subcommands.h"
 
 namespace applist::sim {
@@ -74,7 +75,8 @@ Result<Job> Prepare(const Arguments& given) {
     Comparison asked{given.words()[0], given.words()[1], {}, given.Has("json")};
     asked.options.names = given.Has("names");
     if (given.Has("tolerance")) {
-        const auto milliseconds = WholeNumber("tolerance", given.Value("tolerance"));
+        const auto milliseconds =
+            WholeNumber("tolerance", "whole milliseconds", given.Value("tolerance"));
         if (!milliseconds) {
             return Result<Job>::Failure(milliseconds.error());
         }
@@ -91,7 +93,7 @@ Subcommand CompareSubcommand() {
             "Tell what differs between two recordings",
             {{"names", '\0', "", "Compare unique bus names, too"},
              {"tolerance", '\0', "MS", "Compare times, too; they may differ by so much"},
-             {"json", '\0', "", "Print an array of objects"}},
+             JsonOption()},
             DETAILS,
             &Prepare};
 }

@@ -18,11 +18,12 @@ std::optional<Number> Parse(const std::string& text) {
 
 }  // namespace
 
-Result<unsigned> WholeNumber(const std::string& option, const std::string& text) {
+Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
+                             const std::string& text) {
     const auto number = Parse<unsigned>(text);
     return number ? Result(*number)
-                  : Result<unsigned>::Failure("--" + option + " takes a whole number, not '" +
-                                              text + "'");
+                  : Result<unsigned>::Failure("--" + option + " takes " + what + ", not '" + text +
+                                              "'");
 }
 
 Result<std::optional<double>> Speed(const std::string& text) {

@@ -9,8 +9,10 @@
 
 namespace applist::sim {
 
-/// The value of an option that takes a number of at least 0. A failure names the option.
-Result<unsigned> WholeNumber(const std::string& option, const std::string& text);
+/// The value of an option that takes a number of at least 0. A failure names the option and what
+/// it takes: "whole seconds".
+Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
+                             const std::string& text);
 
 /// A speed: a number above 0, or nothing for "max". A failure says what was given.
 Result<std::optional<double>> Speed(const std::string& text);

@@ -58,9 +58,11 @@ std::string Take(const Arguments& given, ReplayOptions& options, unsigned& numbe
     options.file = given.words().front();
     options.json = given.Has("json");
     const auto speed = Speed(given.Has("speed") ? given.Value("speed") : "1");
-    const auto patience = WholeNumber("wait", given.Has("wait") ? given.Value("wait") : "2");
+    const auto patience =
+        WholeNumber("wait", "whole seconds", given.Has("wait") ? given.Value("wait") : "2");
     const auto conversation =
-        WholeNumber("conversation", given.Has("conversation") ? given.Value("conversation") : "1");
+        WholeNumber("conversation", "a whole number",
+                    given.Has("conversation") ? given.Value("conversation") : "1");
     if (!speed || !patience || !conversation) {
         return speed.error() + patience.error() + conversation.error();
     }
@@ -91,7 +93,7 @@ Subcommand ReplaySubcommand() {
                 {"speed", 's', "N|max", "So many times as fast as recorded (1)"},
                 {"wait", 'w', "SECONDS", "Wait so long for what is still expected (2)"},
                 {"conversation", '\0', "N", "Which of several to play (1)"},
-                {"json", '\0', "", "Print an array of objects"},
+                JsonOption(),
             }),
             DETAILS,
             &Prepare};

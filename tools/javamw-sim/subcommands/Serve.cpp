@@ -18,8 +18,10 @@ constexpr const char* DETAILS =
     "  filled APPLICATION with COUNT items\n"
     "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
     "  disconnected APPLICATION\n"
-    "Control bytes in ids and names are printed as \\x0a, a backslash twice. Without a\n"
-    "file a built-in sample is served. Runs until SIGINT or SIGTERM.\n"
+    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
+    "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
+    "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\".\n"
+    "Without a file a built-in sample is served. Runs until SIGINT or SIGTERM.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim serve\n"
@@ -68,7 +70,8 @@ Subcommand ServeSubcommand() {
         "Fill the list of each application that comes, then watch",
         SessionOptionsAnd({{"items", 'i', "FILE", "Lines id<TAB>name, # begins a comment"},
                            {"broadcast", 'b', "FILE", "What a recorded transport stream offers"},
-                           RecordOption()}),
+                           RecordOption(),
+                           JsonOption()}),
         DETAILS,
         &Prepare};
 }

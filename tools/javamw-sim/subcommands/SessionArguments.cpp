@@ -5,8 +5,13 @@
 #include "subcommands/Numbers.h"
 
 namespace applist::sim {
+
 Option AddressOption() {
     return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
+}
+
+Option JsonOption() {
+    return {"json", 'j', "", "Print one JSON object a line"};
 }
 
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
@@ -26,8 +31,9 @@ Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {
     SessionOptions options;
     options.address = given.Value("address");
     options.recordFile = given.Value("record");
+    options.json = given.Has("json");
     if (given.Has("timeout")) {
-        const auto seconds = WholeNumber("timeout", given.Value("timeout"));
+        const auto seconds = WholeNumber("timeout", "whole seconds", given.Value("timeout"));
         if (!seconds) {
             return Result<SessionOptions>::Failure(seconds.error());
         }
