@@ -6,38 +6,17 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <poll.h>
 #include <pty.h>
 #include <unistd.h>
 #include <utility>
 
-#include <sys/prctl.h>
 #include <sys/wait.h>
 
 namespace applist::test {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-[[noreturn]] void Become(const std::vector<std::string>& argv,
-                         const ChildProcess::Environment& changes) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    for (const auto& [name, value] : changes) {
-        if (value) {
-            setenv(name.c_str(), value->c_str(), 1);
-        } else {
-            unsetenv(name.c_str());
-        }
-    }
-    std::vector<char*> arguments;
-    for (const std::string& argument : argv) {
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    }
-    arguments.push_back(nullptr);
-    execvp(arguments[0], arguments.data());
-    _exit(127);
-}
 
 }  // namespace
 
@@ -48,7 +27,7 @@ TerminalProcess::TerminalProcess(const std::vector<std::string>& argv,
     size.ws_col = 80;
     m_pid = forkpty(&m_terminal, nullptr, nullptr, &size);
     if (m_pid == 0) {
-        Become(argv, changes);
+        BecomeProgram(argv, changes);
     }
 }
 

@@ -4,18 +4,10 @@
 
 #include <json-glib/json-glib.h>
 
+#include "protocol/Hex.h"
+
 namespace applist::sim {
 namespace {
-
-std::string Hex(const std::string& bytes) {
-    constexpr const char* DIGITS = "0123456789abcdef";
-    std::string digits;
-    for (const char character : bytes) {
-        const auto byte = static_cast<unsigned char>(character);
-        digits += {DIGITS[byte / 16], DIGITS[byte % 16]};
-    }
-    return digits;
-}
 
 // No byte of zero may stand in the library's texts.
 std::string Valid(const std::string& bytes) {
@@ -66,7 +58,7 @@ JsonLine& JsonLine::AddItem(const Item& item) {
 void JsonLine::AddBytes(const std::string& name, const std::string& bytes) {
     Add(name, bytes);
     if (Valid(bytes) != bytes) {
-        Add(name + "_hex", Hex(bytes));
+        Add(name + "_hex", ToHex(bytes));
     }
 }
 

@@ -111,8 +111,10 @@ TEST_F(Replay, GivesUpWaitingForWhatTheViewerDid) {
 
 TEST_F(Replay, ReportsAnApplicationThatEndsEarly) {
     const auto list = m_set.StartList();
+    const auto witness = m_set.Start({"record", "-"});
+    ASSERT_TRUE(witness->WaitForText("javamw-recording"));
     const auto replay = m_set.Start({"replay", "--speed=0.000001", m_recording});
-    ASSERT_EQ(m_set.Run({"call", "GetSelection"}), SUCCESS);
+    ASSERT_TRUE(witness->WaitForText("event 4 LocalCreated"));
     list->Signal(SIGKILL);
     EXPECT_EQ(replay->WaitForExit(), DIFFERENT);
     EXPECT_THAT(replay->Output(), EndsWith(" differences\n"));

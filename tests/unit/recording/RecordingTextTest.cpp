@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "recording/Hex.h"
+#include "protocol/Hex.h"
 #include "recording/RecordingText.h"
 #include "unit/recording/Messages.h"
 
@@ -120,8 +120,8 @@ TEST(RecordingText, SaysInANoteWhatIsNoText) {
 }
 
 TEST(Hex, WritesTwoDigitsForEachByte) {
-    EXPECT_EQ(ToHex({}), "");
-    EXPECT_EQ(ToHex({'\x00', '\x0F', '\xF0', '\x7F', '\xFF'}), "000ff07fff");
+    EXPECT_EQ(ToHex(Bytes()), "");
+    EXPECT_EQ(ToHex(Bytes{'\x00', '\x0F', '\xF0', '\x7F', '\xFF'}), "000ff07fff");
 }
 
 TEST(Hex, ReadsDigitsOfEitherCase) {

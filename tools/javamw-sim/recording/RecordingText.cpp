@@ -12,7 +12,7 @@
 
 #include "JsonLine.h"
 #include "bus/GioHandles.h"
-#include "recording/Hex.h"
+#include "protocol/Hex.h"
 
 namespace applist::sim {
 namespace {

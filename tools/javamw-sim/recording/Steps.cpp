@@ -4,8 +4,8 @@
 #include <map>
 #include <utility>
 
+#include "protocol/Hex.h"
 #include "recording/Comparison.h"
-#include "recording/Hex.h"
 
 namespace applist::sim {
 namespace {

@@ -11,7 +11,10 @@
 namespace applist::sim {
 
 /// Two lower-case digits for each byte.
-std::string ToHex(const Bytes& bytes);
+std::string ToHex(std::string_view bytes);
+inline std::string ToHex(const Bytes& bytes) {
+    return ToHex(std::string_view(bytes.data(), bytes.size()));
+}
 
 /// Nothing when text is anything but pairs of digits.
 std::optional<Bytes> FromHex(std::string_view text);

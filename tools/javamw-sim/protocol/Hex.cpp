@@ -1,12 +1,12 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "recording/Hex.h"
+#include "protocol/Hex.h"
 
 #include <charconv>
 
 namespace applist::sim {
 
-std::string ToHex(const Bytes& bytes) {
+std::string ToHex(std::string_view bytes) {
     constexpr const char* DIGITS = "0123456789abcdef";
     std::string text;
     text.reserve(bytes.size() * 2);
