@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/Report.h"
 
-#include "JsonLine.h"
+#include <glib.h>
+
+#include "JsonWriter.h"
 #include "Output.h"
+#include "recording/Hex.h"
 
 namespace applist::sim {
 namespace {
@@ -43,40 +46,61 @@ private:
     bool m_colours;
 };
 
+// What is not UTF-8 is replaced in the text; then the bytes follow.
+void WriteBytes(JsonWriter& json, const std::string& member, const std::string& bytes) {
+    json.Text(member.c_str(), bytes);
+    if (g_utf8_validate_len(bytes.data(), bytes.size(), nullptr) == FALSE) {
+        json.Text((member + "_hex").c_str(), ToHex({bytes.begin(), bytes.end()}));
+    }
+}
+
+void WriteItem(JsonWriter& json, const char* member, const Item& item) {
+    json.Object(member);
+    WriteBytes(json, "id", item.id);
+    WriteBytes(json, "name", item.name);
+    json.EndObject();
+}
+
 class Json : public Report {
 public:
     std::string Connected(const std::string& application) const override {
-        return Line("connected", application).Text();
+        return Begin("connected", application).EndObject().Finish();
     }
     std::string Disconnected(const std::string& application) const override {
-        return Line("disconnected", application).Text();
+        return Begin("disconnected", application).EndObject().Finish();
     }
     std::string Filled(const std::string& application, size_t items) const override {
-        return Line("filled", application).Add("items", static_cast<int64_t>(items)).Text();
+        return Begin("filled", application)
+            .Number("items", static_cast<int64_t>(items))
+            .EndObject()
+            .Finish();
     }
     std::string Event(const std::string& application, const Notification& notification,
                       const Selection& selection) const override {
-        JsonLine line = Line("event", application);
-        line.Add("number", static_cast<int64_t>(notification.event));
-        line.Add("name", std::string(NameOf(notification.event)));
+        JsonWriter json = Begin("event", application);
+        json.Number("number", static_cast<int64_t>(notification.event));
+        json.Text("name", NameOf(notification.event));
         if (notification.payloadSize > 0) {
-            line.Add("unexpected_bytes", static_cast<int64_t>(notification.payloadSize));
+            json.Number("unexpected_bytes", static_cast<int64_t>(notification.payloadSize));
         }
-        line.Add("selection", selection.item);
-        if (!selection.problem.empty()) {
-            line.Add("problem", selection.problem);
+        if (selection.item) {
+            WriteItem(json, "selection", *selection.item);
+        } else {
+            json.Null("selection");
         }
-        return line.Text();
+        return json.TextUnlessEmpty("problem", selection.problem).EndObject().Finish();
     }
     std::string ItemOfReply(const Item& item) const override {
-        return JsonLine().AddItem(item).Text();
+        JsonWriter json;
+        WriteItem(json, nullptr, item);
+        return json.Finish();
     }
 
 private:
-    static JsonLine Line(const std::string& type, const std::string& application) {
-        JsonLine line;
-        line.Add("type", type).Add("application", application);
-        return line;
+    static JsonWriter Begin(const char* type, const std::string& application) {
+        JsonWriter json;
+        json.Object().Text("type", type).Text("application", application);
+        return json;
     }
 };
 

@@ -70,7 +70,8 @@ Subcommand ServeSubcommand() {
         "Fill the list of each application that comes, then watch",
         SessionOptionsAnd({{"items", 'i', "FILE", "Lines id<TAB>name, # begins a comment"},
                            {"broadcast", 'b', "FILE", "What a recorded transport stream offers"},
-                           JsonOption()}),
+                           JsonOption(),
+                           RecordOption()}),
         DETAILS,
         &Prepare};
 }
