@@ -9,6 +9,7 @@ const std::vector<Subcommand>& Subcommands() {
         ServeSubcommand(),
         WatchSubcommand(),
         CallSubcommand(),
+        ApplicationsSubcommand(),
     };
     return TABLE;
 }
