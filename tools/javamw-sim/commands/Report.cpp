@@ -25,8 +25,13 @@ public:
         return Paint("filled", colour::GOOD) + ' ' + application + " with " +
                std::to_string(items) + " items";
     }
+    std::string Updated(const std::string& application, const UpdateCounts& counts) const override {
+        return Paint("updated", colour::GOOD) + ' ' + application + ": " +
+               std::to_string(counts.added) + " added, " + std::to_string(counts.removed) +
+               " removed, " + std::to_string(counts.renamed) + " renamed";
+    }
     std::string Event(const std::string& /*application*/, const Notification& notification,
-                      const Selection& selection) const override {
+                      const SelectedItem& selection) const override {
         return Paint(DescribeNotification(notification), colour::STRONG) + " selection " +
                Describe(selection);
     }
@@ -36,7 +41,7 @@ private:
     std::string Paint(const std::string& text, const char* colour) const {
         return m_colours ? Painted(text, colour) : text;
     }
-    std::string Describe(const Selection& selection) const {
+    std::string Describe(const SelectedItem& selection) const {
         if (!selection.problem.empty()) {
             return Paint("unreadable: " + OneLine(selection.problem), colour::BAD);
         }
@@ -75,8 +80,16 @@ public:
             .EndObject()
             .Finish();
     }
+    std::string Updated(const std::string& application, const UpdateCounts& counts) const override {
+        return Begin("updated", application)
+            .Number("added", static_cast<int64_t>(counts.added))
+            .Number("removed", static_cast<int64_t>(counts.removed))
+            .Number("renamed", static_cast<int64_t>(counts.renamed))
+            .EndObject()
+            .Finish();
+    }
     std::string Event(const std::string& application, const Notification& notification,
-                      const Selection& selection) const override {
+                      const SelectedItem& selection) const override {
         JsonWriter json = Begin("event", application);
         json.Number("number", static_cast<int64_t>(notification.event));
         json.Text("name", NameOf(notification.event));
@@ -106,7 +119,7 @@ private:
 
 }  // namespace
 
-Selection SelectionIn(const Result<Items>& reply) {
+SelectedItem SelectedIn(const Result<Items>& reply) {
     if (!reply) {
         return {std::nullopt, reply.error()};
     }

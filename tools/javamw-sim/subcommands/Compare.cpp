@@ -91,7 +91,7 @@ Subcommand CompareSubcommand() {
             "Tell what differs between two recordings",
             {{"names", '\0', "", "Compare unique bus names, too"},
              {"tolerance", '\0', "MS", "Compare times, too; they may differ by so much"},
-             {"json", '\0', "", "Print an array of objects"}},
+             {"json", 'j', "", "Print an array of objects"}},
             DETAILS,
             &Prepare};
 }

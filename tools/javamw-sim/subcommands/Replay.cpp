@@ -91,7 +91,7 @@ Subcommand ReplaySubcommand() {
                 {"speed", 's', "N|max", "So many times as fast as recorded (1)"},
                 {"wait", 'w', "SECONDS", "Wait so long for what is still expected (2)"},
                 {"conversation", '\0', "N", "Which of several to play (1)"},
-                {"json", '\0', "", "Print an array of objects"},
+                {"json", 'j', "", "Print an array of objects"},
             }),
             DETAILS,
             &Prepare};

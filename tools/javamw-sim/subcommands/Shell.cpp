@@ -38,7 +38,7 @@ Subcommand ShellSubcommand() {
             "Do what is typed, statement by statement",
             {AddressOption(),
              {"offline", '\0', "", "Join the bus only when a statement needs it"},
-             {"json", '\0', "", "Print an object per line"}},
+             {"json", 'j', "", "Print an object per line"}},
             DETAILS,
             &Prepare};
 }
