@@ -3,10 +3,9 @@
 #pragma once
 
 #include <functional>
+#include <glib.h>
 #include <optional>
 #include <vector>
-
-#include <glib.h>
 
 #include "ExitCode.h"
 #include "bus/GioHandles.h"

@@ -20,8 +20,8 @@ namespace applist::sim {
 struct SessionOptions {
     std::string address;              ///< Of the bus; empty for the system bus.
     std::optional<unsigned> timeout;  ///< Seconds to wait for an application; none: for ever.
-    std::string recordFile;           ///< Where to record all traffic; empty for nowhere.
     bool json = false;                ///< Output for machines.
+    std::string recordFile;           ///< Where to record all traffic; empty for nowhere.
 };
 
 /// One run of a command: opens the bus, waits for applications and runs until the command or a
@@ -49,8 +49,8 @@ protected:
 
     /// REQUIRES: Run() is under way.
     ListClient& client() { return *m_client; }
-    BusLink& link() { return *m_link; }
     const Report& report() const { return *m_report; }
+    BusLink& link() { return *m_link; }
     /// Prints a line; the session ends when nobody can read it.
     void Print(const std::string& line);
     /// Ends Run(); the first code given counts.
@@ -72,10 +72,10 @@ private:
     static int cb_Timeout(void* session) noexcept;
 
     SessionOptions m_options;
+    std::unique_ptr<Report> m_report;
     MainLoop m_loop{[this] { return OnInterrupted(); }};
     ConnectionPtr m_connection;
     std::unique_ptr<SessionRecorder> m_recorder;
-    std::unique_ptr<Report> m_report;
     std::unique_ptr<BusLink> m_link;
     std::unique_ptr<ListClient> m_client;
     Registration m_clock;

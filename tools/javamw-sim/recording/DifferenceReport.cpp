@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "recording/DifferenceReport.h"
 
-#include "JsonLine.h"
+#include "JsonWriter.h"
 #include "Output.h"
 
 namespace applist::sim {
@@ -19,15 +19,17 @@ std::string After(const Step& step) {
 
 std::string StepObject(int64_t number, const char* side, const std::string& file,
                        const Step& step) {
-    return JsonLine()
-        .Add("type", std::string("difference"))
-        .Add("number", number)
-        .Add("side", std::string(side))
-        .Add("file", file)
-        .Add("line", static_cast<int64_t>(step.line))
-        .Add("us", step.time)
-        .Add("text", step.text)
-        .Text();
+    return JsonWriter()
+        .Object()
+        .Text("type", "difference")
+        .Number("number", number)
+        .Text("side", side)
+        .Text("file", file)
+        .Number("line", static_cast<int64_t>(step.line))
+        .Number("us", step.time)
+        .Text("text", step.text)
+        .EndObject()
+        .Finish();
 }
 
 // One object for each side that has something to show.

@@ -10,7 +10,7 @@
 
 #include <json-glib/json-glib.h>
 
-#include "JsonLine.h"
+#include "JsonWriter.h"
 #include "bus/GioHandles.h"
 #include "protocol/Hex.h"
 
@@ -126,12 +126,6 @@ Result<NodePtr> ParseObject(std::string_view line) {
     return root;
 }
 
-void AddUnlessEmpty(JsonLine& line, const char* member, const std::string& text) {
-    if (!text.empty()) {
-        line.Add(member, text);
-    }
-}
-
 std::string CheckHeader(std::string_view line) {
     const auto root = ParseObject(line);
     if (!root) {
@@ -202,26 +196,32 @@ private:
 }  // namespace
 
 std::string RecordingHeader(const std::string& started) {
-    return JsonLine().Add(VERSION_MEMBER, RECORDING_VERSION).Add("started", started).Text();
+    return JsonWriter()
+        .Object()
+        .Number(VERSION_MEMBER, RECORDING_VERSION)
+        .Text("started", started)
+        .EndObject()
+        .Finish();
 }
 
 std::string RecordingLine(const RecordedMessage& message) {
-    JsonLine line;
-    line.Add("us", message.time)
-        .Add("kind", std::string(NameOf(message.kind)))
-        .Add("side", std::string(NameOf(message.side)));
-    AddUnlessEmpty(line, "from", message.from);
-    AddUnlessEmpty(line, "to", message.to);
+    JsonWriter writer;
+    writer.Object()
+        .Number("us", message.time)
+        .Text("kind", NameOf(message.kind))
+        .Text("side", NameOf(message.side))
+        .TextUnlessEmpty("from", message.from)
+        .TextUnlessEmpty("to", message.to);
     if (message.call > 0) {
-        line.Add("call", static_cast<int64_t>(message.call));
+        writer.Number("call", static_cast<int64_t>(message.call));
     }
-    AddUnlessEmpty(line, "name", message.name);
-    AddUnlessEmpty(line, "text", message.text);
-    AddUnlessEmpty(line, "bytes", ToHex(message.bytes));
+    writer.TextUnlessEmpty("name", message.name)
+        .TextUnlessEmpty("text", message.text)
+        .TextUnlessEmpty("bytes", ToHex(message.bytes));
     if (CarriesBytes(message.kind)) {
-        line.Add("note", Describe(message));
+        writer.Text("note", Describe(message));
     }
-    return line.Text();
+    return writer.EndObject().Finish();
 }
 
 Result<Recording> ParseRecording(std::string_view text) {

@@ -5,35 +5,44 @@
 #include <algorithm>
 #include <iterator>
 
-#include "JsonLine.h"
+#include "JsonWriter.h"
 #include "Output.h"
 
 namespace applist::sim {
 namespace {
 
-JsonLine Object(const std::string& type) {
-    JsonLine line;
-    line.Add("type", type);
-    return line;
+JsonWriter Begin(const char* type) {
+    JsonWriter writer;
+    writer.Object().Text("type", type);
+    return writer;
 }
 
 std::string ItemObject(const Item& item) {
-    return Object("item").AddItem(item).Text();
+    return Begin("item").Text("id", item.id).Text("name", item.name).EndObject().Finish();
 }
 
 }  // namespace
 
 std::string ShellOutput::Happening(const std::string& partner, const std::string& happening) const {
-    return m_json ? Object("happening").Add("partner", partner).Add("text", happening).Text()
+    return m_json ? Begin("happening")
+                        .Text("partner", partner)
+                        .Text("text", happening)
+                        .EndObject()
+                        .Finish()
                   : In(colour::QUIET, OneLine(partner + ": " + happening));
 }
 
 std::string ShellOutput::Held(const std::string& statement) const {
-    return m_json ? Object("held").Add("statement", statement).Text() : In(colour::GOOD, "ok");
+    return m_json ? Begin("held").Text("statement", statement).EndObject().Finish()
+                  : In(colour::GOOD, "ok");
 }
 
 std::string ShellOutput::Problem(const std::string& statement, const std::string& problem) const {
-    return m_json ? Object("problem").Add("statement", statement).Add("text", problem).Text()
+    return m_json ? Begin("problem")
+                        .Text("statement", statement)
+                        .Text("text", problem)
+                        .EndObject()
+                        .Finish()
                   : In(colour::BAD, OneLine(problem));
 }
 
@@ -45,7 +54,7 @@ std::vector<std::string> ShellOutput::Reply(const Items& items) const {
 }
 
 std::string ShellOutput::Answer(const std::string& text) const {
-    return m_json ? Object("answer").Add("text", text).Text() : text;
+    return m_json ? Begin("answer").Text("text", text).EndObject().Finish() : text;
 }
 
 std::string ShellOutput::In(const char* colour, const std::string& text) const {

@@ -5,7 +5,6 @@
 #include "subcommands/Numbers.h"
 
 namespace applist::sim {
-
 Option AddressOption() {
     return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
 }
@@ -30,8 +29,8 @@ Option RecordOption() {
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {
     SessionOptions options;
     options.address = given.Value("address");
-    options.recordFile = given.Value("record");
     options.json = given.Has("json");
+    options.recordFile = given.Value("record");
     if (given.Has("timeout")) {
         const auto seconds = WholeNumber("timeout", "whole seconds", given.Value("timeout"));
         if (!seconds) {

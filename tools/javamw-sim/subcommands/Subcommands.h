@@ -12,6 +12,7 @@ namespace applist::sim {
 const std::vector<Subcommand>& Subcommands();
 
 // The rows, each in a file of its own.
+Subcommand ApplicationsSubcommand();
 Subcommand CallSubcommand();
 Subcommand CompareSubcommand();
 Subcommand RecordSubcommand();
