@@ -90,7 +90,7 @@ Subcommand ReplaySubcommand() {
             "FILE",
             "Say to an application what was recorded, and tell what it says differently",
             SessionOptionsAnd({
-                {"speed", 's', "N|max", "So many times as fast as recorded (1)"},
+                {"speed", '\0', "N|max", "So many times as fast as recorded (1)"},
                 {"wait", 'w', "SECONDS", "Wait so long for what is still expected (2)"},
                 {"conversation", '\0', "N", "Which of several to play (1)"},
                 JsonOption(),
