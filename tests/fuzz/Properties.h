@@ -21,6 +21,10 @@ std::string CheckAdapterFrame(std::string_view bytes);
 /// holds on to what it saw: list, selection and responses agree after each step.
 std::string CheckRemoteProtocol(std::string_view bytes);
 
+/// Takes bytes for a recording or a capture of a bus: what can be read can be written and read back
+/// without a difference, what cannot is refused with a reason.
+std::string CheckRecordedTraffic(std::string_view bytes);
+
 /// Takes bytes for a file of the set's settings and for one setting's text: what can be read can be
 /// changed, value by value, without becoming unreadable and without touching the other values.
 std::string CheckSettingsFile(std::string_view bytes);
@@ -36,6 +40,7 @@ std::string SessionStep(int action, const std::string& payload);
 // Where a fuzzer may begin.
 std::vector<std::string> ItemStreamSeeds();
 std::vector<std::string> AdapterFrameSeeds();
+std::vector<std::string> RecordedTrafficSeeds();
 std::vector<std::string> RemoteProtocolSeeds();
 std::vector<std::string> ScenarioSeeds();
 std::vector<std::string> SettingsFileSeeds();

@@ -46,6 +46,10 @@ TEST(AnyBytes, LeaveTheListConsistentWhenTheyAreRemoteCalls) {
     ExpectToHoldAround(CheckRemoteProtocol, RemoteProtocolSeeds());
 }
 
+TEST(AnyBytes, ReadBackWithoutADifferenceWhenTheyAreRecordedTraffic) {
+    ExpectToHoldAround(CheckRecordedTraffic, RecordedTrafficSeeds());
+}
+
 TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
     ExpectToHoldAround(CheckSettingsFile, SettingsFileSeeds());
 }

@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
     const std::filesystem::path root = argv[1];
     if (!Write(root / "item_stream", applist::test::ItemStreamSeeds()) ||
         !Write(root / "adapter_frame", applist::test::AdapterFrameSeeds()) ||
+        !Write(root / "recorded_traffic", applist::test::RecordedTrafficSeeds()) ||
         !Write(root / "remote_protocol", applist::test::RemoteProtocolSeeds()) ||
         !Write(root / "scenario", applist::test::ScenarioSeeds()) ||
         !Write(root / "settings_file", applist::test::SettingsFileSeeds())) {

@@ -13,9 +13,10 @@ constexpr const char* PURPOSE =
 
 constexpr const char* EXIT_CODES =
     "Exit status:\n"
-    "  0  done; watch, serve or another endless command was ended by SIGINT or SIGTERM\n"
+    "  0  done; an endless command was ended by SIGINT or SIGTERM\n"
     "  1  what was asked for did not come true: a call failed, an expectation did not\n"
-    "     hold, or the output was closed\n"
+    "     hold, a comparison found a difference, the command was interrupted before its\n"
+    "     end, or the output was closed\n"
     "  2  wrong usage, or an input file that cannot be used\n"
     "  3  the bus cannot be reached or closed the connection\n"
     "  4  no application was there in time\n";

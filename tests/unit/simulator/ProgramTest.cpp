@@ -156,14 +156,15 @@ TEST_F(Program, RefusesFilesThatCannotBeRead) {
     EXPECT_THAT(outcome.errors, StartsWith("javamw-sim: " + Path("") + ": "));
 }
 
-TEST_F(Program, RefusesAFileThatIsNoTransportStream) {
+TEST_F(Program, RefusesAFileThatIsNoBroadcast) {
+    const std::string none =
+        ": no transport stream with services, no sections and no XML of applications";
     const std::string file = File(std::string(1000, 'x'));
-    ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", file},
-                  file + ": no transport stream of 188-byte packets with services\n" + file +
-                      ": skipped damaged parts: 1 in packets, 0 in sections");
+    ExpectRefused(
+        {"serve", NO_BUS_THERE, "--broadcast", file},
+        file + none + "\n" + file + ": skipped damaged parts: 1 in packets (1 lost sync)");
     const std::string empty = File("");
-    ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", empty},
-                  empty + ": no transport stream of 188-byte packets with services");
+    ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", empty}, empty + none);
 }
 
 std::string Broadcast(uint8_t visibility) {
@@ -188,7 +189,7 @@ TEST_F(Program, CountsDamageAndGoesOn) {
     EXPECT_EQ(outcome.status, NO_BUS);
     EXPECT_THAT(outcome.errors,
                 StartsWith("javamw-sim: " + file +
-                           ": skipped damaged parts: 1 in packets, 0 in sections\n"));
+                           ": skipped damaged parts: 1 in packets (1 lost sync)\n"));
 }
 
 }  // namespace
