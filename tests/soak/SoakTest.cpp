@@ -30,9 +30,13 @@ constexpr int SAMPLES = 60;
 constexpr int WARM_UP = SAMPLES / 4;
 constexpr int CALLS = 50;
 constexpr int KEYS = 8;
-/// From the end of the warm-up to the end of the soak. Caches of text still fill a little; a leak
-/// of two bytes a call is more in two minutes.
-constexpr double TOLERANCE_KIB = 512;
+/// What the toolkit keeps, for good, of the fonts that it looks up for texts that come and go: some
+/// 8 bytes a call and 105 a key were measured, below evas_common_font_add(). Twice that passes; an
+/// item that stayed behind would be a hundred bytes and more for each call that adds one.
+constexpr double KIB_PER_CALL = 16.0 / 1024;
+constexpr double KIB_PER_KEY = 210.0 / 1024;
+/// What caches may still take after the warm-up, however long it goes on.
+constexpr double CACHES_KIB = 512;
 
 double Duration() {
     const char* text = std::getenv("APPLIST_SOAK_SECONDS");
@@ -118,6 +122,12 @@ protected:
         m_reference.Apply(function, items);
     }
 
+    /// What the calls and keys so far may have cost.
+    double AllowedKiB() const {
+        return KIB_PER_CALL * static_cast<double>(m_middleware->Answered()) +
+               KIB_PER_KEY * static_cast<double>(m_keys);
+    }
+
     void Report(double seconds, const Footprint& footprint) const {
         std::cout << static_cast<int>(seconds) << " s, " << m_middleware->Answered() << " calls, "
                   << m_keys << " keys: " << footprint << std::endl;
@@ -133,6 +143,7 @@ TEST_F(ASet, HoldsNoMoreAfterALongTimeThanAfterAShortOne) {
     const Seconds step(Duration() / SAMPLES);
     const auto start = Clock::now();
     Footprint warm;
+    double allowedWarm = 0;
     std::vector<double> resident;
     for (int sample = 1; sample <= SAMPLES && !HasFailure(); ++sample) {
         const auto end = start + std::chrono::duration_cast<Clock::duration>(sample * step);
@@ -141,15 +152,20 @@ TEST_F(ASet, HoldsNoMoreAfterALongTimeThanAfterAShortOne) {
         if (sample < WARM_UP) {
             continue;
         }
-        warm = sample == WARM_UP ? now : warm;
+        if (sample == WARM_UP) {
+            warm = now;
+            allowedWarm = AllowedKiB();
+        }
         resident.push_back(static_cast<double>(now.residentKiB));
         EXPECT_EQ(now.descriptors, warm.descriptors);
         EXPECT_EQ(now.matchRules, warm.matchRules);
     }
     ASSERT_FALSE(HasFailure());
     const double growth = FittedGrowth(resident);
-    std::cout << "resident memory grew by " << growth << " KiB after the warm-up\n";
-    EXPECT_LT(growth, TOLERANCE_KIB);
+    const double allowed = AllowedKiB() - allowedWarm + CACHES_KIB;
+    std::cout << "resident memory grew by " << growth << " KiB after the warm-up; " << allowed
+              << " are allowed" << std::endl;
+    EXPECT_LT(growth, allowed);
     ExpectList(*m_middleware, THREE);
     ExpectCleanEnd();
 }

@@ -10,9 +10,13 @@
 
 namespace applist::test {
 
-std::string SourceFile(const std::string& path) {
+std::string SourcePath(const std::string& path) {
     const char* tree = std::getenv("APPLIST_SOURCE");
-    std::ifstream file((tree != nullptr ? std::string(tree) : ".") + "/" + path);
+    return (tree != nullptr ? std::string(tree) : ".") + "/" + path;
+}
+
+std::string SourceFile(const std::string& path) {
+    std::ifstream file(SourcePath(path));
     EXPECT_TRUE(file.is_open()) << "no " << path;
     return {std::istreambuf_iterator<char>(file), {}};
 }

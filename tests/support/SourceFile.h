@@ -6,8 +6,10 @@
 
 namespace applist::test {
 
-/// The content of a file of the source tree, such as "docs/protocol.md". One that is not there
-/// fails the running test and is taken for empty.
+/// Where a file of the source tree is, such as "docs/protocol.md".
+std::string SourcePath(const std::string& path);
+
+/// The content of such a file. One that is not there fails the running test and is taken for empty.
 std::string SourceFile(const std::string& path);
 
 }  // namespace applist::test

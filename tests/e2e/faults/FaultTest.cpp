@@ -16,7 +16,7 @@ using testing::Optional;
 
 // The address sanitizer keeps freed memory for a while, which looks like growth.
 ChildProcess::Environment Frugal(ChildProcess::Environment changes) {
-    changes.emplace("ASAN_OPTIONS", "quarantine_size_mb=1:thread_local_quarantine_size_kb=64");
+    changes.emplace("ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0");
     return changes;
 }
 
