@@ -25,6 +25,10 @@ std::string CheckRemoteProtocol(std::string_view bytes);
 /// changed, value by value, without becoming unreadable and without touching the other values.
 std::string CheckSettingsFile(std::string_view bytes);
 
+/// Takes bytes for a scenario of the middleware's double: each line is a statement that its own text
+/// means again, an error inside that line, or nothing.
+std::string CheckScenario(std::string_view bytes);
+
 /// One step of a session: the action's number, the payload's length in one byte, the payload.
 /// 0 to 10 are the functions 1999 to 2009; others are the viewer's selections and clicks.
 std::string SessionStep(int action, const std::string& payload);
@@ -33,6 +37,7 @@ std::string SessionStep(int action, const std::string& payload);
 std::vector<std::string> ItemStreamSeeds();
 std::vector<std::string> AdapterFrameSeeds();
 std::vector<std::string> RemoteProtocolSeeds();
+std::vector<std::string> ScenarioSeeds();
 std::vector<std::string> SettingsFileSeeds();
 
 }  // namespace applist::test

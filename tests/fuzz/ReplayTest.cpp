@@ -50,5 +50,9 @@ TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
     ExpectToHoldAround(CheckSettingsFile, SettingsFileSeeds());
 }
 
+TEST(AnyBytes, AreReadLineByLineWhenTheyAreAScenario) {
+    ExpectToHoldAround(CheckScenario, ScenarioSeeds());
+}
+
 }  // namespace
 }  // namespace applist::test

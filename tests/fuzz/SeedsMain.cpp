@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
     if (!Write(root / "item_stream", applist::test::ItemStreamSeeds()) ||
         !Write(root / "adapter_frame", applist::test::AdapterFrameSeeds()) ||
         !Write(root / "remote_protocol", applist::test::RemoteProtocolSeeds()) ||
+        !Write(root / "scenario", applist::test::ScenarioSeeds()) ||
         !Write(root / "settings_file", applist::test::SettingsFileSeeds())) {
         std::fprintf(stderr, "fuzz_seeds: cannot write to %s\n", argv[1]);
         return 1;

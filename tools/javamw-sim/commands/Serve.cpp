@@ -13,11 +13,6 @@ namespace {
 constexpr double MS_PER_SECOND = 1000;
 constexpr double LONGEST_WAIT_S = 1000000;
 
-std::string Describe(const ListUpdate& update) {
-    return std::to_string(update.added) + " added, " + std::to_string(update.removed) +
-           " removed, " + std::to_string(update.renamed) + " renamed";
-}
-
 }  // namespace
 
 Serve::Serve(SessionOptions options, Feed feed)
@@ -52,7 +47,7 @@ void Serve::Fill(const std::string& application) {
 }
 
 void Serve::OnFilled(const std::string& application, size_t count) {
-    Print("filled " + application + " with " + std::to_string(count) + " items");
+    Print(report().Filled(application, count));
     if (!m_playing) {
         m_playing = true;
         ScheduleChange();
@@ -82,11 +77,11 @@ void Serve::Update(const std::string& application, const ListUpdate& update) {
     for (const ListCall& call : update.calls) {
         const bool last = &call == &update.calls.back();
         client().Call(application, call.function, call.items,
-                      [this, application, last, text = Describe(update)](const auto& reply) {
+                      [this, application, last, update](const auto& reply) {
                           if (!reply) {
                               Complain("cannot update " + application + ": " + reply.error());
                           } else if (last) {
-                              Print("updated " + application + ": " + text);
+                              Print(report().Updated(application, update));
                           }
                       });
     }

@@ -12,7 +12,9 @@
 namespace applist::sim {
 
 Session::Session(SessionOptions options)
-    : m_options(std::move(options)), m_loop(g_main_loop_new(nullptr, FALSE)) {}
+    : m_options(std::move(options)),
+      m_report(m_options.json ? JsonReport() : TextReport(OutputTakesColours())),
+      m_loop(g_main_loop_new(nullptr, FALSE)) {}
 
 Session::~Session() {
     m_signals.clear();

@@ -9,6 +9,7 @@
 
 #include "ExitCode.h"
 #include "bus/BusLink.h"
+#include "commands/Report.h"
 #include "protocol/ListClient.h"
 
 namespace applist::sim {
@@ -17,6 +18,7 @@ namespace applist::sim {
 struct SessionOptions {
     std::string address;              ///< Of the bus; empty for the system bus.
     std::optional<unsigned> timeout;  ///< Seconds to wait for an application; none: for ever.
+    bool json = false;                ///< Output for machines.
 };
 
 /// One run of a command: opens the bus, waits for applications and runs until the command or a
@@ -42,6 +44,7 @@ protected:
 
     /// REQUIRES: Run() is under way.
     ListClient& client() { return *m_client; }
+    const Report& report() const { return *m_report; }
     /// Prints a line; the session ends when nobody can read it.
     void Print(const std::string& line);
     /// Ends Run(); the first code given counts.
@@ -61,6 +64,7 @@ private:
     static int cb_Timeout(void* session) noexcept;
 
     SessionOptions m_options;
+    std::unique_ptr<Report> m_report;
     GMainLoop* m_loop;
     std::unique_ptr<BusLink> m_link;
     std::unique_ptr<ListClient> m_client;

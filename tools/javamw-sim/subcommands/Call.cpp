@@ -13,11 +13,12 @@ constexpr unsigned TIMEOUT_S = 10;
 
 constexpr const char* DETAILS =
     "The items of the reply are printed as ID<TAB>NAME, one a line. Control bytes are\n"
-    "printed as \\x0a, a backslash twice. Without --timeout the wait ends after 10 s.\n"
+    "printed as \\x0a, a backslash twice; with --json an item is {\"id\": ..., \"name\": ...}.\n"
+    "Without --timeout the wait ends after 10 s.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim call AddItems w1=Weather n1=News\n"
-    "  javamw-sim call GetAllItems\n"
+    "  javamw-sim call GetAllItems --json\n"
     "  javamw-sim call SetSelection n1\n";
 
 std::string Details() {
@@ -60,7 +61,7 @@ Subcommand CallSubcommand() {
     return {"call",
             "FUNCTION [ARG...]",
             "Call one function and print the items of the reply",
-            SessionOptionsAnd({}),
+            SessionOptionsAnd({JsonOption()}),
             Details(),
             &Prepare};
 }

@@ -22,8 +22,11 @@ constexpr const char* DETAILS =
     "  updated APPLICATION: COUNT added, COUNT removed, COUNT renamed\n"
     "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
     "  disconnected APPLICATION\n"
-    "Control bytes in ids and names are printed as \\x0a, a backslash twice. Without a\n"
-    "file a built-in sample is served. Runs until SIGINT or SIGTERM.\n"
+    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
+    "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
+    "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\", for\n"
+    "filled \"items\", for updated \"added\", \"removed\" and \"renamed\".\n"
+    "Without a file a built-in sample is served. Runs until SIGINT or SIGTERM.\n"
     "\n"
     "A broadcast is a transport stream with packets of 188, 192 or 204 bytes, sections\n"
     "back to back (.sec) or applications in XML. Offered is what starts by itself or is\n"
@@ -70,6 +73,7 @@ std::vector<Option> OwnOptions() {
     options.push_back({"all", '\0', "", "Hidden applications and those of trials, too"});
     options.push_back(
         {"interval", '\0', "SECONDS", "Time between changes instead of the recording's"});
+    options.push_back(JsonOption());
     return options;
 }
 
@@ -105,7 +109,7 @@ Result<BroadcastFeedOptions> FeedOptionsFrom(const Arguments& given) {
         options->interval = *interval;
     }
     if (options) {
-        options->selection.all = given.Has("all");
+        options->filter.all = given.Has("all");
     }
     return options;
 }

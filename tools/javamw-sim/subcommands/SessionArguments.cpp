@@ -18,9 +18,17 @@ Result<unsigned> Seconds(const std::string& text) {
 
 }  // namespace
 
+Option AddressOption() {
+    return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
+}
+
+Option JsonOption() {
+    return {"json", 'j', "", "Print one JSON object a line"};
+}
+
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
     std::vector<Option> options{
-        {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"},
+        AddressOption(),
         {"timeout", 't', "SECONDS", "Wait so long for an application"},
     };
     options.insert(options.end(), own.begin(), own.end());
@@ -30,6 +38,7 @@ std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {
     SessionOptions options;
     options.address = given.Value("address");
+    options.json = given.Has("json");
     if (given.Has("timeout")) {
         const auto seconds = Seconds(given.Value("timeout"));
         if (!seconds) {

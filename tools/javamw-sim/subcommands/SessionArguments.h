@@ -9,7 +9,13 @@
 
 namespace applist::sim {
 
-/// The options of every subcommand that goes to the bus, followed by its own.
+/// --address, for those that go to the bus in a way of their own.
+Option AddressOption();
+
+/// --json, for those that print what happens.
+Option JsonOption();
+
+/// The options of a subcommand that waits for applications on the bus, followed by its own.
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own);
 
 /// What those options say, or what is wrong with them.

@@ -6,10 +6,8 @@ namespace applist::sim {
 
 const std::vector<Subcommand>& Subcommands() {
     static const std::vector<Subcommand> TABLE{
-        ServeSubcommand(),
-        WatchSubcommand(),
-        CallSubcommand(),
-        ApplicationsSubcommand(),
+        ServeSubcommand(),        WatchSubcommand(), CallSubcommand(),
+        ApplicationsSubcommand(), RunSubcommand(),
     };
     return TABLE;
 }

@@ -14,6 +14,7 @@ const std::vector<Subcommand>& Subcommands();
 // The rows, each in a file of its own.
 Subcommand ApplicationsSubcommand();
 Subcommand CallSubcommand();
+Subcommand RunSubcommand();
 Subcommand ServeSubcommand();
 Subcommand WatchSubcommand();
 

@@ -13,8 +13,10 @@ constexpr const char* DETAILS =
     "  connected APPLICATION\n"
     "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
     "  disconnected APPLICATION\n"
-    "Control bytes in ids and names are printed as \\x0a, a backslash twice. Runs until\n"
-    "SIGINT or SIGTERM.\n"
+    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
+    "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
+    "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\".\n"
+    "Runs until SIGINT or SIGTERM.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim watch\n"
@@ -34,7 +36,7 @@ Subcommand WatchSubcommand() {
     return {"watch",
             "",
             "Print every event and the selection read after it",
-            SessionOptionsAnd({}),
+            SessionOptionsAnd({JsonOption()}),
             DETAILS,
             &Prepare};
 }
