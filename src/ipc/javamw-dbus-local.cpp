@@ -104,6 +104,9 @@ JavaMWDbusLocal::~JavaMWDbusLocal() {
     m_partner.clear();
     g_clear_pointer(&m_introspectionData, g_dbus_node_info_unref);
     Flush();
+    if (m_connection != nullptr) {
+        g_signal_handlers_disconnect_by_data(m_connection, this);
+    }
     g_clear_object(&m_connection);
     applist::LeaveLiving(this);
 }
@@ -134,9 +137,18 @@ bool JavaMWDbusLocal::Connect() {
         applist::LogAndClear("Error while connecting to system bus", error);
         return false;
     }
+    g_signal_connect(m_connection, "closed", G_CALLBACK(cb_Closed), this);
     m_uniqueName = g_dbus_connection_get_unique_name(m_connection);
     LOG_DEBUG("Working with unique name %s\n\n", m_uniqueName.c_str());
     return true;
+}
+
+// The bus library ends the program right after this, without a word.
+void JavaMWDbusLocal::cb_Closed(GDBusConnection* /*connection*/, int /*remote_peer_vanished*/,
+                                GError* error, void* /*user_data*/) {
+    if (error != nullptr) {
+        LOG_ERROR("Connection to system bus lost [%d] %s\n\n", error->code, error->message);
+    }
 }
 
 void JavaMWDbusLocal::RegisterObject() {

@@ -67,6 +67,9 @@ public:
     void Cover();
     void Uncover();
 
+    /// Kills the server, which closes every connection. Nothing else may be asked afterwards.
+    void Stop();
+
     /// Fills the background, which stands for the broadcast, with one colour 0xRRGGBB.
     void PaintRoot(uint32_t colour);
     /// The colour of one pixel of the screen as 0xRRGGBB.
@@ -78,6 +81,7 @@ public:
 
 private:
     void Connect();
+    void Disconnect();
     void StartWindowManager(const std::string& program);
     void StartCompositor(const std::string& program);
     void SendKey(unsigned int code, bool down);
