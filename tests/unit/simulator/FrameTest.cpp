@@ -54,7 +54,8 @@ TEST(Frames, AreFlippedAlikeEverywhereForOneSeed) {
     // The engine's first number for its usual seed is laid down by the language's standard.
     Bytes expected = BytesOf(call, 1);
     const unsigned bit = 3499211612U % 32;
-    expected[bit / 8] = static_cast<char>(expected[bit / 8] ^ (1U << bit % 8));
+    expected[bit / 8] =
+        static_cast<char>(static_cast<uint8_t>(expected[bit / 8]) ^ (1U << bit % 8));
     EXPECT_EQ(BytesOf(FlippedFrame{call, 5489, 1}, 1), expected);
     EXPECT_EQ(BytesOf(FlippedFrame{call, 5480, 1}, 10), expected);
 }

@@ -104,12 +104,12 @@ TEST_F(Program, RefusesWhatACommandDoesNotTake) {
     ExpectRefused({"serve", "--items=x", "--broadcast=y"},
                   "--items and --broadcast exclude each other" + hint("serve"));
     ExpectRefused({"watch", "--timeout=-1"},
-                  "--timeout takes whole seconds, not '-1'" + hint("watch"));
+                  "--timeout takes a whole number, not '-1'" + hint("watch"));
 }
 
 TEST_F(Program, RefusesATimeoutThatIsNoNumber) {
     ExpectRefused({"watch", "--timeout=soon"},
-                  "--timeout takes whole seconds, not 'soon'; see javamw-sim watch --help");
+                  "--timeout takes a whole number, not 'soon'; see javamw-sim watch --help");
 }
 
 TEST_F(Program, SaysWhenItCannotReachTheBus) {

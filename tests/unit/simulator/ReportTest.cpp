@@ -10,17 +10,17 @@ namespace applist::sim {
 namespace {
 
 const std::string APPLICATION = ":1.5";
-const Selection WEATHER{Item{"w1", "Weather"}, ""};
-const Selection NONE{};
-const Selection UNKNOWN{std::nullopt, "gone\naway"};
-const ListUpdate UPDATE{{}, {}, 1, 2, 3};
+const SelectedItem WEATHER{Item{"w1", "Weather"}, ""};
+const SelectedItem NONE{};
+const SelectedItem UNKNOWN{std::nullopt, "gone\naway"};
 
 TEST(TextReports, AreTheLinesThatPeopleRead) {
     const auto report = TextReport(false);
     EXPECT_EQ(report->Connected(APPLICATION), "connected :1.5");
     EXPECT_EQ(report->Disconnected(APPLICATION), "disconnected :1.5");
     EXPECT_EQ(report->Filled(APPLICATION, 8), "filled :1.5 with 8 items");
-    EXPECT_EQ(report->Updated(APPLICATION, UPDATE), "updated :1.5: 1 added, 2 removed, 3 renamed");
+    EXPECT_EQ(report->Updated(APPLICATION, {1, 2, 3}),
+              "updated :1.5: 1 added, 2 removed, 3 renamed");
     EXPECT_EQ(report->Event(APPLICATION, {Event::ItemSelected, 0}, WEATHER),
               "event 2 ItemSelected selection w1\tWeather");
     EXPECT_EQ(report->Event(APPLICATION, {Event::LocalCreated, 0}, NONE),
@@ -44,8 +44,8 @@ TEST(TextReports, HaveTheSameWordsInColours) {
     EXPECT_EQ(WithoutColours(painted->Connected(APPLICATION)), plain->Connected(APPLICATION));
     EXPECT_EQ(WithoutColours(painted->Disconnected(APPLICATION)), plain->Disconnected(APPLICATION));
     EXPECT_EQ(WithoutColours(painted->Filled(APPLICATION, 1)), plain->Filled(APPLICATION, 1));
-    EXPECT_EQ(WithoutColours(painted->Updated(APPLICATION, UPDATE)),
-              plain->Updated(APPLICATION, UPDATE));
+    EXPECT_EQ(WithoutColours(painted->Updated(APPLICATION, {1, 2, 3})),
+              plain->Updated(APPLICATION, {1, 2, 3}));
     EXPECT_EQ(WithoutColours(painted->Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN)),
               plain->Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN));
 }
@@ -56,7 +56,7 @@ TEST(JsonReports, AreOneObjectALine) {
     EXPECT_EQ(report->Disconnected(APPLICATION), R"({"type":"disconnected","application":":1.5"})");
     EXPECT_EQ(report->Filled(APPLICATION, 8),
               R"({"type":"filled","application":":1.5","items":8})");
-    EXPECT_EQ(report->Updated(APPLICATION, UPDATE),
+    EXPECT_EQ(report->Updated(APPLICATION, {1, 2, 3}),
               R"({"type":"updated","application":":1.5","added":1,"removed":2,"renamed":3})");
     EXPECT_EQ(report->Event(APPLICATION, {Event::ItemSelected, 0}, WEATHER),
               R"({"type":"event","application":":1.5","number":2,"name":"ItemSelected",)"

@@ -177,6 +177,7 @@ TEST(ScenarioParser, NamesTheColumnAndTheWordThatIsWrong) {
     EXPECT_EQ(Error("add a=A b"), "9: 'b' has no = between an id and a name");
     EXPECT_EQ(Error("add \"a=A\""), "5: 'a=A' has no = between an id and a name");
     EXPECT_EQ(Error("flood 3 wait 3s"), "9: 'wait' is not a message");
+    EXPECT_EQ(Error("\"a\\nb\""), "1: 'a?b' is not a statement");
     EXPECT_EQ(Error("\"clear\""), "1: 'clear' is not a statement");
 }
 

@@ -13,20 +13,20 @@ void EventLog::Add(const std::string& application, const Notification& notificat
     m_entries.push_back({number, application, notification, std::nullopt});
     m_client.Call(
         application, Function::GetSelection, {},
-        [this, number](const Result<Items>& reply) { Complete(number, SelectionIn(reply)); });
+        [this, number](const Result<Items>& reply) { Complete(number, SelectedIn(reply)); });
 }
 
 void EventLog::Lost(const std::string& application) {
     for (Entry& entry : m_entries) {
         if (entry.application == application && !entry.selection) {
-            entry.selection = Selection{std::nullopt, "the application ended"};
+            entry.selection = SelectedItem{std::nullopt, "the application ended"};
         }
     }
     PrintCompleted();
 }
 
 // An entry given up before is no longer there, or has its text.
-void EventLog::Complete(uint64_t number, const Selection& selection) {
+void EventLog::Complete(uint64_t number, const SelectedItem& selection) {
     for (Entry& entry : m_entries) {
         if (entry.number == number && !entry.selection) {
             entry.selection = selection;

@@ -36,9 +36,9 @@ private:
         uint64_t number = 0;
         std::string application;
         Notification notification;
-        std::optional<Selection> selection;  ///< Nothing until that has been asked.
+        std::optional<SelectedItem> selection;  ///< Nothing until that has been asked.
     };
-    void Complete(uint64_t number, const Selection& selection);
+    void Complete(uint64_t number, const SelectedItem& selection);
     void PrintCompleted();
 
     ListClient& m_client;

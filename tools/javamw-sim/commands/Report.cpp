@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/Report.h"
 
-#include "JsonLine.h"
+#include <glib.h>
+
+#include "JsonWriter.h"
 #include "Output.h"
+#include "recording/Hex.h"
 
 namespace applist::sim {
 namespace {
@@ -22,13 +25,13 @@ public:
         return Paint("filled", colour::GOOD) + ' ' + application + " with " +
                std::to_string(items) + " items";
     }
-    std::string Updated(const std::string& application, const ListUpdate& update) const override {
+    std::string Updated(const std::string& application, const UpdateCounts& counts) const override {
         return Paint("updated", colour::GOOD) + ' ' + application + ": " +
-               std::to_string(update.added) + " added, " + std::to_string(update.removed) +
-               " removed, " + std::to_string(update.renamed) + " renamed";
+               std::to_string(counts.added) + " added, " + std::to_string(counts.removed) +
+               " removed, " + std::to_string(counts.renamed) + " renamed";
     }
     std::string Event(const std::string& /*application*/, const Notification& notification,
-                      const Selection& selection) const override {
+                      const SelectedItem& selection) const override {
         return Paint(DescribeNotification(notification), colour::STRONG) + " selection " +
                Describe(selection);
     }
@@ -38,7 +41,7 @@ private:
     std::string Paint(const std::string& text, const char* colour) const {
         return m_colours ? Painted(text, colour) : text;
     }
-    std::string Describe(const Selection& selection) const {
+    std::string Describe(const SelectedItem& selection) const {
         if (!selection.problem.empty()) {
             return Paint("unreadable: " + OneLine(selection.problem), colour::BAD);
         }
@@ -48,52 +51,75 @@ private:
     bool m_colours;
 };
 
+// What is not UTF-8 is replaced in the text; then the bytes follow.
+void WriteBytes(JsonWriter& json, const std::string& member, const std::string& bytes) {
+    json.Text(member.c_str(), bytes);
+    if (g_utf8_validate_len(bytes.data(), bytes.size(), nullptr) == FALSE) {
+        json.Text((member + "_hex").c_str(), ToHex({bytes.begin(), bytes.end()}));
+    }
+}
+
+void WriteItem(JsonWriter& json, const char* member, const Item& item) {
+    json.Object(member);
+    WriteBytes(json, "id", item.id);
+    WriteBytes(json, "name", item.name);
+    json.EndObject();
+}
+
 class Json : public Report {
 public:
     std::string Connected(const std::string& application) const override {
-        return Line("connected", application).Text();
+        return Begin("connected", application).EndObject().Finish();
     }
     std::string Disconnected(const std::string& application) const override {
-        return Line("disconnected", application).Text();
+        return Begin("disconnected", application).EndObject().Finish();
     }
     std::string Filled(const std::string& application, size_t items) const override {
-        return Line("filled", application).Add("items", static_cast<int64_t>(items)).Text();
+        return Begin("filled", application)
+            .Number("items", static_cast<int64_t>(items))
+            .EndObject()
+            .Finish();
     }
-    std::string Updated(const std::string& application, const ListUpdate& update) const override {
-        JsonLine line = Line("updated", application);
-        line.Add("added", static_cast<int64_t>(update.added));
-        line.Add("removed", static_cast<int64_t>(update.removed));
-        return line.Add("renamed", static_cast<int64_t>(update.renamed)).Text();
+    std::string Updated(const std::string& application, const UpdateCounts& counts) const override {
+        return Begin("updated", application)
+            .Number("added", static_cast<int64_t>(counts.added))
+            .Number("removed", static_cast<int64_t>(counts.removed))
+            .Number("renamed", static_cast<int64_t>(counts.renamed))
+            .EndObject()
+            .Finish();
     }
     std::string Event(const std::string& application, const Notification& notification,
-                      const Selection& selection) const override {
-        JsonLine line = Line("event", application);
-        line.Add("number", static_cast<int64_t>(notification.event));
-        line.Add("name", std::string(NameOf(notification.event)));
+                      const SelectedItem& selection) const override {
+        JsonWriter json = Begin("event", application);
+        json.Number("number", static_cast<int64_t>(notification.event));
+        json.Text("name", NameOf(notification.event));
         if (notification.payloadSize > 0) {
-            line.Add("unexpected_bytes", static_cast<int64_t>(notification.payloadSize));
+            json.Number("unexpected_bytes", static_cast<int64_t>(notification.payloadSize));
         }
-        line.Add("selection", selection.item);
-        if (!selection.problem.empty()) {
-            line.Add("problem", selection.problem);
+        if (selection.item) {
+            WriteItem(json, "selection", *selection.item);
+        } else {
+            json.Null("selection");
         }
-        return line.Text();
+        return json.TextUnlessEmpty("problem", selection.problem).EndObject().Finish();
     }
     std::string ItemOfReply(const Item& item) const override {
-        return JsonLine().AddItem(item).Text();
+        JsonWriter json;
+        WriteItem(json, nullptr, item);
+        return json.Finish();
     }
 
 private:
-    static JsonLine Line(const std::string& type, const std::string& application) {
-        JsonLine line;
-        line.Add("type", type).Add("application", application);
-        return line;
+    static JsonWriter Begin(const char* type, const std::string& application) {
+        JsonWriter json;
+        json.Object().Text("type", type).Text("application", application);
+        return json;
     }
 };
 
 }  // namespace
 
-Selection SelectionIn(const Result<Items>& reply) {
+SelectedItem SelectedIn(const Result<Items>& reply) {
     if (!reply) {
         return {std::nullopt, reply.error()};
     }

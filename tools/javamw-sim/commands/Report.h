@@ -7,19 +7,25 @@
 #include <string>
 
 #include "Result.h"
-#include "feed/ListUpdate.h"
 #include "protocol/Protocol.h"
 
 namespace applist::sim {
 
 /// What was selected after an event.
-struct Selection {
+struct SelectedItem {
     std::optional<Item> item;  ///< Nothing is selected if absent.
     std::string problem;       ///< Why that is not known; empty if it is.
 };
 
 /// What a reply to GetSelection says.
-Selection SelectionIn(const Result<Items>& reply);
+SelectedItem SelectedIn(const Result<Items>& reply);
+
+/// How many items of a list an update touched.
+struct UpdateCounts {
+    size_t added = 0;
+    size_t removed = 0;
+    size_t renamed = 0;
+};
 
 /// How the commands tell what happens: each of these is one line of output.
 class Report {
@@ -35,10 +41,11 @@ public:
     virtual std::string Disconnected(const std::string& application) const = 0;
     /// The list of the application was filled with so many items.
     virtual std::string Filled(const std::string& application, size_t items) const = 0;
-    /// The list of the application was changed as the broadcast did.
-    virtual std::string Updated(const std::string& application, const ListUpdate& update) const = 0;
+    /// The list of the application follows what is offered now.
+    virtual std::string Updated(const std::string& application,
+                                const UpdateCounts& counts) const = 0;
     virtual std::string Event(const std::string& application, const Notification& notification,
-                              const Selection& selection) const = 0;
+                              const SelectedItem& selection) const = 0;
     /// One item of the reply to a call.
     virtual std::string ItemOfReply(const Item& item) const = 0;
 };

@@ -77,11 +77,13 @@ void Serve::Update(const std::string& application, const ListUpdate& update) {
     for (const ListCall& call : update.calls) {
         const bool last = &call == &update.calls.back();
         client().Call(application, call.function, call.items,
-                      [this, application, last, update](const auto& reply) {
+                      [this, application, last,
+                       counts = UpdateCounts{update.added, update.removed, update.renamed}](
+                          const auto& reply) {
                           if (!reply) {
                               Complain("cannot update " + application + ": " + reply.error());
                           } else if (last) {
-                              Print(report().Updated(application, update));
+                              Print(report().Updated(application, counts));
                           }
                       });
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "scenario/Cursor.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <utility>
@@ -54,6 +55,14 @@ bool AppendHex(Bytes& bytes, const std::string& digits) {
         bytes.push_back(static_cast<char>(byte));
     }
     return true;
+}
+
+// Words stand in messages, and messages on one line.
+std::string WithoutControls(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
+    return text;
 }
 
 }  // namespace
@@ -185,7 +194,7 @@ void Cursor::Refuse(const std::string& message) {
 
 void Cursor::FailAt(size_t column, const std::string& message) {
     if (!m_error) {
-        m_error = WordError{column, message};
+        m_error = WordError{column, WithoutControls(message)};
     }
 }
 

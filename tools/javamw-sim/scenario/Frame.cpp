@@ -53,7 +53,8 @@ public:
         std::mt19937 engine(frame.seed + m_copy - 1);
         for (unsigned i = 0; i < frame.bits; ++i) {
             const size_t bit = engine() % (bytes.size() * 8);
-            bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1U << bit % 8));
+            bytes[bit / 8] =
+                static_cast<char>(static_cast<uint8_t>(bytes[bit / 8]) ^ (1U << bit % 8));
         }
         return bytes;
     }

@@ -49,7 +49,7 @@ Result<Scenario> LoadScenario(const std::string& file) {
     std::string errors;
     for (const ScenarioError& error : parsed.errors) {
         errors += (errors.empty() ? "" : "\n") + file + ':' + std::to_string(error.line) + ':' +
-                  std::to_string(error.column) + ": " + OneLine(error.message);
+                  std::to_string(error.column) + ": " + error.message;
     }
     return errors.empty() ? Result(Scenario{file, std::move(parsed.statements)})
                           : Result<Scenario>::Failure(errors);

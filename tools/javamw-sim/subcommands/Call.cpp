@@ -61,7 +61,7 @@ Subcommand CallSubcommand() {
     return {"call",
             "FUNCTION [ARG...]",
             "Call one function and print the items of the reply",
-            SessionOptionsAnd({JsonOption()}),
+            SessionOptionsAnd({JsonOption(), RecordOption()}),
             Details(),
             &Prepare};
 }

@@ -1,5 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <sstream>
 #include <utility>
 
 #include "Output.h"
@@ -41,7 +42,10 @@ std::optional<std::vector<Scenario>> Load(const std::vector<std::string>& files)
             scenarios.push_back(std::move(*scenario));
         } else {
             complete = false;
-            Complain(scenario.error());
+            std::istringstream errors(scenario.error());
+            for (std::string error; std::getline(errors, error);) {
+                Complain(error);
+            }
         }
     }
     return complete ? std::optional(std::move(scenarios)) : std::nullopt;

@@ -24,8 +24,8 @@ constexpr const char* DETAILS =
     "  disconnected APPLICATION\n"
     "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
     "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
-    "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\", for\n"
-    "filled \"items\", for updated \"added\", \"removed\" and \"renamed\".\n"
+    "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\";\n"
+    "filled has \"items\", updated \"added\", \"removed\" and \"renamed\".\n"
     "Without a file a built-in sample is served. Runs until SIGINT or SIGTERM.\n"
     "\n"
     "A broadcast is a transport stream with packets of 188, 192 or 204 bytes, sections\n"
@@ -70,10 +70,11 @@ std::vector<Option> OwnOptions() {
     };
     const auto broadcast = BroadcastOptions();
     options.insert(options.end(), broadcast.begin(), broadcast.end());
+    options.push_back(JsonOption());
+    options.push_back(RecordOption());
     options.push_back({"all", '\0', "", "Hidden applications and those of trials, too"});
     options.push_back(
         {"interval", '\0', "SECONDS", "Time between changes instead of the recording's"});
-    options.push_back(JsonOption());
     return options;
 }
 

@@ -2,22 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "subcommands/SessionArguments.h"
 
-#include <charconv>
+#include "subcommands/Numbers.h"
 
 namespace applist::sim {
-namespace {
-
-Result<unsigned> Seconds(const std::string& text) {
-    unsigned seconds = 0;
-    const char* end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, seconds);
-    return error == std::errc() && last == end
-               ? Result(seconds)
-               : Result<unsigned>::Failure("--timeout takes whole seconds, not '" + text + "'");
-}
-
-}  // namespace
-
 Option AddressOption() {
     return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
 }
@@ -35,12 +22,17 @@ std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
     return options;
 }
 
+Option RecordOption() {
+    return {"record", 'r', "FILE", "Write down all that is said and heard; see record --help"};
+}
+
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {
     SessionOptions options;
     options.address = given.Value("address");
     options.json = given.Has("json");
+    options.recordFile = given.Value("record");
     if (given.Has("timeout")) {
-        const auto seconds = Seconds(given.Value("timeout"));
+        const auto seconds = WholeNumber("timeout", given.Value("timeout"));
         if (!seconds) {
             return Result<SessionOptions>::Failure(seconds.error());
         }

@@ -18,6 +18,9 @@ Option JsonOption();
 /// The options of a subcommand that waits for applications on the bus, followed by its own.
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own);
 
+/// The option of subcommands that are one session: record its traffic.
+Option RecordOption();
+
 /// What those options say, or what is wrong with them.
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given);
 

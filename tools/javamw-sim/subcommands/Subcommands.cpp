@@ -6,8 +6,9 @@ namespace applist::sim {
 
 const std::vector<Subcommand>& Subcommands() {
     static const std::vector<Subcommand> TABLE{
-        ServeSubcommand(),        WatchSubcommand(), CallSubcommand(),
-        ApplicationsSubcommand(), RunSubcommand(),
+        ServeSubcommand(),  WatchSubcommand(),  CallSubcommand(),
+        RunSubcommand(),    ShellSubcommand(),  ApplicationsSubcommand(),
+        RecordSubcommand(), ReplaySubcommand(), CompareSubcommand(),
     };
     return TABLE;
 }

@@ -14,8 +14,12 @@ const std::vector<Subcommand>& Subcommands();
 // The rows, each in a file of its own.
 Subcommand ApplicationsSubcommand();
 Subcommand CallSubcommand();
+Subcommand CompareSubcommand();
+Subcommand RecordSubcommand();
+Subcommand ReplaySubcommand();
 Subcommand RunSubcommand();
 Subcommand ServeSubcommand();
+Subcommand ShellSubcommand();
 Subcommand WatchSubcommand();
 
 }  // namespace applist::sim

@@ -36,7 +36,7 @@ Subcommand WatchSubcommand() {
     return {"watch",
             "",
             "Print every event and the selection read after it",
-            SessionOptionsAnd({JsonOption()}),
+            SessionOptionsAnd({JsonOption(), RecordOption()}),
             DETAILS,
             &Prepare};
 }

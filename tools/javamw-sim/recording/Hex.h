@@ -1,0 +1,19 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "protocol/Protocol.h"
+
+namespace applist::sim {
+
+/// Two lower-case digits for each byte.
+std::string ToHex(const Bytes& bytes);
+
+/// Nothing when text is anything but pairs of digits.
+std::optional<Bytes> FromHex(std::string_view text);
+
+}  // namespace applist::sim
