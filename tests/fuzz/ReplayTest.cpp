@@ -58,5 +58,21 @@ TEST(AnyBytes, AreReadLineByLineWhenTheyAreAScenario) {
     ExpectToHoldAround(CheckScenario, ScenarioSeeds());
 }
 
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreATransportStream) {
+    ExpectToHoldAround(CheckBroadcastStream, BroadcastStreamSeeds());
+}
+
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreSections) {
+    ExpectToHoldAround(CheckSectionFile, SectionFileSeeds());
+}
+
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreTheBodyOfATable) {
+    ExpectToHoldAround(CheckTableBody, TableBodySeeds());
+}
+
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreXml) {
+    ExpectToHoldAround(CheckApplicationXml, ApplicationXmlSeeds());
+}
+
 }  // namespace
 }  // namespace applist::test

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "broadcast/ApplicationXml.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 #include "support/AitXml.h"
 
 namespace applist::sim {

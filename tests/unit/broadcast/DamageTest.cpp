@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "broadcast/BroadcastScan.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {

@@ -4,7 +4,7 @@
 
 #include "broadcast/BroadcastScan.h"
 #include "broadcast/Text.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {
@@ -49,7 +49,13 @@ TEST(IsdbBroadcast, HasNamesInJapaneseInTheCodesOfArib) {
 }
 
 TEST(IsdbBroadcast, HasOtherNamesInLatin9) {
-    const TsApplication news{1, 1, 1, 3, {{"por", "Not\xED" "cias \xA4"}}};
+    const TsApplication news{1,
+                             1,
+                             1,
+                             3,
+                             {{"por",
+                               "Not\xED"
+                               "cias \xA4"}}};
     const Broadcast broadcast = ScanBroadcast(Stream({news}, 0x0009,
                                                      "TV P\xFA"
                                                      "blica"));

@@ -4,7 +4,7 @@
 
 #include "broadcast/BroadcastScan.h"
 #include "broadcast/ProgramTables.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {

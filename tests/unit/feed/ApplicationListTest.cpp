@@ -23,8 +23,8 @@ Broadcast With(const std::vector<BroadcastService>& services) {
     return {{Moment{0, services}}, {}};
 }
 
-std::vector<ListedApplication> List(const Broadcast& broadcast, const Selection& selection = {}) {
-    return ListApplications(broadcast, selection);
+std::vector<ListedApplication> List(const Broadcast& broadcast, const OfferFilter& filter = {}) {
+    return ListApplications(broadcast, filter);
 }
 
 TEST(ApplicationList, HasEveryApplicationOnceForEachService) {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "broadcast/BroadcastScan.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "broadcast/BroadcastScan.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 
 namespace applist::sim {
 namespace {

@@ -44,6 +44,8 @@ TEST(TextReports, HaveTheSameWordsInColours) {
     EXPECT_EQ(WithoutColours(painted->Connected(APPLICATION)), plain->Connected(APPLICATION));
     EXPECT_EQ(WithoutColours(painted->Disconnected(APPLICATION)), plain->Disconnected(APPLICATION));
     EXPECT_EQ(WithoutColours(painted->Filled(APPLICATION, 1)), plain->Filled(APPLICATION, 1));
+    EXPECT_EQ(WithoutColours(painted->Updated(APPLICATION, {1, 2, 3})),
+              plain->Updated(APPLICATION, {1, 2, 3}));
     EXPECT_EQ(WithoutColours(painted->Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN)),
               plain->Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN));
 }

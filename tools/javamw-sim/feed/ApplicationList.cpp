@@ -48,15 +48,15 @@ ListedApplication Describe(const BroadcastService& service, const ApplicationTab
 }  // namespace
 
 std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
-                                                const Selection& selection) {
+                                                const OfferFilter& filter) {
     using Key = std::tuple<std::optional<uint16_t>, uint32_t, uint16_t>;
     std::vector<ListedApplication> list;
     std::map<Key, size_t> places;
     for (const Moment& moment : broadcast.moments) {
-        for (const BroadcastService& service : SelectServices(moment, selection)) {
+        for (const BroadcastService& service : SelectServices(moment, filter)) {
             for (const auto& table : service.tables) {
                 for (const Application& application : table->applications) {
-                    auto listed = Describe(service, *table, application, selection.languages);
+                    auto listed = Describe(service, *table, application, filter.languages);
                     const Key key{service.id, listed.organisation, listed.id};
                     const auto [place, isNew] = places.try_emplace(key, list.size());
                     if (isNew) {

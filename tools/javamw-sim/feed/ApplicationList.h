@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "broadcast/Broadcast.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 
 namespace applist::sim {
 
@@ -31,7 +31,7 @@ struct ListedApplication {
 /// Every application that a broadcast carries at any time, offered or not, once for each service:
 /// as it was described last, in the order in which they came.
 std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
-                                                const Selection& selection);
+                                                const OfferFilter& filter);
 
 /// What the columns of a table, the keys in JSON and the head of CSV are called.
 const std::vector<std::string>& ApplicationFields();

@@ -24,13 +24,13 @@ double SecondsBetween(const Moment& earlier, const Moment& later) {
 // A moment that changes nothing for the viewer only takes its time.
 Feed Play(const Broadcast& broadcast, const BroadcastFeedOptions& options) {
     Feed feed;
-    feed.items = OfferedItems(broadcast.moments.front(), options.selection);
+    feed.items = OfferedItems(broadcast.moments.front(), options.filter);
     Items shown = feed.items;
     double waited = 0;
     for (size_t i = 1; i < broadcast.moments.size(); ++i) {
         const Moment& moment = broadcast.moments[i];
         waited += SecondsBetween(broadcast.moments[i - 1], moment);
-        Items items = OfferedItems(moment, options.selection);
+        Items items = OfferedItems(moment, options.filter);
         if (items != shown) {
             shown = items;
             feed.changes.push_back({options.interval.value_or(waited), std::move(items)});
@@ -75,7 +75,7 @@ Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& 
     if (!broadcast) {
         return Result<Feed>::Failure(broadcast.error());
     }
-    const std::string missing = MissingService(*broadcast, options.selection);
+    const std::string missing = MissingService(*broadcast, options.filter);
     if (!missing.empty()) {
         return Result<Feed>::Failure(file + ": " + missing);
     }

@@ -8,7 +8,7 @@
 
 #include "Result.h"
 #include "broadcast/Text.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 #include "protocol/Item.h"
 
 namespace applist::sim {
@@ -35,7 +35,7 @@ Result<Feed> TextFeed(const std::string& file);
 
 /// How a recorded broadcast is to be read and played.
 struct BroadcastFeedOptions {
-    Selection selection;
+    OfferFilter filter;
     std::optional<TextCoding> coding;
     std::optional<double> interval;  ///< Seconds between changes; none: as in the recording.
 };

@@ -42,7 +42,7 @@ ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& 
                            Format format) {
     const auto broadcast = ReadBroadcastFile(file, options.coding);
     const std::string missing =
-        broadcast ? MissingService(*broadcast, options.selection) : std::string();
+        broadcast ? MissingService(*broadcast, options.filter) : std::string();
     if (!broadcast || !missing.empty()) {
         Complain(broadcast ? file + ": " + missing : broadcast.error());
         return ExitCode::WrongUsage;
@@ -51,7 +51,7 @@ ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& 
     if (!damage.empty()) {
         Complain(damage);
     }
-    return Write(format(ListApplications(*broadcast, options.selection)));
+    return Write(format(ListApplications(*broadcast, options.filter)));
 }
 
 Result<Job> Prepare(const Arguments& given) {

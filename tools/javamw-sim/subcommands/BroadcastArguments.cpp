@@ -17,8 +17,8 @@ std::vector<Option> BroadcastOptions() {
 
 Result<BroadcastFeedOptions> BroadcastFeedOptionsFrom(const Arguments& given) {
     BroadcastFeedOptions options;
-    options.selection.services = given.Values("service");
-    options.selection.languages =
+    options.filter.services = given.Values("service");
+    options.filter.languages =
         given.Has("language") ? ParseLanguages(given.Value("language")) : LocaleLanguages();
     if (given.Has("text")) {
         const auto coding = ParseTextCoding(given.Value("text"));

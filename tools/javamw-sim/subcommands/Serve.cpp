@@ -110,7 +110,7 @@ Result<BroadcastFeedOptions> FeedOptionsFrom(const Arguments& given) {
         options->interval = *interval;
     }
     if (options) {
-        options->selection.all = given.Has("all");
+        options->filter.all = given.Has("all");
     }
     return options;
 }

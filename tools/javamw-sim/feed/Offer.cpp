@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 
 #include <algorithm>
 #include <glib.h>
@@ -34,20 +34,20 @@ bool Matches(const BroadcastService& service, const std::string& wanted) {
            (!service.name.empty() && Folded(service.name) == Folded(ValidUtf8(wanted)));
 }
 
-bool IsWanted(const BroadcastService& service, const Selection& selection) {
-    return selection.services.empty() ||
-           std::any_of(selection.services.begin(), selection.services.end(),
+bool IsWanted(const BroadcastService& service, const OfferFilter& filter) {
+    return filter.services.empty() ||
+           std::any_of(filter.services.begin(), filter.services.end(),
                        [&](const std::string& wanted) { return Matches(service, wanted); });
 }
 
 /// Takes applications one after the other and tells apart what would look alike.
 class ItemList {
 public:
-    explicit ItemList(const Selection& selection) : m_selection(selection) {}
+    explicit ItemList(const OfferFilter& filter) : m_filter(filter) {}
 
     void Add(const BroadcastService& service, const Application& application) {
         std::string id = UniqueId(application);
-        std::string name = PreferredName(application.names, m_selection.languages);
+        std::string name = PreferredName(application.names, m_filter.languages);
         if (name.empty()) {
             name = id;
         }
@@ -82,7 +82,7 @@ public:
     }
 
 private:
-    const Selection& m_selection;
+    const OfferFilter& m_filter;
     std::set<std::pair<std::string, std::string>> m_known;  ///< Ids and names.
     std::set<std::string> m_ids;
     Items m_items;
@@ -126,15 +126,15 @@ bool IsOffered(const ApplicationTable& table, const Application& application, bo
     return wanted && (all || (application.visibility == VISIBLE_ALL && !table.test));
 }
 
-std::vector<BroadcastService> SelectServices(const Moment& moment, const Selection& selection) {
+std::vector<BroadcastService> SelectServices(const Moment& moment, const OfferFilter& filter) {
     std::vector<BroadcastService> services;
     std::copy_if(moment.services.begin(), moment.services.end(), std::back_inserter(services),
-                 [&](const BroadcastService& service) { return IsWanted(service, selection); });
+                 [&](const BroadcastService& service) { return IsWanted(service, filter); });
     return services;
 }
 
-std::string MissingService(const Broadcast& broadcast, const Selection& selection) {
-    for (const std::string& wanted : selection.services) {
+std::string MissingService(const Broadcast& broadcast, const OfferFilter& filter) {
+    for (const std::string& wanted : filter.services) {
         if (!IsThere(broadcast, wanted)) {
             const std::string list = ServiceList(broadcast);
             return "no service '" + wanted + "'; " +
@@ -144,12 +144,12 @@ std::string MissingService(const Broadcast& broadcast, const Selection& selectio
     return {};
 }
 
-Items OfferedItems(const Moment& moment, const Selection& selection) {
-    ItemList items(selection);
-    for (const BroadcastService& service : SelectServices(moment, selection)) {
+Items OfferedItems(const Moment& moment, const OfferFilter& filter) {
+    ItemList items(filter);
+    for (const BroadcastService& service : SelectServices(moment, filter)) {
         for (const auto& table : service.tables) {
             for (const Application& application : table->applications) {
-                if (IsOffered(*table, application, selection.all)) {
+                if (IsOffered(*table, application, filter.all)) {
                     items.Add(service, application);
                 }
             }

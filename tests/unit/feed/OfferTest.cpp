@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "feed/Names.h"
-#include "feed/Selection.h"
+#include "feed/Offer.h"
 
 namespace applist::sim {
 namespace {
@@ -23,8 +23,8 @@ BroadcastService Service(uint16_t id, const std::vector<Application>& applicatio
             {std::make_shared<const ApplicationTable>(ApplicationTable{1, test, applications})}};
 }
 
-Items Offered(const std::vector<BroadcastService>& services, const Selection& selection = {}) {
-    return OfferedItems({0, services}, selection);
+Items Offered(const std::vector<BroadcastService>& services, const OfferFilter& filter = {}) {
+    return OfferedItems({0, services}, filter);
 }
 
 TEST(Offer, IsWhatIsToRunOrToBeStartedAndForViewers) {
