@@ -57,6 +57,10 @@ Gauge FaultTest::GaugeOf(const DrivenMiddleware& driver) {
 
 void FaultTest::ExpectList(DrivenMiddleware& driver, const sim::Items& items) {
     ASSERT_THAT(driver.Ask(Function::GetAllItems), Optional(items));
+    if (items.empty()) {
+        ASSERT_TRUE(m_set.WaitForNoFocusedRow());
+        return;
+    }
     ASSERT_TRUE(driver.Ask(Function::SetSelection, {items.front()}));
     ASSERT_TRUE(m_set.WaitForFocusedRow());
     for (size_t row = 1; row <= items.size() && items.size() > 1; ++row) {

@@ -56,6 +56,17 @@ protected:
         }
     }
 
+    /// What the application holds when the list is empty and the screen at rest.
+    Footprint Rest(const Gauge& gauge) {
+        m_middleware->Call(Function::RemoveAllItems);
+        m_reference.Apply(Function::RemoveAllItems, {});
+        EXPECT_TRUE(m_middleware->AwaitReplies());
+        EXPECT_TRUE(m_set.WaitForNoFocusedRow());
+        const Footprint footprint = gauge.Read();
+        std::cout << footprint << '\n';
+        return footprint;
+    }
+
     const size_t m_seed = Setting("APPLIST_SEED", 20261121);
     RandomCalls m_calls{m_seed};
     ReferenceList m_reference;
@@ -63,21 +74,21 @@ protected:
 };
 
 TEST_F(MixedCalls, LeaveTheListAndTheScreenAsTheyMust) {
-    constexpr size_t TOLERANCE_KIB = 512;
     const size_t calls = Setting("APPLIST_CALLS", 9000);
+    // Caches, and what the toolkit keeps of each call (see docs/limits.md).
+    const size_t tolerance = 512 + calls * 16 / 1024;
     StartApplication();
     m_middleware = NewMiddleware();
     ASSERT_TRUE(m_middleware->AwaitApplication());
     const Gauge gauge = GaugeOf(*m_middleware);
     ASSERT_NO_FATAL_FAILURE(CallBatches(calls / 3));
-    const Footprint warm = gauge.Read();
+    const Footprint warm = Rest(gauge);
     ASSERT_NO_FATAL_FAILURE(CallBatches(calls - calls / 3));
-    const Footprint end = gauge.Read();
-    std::cout << "from " << warm << "\nto   " << end << '\n';
-    EXPECT_LT(end.residentKiB, warm.residentKiB + TOLERANCE_KIB);
+    ExpectList(*m_middleware, m_reference.items());
+    const Footprint end = Rest(gauge);
+    EXPECT_LT(end.residentKiB, warm.residentKiB + tolerance);
     EXPECT_EQ(end.descriptors, warm.descriptors);
     EXPECT_EQ(end.matchRules, warm.matchRules);
-    ExpectList(*m_middleware, m_reference.items());
     ExpectCleanEnd();
 }
 
