@@ -192,7 +192,8 @@ TEST_F(PipedShell, TakesLinesAsTheyComeAndEndsOnInterruption) {
     ASSERT_TRUE(shell.WaitForText("event 4 LocalCreated"));
     RunLine("printf 'add w1=' >'" + pipe + "'");
     RunLine("printf 'Weather\\n' >'" + pipe + "'");
-    ASSERT_TRUE(shell.WaitForText("event 2 ItemSelected"));
+    RunLine("echo 'call GetAllItems' >'" + pipe + "'");
+    ASSERT_TRUE(shell.WaitForText("w1\tWeather\n"));
     EXPECT_EQ(Simulation::Interrupt(shell), SUCCESS);
     EXPECT_THAT(shell.Errors(), IsEmpty());
 }

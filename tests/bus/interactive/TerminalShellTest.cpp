@@ -56,7 +56,7 @@ TEST_F(TerminalShell, DoesWhatIsTyped) {
     shell->Type(std::string("call GetAllItems") + ENTER);
     EXPECT_TRUE(shell->WaitFor("w1\tWeather\r\n")) << shell->Output();
     shell->Type(std::string("quit") + ENTER);
-    EXPECT_EQ(shell->WaitForExit(), SUCCESS);
+    EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Output();
     EXPECT_EQ(List(), "w1\tWeather\n");
 }
 
@@ -128,7 +128,7 @@ TEST_F(TerminalShell, FindsEarlierLinesAgainEvenInTheNextSession) {
         shell->Type(std::string("clear") + ENTER);
         ASSERT_TRUE(shell->WaitFor("ok\r\n"));
         shell->Type(END_OF_FILE);
-        EXPECT_EQ(shell->WaitForExit(), SUCCESS);
+        EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Output();
     }
     const auto permissions =
         std::filesystem::status(m_set.Path("state/javamw-sim/history")).permissions();
@@ -149,7 +149,7 @@ TEST_F(TerminalShell, GoesOnBehindWhatFailed) {
     shell->Type(std::string("expect count 0") + ENTER);
     EXPECT_TRUE(shell->WaitFor("ok\r\n")) << shell->Output();
     shell->Type(END_OF_FILE);
-    EXPECT_EQ(shell->WaitForExit(), SUCCESS);
+    EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Output();
 }
 
 TEST_F(TerminalShell, ShowsWhoActsInThePrompt) {
@@ -171,13 +171,13 @@ TEST_F(TerminalShell, EndsAStatementThenTheLineThenItselfOnInterruption) {
     ASSERT_TRUE(shell->WaitFor("^C\r\n")) << shell->Output();
     ASSERT_TRUE(shell->WaitFor(PROMPT));
     shell->Type(INTERRUPT);
-    EXPECT_EQ(shell->WaitForExit(), SUCCESS);
+    EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Output();
 }
 
 TEST_F(TerminalShell, EndsWhenTheTerminalGoesAway) {
     const auto shell = Start();
     shell->HangUp();
-    EXPECT_EQ(shell->WaitForExit(), SUCCESS);
+    EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Output();
 }
 
 TEST_F(TerminalShell, EndsWhenTheBusIsGone) {

@@ -73,7 +73,8 @@ void EditorInput::SetUp() {
     el_set(editor, EL_PROMPT, &EditorInput::cb_Prompt);
     el_set(editor, EL_EDITOR, "emacs");
     el_set(editor, EL_HIST, history, m_history.get());
-    el_set(editor, EL_ADDFN, "complete-word", "Complete the word", &EditorInput::cb_Complete);
+    // In wide characters, for of others the library makes copies that it never frees.
+    el_wset(editor, EL_ADDFN, L"complete-word", L"Complete the word", &EditorInput::cb_Complete);
     el_set(editor, EL_BIND, "^I", "complete-word", nullptr);
     el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
     el_source(editor, nullptr);
