@@ -24,6 +24,8 @@ struct Desktop {
     std::string windowManager;
     /// "picom" or "xcompmgr".
     std::string compositor;
+    /// Of the screen, in pixels.
+    std::string size = "1920x1080";
 };
 std::ostream& operator<<(std::ostream& out, const Desktop& desktop);
 
@@ -54,7 +56,7 @@ Rectangle Difference(const Picture& before, const Picture& after);
 /// The smallest piece that holds every pixel of the colour.
 Rectangle AreaOf(const Picture& picture, uint32_t colour);
 
-/// A screen of 1920x1080 pixels that nobody else uses: an Xvfb of its own on a free number, ready
+/// A screen that nobody else uses: an Xvfb of its own on a free number, ready
 /// when the constructor returns. A display that cannot be started aborts the test program.
 class XDisplay {
 public:
