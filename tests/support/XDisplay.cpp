@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <poll.h>
+#include <utility>
 
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>
@@ -109,7 +110,19 @@ XDisplay::XDisplay(const Desktop& desktop) {
 }
 
 XDisplay::~XDisplay() {
-    XCloseDisplay(m_display);
+    Disconnect();
+}
+
+// Xlib ends a process whose server is gone.
+void XDisplay::Disconnect() {
+    if (m_display != nullptr) {
+        XCloseDisplay(std::exchange(m_display, nullptr));
+    }
+}
+
+void XDisplay::Stop() {
+    Disconnect();
+    m_server.reset();
 }
 
 void XDisplay::Connect() {
@@ -142,10 +155,13 @@ void XDisplay::StartWindowManager(const std::string& program) {
 }
 
 void XDisplay::StartCompositor(const std::string& program) {
-    m_compositor = std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
+    // One that nobody reads and whose complaints have filled the pipe would stop, with the whole
+    // screen in its hands.
+    m_compositor = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"sh", "-c", "exec \"$0\" 2>/dev/null", program}, Environment());
     // Owning this selection is what makes a program the compositor. It also draws the screen then.
     if (!WaitUntil([this] { return HasSelectionOwner("_NET_WM_CM_S0"); })) {
-        GiveUp(program + " does not start: " + m_compositor->Errors());
+        GiveUp(program + " does not start");
     }
 }
 

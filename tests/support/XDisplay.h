@@ -98,6 +98,9 @@ public:
     void Cover();
     void Uncover();
 
+    /// Kills the server, which closes every connection. Nothing else may be asked afterwards.
+    void Stop();
+
     /// Opens a full-screen window of one colour 0xRRGGBB, as a video player does, and waits until
     /// the window manager has given it the keys and it is seen; 0 if it is not.
     XlibWindow OpenFullScreen(uint32_t colour);
@@ -117,6 +120,7 @@ public:
 
 private:
     void Connect();
+    void Disconnect();
     void StartWindowManager(const std::string& program);
     void StartCompositor(const std::string& program);
     void SendKey(unsigned int code, bool down);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "CallbackGuard.h"
+#include "display/ScreenFit.h"
 
 namespace applist::desktop {
 namespace {
@@ -145,6 +146,7 @@ Windows::Window* Windows::Lookup(Ecore_Window id) {
 
 void Windows::Added(Evas_Object* window) {
     m_windows.push_back({window});
+    FitToScreen(window);
     for (const auto& [event, callback] : CALLBACKS) {
         evas_object_smart_callback_add(window, event, callback, this);
     }
@@ -171,8 +173,10 @@ void Windows::Mapped(Ecore_Window id, bool mapped) {
         return;
     }
     window->mapped = mapped;
-    // The focus is a window manager's to give. Without one nobody does, and no key would arrive.
+    // The focus is a window manager's to give, and the whole screen. Without one nobody does, and no
+    // key would arrive.
     if (mapped && !HasWindowManager()) {
+        FillScreen(static_cast<Ecore_X_Window>(id));
         ecore_x_window_focus(static_cast<Ecore_X_Window>(id));
     }
     Update();
