@@ -52,5 +52,61 @@ TEST_F(TheDrawnFocus, IsUpWithKeysThatComeFasterThanFrames) {
     EXPECT_EQ(FocusedRow(), Selected());
 }
 
+/// The keys that reach a widget, as the toolkit hands them out.
+class SeenByTheList {
+public:
+    explicit SeenByTheList(Evas_Object* list) : m_list(list) {
+        evas_object_event_callback_add(m_list, EVAS_CALLBACK_KEY_DOWN, OnKey, &m_keys);
+    }
+    ~SeenByTheList() {
+        evas_object_event_callback_del_full(m_list, EVAS_CALLBACK_KEY_DOWN, OnKey, &m_keys);
+    }
+    SeenByTheList(const SeenByTheList&) = delete;
+    SeenByTheList& operator=(const SeenByTheList&) = delete;
+    SeenByTheList(SeenByTheList&&) = delete;
+    SeenByTheList& operator=(SeenByTheList&&) = delete;
+
+    const std::vector<std::string>& keys() const { return m_keys; }
+
+private:
+    static void OnKey(void* keys, Evas* /*canvas*/, Evas_Object* /*list*/, void* event) {
+        static_cast<std::vector<std::string>*>(keys)->emplace_back(
+            static_cast<Evas_Event_Key_Down*>(event)->key);
+    }
+
+    Evas_Object* m_list;
+    std::vector<std::string> m_keys;
+};
+
+// The toolkit would look for a widget to the right or left, and while rows are being laid out it
+// finds another row.
+TEST_F(TheDrawnFocus, IsNotTheToolkitsToMoveWhenRightOrLeftGoesDown) {
+    Fill(30);
+    Type("Down");
+    Forget();
+    const SeenByTheList seen(list());
+    for (const char* key : {"Right", "Left", "x"}) {
+        HeadlessToolkit::PressKey(key);
+    }
+    EXPECT_EQ(seen.keys(), std::vector<std::string>{"x"});
+    EXPECT_EQ(Now().selected, "Row 2");
+    EXPECT_EQ(Now().focused, "Row 2");
+}
+
+TEST_F(TheDrawnFocus, StaysOnTheSelectedRowWhenRightOrLeftGoesDownBeforeTheRowsAreLaidOut) {
+    DefaultAppListItem added[] = {{"Row 1", "a"}, {"Row 2", "b"}, {"Row 3", "c"}};
+    for (DefaultAppListItem& item : added) {
+        Add(&item);
+        HeadlessToolkit::QueueKey("Right", true);
+        HeadlessToolkit::QueueKey("Left", true);
+    }
+    model().SetSelection(&added[1]);
+    Forget();
+    Draw();
+    EXPECT_EQ(Selected(), "Row 2");
+    ExpectNoFrameBehindTheModel();
+    model().RemoveAllItems();
+}
+
 }  // namespace
 }  // namespace applist::test
