@@ -127,7 +127,8 @@ Arguments BehindTheName(const Arguments& given) {
 
 // Empty on success.
 std::string Refuse(const Subcommand& subcommand, const Arguments& given) {
-    for (const auto& [name, values] : given.options()) {
+    for (const auto& entry : given.options()) {
+        const std::string& name = entry.first;
         if (std::none_of(subcommand.options.begin(), subcommand.options.end(),
                          [&](const Option& option) { return option.name == name; })) {
             return subcommand.name + " takes no option --" + name;
