@@ -93,8 +93,9 @@ std::ostream& operator<<(std::ostream& out, const Desktop& desktop) {
 }
 
 XDisplay::XDisplay(const Desktop& desktop) {
-    m_server = std::make_unique<ChildProcess>(std::vector<std::string>{
-        "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0", desktop.size + "x24"});
+    m_server = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset",
+                                 "-screen", "0", desktop.size + "x24"});
     const std::string& output = m_server->Output();
     if (!m_server->WaitUntil([&output] { return output.find('\n') != std::string::npos; })) {
         GiveUp("Xvfb does not start: " + m_server->Errors());

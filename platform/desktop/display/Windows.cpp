@@ -173,8 +173,8 @@ void Windows::Mapped(Ecore_Window id, bool mapped) {
         return;
     }
     window->mapped = mapped;
-    // The focus is a window manager's to give, and the whole screen. Without one nobody does, and no
-    // key would arrive.
+    // The focus is a window manager's to give, and the whole screen. Without one nobody does, and
+    // no key would arrive.
     if (mapped && !HasWindowManager()) {
         FillScreen(static_cast<Ecore_X_Window>(id));
         ecore_x_window_focus(static_cast<Ecore_X_Window>(id));

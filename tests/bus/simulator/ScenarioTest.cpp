@@ -116,10 +116,11 @@ TEST_F(Scenario, RunsNothingIfAnyFileHasAnError) {
     const Process run = Start({good, bad, File("ugly", "\x01")});
     EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
     EXPECT_EQ(run->Output(), "");
-    EXPECT_EQ(WithoutFolder(run->Errors()),
-              "javamw-sim: bad:2:5: 'a' has no = between an id and a name\n"
-              "javamw-sim: bad:4:6: a time is written as 200ms, 5s or 1min, up to a day, not 'long'\n"
-              "javamw-sim: ugly:1:1: control byte; write it as \\xHH in quotes\n");
+    EXPECT_EQ(
+        WithoutFolder(run->Errors()),
+        "javamw-sim: bad:2:5: 'a' has no = between an id and a name\n"
+        "javamw-sim: bad:4:6: a time is written as 200ms, 5s or 1min, up to a day, not 'long'\n"
+        "javamw-sim: ugly:1:1: control byte; write it as \\xHH in quotes\n");
 }
 
 TEST_F(Scenario, RefusesAFileThatCannotBeRead) {
