@@ -55,10 +55,13 @@ std::string NameOn(const Evas_Object* row) {
     return name != nullptr ? name : "";
 }
 
-// The bar is there, or on its way.
-bool HasBar(const Evas_Object* row) {
-    const char* state = edje_object_part_state_get(row, "bar", nullptr);
-    return state != nullptr && std::string_view(state) == "focused";
+// The marker is there, and most of the bar. A bar that leaves is a faint one.
+bool HasFocusMark(const Evas_Object* row) {
+    const auto state = [row](const char* part) {
+        return std::string_view(edje_object_part_state_get(row, part, nullptr));
+    };
+    return state("marker") == "focused" &&
+           (state("bar") == "arriving" || state("bar") == "focused");
 }
 
 // Every row that is drawn at all, wherever the toolkit keeps it.
@@ -67,7 +70,7 @@ void CollectRows(Evas_Object* object, const Piece& view, std::vector<Row>& rows)
     const Piece piece = PieceOf(object);
     if (IsRow(object)) {
         if (seen && piece.bottom > view.top && piece.top < view.bottom) {
-            rows.push_back({piece, NameOn(object), HasBar(object)});
+            rows.push_back({piece, NameOn(object), HasFocusMark(object)});
         }
         return;
     }

@@ -23,7 +23,7 @@ namespace applist::test {
 
 /// What one frame shows of the rows.
 struct Frame {
-    /// The row with the focus bar; nothing where none has it. With several, the frame is wrong:
+    /// The row with the focus mark; nothing where none has it. With several, the frame is wrong:
     /// their names follow each other.
     std::optional<std::string> focused;
     /// The names in the list's viewport, from the top down.
