@@ -140,6 +140,18 @@ TEST_F(TerminalShell, FindsEarlierLinesAgainEvenInTheNextSession) {
     EXPECT_EQ(List(), "w1\tWeather\n");
 }
 
+TEST_F(TerminalShell, TakesWhatIsTypedBeforeThePrompt) {
+    const auto shell = Start();
+    shell->Type(std::string("expect event LocalCreated") + ENTER);
+    ASSERT_TRUE(shell->WaitFor("ok\r\n")) << shell->Output();
+    shell->Type(std::string("expect event ItemChanged within 1min") + ENTER);
+    ASSERT_TRUE(shell->WaitFor("1min\r\n")) << shell->Output();
+    shell->Type(std::string("add w1=Weather") + ENTER + END_OF_FILE);
+    ASSERT_EQ(m_set.Run({"call", "AddItems", "n1=News"}), SUCCESS);
+    EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Output();
+    EXPECT_EQ(List(), "n1\tNews\nw1\tWeather\n");
+}
+
 TEST_F(TerminalShell, GoesOnBehindWhatFailed) {
     const auto shell = Start();
     shell->Type(std::string("dance") + ENTER);

@@ -22,6 +22,8 @@ namespace {
 
 constexpr int HISTORY_SIZE = 1000;
 constexpr char END_OF_FILE = '\x04';
+// What becomes of that key in a terminal that is not being read.
+constexpr char END_OF_FILE_AHEAD = '\0';
 
 // The editor works in characters; where the locale has only bytes, UTF-8 is what ids and names are.
 void UseCharacters() {
@@ -76,6 +78,7 @@ void EditorInput::SetUp() {
     // In wide characters, for of others the library makes copies that it never frees.
     el_wset(editor, EL_ADDFN, L"complete-word", L"Complete the word", &EditorInput::cb_Complete);
     el_set(editor, EL_BIND, "^I", "complete-word", nullptr);
+    el_set(editor, EL_BIND, "^@", "em-delete-or-list", nullptr);
     el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
     el_source(editor, nullptr);
     m_resized = OwnSource(g_unix_signal_add(SIGWINCH, &cb_Resized, this));
@@ -151,7 +154,7 @@ void EditorInput::ReadKey() {
         return;
     }
     const char last = text[count - 1];
-    if (count == 1 && last == END_OF_FILE) {
+    if (count == 1 && (last == END_OF_FILE || last == END_OF_FILE_AHEAD)) {
         End();
     } else if (last == '\n' || last == '\r') {
         const std::string line(text, static_cast<size_t>(count - 1));
