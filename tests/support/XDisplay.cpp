@@ -281,9 +281,13 @@ XlibWindow XDisplay::FocusedWindow() const {
     return focused;
 }
 
-void XDisplay::Iconify(XlibWindow window) {
+bool XDisplay::Iconify(XlibWindow window) {
     XIconifyWindow(m_display, window, DefaultScreen(m_display));
-    XSync(m_display, False);
+    return WaitUntil([&] {
+        XWindowAttributes attributes{};
+        return XGetWindowAttributes(m_display, window, &attributes) != 0 &&
+               attributes.map_state == IsUnmapped;
+    });
 }
 
 void XDisplay::Map(XlibWindow window) {

@@ -92,7 +92,9 @@ public:
     XlibWindow WindowTitled(const std::string& title) const;
     /// The window that gets the keys.
     XlibWindow FocusedWindow() const;
-    void Iconify(XlibWindow window);
+    /// Puts the window away; false where that takes too long. One that is shown again before it is
+    /// away stays away for good.
+    bool Iconify(XlibWindow window);
     void Map(XlibWindow window);
     /// Asks the program to close it, as a window manager does.
     void RequestClose(XlibWindow window);

@@ -149,7 +149,7 @@ TEST(WindowVisibility, PausesWhenIconifiedAndResumesWhenShownAgain) {
     OnDisplay on({"openbox", ""});
     ASSERT_TRUE(on.WaitForPicture());
     const XlibWindow window = on.Window();
-    on.display.Iconify(window);
+    ASSERT_TRUE(on.display.Iconify(window));
     ASSERT_TRUE(on.sample.WaitForLines("pause", 1));
     on.display.Map(window);
     EXPECT_TRUE(on.sample.WaitForLines("resume", 2));
