@@ -76,6 +76,16 @@ TEST_F(ScenarioPartner, IsNotConnectedWhileItOwesAStep) {
     EXPECT_THAT(m_run->Output(), HasSubstr("no application connected within 10 ms"));
 }
 
+TEST_F(ScenarioPartner, OwesALateStepThatItIsToldToSkipMeanwhile) {
+    Play(
+        "handshake delay ack 1ms\nexpect announcement syn-ack within 1min\nhandshake skip ack\n"
+        "wait connected within 50ms\n");
+    ASSERT_TRUE(Hears(1));
+    m_application.Announce(sim::names::SYN_ACK);
+    ExpectEnd(1);
+    EXPECT_THAT(m_application.heard, ElementsAre("_SYN"));
+}
+
 TEST_F(ScenarioPartner, RepeatsSteps) {
     Play("handshake repeat syn 3\nhandshake repeat ack 2\nwait connected within 1min\n");
     ASSERT_TRUE(Hears(3));
