@@ -260,6 +260,18 @@ TEST_F(Commands, CallStopsOnASignalBeforeItsEnd) {
     }
 }
 
+TEST_F(Commands, TakeTheBusThatTheyAreTold) {
+    const auto list = m_set.StartList();
+    const PrivateBus elsewhere;
+    for (std::vector<std::string> command : std::vector<std::vector<std::string>>{
+             {"call", "GetAllItems"}, {"run", m_set.File("it", "wait connected\n")}}) {
+        command.insert(command.begin(), BuiltProgram("javamw-sim"));
+        command.push_back("--address=" + m_set.bus().Address());
+        ChildProcess process(command, elsewhere.Environment());
+        EXPECT_EQ(process.WaitForExit(), SUCCESS) << process.Output() << process.Errors();
+    }
+}
+
 TEST_F(Commands, TellMachinesOneObjectALine) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve", "--json", "--items", ItemFile()});
