@@ -17,7 +17,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr int64_t DAY_S = 24 * 60 * 60;
+constexpr int64_t DAY_S = int64_t{24} * 60 * 60;
 
 class TheClock : public FaultTest {
 protected:
