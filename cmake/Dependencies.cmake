@@ -18,6 +18,7 @@ endfunction()
 
 applist_pkg_target(applist_gio gio-2.0 gio-unix-2.0)
 applist_pkg_target(applist_efl elementary ecore-x ecore-evas ecore-input efreet)
+applist_pkg_target(applist_wayland wayland-client)
 applist_pkg_target(applist_aribb24 aribb24)
 applist_pkg_target(applist_dvbpsi libdvbpsi)
 applist_pkg_target(applist_json json-glib-1.0)

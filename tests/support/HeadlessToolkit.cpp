@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdarg>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -156,34 +155,6 @@ void HeadlessToolkit::ReleaseKey(const std::string& key) {
 
 void HeadlessToolkit::QueueKey(const std::string& key, bool down) {
     SendKey(down ? ECORE_EVENT_KEY_DOWN : ECORE_EVENT_KEY_UP, key);
-}
-
-bool HeadlessToolkit::IsShown(Evas_Object* window) {
-    Ecore_Evas* canvas = CanvasOf(window);
-    ecore_evas_manual_render(canvas);
-    int width = 0;
-    int height = 0;
-    ecore_evas_geometry_get(canvas, nullptr, nullptr, &width, &height);
-    const auto* pixels = static_cast<const uint32_t*>(ecore_evas_buffer_pixels_get(canvas));
-    constexpr uint32_t OPAQUE = 0xFF;
-    return std::any_of(pixels, pixels + ptrdiff_t{width} * height,
-                       [](uint32_t pixel) { return pixel >> 24U == OPAQUE; });
-}
-
-bool HeadlessToolkit::SavePicture(Evas_Object* window, const std::filesystem::path& file) {
-    Ecore_Evas* canvas = CanvasOf(window);
-    ecore_evas_manual_render(canvas);
-    int width = 0;
-    int height = 0;
-    ecore_evas_geometry_get(canvas, nullptr, nullptr, &width, &height);
-    Evas_Object* image = evas_object_image_add(evas_object_evas_get(window));
-    evas_object_image_alpha_set(image, EINA_TRUE);
-    evas_object_image_size_set(image, width, height);
-    evas_object_image_data_copy_set(image, const_cast<void*>(ecore_evas_buffer_pixels_get(canvas)));
-    const bool written =
-        evas_object_image_save(image, file.c_str(), nullptr, nullptr) != EINA_FALSE;
-    evas_object_del(image);
-    return written;
 }
 
 void HeadlessToolkit::OnLog(const Eina_Log_Domain* domain, Eina_Log_Level level,

@@ -43,11 +43,6 @@ public:
     /// Puts a key, going down or coming up, behind those that wait to be handled.
     static void QueueKey(const std::string& key, bool down);
 
-    /// Draws the window; true iff something in it is opaque. Popups take some frames to fade in.
-    static bool IsShown(Evas_Object* window);
-    /// Draws the window into a PNG file; true iff it was written.
-    static bool SavePicture(Evas_Object* window, const std::filesystem::path& file);
-
     /// The next toolkit error that contains text is no failure; that it is missing is one.
     void ExpectError(const std::string& text) { m_expected.push_back(text); }
     /// The toolkit's errors so far, the announced ones left out.

@@ -10,9 +10,6 @@
 namespace applist::test {
 namespace {
 
-// The bar of the focused row in the desktop's theme.
-constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
-
 constexpr const char* THREE_ITEMS = "a\tAlpha\nb\tBravo\nc\tCharlie\n";
 
 std::vector<std::string> Joined(std::vector<std::string> first,
@@ -44,7 +41,8 @@ bool Middleware::SeesSelected(const std::string& id, const std::string& name) {
     return Sees("event 2 ItemSelected selection " + id + "\t" + name + "\n");
 }
 
-Television::Television(const ChildProcess::Environment& changes) : m_changes(changes) {
+Television::Television(const ChildProcess::Environment& changes, const Desktop& desktop)
+    : m_changes(changes), m_screen(desktop) {
     std::filesystem::create_directories(m_folder.path() / "run");
     std::filesystem::permissions(m_folder.path() / "run", std::filesystem::perms::owner_all);
     m_sessionBus = std::make_unique<SessionBus>(Environment());
@@ -113,7 +111,11 @@ bool Television::WaitForNoWindow(const std::string& title) {
 }
 
 bool Television::WaitForFocusedRow() {
-    return WaitForWindow() && m_screen.WaitUntil([this] { return m_screen.Shows(FOCUS_COLOUR); });
+    return WaitForWindow() && WaitForFocusMark();
+}
+
+bool Television::WaitForFocusMark() {
+    return m_screen.WaitUntil([this] { return m_screen.Shows(FOCUS_COLOUR); });
 }
 
 bool Television::WaitForNoFocusedRow() {

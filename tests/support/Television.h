@@ -42,9 +42,13 @@ public:
     /// The titles of the windows that may be on the screen.
     static constexpr const char* LIST = "org.vantu.applist";
     static constexpr const char* ALERT_POPUP = "org.vantu.alert-syspopup";
+    /// The bar of the focused row, and the panel, in the desktop's theme.
+    static constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
+    static constexpr uint32_t PANEL_COLOUR = 0x12161C;
 
     /// changes come on top of what every program of the set finds in its environment.
-    explicit Television(const ChildProcess::Environment& changes = {});
+    explicit Television(const ChildProcess::Environment& changes = {},
+                        const Desktop& desktop = {"openbox", "picom"});
 
     /// Starts the program; it is on its own from then on. wrapper precedes it on the command line.
     std::unique_ptr<ChildProcess> StartApplication(const std::vector<std::string>& wrapper = {});
@@ -61,9 +65,12 @@ public:
     bool WaitForWindow(const std::string& title = LIST);
     /// Waits until there is no such window; true iff so in time.
     bool WaitForNoWindow(const std::string& title);
-    /// Waits until a row with the focus mark stands on the screen, or none; true iff so in time.
+    /// Waits until a row with the focus mark stands on the screen and gets the keys, or no row has
+    /// the mark; true iff so in time.
     bool WaitForFocusedRow();
     bool WaitForNoFocusedRow();
+    /// Waits until a row has the mark, whoever gets the keys.
+    bool WaitForFocusMark();
     /// Runs platformctl and returns its exit status.
     int Configure(const std::vector<std::string>& arguments);
     std::string WriteFile(const std::string& name, const std::string& content);
@@ -80,7 +87,7 @@ private:
     TemporaryDir m_folder;
     ChildProcess::Environment m_changes;
     PrivateBus m_systemBus;
-    XDisplay m_screen{{"openbox", "picom"}};
+    XDisplay m_screen;
     std::unique_ptr<SessionBus> m_sessionBus;
     std::unique_ptr<Middleware> m_middleware;
     std::unique_ptr<ChildProcess> m_application;

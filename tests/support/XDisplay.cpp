@@ -9,9 +9,7 @@
 #include <utility>
 
 #include <X11/XKBlib.h>
-#include <X11/Xatom.h>
 #include <X11/Xlib.h>
-#include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <X11/extensions/Xdamage.h>
 
@@ -21,86 +19,20 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds LOOK_AGAIN{250};
-constexpr uint32_t COLOUR_MASK = 0xFFFFFF;
-
-struct FreeXlib {
-    void operator()(void* data) const { XFree(data); }
-};
-struct FreeImage {
-    void operator()(XImage* image) const { XDestroyImage(image); }
-};
 
 // Windows come and go while a test looks at them.
 int IgnoreError(Display*, XErrorEvent*) {
     return 0;
 }
 
-[[noreturn]] void GiveUp(const std::string& what) {
-    std::fprintf(stderr, "XDisplay: %s\n", what.c_str());
-    std::abort();
-}
-
-std::unique_ptr<XImage, FreeImage> GrabImage(Display* display, Window window, int x, int y,
-                                             unsigned int width, unsigned int height) {
-    return std::unique_ptr<XImage, FreeImage>(
-        XGetImage(display, window, x, y, width, height, AllPlanes, ZPixmap));
-}
-
-template <typename Wanted>
-Rectangle Bounds(const Picture& picture, Wanted wanted) {
-    Rectangle bounds{picture.width, static_cast<int>(picture.pixels.size()), -1, -1};
-    for (size_t at = 0; at < picture.pixels.size(); ++at) {
-        if (wanted(at)) {
-            const int x = static_cast<int>(at) % picture.width;
-            const int y = static_cast<int>(at) / picture.width;
-            bounds = {std::min(bounds.left, x), std::min(bounds.top, y), std::max(bounds.right, x),
-                      std::max(bounds.bottom, y)};
-        }
-    }
-    return bounds;
-}
-
-std::string TitleOf(Display* display, Window window) {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long left = 0;
-    unsigned char* title = nullptr;
-    XGetWindowProperty(display, window, XInternAtom(display, "_NET_WM_NAME", False), 0, 256, False,
-                       AnyPropertyType, &type, &format, &count, &left, &title);
-    const std::unique_ptr<unsigned char, FreeXlib> owner(title);
-    return format == 8 ? std::string(reinterpret_cast<const char*>(title), count) : std::string();
-}
-
-bool IsMapped(Display* display, Window window) {
-    XWindowAttributes attributes;
-    return XGetWindowAttributes(display, window, &attributes) != 0 &&
-           attributes.map_state == IsViewable;
-}
-
 }  // namespace
-
-Rectangle Difference(const Picture& before, const Picture& after) {
-    return Bounds(after, [&](size_t at) { return before.pixels[at] != after.pixels[at]; });
-}
-
-Rectangle AreaOf(const Picture& picture, uint32_t colour) {
-    return Bounds(picture, [&](size_t at) { return picture.pixels[at] == colour; });
-}
 
 std::ostream& operator<<(std::ostream& out, const Desktop& desktop) {
     return out << '"' << desktop.windowManager << "\" and \"" << desktop.compositor << '"';
 }
 
-XDisplay::XDisplay(const Desktop& desktop) {
-    m_server = std::make_unique<ChildProcess>(
-        std::vector<std::string>{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset",
-                                 "-screen", "0", desktop.size + "x24"});
-    const std::string& output = m_server->Output();
-    if (!m_server->WaitUntil([&output] { return output.find('\n') != std::string::npos; })) {
-        GiveUp("Xvfb does not start: " + m_server->Errors());
-    }
-    m_name = ":" + output.substr(0, output.find('\n'));
+XDisplay::XDisplay(const Desktop& desktop) : m_desktop(desktop) {
+    StartServer();
     Connect();
     if (!desktop.windowManager.empty()) {
         StartWindowManager(desktop.windowManager);
@@ -112,6 +44,23 @@ XDisplay::XDisplay(const Desktop& desktop) {
 
 XDisplay::~XDisplay() {
     Disconnect();
+}
+
+void XDisplay::GiveUp(const std::string& what) {
+    std::fprintf(stderr, "XDisplay: %s\n", what.c_str());
+    std::abort();
+}
+
+void XDisplay::StartServer() {
+    const std::string size =
+        std::to_string(m_desktop.width) + "x" + std::to_string(m_desktop.height) + "x24";
+    m_server = std::make_unique<ChildProcess>(std::vector<std::string>{
+        "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0", size});
+    const std::string& output = m_server->Output();
+    if (!m_server->WaitUntil([&output] { return output.find('\n') != std::string::npos; })) {
+        GiveUp("Xvfb does not start: " + m_server->Errors());
+    }
+    m_name = ":" + output.substr(0, output.find('\n'));
 }
 
 // Xlib ends a process whose server is gone.
@@ -164,22 +113,6 @@ void XDisplay::StartCompositor(const std::string& program) {
     if (!WaitUntil([this] { return HasSelectionOwner("_NET_WM_CM_S0"); })) {
         GiveUp(program + " does not start");
     }
-}
-
-bool XDisplay::HasProperty(const char* name) const {
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long left = 0;
-    unsigned char* data = nullptr;
-    XGetWindowProperty(m_display, m_root, XInternAtom(m_display, name, False), 0, 1, False,
-                       AnyPropertyType, &type, &format, &count, &left, &data);
-    const std::unique_ptr<unsigned char, FreeXlib> owner(data);
-    return type != None;
-}
-
-bool XDisplay::HasSelectionOwner(const char* name) const {
-    return XGetSelectionOwner(m_display, XInternAtom(m_display, name, False)) != None;
 }
 
 void XDisplay::SendKey(unsigned int code, bool down) {
@@ -247,141 +180,6 @@ void XDisplay::DrainEvents() {
         XEvent event;
         XNextEvent(m_display, &event);
     }
-}
-
-std::vector<XlibWindow> XDisplay::AllWindows(XlibWindow top) const {
-    Window root = 0;
-    Window parent = 0;
-    Window* children = nullptr;
-    unsigned int count = 0;
-    std::vector<XlibWindow> windows{top};
-    if (XQueryTree(m_display, top, &root, &parent, &children, &count) == 0) {
-        return windows;
-    }
-    const std::unique_ptr<Window, FreeXlib> owner(children);
-    for (unsigned int i = 0; i < count; ++i) {
-        const auto below = AllWindows(children[i]);
-        windows.insert(windows.end(), below.begin(), below.end());
-    }
-    return windows;
-}
-
-XlibWindow XDisplay::WindowTitled(const std::string& title) const {
-    const auto windows = AllWindows(m_root);
-    const auto found = std::find_if(windows.begin(), windows.end(), [&](XlibWindow window) {
-        return TitleOf(m_display, window) == title && IsMapped(m_display, window);
-    });
-    return found != windows.end() ? *found : 0;
-}
-
-XlibWindow XDisplay::FocusedWindow() const {
-    Window focused = 0;
-    int revert = 0;
-    XGetInputFocus(m_display, &focused, &revert);
-    return focused;
-}
-
-bool XDisplay::Iconify(XlibWindow window) {
-    XIconifyWindow(m_display, window, DefaultScreen(m_display));
-    return WaitUntil([&] {
-        XWindowAttributes attributes{};
-        return XGetWindowAttributes(m_display, window, &attributes) != 0 &&
-               attributes.map_state == IsUnmapped;
-    });
-}
-
-void XDisplay::Map(XlibWindow window) {
-    XMapWindow(m_display, window);
-    XSync(m_display, False);
-}
-
-void XDisplay::RequestClose(XlibWindow window) {
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(m_display, "WM_PROTOCOLS", False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(m_display, "WM_DELETE_WINDOW", False));
-    XSendEvent(m_display, window, False, NoEventMask, &event);
-    XSync(m_display, False);
-}
-
-void XDisplay::Cover() {
-    XSetWindowAttributes attributes{};
-    attributes.override_redirect = True;
-    attributes.background_pixel = COLOUR_MASK;
-    m_cover = XCreateWindow(m_display, m_root, 0, 0, 1920, 1080, 0, CopyFromParent, InputOutput,
-                            nullptr, CWOverrideRedirect | CWBackPixel, &attributes);
-    XMapRaised(m_display, m_cover);
-    XSync(m_display, False);
-}
-
-void XDisplay::Uncover() {
-    XDestroyWindow(m_display, m_cover);
-    XSync(m_display, False);
-}
-
-XlibWindow XDisplay::OpenFullScreen(uint32_t colour) {
-    const XlibWindow window =
-        XCreateSimpleWindow(m_display, m_root, 0, 0, 1920, 1080, 0, 0, colour);
-    Atom state = XInternAtom(m_display, "_NET_WM_STATE_FULLSCREEN", False);
-    XChangeProperty(m_display, window, XInternAtom(m_display, "_NET_WM_STATE", False), XA_ATOM, 32,
-                    PropModeReplace, reinterpret_cast<unsigned char*>(&state), 1);
-    XMapRaised(m_display, window);
-    return WaitUntil([&] { return FocusedWindow() == window && Pixel(5, 5) == colour; }) ? window
-                                                                                         : 0;
-}
-
-void XDisplay::Close(XlibWindow window) {
-    XDestroyWindow(m_display, window);
-    XSync(m_display, False);
-}
-
-bool XDisplay::PaintGradient() {
-    ChildProcess painter({"hsetroot", "-add", "#1b3a6b", "-add", "#f2a65a", "-gradient", "30"},
-                         Environment());
-    if (painter.WaitForExit() != 0) {
-        return false;
-    }
-    // Some compositors do not look at the background again before something else has changed.
-    Cover();
-    Uncover();
-    return WaitUntil(
-        [this] { return Pixel(960, 100) != Pixel(960, 1000) && Pixel(5, 5) != COLOUR_MASK; });
-}
-
-void XDisplay::PaintRoot(uint32_t colour) {
-    XSetWindowBackground(m_display, m_root, colour);
-    XClearWindow(m_display, m_root);
-    XSync(m_display, False);
-}
-
-uint32_t XDisplay::Pixel(int x, int y) const {
-    const auto image = GrabImage(m_display, m_root, x, y, 1, 1);
-    return image ? static_cast<uint32_t>(XGetPixel(image.get(), 0, 0)) & COLOUR_MASK : 0;
-}
-
-Picture XDisplay::Grab() const {
-    const auto image = GrabImage(m_display, m_root, 0, 0, 1920, 1080);
-    if (!image || image->bits_per_pixel != 32) {
-        GiveUp("no picture of the screen");
-    }
-    const auto* first = reinterpret_cast<const uint32_t*>(image->data);
-    Picture picture{1920, {first, first + size_t{1920} * 1080}};
-    for (uint32_t& pixel : picture.pixels) {
-        pixel &= COLOUR_MASK;
-    }
-    return picture;
-}
-
-bool XDisplay::Shows(uint32_t colour) const {
-    const Picture picture = Grab();
-    return std::find(picture.pixels.begin(), picture.pixels.end(), colour) != picture.pixels.end();
-}
-
-bool XDisplay::SaveScreenshot(const std::string& path) const {
-    ChildProcess import({"import", "-window", "root", path}, Environment());
-    return import.WaitForExit() == 0;
 }
 
 }  // namespace applist::test

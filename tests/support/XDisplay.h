@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "support/ChildProcess.h"
+#include "support/Picture.h"
 
 // Xlib's own header would fill every test with its macros.
 using XlibDisplay = struct _XDisplay;
@@ -25,38 +24,10 @@ struct Desktop {
     /// "picom" or "xcompmgr".
     std::string compositor;
     /// Of the screen, in pixels.
-    std::string size = "1920x1080";
+    int width = 1920;
+    int height = 1080;
 };
 std::ostream& operator<<(std::ostream& out, const Desktop& desktop);
-
-/// The pixels of a screen, row by row from the top, as 0xRRGGBB.
-struct Picture {
-    int width = 0;
-    std::vector<uint32_t> pixels;
-
-    uint32_t At(int x, int y) const {
-        return pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
-    }
-    bool operator==(const Picture&) const = default;
-};
-
-/// A piece of a screen, its edges included; an empty one has its right edge left of the left one.
-struct Rectangle {
-    int left = 0;
-    int top = 0;
-    int right = -1;
-    int bottom = -1;
-
-    bool Empty() const { return right < left; }
-    int Height() const { return bottom - top + 1; }
-    int CentreX() const { return (left + right) / 2; }
-    int CentreY() const { return (top + bottom) / 2; }
-};
-
-/// The smallest piece that holds every pixel in which the two differ.
-Rectangle Difference(const Picture& before, const Picture& after);
-/// The smallest piece that holds every pixel of the colour.
-Rectangle AreaOf(const Picture& picture, uint32_t colour);
 
 /// A screen that nobody else uses: an Xvfb of its own on a free number, ready
 /// when the constructor returns. A display that cannot be started aborts the test program.
@@ -116,6 +87,8 @@ public:
     bool PaintGradient();
     /// Fills the background, which stands for the broadcast, with one colour 0xRRGGBB.
     void PaintRoot(uint32_t colour);
+    /// The screen's whole area.
+    Box Area() const { return {0, 0, m_desktop.width, m_desktop.height}; }
     /// The colour of one pixel of the screen as 0xRRGGBB.
     uint32_t Pixel(int x, int y) const;
     Picture Grab() const;
@@ -125,6 +98,8 @@ public:
     bool SaveScreenshot(const std::string& path) const;
 
 private:
+    [[noreturn]] static void GiveUp(const std::string& what);
+    void StartServer();
     void Connect();
     void Disconnect();
     void StartWindowManager(const std::string& program);
@@ -134,8 +109,12 @@ private:
     bool HasSelectionOwner(const char* name) const;
     /// Takes all that has happened off the connection.
     void DrainEvents();
+    /// A window as large as the screen, not yet shown; a window manager leaves it alone unless
+    /// managed.
+    XlibWindow AddWindow(uint32_t colour, bool managed);
     std::vector<XlibWindow> AllWindows(XlibWindow top) const;
 
+    Desktop m_desktop;
     std::unique_ptr<ChildProcess> m_server;
     std::string m_name;
     XlibDisplay* m_display = nullptr;

@@ -30,10 +30,19 @@ void KeepOutHelpers() {
     efreet_cache_disable();
 }
 
+// A frame that a thread of the toolkit still draws while Wayland gives the window another size ends
+// the program on a busy machine.
+void DrawOnOneThread() {
+    if (std::getenv("WAYLAND_DISPLAY") != nullptr) {
+        setenv("ECORE_EVAS_FORCE_SYNC_RENDER", "1", 0);
+    }
+}
+
 }  // namespace
 
 Toolkit::Toolkit(int argc, char** argv) {
     KeepOutHelpers();
+    DrawOnOneThread();
     XSetExtensionErrorHandler(OnMissingExtension);
     m_started = elm_init(argc, argv) > 0;
     if (!m_started) {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "CallbackGuard.h"
+#include "display/WaylandScreen.h"
 
 namespace applist::desktop {
 namespace {
@@ -50,9 +51,10 @@ void OnResized(void*, Evas*, Evas_Object* window, void*) {
 }  // namespace
 
 void FitToScreen(Evas_Object* window) {
-    if (ecore_x_display_get() != nullptr) {
-        FitToHeight(FirstMonitor().h);
-    } else {
+    const int height =
+        ecore_x_display_get() != nullptr ? FirstMonitor().h : WaylandScreenHeight(window);
+    FitToHeight(height);
+    if (height == 0) {
         evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, OnResized, nullptr);
     }
 }

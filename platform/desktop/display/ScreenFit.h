@@ -10,8 +10,8 @@
 /// Main thread only, while the toolkit works.
 namespace applist::desktop {
 
-/// Sets the scale for the screen on which the new window is to appear. On a display that does not
-/// tell the screen's size it is set when the window gets its own, and again when that changes.
+/// Sets the scale for the screen on which the new window is to appear. On a display without screens
+/// it is set when the window gets a size, and again when that changes.
 void FitToScreen(Evas_Object* window);
 /// Makes an X window as large as the screen, which nobody does where there is no window manager.
 void FillScreen(Ecore_X_Window window);

@@ -7,20 +7,17 @@
 namespace applist::test {
 namespace {
 
-// The bar of the focused row in the desktop's theme.
-constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
-
 class AnAirMouse : public LoggedList {
 protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
-        m_firstRow = AreaOf(m_set.screen().Grab(), FOCUS_COLOUR);
+        m_firstRow = AreaOf(m_set.screen().Grab(), Television::FOCUS_COLOUR);
     }
     int Middle() const { return m_firstRow.CentreX(); }
-    int MiddleOfRow(int row) const { return m_firstRow.CentreY() + row * m_firstRow.Height(); }
+    int MiddleOfRow(int row) const { return m_firstRow.CentreY() + row * m_firstRow.height; }
 
 private:
-    Rectangle m_firstRow;
+    Box m_firstRow;
 };
 
 TEST_F(AnAirMouse, ActivatesTheRowThatItClicks) {

@@ -12,9 +12,7 @@ namespace {
 constexpr const char* SETTING = "db/menu/accessibility/high-contrast";
 constexpr const char* ROWS = "a\tAlpha\nb\tBravo\n";
 
-// Of the two variants: the focused row's bar, and the panel.
-constexpr uint32_t STANDARD_BAR = 0xFFD140;
-constexpr uint32_t STANDARD_PANEL = 0x12161C;
+// Of the high-contrast variant: the focused row's bar, and the panel.
 constexpr uint32_t HIGH_CONTRAST_BAR = 0xFFE700;
 constexpr uint32_t HIGH_CONTRAST_PANEL = 0x000000;
 
@@ -43,26 +41,26 @@ TEST_F(TheSetting, GivesTheListHighContrast) {
     set.Show(ROWS);
     EXPECT_TRUE(Shows(HIGH_CONTRAST_BAR));
     EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
-    EXPECT_FALSE(set.screen().Shows(STANDARD_PANEL));
+    EXPECT_FALSE(set.screen().Shows(Television::PANEL_COLOUR));
 }
 
 TEST_F(TheSetting, GivesTheAlertHighContrast) {
     Choose("true");
     ShowAlert();
     EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
-    EXPECT_FALSE(set.screen().Shows(STANDARD_PANEL));
+    EXPECT_FALSE(set.screen().Shows(Television::PANEL_COLOUR));
 }
 
 TEST_F(TheSetting, LeavesTheStandardLookWhenTurnedOff) {
     Choose("false");
     set.Show(ROWS);
-    EXPECT_TRUE(Shows(STANDARD_BAR));
-    EXPECT_TRUE(Shows(STANDARD_PANEL));
+    EXPECT_TRUE(Shows(Television::FOCUS_COLOUR));
+    EXPECT_TRUE(Shows(Television::PANEL_COLOUR));
 }
 
 TEST_F(TheSetting, LeavesTheStandardLookToTheAlertWhenNeverMade) {
     ShowAlert();
-    EXPECT_TRUE(Shows(STANDARD_PANEL));
+    EXPECT_TRUE(Shows(Television::PANEL_COLOUR));
 }
 
 }  // namespace

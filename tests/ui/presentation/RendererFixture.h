@@ -19,6 +19,7 @@
 #include "fakes/FakeText.h"
 #include "fakes/FakeWinset.h"
 #include "support/HeadlessToolkit.h"
+#include "support/Scene.h"
 #include "ui/presentation/ToolkitCalls.h"
 
 namespace applist::test {

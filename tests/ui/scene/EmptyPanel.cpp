@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The panel without rows: before the list is filled and after it was emptied.
-#include "ui/scene/Scene.h"
+#include "ui/scene/SceneTest.h"
 
 namespace applist::test {
 namespace {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The focus as it is drawn: where the model says, in every single frame.
-#include "ui/scene/Scene.h"
+#include "ui/scene/SceneTest.h"
 
 namespace applist::test {
 namespace {

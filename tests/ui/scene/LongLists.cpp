@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // More rows than the panel shows.
-#include "ui/scene/Scene.h"
+#include "ui/scene/SceneTest.h"
 
 namespace applist::test {
 namespace {

@@ -12,15 +12,9 @@
 #include "applist/DefaultAppListItem.h"
 #include "fakes/FakeListModel.h"
 #include "support/HeadlessToolkit.h"
-#include "ui/theme/Scene.h"
+#include "support/Scene.h"
 
 namespace applist::test {
-
-/// Groups of the theme that tests look into.
-inline const std::string PANEL_GROUP = "elm/notify/center/popup/default";
-inline const std::string POPUP_GROUP = "elm/popup/base/default";
-inline const std::string LIST_GROUP = "elm/genlist/base/default";
-inline const std::string ROW_GROUP = "elm/genlist/item/1text_left_styleA/default";
 
 enum class Variant { STANDARD, HIGH_CONTRAST };
 /// The compiled theme.

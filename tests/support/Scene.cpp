@@ -1,19 +1,16 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/theme/Scene.h"
+#include "support/Scene.h"
 
 #include <Ecore_Evas.h>
 #include <Edje.h>
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstring>
 #include <string_view>
 
 namespace applist::test {
 namespace {
-
-constexpr uint32_t OPACITY = 0xFF000000;
 
 Evas* CanvasOf(const Evas_Object* window) {
     return evas_object_evas_get(window);
@@ -29,8 +26,8 @@ std::string GroupOf(const Evas_Object* object) {
 
 // The toolkit complains about being asked for the members of an object that cannot have any.
 bool HasMembers(const Evas_Object* object) {
-    constexpr std::array<std::string_view, 5> PLAIN{"rectangle", "image", "text", "textblock",
-                                                    "vg"};
+    constexpr std::array<std::string_view, 7> PLAIN{"rectangle", "image", "text",   "textblock",
+                                                    "line",      "vg",    "polygon"};
     return std::find(PLAIN.begin(), PLAIN.end(), evas_object_type_get(object)) == PLAIN.end();
 }
 
@@ -48,53 +45,7 @@ void Collect(Evas_Object* object, const std::string& group, std::vector<Evas_Obj
     eina_list_free(members);
 }
 
-// What an sRGB channel amounts to in light.
-double Linear(uint32_t channel) {
-    const double value = channel / 255.0;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-double Luminance(uint32_t colour) {
-    return 0.2126 * Linear(colour >> 16U & 0xFF) + 0.7152 * Linear(colour >> 8U & 0xFF) +
-           0.0722 * Linear(colour & 0xFF);
-}
-
 }  // namespace
-
-bool Box::Contains(const Box& other) const {
-    return other.x >= x && other.y >= y && other.Right() <= Right() && other.Bottom() <= Bottom();
-}
-
-std::ostream& operator<<(std::ostream& out, const Box& box) {
-    return out << box.width << 'x' << box.height << " at " << box.x << ',' << box.y;
-}
-
-Picture Picture::Cut(const Box& box) const {
-    Picture part{box.width, box.height, {}};
-    for (int y = box.y; y < box.Bottom(); ++y) {
-        const auto row = pixels.begin() + static_cast<ptrdiff_t>(y) * width;
-        part.pixels.insert(part.pixels.end(), row + box.x, row + box.Right());
-    }
-    return part;
-}
-
-Box Picture::Painted() const {
-    int left = width;
-    int right = 0;
-    int top = height;
-    int bottom = 0;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            if ((At(x, y) & OPACITY) != 0) {
-                left = std::min(left, x);
-                right = std::max(right, x + 1);
-                top = std::min(top, y);
-                bottom = std::max(bottom, y + 1);
-            }
-        }
-    }
-    return right > 0 ? Box{left, top, right - left, bottom - top} : Box{};
-}
 
 Picture Draw(Evas_Object* window) {
     Ecore_Evas* canvas = ecore_evas_ecore_evas_get(CanvasOf(window));
@@ -168,11 +119,6 @@ std::string TextOf(const Evas_Object* object, const char* part) {
 
 std::string StateOf(const Evas_Object* object, const char* part) {
     return edje_object_part_state_get(object, part, nullptr);
-}
-
-double Contrast(uint32_t one, uint32_t other) {
-    const auto [darker, lighter] = std::minmax({Luminance(one), Luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
 }
 
 }  // namespace applist::test

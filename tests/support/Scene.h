@@ -3,43 +3,19 @@
 #pragma once
 
 #include <Evas.h>
-#include <cstdint>
 #include <filesystem>
-#include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
+#include "support/Picture.h"
+
 namespace applist::test {
 
-/// A rectangle of the screen, in pixels.
-struct Box {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-
-    int Right() const { return x + width; }
-    int Bottom() const { return y + height; }
-    bool Contains(const Box& other) const;
-    bool operator==(const Box&) const = default;
-};
-std::ostream& operator<<(std::ostream& out, const Box& box);
-
-/// Opaque or transparent pixels, 0xAARRGGBB, colours multiplied by their opacity.
-struct Picture {
-    int width = 0;
-    int height = 0;
-    std::vector<uint32_t> pixels;
-
-    uint32_t At(int x, int y) const {
-        return pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
-    }
-    /// The part of it in the box, which must lie inside.
-    Picture Cut(const Box& box) const;
-    /// The smallest box around every pixel that is not wholly transparent.
-    Box Painted() const;
-};
+/// Groups of the desktop's theme that tests look into.
+inline const std::string PANEL_GROUP = "elm/notify/center/popup/default";
+inline const std::string POPUP_GROUP = "elm/popup/base/default";
+inline const std::string LIST_GROUP = "elm/genlist/base/default";
+inline const std::string ROW_GROUP = "elm/genlist/item/1text_left_styleA/default";
 
 /// What the window shows now.
 Picture Draw(Evas_Object* window);
@@ -60,8 +36,5 @@ Box TextBoxOf(const Evas_Object* object, const char* part);
 std::string TextOf(const Evas_Object* object, const char* part);
 /// The state that a part is in or on its way to.
 std::string StateOf(const Evas_Object* object, const char* part);
-
-/// The contrast ratio of two opaque colours as WCAG 2 defines it, 1 to 21.
-double Contrast(uint32_t one, uint32_t other);
 
 }  // namespace applist::test

@@ -1,0 +1,98 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/WaylandScreen.h"
+
+#include <Ecore_Evas.h>
+#include <Evas.h>
+#include <memory>
+#include <string_view>
+
+#include <wayland-client.h>
+
+namespace applist::desktop {
+namespace {
+
+constexpr uint32_t VERSION_WITH_SCALE = 2;
+
+struct Disconnect {
+    void operator()(wl_display* display) const { wl_display_disconnect(display); }
+};
+
+// The first screen of the display.
+struct Screen {
+    wl_output* output = nullptr;
+    int height = 0;
+    int scale = 1;
+};
+
+void OnGeometry(void*, wl_output*, int, int, int, int, int, const char*, const char*, int) {}
+void OnDone(void*, wl_output*) {}
+
+void OnMode(void* screen, wl_output*, uint32_t flags, int, int height, int) {
+    if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) {
+        static_cast<Screen*>(screen)->height = height;
+    }
+}
+
+void OnScale(void* screen, wl_output*, int scale) {
+    static_cast<Screen*>(screen)->scale = scale;
+}
+
+void OnGlobal(void* data, wl_registry* registry, uint32_t name, const char* interface,
+              uint32_t version) {
+    static const wl_output_listener listener = [] {
+        wl_output_listener all{};
+        all.geometry = OnGeometry;
+        all.mode = OnMode;
+        all.done = OnDone;
+        all.scale = OnScale;
+        return all;
+    }();
+    auto* screen = static_cast<Screen*>(data);
+    if (std::string_view(interface) == wl_output_interface.name && version >= VERSION_WITH_SCALE &&
+        screen->output == nullptr) {
+        screen->output = static_cast<wl_output*>(
+            wl_registry_bind(registry, name, &wl_output_interface, VERSION_WITH_SCALE));
+        wl_output_add_listener(screen->output, &listener, screen);
+    }
+}
+
+void OnGlobalRemoved(void*, wl_registry*, uint32_t) {}
+
+Screen AskForScreen(wl_display* display) {
+    static constexpr wl_registry_listener listener{OnGlobal, OnGlobalRemoved};
+    Screen screen;
+    wl_registry* registry = wl_display_get_registry(display);
+    wl_registry_add_listener(registry, &listener, &screen);
+    // The first answer names the screens, the second describes the one that was chosen.
+    wl_display_roundtrip(display);
+    wl_display_roundtrip(display);
+    if (screen.output != nullptr) {
+        wl_output_destroy(screen.output);
+    }
+    wl_registry_destroy(registry);
+    return screen;
+}
+
+bool IsDrawnByWayland(const Evas_Object* window) {
+    const Ecore_Evas* canvas = ecore_evas_ecore_evas_get(evas_object_evas_get(window));
+    return std::string_view(ecore_evas_engine_name_get(canvas)).rfind("wayland", 0) == 0;
+}
+
+}  // namespace
+
+// On a connection of its own: on the toolkit's, which it may be about to read, the wait could be
+// for itself.
+int WaylandScreenHeight(const Evas_Object* window) {
+    if (!IsDrawnByWayland(window)) {
+        return 0;
+    }
+    const std::unique_ptr<wl_display, Disconnect> display(wl_display_connect(nullptr));
+    if (!display) {
+        return 0;
+    }
+    const Screen screen = AskForScreen(display.get());
+    return screen.height / screen.scale;
+}
+
+}  // namespace applist::desktop

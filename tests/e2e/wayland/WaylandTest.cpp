@@ -1,0 +1,187 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The list under a Wayland compositor.
+#include <cstdlib>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "support/Weston.h"
+
+namespace applist::test {
+namespace {
+
+constexpr uint32_t TERMINAL = 0x000000;
+
+class OnWayland : public testing::Test {
+protected:
+    explicit OnWayland(int width = 1920, int height = 1080)
+        : set(Weston::Clients(), {"", "", width, height}), weston(set) {}
+
+    XDisplay& screen() { return set.screen(); }
+    /// The list with three items on the screen, the first one selected.
+    void ShowThreeItems() {
+        m_log = set.WriteFile("log", "");
+        set.Show("a\tAlpha\nb\tBravo\nc\tCharlie\n",
+                 {"sh", "-c", "APPLIST_LOG=debug exec \"$1\" 2>\"$0\"", m_log});
+        ASSERT_TRUE(set.middleware().SeesSelected("a", "Alpha"));
+        ASSERT_TRUE(set.WaitForFocusMark());
+    }
+    /// Another program's window, as large as the screen. It gets the keys; false if it is not seen.
+    bool OpenFullScreen() {
+        terminal = std::make_unique<ChildProcess>(
+            std::vector<std::string>{"weston-terminal", "--fullscreen", "--shell=/bin/cat"},
+            set.Environment());
+        return screen().WaitUntil([this] { return screen().Pixel(960, 1000) == TERMINAL; });
+    }
+    void Type(const std::vector<const char*>& keys) {
+        for (const char* key : keys) {
+            screen().TypeKey(key);
+        }
+    }
+    /// What the list has logged so far.
+    std::string Log() const {
+        std::ifstream file(m_log);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    /// Waits for the end of the list; true iff it came with the row of this name.
+    testing::AssertionResult Activated(const std::string& name) {
+        const bool ended = set.application().WaitForExit() == 0;
+        if (!ended ||
+            Log().find("select item callback: item: [name: " + name + ",") == std::string::npos) {
+            return testing::AssertionFailure() << name << " was not activated:\n" << Log();
+        }
+        return testing::AssertionSuccess();
+    }
+
+    Television set;
+    Weston weston;
+    std::unique_ptr<ChildProcess> terminal;
+
+private:
+    std::string m_log;
+};
+
+TEST_F(OnWayland, TheBroadcastIsSeenAroundThePanelToThePixel) {
+    const Picture broadcast = weston.Grab();
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    const Box panel = Difference(broadcast, weston.Grab());
+    EXPECT_NEAR(panel.width, 816, 1);
+    EXPECT_NEAR(panel.height, 730, 1);
+    EXPECT_NEAR(panel.CentreX(), 1920 / 2, 1);
+    EXPECT_NEAR(panel.CentreY(), 1080 / 2, 1);
+}
+
+TEST_F(OnWayland, KeysMoveRoundTheListAndActivate) {
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    for (const auto& [key, id, name] : {std::tuple("Down", "b", "Bravo"),
+                                        {"Right", "c", "Charlie"},
+                                        {"Down", "a", "Alpha"},
+                                        {"Up", "c", "Charlie"},
+                                        {"Right", "a", "Alpha"},
+                                        {"Left", "c", "Charlie"},
+                                        {"Up", "b", "Bravo"}}) {
+        screen().TypeKey(key);
+        EXPECT_TRUE(set.middleware().SeesSelected(id, name)) << key;
+    }
+    screen().TypeKey("Return");
+    EXPECT_TRUE(set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(Activated("Bravo"));
+}
+
+class AKeyThatCloses : public OnWayland, public testing::WithParamInterface<const char*> {};
+
+TEST_P(AKeyThatCloses, LeavesNothingOfTheList) {
+    const Picture broadcast = weston.Grab();
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    screen().TypeKey(GetParam());
+    EXPECT_EQ(set.application().WaitForExit(), 0);
+    EXPECT_TRUE(screen().WaitUntil([&] { return weston.Grab() == broadcast; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, AKeyThatCloses, testing::Values("Escape", "F10"),
+                         [](const auto& key) { return std::string(key.param); });
+
+TEST_F(OnWayland, APointerThatClicksARowActivatesIt) {
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    const Box first = AreaOf(screen().Grab(), Television::FOCUS_COLOUR);
+    screen().Click(first.CentreX(), first.CentreY() + 2 * first.height);
+    EXPECT_TRUE(set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(Activated("Charlie"));
+}
+
+TEST_F(OnWayland, TheListComesInFrontOfAFullScreenWindow) {
+    ASSERT_TRUE(OpenFullScreen());
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    EXPECT_EQ(screen().Pixel(100, 1000), TERMINAL);
+    screen().TypeKey("Down");
+    EXPECT_TRUE(set.middleware().SeesSelected("b", "Bravo"));
+}
+
+TEST_F(OnWayland, AWindowThatCoversTheListHasTheKeysUntilItIsGone) {
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    ASSERT_TRUE(OpenFullScreen());
+    Type({"Down", "Right", "Return", "Escape"});
+    terminal.reset();
+    ASSERT_TRUE(set.WaitForFocusMark());
+    screen().TypeKey("Return");
+    EXPECT_TRUE(Activated("Alpha"));
+}
+
+TEST_F(OnWayland, TheListIsPausedWhileAnotherWindowHasTheKeys) {
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    const auto logs = [this](const std::string& text) {
+        return screen().WaitUntil([&] { return Log().find(text) != std::string::npos; });
+    };
+    EXPECT_TRUE(logs("_resume callback function calling"));
+    EXPECT_EQ(Log().find("_pause callback"), std::string::npos);
+    ASSERT_TRUE(OpenFullScreen());
+    EXPECT_TRUE(logs("_pause callback function calling"));
+}
+
+TEST_F(OnWayland, ThePopupThatSaysWhyThereIsNoListComesAndGoes) {
+    ASSERT_EQ(set.Configure({"set", "memory/tv-viewer/data_service", "int", "0"}), 0);
+    const Picture broadcast = weston.Grab();
+    const auto application = set.StartApplication();
+    ASSERT_TRUE(screen().WaitUntil([this] { return screen().Shows(Television::PANEL_COLOUR); }))
+        << set.sessionBus().daemon().Errors();
+    EXPECT_EQ(application->WaitForExit(), 0);
+    screen().TypeKey("Return");
+    EXPECT_TRUE(screen().WaitUntil([&] { return weston.Grab() == broadcast; }));
+}
+
+struct Size {
+    int width;
+    int height;
+};
+
+class OnAWaylandScreen : public OnWayland, public testing::WithParamInterface<Size> {
+protected:
+    OnAWaylandScreen() : OnWayland(GetParam().width, GetParam().height) {}
+};
+
+TEST_P(OnAWaylandScreen, ThePanelKeepsItsProportions) {
+    constexpr int ROUNDING = 3;
+    const Picture broadcast = weston.Grab();
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    Box panel;
+    const auto stands = [&] {
+        panel = Difference(broadcast, weston.Grab());
+        return std::abs(panel.CentreX() - GetParam().width / 2) <= 1 &&
+               std::abs(panel.CentreY() - GetParam().height / 2) <= 1;
+    };
+    EXPECT_TRUE(screen().WaitUntil(stands)) << panel;
+    const double scale = GetParam().height / 1080.0;
+    EXPECT_NEAR(panel.width / scale, 816, ROUNDING);
+    EXPECT_NEAR(panel.height / scale, 730, ROUNDING);
+}
+
+// From twice the size on, the toolkit's own frame around a window would be a row of pixels too low.
+INSTANTIATE_TEST_SUITE_P(Sizes, OnAWaylandScreen,
+                         testing::Values(Size{1280, 720}, Size{3840, 2160}), [](const auto& size) {
+                             return "Height" + std::to_string(size.param.height);
+                         });
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,76 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "support/Weston.h"
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+namespace applist::test {
+namespace {
+
+constexpr const char* SOCKET = "wayland-set";
+
+// A television's screen: nothing on it that is not asked for, and no effects.
+constexpr const char* CONFIGURATION = R"([core]
+idle-time=0
+[shell]
+background-color=0xff204060
+panel-position=none
+animation=none
+startup-animation=none
+close-animation=none
+locking=false
+)";
+
+std::vector<std::string> Command(Television& set) {
+    const Box screen = set.screen().Area();
+    return {"weston",
+            "--backend=x11-backend.so",
+            "--use-pixman",
+            std::string("--socket=") + SOCKET,
+            "--config=" + set.WriteFile("weston.ini", CONFIGURATION),
+            "--log=" + set.WriteFile("weston.log", ""),
+            "--width=" + std::to_string(screen.width),
+            "--height=" + std::to_string(screen.height)};
+}
+
+ChildProcess::Environment Surroundings(Television& set) {
+    ChildProcess::Environment environment = set.Environment();
+    for (const auto& [name, value] : set.screen().Environment()) {
+        environment[name] = value;
+    }
+    return environment;
+}
+
+}  // namespace
+
+ChildProcess::Environment Weston::Clients() {
+    return {{"DISPLAY", std::nullopt}, {"WAYLAND_DISPLAY", SOCKET}};
+}
+
+Weston::Weston(Television& set)
+    : m_screen(set.screen()), m_process(Command(set), Surroundings(set)) {
+    const Box all = m_screen.Area();
+    EXPECT_TRUE(m_screen.WaitUntil([&] {
+        return m_screen.Pixel(all.CentreX() / 2, all.CentreY()) == BACKGROUND;
+    })) << m_process.Errors();
+    // Weston draws the pointer where it last saw it move; in this corner only its tip is left.
+    m_screen.MovePointer(all.CentreX(), all.CentreY());
+    m_screen.MovePointer(all.Right() - 1, all.Bottom() - 1);
+    EXPECT_TRUE(m_screen.WaitUntil([this] { return ShowsNothing(); }));
+}
+
+Picture Weston::Grab() const {
+    constexpr int TIP = 8;
+    const Box all = m_screen.Area();
+    return m_screen.Grab().Cut({0, 0, all.width - TIP, all.height - TIP});
+}
+
+bool Weston::ShowsNothing() const {
+    const Picture picture = Grab();
+    return std::all_of(picture.pixels.begin(), picture.pixels.end(),
+                       [](uint32_t pixel) { return pixel == BACKGROUND; });
+}
+
+}  // namespace applist::test
