@@ -36,7 +36,7 @@ std::string TwoVersions() {
             version == 0 ? std::vector<TsApplication>{NEWS, WEATHER}
                          : std::vector<TsApplication>{SPORT, WEATHER_LIVE};
         for (uint64_t second = 0; second < 3; ++second) {
-            generator.AddClock(CLOCK_PID, (version * 3 + second) * SECOND / 100);
+            generator.AddClock(CLOCK_PID, (version * uint64_t{3} + second) * SECOND / 100);
             generator.Add(0, TsAssociation({{1, MAP_PID}}));
             generator.Add(MAP_PID, TsMap(1, {TABLE_PID}));
             generator.Add(TABLE_PID, TsApplications(applications, 0x0010, version));

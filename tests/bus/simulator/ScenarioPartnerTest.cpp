@@ -45,7 +45,7 @@ TEST_F(ScenarioPartner, SkipsTheStepThatItIsToldTo) {
     // Nothing comes by itself; the application is heard all the same.
     ASSERT_TRUE(RunUntil([&] {
         m_application.Announce(sim::names::SYN);
-        return m_application.heard.size() >= 1;
+        return !m_application.heard.empty();
     }));
     EXPECT_EQ(m_application.heard.front(), "_SYN_ACK");
     m_application.Announce(sim::names::ACK);

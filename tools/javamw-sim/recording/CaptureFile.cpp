@@ -40,7 +40,7 @@ Result<Capture> Open(std::string_view bytes) {
     Capture capture(
         pcap_fopen_offline_with_tstamp_precision(file, PCAP_TSTAMP_PRECISION_MICRO, error.data()));
     if (!capture) {
-        std::fclose(file);
+        static_cast<void>(std::fclose(file));
         return Result<Capture>::Failure(error.data());
     }
     if (pcap_datalink(capture.get()) != DLT_DBUS) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -37,10 +38,9 @@ public:
     /// Takes the name of one of these.
     template <typename Named, size_t COUNT>
     Named OneOf(const std::array<Named, COUNT>& all) {
-        std::vector<std::string_view> names;
-        for (const Named& named : all) {
-            names.push_back(NameOf(named));
-        }
+        std::vector<std::string_view> names(COUNT);
+        std::transform(all.begin(), all.end(), names.begin(),
+                       [](Named named) { return NameOf(named); });
         return all[Choice(names)];
     }
     uint32_t Number(const std::string& what, uint32_t first, uint32_t last);
