@@ -3,8 +3,8 @@
 #include "support/XDisplay.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <poll.h>
 #include <utility>
 
@@ -36,7 +36,7 @@ int IgnoreError(Display*, XErrorEvent*) {
 }
 
 [[noreturn]] void GiveUp(const std::string& what) {
-    std::fprintf(stderr, "XDisplay: %s\n", what.c_str());
+    std::cerr << "XDisplay: " << what << std::endl;
     std::abort();
 }
 
