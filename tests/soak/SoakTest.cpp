@@ -29,9 +29,9 @@ constexpr int SAMPLES = 60;
 constexpr int WARM_UP = SAMPLES / 4;
 constexpr int CALLS = 50;
 constexpr int KEYS = 8;
-/// What the toolkit keeps, for good, of the fonts that it looks up for texts that come and go: some
-/// 8 bytes a call and 105 a key were measured, below evas_common_font_add(). Twice that passes; an
-/// item that stayed behind would be a hundred bytes and more for each call that adds one.
+/// What the toolkit keeps until the end, most of it a focus node for each time that rows are
+/// cleared: 8 bytes a call and 105 a key were measured. Twice that passes; an item that stayed
+/// behind would be a hundred bytes and more for each call that adds one.
 constexpr double KIB_PER_CALL = 16.0 / 1024;
 constexpr double KIB_PER_KEY = 210.0 / 1024;
 /// What caches may still take after the warm-up, however long it goes on.

@@ -44,6 +44,7 @@ void BecomeProgram(const std::vector<std::string>& argv, const ChildProcess::Env
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     Apply(changes);
     std::vector<char*> arguments;
+    arguments.reserve(argv.size() + 1);
     for (const std::string& argument : argv) {
         arguments.push_back(const_cast<char*>(argument.c_str()));
     }
