@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // platform_log.h.
+#include <array>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -37,9 +37,9 @@ TEST_F(LogLines, MayBeLongEmptyOrSeveral) {
 }
 
 TEST_F(LogLines, MayComeFromSeveralThreadsAtOnce) {
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back([] {
+    std::array<std::thread, 4> threads;
+    for (std::thread& thread : threads) {
+        thread = std::thread([] {
             for (int line = 0; line < 50; ++line) {
                 EXPECT_GE(Write(PLATFORM_LOG_ERROR, "a line of one thread"), 0);
             }
