@@ -2,6 +2,10 @@
 set(APPLIST_PLATFORM_PORT "desktop" CACHE STRING "The platform port: a folder of platform/")
 set(APPLIST_PLATFORM_DIR "${PROJECT_SOURCE_DIR}/platform/${APPLIST_PLATFORM_PORT}"
     CACHE PATH "The port's folder, for a port kept outside this tree")
+set(APPLIST_USER "applist" CACHE STRING "The user who runs the application, for the bus' policy")
+set(APPLIST_MIDDLEWARE_USER "javamw" CACHE STRING "The user who runs the broadcast middleware")
+set(APPLIST_BUS_POLICY_DIR "${CMAKE_INSTALL_DATADIR}/dbus-1/system.d"
+    CACHE PATH "Where the system bus looks for policies; /etc/dbus-1/system.d beside a prefix of its own")
 set(APPLIST_SANITIZE "" CACHE STRING "Sanitizers for -fsanitize, separated by commas")
 option(APPLIST_FUZZ "Build the fuzz targets (clang only)" OFF)
 set(APPLIST_OUTPUT_ROOT "${PROJECT_BINARY_DIR}" CACHE PATH "Programs go to bin/ here, their data to share/")

@@ -51,7 +51,7 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
 }
 
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
-    : m_name(name), m_focusOpening([this] { OpenToFocus(); }), m_keyPress([this] { OpenToKey(); }) {
+    : m_name(name), m_focusOpening([this] { OpenToFocus(); }), m_keyPress([this] { BeforeKey(); }) {
     static_cast<void>(Create());
 }
 
@@ -208,6 +208,17 @@ void DefaultAppListRenderer::OpenToKey() {
     evas_smart_objects_calculate(evas_object_evas_get(m_genlist));
     m_focusOpening.Drop();
     OpenToFocus();
+}
+
+void DefaultAppListRenderer::BeforeKey() {
+    OpenToKey();
+    ForgetServedTarget();
+}
+
+void DefaultAppListRenderer::ForgetServedTarget() {
+    if (m_genlist != nullptr && m_focusItem == elm_object_focused_item_get(m_genlist)) {
+        m_focusItem = nullptr;
+    }
 }
 
 void DefaultAppListRenderer::FocusSelection() {

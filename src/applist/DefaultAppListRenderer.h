@@ -140,6 +140,11 @@ private:
     void OpenToFocus();
     /// A key that comes before that is meant for the selected row: it must find the list open.
     void OpenToKey();
+    /// What is due before a key is handled.
+    void BeforeKey();
+    /// Ends the request for a focus that has arrived. From here on it may be the viewer who moves
+    /// it, and a row that scrolls out of sight and back must not draw it to itself again.
+    void ForgetServedTarget();
     /// Gives the row of the model's selection the focus, whatever the toolkit made of it.
     void FocusSelection();
     void MoveFocusFrom(const Row* lost);

@@ -104,22 +104,26 @@ JavaMWDbusLocal::~JavaMWDbusLocal() {
     m_partner.clear();
     g_clear_pointer(&m_introspectionData, g_dbus_node_info_unref);
     Flush();
+    if (m_connection != nullptr) {
+        g_signal_handlers_disconnect_by_data(m_connection, this);
+    }
     g_clear_object(&m_connection);
     applist::LeaveLiving(this);
 }
 
 // The bus library sends from a thread of its own, which ends with the program: without this the
 // viewer's choice gets lost now and then, since the application ends right after it. The daemon
-// takes messages in order, so its answer to one more says that it has all before. A flush of the
-// connection would say less, and would wait without end for a daemon that hangs.
+// takes messages in order, so its answer to one more says that it has all before. It is one that
+// every system bus answers; a ping is denied on most. A flush of the connection would say less, and
+// would wait without end for a daemon that hangs.
 void JavaMWDbusLocal::Flush() const {
     if (m_connection == nullptr || g_dbus_connection_is_closed(m_connection) != FALSE) {
         return;
     }
     g_autoptr(GError) error = nullptr;
     g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
-        m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
-        "Ping", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
+        m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "GetId", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
     // A connection may close while it is asked; then there is nobody to lose anything to.
     if (answer == nullptr && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CLOSED)) {
         LOG_DEBUG("What was sent last may be lost: %s\n\n", error->message);
@@ -134,9 +138,18 @@ bool JavaMWDbusLocal::Connect() {
         applist::LogAndClear("Error while connecting to system bus", error);
         return false;
     }
+    g_signal_connect(m_connection, "closed", G_CALLBACK(cb_Closed), this);
     m_uniqueName = g_dbus_connection_get_unique_name(m_connection);
     LOG_DEBUG("Working with unique name %s\n\n", m_uniqueName.c_str());
     return true;
+}
+
+// The bus library ends the program right after this, without a word.
+void JavaMWDbusLocal::cb_Closed(GDBusConnection* /*connection*/, int /*remote_peer_vanished*/,
+                                GError* error, void* /*user_data*/) {
+    if (error != nullptr) {
+        LOG_ERROR("Connection to system bus lost [%d] %s\n\n", error->code, error->message);
+    }
 }
 
 void JavaMWDbusLocal::RegisterObject() {

@@ -124,6 +124,8 @@ public:
                                        void* user_data);
     static void cb_PartnerNameVanished(GDBusConnection* connection, const char* name,
                                        void* user_data);
+    static void cb_Closed(GDBusConnection* connection, int remote_peer_vanished, GError* error,
+                          void* user_data);
 
 private:
     using SignalCallback = decltype(&cb_SignalCall);

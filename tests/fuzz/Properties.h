@@ -21,9 +21,25 @@ std::string CheckAdapterFrame(std::string_view bytes);
 /// holds on to what it saw: list, selection and responses agree after each step.
 std::string CheckRemoteProtocol(std::string_view bytes);
 
+/// Takes bytes for a recording or a capture of a bus: what can be read can be written and read back
+/// without a difference, what cannot is refused with a reason.
+std::string CheckRecordedTraffic(std::string_view bytes);
+
 /// Takes bytes for a file of the set's settings and for one setting's text: what can be read can be
 /// changed, value by value, without becoming unreadable and without touching the other values.
 std::string CheckSettingsFile(std::string_view bytes);
+
+/// Takes bytes for a scenario of the middleware's double: each line is a statement that its own
+/// text means again, an error inside that line, or nothing.
+std::string CheckScenario(std::string_view bytes);
+
+/// Takes bytes for a recorded transport stream, for sections back to back, for the body of a table
+/// (in a section whose length and CRC are right) and for applications in XML: whatever comes out
+/// makes lists without look-alikes, updates that lead from each to the next, and text in UTF-8.
+std::string CheckBroadcastStream(std::string_view bytes);
+std::string CheckSectionFile(std::string_view bytes);
+std::string CheckTableBody(std::string_view bytes);
+std::string CheckApplicationXml(std::string_view bytes);
 
 /// One step of a session: the action's number, the payload's length in one byte, the payload.
 /// 0 to 10 are the functions 1999 to 2009; others are the viewer's selections and clicks.
@@ -32,7 +48,13 @@ std::string SessionStep(int action, const std::string& payload);
 // Where a fuzzer may begin.
 std::vector<std::string> ItemStreamSeeds();
 std::vector<std::string> AdapterFrameSeeds();
+std::vector<std::string> RecordedTrafficSeeds();
 std::vector<std::string> RemoteProtocolSeeds();
+std::vector<std::string> ScenarioSeeds();
 std::vector<std::string> SettingsFileSeeds();
+std::vector<std::string> BroadcastStreamSeeds();
+std::vector<std::string> SectionFileSeeds();
+std::vector<std::string> TableBodySeeds();
+std::vector<std::string> ApplicationXmlSeeds();
 
 }  // namespace applist::test

@@ -35,9 +35,12 @@ std::string WireForm(AppListItem* item) {
 
 /// Reads, during each event, the items of the last one before it takes the new ones, as rows of
 /// the screen are read until they are replaced.
-class RowsOnScreen : public ItemSelectionListener, public ItemChangeListener {
+class RowsOnScreen : public ItemSelectionListener,
+                     public ItemChangeListener,
+                     public ItemClickListener {
 public:
     void ItemSelected(AppListModel* model) override { m_read += WireForm(model->GetSelection()); }
+    void ItemClicked(AppListModel* model) override { m_read += WireForm(model->GetSelection()); }
     void ItemChanged(AppListModel* model) override {
         m_read.clear();
         for (AppListItem* row : m_rows) {
@@ -57,6 +60,7 @@ public:
     Session() {
         m_local.AddItemSelectionListener(&m_rows);
         m_local.AddItemChangeListener(&m_rows);
+        m_local.AddItemClickedListener(&m_rows);
     }
 
     void Play(int action, std::string_view payload) {

@@ -46,8 +46,32 @@ TEST(AnyBytes, LeaveTheListConsistentWhenTheyAreRemoteCalls) {
     ExpectToHoldAround(CheckRemoteProtocol, RemoteProtocolSeeds());
 }
 
+TEST(AnyBytes, ReadBackWithoutADifferenceWhenTheyAreRecordedTraffic) {
+    ExpectToHoldAround(CheckRecordedTraffic, RecordedTrafficSeeds());
+}
+
 TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
     ExpectToHoldAround(CheckSettingsFile, SettingsFileSeeds());
+}
+
+TEST(AnyBytes, AreReadLineByLineWhenTheyAreAScenario) {
+    ExpectToHoldAround(CheckScenario, ScenarioSeeds());
+}
+
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreATransportStream) {
+    ExpectToHoldAround(CheckBroadcastStream, BroadcastStreamSeeds());
+}
+
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreSections) {
+    ExpectToHoldAround(CheckSectionFile, SectionFileSeeds());
+}
+
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreTheBodyOfATable) {
+    ExpectToHoldAround(CheckTableBody, TableBodySeeds());
+}
+
+TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreXml) {
+    ExpectToHoldAround(CheckApplicationXml, ApplicationXmlSeeds());
 }
 
 }  // namespace

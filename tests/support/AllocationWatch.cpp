@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/AllocationWatch.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
 #include <utility>
 
@@ -12,6 +14,10 @@ namespace {
 AllocationMeter* g_meter = nullptr;
 DeletionWatch* g_watch = nullptr;
 
+std::ptrdiff_t SizeOf(void* block) {
+    return static_cast<std::ptrdiff_t>(malloc_usable_size(block));
+}
+
 }  // namespace
 
 AllocationMeter::AllocationMeter() {
@@ -20,6 +26,11 @@ AllocationMeter::AllocationMeter() {
 
 AllocationMeter::~AllocationMeter() {
     g_meter = nullptr;
+}
+
+void AllocationMeter::Hold(std::ptrdiff_t size) {
+    m_held += size;
+    m_peak = std::max(m_peak, m_held);
 }
 
 DeletionWatch::DeletionWatch(std::function<void(const void*)> onDelete)
@@ -32,10 +43,12 @@ DeletionWatch::~DeletionWatch() {
 }
 
 void* Allocate(std::size_t size) {
+    void* block = std::malloc(size == 0 ? 1 : size);
     if (g_meter != nullptr) {
         g_meter->m_total += size;
+        g_meter->Hold(SizeOf(block));
     }
-    return std::malloc(size == 0 ? 1 : size);
+    return block;
 }
 
 void Release(void* block) {
@@ -44,6 +57,9 @@ void Release(void* block) {
         g_watch->m_calling = true;
         g_watch->m_onDelete(block);
         g_watch->m_calling = false;
+    }
+    if (g_meter != nullptr) {
+        g_meter->Hold(-SizeOf(block));
     }
     std::free(block);
 }

@@ -21,10 +21,19 @@ public:
 
     /// The sum of all blocks so far, in bytes, also of those given back.
     std::size_t Total() const { return m_total; }
+    /// What is held now beyond what was held at first, and the most at once; in bytes as the
+    /// allocator rounds them.
+    std::size_t Held() const { return static_cast<std::size_t>(m_held); }
+    std::size_t Peak() const { return static_cast<std::size_t>(m_peak); }
 
 private:
     friend void* Allocate(std::size_t size);
+    friend void Release(void* block);
+    void Hold(std::ptrdiff_t size);
+
     std::size_t m_total = 0;
+    std::ptrdiff_t m_held = 0;
+    std::ptrdiff_t m_peak = 0;
 };
 
 /// Calls back for each block that is given back while it lives.

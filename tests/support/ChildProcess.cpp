@@ -37,13 +37,10 @@ void Apply(const ChildProcess::Environment& changes) {
     }
 }
 
-// In the child, between fork and exec.
-[[noreturn]] void Become(const std::vector<std::string>& argv,
-                         const ChildProcess::Environment& changes, int output, int errors) {
+}  // namespace
+
+void BecomeProgram(const std::vector<std::string>& argv, const ChildProcess::Environment& changes) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
-    dup2(output, STDOUT_FILENO);
-    dup2(errors, STDERR_FILENO);
     Apply(changes);
     std::vector<char*> arguments;
     for (const std::string& argument : argv) {
@@ -55,8 +52,6 @@ void Apply(const ChildProcess::Environment& changes) {
     _exit(127);
 }
 
-}  // namespace
-
 ChildProcess::ChildProcess(const std::vector<std::string>& argv, const Environment& changes) {
     int output[2];
     int errors[2];
@@ -65,7 +60,10 @@ ChildProcess::ChildProcess(const std::vector<std::string>& argv, const Environme
     }
     m_pid = fork();
     if (m_pid == 0) {
-        Become(argv, changes, output[1], errors[1]);
+        dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+        dup2(output[1], STDOUT_FILENO);
+        dup2(errors[1], STDERR_FILENO);
+        BecomeProgram(argv, changes);
     }
     close(output[1]);
     close(errors[1]);

@@ -63,6 +63,11 @@ private:
     std::optional<int> m_status;
 };
 
+/// Turns a process between fork and exec into the program argv[0], which ends with its parent. One
+/// that cannot be started ends with 127.
+[[noreturn]] void BecomeProgram(const std::vector<std::string>& argv,
+                                const ChildProcess::Environment& changes);
+
 /// The path of a program that the build made, for tests that start it.
 std::string BuiltProgram(const std::string& name);
 

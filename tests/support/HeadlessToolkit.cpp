@@ -154,6 +154,10 @@ void HeadlessToolkit::ReleaseKey(const std::string& key) {
     Settle();
 }
 
+void HeadlessToolkit::QueueKey(const std::string& key, bool down) {
+    SendKey(down ? ECORE_EVENT_KEY_DOWN : ECORE_EVENT_KEY_UP, key);
+}
+
 bool HeadlessToolkit::IsShown(Evas_Object* window) {
     Ecore_Evas* canvas = CanvasOf(window);
     ecore_evas_manual_render(canvas);
@@ -197,6 +201,11 @@ void HeadlessToolkit::OnLog(const Eina_Log_Domain* domain, Eina_Log_Level level,
 void HeadlessToolkit::OnError(const std::string& text) {
     // A busy machine, no fault: the frame comes later.
     if (text.find("timeout waiting for async rendering") != std::string::npos) {
+        return;
+    }
+    // The focus goes to a row that has just been drawn, and the toolkit looks for something in the
+    // row that could take it instead.
+    if (text.find("Could not fetch a node located at") != std::string::npos) {
         return;
     }
     const auto expected = std::find_if(

@@ -40,6 +40,8 @@ public:
     /// Sends a key the way a display does: through the event handlers to the widgets.
     static void PressKey(const std::string& key);
     static void ReleaseKey(const std::string& key);
+    /// Puts a key, going down or coming up, behind those that wait to be handled.
+    static void QueueKey(const std::string& key, bool down);
 
     /// Draws the window; true iff something in it is opaque. Popups take some frames to fade in.
     static bool IsShown(Evas_Object* window);

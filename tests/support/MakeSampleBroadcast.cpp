@@ -13,6 +13,7 @@
 namespace applist::test {
 namespace {
 
+constexpr uint16_t DESCRIPTION_PID = 0x0011;
 constexpr uint16_t FIRST_SERVICE_PID = 0x0200;
 constexpr uint16_t SECOND_SERVICE_PID = 0x0201;
 constexpr uint16_t FIRST_TABLE_PID = 0x0300;
@@ -42,6 +43,10 @@ std::vector<TsApplication> FirstTable() {
         Named(0x0105, PRESENT, "Servizio interno"),
     };
     applications.back().visibility = FOR_APPLICATIONS_ONLY;
+    applications.front().descriptors = TsHttpTransport(1, "http://portale.example/");
+    const TsBytes path = TsDescriptor(0x15, {'t', 'v', '/'});
+    applications.front().descriptors.insert(applications.front().descriptors.end(), path.begin(),
+                                            path.end());
     return applications;
 }
 
@@ -61,6 +66,8 @@ TsBytes SampleBroadcast() {
     TsGenerator generator;
     for (int repetition = 0; repetition < REPETITIONS; ++repetition) {
         generator.Add(0, TsAssociation({{1, FIRST_SERVICE_PID}, {2, SECOND_SERVICE_PID}}));
+        generator.Add(DESCRIPTION_PID,
+                      TsDescription({{1, "Mediterraneo Uno"}, {2, "Mediterraneo Due"}}));
         generator.Add(FIRST_SERVICE_PID, TsMap(1, {FIRST_TABLE_PID}));
         generator.Add(SECOND_SERVICE_PID, TsMap(2, {FIRST_TABLE_PID, SECOND_TABLE_PID}));
         generator.Add(FIRST_TABLE_PID, TsApplications(FirstTable()));

@@ -110,10 +110,16 @@ void ScriptedPeer::Announce(const std::string& ending) {
 
 void ScriptedPeer::Send(const std::string& destination, const std::string& path,
                         const std::vector<char>& bytes) {
+    Call(destination, path, INTERFACE, "Send", Wrap(bytes));
+}
+
+void ScriptedPeer::Call(const std::string& destination, const std::string& path,
+                        const std::string& interface, const std::string& member,
+                        GVariant* arguments) {
     ++m_pending;
-    g_dbus_connection_call(m_connection, destination.c_str(), path.c_str(), INTERFACE, "Send",
-                           Wrap(bytes), G_VARIANT_TYPE("(ay)"), G_DBUS_CALL_FLAGS_NONE, G_MAXINT,
-                           nullptr, OnReply, this);
+    g_dbus_connection_call(m_connection, destination.c_str(), path.c_str(), interface.c_str(),
+                           member.c_str(), arguments, G_VARIANT_TYPE("(ay)"),
+                           G_DBUS_CALL_FLAGS_NONE, G_MAXINT, nullptr, OnReply, this);
 }
 
 void ScriptedPeer::Emit(const std::string& destination, const std::string& path,

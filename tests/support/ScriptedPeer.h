@@ -53,6 +53,9 @@ public:
     /// Calls "Send" on an object of destination. The answer becomes an event, however late.
     void Send(const std::string& destination, const std::string& path,
               const std::vector<char>& bytes);
+    /// The same for any method and arguments.
+    void Call(const std::string& destination, const std::string& path, const std::string& interface,
+              const std::string& member, GVariant* arguments);
 
     /// Sends a signal of the channel's interface to destination alone. Takes floating content.
     void Emit(const std::string& destination, const std::string& path, const std::string& member,

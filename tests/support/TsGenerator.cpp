@@ -42,6 +42,8 @@ TsBytes SignallingDescriptor(Signalling signalling) {
             return TsDescriptor(0x6F, {0x80, 0x01, 0xE0});
         case Signalling::EmptyDescriptor:
             return TsDescriptor(0x6F, {});
+        case Signalling::DataComponent:
+            return TsDescriptor(0xFD, {0x00, 0x0A, 0x00, 0x01, 0xE0});
         case Signalling::NoDescriptor:
             break;
     }
@@ -75,6 +77,7 @@ void AppendApplication(TsBytes& loop, const TsApplication& application) {
     if (!application.names.empty()) {
         Append(descriptors, TsDescriptor(0x01, Names(application)));
     }
+    Append(descriptors, application.descriptors);
     AppendLoop(loop, descriptors);
 }
 
@@ -111,17 +114,39 @@ TsBytes TsSection(uint8_t tableId, uint16_t extension, const TsBytes& body, uint
     return section;
 }
 
-TsBytes TsAssociation(const std::map<uint16_t, uint16_t>& programs) {
+TsBytes TsOneOf(TsBytes section, uint8_t number, uint8_t last) {
+    constexpr size_t CRC_SIZE = 4;
+    section.at(6) = number;
+    section.at(7) = last;
+    section.resize(section.size() - CRC_SIZE);
+    TsAppendCrc(section);
+    return section;
+}
+
+TsBytes TsAssociation(const std::map<uint16_t, uint16_t>& programs, uint8_t version) {
     TsBytes body{0x00, 0x00, 0xE0, 0x10};  // where the network table is
     for (const auto& [number, pid] : programs) {
         Append16(body, number);
         Append16(body, RESERVED_BITS | pid);
     }
-    return TsSection(0x00, 1, body);
+    return TsSection(0x00, 1, body, version);
 }
 
-TsBytes TsMap(uint16_t program, const std::vector<uint16_t>& applicationPids,
-              Signalling signalling) {
+TsBytes TsDescription(const std::map<uint16_t, std::string>& names) {
+    TsBytes body{0x00, 0x01, 0xFF};  // the network
+    for (const auto& [service, name] : names) {
+        TsBytes content{0x01, 0x02, 'P', 'R'};  // television, who provides it
+        Append8(content, static_cast<unsigned>(name.size()));
+        content.insert(content.end(), name.begin(), name.end());
+        Append16(body, service);
+        Append8(body, 0xFC);
+        AppendLoop(body, TsDescriptor(0x48, content));
+    }
+    return TsSection(0x42, 1, body);
+}
+
+TsBytes TsMap(uint16_t program, const std::vector<uint16_t>& applicationPids, Signalling signalling,
+              uint8_t version) {
     constexpr uint16_t PICTURE_PID = 0x0100;
     TsBytes body;
     Append16(body, RESERVED_BITS | PICTURE_PID);
@@ -130,7 +155,7 @@ TsBytes TsMap(uint16_t program, const std::vector<uint16_t>& applicationPids,
     for (const uint16_t pid : applicationPids) {
         AppendStream(body, 0x05, pid, SignallingDescriptor(signalling));
     }
-    return TsSection(0x02, program, body);
+    return TsSection(0x02, program, body, version);
 }
 
 TsBytes TsApplications(const std::vector<TsApplication>& applications, uint16_t type,
@@ -143,6 +168,13 @@ TsBytes TsApplications(const std::vector<TsApplication>& applications, uint16_t 
     AppendLoop(body, {});
     AppendLoop(body, loop);
     return TsSection(0x74, type, body, version);
+}
+
+TsBytes TsHttpTransport(uint8_t label, const std::string& base) {
+    TsBytes content{0x00, 0x03, label, static_cast<uint8_t>(base.size())};
+    content.insert(content.end(), base.begin(), base.end());
+    Append8(content, 0);  // no extensions
+    return TsDescriptor(0x02, content);
 }
 
 void TsGenerator::Add(uint16_t pid, const TsBytes& section) {
@@ -160,6 +192,30 @@ void TsGenerator::Add(uint16_t pid, const TsBytes& section) {
         m_stream.insert(m_stream.end(), first, first + static_cast<std::ptrdiff_t>(size));
         m_stream.insert(m_stream.end(), ROOM - size, STUFFING);
     }
+}
+
+void TsGenerator::AddClock(uint16_t pid, uint64_t ticks) {
+    const size_t start = m_stream.size();
+    Append8(m_stream, 0x47);
+    Append16(m_stream, pid);
+    Append8(m_stream, 0x20U | m_counters[pid]);
+    Append8(m_stream, PACKET_SIZE - HEADER_SIZE - 1);
+    Append8(m_stream, 0x10);
+    Append32(m_stream, static_cast<uint32_t>(ticks >> 1U));
+    Append16(m_stream, static_cast<unsigned>(ticks & 1U) << 15U | 0x7E00U);
+    m_stream.resize(start + PACKET_SIZE, STUFFING);
+}
+
+TsBytes TsRepacked(const TsBytes& stream, size_t before, size_t behind) {
+    TsBytes repacked;
+    for (size_t start = 0; start < stream.size(); start += PACKET_SIZE) {
+        repacked.insert(repacked.end(), before, 0x10);
+        const auto first = stream.begin() + static_cast<std::ptrdiff_t>(start);
+        const size_t size = std::min(PACKET_SIZE, stream.size() - start);
+        repacked.insert(repacked.end(), first, first + static_cast<std::ptrdiff_t>(size));
+        repacked.insert(repacked.end(), behind, 0x20);
+    }
+    return repacked;
 }
 
 }  // namespace applist::test

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <poll.h>
+#include <utility>
 
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>
@@ -39,10 +40,24 @@ int IgnoreError(Display*, XErrorEvent*) {
     std::abort();
 }
 
-std::unique_ptr<XImage, FreeImage> Grab(Display* display, Window window, int x, int y,
-                                        unsigned int width, unsigned int height) {
+std::unique_ptr<XImage, FreeImage> GrabImage(Display* display, Window window, int x, int y,
+                                             unsigned int width, unsigned int height) {
     return std::unique_ptr<XImage, FreeImage>(
         XGetImage(display, window, x, y, width, height, AllPlanes, ZPixmap));
+}
+
+template <typename Wanted>
+Rectangle Bounds(const Picture& picture, Wanted wanted) {
+    Rectangle bounds{picture.width, static_cast<int>(picture.pixels.size()), -1, -1};
+    for (size_t at = 0; at < picture.pixels.size(); ++at) {
+        if (wanted(at)) {
+            const int x = static_cast<int>(at) % picture.width;
+            const int y = static_cast<int>(at) / picture.width;
+            bounds = {std::min(bounds.left, x), std::min(bounds.top, y), std::max(bounds.right, x),
+                      std::max(bounds.bottom, y)};
+        }
+    }
+    return bounds;
 }
 
 std::string TitleOf(Display* display, Window window) {
@@ -65,13 +80,22 @@ bool IsMapped(Display* display, Window window) {
 
 }  // namespace
 
+Rectangle Difference(const Picture& before, const Picture& after) {
+    return Bounds(after, [&](size_t at) { return before.pixels[at] != after.pixels[at]; });
+}
+
+Rectangle AreaOf(const Picture& picture, uint32_t colour) {
+    return Bounds(picture, [&](size_t at) { return picture.pixels[at] == colour; });
+}
+
 std::ostream& operator<<(std::ostream& out, const Desktop& desktop) {
     return out << '"' << desktop.windowManager << "\" and \"" << desktop.compositor << '"';
 }
 
 XDisplay::XDisplay(const Desktop& desktop) {
-    m_server = std::make_unique<ChildProcess>(std::vector<std::string>{
-        "Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0", "1920x1080x24"});
+    m_server = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset",
+                                 "-screen", "0", desktop.size + "x24"});
     const std::string& output = m_server->Output();
     if (!m_server->WaitUntil([&output] { return output.find('\n') != std::string::npos; })) {
         GiveUp("Xvfb does not start: " + m_server->Errors());
@@ -87,7 +111,19 @@ XDisplay::XDisplay(const Desktop& desktop) {
 }
 
 XDisplay::~XDisplay() {
-    XCloseDisplay(m_display);
+    Disconnect();
+}
+
+// Xlib ends a process whose server is gone.
+void XDisplay::Disconnect() {
+    if (m_display != nullptr) {
+        XCloseDisplay(std::exchange(m_display, nullptr));
+    }
+}
+
+void XDisplay::Stop() {
+    Disconnect();
+    m_server.reset();
 }
 
 void XDisplay::Connect() {
@@ -120,10 +156,13 @@ void XDisplay::StartWindowManager(const std::string& program) {
 }
 
 void XDisplay::StartCompositor(const std::string& program) {
-    m_compositor = std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
+    // One that nobody reads and whose complaints have filled the pipe would stop, with the whole
+    // screen in its hands.
+    m_compositor = std::make_unique<ChildProcess>(
+        std::vector<std::string>{"sh", "-c", "exec \"$0\" 2>/dev/null", program}, Environment());
     // Owning this selection is what makes a program the compositor. It also draws the screen then.
     if (!WaitUntil([this] { return HasSelectionOwner("_NET_WM_CM_S0"); })) {
-        GiveUp(program + " does not start: " + m_compositor->Errors());
+        GiveUp(program + " does not start");
     }
 }
 
@@ -166,6 +205,18 @@ void XDisplay::TypeKeyWithSymbol(unsigned long symbol, unsigned int code) {
     XChangeKeyboardMapping(m_display, static_cast<int>(code), 1, symbols, 1);
     SendKey(code, true);
     SendKey(code, false);
+}
+
+void XDisplay::MovePointer(int x, int y) {
+    XTestFakeMotionEvent(m_display, DefaultScreen(m_display), x, y, CurrentTime);
+    XSync(m_display, False);
+}
+
+void XDisplay::Click(int x, int y) {
+    MovePointer(x, y);
+    XTestFakeButtonEvent(m_display, 1, True, CurrentTime);
+    XTestFakeButtonEvent(m_display, 1, False, CurrentTime);
+    XSync(m_display, False);
 }
 
 bool XDisplay::WaitUntil(const std::function<bool()>& condition,
@@ -230,9 +281,13 @@ XlibWindow XDisplay::FocusedWindow() const {
     return focused;
 }
 
-void XDisplay::Iconify(XlibWindow window) {
+bool XDisplay::Iconify(XlibWindow window) {
     XIconifyWindow(m_display, window, DefaultScreen(m_display));
-    XSync(m_display, False);
+    return WaitUntil([&] {
+        XWindowAttributes attributes{};
+        return XGetWindowAttributes(m_display, window, &attributes) != 0 &&
+               attributes.map_state == IsUnmapped;
+    });
 }
 
 void XDisplay::Map(XlibWindow window) {
@@ -266,6 +321,35 @@ void XDisplay::Uncover() {
     XSync(m_display, False);
 }
 
+XlibWindow XDisplay::OpenFullScreen(uint32_t colour) {
+    const XlibWindow window =
+        XCreateSimpleWindow(m_display, m_root, 0, 0, 1920, 1080, 0, 0, colour);
+    Atom state = XInternAtom(m_display, "_NET_WM_STATE_FULLSCREEN", False);
+    XChangeProperty(m_display, window, XInternAtom(m_display, "_NET_WM_STATE", False), XA_ATOM, 32,
+                    PropModeReplace, reinterpret_cast<unsigned char*>(&state), 1);
+    XMapRaised(m_display, window);
+    return WaitUntil([&] { return FocusedWindow() == window && Pixel(5, 5) == colour; }) ? window
+                                                                                         : 0;
+}
+
+void XDisplay::Close(XlibWindow window) {
+    XDestroyWindow(m_display, window);
+    XSync(m_display, False);
+}
+
+bool XDisplay::PaintGradient() {
+    ChildProcess painter({"hsetroot", "-add", "#1b3a6b", "-add", "#f2a65a", "-gradient", "30"},
+                         Environment());
+    if (painter.WaitForExit() != 0) {
+        return false;
+    }
+    // Some compositors do not look at the background again before something else has changed.
+    Cover();
+    Uncover();
+    return WaitUntil(
+        [this] { return Pixel(960, 100) != Pixel(960, 1000) && Pixel(5, 5) != COLOUR_MASK; });
+}
+
 void XDisplay::PaintRoot(uint32_t colour) {
     XSetWindowBackground(m_display, m_root, colour);
     XClearWindow(m_display, m_root);
@@ -273,18 +357,26 @@ void XDisplay::PaintRoot(uint32_t colour) {
 }
 
 uint32_t XDisplay::Pixel(int x, int y) const {
-    const auto image = Grab(m_display, m_root, x, y, 1, 1);
+    const auto image = GrabImage(m_display, m_root, x, y, 1, 1);
     return image ? static_cast<uint32_t>(XGetPixel(image.get(), 0, 0)) & COLOUR_MASK : 0;
 }
 
-bool XDisplay::Shows(uint32_t colour) const {
-    const auto image = Grab(m_display, m_root, 0, 0, 1920, 1080);
+Picture XDisplay::Grab() const {
+    const auto image = GrabImage(m_display, m_root, 0, 0, 1920, 1080);
     if (!image || image->bits_per_pixel != 32) {
-        return false;
+        GiveUp("no picture of the screen");
     }
     const auto* first = reinterpret_cast<const uint32_t*>(image->data);
-    return std::any_of(first, first + size_t{1920} * 1080,
-                       [colour](uint32_t pixel) { return (pixel & COLOUR_MASK) == colour; });
+    Picture picture{1920, {first, first + size_t{1920} * 1080}};
+    for (uint32_t& pixel : picture.pixels) {
+        pixel &= COLOUR_MASK;
+    }
+    return picture;
+}
+
+bool XDisplay::Shows(uint32_t colour) const {
+    const Picture picture = Grab();
+    return std::find(picture.pixels.begin(), picture.pixels.end(), colour) != picture.pixels.end();
 }
 
 bool XDisplay::SaveScreenshot(const std::string& path) const {

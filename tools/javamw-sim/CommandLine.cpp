@@ -2,120 +2,87 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CommandLine.h"
 
-#include <array>
+#include <algorithm>
+#include <cstring>
 #include <glib.h>
-#include <limits>
 #include <memory>
-#include <utility>
 
-#include "protocol/CallArguments.h"
+#include "Help.h"
+#include "Output.h"
 
 namespace applist::sim {
 namespace {
 
-// A single call is made by someone who waits for its end.
-constexpr unsigned CALL_TIMEOUT_S = 10;
-// Told from any number that makes sense, so that a negative one given can be refused.
-constexpr int NO_TIMEOUT = std::numeric_limits<int>::min();
-
-constexpr const char* SUMMARY =
-    "Plays the broadcast middleware on the bus: fills the application's list, calls it\n"
-    "and shows what it reports. Works whichever of the two starts first.\n"
-    "\n"
-    "Commands:\n"
-    "  serve                    Fill the list of each application that comes, from\n"
-    "                           --items, --broadcast or a built-in sample, then watch\n"
-    "  watch                    Print every event and the selection read after it\n"
-    "  call FUNCTION [ARG...]   Call one function and print the items of the reply";
-
-constexpr const char* RESULTS =
-    "Lines on standard output, complete as soon as they are true:\n"
-    "  connected APPLICATION\n"
-    "  filled APPLICATION with COUNT items\n"
-    "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
-    "  disconnected APPLICATION\n"
-    "  ID<TAB>NAME              an item of a reply\n"
-    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
-    "\n"
-    "Exit status:\n"
-    "  0  the call was answered; serve or watch was ended by SIGINT or SIGTERM\n"
-    "  1  the call failed, the application ended first, or the output was closed\n"
-    "  2  wrong usage, or an input file that cannot be used\n"
-    "  3  the bus cannot be reached or closed the connection\n"
-    "  4  no application was there in time";
-
-struct FreeContext {
-    void operator()(GOptionContext* context) const { g_option_context_free(context); }
-};
-using OptionContext = std::unique_ptr<GOptionContext, FreeContext>;
-
-/// Where GLib leaves what it parsed.
-struct RawOptions {
-    RawOptions() = default;
-    ~RawOptions() {
-        g_free(address);
-        g_free(items);
-        g_free(broadcast);
-        g_strfreev(rest);
+/// Reads options and words with GLib's parser, which knows the options of all subcommands: which
+/// one is meant is known only behind options that may precede its name.
+class Reader {
+public:
+    explicit Reader(const std::vector<Subcommand>& subcommands) {
+        AddOptions(GeneralOptions());
+        for (const Subcommand& subcommand : subcommands) {
+            AddOptions(subcommand.options);
+        }
     }
-    RawOptions(const RawOptions&) = delete;
-    RawOptions& operator=(const RawOptions&) = delete;
-    RawOptions(RawOptions&&) = delete;
-    RawOptions& operator=(RawOptions&&) = delete;
 
-    char* address = nullptr;
-    char* items = nullptr;
-    char* broadcast = nullptr;
-    int timeout = NO_TIMEOUT;
-    gboolean help = FALSE;
-    gboolean version = FALSE;
-    char** rest = nullptr;
+    /// Empty on success, otherwise what is wrong.
+    std::string Read(const std::vector<std::string>& arguments);
+
+    const Arguments& given() const { return m_given; }
+
+private:
+    struct FreeContext {
+        void operator()(GOptionContext* context) const { g_option_context_free(context); }
+    };
+    using Context = std::unique_ptr<GOptionContext, FreeContext>;
+
+    void AddOptions(const std::vector<Option>& options);
+    Context MakeContext();
+    void Take(const std::string& dashed, const char* value);
+    static gboolean cb_Option(const char* name, const char* value, void* reader, GError**) noexcept;
+
+    std::vector<Option> m_options;
+    Arguments m_given;
 };
 
-std::string FunctionList() {
-    std::string text = "Functions of call:\n";
-    for (const Function function : FUNCTIONS) {
-        text += "  " + std::string(NameOf(function)) + ' ' + ArgumentForm(function);
-        text.erase(text.find_last_not_of(' ') + 1);
-        text += '\n';
+void Reader::AddOptions(const std::vector<Option>& options) {
+    for (const Option& option : options) {
+        if (std::none_of(m_options.begin(), m_options.end(),
+                         [&](const Option& known) { return known.name == option.name; })) {
+            m_options.push_back(option);
+        }
     }
-    return text + '\n';
 }
 
 // Names and ids are bytes to us, whatever the locale: they are taken as file names are.
-OptionContext MakeContext(RawOptions& raw) {
-    const std::array<GOptionEntry, 8> entries{{
-        {"address", 'a', 0, G_OPTION_ARG_FILENAME, &raw.address,
-         "Bus to use instead of the system bus", "ADDRESS"},
-        {"timeout", 't', 0, G_OPTION_ARG_INT, &raw.timeout,
-         "Wait so long for an application (call: 10; others: for ever)", "SECONDS"},
-        {"items", 'i', 0, G_OPTION_ARG_FILENAME, &raw.items,
-         "serve: lines id<TAB>name, # begins a comment", "FILE"},
-        {"broadcast", 'b', 0, G_OPTION_ARG_FILENAME, &raw.broadcast,
-         "serve: what a recorded transport stream offers", "FILE"},
-        {"help", 'h', 0, G_OPTION_ARG_NONE, &raw.help, "Print this text", nullptr},
-        {"version", 0, 0, G_OPTION_ARG_NONE, &raw.version, "Print the version", nullptr},
-        {G_OPTION_REMAINING, 0, 0, G_OPTION_ARG_FILENAME_ARRAY, &raw.rest, nullptr,
-         "serve | watch | call FUNCTION [ARG...]"},
-        {nullptr, 0, 0, G_OPTION_ARG_NONE, nullptr, nullptr, nullptr},
-    }};
-    OptionContext context(g_option_context_new(nullptr));
+Reader::Context Reader::MakeContext() {
+    const auto callback = reinterpret_cast<void*>(&Reader::cb_Option);
+    std::vector<GOptionEntry> entries;
+    for (const Option& option : m_options) {
+        const int flags = option.value.empty() ? G_OPTION_FLAG_NO_ARG : G_OPTION_FLAG_FILENAME;
+        entries.push_back({option.name.c_str(), option.letter, flags, G_OPTION_ARG_CALLBACK,
+                           callback, nullptr, nullptr});
+    }
+    entries.push_back({G_OPTION_REMAINING, 0, G_OPTION_FLAG_FILENAME, G_OPTION_ARG_CALLBACK,
+                       callback, nullptr, nullptr});
+    entries.push_back({});
+    GOptionGroup* group = g_option_group_new("", "", "", this, nullptr);
+    g_option_group_add_entries(group, entries.data());
+    Context context(g_option_context_new(nullptr));
     g_option_context_set_help_enabled(context.get(), FALSE);
-    g_option_context_set_summary(context.get(), SUMMARY);
-    g_option_context_set_description(context.get(), (FunctionList() + RESULTS).c_str());
-    g_option_context_add_main_entries(context.get(), entries.data(), nullptr);
+    g_option_context_set_main_group(context.get(), group);
     return context;
 }
 
 // GLib's parser rearranges the arguments that it is given; it works on a copy.
-std::string ParseOptions(GOptionContext* context, const std::vector<std::string>& arguments) {
+std::string Reader::Read(const std::vector<std::string>& arguments) {
+    const Context context = MakeContext();
     char** copy = g_new0(char*, arguments.size() + 1);
     for (size_t i = 0; i < arguments.size(); ++i) {
         copy[i] = g_strdup(arguments[i].c_str());
     }
     GError* error = nullptr;
     std::string reason;
-    if (g_option_context_parse_strv(context, &copy, &error) == FALSE) {
+    if (g_option_context_parse_strv(context.get(), &copy, &error) == FALSE) {
         reason = error->message;
         g_error_free(error);
     }
@@ -123,101 +90,90 @@ std::string ParseOptions(GOptionContext* context, const std::vector<std::string>
     return reason;
 }
 
-std::string TakeText(const char* text) {
-    return text != nullptr ? text : std::string();
+void Reader::Take(const std::string& dashed, const char* value) {
+    const auto found = std::find_if(m_options.begin(), m_options.end(), [&](const Option& option) {
+        return dashed == "--" + option.name || dashed == std::string("-") + option.letter;
+    });
+    if (found != m_options.end()) {
+        m_given.AddOption(found->name, value != nullptr ? value : "");
+    } else {
+        m_given.AddWord(value);
+    }
 }
 
-std::vector<std::string> Words(char** rest) {
-    std::vector<std::string> words;
-    for (char** word = rest; word != nullptr && *word != nullptr; ++word) {
-        words.emplace_back(*word);
-    }
-    return words;
+gboolean Reader::cb_Option(const char* name, const char* value, void* reader, GError**) noexcept {
+    static_cast<Reader*>(reader)->Take(name, value);
+    return TRUE;
 }
 
-// Empty on success.
-std::string TakeFunction(CommandLine& line, const std::vector<std::string>& words) {
-    if (words.empty()) {
-        return "call needs a function";
-    }
-    const auto function = FunctionByName(words[0]);
-    if (!function) {
-        return "unknown function '" + words[0] + "'";
-    }
-    auto items = ParseCallArguments(*function, {words.begin() + 1, words.end()});
-    if (!items) {
-        return items.error();
-    }
-    line.function = *function;
-    line.arguments = std::move(*items);
-    return {};
+Job PrintText(std::string text) {
+    text.erase(text.find_last_not_of('\n') + 1);
+    return [text] { return WriteLine(text) ? ExitCode::Success : ExitCode::CallFailed; };
 }
 
-// Empty on success.
-std::string TakeCommand(CommandLine& line, std::vector<std::string> words) {
-    if (words.empty()) {
-        return "no command";
-    }
-    const std::string name = words.front();
-    words.erase(words.begin());
-    if (name == "call") {
-        line.command = Command::Call;
-        line.session.timeout = line.session.timeout.value_or(CALL_TIMEOUT_S);
-        return TakeFunction(line, words);
-    }
-    if (name != "serve" && name != "watch") {
-        return "unknown command '" + name + "'";
-    }
-    line.command = name == "serve" ? Command::Serve : Command::Watch;
-    return words.empty() ? std::string() : name + " takes no arguments";
-}
-
-// Empty on success.
-std::string TakeSources(CommandLine& line) {
-    if (!line.itemsFile.empty() && !line.broadcastFile.empty()) {
-        return "--items and --broadcast exclude each other";
-    }
-    const bool given = !line.itemsFile.empty() || !line.broadcastFile.empty();
-    if (given && line.command != Command::Serve) {
-        return "--items and --broadcast belong to serve";
-    }
-    return {};
-}
-
-std::string Take(CommandLine& line, const RawOptions& raw) {
-    line.session.address = TakeText(raw.address);
-    line.itemsFile = TakeText(raw.items);
-    line.broadcastFile = TakeText(raw.broadcast);
-    if (raw.timeout != NO_TIMEOUT) {
-        if (raw.timeout < 0) {
-            return "--timeout must not be negative";
+/// given without the first word, which is the subcommand's name.
+Arguments BehindTheName(const Arguments& given) {
+    Arguments rest;
+    for (const auto& [name, values] : given.options()) {
+        for (const std::string& value : values) {
+            rest.AddOption(name, value);
         }
-        line.session.timeout = static_cast<unsigned>(raw.timeout);
     }
-    std::string error = TakeCommand(line, Words(raw.rest));
-    return error.empty() ? TakeSources(line) : error;
+    for (size_t i = 1; i < given.words().size(); ++i) {
+        rest.AddWord(given.words()[i]);
+    }
+    return rest;
+}
+
+// Empty on success.
+std::string Refuse(const Subcommand& subcommand, const Arguments& given) {
+    for (const auto& entry : given.options()) {
+        const std::string& name = entry.first;
+        if (std::none_of(subcommand.options.begin(), subcommand.options.end(),
+                         [&](const Option& option) { return option.name == name; })) {
+            return subcommand.name + " takes no option --" + name;
+        }
+    }
+    const bool tooMuch = subcommand.words.empty() && !given.words().empty();
+    return tooMuch ? subcommand.name + " takes no arguments" : std::string();
+}
+
+Result<Job> Prepare(const Subcommand& subcommand, const Arguments& given) {
+    if (given.Has("help")) {
+        return PrintText(SubcommandHelp(subcommand));
+    }
+    const std::string refusal = Refuse(subcommand, given);
+    auto job = refusal.empty() ? subcommand.prepare(given) : Result<Job>::Failure(refusal);
+    return job ? std::move(job)
+               : Result<Job>::Failure(job.error() + "; see javamw-sim " + subcommand.name +
+                                      " --help");
 }
 
 }  // namespace
 
-Result<CommandLine> ParseCommandLine(const std::vector<std::string>& arguments) {
-    RawOptions raw;
-    const OptionContext context = MakeContext(raw);
-    std::string error = ParseOptions(context.get(), arguments);
-    CommandLine line;
-    if (error.empty() && (raw.help != FALSE || raw.version != FALSE)) {
-        line.command = raw.help != FALSE ? Command::Help : Command::Version;
-        char* help = g_option_context_get_help(context.get(), TRUE, nullptr);
-        line.help = help;
-        g_free(help);
-        line.help.erase(line.help.find_last_not_of('\n') + 1);
-        return line;
+Result<Job> ParseCommandLine(const std::vector<Subcommand>& subcommands,
+                             const std::vector<std::string>& arguments) {
+    const char* hint = "; see javamw-sim --help";
+    Reader reader(subcommands);
+    const std::string error = reader.Read(arguments);
+    const Arguments& given = reader.given();
+    if (!error.empty()) {
+        return Result<Job>::Failure(error + hint);
     }
-    if (error.empty()) {
-        error = Take(line, raw);
+    if (given.Has("version")) {
+        return PrintText("javamw-sim " APPLIST_VERSION);
     }
-    return error.empty() ? Result(line)
-                         : Result<CommandLine>::Failure(error + "; see javamw-sim --help");
+    if (given.words().empty()) {
+        return given.Has("help") ? Result<Job>(PrintText(ProgramHelp(subcommands)))
+                                 : Result<Job>::Failure(std::string("no command") + hint);
+    }
+    const std::string& name = given.words().front();
+    const auto found =
+        std::find_if(subcommands.begin(), subcommands.end(),
+                     [&](const Subcommand& subcommand) { return subcommand.name == name; });
+    return found != subcommands.end()
+               ? Prepare(*found, BehindTheName(given))
+               : Result<Job>::Failure("unknown command '" + name + "'" + hint);
 }
 
 }  // namespace applist::sim

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
 
 namespace applist::sim {
 
@@ -26,6 +28,17 @@ std::string OneLine(const std::string& text) {
 
 std::string ItemLine(const Item& item) {
     return OneLine(item.id) + '\t' + OneLine(item.name);
+}
+
+bool OutputTakesColours() {
+    const char* refused = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    return isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0') &&
+           (terminal == nullptr || std::string(terminal) != "dumb");
+}
+
+std::string Painted(const std::string& text, const char* colour) {
+    return colour + text + "\033[0m";
 }
 
 bool WriteLine(const std::string& line) {

@@ -14,6 +14,21 @@ std::string OneLine(const std::string& text);
 /// "id<TAB>name", each on one line.
 std::string ItemLine(const Item& item);
 
+namespace colour {
+// What a text means, as terminals paint it.
+constexpr const char* GOOD = "\033[32m";
+constexpr const char* BAD = "\033[1;31m";
+constexpr const char* QUIET = "\033[2m";
+constexpr const char* STRONG = "\033[1m";
+}  // namespace colour
+
+/// True iff standard output is a terminal that may be painted: NO_COLOR is not set, and TERM is
+/// not "dumb".
+bool OutputTakesColours();
+
+/// text in colour.
+std::string Painted(const std::string& text, const char* colour);
+
 /// Writes line and a newline to standard output at once, for whoever reads along. False when
 /// nobody can.
 [[nodiscard]] bool WriteLine(const std::string& line);

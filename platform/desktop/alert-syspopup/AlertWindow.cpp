@@ -17,15 +17,6 @@ void SetText(Evas_Object* panel, const char* part, const char* text) {
     std::free(markup);
 }
 
-// Without a window manager nobody makes a window as large as the screen.
-void FillScreen(Evas_Object* window) {
-    elm_win_fullscreen_set(window, EINA_TRUE);
-    int width = 0;
-    int height = 0;
-    elm_win_screen_size_get(window, nullptr, nullptr, &width, &height);
-    evas_object_resize(window, width, height);
-}
-
 const char* TitleOf(Alert::Kind kind) {
     return kind == Alert::Kind::UNAVAILABLE ? i18n_get_text("ALERT_TITLE_UNAVAILABLE")
                                             : i18n_get_text("ALERT_TITLE_NOTIFICATION");
@@ -44,7 +35,7 @@ std::unique_ptr<AlertWindow> AlertWindow::Create(const char* title) {
     }
     elm_win_title_set(window, title);
     elm_win_alpha_set(window, EINA_TRUE);
-    FillScreen(window);
+    elm_win_fullscreen_set(window, EINA_TRUE);
     return std::unique_ptr<AlertWindow>(new AlertWindow(window));
 }
 

@@ -3,12 +3,9 @@
 //
 // The system's alert popup: a program of its own that others launch with what it shall say.
 
-#include <Elementary.h>
-
 #include "CallbackGuard.h"
 #include "alert-syspopup/AlertPopup.h"
 #include "app.h"
-#include "text/Text.h"
 
 namespace {
 
@@ -23,7 +20,6 @@ AlertPopup& Popup(void* data) {
 
 bool OnCreate(void* data) {
     return GuardCallback(false, [data] {
-        elm_config_mirrored_set(applist::desktop::TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);
         Popup(data).Create();
         return true;
     });

@@ -11,8 +11,9 @@
 
 namespace applist::desktop {
 
-/// Bounds synchronous GIO calls, most of which have no timeout of their own: cancels them from a
-/// thread of its own when its time is over before its life.
+/// Bounds those synchronous GIO calls that have no timeout of their own and look at their
+/// cancellable while they wait: cancels them from a thread of its own when its time is over before
+/// its life. (g_dbus_connection_flush_sync() takes a cancellable and does not look at it.)
 class Deadline {
 public:
     explicit Deadline(std::chrono::milliseconds time)

@@ -9,11 +9,14 @@
 #include <utility>
 
 #include "CallbackGuard.h"
+#include "accessibility/ScreenReader.h"
+#include "accessibility/SpokenNames.h"
 #include "app/ApplicationId.h"
 #include "app/GlibLoop.h"
 #include "app/SingleInstance.h"
 #include "app/Toolkit.h"
 #include "display/Keyboard.h"
+#include "display/ThemeSignals.h"
 #include "display/Windows.h"
 #include "launch/LaunchProtocol.h"
 
@@ -63,6 +66,9 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     const GlibLoop glib;
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
     const Keyboard keyboard(windows);
+    const ThemeSignals signals;
+    SpokenNames names;
+    const ScreenReader reader([&names](bool on) { names.Turn(on); });
     const Result result = RunApplication();
     // From here on a launch must start a new instance: nobody would see it in this one.
     instance.reset();

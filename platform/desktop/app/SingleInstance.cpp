@@ -15,6 +15,17 @@ namespace {
 // Long for a bus and for an instance that is busy starting, short for a viewer.
 constexpr std::chrono::seconds PATIENCE{3};
 
+// Waits until the bus daemon has all that was sent on the connection: it takes messages in order,
+// so its answer to one more says so. A flush would wait without end for a daemon that hangs.
+bool Reaches(GDBusConnection* bus, GError** error) {
+    g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer", "Ping",
+        nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE,
+        std::chrono::duration_cast<std::chrono::duration<int, std::milli>>(PATIENCE).count(),
+        nullptr, error);
+    return answer != nullptr;
+}
+
 void OnActivate(GApplication*, gpointer self) {
     GuardCallback([self] { static_cast<SingleInstance*>(self)->Activated(); });
 }
@@ -45,8 +56,7 @@ SingleInstance::~SingleInstance() {
         GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
         g_object_ref(bus);
         m_application.reset();
-        const Deadline deadline(PATIENCE);
-        g_dbus_connection_flush_sync(bus, deadline.cancellable(), nullptr);
+        Reaches(bus, nullptr);
         g_object_unref(bus);
     }
 }
@@ -88,14 +98,8 @@ bool SingleInstance::HandOver(const app_control_s& request) {
         g_action_group_activate_action(G_ACTION_GROUP(m_application.get()), LAUNCH_ACTION,
                                        ToActionParameter(request));
     }
-    return Flush();
-}
-
-bool SingleInstance::Flush() {
-    const Deadline deadline(PATIENCE);
     g_autoptr(GError) error = nullptr;
-    GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
-    if (g_dbus_connection_flush_sync(bus, deadline.cancellable(), &error) != 0) {
+    if (Reaches(g_application_get_dbus_connection(m_application.get()), &error)) {
         return true;
     }
     LOG_ERROR("The launch request for the running %s could not be sent: %s",

@@ -31,7 +31,8 @@ public:
     /// Finds the role; waits a few seconds at most for a bus or an instance that does not answer,
     /// and stands alone then. receiver is called from the main context, never from here.
     SingleInstance(std::string applicationId, Receiver receiver);
-    /// Gives the id up, so that a launch from now on starts anew.
+    /// Gives the id up, so that a launch from now on starts anew. Waits a few seconds at most for
+    /// the bus to know.
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
@@ -52,8 +53,6 @@ private:
     };
     void Register();
     void AcceptRequests();
-    /// True iff everything sent has reached the bus.
-    bool Flush();
 
     std::string m_applicationId;
     Receiver m_receiver;

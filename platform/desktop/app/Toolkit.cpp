@@ -5,28 +5,16 @@
 #include <Efreet.h>
 #include <Elementary.h>
 #include <cstdlib>
-#include <string>
 
 #include <X11/Xlib.h>
 #include <X11/extensions/Xext.h>
 
 #include "Log.h"
-#include "paths/DataPath.h"
+#include "text/Text.h"
+#include "theme/Theme.h"
 
 namespace applist::desktop {
 namespace {
-
-constexpr const char* THEME = "applist/theme/applist.edj";
-
-void LoadTheme() {
-    const std::string theme = FindData(THEME);
-    // The toolkit says nothing about a missing overlay; rows would just have no style.
-    if (theme.empty()) {
-        LOG_ERROR("The theme is missing: share/%s, beside the program's folder", THEME);
-        return;
-    }
-    elm_theme_overlay_add(nullptr, theme.c_str());
-}
 
 // Xlib would print these to standard error: the toolkit asks for extensions that it can do without
 // and that virtual displays do not have.
@@ -56,6 +44,7 @@ Toolkit::Toolkit(int argc, char** argv) {
     // never drawn.
     elm_config_agressive_withdrawn_set(EINA_FALSE);
     LoadTheme();
+    elm_config_mirrored_set(TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);
 }
 
 Toolkit::~Toolkit() {

@@ -21,6 +21,9 @@ using Setting = std::variant<bool, int32_t>;
 std::string Encode(Setting setting);
 std::optional<Setting> Decode(std::string_view text);
 
+/// The port's own setting, beside those that the program reads: true for the high-contrast theme.
+inline constexpr const char* HIGH_CONTRAST_KEY = "db/menu/accessibility/high-contrast";
+
 /// "bool" or "int".
 const char* TypeName(const Setting& setting);
 

@@ -15,9 +15,11 @@ Eina_Bool OnPress(void* keyboard, int, void* key) {
     return taken ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
 }
 
-Eina_Bool OnRelease(void*, int, void* key) {
-    GuardCallback([key] { Keyboard::Release(*static_cast<Ecore_Event_Key*>(key)); });
-    return ECORE_CALLBACK_PASS_ON;
+Eina_Bool OnRelease(void* keyboard, int, void* key) {
+    const bool taken = GuardCallback(false, [&] {
+        return static_cast<Keyboard*>(keyboard)->Release(*static_cast<Ecore_Event_Key*>(key));
+    });
+    return taken ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
 }
 
 // The strings of an event lie behind it in one piece of memory, which is freed as a whole, so
@@ -35,17 +37,19 @@ void Rename(Ecore_Event_Key& key) {
 }  // namespace
 
 Keyboard::Keyboard(Windows& windows)
-    : m_listSteps(windows),
+    : m_windows(windows),
+      m_listSteps(windows),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
       m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {}
 
 bool Keyboard::Press(Ecore_Event_Key& key) {
     Rename(key);
-    return m_listSteps.Press(key);
+    return !m_windows.TakesKeys(key.window) || m_listSteps.Press(key);
 }
 
-void Keyboard::Release(Ecore_Event_Key& key) {
+bool Keyboard::Release(Ecore_Event_Key& key) {
     Rename(key);
+    return !m_windows.TakesKeys(key.window);
 }
 
 }  // namespace applist::desktop

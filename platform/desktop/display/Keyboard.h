@@ -11,7 +11,8 @@ namespace applist::desktop {
 
 /// Stands between a desktop keyboard and everyone who listens to keys, the toolkit included, and
 /// makes it a remote control. In particular no popup sees Escape, which would dismiss it and leave
-/// an empty window. Main thread only; lives while the toolkit does.
+/// an empty window, and nobody sees a key while the window that it goes to cannot be seen. Main
+/// thread only; lives while the toolkit does.
 class Keyboard {
 public:
     /// windows must outlive the object.
@@ -19,10 +20,11 @@ public:
 
     /// A key goes down; true iff nobody else may see it.
     bool Press(Ecore_Event_Key& key);
-    /// A key comes up.
-    static void Release(Ecore_Event_Key& key);
+    /// A key comes up; the same.
+    bool Release(Ecore_Event_Key& key);
 
 private:
+    Windows& m_windows;
     ListSteps m_listSteps;
     EventHandler m_press;
     EventHandler m_release;

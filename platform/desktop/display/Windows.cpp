@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "CallbackGuard.h"
+#include "display/ScreenFit.h"
 
 namespace applist::desktop {
 namespace {
@@ -28,8 +29,32 @@ void OnDeleted(void*, Evas_Object* window) {
     GuardCallback([window] { g_windows->Deleted(window); });
 }
 
+bool IsOnWayland(const Evas_Object* window) {
+    return elm_win_wl_window_get(window) != nullptr;
+}
+
+// On Wayland nothing may be seen behind a full-screen window, not even where it is transparent; a
+// maximised one is as large, and lies over a full-screen video once it is active.
+Eina_Bool OnFullscreenSet(void*, Evas_Object* window, Eina_Bool fullscreen) {
+    if (!IsOnWayland(window)) {
+        return EINA_TRUE;
+    }
+    // The toolkit would draw a frame and a title bar.
+    elm_win_borderless_set(window, fullscreen);
+    elm_win_maximized_set(window, fullscreen);
+    return EINA_FALSE;
+}
+
 void OnCloseRequested(void* windows, Evas_Object*, void*) {
     GuardCallback([windows] { static_cast<Windows*>(windows)->CloseRequested(); });
+}
+
+void OnActivated(void* windows, Evas_Object* window, void*) {
+    GuardCallback([&] { static_cast<Windows*>(windows)->Activated(window, true); });
+}
+
+void OnDeactivated(void* windows, Evas_Object* window, void*) {
+    GuardCallback([&] { static_cast<Windows*>(windows)->Activated(window, false); });
 }
 
 Eina_Bool OnShown(void* windows, int, void* event) {
@@ -60,6 +85,12 @@ Eina_Bool OnSettled(void* windows) {
     return ECORE_CALLBACK_CANCEL;
 }
 
+constexpr std::pair<const char*, Evas_Smart_Cb> CALLBACKS[] = {
+    {"delete,request", OnCloseRequested},
+    {"focused", OnActivated},
+    {"unfocused", OnDeactivated},
+};
+
 bool HasShape(Ecore_X_Window window) {
     int count = 0;
     std::free(ecore_x_window_shape_rectangles_get(window, &count));
@@ -77,6 +108,7 @@ Elm_Win_Trap MakeTrap() {
     trap.version = ELM_WIN_TRAP_VERSION;
     trap.add = OnAdded;
     trap.del = OnDeleted;
+    trap.fullscreen_set = OnFullscreenSet;
     return trap;
 }
 
@@ -94,8 +126,9 @@ Windows::~Windows() {
     g_windows = nullptr;
     StopSettling();
     for (const Window& window : m_windows) {
-        evas_object_smart_callback_del_full(window.object, "delete,request", OnCloseRequested,
-                                            this);
+        for (const auto& [event, callback] : CALLBACKS) {
+            evas_object_smart_callback_del_full(window.object, event, callback, this);
+        }
     }
 }
 
@@ -113,7 +146,10 @@ Windows::Window* Windows::Lookup(Ecore_Window id) {
 
 void Windows::Added(Evas_Object* window) {
     m_windows.push_back({window});
-    evas_object_smart_callback_add(window, "delete,request", OnCloseRequested, this);
+    FitToScreen(window);
+    for (const auto& [event, callback] : CALLBACKS) {
+        evas_object_smart_callback_add(window, event, callback, this);
+    }
     if (m_handlers.empty() && ecore_x_display_get() != nullptr) {
         ListenToDisplay();
     }
@@ -137,8 +173,10 @@ void Windows::Mapped(Ecore_Window id, bool mapped) {
         return;
     }
     window->mapped = mapped;
-    // The focus is a window manager's to give. Without one nobody does, and no key would arrive.
+    // The focus is a window manager's to give, and the whole screen. Without one nobody does, and
+    // no key would arrive.
     if (mapped && !HasWindowManager()) {
+        FillScreen(static_cast<Ecore_X_Window>(id));
         ecore_x_window_focus(static_cast<Ecore_X_Window>(id));
     }
     Update();
@@ -152,6 +190,21 @@ bool Windows::Obscured(Ecore_Window id, bool obscured) {
     window->obscured = obscured;
     Update();
     return true;
+}
+
+void Windows::Activated(const Evas_Object* object, bool active) {
+    if (!IsOnWayland(object)) {
+        return;
+    }
+    for (Window& window : m_windows) {
+        window.mapped = window.object == object ? active : window.mapped;
+    }
+    Update();
+}
+
+bool Windows::TakesKeys(Ecore_Window id) {
+    const Window* window = Lookup(id);
+    return window == nullptr || ecore_x_display_get() == nullptr || Visible(*window);
 }
 
 void Windows::Settle() {

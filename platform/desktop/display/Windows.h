@@ -33,6 +33,10 @@ public:
     /// Our window with this id, or null.
     Evas_Object* Find(Ecore_Window id);
 
+    /// False for a key that reaches a window of ours while it cannot be seen: on a display without
+    /// a window manager the focus stays with a window that something else has come to lie over.
+    bool TakesKeys(Ecore_Window id);
+
     void Added(Evas_Object* window);
     void Deleted(const Evas_Object* window);
     void CloseRequested() const { m_listener.closeRequested(); }
@@ -40,6 +44,9 @@ public:
     void Mapped(Ecore_Window id, bool mapped);
     /// The X server says how much of the window can be seen. True iff the window is ours.
     bool Obscured(Ecore_Window id, bool obscured);
+    /// The window has become the active one, or is it no more. On Wayland this is all that a
+    /// program learns of whether it can be seen; elsewhere it says nothing.
+    void Activated(const Evas_Object* object, bool active);
     /// The time to wait for a change back is over.
     void Settle();
 

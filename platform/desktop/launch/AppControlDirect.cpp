@@ -15,34 +15,45 @@
 namespace applist::desktop {
 namespace {
 
-// The first word of a desktop entry's command line, which may be quoted.
-std::string FirstWord(const char* commandLine) {
-    g_auto(GStrv) words = nullptr;
-    const bool parsed =
-        commandLine != nullptr && g_shell_parse_argv(commandLine, nullptr, &words, nullptr) != 0;
-    return parsed ? words[0] : "";
+using Command = std::vector<std::string>;
+
+// A placeholder of a desktop entry's command line, such as "%U", which stands for files to open.
+bool IsFieldCode(const std::string& word) {
+    return word.size() == 2 && word[0] == '%' && word[1] != '%';
 }
 
-// The program that the application's desktop entry names; empty when there is no entry, or none
+// The words of a desktop entry's command line, which may be quoted; nothing for none.
+Command Words(const char* commandLine) {
+    g_auto(GStrv) words = nullptr;
+    if (commandLine == nullptr || g_shell_parse_argv(commandLine, nullptr, &words, nullptr) == 0) {
+        return {};
+    }
+    Command command(words, words + g_strv_length(words));
+    std::erase_if(command, IsFieldCode);
+    return command;
+}
+
+// The command that the application's desktop entry names; empty when there is no entry, or none
 // whose program exists.
-std::string ProgramOf(const std::string& appId) {
+Command CommandOf(const std::string& appId) {
     const std::string entry = appId + ".desktop";
     const std::string ours = FindData("applications/" + entry);
     g_autoptr(GDesktopAppInfo) info = ours.empty()
                                           ? g_desktop_app_info_new(entry.c_str())
                                           : g_desktop_app_info_new_from_filename(ours.c_str());
-    return info != nullptr ? FirstWord(g_app_info_get_commandline(G_APP_INFO(info))) : "";
+    return info != nullptr ? Words(g_app_info_get_commandline(G_APP_INFO(info))) : Command();
 }
 
 }  // namespace
 
 bool LaunchDirectly(const app_control_s& request) {
-    std::vector<std::string> command = ToArguments(request);
-    command.insert(command.begin(), ProgramOf(request.appId));
-    if (command.front().empty()) {
+    Command command = CommandOf(request.appId);
+    if (command.empty()) {
         LOG_ERROR("Cannot launch %s: no such application is installed", request.appId.c_str());
         return false;
     }
+    const Command extra = ToArguments(request);
+    command.insert(command.end(), extra.begin(), extra.end());
     std::vector<char*> argv;
     argv.reserve(command.size() + 1);
     for (std::string& argument : command) {

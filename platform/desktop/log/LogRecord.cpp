@@ -3,6 +3,7 @@
 #include "log/LogRecord.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform_log.h"
 
@@ -116,6 +117,18 @@ bool IsUnknownWatchComplaint(std::string_view domain, std::string_view message) 
     return domain == "GLib-GIO" && message.size() > before.size() + after.size() &&
            message.starts_with(before) && message.ends_with(after) &&
            IsNumber(message.substr(before.size(), message.size() - before.size() - after.size()));
+}
+
+bool IsHarmlessToolkitComplaint(std::string_view function, std::string_view message) {
+    constexpr std::pair<std::string_view, std::string_view> known[] = {
+        {"_efl_ui_focus_manager_calc_efl_ui_focus_manager_manager_focus_set",
+         "Could not fetch a node located at "},
+        {"_efl_access_object_index_in_parent_get", "Object Elm.Genlist not present in its AT-SPI "},
+        {"_efl_access_object_event_emit", "Invalid parameters, event: state,changed, "},
+    };
+    return std::any_of(std::begin(known), std::end(known), [&](const auto& complaint) {
+        return function == complaint.first && message.starts_with(complaint.second);
+    });
 }
 
 }  // namespace applist::desktop

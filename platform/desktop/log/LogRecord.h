@@ -54,4 +54,10 @@ std::vector<std::pair<std::string, std::string>> JournalFields(const LogRecord& 
 /// and GLib complains once for each. That is known and harmless.
 bool IsUnknownWatchComplaint(std::string_view domain, std::string_view message);
 
+/// True iff this is one of the toolkit's complaints about itself that mean nothing to anybody: that
+/// a list's row holds nothing that could take the focus instead of it, when the focus goes to a row
+/// that has just been drawn; and two by which it loses its way among its own objects while a
+/// screen reader asks for them.
+bool IsHarmlessToolkitComplaint(std::string_view function, std::string_view message);
+
 }  // namespace applist::desktop

@@ -95,15 +95,17 @@ void OnToolkitMessage(const Eina_Log_Domain* domain, Eina_Log_Level level, const
                       const char* function, int line, const char* format, void* /*data*/,
                       va_list arguments) {
     const LogWriter& writer = LogWriter::Get();
-    const int priority = PriorityOf(level);
-    if (!writer.Writes(priority)) {
+    if (!writer.Writes(PriorityOf(level))) {
         return;
     }
     Try([&] {
         const CodeLocation location{file, function, std::to_string(line)};
         const std::string position = location.file + ':' + location.line + ' ' + function + "() ";
-        return writer.Write(
-            {priority, domain->name, position + Format(format, arguments), location});
+        const std::string text = Format(format, arguments);
+        const int priority = IsHarmlessToolkitComplaint(function, text) ? int{PLATFORM_LOG_DEBUG}
+                                                                        : PriorityOf(level);
+        return writer.Writes(priority) &&
+               writer.Write({priority, domain->name, position + text, location});
     });
 }
 

@@ -160,6 +160,13 @@ TEST_F(LaunchWithoutABus, StartsTheInstalledProgramWithTheExtraDataInOrder) {
     EXPECT_TRUE(Receives("start text=$(touch x) \"è\";type=a=b;c=;\n"));
 }
 
+// What stands for files to open is left out: there are none.
+TEST_F(LaunchWithoutABus, KeepsTheWordsOfTheInstalledCommandInFront) {
+    InstallEntry("\"" + Receiver() + "\" --extra \"own=1 2\" %u");
+    EXPECT_EQ(Send(Home(), {ID, "text=Hello"}), 0) << log;
+    EXPECT_TRUE(Receives("start own=1 2;text=Hello;\n")) << Received();
+}
+
 TEST_F(LaunchWithoutABus, FailsForAnUnknownApplication) {
     EXPECT_EQ(Send(Home(), {ID, "text=Hello"}), NOT_LAUNCHED);
     EXPECT_THAT(log, HasSubstr(std::string("Cannot launch ") + ID));

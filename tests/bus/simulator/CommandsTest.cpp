@@ -274,5 +274,29 @@ TEST_F(Commands, StopOnATerminationSignalToo) {
     EXPECT_EQ(serve->WaitForExit(), SUCCESS);
 }
 
+// Nobody has answered yet: what was asked for did not come true.
+TEST_F(Commands, CallStopsOnASignalBeforeItsEnd) {
+    ScriptedApplication application(m_bus.Address());
+    for (const int number : {SIGINT, SIGTERM}) {
+        const size_t heard = application.heard.size();
+        const Process call = Simulate({"call", "GetSelection", "--timeout=60"});
+        ASSERT_TRUE(RunUntil([&] { return application.heard.size() > heard; }));
+        call->Signal(number);
+        EXPECT_EQ(call->WaitForExit(), CALL_FAILED);
+        EXPECT_EQ(call->Output() + call->Errors(), "");
+    }
+}
+
+TEST_F(Commands, TellMachinesOneObjectALine) {
+    const Process list = StartList();
+    const Process serve = Simulate({"serve", "--json", "--items", ItemFile()});
+    ASSERT_TRUE(serve->WaitForText("\"name\":\"ItemSelected\",\"selection\":{\"id\":\"w1\""));
+    EXPECT_THAT(serve->Output(), StartsWith("{\"type\":\"connected\",\"application\":\":1."));
+    EXPECT_THAT(serve->Output(), HasSubstr(",\"items\":2}\n"));
+    EXPECT_EQ(Call({"GetAllItems", "--json"}),
+              "{\"id\":\"w1\",\"name\":\"Weather\"}\n{\"id\":\"n1\",\"name\":\"News\"}\n");
+    Interrupt(*serve);
+}
+
 }  // namespace
 }  // namespace applist::test

@@ -16,6 +16,7 @@ namespace applist::test {
 inline const std::string AUTORUN = "db/menu/broadcasting/autorun-dataservice";
 inline const std::string DATA_SERVICE = "memory/tv-viewer/data_service";
 inline const std::string AUTOSTART = "memory/javamw/autostart-app";
+inline const std::string HIGH_CONTRAST = "db/menu/accessibility/high-contrast";
 
 /// A set of its own, and the tool that changes it as a process.
 class Platformctl : public testing::Test {

@@ -55,7 +55,8 @@ TEST_F(Platformctl, ListsWhatIsKnown) {
     const auto result = Run({"list"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, AUTORUN + "\tbool\tfalse\n" + DATA_SERVICE + "\tint\t2\n" + AUTOSTART +
-                                 "\tint\tnot set\nfactory 194\tint\t85\n");
+                                 "\tint\tnot set\n" + HIGH_CONTRAST +
+                                 "\tbool\tnot set\nfactory 194\tint\t85\n");
     EXPECT_EQ(result.errors, "");
 }
 

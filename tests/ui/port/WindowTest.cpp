@@ -73,6 +73,19 @@ TEST_P(Window, ShowsItsRowsAndFocusesTheFirst) {
     EXPECT_TRUE(on.sample.WaitForLines("focused 1", 1));
 }
 
+TEST_P(Window, LeavesTheScreenAsItIsAroundThePanel) {
+    XDisplay display(GetParam());
+    ASSERT_TRUE(display.PaintGradient());
+    const Picture before = display.Grab();
+    const SampleProcess sample({}, display.Environment());
+    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR) && display.Shows(PANEL); }));
+    const Rectangle panel = Difference(before, display.Grab());
+    EXPECT_GT(panel.left, 1920 / 5);
+    EXPECT_LT(panel.right, 1920 - 1920 / 5);
+    EXPECT_GT(panel.top, 1080 / 20);
+    EXPECT_LT(panel.bottom, 1080 - 1080 / 20);
+}
+
 TEST_P(Window, RendersWhatComesAfterAnEmptyFirstFrame) {
     OnDisplay on(GetParam(), {"--late-popup"});
     EXPECT_TRUE(on.display.WaitUntil([&] { return on.display.Shows(PANEL); }));
@@ -136,7 +149,7 @@ TEST(WindowVisibility, PausesWhenIconifiedAndResumesWhenShownAgain) {
     OnDisplay on({"openbox", ""});
     ASSERT_TRUE(on.WaitForPicture());
     const XlibWindow window = on.Window();
-    on.display.Iconify(window);
+    ASSERT_TRUE(on.display.Iconify(window));
     ASSERT_TRUE(on.sample.WaitForLines("pause", 1));
     on.display.Map(window);
     EXPECT_TRUE(on.sample.WaitForLines("resume", 2));
@@ -158,6 +171,21 @@ TEST(WindowVisibility, DrawsAgainAfterHavingBeenCovered) {
     ASSERT_TRUE(on.display.WaitUntil([&] { return !on.display.Shows(BAR); }));
     on.display.Uncover();
     EXPECT_TRUE(on.WaitForPicture());
+}
+
+TEST(WindowVisibility, TakesNoKeyWhileItIsCovered) {
+    OnDisplay on({"", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    on.display.Cover();
+    ASSERT_TRUE(on.sample.WaitForLines("pause", 1));
+    on.display.TypeKey("Down");
+    on.display.Uncover();
+    ASSERT_TRUE(on.sample.WaitForLines("resume", 2));
+    on.display.TypeKey("Up");
+    ASSERT_TRUE(on.sample.WaitForLines("key Up Up", 1));
+    EXPECT_EQ(on.sample.Count("press Down"), 0);
+    EXPECT_EQ(on.sample.Count("key Down Down"), 0);
+    EXPECT_EQ(on.sample.Count("focused 2"), 0);
 }
 
 TEST(WindowClose, EndsTheApplication) {

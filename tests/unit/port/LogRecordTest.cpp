@@ -102,5 +102,28 @@ TEST(UnknownWatchComplaint, IsNothingThatOnlyLooksLikeIt) {
     }
 }
 
+constexpr const char* FOCUS_SET =
+    "_efl_ui_focus_manager_calc_efl_ui_focus_manager_manager_focus_set";
+
+TEST(HarmlessToolkitComplaint, IsRecognised) {
+    EXPECT_TRUE(IsHarmlessToolkitComplaint(FOCUS_SET, "Could not fetch a node located at 0x4000"));
+    EXPECT_TRUE(IsHarmlessToolkitComplaint(
+        "_efl_access_object_index_in_parent_get",
+        "Object Elm.Genlist not present in its AT-SPI parents (Elm.Popup) children list! This "
+        "should never happen."));
+    EXPECT_TRUE(IsHarmlessToolkitComplaint(
+        "_efl_access_object_event_emit",
+        "Invalid parameters, event: state,changed, obj: Efl.Ui.Focus.Composition_Adapter"));
+}
+
+TEST(HarmlessToolkitComplaint, IsNothingThatOnlyLooksLikeIt) {
+    EXPECT_FALSE(IsHarmlessToolkitComplaint("focus_set", "Could not fetch a node located at 0x4"));
+    EXPECT_FALSE(IsHarmlessToolkitComplaint(FOCUS_SET, "Could not fetch"));
+    EXPECT_FALSE(IsHarmlessToolkitComplaint("_efl_access_object_index_in_parent_get",
+                                            "Object Elm.Button not present in its AT-SPI"));
+    EXPECT_FALSE(IsHarmlessToolkitComplaint("_efl_access_object_event_emit",
+                                            "Invalid parameters, event: removed, obj: x"));
+}
+
 }  // namespace
 }  // namespace applist::desktop

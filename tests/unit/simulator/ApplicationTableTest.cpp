@@ -166,19 +166,24 @@ TEST(Application, HasAnIdOfOrganisationAndApplicationInHexadecimal) {
     EXPECT_EQ(UniqueId({}), "00000000.0000");
 }
 
-TEST(Application, IsOfferedWhenItIsToRunOrToBeStartedAndViewersMaySeeIt) {
-    ApplicationTable trial;
-    trial.test = true;
-    for (unsigned code = 0; code < 256; ++code) {
-        for (unsigned visibility = 0; visibility < 4; ++visibility) {
-            Application application;
-            application.controlCode = static_cast<uint8_t>(code);
-            application.visibility = static_cast<uint8_t>(visibility);
-            const bool expected = (code == 1 || code == 2) && visibility == 3;
-            EXPECT_EQ(IsOffered({}, application), expected) << code << ' ' << visibility;
-            EXPECT_FALSE(IsOffered(trial, application));
-        }
-    }
+TEST(Application, NamesWhatTheBroadcasterWantsDone) {
+    EXPECT_EQ(ControlName(1), "AUTOSTART");
+    EXPECT_EQ(ControlName(2), "PRESENT");
+    EXPECT_EQ(ControlName(3), "DESTROY");
+    EXPECT_EQ(ControlName(4), "KILL");
+    EXPECT_EQ(ControlName(8), "PLAYBACK_AUTOSTART");
+    EXPECT_EQ(ControlName(0), "0x00");
+    EXPECT_EQ(ControlName(9), "0x09");
+}
+
+TEST(ApplicationTable, NamesTheTypesOfBothWorlds) {
+    EXPECT_EQ(TypeName(0x0001), "DVB-J");
+    EXPECT_EQ(TypeName(0x0002), "DVB-HTML");
+    EXPECT_EQ(TypeName(0x0010), "HbbTV");
+    EXPECT_EQ(TypeName(0x0009), "Ginga-NCL");
+    EXPECT_EQ(TypeName(0x0011), "ARIB-HTML5");
+    EXPECT_EQ(TypeName(0x1234), "0x1234");
+    EXPECT_EQ(TypeName(0), "");
 }
 
 }  // namespace

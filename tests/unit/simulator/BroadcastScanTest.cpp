@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "broadcast/BroadcastScan.h"
+#include "feed/Offer.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {
@@ -30,6 +31,11 @@ TsGenerator Minimal(const std::vector<TsApplication>& applications) {
     generator.Add(MAP_PID, TsMap(1, {TABLE_PID}));
     generator.Add(TABLE_PID, TsApplications(applications));
     return generator;
+}
+
+// At the end of the stream.
+Items OfferedItems(const Broadcast& broadcast) {
+    return OfferedItems(broadcast.moments.back(), {});
 }
 
 Items Offered(const TsGenerator& generator) {
@@ -61,11 +67,13 @@ TEST(BroadcastScan, GivesAnApplicationOnceHoweverOftenItIsSent) {
     }
     const Broadcast broadcast = ScanBroadcast(generator.stream());
     EXPECT_EQ(OfferedItems(broadcast), BOTH);
-    ASSERT_EQ(broadcast.services.size(), 2U);
-    EXPECT_EQ(broadcast.services[0].tables.size(), 1U);
-    EXPECT_EQ(broadcast.services[1].tables.size(), 2U);
-    EXPECT_EQ(broadcast.damagedPackets, 0U);
-    EXPECT_EQ(broadcast.damagedSections, 0U);
+    ASSERT_EQ(broadcast.moments.size(), 1U);
+    const auto& services = broadcast.moments[0].services;
+    ASSERT_EQ(services.size(), 2U);
+    EXPECT_EQ(services[0].tables.size(), 1U);
+    EXPECT_EQ(services[1].tables.size(), 2U);
+    EXPECT_EQ(broadcast.damage.packets(), 0U);
+    EXPECT_EQ(broadcast.damage.sections(), 0U);
 }
 
 TEST(BroadcastScan, KnowsServicesThatShareThePidOfTheirMaps) {
@@ -103,7 +111,7 @@ TEST(BroadcastScan, IgnoresOtherTablesOnTheSamePid) {
     generator.Add(TABLE_PID, test::TsSection(0x4C, 1, {0xAA}));
     const Broadcast broadcast = ScanBroadcast(generator.stream());
     EXPECT_EQ(OfferedItems(broadcast), Items{BOTH[0]});
-    EXPECT_EQ(broadcast.damagedSections, 0U);
+    EXPECT_EQ(broadcast.damage.sections(), 0U);
 }
 
 TEST(BroadcastScan, LetsTheLastVersionOfATableCount) {
@@ -139,7 +147,7 @@ TEST(BroadcastScan, SkipsAndCountsASectionWithAWrongCrc) {
     generator.Add(TABLE_PID, broken);
     const Broadcast broadcast = ScanBroadcast(generator.stream());
     EXPECT_EQ(OfferedItems(broadcast), Items{BOTH[0]});
-    EXPECT_EQ(broadcast.damagedSections, 1U);
+    EXPECT_EQ(broadcast.damage.sections(), 1U);
 }
 
 TEST(BroadcastScan, SkipsAndCountsATableThatDoesNotFitItsLength) {
@@ -147,7 +155,7 @@ TEST(BroadcastScan, SkipsAndCountsATableThatDoesNotFitItsLength) {
     generator.Add(TABLE_PID, test::TsSection(0x74, 0x0010, {0xF0, 0x00, 0xF0, 0x20}));
     const Broadcast broadcast = ScanBroadcast(generator.stream());
     EXPECT_EQ(OfferedItems(broadcast), Items{BOTH[0]});
-    EXPECT_EQ(broadcast.damagedSections, 1U);
+    EXPECT_EQ(broadcast.damage.sections(), 1U);
 }
 
 TEST(BroadcastScan, SkipsAndCountsASectionInTheShortForm) {
@@ -155,7 +163,7 @@ TEST(BroadcastScan, SkipsAndCountsASectionInTheShortForm) {
     generator.Add(TABLE_PID, TsBytes{0x74, 0x30, 0x02, 0xAA, 0xBB});
     const Broadcast broadcast = ScanBroadcast(generator.stream());
     EXPECT_EQ(OfferedItems(broadcast), Items{BOTH[0]});
-    EXPECT_EQ(broadcast.damagedSections, 1U);
+    EXPECT_EQ(broadcast.damage.sections(), 1U);
 }
 
 TEST(BroadcastScan, GoesOnBehindLostBytes) {
@@ -165,13 +173,14 @@ TEST(BroadcastScan, GoesOnBehindLostBytes) {
     stream.insert(stream.end(), more.begin(), more.end());
     const Broadcast broadcast = ScanBroadcast(stream);
     EXPECT_EQ(OfferedItems(broadcast), Items{BOTH[0]});
-    EXPECT_EQ(broadcast.damagedPackets, 1U);
+    EXPECT_EQ(broadcast.damage.lostSync, 1U);
 }
 
 TEST(BroadcastScan, FindsNothingInBytesThatAreNoStream) {
     const Broadcast broadcast = ScanBroadcast(TsBytes(1000, 0x11));
-    EXPECT_THAT(broadcast.services, IsEmpty());
-    EXPECT_EQ(broadcast.damagedPackets, 1U);
+    ASSERT_EQ(broadcast.moments.size(), 1U);
+    EXPECT_THAT(broadcast.moments[0].services, IsEmpty());
+    EXPECT_EQ(broadcast.damage.packets(), 1U);
 }
 
 TEST(BroadcastScan, TakesAStreamCutAnywhereWithoutHarm) {

@@ -44,7 +44,9 @@ protected:
     FakeCaller m_caller;
     std::vector<std::string> m_lines;
     ListClient m_client{m_caller};
-    EventLog m_log{m_client, [this](const std::string& line) { m_lines.push_back(line); }};
+    std::unique_ptr<Report> m_report = TextReport(false);
+    EventLog m_log{m_client, *m_report,
+                   [this](const std::string& line) { m_lines.push_back(line); }};
 };
 
 TEST_F(EventLogTest, PrintsAnEventWithTheSelectionOnceThatIsKnown) {

@@ -29,13 +29,14 @@ struct Reading {
 };
 
 Reading Read(const Stream& stream) {
-    PacketReader reader(stream);
+    Damage damage;
+    PacketReader reader(stream, damage);
     Reading reading;
     while (const auto packet = reader.Next()) {
         EXPECT_EQ(packet->size(), PACKET_SIZE);
         reading.pids.push_back(PacketPid(*packet));
     }
-    reading.damaged = reader.damaged();
+    reading.damaged = damage.packets();
     return reading;
 }
 

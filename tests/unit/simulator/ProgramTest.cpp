@@ -14,6 +14,7 @@ namespace applist::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 constexpr int SUCCESS = 0;
@@ -59,11 +60,20 @@ TEST_F(Program, ExplainsItsCommandsAndExitCodes) {
     const Outcome outcome = RunSimulator({"--help"});
     EXPECT_EQ(outcome.status, SUCCESS);
     EXPECT_EQ(outcome.errors, "");
-    for (const char* text :
-         {"serve", "watch", "call FUNCTION", "--address", "--timeout", "--items", "--broadcast",
-          "ModifyItem ID ID=NAME", "Exit status:", "0  ", "1  ", "2  ", "3  ", "4  "}) {
+    for (const char* text : {"serve", "watch", "call", "--help", "--version", "Exit status:", "0  ",
+                             "1  ", "2  ", "3  ", "4  "}) {
         EXPECT_THAT(outcome.output, HasSubstr(text));
     }
+}
+
+TEST_F(Program, ExplainsTheOptionsOfEachCommand) {
+    const std::string serve = RunSimulator({"serve", "--help"}).output;
+    EXPECT_THAT(serve, HasSubstr("-i, --items=FILE"));
+    EXPECT_THAT(serve, HasSubstr("-a, --address=ADDRESS"));
+    EXPECT_THAT(serve, HasSubstr("Examples:"));
+    const std::string call = RunSimulator({"--help", "call"}).output;
+    EXPECT_THAT(call, HasSubstr("ModifyItem ID ID=NAME"));
+    EXPECT_THAT(call, Not(HasSubstr("--items")));
 }
 
 TEST_F(Program, TellsItsVersion) {
@@ -76,23 +86,30 @@ TEST_F(Program, RefusesWrongUsage) {
     const std::string hint = "; see javamw-sim --help";
     ExpectRefused({}, "no command" + hint);
     ExpectRefused({"play"}, "unknown command 'play'" + hint);
-    ExpectRefused({"watch", "it"}, "watch takes no arguments" + hint);
-    ExpectRefused({"serve", "list.txt"}, "serve takes no arguments" + hint);
-    ExpectRefused({"call"}, "call needs a function" + hint);
-    ExpectRefused({"call", "Dance"}, "unknown function 'Dance'" + hint);
-    ExpectRefused({"call", "SetSelection"}, "SetSelection takes ID [NAME]" + hint);
-    ExpectRefused({"call", "GetAllItems", "x"}, "GetAllItems takes no arguments" + hint);
-    ExpectRefused({"watch", "--items", "x"}, "--items and --broadcast belong to serve" + hint);
-    ExpectRefused({"serve", "--items=x", "--broadcast=y"},
-                  "--items and --broadcast exclude each other" + hint);
-    ExpectRefused({"watch", "--timeout=-1"}, "--timeout must not be negative" + hint);
     ExpectRefused({"watch", "--loud"}, "Unknown option --loud" + hint);
+    ExpectRefused({"serve", "--items"}, "Missing argument for --items" + hint);
+}
+
+TEST_F(Program, RefusesWhatACommandDoesNotTake) {
+    const auto hint = [](const std::string& command) {
+        return "; see javamw-sim " + command + " --help";
+    };
+    ExpectRefused({"watch", "it"}, "watch takes no arguments" + hint("watch"));
+    ExpectRefused({"serve", "list.txt"}, "serve takes no arguments" + hint("serve"));
+    ExpectRefused({"call"}, "call needs a function" + hint("call"));
+    ExpectRefused({"call", "Dance"}, "unknown function 'Dance'" + hint("call"));
+    ExpectRefused({"call", "SetSelection"}, "SetSelection takes ID [NAME]" + hint("call"));
+    ExpectRefused({"call", "GetAllItems", "x"}, "GetAllItems takes no arguments" + hint("call"));
+    ExpectRefused({"--items", "x", "watch"}, "watch takes no option --items" + hint("watch"));
+    ExpectRefused({"serve", "--items=x", "--broadcast=y"},
+                  "--items and --broadcast exclude each other" + hint("serve"));
+    ExpectRefused({"watch", "--timeout=-1"},
+                  "--timeout takes whole seconds, not '-1'" + hint("watch"));
 }
 
 TEST_F(Program, RefusesATimeoutThatIsNoNumber) {
-    const Outcome outcome = RunSimulator({"watch", "--timeout=soon"});
-    EXPECT_EQ(outcome.status, WRONG_USAGE);
-    EXPECT_THAT(outcome.errors, HasSubstr("soon"));
+    ExpectRefused({"watch", "--timeout=soon"},
+                  "--timeout takes whole seconds, not 'soon'; see javamw-sim watch --help");
 }
 
 TEST_F(Program, SaysWhenItCannotReachTheBus) {
@@ -139,14 +156,15 @@ TEST_F(Program, RefusesFilesThatCannotBeRead) {
     EXPECT_THAT(outcome.errors, StartsWith("javamw-sim: " + Path("") + ": "));
 }
 
-TEST_F(Program, RefusesAFileThatIsNoTransportStream) {
+TEST_F(Program, RefusesAFileThatIsNoBroadcast) {
+    const std::string none =
+        ": no transport stream with services, no sections and no XML of applications";
     const std::string file = File(std::string(1000, 'x'));
-    ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", file},
-                  file + ": no transport stream of 188-byte packets with services\n" + file +
-                      ": skipped damaged parts: 1 in packets, 0 in sections");
+    ExpectRefused(
+        {"serve", NO_BUS_THERE, "--broadcast", file},
+        file + none + "\n" + file + ": skipped damaged parts: 1 in packets (1 lost sync)");
     const std::string empty = File("");
-    ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", empty},
-                  empty + ": no transport stream of 188-byte packets with services");
+    ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", empty}, empty + none);
 }
 
 std::string Broadcast(uint8_t visibility) {
@@ -171,7 +189,7 @@ TEST_F(Program, CountsDamageAndGoesOn) {
     EXPECT_EQ(outcome.status, NO_BUS);
     EXPECT_THAT(outcome.errors,
                 StartsWith("javamw-sim: " + file +
-                           ": skipped damaged parts: 1 in packets, 0 in sections\n"));
+                           ": skipped damaged parts: 1 in packets (1 lost sync)\n"));
 }
 
 }  // namespace

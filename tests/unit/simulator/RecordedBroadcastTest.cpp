@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "broadcast/BroadcastScan.h"
+#include "feed/Offer.h"
 
 namespace applist::sim {
 namespace {
@@ -41,13 +42,15 @@ private:
 
 TEST_F(RecordedBroadcast, OffersTwoOfThreeApplicationsSharedByItsServices) {
     const Broadcast broadcast = Scan("dvbj-three-services.ts");
-    EXPECT_EQ(OfferedItems(broadcast),
+    EXPECT_EQ(OfferedItems(broadcast.moments.back(), {}),
               (Items{{"0000000b.1ab6", "Launcher SAT"}, {"0000000b.1ab7", "Programmi TV SAT"}}));
-    EXPECT_EQ(broadcast.damagedPackets, 0U);
-    EXPECT_EQ(broadcast.damagedSections, 0U);
+    EXPECT_EQ(broadcast.moments.size(), 1U);
+    EXPECT_EQ(broadcast.damage.packets(), 0U);
+    EXPECT_EQ(broadcast.damage.sections(), 0U);
     for (const size_t service : {size_t{0}, size_t{1}}) {
-        ASSERT_EQ(broadcast.services.at(service).tables.size(), 3U);
-        const Application& hidden = broadcast.services[service].tables[0].applications.at(0);
+        ASSERT_EQ(broadcast.moments.back().services.at(service).tables.size(), 3U);
+        const Application& hidden =
+            broadcast.moments.back().services[service].tables[0]->applications.at(0);
         EXPECT_EQ(UniqueId(hidden), "0000000b.1ab5");
         EXPECT_EQ(hidden.names.at(0).text, "Programmi TV BB SAT");
         EXPECT_EQ(hidden.visibility, 1);
@@ -56,11 +59,11 @@ TEST_F(RecordedBroadcast, OffersTwoOfThreeApplicationsSharedByItsServices) {
 
 TEST_F(RecordedBroadcast, OffersBothApplicationsOfAServiceWithMalformedLanguageCodes) {
     const Broadcast broadcast = Scan("hbbtv-two-applications.ts");
-    EXPECT_EQ(OfferedItems(broadcast),
+    EXPECT_EQ(OfferedItems(broadcast.moments.back(), {}),
               (Items{{"00000120.0071", "Launcher"}, {"00000120.0072", "arte7"}}));
-    ASSERT_EQ(broadcast.services.size(), 1U);
-    EXPECT_EQ(broadcast.services[0].program, 1031);
-    EXPECT_EQ(broadcast.services[0].tables.at(0).type, 0x0010);
+    ASSERT_EQ(broadcast.moments.back().services.size(), 1U);
+    EXPECT_EQ(broadcast.moments.back().services[0].id, 1031);
+    EXPECT_EQ(broadcast.moments.back().services[0].tables.at(0)->type, 0x0010);
 }
 
 }  // namespace

@@ -6,55 +6,23 @@
 #include <cstdio>
 #include <utility>
 
-#include "broadcast/DvbText.h"
+#include "broadcast/ApplicationDescriptors.h"
 #include "broadcast/ProgramTables.h"
 
 namespace applist::sim {
 namespace {
 
 constexpr uint16_t TEST_FLAG = 0x8000;
-constexpr uint8_t APPLICATION_DESCRIPTOR = 0x00;
-constexpr uint8_t NAME_DESCRIPTOR = 0x01;
-constexpr size_t LANGUAGE_SIZE = 3;
 
-void ReadApplicationDescriptor(ByteReader reader, Application& application) {
-    reader.Take(reader.U8());  // profiles
-    const uint8_t flags = reader.U8();
-    const uint8_t priority = reader.U8();
-    if (!reader.failed()) {
-        application.visibility = flags >> 5U & 3U;
-        application.priority = priority;
-    }
-}
-
-void ReadNames(ByteReader reader, Application& application) {
-    while (reader.left() > 0) {
-        const ByteSpan language = reader.Take(LANGUAGE_SIZE);
-        const ByteSpan text = reader.Take(reader.U8());
-        if (auto name = DecodeDvbText(text); name && !reader.failed()) {
-            application.names.push_back({{language.begin(), language.end()}, std::move(*name)});
-        }
-    }
-}
-
-void ReadDescriptors(ByteReader reader, Application& application) {
-    while (reader.left() > 0) {
-        const uint8_t tag = reader.U8();
-        const ByteReader content(reader.Take(reader.U8()));
-        if (reader.failed()) {
-            return;
-        }
-        if (tag == APPLICATION_DESCRIPTOR) {
-            ReadApplicationDescriptor(content, application);
-        } else if (tag == NAME_DESCRIPTOR) {
-            ReadNames(content, application);
-        }
-    }
+std::string Hexadecimal(unsigned value, int digits) {
+    std::array<char, sizeof "0x0000"> text{};
+    static_cast<void>(std::snprintf(text.data(), text.size(), "0x%0*x", digits, value & 0xFFFFU));
+    return text.data();
 }
 
 }  // namespace
 
-std::optional<ApplicationTable> ParseApplicationTable(ByteSpan section) {
+std::optional<ApplicationTable> ParseApplicationTable(ByteSpan section, TextCoding coding) {
     const auto header = ParseTableSection(section);
     if (!header || header->tableId != APPLICATION_TABLE) {
         return std::nullopt;
@@ -63,14 +31,14 @@ std::optional<ApplicationTable> ParseApplicationTable(ByteSpan section) {
     table.type = static_cast<uint16_t>(header->extension & ~TEST_FLAG);
     table.test = (header->extension & TEST_FLAG) != 0;
     ByteReader body(header->body);
-    body.TakeLoop();  // descriptors common to all
+    const ByteSpan common = body.TakeLoop();
     ByteReader loop(body.TakeLoop());
     while (loop.left() > 0) {
         Application application;
         application.organisation = loop.U32();
         application.id = loop.U16();
         application.controlCode = loop.U8();
-        ReadDescriptors(ByteReader(loop.TakeLoop()), application);
+        ReadApplicationDescriptors(common, loop.TakeLoop(), coding, application);
         table.applications.push_back(std::move(application));
     }
     return body.failed() || loop.failed() ? std::nullopt : std::optional(std::move(table));
@@ -83,10 +51,32 @@ std::string UniqueId(const Application& application) {
     return text.data();
 }
 
-bool IsOffered(const ApplicationTable& table, const Application& application) {
-    const bool wanted =
-        application.controlCode == CONTROL_AUTOSTART || application.controlCode == CONTROL_PRESENT;
-    return wanted && application.visibility == VISIBLE_ALL && !table.test;
+std::string ControlName(uint8_t controlCode) {
+    constexpr std::array NAMES{"",         "AUTOSTART", "PRESENT",  "DESTROY",           "KILL",
+                               "PREFETCH", "REMOTE",    "DISABLED", "PLAYBACK_AUTOSTART"};
+    const bool known = controlCode > 0 && controlCode < NAMES.size();
+    return known ? NAMES.at(controlCode) : Hexadecimal(controlCode, 2);
+}
+
+// Registered by DVB (TS 101 162), ARIB (STD-B24, volume 4) and ABNT (NBR 15606-3). 1 is the Java
+// platform of each: DVB-J, ARIB-J, Ginga-J.
+std::string TypeName(uint16_t type) {
+    switch (type) {
+        case 0x0000:
+            return {};
+        case 0x0001:
+            return "DVB-J";
+        case 0x0002:
+            return "DVB-HTML";
+        case 0x0009:
+            return "Ginga-NCL";
+        case 0x0010:
+            return "HbbTV";
+        case 0x0011:
+            return "ARIB-HTML5";
+        default:
+            return Hexadecimal(type, 4);
+    }
 }
 
 }  // namespace applist::sim

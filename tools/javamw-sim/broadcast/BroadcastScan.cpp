@@ -2,203 +2,183 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/BroadcastScan.h"
 
-#include <map>
-#include <set>
-#include <utility>
+#include <algorithm>
 
 #include "broadcast/PacketReader.h"
-#include "broadcast/ProgramTables.h"
-#include "broadcast/SectionAssembler.h"
+#include "broadcast/StreamClock.h"
+#include "broadcast/TableReader.h"
+#include "broadcast/Timeline.h"
+#include "broadcast/TransportState.h"
 
 namespace applist::sim {
 namespace {
 
-using Section = std::vector<uint8_t>;
-
-/// The sections of the tables with one table id on one PID, each table in its last version.
-class TableStore {
-public:
-    explicit TableStore(uint8_t tableId) : m_tableId(tableId) {}
-
-    /// False when the section is in no long form; another table's section is fine and ignored.
-    bool Add(ByteSpan section) {
-        if (section.empty() || section[0] != m_tableId) {
-            return true;
-        }
-        const auto table = ParseTableSection(section);
-        if (!table) {
-            return false;
-        }
-        if (table->current) {
-            Version& kept = m_tables[table->extension];
-            if (kept.number != table->version) {
-                kept = {table->version, {}};
-            }
-            kept.sections[table->number] = Section(section.begin(), section.end());
-        }
-        return true;
-    }
-
-    template <typename Visitor>
-    void ForEach(Visitor&& visit) const {
-        for (const auto& [extension, version] : m_tables) {
-            for (const auto& [number, section] : version.sections) {
-                visit(section);
-            }
-        }
-    }
-
-private:
-    struct Version {
-        int number = -1;
-        std::map<uint8_t, Section> sections;
-    };
-    uint8_t m_tableId;
-    std::map<uint16_t, Version> m_tables;
+/// Where a stream's tables are, from all versions that it carries, and the first of those.
+struct Places {
+    TransportState first;
+    std::set<uint16_t> maps;
+    std::set<uint16_t> applications;
+    bool isdb = false;
 };
 
-/// One PID on the way through the stream.
-struct PidScan {
-    explicit PidScan(uint8_t tableId)
-        : store(tableId),
-          assembler([this](ByteSpan section) { malformed += store.Add(section) ? 0 : 1; }) {}
-
-    TableStore store;
-    size_t malformed = 0;
-    SectionAssembler assembler;
-};
-
-using Pids = std::map<uint16_t, PidScan>;
+void ReadAll(ByteSpan stream, TableReader& tables) {
+    Damage counted;
+    PacketReader packets(stream, counted);
+    while (const auto packet = packets.Next()) {
+        tables.Push(*packet);
+    }
+    tables.Finish();
+}
 
 // A later table's PIDs are known only after the earlier table, which may come behind it in a short
-// recording: each kind of table gets a pass of its own.
-void CollectTables(ByteSpan stream, Pids& pids, Broadcast& broadcast) {
-    PacketReader reader(stream);
-    while (const auto packet = reader.Next()) {
-        const auto wanted = pids.find(PacketPid(*packet));
-        if (wanted != pids.end()) {
-            wanted->second.assembler.Push(*packet);
+// recording: the tables that lead to others get passes of their own. Damage is counted by the pass
+// that reads everything.
+void FindMaps(ByteSpan stream, Places& places, Damage& uncounted) {
+    TableReader reader(
+        [&](uint16_t, const SubTable& table) {
+            TransportState version;
+            version.TakeAssociation(table, uncounted);
+            for (const ProgramReference& program : version.programs()) {
+                places.maps.insert(program.pid);
+            }
+            if (places.first.programs().empty()) {
+                places.first = version;
+            }
+        },
+        uncounted);
+    reader.Want(ASSOCIATION_PID, ASSOCIATION_TABLE);
+    ReadAll(stream, reader);
+}
+
+void FindApplications(ByteSpan stream, Places& places, Damage& uncounted) {
+    TableReader reader(
+        [&](uint16_t, const SubTable& table) {
+            TransportState version;
+            version.TakeMap(table, uncounted);
+            for (const auto& [number, map] : version.maps()) {
+                places.applications.insert(map.applicationPids.begin(), map.applicationPids.end());
+                places.isdb = places.isdb || map.isdb;
+            }
+            if (!table.replaces) {
+                places.first.TakeMap(table, uncounted);
+            }
+        },
+        uncounted);
+    for (const uint16_t pid : places.maps) {
+        reader.Want(pid, MAP_TABLE);
+    }
+    ReadAll(stream, reader);
+}
+
+/// The pass that reads everything in the order of the stream.
+class Scan {
+public:
+    Scan(const Places& places, TextCoding coding, Damage& damage)
+        : m_damage(damage),
+          m_state(places.first),
+          m_coding(coding),
+          m_timeline([this] { return m_state.Services(); }, damage),
+          m_tables([this](uint16_t pid, const SubTable& table) { OnTable(pid, table); }, damage) {
+        m_tables.Want(ASSOCIATION_PID, ASSOCIATION_TABLE);
+        m_tables.Want(DESCRIPTION_PID, DESCRIPTION_TABLE);
+        for (const uint16_t pid : places.maps) {
+            m_tables.Want(pid, MAP_TABLE);
+        }
+        for (const uint16_t pid : places.applications) {
+            m_tables.Want(pid, APPLICATION_TABLE);
         }
     }
-    broadcast.damagedPackets = reader.damaged();
-    for (const auto& [pid, scan] : pids) {
-        broadcast.damagedSections += scan.assembler.damaged() + scan.malformed;
+
+    void Push(ByteSpan packet) {
+        m_clock.Push(packet);
+        m_tables.Push(packet);
     }
-}
 
-void AddPid(Pids& pids, uint16_t pid, uint8_t tableId) {
-    pids.try_emplace(pid, tableId);
-}
+    std::vector<Moment> Finish() {
+        m_tables.Finish();
+        return m_timeline.Finish();
+    }
 
-std::vector<ProgramReference> ReadPrograms(ByteSpan stream, Broadcast& broadcast) {
-    Pids pids;
-    AddPid(pids, 0, 0x00);
-    CollectTables(stream, pids, broadcast);
-    std::vector<ProgramReference> programs;
-    pids.at(0).store.ForEach([&](const Section& section) {
-        if (const auto part = ParseProgramAssociation(section)) {
-            programs.insert(programs.end(), part->begin(), part->end());
+    const TransportState& state() const { return m_state; }
+
+private:
+    // What services are called changes no list.
+    void OnTable(uint16_t pid, const SubTable& table) {
+        if (table.tableId == DESCRIPTION_TABLE) {
+            m_state.TakeDescription(table, m_damage);
         } else {
-            ++broadcast.damagedSections;
-        }
-    });
-    return programs;
-}
-
-using ApplicationPids = std::map<uint16_t, std::vector<uint16_t>>;
-
-ApplicationPids ReadMaps(ByteSpan stream, const std::vector<ProgramReference>& programs,
-                         Broadcast& broadcast) {
-    Pids pids;
-    for (const ProgramReference& program : programs) {
-        AddPid(pids, program.pid, 0x02);
-    }
-    CollectTables(stream, pids, broadcast);
-    ApplicationPids applicationPids;
-    for (const auto& [pid, scan] : pids) {
-        scan.store.ForEach([&](const Section& section) {
-            if (const auto map = ParseProgramMap(section)) {
-                applicationPids[map->number] = map->applicationPids;
-            } else {
-                ++broadcast.damagedSections;
-            }
-        });
-    }
-    return applicationPids;
-}
-
-using TablesByPid = std::map<uint16_t, std::vector<ApplicationTable>>;
-
-TablesByPid ReadApplications(ByteSpan stream, const ApplicationPids& applicationPids,
-                             Broadcast& broadcast) {
-    Pids pids;
-    for (const auto& [program, named] : applicationPids) {
-        for (const uint16_t pid : named) {
-            AddPid(pids, pid, APPLICATION_TABLE);
+            m_timeline.Change(table.replaces, m_clock.seconds(), [&] { Take(pid, table); });
         }
     }
-    CollectTables(stream, pids, broadcast);
-    TablesByPid tables;
-    for (const auto& [pid, scan] : pids) {
-        std::vector<ApplicationTable>& ofPid = tables[pid];
-        scan.store.ForEach([&](const Section& section) {
-            if (auto table = ParseApplicationTable(section)) {
-                ofPid.push_back(std::move(*table));
-            } else {
-                ++broadcast.damagedSections;
-            }
-        });
-    }
-    return tables;
-}
 
-std::string VisibleName(const Application& application) {
-    for (const ApplicationName& name : application.names) {
-        if (!name.text.empty()) {
-            return name.text;
+    void Take(uint16_t pid, const SubTable& table) {
+        switch (table.tableId) {
+            case ASSOCIATION_TABLE:
+                return m_state.TakeAssociation(table, m_damage);
+            case MAP_TABLE:
+                return m_state.TakeMap(table, m_damage);
+            default:
+                return m_state.TakeApplications(pid, table, m_coding, m_damage);
         }
     }
-    return UniqueId(application);
-}
 
-}  // namespace
+    Damage& m_damage;
+    TransportState m_state;
+    TextCoding m_coding;
+    StreamClock m_clock;
+    Timeline m_timeline;
+    TableReader m_tables;
+};
 
-Broadcast ScanBroadcast(ByteSpan stream) {
-    Broadcast broadcast;
-    const auto programs = ReadPrograms(stream, broadcast);
-    const auto applicationPids = ReadMaps(stream, programs, broadcast);
-    const auto tables = ReadApplications(stream, applicationPids, broadcast);
-    for (const ProgramReference& program : programs) {
-        BroadcastService& service = broadcast.services.emplace_back();
-        service.program = program.number;
-        const auto named = applicationPids.find(program.number);
-        if (named == applicationPids.end()) {
-            continue;
-        }
-        for (const uint16_t pid : named->second) {
-            if (const auto found = tables.find(pid); found != tables.end()) {
-                service.tables.insert(service.tables.end(), found->second.begin(),
-                                      found->second.end());
-            }
-        }
-    }
-    return broadcast;
-}
-
-Items OfferedItems(const Broadcast& broadcast) {
-    Items items;
-    std::set<std::string> seen;
-    for (const BroadcastService& service : broadcast.services) {
-        for (const ApplicationTable& table : service.tables) {
-            for (const Application& application : table.applications) {
-                std::string id = UniqueId(application);
-                if (IsOffered(table, application) && seen.insert(id).second) {
-                    items.push_back({std::move(id), VisibleName(application)});
+bool HasJapaneseNames(const Moment& moment) {
+    const auto japanese = [](const ApplicationName& name) { return name.language == "jpn"; };
+    for (const BroadcastService& service : moment.services) {
+        for (const auto& table : service.tables) {
+            for (const Application& application : table->applications) {
+                if (std::any_of(application.names.begin(), application.names.end(), japanese)) {
+                    return true;
                 }
             }
         }
     }
-    return items;
+    return false;
+}
+
+// The table of services names no language; the names of its applications tell.
+void NameServices(Broadcast& broadcast, const std::map<uint16_t, std::string>& names,
+                  TextCoding coding) {
+    const std::string language =
+        std::any_of(broadcast.moments.begin(), broadcast.moments.end(), HasJapaneseNames) ? "jpn"
+                                                                                          : "";
+    for (Moment& moment : broadcast.moments) {
+        for (BroadcastService& service : moment.services) {
+            if (const auto name = names.find(service.id.value_or(0)); name != names.end()) {
+                const auto* bytes = reinterpret_cast<const uint8_t*>(name->second.data());
+                service.name = DecodeText({bytes, name->second.size()},
+                                          coding == TextCoding::Isdb ? language : "", coding)
+                                   .value_or("");
+            }
+        }
+    }
+}
+
+}  // namespace
+
+Broadcast ScanBroadcast(ByteSpan stream, std::optional<TextCoding> coding) {
+    Damage uncounted;
+    Places places;
+    FindMaps(stream, places, uncounted);
+    FindApplications(stream, places, uncounted);
+    Broadcast broadcast;
+    const TextCoding texts = coding.value_or(places.isdb ? TextCoding::Isdb : TextCoding::Dvb);
+    Scan scan(places, texts, broadcast.damage);
+    PacketReader packets(stream, broadcast.damage);
+    while (const auto packet = packets.Next()) {
+        scan.Push(*packet);
+    }
+    broadcast.moments = scan.Finish();
+    NameServices(broadcast, scan.state().names(), texts);
+    return broadcast;
 }
 
 }  // namespace applist::sim

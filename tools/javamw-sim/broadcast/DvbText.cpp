@@ -14,6 +14,7 @@ namespace {
 constexpr const char* UCS_2 = "UCS-2BE";
 constexpr const char* UTF_8 = "UTF-8";
 constexpr const char* ISO_6937 = "ISO_6937";
+constexpr const char* LATIN_9 = "ISO-8859-15";
 constexpr const char* REPLACEMENT = "\xEF\xBF\xBD";
 constexpr const char* EURO_SIGN = "\xE2\x82\xAC";
 constexpr uint8_t EURO_IN_ISO_6937 = 0xA4;
@@ -173,10 +174,7 @@ std::string Convert(Converter& converter, const std::string& table, ByteSpan tex
     return utf8;
 }
 
-}  // namespace
-
-std::optional<std::string> DecodeDvbText(ByteSpan text) {
-    const Table table = ChooseTable(text);
+std::optional<std::string> Decode(const Table& table) {
     if (table.name.empty()) {
         return std::nullopt;
     }
@@ -190,6 +188,16 @@ std::optional<std::string> DecodeDvbText(ByteSpan text) {
     const std::string clean = WithoutControlBytes(table.text);
     return Convert(converter, table.name,
                    ByteSpan(reinterpret_cast<const uint8_t*>(clean.data()), clean.size()));
+}
+
+}  // namespace
+
+std::optional<std::string> DecodeDvbText(ByteSpan text) {
+    return Decode(ChooseTable(text));
+}
+
+std::optional<std::string> DecodeLatinText(ByteSpan text) {
+    return Decode({LATIN_9, text});
 }
 
 }  // namespace applist::sim

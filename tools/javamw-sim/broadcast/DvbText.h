@@ -16,4 +16,7 @@ namespace applist::sim {
 /// becomes U+FFFD. Nothing when the table is reserved or privately compressed.
 std::optional<std::string> DecodeDvbText(ByteSpan text);
 
+/// Text in ISO 8859-15 as UTF-8, with control codes treated alike.
+std::optional<std::string> DecodeLatinText(ByteSpan text);
+
 }  // namespace applist::sim

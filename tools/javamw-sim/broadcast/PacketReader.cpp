@@ -5,30 +5,36 @@
 namespace applist::sim {
 namespace {
 
-constexpr uint8_t SYNC_BYTE = 0x47;
 constexpr uint8_t TRANSPORT_ERROR = 0x80;
 // The sync byte is frequent as data too; three at a packet's distance are no accident.
 constexpr size_t PACKETS_TO_TRUST = 3;
 
 }  // namespace
 
+PacketReader::PacketReader(ByteSpan stream, Damage& damage)
+    : m_stream(stream),
+      m_damage(damage),
+      m_format(DetectPacketFormat(stream)),
+      m_position(m_format.prefix) {}
+
 std::optional<ByteSpan> PacketReader::Next() {
     while (FindSync()) {
         const ByteSpan packet = m_stream.subspan(m_position, PACKET_SIZE);
-        m_position += PACKET_SIZE;
+        m_position += m_format.stride;
         if ((packet[1] & TRANSPORT_ERROR) == 0) {
             return packet;
         }
-        ++m_damaged;
+        ++m_damage.markedPackets;
     }
     return std::nullopt;
 }
 
+// What surrounds the last packet may be cut off; the packet itself may not.
 bool PacketReader::IsStartOfPacket(size_t position) const {
     for (size_t packet = 0; packet < PACKETS_TO_TRUST; ++packet) {
-        const size_t start = position + packet * PACKET_SIZE;
+        const size_t start = position + packet * m_format.stride;
         if (start >= m_stream.size()) {
-            return packet > 0 && start == m_stream.size();
+            return packet > 0 && start - m_format.stride + PACKET_SIZE <= m_stream.size();
         }
         if (m_stream[start] != SYNC_BYTE) {
             return false;
@@ -43,7 +49,7 @@ bool PacketReader::FindSync() {
         return false;
     }
     if (m_stream[m_position] != SYNC_BYTE) {
-        ++m_damaged;
+        ++m_damage.lostSync;
         do {
             ++m_position;
         } while (m_position < m_stream.size() && !IsStartOfPacket(m_position));
@@ -52,7 +58,7 @@ bool PacketReader::FindSync() {
         return true;
     }
     if (m_position < m_stream.size()) {
-        ++m_damaged;
+        ++m_damage.lostSync;
         m_position = m_stream.size();
     }
     return false;

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/ProgramTables.h"
 
+#include "broadcast/Descriptors.h"
+
 namespace applist::sim {
 namespace {
 
-constexpr uint8_t ASSOCIATION_TABLE = 0x00;
-constexpr uint8_t MAP_TABLE = 0x02;
 constexpr uint8_t PRIVATE_SECTIONS = 0x05;
+constexpr uint8_t SIGNALLING_DESCRIPTOR = 0x6F;
+constexpr uint8_t DATA_COMPONENT_DESCRIPTOR = 0xFD;  // of ARIB STD-B10
+constexpr uint8_t SERVICE_DESCRIPTOR = 0x48;
 constexpr uint16_t LONG_FORM = 0x8000;
 constexpr uint16_t PID_MASK = 0x1FFF;
 constexpr size_t CRC_SIZE = 4;
@@ -27,7 +30,7 @@ std::optional<TableSection> ParseTableSection(ByteSpan section) {
     table.version = versionAndCurrent >> 1U & 0x1FU;
     table.current = (versionAndCurrent & 1U) != 0;
     table.number = reader.U8();
-    reader.U8();  // the last section's number
+    table.lastNumber = reader.U8();
     if (reader.failed() || reader.left() < CRC_SIZE) {
         return std::nullopt;
     }
@@ -52,6 +55,38 @@ std::optional<std::vector<ProgramReference>> ParseProgramAssociation(ByteSpan se
     return reader.failed() ? std::nullopt : std::optional(programs);
 }
 
+namespace {
+
+// The descriptors of one stream of a service.
+struct StreamKind {
+    bool signalled = false;
+    bool isdb = false;
+};
+
+StreamKind KindOf(ByteSpan descriptors) {
+    StreamKind kind;
+    ForEachDescriptor(descriptors, [&](uint8_t tag, ByteSpan) {
+        kind.signalled = kind.signalled || tag == SIGNALLING_DESCRIPTOR;
+        kind.isdb = kind.isdb || tag == DATA_COMPONENT_DESCRIPTOR;
+    });
+    return kind;
+}
+
+ByteSpan NameIn(ByteSpan descriptors) {
+    ByteSpan name;
+    ForEachDescriptor(descriptors, [&](uint8_t tag, ByteSpan content) {
+        if (tag == SERVICE_DESCRIPTOR) {
+            ByteReader reader(content);
+            reader.U8();               // the service's type
+            reader.Take(reader.U8());  // who provides it
+            name = reader.Take(reader.U8());
+        }
+    });
+    return name;
+}
+
+}  // namespace
+
 // A service may name the kind of its application tables in a descriptor, but often leaves it empty
 // or out; the table's own id tells it from other private sections.
 std::optional<ProgramMap> ParseProgramMap(ByteSpan section) {
@@ -67,12 +102,33 @@ std::optional<ProgramMap> ParseProgramMap(ByteSpan section) {
     while (reader.left() > 0) {
         const uint8_t streamType = reader.U8();
         const auto pid = static_cast<uint16_t>(reader.U16() & PID_MASK);
-        reader.TakeLoop();
-        if (streamType == PRIVATE_SECTIONS && !reader.failed()) {
+        const StreamKind kind = KindOf(reader.TakeLoop());
+        map.isdb = map.isdb || kind.isdb;
+        if ((streamType == PRIVATE_SECTIONS || kind.signalled) && !reader.failed()) {
             map.applicationPids.push_back(pid);
         }
     }
     return reader.failed() ? std::nullopt : std::optional(map);
+}
+
+std::optional<std::vector<ServiceName>> ParseServiceDescription(ByteSpan section) {
+    const auto table = ParseTableSection(section);
+    if (!table || table->tableId != DESCRIPTION_TABLE) {
+        return std::nullopt;
+    }
+    std::vector<ServiceName> names;
+    ByteReader reader(table->body);
+    reader.U16();  // the original network
+    reader.U8();
+    while (reader.left() > 0) {
+        const uint16_t service = reader.U16();
+        reader.U8();  // which tables of events there are
+        const ByteSpan name = NameIn(reader.TakeLoop());
+        if (!name.empty() && !reader.failed()) {
+            names.push_back({service, name});
+        }
+    }
+    return reader.failed() ? std::nullopt : std::optional(names);
 }
 
 }  // namespace applist::sim

@@ -4,19 +4,40 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <utility>
 
 #include <dvbpsi/dvbpsi.h>
 // The library's headers need this order.
 #include <dvbpsi/psi.h>
 
-#include "broadcast/PacketReader.h"
+#include "broadcast/PacketFormat.h"
 
 namespace applist::sim {
 namespace {
 
 constexpr int SECTION_MAX_SIZE = 4096;
 constexpr size_t LENGTH_FIELD_END = 3;
+constexpr size_t HEADER_SIZE = 4;
+constexpr uint8_t BEGINS_SECTION = 0x40;
+constexpr uint8_t SCRAMBLED = 0xC0;
+constexpr uint8_t HAS_ADAPTATION = 0x20;
+constexpr uint8_t HAS_PAYLOAD = 0x10;
+
+// The library follows the lengths within a packet without a look at its end.
+bool LengthsFit(ByteSpan packet) {
+    if ((packet[3] & HAS_PAYLOAD) == 0) {
+        return true;
+    }
+    size_t payload = HEADER_SIZE;
+    if ((packet[3] & HAS_ADAPTATION) != 0) {
+        payload += 1U + packet[HEADER_SIZE];
+    }
+    if (payload >= PACKET_SIZE) {
+        return false;
+    }
+    return (packet[1] & BEGINS_SECTION) == 0 || payload + 1U + packet[payload] < PACKET_SIZE;
+}
 
 }  // namespace
 
@@ -46,22 +67,38 @@ struct SectionAssembler::Library {
         Owner(handle).m_handler(ByteSpan(section->p_data, LENGTH_FIELD_END + section->i_length));
         dvbpsi_DeletePSISections(section);
     }
+    // The library tells what is wrong in words only.
     static void OnMessage(dvbpsi_t* handle, dvbpsi_msg_level_t /*level*/,
-                          const char* /*text*/) noexcept {
+                          const char* text) noexcept {
         if (handle->p_sys != nullptr) {
-            ++Owner(handle).m_damaged;
+            Damage& damage = Owner(handle).m_damage;
+            const bool crc = std::strstr(text, "CRC") != nullptr;
+            const bool gap = std::strstr(text, "discontinuity") != nullptr;
+            ++(crc   ? damage.wrongChecksums
+               : gap ? damage.missingPackets
+                     : damage.malformedSections);
         }
     }
 
     dvbpsi_t* handle;
 };
 
-SectionAssembler::SectionAssembler(SectionHandler handler)
-    : m_handler(std::move(handler)), m_library(std::make_unique<Library>(*this)) {}
+SectionAssembler::SectionAssembler(SectionHandler handler, Damage& damage)
+    : m_handler(std::move(handler)),
+      m_damage(damage),
+      m_library(std::make_unique<Library>(*this)) {}
 
 SectionAssembler::~SectionAssembler() = default;
 
 void SectionAssembler::Push(ByteSpan packet) {
+    if ((packet[3] & SCRAMBLED) != 0) {
+        ++m_damage.scrambledPackets;
+        return;
+    }
+    if (!LengthsFit(packet)) {
+        ++m_damage.malformedPackets;
+        return;
+    }
     std::array<uint8_t, PACKET_SIZE> copy{};
     std::copy(packet.begin(), packet.end(), copy.begin());
     dvbpsi_packet_push(m_library->handle, copy.data());

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <memory>
 
 #include "broadcast/ByteReader.h"
+#include "broadcast/Damage.h"
 
 namespace applist::sim {
 
@@ -16,7 +16,8 @@ public:
     /// Called with a whole section, from the table id to the CRC, valid during the call only.
     using SectionHandler = std::function<void(ByteSpan section)>;
 
-    explicit SectionAssembler(SectionHandler handler);
+    /// damage must outlive the assembler, which adds to it what it gives up.
+    SectionAssembler(SectionHandler handler, Damage& damage);
     ~SectionAssembler();
     SectionAssembler(const SectionAssembler&) = delete;
     SectionAssembler& operator=(const SectionAssembler&) = delete;
@@ -26,14 +27,11 @@ public:
     /// packet is a whole transport packet of the PID.
     void Push(ByteSpan packet);
 
-    /// Sections given up so far: wrong CRC, impossible length, a gap in the packet count.
-    size_t damaged() const { return m_damaged; }
-
 private:
     struct Library;
 
     SectionHandler m_handler;
-    size_t m_damaged = 0;
+    Damage& m_damage;
     std::unique_ptr<Library> m_library;
 };
 

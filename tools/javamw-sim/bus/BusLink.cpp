@@ -50,10 +50,11 @@ struct BusLink::PendingCall {
     Done done;
 };
 
-BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener)
+BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener, const HandshakePlan& plan)
     : m_connection(std::move(connection)),
       m_listener(listener),
       m_uniqueName(g_dbus_connection_get_unique_name(m_connection.get())),
+      m_plan(plan),
       m_cancellable(g_cancellable_new()) {
     const unsigned long closed =
         g_signal_connect(m_connection.get(), "closed", G_CALLBACK(&BusLink::cb_Closed), this);
@@ -63,17 +64,25 @@ BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener)
     ListenFor(Announcement::Syn, &cb_NameOwnerChanged<Announcement::Syn>);
     ListenFor(Announcement::SynAck, &cb_NameOwnerChanged<Announcement::SynAck>);
     ListenFor(Announcement::Ack, &cb_NameOwnerChanged<Announcement::Ack>);
-    Announce(Announcement::Syn);
+    AnnounceAsPlanned(Announcement::Syn);
 }
 
 BusLink::~BusLink() {
     m_announceAgain.Release();
+    m_delayed.clear();
     m_partners.clear();
     m_registrations.clear();
     g_cancellable_cancel(m_cancellable.get());
     while (m_pendingCalls > 0) {
         g_main_context_iteration(nullptr, TRUE);
     }
+    g_dbus_connection_flush_sync(m_connection.get(), nullptr, nullptr);
+    g_dbus_connection_close_sync(m_connection.get(), nullptr, nullptr);
+}
+
+void BusLink::AnnounceNow(Announcement announcement) {
+    Announce(announcement);
+    ReportUnanswered();
 }
 
 void BusLink::Call(const std::string& application, const Bytes& message, Done done) {
@@ -125,6 +134,22 @@ void BusLink::ListenFor(Announcement announcement, GDBusSignalCallback callback)
                                         callback));
 }
 
+void BusLink::AnnounceAsPlanned(Announcement announcement) {
+    const AnnouncementPlan plan = m_plan[announcement];
+    if (plan.delay.count() > 0) {
+        constexpr GSourceFunc CALLBACKS[]{&cb_Delayed<Announcement::Syn>,
+                                          &cb_Delayed<Announcement::SynAck>,
+                                          &cb_Delayed<Announcement::Ack>};
+        m_delayed[announcement] =
+            OwnSource(g_timeout_add(static_cast<unsigned>(plan.delay.count()),
+                                    CALLBACKS[static_cast<size_t>(announcement)], this));
+        return;
+    }
+    for (unsigned i = 0; i < plan.times; ++i) {
+        Announce(announcement);
+    }
+}
+
 void BusLink::Announce(Announcement announcement) {
     m_announcements.push_back({std::string(names::CLIENT) + Suffix(announcement), 0});
     if (m_announcements.size() == 1) {
@@ -160,18 +185,29 @@ void BusLink::Establish(const std::string& partner) {
     held.watch = Registration([watch] { g_bus_unwatch_name(watch); });
 }
 
+void BusLink::ReportUnanswered() {
+    for (const std::string& partner : std::exchange(m_unanswered, {})) {
+        m_listener.Connected(partner);
+    }
+}
+
 void BusLink::Take(const HandshakeStep& step, const std::string& partner) {
-    if (step.lost) {
+    if (step.lost && m_unanswered.erase(partner) == 0) {
         m_listener.Disconnected(partner);
     }
     if (step.establish) {
         Establish(partner);
     }
+    bool answered = true;
     if (step.answer) {
-        Announce(*step.answer);
+        const AnnouncementPlan plan = m_plan[*step.answer];
+        answered = plan.times > 0 && plan.delay.count() == 0;
+        AnnounceAsPlanned(*step.answer);
     }
-    if (step.connected) {
+    if (step.connected && answered) {
         m_listener.Connected(partner);
+    } else if (step.connected) {
+        m_unanswered.insert(partner);
     }
 }
 
@@ -187,6 +223,7 @@ void BusLink::OnNameOwnerChanged(Announcement announcement, GVariant* parameters
     const bool released = *newOwner == '\0' && *oldOwner != '\0';
     if (released && m_uniqueName != oldOwner) {
         const std::string partner = oldOwner;
+        m_listener.Announced(partner, announcement);
         Take(m_handshake.Heard(announcement, partner), partner);
     }
 }
@@ -214,6 +251,14 @@ void BusLink::OnReply(PendingCall* call, GAsyncResult* result) {
     } else {
         owned->done(Result<Bytes>::Failure(TakeMessage(error)));
     }
+}
+
+void BusLink::OnDelayed(Announcement announcement) {
+    m_delayed[announcement].Forget();
+    for (unsigned i = 0; i < m_plan[announcement].times; ++i) {
+        Announce(announcement);
+    }
+    ReportUnanswered();
 }
 
 template <Announcement announcement>
@@ -251,6 +296,12 @@ void BusLink::cb_Reply(GObject* /*connection*/, GAsyncResult* result, void* call
 void BusLink::cb_Closed(GDBusConnection* /*connection*/, int /*remotePeerVanished*/,
                         GError* /*error*/, void* link) noexcept {
     static_cast<BusLink*>(link)->m_listener.BusLost();
+}
+
+template <Announcement announcement>
+int BusLink::cb_Delayed(void* link) noexcept {
+    static_cast<BusLink*>(link)->OnDelayed(announcement);
+    return G_SOURCE_REMOVE;
 }
 
 int BusLink::cb_AnnounceAgain(void* link) noexcept {

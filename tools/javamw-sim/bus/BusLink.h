@@ -4,12 +4,13 @@
 
 #include <deque>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "bus/Connection.h"
 #include "bus/GioHandles.h"
-#include "bus/Handshake.h"
+#include "bus/HandshakePlan.h"
 #include "protocol/ListClient.h"
 
 namespace applist::sim {
@@ -26,6 +27,8 @@ public:
 
     /// The handshake is complete; calls and signals go both ways.
     virtual void Connected(const std::string& application) = 0;
+    /// The application made one of the handshake's announcements; what follows from it comes next.
+    virtual void Announced(const std::string& /*application*/, Announcement /*announcement*/) {}
     /// A connected application left the bus.
     virtual void Disconnected(const std::string& application) = 0;
     /// The application sent a signal.
@@ -44,14 +47,22 @@ public:
 /// Everything runs on the thread whose main context is the default one.
 class BusLink : public MessageCaller {
 public:
-    /// Listens for applications and announces the middleware. listener must outlive the link.
-    BusLink(ConnectionPtr connection, BusLinkListener& listener);
-    /// Gives up the calls under way without telling their callers.
+    /// Listens for applications and announces the middleware as planned. listener must outlive the
+    /// link.
+    BusLink(ConnectionPtr connection, BusLinkListener& listener, const HandshakePlan& plan = {});
+    /// Gives up the calls under way without telling their callers, and closes the connection once
+    /// what was sent is on its way.
     ~BusLink() override;
     BusLink(const BusLink&) = delete;
     BusLink& operator=(const BusLink&) = delete;
     BusLink(BusLink&&) = delete;
     BusLink& operator=(BusLink&&) = delete;
+
+    /// How announcements are made from here on. An application counts as connected when ours are
+    /// complete, too.
+    void SetPlan(const HandshakePlan& plan) { m_plan = plan; }
+    /// Announces whatever the plan says.
+    void AnnounceNow(Announcement announcement);
 
     void Call(const std::string& application, const Bytes& message, Done done) override;
 
@@ -75,8 +86,10 @@ private:
                            const char* path, const char* argument, GDBusSignalCallback callback);
     void ExportObject();
     void ListenFor(Announcement announcement, GDBusSignalCallback callback);
+    void AnnounceAsPlanned(Announcement announcement);
     void Announce(Announcement announcement);
     void AnnounceQueued();
+    void ReportUnanswered();
     void Establish(const std::string& partner);
     void Take(const HandshakeStep& step, const std::string& partner);
 
@@ -84,6 +97,7 @@ private:
     void OnVanished(const std::string& partner);
     void OnCalled(const char* sender, GVariant* parameters, GDBusMethodInvocation* invocation);
     void OnReply(PendingCall* call, GAsyncResult* result);
+    void OnDelayed(Announcement announcement);
 
     // Where the library calls back; memory running out there ends the program.
     template <Announcement announcement>
@@ -98,14 +112,19 @@ private:
     static void cb_Reply(GObject*, GAsyncResult* result, void* call) noexcept;
     static void cb_Closed(GDBusConnection*, int, GError*, void* link) noexcept;
     static int cb_AnnounceAgain(void* link) noexcept;
+    template <Announcement announcement>
+    static int cb_Delayed(void* link) noexcept;
 
     ConnectionPtr m_connection;
     BusLinkListener& m_listener;
     std::string m_uniqueName;
+    HandshakePlan m_plan;
     Handshake m_handshake;
+    std::set<std::string> m_unanswered;  ///< Connected but for an announcement of ours.
     std::map<std::string, Partner> m_partners;
     std::deque<QueuedAnnouncement> m_announcements;
     Registration m_announceAgain;
+    std::map<Announcement, Registration> m_delayed;
     GObjectPtr<GCancellable> m_cancellable;
     size_t m_pendingCalls = 0;
     std::vector<Registration> m_registrations;

@@ -32,7 +32,7 @@ void CallOnce::OnReply(const Result<Items>& reply) {
         return;
     }
     for (const Item& item : *reply) {
-        Print(ItemLine(item));
+        Print(report().ItemOfReply(item));
     }
     End(ExitCode::Success);
 }

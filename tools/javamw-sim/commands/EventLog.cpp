@@ -4,56 +4,31 @@
 
 #include <utility>
 
-#include "Output.h"
-
 namespace applist::sim {
-namespace {
-
-std::string DescribeEvent(const Notification& notification) {
-    std::string text = "event " + std::to_string(static_cast<int32_t>(notification.event)) + ' ' +
-                       std::string(NameOf(notification.event));
-    if (notification.payloadSize > 0) {
-        text += " with " + std::to_string(notification.payloadSize) + " unexpected bytes";
-    }
-    return text;
-}
-
-std::string DescribeSelection(const Result<Items>& reply) {
-    if (!reply) {
-        return "unreadable: " + OneLine(reply.error());
-    }
-    if (reply->size() != 1) {
-        return "unreadable: " + std::to_string(reply->size()) + " items in the reply";
-    }
-    const Item& item = reply->front();
-    return item.id.empty() ? "none" : ItemLine(item);
-}
-
-}  // namespace
-
-EventLog::EventLog(ListClient& client, Print print) : m_client(client), m_print(std::move(print)) {}
+EventLog::EventLog(ListClient& client, const Report& report, Print print)
+    : m_client(client), m_report(report), m_print(std::move(print)) {}
 
 void EventLog::Add(const std::string& application, const Notification& notification) {
     const uint64_t number = ++m_lastNumber;
-    m_entries.push_back({number, application, DescribeEvent(notification), {}});
+    m_entries.push_back({number, application, notification, std::nullopt});
     m_client.Call(
         application, Function::GetSelection, {},
-        [this, number](const Result<Items>& reply) { Complete(number, DescribeSelection(reply)); });
+        [this, number](const Result<Items>& reply) { Complete(number, SelectedIn(reply)); });
 }
 
 void EventLog::Lost(const std::string& application) {
     for (Entry& entry : m_entries) {
-        if (entry.application == application && entry.selection.empty()) {
-            entry.selection = "unreadable: the application ended";
+        if (entry.application == application && !entry.selection) {
+            entry.selection = SelectedItem{std::nullopt, "the application ended"};
         }
     }
     PrintCompleted();
 }
 
 // An entry given up before is no longer there, or has its text.
-void EventLog::Complete(uint64_t number, const std::string& selection) {
+void EventLog::Complete(uint64_t number, const SelectedItem& selection) {
     for (Entry& entry : m_entries) {
-        if (entry.number == number && entry.selection.empty()) {
+        if (entry.number == number && !entry.selection) {
             entry.selection = selection;
         }
     }
@@ -61,10 +36,10 @@ void EventLog::Complete(uint64_t number, const std::string& selection) {
 }
 
 void EventLog::PrintCompleted() {
-    while (!m_entries.empty() && !m_entries.front().selection.empty()) {
+    while (!m_entries.empty() && m_entries.front().selection) {
         const Entry first = std::move(m_entries.front());
         m_entries.pop_front();
-        m_print(first.event + " selection " + first.selection);
+        m_print(m_report.Event(first.application, first.notification, *first.selection));
     }
 }
 

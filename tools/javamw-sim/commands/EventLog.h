@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 
+#include "commands/Report.h"
 #include "protocol/ListClient.h"
 
 namespace applist::sim {
@@ -20,8 +22,8 @@ class EventLog {
 public:
     using Print = std::function<void(const std::string& line)>;
 
-    /// client must outlive the log.
-    EventLog(ListClient& client, Print print);
+    /// client and report must outlive the log.
+    EventLog(ListClient& client, const Report& report, Print print);
 
     void Add(const std::string& application, const Notification& notification);
 
@@ -33,13 +35,14 @@ private:
     struct Entry {
         uint64_t number = 0;
         std::string application;
-        std::string event;
-        std::string selection;  ///< Empty until known.
+        Notification notification;
+        std::optional<SelectedItem> selection;  ///< Nothing until that has been asked.
     };
-    void Complete(uint64_t number, const std::string& selection);
+    void Complete(uint64_t number, const SelectedItem& selection);
     void PrintCompleted();
 
     ListClient& m_client;
+    const Report& m_report;
     Print m_print;
     uint64_t m_lastNumber = 0;
     std::deque<Entry> m_entries;

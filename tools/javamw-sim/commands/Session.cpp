@@ -2,25 +2,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/Session.h"
 
-#include <csignal>
 #include <utility>
-
-#include <glib-unix.h>
 
 #include "Output.h"
 
 namespace applist::sim {
+namespace {
+
+ConnectionPtr Share(const ConnectionPtr& connection) {
+    return ConnectionPtr(G_DBUS_CONNECTION(g_object_ref(connection.get())));
+}
+
+}  // namespace
 
 Session::Session(SessionOptions options)
-    : m_options(std::move(options)), m_loop(g_main_loop_new(nullptr, FALSE)) {}
+    : m_options(std::move(options)),
+      m_report(m_options.json ? JsonReport() : TextReport(OutputTakesColours())) {}
 
-Session::~Session() {
-    m_signals.clear();
-    m_clock.Release();
-    m_client.reset();
-    m_link.reset();
-    g_main_loop_unref(m_loop);
-}
+Session::~Session() = default;
 
 ExitCode Session::Run() {
     auto connection = OpenBus(m_options.address);
@@ -28,26 +27,23 @@ ExitCode Session::Run() {
         Complain("cannot reach the bus: " + connection.error());
         return ExitCode::NoBus;
     }
-    WatchSignalsAndClock();
-    m_link = std::make_unique<BusLink>(std::move(*connection), *this);
-    m_client = std::make_unique<ListClient>(*m_link);
-    if (!m_exitCode) {
-        g_main_loop_run(m_loop);
+    m_connection = std::move(*connection);
+    const std::string error = StartRecording(m_connection.get());
+    if (!error.empty()) {
+        Complain(error);
+        return ExitCode::WrongUsage;
     }
-    return m_exitCode.value_or(ExitCode::Success);
+    WatchClock();
+    OnOpened(m_connection.get());
+    m_link = std::make_unique<BusLink>(Share(m_connection), *this);
+    m_client = std::make_unique<ListClient>(*m_link);
+    return FinishRecording(m_loop.Run());
 }
 
 void Session::Print(const std::string& line) {
     if (!WriteLine(line)) {
         End(ExitCode::CallFailed);
     }
-}
-
-void Session::End(ExitCode code) {
-    if (!m_exitCode) {
-        m_exitCode = code;
-    }
-    g_main_loop_quit(m_loop);
 }
 
 void Session::Connected(const std::string& application) {
@@ -83,10 +79,27 @@ void Session::BusLost() {
     End(ExitCode::NoBus);
 }
 
-void Session::WatchSignalsAndClock() {
-    for (const int number : {SIGINT, SIGTERM}) {
-        m_signals.push_back(OwnSource(g_unix_signal_add(number, &cb_Interrupted, this)));
+std::string Session::StartRecording(GDBusConnection* connection) {
+    if (m_options.recordFile.empty()) {
+        return {};
     }
+    auto recorder =
+        SessionRecorder::Start(connection, TrafficTap::Use::Partner, m_options.recordFile);
+    if (recorder) {
+        m_recorder = std::move(*recorder);
+    }
+    return recorder.error();
+}
+
+ExitCode Session::FinishRecording(ExitCode code) {
+    const std::string error = m_recorder ? m_recorder->Finish() : std::string();
+    if (!error.empty()) {
+        Complain(error);
+    }
+    return error.empty() || code != ExitCode::Success ? code : ExitCode::CallFailed;
+}
+
+void Session::WatchClock() {
     if (m_options.timeout) {
         m_clock = OwnSource(g_timeout_add_seconds(*m_options.timeout, &cb_Timeout, this));
     }
@@ -96,12 +109,6 @@ void Session::OnTimeout() {
     m_clock.Forget();
     Complain("no application within " + std::to_string(*m_options.timeout) + " s");
     End(ExitCode::NoApplication);
-}
-
-int Session::cb_Interrupted(void* session) noexcept {
-    auto* self = static_cast<Session*>(session);
-    self->End(self->OnInterrupted());
-    return G_SOURCE_CONTINUE;
 }
 
 int Session::cb_Timeout(void* session) noexcept {

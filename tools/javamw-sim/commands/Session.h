@@ -9,7 +9,10 @@
 
 #include "ExitCode.h"
 #include "bus/BusLink.h"
+#include "commands/MainLoop.h"
+#include "commands/Report.h"
 #include "protocol/ListClient.h"
+#include "recording/SessionRecorder.h"
 
 namespace applist::sim {
 
@@ -17,6 +20,8 @@ namespace applist::sim {
 struct SessionOptions {
     std::string address;              ///< Of the bus; empty for the system bus.
     std::optional<unsigned> timeout;  ///< Seconds to wait for an application; none: for ever.
+    bool json = false;                ///< Output for machines.
+    std::string recordFile;           ///< Where to record all traffic; empty for nowhere.
 };
 
 /// One run of a command: opens the bus, waits for applications and runs until the command or a
@@ -34,6 +39,8 @@ public:
     ExitCode Run();
 
 protected:
+    /// The bus is there; what passes connection begins after this.
+    virtual void OnOpened(GDBusConnection* /*connection*/) {}
     virtual void OnConnected(const std::string& application) = 0;
     virtual void OnDisconnected(const std::string& application) = 0;
     virtual void OnNotified(const std::string& application, const Notification& notification) = 0;
@@ -42,10 +49,12 @@ protected:
 
     /// REQUIRES: Run() is under way.
     ListClient& client() { return *m_client; }
+    const Report& report() const { return *m_report; }
+    BusLink& link() { return *m_link; }
     /// Prints a line; the session ends when nobody can read it.
     void Print(const std::string& line);
     /// Ends Run(); the first code given counts.
-    void End(ExitCode code);
+    void End(ExitCode code) { m_loop.End(code); }
 
 private:
     void Connected(const std::string& application) final;
@@ -55,18 +64,21 @@ private:
     void LinkFailed(const std::string& error) final;
     void BusLost() final;
 
-    void WatchSignalsAndClock();
+    /// Empty on success, otherwise what is wrong with the file.
+    std::string StartRecording(GDBusConnection* connection);
+    ExitCode FinishRecording(ExitCode code);
+    void WatchClock();
     void OnTimeout();
-    static int cb_Interrupted(void* session) noexcept;
     static int cb_Timeout(void* session) noexcept;
 
     SessionOptions m_options;
-    GMainLoop* m_loop;
+    std::unique_ptr<Report> m_report;
+    MainLoop m_loop{[this] { return OnInterrupted(); }};
+    ConnectionPtr m_connection;
+    std::unique_ptr<SessionRecorder> m_recorder;
     std::unique_ptr<BusLink> m_link;
     std::unique_ptr<ListClient> m_client;
-    std::vector<Registration> m_signals;
     Registration m_clock;
-    std::optional<ExitCode> m_exitCode;
 };
 
 }  // namespace applist::sim

@@ -5,12 +5,12 @@
 namespace applist::sim {
 
 void Watch::OnConnected(const std::string& application) {
-    Print("connected " + application);
+    Print(report().Connected(application));
 }
 
 void Watch::OnDisconnected(const std::string& application) {
     Log().Lost(application);
-    Print("disconnected " + application);
+    Print(report().Disconnected(application));
 }
 
 void Watch::OnNotified(const std::string& application, const Notification& notification) {
@@ -19,8 +19,8 @@ void Watch::OnNotified(const std::string& application, const Notification& notif
 
 EventLog& Watch::Log() {
     if (!m_log) {
-        m_log =
-            std::make_unique<EventLog>(client(), [this](const std::string& line) { Print(line); });
+        m_log = std::make_unique<EventLog>(client(), report(),
+                                           [this](const std::string& line) { Print(line); });
     }
     return *m_log;
 }

@@ -2,50 +2,48 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "feed/ItemSource.h"
 
-#include <glib.h>
-#include <memory>
-#include <string_view>
+#include <algorithm>
 #include <utility>
 
-#include "broadcast/BroadcastScan.h"
+#include "feed/BroadcastFile.h"
 #include "feed/ItemText.h"
+#include "feed/MappedFile.h"
 
 namespace applist::sim {
 namespace {
 
-struct UnmapFile {
-    void operator()(GMappedFile* file) const { g_mapped_file_unref(file); }
-};
-using MappedFile = std::unique_ptr<GMappedFile, UnmapFile>;
+constexpr double STEP_WITHOUT_CLOCK_S = 1;
 
-// Mapped, since recordings are large and read several times over.
-Result<MappedFile> Map(const std::string& file) {
-    GError* error = nullptr;
-    MappedFile mapped(g_mapped_file_new(file.c_str(), FALSE, &error));
-    if (!mapped) {
-        const std::string reason =
-            error->code == G_FILE_ERROR_NOENT ? "no such file" : error->message;
-        g_error_free(error);
-        return Result<MappedFile>::Failure(file + ": " + reason);
+double SecondsBetween(const Moment& earlier, const Moment& later) {
+    if (!earlier.seconds || !later.seconds) {
+        return STEP_WITHOUT_CLOCK_S;
     }
-    return mapped;
+    return std::max(0.0, *later.seconds - *earlier.seconds);
 }
 
-std::string_view Content(const MappedFile& file) {
-    return {g_mapped_file_get_contents(file.get()), g_mapped_file_get_length(file.get())};
-}
-
-std::string DamageRemark(const std::string& file, const Broadcast& broadcast) {
-    if (broadcast.damagedPackets == 0 && broadcast.damagedSections == 0) {
-        return {};
+// A moment that changes nothing for the viewer only takes its time.
+Feed Play(const Broadcast& broadcast, const BroadcastFeedOptions& options) {
+    Feed feed;
+    feed.items = OfferedItems(broadcast.moments.front(), options.filter);
+    Items shown = feed.items;
+    double waited = 0;
+    for (size_t i = 1; i < broadcast.moments.size(); ++i) {
+        const Moment& moment = broadcast.moments[i];
+        waited += SecondsBetween(broadcast.moments[i - 1], moment);
+        Items items = OfferedItems(moment, options.filter);
+        if (items != shown) {
+            shown = items;
+            feed.changes.push_back({options.interval.value_or(waited), std::move(items)});
+            waited = 0;
+        }
     }
-    return file + ": skipped damaged parts: " + std::to_string(broadcast.damagedPackets) +
-           " in packets, " + std::to_string(broadcast.damagedSections) + " in sections";
+    return feed;
 }
 
-const char* NothingOffered(const Broadcast& broadcast) {
-    return broadcast.services.empty() ? ": no transport stream of 188-byte packets with services"
-                                      : ": offers no applications";
+bool IsEmpty(const Feed& feed) {
+    return feed.items.empty() &&
+           std::all_of(feed.changes.begin(), feed.changes.end(),
+                       [](const FeedStep& step) { return step.items.empty(); });
 }
 
 }  // namespace
@@ -56,36 +54,38 @@ Feed SampleFeed() {
              {"0000000b.0003", "Notizie"},
              {"0000000b.0004", "Sport e Attualit\u00e0"},
              {"0000000b.0005", "Televideo"}},
+            {},
             {}};
 }
 
 Result<Feed> TextFeed(const std::string& file) {
-    const auto mapped = Map(file);
+    const auto mapped = MapFile(file);
     if (!mapped) {
         return Result<Feed>::Failure(mapped.error());
     }
-    auto items = ParseItemText(Content(*mapped));
+    auto items = ParseItemText(ContentOf(*mapped));
     if (!items) {
         return Result<Feed>::Failure(file + ":" + items.error());
     }
     return Feed{std::move(*items), {}};
 }
 
-Result<Feed> BroadcastFeed(const std::string& file) {
-    const auto mapped = Map(file);
-    if (!mapped) {
-        return Result<Feed>::Failure(mapped.error());
+Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& options) {
+    const auto broadcast = ReadBroadcastFile(file, options.coding);
+    if (!broadcast) {
+        return Result<Feed>::Failure(broadcast.error());
     }
-    const std::string_view content = Content(*mapped);
-    const Broadcast broadcast =
-        ScanBroadcast({reinterpret_cast<const uint8_t*>(content.data()), content.size()});
-    const std::string damage = DamageRemark(file, broadcast);
-    Items items = OfferedItems(broadcast);
-    if (items.empty()) {
-        return Result<Feed>::Failure(file + NothingOffered(broadcast) +
-                                     (damage.empty() ? "" : "\n" + damage));
+    const std::string missing = MissingService(*broadcast, options.filter);
+    if (!missing.empty()) {
+        return Result<Feed>::Failure(file + ": " + missing);
     }
-    return Feed{std::move(items), damage};
+    Feed feed = Play(*broadcast, options);
+    feed.remark = DamageRemark(file, broadcast->damage);
+    if (IsEmpty(feed)) {
+        return Result<Feed>::Failure(file + ": offers no applications" +
+                                     (feed.remark.empty() ? "" : "\n" + feed.remark));
+    }
+    return feed;
 }
 
 }  // namespace applist::sim

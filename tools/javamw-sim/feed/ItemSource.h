@@ -2,17 +2,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "Result.h"
+#include "broadcast/Text.h"
+#include "feed/Offer.h"
 #include "protocol/Item.h"
 
 namespace applist::sim {
 
-/// Items to fill a list with, and a remark for the person at the terminal, mostly empty.
+/// A list and when it is to be shown.
+struct FeedStep {
+    double seconds = 0;  ///< Since the step before it.
+    Items items;
+};
+
+/// Items to fill a list with, how they change in the course of time, and a remark for the person at
+/// the terminal, mostly empty.
 struct Feed {
     Items items;
     std::string remark;
+    std::vector<FeedStep> changes{};
 };
 
 /// A few applications for a first look, without any file.
@@ -21,8 +33,16 @@ Feed SampleFeed();
 /// The items of a text file (ItemText.h). A failure names the file and the line.
 Result<Feed> TextFeed(const std::string& file);
 
-/// The applications that a recorded transport stream offers. A failure names the file; a stream
-/// that offers none is one. The remark counts what was damaged.
-Result<Feed> BroadcastFeed(const std::string& file);
+/// How a recorded broadcast is to be read and played.
+struct BroadcastFeedOptions {
+    OfferFilter filter;
+    std::optional<TextCoding> coding;
+    std::optional<double> interval;  ///< Seconds between changes; none: as in the recording.
+};
+
+/// The applications that a file's broadcast offers (BroadcastFile.h) from moment to moment. A file
+/// without a clock changes every second. A failure names the file; a broadcast that never offers
+/// any is one. The remark counts what was damaged.
+Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& options = {});
 
 }  // namespace applist::sim

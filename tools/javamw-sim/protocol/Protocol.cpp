@@ -83,6 +83,15 @@ std::optional<Items> DecodeItems(const Bytes& payload) {
     return items;
 }
 
+std::string DescribeNotification(const Notification& notification) {
+    std::string text = "event " + std::to_string(static_cast<int32_t>(notification.event)) + ' ' +
+                       std::string(NameOf(notification.event));
+    if (notification.payloadSize > 0) {
+        text += " with " + std::to_string(notification.payloadSize) + " unexpected bytes";
+    }
+    return text;
+}
+
 std::optional<Notification> DecodeNotification(const Bytes& message) {
     if (message.size() < ID_SIZE) {
         return std::nullopt;

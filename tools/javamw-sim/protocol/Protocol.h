@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -59,6 +60,9 @@ struct Notification {
     Event event{};
     size_t payloadSize = 0;
 };
+
+/// "event 1 ItemChanged", and what else it holds.
+std::string DescribeNotification(const Notification& notification);
 
 /// Nothing when message is too short to hold an id.
 std::optional<Notification> DecodeNotification(const Bytes& message);

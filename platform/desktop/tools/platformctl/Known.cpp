@@ -64,10 +64,11 @@ Reading<Setting> ParseRanged(const KnownSetting& setting, const std::string& val
 }  // namespace
 
 std::span<const KnownSetting> KnownSettings() {
-    static const std::array<KnownSetting, 3> settings{{
+    static const std::array<KnownSetting, 4> settings{{
         {PlatformSettings::AUTORUN_DATA_SERVICE_KEY, false, 0, 0},
         {PlatformSettings::DATA_SERVICE_KEY, int32_t{0}, 0, 7},
         {PlatformSettings::AUTOSTART_APP, int32_t{0}, LEAST, MOST},
+        {HIGH_CONTRAST_KEY, false, 0, 0},
     }};
     return settings;
 }

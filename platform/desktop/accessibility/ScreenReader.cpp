@@ -1,0 +1,84 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "accessibility/ScreenReader.h"
+
+#include <utility>
+
+#include "CallbackGuard.h"
+#include "Log.h"
+#include "bus/SessionBus.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr const char* SERVICE = "org.a11y.Bus";
+constexpr const char* OBJECT = "/org/a11y/bus";
+constexpr const char* INTERFACE = "org.a11y.Status";
+constexpr const char* PROPERTY = "ScreenReaderEnabled";
+
+// A request that was cancelled comes back too, when whoever made it is gone.
+void OnConnected(GObject*, GAsyncResult* result, gpointer reader) {
+    g_autoptr(GError) error = nullptr;
+    GDBusProxy* status = g_dbus_proxy_new_for_bus_finish(result, &error);
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != 0) {
+        return;
+    }
+    if (error != nullptr) {
+        LOG_INFO("Nobody tells whether there is a screen reader: %s", error->message);
+    }
+    GuardCallback([&] { static_cast<ScreenReader*>(reader)->Connected(status); });
+}
+
+void OnChanged(GDBusProxy*, GVariant*, const gchar* const*, gpointer reader) {
+    GuardCallback([reader] { static_cast<ScreenReader*>(reader)->Update(); });
+}
+
+void OnOwnerChanged(GDBusProxy*, GParamSpec*, gpointer reader) {
+    GuardCallback([reader] { static_cast<ScreenReader*>(reader)->Update(); });
+}
+
+bool IsOn(GDBusProxy* status) {
+    g_autoptr(GVariant) value = g_dbus_proxy_get_cached_property(status, PROPERTY);
+    return value != nullptr && g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) != 0 &&
+           g_variant_get_boolean(value) != 0;
+}
+
+}  // namespace
+
+ScreenReader::ScreenReader(Listener listener)
+    : m_listener(std::move(listener)), m_connecting(g_cancellable_new()) {
+    if (HasSessionBus()) {
+        g_dbus_proxy_new_for_bus(G_BUS_TYPE_SESSION, G_DBUS_PROXY_FLAGS_DO_NOT_AUTO_START, nullptr,
+                                 SERVICE, OBJECT, INTERFACE, m_connecting, OnConnected, this);
+    }
+}
+
+ScreenReader::~ScreenReader() {
+    g_cancellable_cancel(m_connecting);
+    g_object_unref(m_connecting);
+    if (m_status != nullptr) {
+        g_signal_handlers_disconnect_by_data(m_status, this);
+        g_object_unref(m_status);
+    }
+}
+
+void ScreenReader::Connected(GDBusProxy* status) {
+    m_status = status;
+    if (m_status == nullptr) {
+        return;
+    }
+    // The viewer keeps the list when the session ends.
+    g_dbus_connection_set_exit_on_close(g_dbus_proxy_get_connection(m_status), FALSE);
+    g_signal_connect(m_status, "g-properties-changed", G_CALLBACK(OnChanged), this);
+    g_signal_connect(m_status, "notify::g-name-owner", G_CALLBACK(OnOwnerChanged), this);
+    Update();
+}
+
+void ScreenReader::Update() {
+    const bool on = IsOn(m_status);
+    if (std::exchange(m_on, on) != on) {
+        m_listener(on);
+    }
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,144 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "accessibility/SpokenNames.h"
+
+#include <Elementary.h>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "CallbackGuard.h"
+#include "accessibility/KeyFilter.h"
+
+// Elementary's own list of headers leaves it out.
+extern "C" {
+#include <efl_access_object.eo.h>
+}
+
+namespace applist::desktop {
+namespace {
+
+// The part that holds the text of a row with one text.
+constexpr const char* TEXT_PART = "elm.text";
+
+// The toolkit waits a tenth of a second for the address of the accessibility bus, and asks but
+// once; on a busy machine that bus takes longer to start.
+constexpr double RETRY_SECONDS = 1.0;
+
+struct FreeText {
+    void operator()(char* text) const { std::free(text); }
+};
+
+bool IsA(const Eo* object, std::string_view name) {
+    return object != nullptr && efl_class_name_get(object) == name;
+}
+
+bool IsList(const Eo* object) {
+    return IsA(object, "Elm.Genlist");
+}
+
+void NameRow(const Eo* list, Eo* row) {
+    const Elm_Genlist_Item_Class* kind = elm_genlist_item_item_class_get(row);
+    if (kind == nullptr || kind->func.text_get == nullptr) {
+        return;
+    }
+    const std::unique_ptr<char, FreeText> text(kind->func.text_get(
+        elm_object_item_data_get(row), const_cast<Evas_Object*>(list), TEXT_PART));
+    if (text) {
+        efl_access_object_i18n_name_set(row, text.get());
+    }
+}
+
+void NameList(Eo* list) {
+    const Evas_Object* around = elm_object_parent_widget_get(list);
+    while (around != nullptr && !IsA(around, "Elm.Popup")) {
+        around = elm_object_parent_widget_get(around);
+    }
+    const char* title =
+        around != nullptr ? elm_object_part_text_get(around, "title,text") : nullptr;
+    if (title != nullptr) {
+        efl_access_object_i18n_name_set(list, title);
+    }
+}
+
+void NameAll(Eo* list) {
+    NameList(list);
+    for (Elm_Object_Item* row = elm_genlist_first_item_get(list); row != nullptr;
+         row = elm_genlist_item_next_get(row)) {
+        NameRow(list, row);
+    }
+}
+
+// Every list in or below object.
+void NameListsIn(Eo* object) {
+    if (IsList(object)) {
+        NameAll(object);
+        return;
+    }
+    Eina_List* children = efl_access_object_access_children_get(object);
+    for (Eina_List* each = children; each != nullptr; each = eina_list_next(each)) {
+        NameListsIn(static_cast<Eo*>(eina_list_data_get(each)));
+    }
+    eina_list_free(children);
+}
+
+// The toolkit calls this for every event of everything that a reader can see.
+void OnEvent(void*, const Efl_Event* event) {
+    if (event->desc != EFL_ACCESS_OBJECT_EVENT_CHILDREN_CHANGED) {
+        return;
+    }
+    const auto* change = static_cast<Efl_Access_Event_Children_Changed_Data*>(event->info);
+    if (change->is_added != 0) {
+        GuardCallback([&] { SpokenNames::RowAdded(event->object, change->child); });
+    }
+}
+
+Eina_Bool OnRetry(void* names) {
+    const bool again =
+        GuardCallback(false, [names] { return static_cast<SpokenNames*>(names)->Retry(); });
+    return again ? ECORE_CALLBACK_RENEW : ECORE_CALLBACK_CANCEL;
+}
+
+}  // namespace
+
+void SpokenNames::Turn(bool on) {
+    if (on == (m_additions != nullptr)) {
+        return;
+    }
+    if (on) {
+        Connect();
+        m_retry = ecore_timer_add(RETRY_SECONDS, OnRetry, this);
+        NameListsIn(efl_access_object_access_root_get());
+        m_additions = efl_access_object_event_handler_add(OnEvent, nullptr);
+    } else {
+        elm_config_atspi_mode_set(EINA_FALSE);
+        efl_access_object_event_handler_del(std::exchange(m_additions, nullptr));
+        if (m_retry != nullptr) {
+            ecore_timer_del(std::exchange(m_retry, nullptr));
+        }
+    }
+}
+
+void SpokenNames::Connect() {
+    KeepFilteredEvents();
+    elm_config_atspi_mode_set(EINA_TRUE);
+}
+
+bool SpokenNames::Retry() {
+    if (FilterWasAdded()) {
+        m_retry = nullptr;
+        return false;
+    }
+    elm_config_atspi_mode_set(EINA_FALSE);
+    Connect();
+    return true;
+}
+
+void SpokenNames::RowAdded(Eo* list, Eo* row) {
+    if (IsList(list)) {
+        NameRow(list, row);
+    }
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,66 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/ScreenFit.h"
+
+#include <Elementary.h>
+#include <cstdlib>
+
+#include "CallbackGuard.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr double DRAWN_FOR_HEIGHT = 1080.0;
+constexpr double NOBODYS_SCALE = 1.0;
+
+bool HasOwnScale() {
+    static const bool own =
+        std::getenv("ELM_SCALE") != nullptr || elm_config_scale_get() != NOBODYS_SCALE;
+    return own;
+}
+
+void FitToHeight(int height) {
+    if (height > 0 && !HasOwnScale()) {
+        elm_config_scale_set(height / DRAWN_FOR_HEIGHT);
+    }
+}
+
+// The monitor in the corner at which windows appear; the whole screen where there are none.
+Eina_Rectangle FirstMonitor() {
+    Eina_Rectangle found{0, 0, 0, 0};
+    for (int i = 0; i < ecore_x_xinerama_screen_count_get(); ++i) {
+        if (ecore_x_xinerama_screen_geometry_get(i, &found.x, &found.y, &found.w, &found.h) != 0 &&
+            found.x == 0 && found.y == 0) {
+            return found;
+        }
+    }
+    found = {0, 0, 0, 0};
+    ecore_x_screen_size_get(ecore_x_default_screen_get(), &found.w, &found.h);
+    return found;
+}
+
+void OnResized(void*, Evas*, Evas_Object* window, void*) {
+    GuardCallback([window] {
+        int height = 0;
+        evas_object_geometry_get(window, nullptr, nullptr, nullptr, &height);
+        FitToHeight(height);
+    });
+}
+
+}  // namespace
+
+void FitToScreen(Evas_Object* window) {
+    if (ecore_x_display_get() != nullptr) {
+        FitToHeight(FirstMonitor().h);
+    } else {
+        evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, OnResized, nullptr);
+    }
+}
+
+// Past the toolkit, which refuses to resize a window that it takes for full-screen.
+void FillScreen(Ecore_X_Window window) {
+    const Eina_Rectangle monitor = FirstMonitor();
+    ecore_x_window_move_resize(window, monitor.x, monitor.y, monitor.w, monitor.h);
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,40 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "theme/Theme.h"
+
+#include <Elementary.h>
+#include <string>
+
+#include "Log.h"
+#include "SettingsStore.h"
+#include "paths/DataPath.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr const char* STANDARD = "applist/theme/applist.edj";
+constexpr const char* HIGH_CONTRAST = "applist/theme/applist-high-contrast.edj";
+
+// Not as an application reads its settings: it is no error that the viewer never chose.
+bool WantsHighContrast() {
+    const Reading<Setting> setting = ReadSetting(HIGH_CONTRAST_KEY);
+    if (!setting.problem.empty()) {
+        LOG_ERROR("%s", setting.problem.c_str());
+    }
+    return setting.value == Setting(true);
+}
+
+}  // namespace
+
+void LoadTheme() {
+    const char* name = WantsHighContrast() ? HIGH_CONTRAST : STANDARD;
+    const std::string theme = FindData(name);
+    // The toolkit says nothing about a missing overlay; rows would just have no style.
+    if (theme.empty()) {
+        LOG_ERROR("The theme is missing: share/%s, beside the program's folder", name);
+        return;
+    }
+    elm_theme_overlay_add(nullptr, theme.c_str());
+}
+
+}  // namespace applist::desktop

@@ -1,0 +1,278 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Scenarios against the application's list, all on a real bus.
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "support/ChildProcess.h"
+#include "support/PrivateBus.h"
+#include "support/TemporaryDir.h"
+
+namespace applist::test {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr int SUCCESS = 0;
+constexpr int FAILED = 1;
+constexpr int WRONG_USAGE = 2;
+constexpr int NO_BUS = 3;
+
+class Scenario : public testing::Test {
+protected:
+    using Process = std::unique_ptr<ChildProcess>;
+
+    Process StartList() {
+        auto list = std::make_unique<ChildProcess>(std::vector<std::string>{LIST_WITHOUT_SCREEN},
+                                                   m_bus.Environment());
+        EXPECT_TRUE(list->WaitForText("ready"));
+        return list;
+    }
+
+    Process Start(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(),
+                         {BuiltProgram("javamw-sim"), "run", "--address=" + m_bus.Address()});
+        return std::make_unique<ChildProcess>(arguments);
+    }
+
+    /// Plays text to its end, with the file's name left out of the output.
+    std::string Play(const std::string& text, int status,
+                     const std::vector<std::string>& options = {}) {
+        std::vector<std::string> arguments = options;
+        arguments.push_back(File("it", text));
+        const Process run = Start(arguments);
+        EXPECT_EQ(run->WaitForExit(), status) << run->Output() << run->Errors();
+        m_errors = run->Errors();
+        return WithoutFolder(run->Output());
+    }
+
+    std::string File(const std::string& name, const std::string& text) {
+        const std::string path = (m_folder.path() / name).string();
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    }
+
+    std::string WithoutFolder(std::string text) const {
+        const std::string folder = m_folder.path().string() + "/";
+        for (size_t at = text.find(folder); at != std::string::npos; at = text.find(folder)) {
+            text.erase(at, folder.size());
+        }
+        return text;
+    }
+
+    PrivateBus m_bus;
+    TemporaryDir m_folder;
+    std::string m_errors;
+};
+
+TEST_F(Scenario, HoldsWhenEveryExpectationDoes) {
+    const Process list = StartList();
+    EXPECT_EQ(Play("# a comment\nwait connected\nadd a=Alpha\nexpect list a=Alpha\n", SUCCESS),
+              "TAP version 13\n"
+              "1..3\n"
+              "ok 1 - it:2 wait connected\n"
+              "ok 2 - it:3 add a=Alpha\n"
+              "ok 3 - it:4 expect list a=Alpha\n");
+    EXPECT_EQ(m_errors, "");
+}
+
+TEST_F(Scenario, SaysWhereAndWhyItDoesNotHoldAndSkipsTheRest) {
+    const Process list = StartList();
+    EXPECT_EQ(Play("wait connected\nadd a=Alpha\nexpect list b\nclear\nnote over\n", FAILED),
+              "TAP version 13\n"
+              "1..4\n"
+              "ok 1 - it:1 wait connected\n"
+              "ok 2 - it:2 add a=Alpha\n"
+              "not ok 3 - it:3 expect list b\n"
+              "  ---\n"
+              "  at: \"it:3\"\n"
+              "  problem: \"the list holds a=Alpha (1)\"\n"
+              "  ...\n"
+              "ok 4 - it:4 clear # SKIP it:3 failed\n");
+}
+
+TEST_F(Scenario, GoesOnBehindAFailureWhenAsked) {
+    const Process list = StartList();
+    const std::string output =
+        Play("wait connected\nexpect count 3\nexpect count 0\n", FAILED, {"--keep-going"});
+    EXPECT_THAT(output, HasSubstr("not ok 2 - it:2 expect count 3\n"));
+    EXPECT_THAT(output, EndsWith("ok 3 - it:3 expect count 0\n"));
+}
+
+TEST_F(Scenario, RunsNothingIfAnyFileHasAnError) {
+    const std::string good = File("good", "wait 1ms\n");
+    const std::string bad = File("bad", "clear\nadd a\n\nwait long\n");
+    const Process run = Start({good, bad, File("ugly", "\x01")});
+    EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
+    EXPECT_EQ(run->Output(), "");
+    EXPECT_EQ(
+        WithoutFolder(run->Errors()),
+        "javamw-sim: bad:2:5: 'a' has no = between an id and a name\n"
+        "javamw-sim: bad:4:6: a time is written as 200ms, 5s or 1min, up to a day, not 'long'\n"
+        "javamw-sim: ugly:1:1: control byte; write it as \\xHH in quotes\n");
+}
+
+TEST_F(Scenario, RefusesAFileThatCannotBeRead) {
+    const Process run = Start({(m_folder.path() / "none").string()});
+    EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
+    EXPECT_EQ(WithoutFolder(run->Errors()), "javamw-sim: none: no such file\n");
+}
+
+TEST_F(Scenario, IsOnlyLookedAtWhenAsked) {
+    EXPECT_EQ(Play("wait connected\n", SUCCESS, {"--check"}), "");
+    EXPECT_EQ(Play("wait\n", WRONG_USAGE, {"--check"}), "");
+    EXPECT_THAT(m_errors, EndsWith("it:1:5: a time is missing here\n"));
+}
+
+TEST_F(Scenario, ComesFromStandardInputToo) {
+    ChildProcess shell({"sh", "-c", "echo 'wait 1ms' | \"$0\" run -", BuiltProgram("javamw-sim")});
+    EXPECT_EQ(shell.WaitForExit(), SUCCESS);
+    EXPECT_EQ(shell.Output(), "TAP version 13\n1..1\nok 1 - -:1 wait 1ms\n");
+}
+
+TEST_F(Scenario, CountsOnThroughAllFiles) {
+    const Process list = StartList();
+    const Process run =
+        Start({File("first", "wait connected\nadd a=A\n"), File("second", "wait connected\n")});
+    EXPECT_EQ(run->WaitForExit(), SUCCESS);
+    EXPECT_THAT(run->Output(), StartsWith("TAP version 13\n1..3\n"));
+    EXPECT_THAT(WithoutFolder(run->Output()), EndsWith("ok 3 - second:1 wait connected\n"));
+}
+
+TEST_F(Scenario, FailsWithoutAnApplication) {
+    EXPECT_THAT(Play("wait connected within 1ms\n", FAILED),
+                HasSubstr("problem: \"no application connected within 1 ms\""));
+    EXPECT_THAT(Play("timeout 1ms\nadd a=A\n", FAILED), HasSubstr("no application has been heard"));
+}
+
+TEST_F(Scenario, SeesTheApplicationLeave) {
+    const Process list = StartList();
+    const Process run = Start({File("it", "wait connected\nwait disconnected within 1min\n")});
+    ASSERT_TRUE(run->WaitForText("ok 1 - "));
+    list->Signal(SIGTERM);
+    EXPECT_EQ(run->WaitForExit(), SUCCESS);
+}
+
+TEST_F(Scenario, TakesEventsStrictlyInTheirOrder) {
+    const Process list = StartList();
+    const std::string output = Play(
+        "wait connected\nexpect event LocalCreated\nadd a=A\nexpect event ItemSelected\n", FAILED);
+    EXPECT_THAT(output, HasSubstr("problem: \"came event 1 ItemChanged instead\""));
+}
+
+TEST_F(Scenario, TellsHowManyEventsCameBeforeAnotherOrNone) {
+    const Process list = StartList();
+    const std::string begin = "wait connected\nexpect event LocalCreated\nadd a=A\n";
+    EXPECT_THAT(Play(begin + "expect event ItemChanged times 2\n", FAILED),
+                HasSubstr("problem: \"after 1 came event 2 ItemSelected instead\""));
+    EXPECT_THAT(Play(begin + "expect event ItemChanged times 2 within 10ms\n", FAILED),
+                HasSubstr("problem: \"after 0 none came within 10 ms\""));
+}
+
+TEST_F(Scenario, FailsWhenAnEventComesThatShouldNot) {
+    const Process list = StartList();
+    EXPECT_THAT(Play("wait connected\nexpect no event for 1min\n", FAILED),
+                HasSubstr("problem: \"came event 4 LocalCreated\""));
+}
+
+TEST_F(Scenario, ShowsTheReplyThatWasNotExpected) {
+    const Process list = StartList();
+    const std::string begin = "wait connected\nadd a=A\ncall GetAllItems\n";
+    EXPECT_THAT(Play(begin + "expect reply b\n", FAILED), HasSubstr("the reply holds a=A (1)"));
+    EXPECT_THAT(Play(begin + "expect reply empty\n", FAILED),
+                HasSubstr("the reply has 10 bytes 01 00 00 00 41 01 00 00 00 61"));
+    EXPECT_THAT(Play(begin + "expect error\n", FAILED), HasSubstr("the call was answered with"));
+    EXPECT_THAT(Play("wait connected\nexpect reply empty\n", FAILED),
+                HasSubstr("no call has been made"));
+    EXPECT_THAT(Play("wait connected\nexpect selection b\n", FAILED), HasSubstr("selected is a=A"));
+}
+
+TEST_F(Scenario, EndsWithTheBus) {
+    const Process list = StartList();
+    const Process run = Start({File("it", "wait connected\nwait 1min\nclear\n")});
+    ASSERT_TRUE(run->WaitForText("ok 1 - "));
+    m_bus.Stop();
+    EXPECT_EQ(run->WaitForExit(), NO_BUS);
+    EXPECT_THAT(run->Output(), EndsWith("Bail out! the bus closed the connection\n"));
+    EXPECT_EQ(run->Errors(), "javamw-sim: the bus closed the connection\n");
+}
+
+TEST_F(Scenario, EndsWithoutABus) {
+    m_bus.Stop();
+    const std::string output = Play("wait connected\nclear\n", NO_BUS);
+    EXPECT_THAT(output, HasSubstr("not ok 1 - it:1 wait connected\n"));
+    EXPECT_THAT(output, HasSubstr("Bail out! cannot reach the bus: "));
+    EXPECT_THAT(m_errors, StartsWith("javamw-sim: cannot reach the bus: "));
+}
+
+TEST_F(Scenario, StopsOnSignals) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        const Process run = Start({File("it", "wait 1ms\nwait 1min\nwait 1min\n")});
+        ASSERT_TRUE(run->WaitForText("ok 1 - "));
+        run->Signal(number);
+        EXPECT_EQ(run->WaitForExit(), FAILED);
+        EXPECT_THAT(WithoutFolder(run->Output()),
+                    EndsWith("ok 1 - it:1 wait 1ms\nBail out! interrupted at it:2 wait 1min\n"));
+        EXPECT_EQ(run->Errors(), "");
+    }
+}
+
+TEST_F(Scenario, IsInColoursOnATerminalAlone) {
+    const std::string file = File("it", "wait 1ms\n");
+    const auto play = [&](const std::string& environment) {
+        ChildProcess terminal(
+            {"script", "-qec", environment + " " + BuiltProgram("javamw-sim") + " run " + file,
+             "/dev/null"},
+            {{"TERM", "xterm"}, {"NO_COLOR", std::nullopt}});
+        EXPECT_EQ(terminal.WaitForExit(), SUCCESS);
+        return terminal.Output();
+    };
+    EXPECT_THAT(play(""), HasSubstr("\033[32mok\033[0m 1 - "));
+    EXPECT_THAT(play("NO_COLOR=1"), Not(HasSubstr("\033")));
+    EXPECT_THAT(play("TERM=dumb"), Not(HasSubstr("\033")));
+}
+
+/// The scenarios that come with the tool.
+class Example : public Scenario, public testing::WithParamInterface<std::string> {};
+
+std::filesystem::path ExampleFolder() {
+    const char* source = std::getenv("APPLIST_SOURCE");
+    return std::filesystem::path(source != nullptr ? source : ".") / "tools/javamw-sim/scenarios";
+}
+
+std::vector<std::string> ExampleNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(ExampleFolder())) {
+        names.push_back(entry.path().stem().string());
+    }
+    return names;
+}
+
+std::string TestName(const testing::TestParamInfo<std::string>& name) {
+    std::string text = name.param;
+    std::replace(text.begin(), text.end(), '-', '_');
+    return text;
+}
+
+TEST_P(Example, Holds) {
+    const Process list = StartList();
+    const Process run = Start({(ExampleFolder() / (GetParam() + ".scenario")).string()});
+    EXPECT_EQ(run->WaitForExit(), SUCCESS) << run->Output() << run->Errors();
+    EXPECT_THAT(run->Output(), Not(HasSubstr("# SKIP")));
+}
+
+INSTANTIATE_TEST_SUITE_P(OfTheTool, Example, testing::ValuesIn(ExampleNames()), TestName);
+
+}  // namespace
+}  // namespace applist::test

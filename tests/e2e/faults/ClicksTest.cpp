@@ -1,0 +1,58 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The click is the last thing that an application says: activating a row ends it at once.
+//   APPLIST_CLICKS   how many rows are activated; 50 without it
+//   APPLIST_LOAD     how many programs keep the processor busy meanwhile; none without it
+#include <cstdlib>
+#include <iostream>
+
+#include "e2e/faults/FaultTest.h"
+
+namespace applist::test {
+namespace {
+
+using sim::Event;
+using sim::Function;
+
+int Setting(const char* variable, int usual) {
+    const char* text = std::getenv(variable);
+    return text != nullptr ? std::atoi(text) : usual;
+}
+
+class AClick : public FaultTest {
+protected:
+    /// One list from its start to the end that the viewer's choice makes; true iff the middleware
+    /// heard of the choice.
+    bool Arrives() {
+        const auto application = m_set.StartApplication();
+        EXPECT_TRUE(m_middleware->AwaitApplication());
+        EXPECT_TRUE(m_middleware->Ask(Function::AddItems, THREE));
+        EXPECT_TRUE(m_set.WaitForFocusedRow());
+        m_set.screen().TypeKey("Return");
+        EXPECT_EQ(application->WaitForExit(), 0) << application->Errors();
+        // The bus tells of the end after all that the application had sent.
+        EXPECT_TRUE(m_middleware->AwaitDisconnection());
+        return m_middleware->Events(Event::ItemClicked) == 1;
+    }
+
+    std::unique_ptr<DrivenMiddleware> m_middleware = NewMiddleware();
+};
+
+TEST_F(AClick, ArrivesEachTime) {
+    const int clicks = Setting("APPLIST_CLICKS", 50);
+    std::vector<std::unique_ptr<ChildProcess>> load;
+    for (int i = 0; i < Setting("APPLIST_LOAD", 0); ++i) {
+        load.push_back(std::make_unique<ChildProcess>(
+            std::vector<std::string>{"sh", "-c", "while :; do :; done"}));
+    }
+    int arrived = 0;
+    for (int click = 0; click < clicks && !HasFailure(); ++click) {
+        arrived += Arrives() ? 1 : 0;
+    }
+    std::cout << arrived << " of " << clicks << " clicks arrived\n";
+    EXPECT_EQ(arrived, clicks);
+}
+
+}  // namespace
+}  // namespace applist::test

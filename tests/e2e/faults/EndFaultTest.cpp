@@ -1,0 +1,107 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What comes while the list begins or ends: calls, launches, the end of the screen.
+#include <csignal>
+
+#include <gmock/gmock.h>
+
+#include "e2e/faults/FaultTest.h"
+
+namespace applist::test {
+namespace {
+
+using sim::Function;
+using testing::HasSubstr;
+using testing::Optional;
+
+using AnEnd = FaultTest;
+
+// Wherever the end falls among the calls, each of them ends too, answered or refused.
+TEST_F(AnEnd, MayComeBetweenAnyCalls) {
+    constexpr int ENDS = 10;
+    constexpr size_t CALLS = 300;
+    const auto middleware = NewMiddleware();
+    for (int end = 0; end < ENDS && !HasFailure(); ++end) {
+        StartApplication();
+        ASSERT_TRUE(middleware->AwaitApplication());
+        ASSERT_TRUE(middleware->Ask(Function::AddItems, THREE));
+        ASSERT_TRUE(m_set.WaitForFocusedRow());
+        const size_t before = middleware->Answered() + middleware->Failed();
+        for (size_t call = 0; call < CALLS; ++call) {
+            if (call == CALLS / 3) {
+                application().Signal(SIGTERM);
+            }
+            middleware->Call(Function::AddItemAtEnd, {{"n" + std::to_string(call), "New"}});
+        }
+        EXPECT_TRUE(middleware->AwaitReplies());
+        EXPECT_EQ(middleware->Answered() + middleware->Failed(), before + CALLS);
+        EXPECT_EQ(application().WaitForExit(), 0) << Log();
+        EXPECT_TRUE(middleware->AwaitDisconnection());
+    }
+    EXPECT_GT(middleware->Answered(), 0U);
+    EXPECT_GT(middleware->Failed(), 0U);
+}
+
+class TheDisplayServer : public FaultTest {
+protected:
+    // The toolkit ends the program from within itself, where all that it holds would be a leak.
+    TheDisplayServer() : FaultTest({{"ASAN_OPTIONS", "detect_leaks=0"}}) {}
+};
+
+// The toolkit cannot do without it, says so and ends the program with a status of its own.
+TEST_F(TheDisplayServer, EndsTheListWithItsOwnEndAndTheNextListFindsAnother) {
+    constexpr int NO_DISPLAY = 101;
+    ASSERT_NO_FATAL_FAILURE(ShowThree());
+    const auto middleware = NewMiddleware();
+    ASSERT_TRUE(middleware->AwaitApplication());
+    m_set.screen().Stop();
+    EXPECT_EQ(application().WaitForExit(), NO_DISPLAY) << Log();
+    EXPECT_THAT(Log(), HasSubstr("X I/O Error"));
+    EXPECT_TRUE(middleware->AwaitDisconnection());
+    XDisplay other({"openbox", "picom"});
+    auto environment = m_set.Environment();
+    environment["DISPLAY"] = other.Name();
+    ChildProcess next({BuiltProgram("applist")}, environment);
+    ASSERT_TRUE(middleware->AwaitApplication());
+    ASSERT_TRUE(middleware->Ask(Function::AddItems, THREE));
+    EXPECT_THAT(middleware->Ask(Function::GetAllItems), Optional(THREE));
+    ASSERT_TRUE(other.WaitUntil([&other] {
+        const XlibWindow list = other.WindowTitled(Television::LIST);
+        return list != 0 && other.FocusedWindow() == list;
+    }));
+    other.TypeKey("F10");
+    EXPECT_EQ(next.WaitForExit(), 0) << next.Errors();
+}
+
+using ASecondLaunch = FaultTest;
+
+// Two at once: one of them is the second, which closes the first as ever.
+TEST_F(ASecondLaunch, ClosesTheListAlsoWhileThatStarts) {
+    constexpr int TIMES = 10;
+    for (int time = 0; time < TIMES && !HasFailure(); ++time) {
+        const auto one = m_set.StartApplication();
+        const auto two = m_set.StartApplication();
+        EXPECT_EQ(one->WaitForExit(), 0) << one->Errors();
+        EXPECT_EQ(two->WaitForExit(), 0) << two->Errors();
+    }
+    ASSERT_NO_FATAL_FAILURE(ShowThree());
+    ExpectCleanEnd();
+}
+
+// The first one waits for a system bus that does not answer when the second one comes.
+TEST_F(ASecondLaunch, ClosesAListThatIsHeldUpInItsStart) {
+    m_set.systemBus().Freeze();
+    const auto first = m_set.StartApplication();
+    ASSERT_TRUE(first->WaitForText("APPLIST v:"));
+    const auto second = m_set.StartApplication();
+    ASSERT_TRUE(second->WaitForText("APPLIST v:"));
+    m_set.systemBus().Thaw();
+    EXPECT_EQ(first->WaitForExit(), 0) << first->Errors();
+    EXPECT_EQ(second->WaitForExit(), 0) << second->Errors();
+    ASSERT_NO_FATAL_FAILURE(ShowThree());
+    ExpectCleanEnd();
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,83 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "e2e/faults/FaultTest.h"
+
+#include <fstream>
+#include <iterator>
+
+#include <gmock/gmock.h>
+
+namespace applist::test {
+namespace {
+
+using sim::Event;
+using sim::Function;
+using testing::Optional;
+
+// The address sanitizer keeps freed memory for a while, which looks like growth.
+ChildProcess::Environment Frugal(ChildProcess::Environment changes) {
+    changes.emplace("ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0");
+    return changes;
+}
+
+}  // namespace
+
+const sim::Items FaultTest::THREE{{"a", "Alpha"}, {"b", "Bravo"}, {"c", "Charlie"}};
+
+FaultTest::FaultTest(const ChildProcess::Environment& changes) : m_set(Frugal(changes)) {}
+
+void FaultTest::StartApplication(const std::vector<std::string>& wrapper) {
+    // Into a file: nobody reads a pipe meanwhile, and a full one would stop the application.
+    m_log = m_set.WriteFile("log", "");
+    std::vector<std::string> command{"sh", "-c", "exec \"$@\" 2>>\"$0\"", m_log};
+    command.insert(command.end(), wrapper.begin(), wrapper.end());
+    m_application = m_set.StartApplication(command);
+}
+
+void FaultTest::ShowThree() {
+    StartApplication();
+    const auto middleware = NewMiddleware();
+    ASSERT_TRUE(middleware->AwaitApplication());
+    ASSERT_TRUE(middleware->Ask(Function::AddItems, THREE));
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
+}
+
+std::string FaultTest::Log() const {
+    std::ifstream file(m_log);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::unique_ptr<DrivenMiddleware> FaultTest::NewMiddleware() {
+    return std::make_unique<DrivenMiddleware>(m_set.systemBus().Address());
+}
+
+Gauge FaultTest::GaugeOf(const DrivenMiddleware& driver) {
+    return {application().pid(), m_set.systemBus().Address(), driver.application()};
+}
+
+void FaultTest::ExpectList(DrivenMiddleware& driver, const sim::Items& items) {
+    ASSERT_THAT(driver.Ask(Function::GetAllItems), Optional(items));
+    if (items.empty()) {
+        ASSERT_TRUE(m_set.WaitForNoFocusedRow());
+        return;
+    }
+    ASSERT_TRUE(driver.Ask(Function::SetSelection, {items.front()}));
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
+    for (size_t row = 1; row <= items.size() && items.size() > 1; ++row) {
+        ASSERT_NO_FATAL_FAILURE(Step(driver, items[row % items.size()]));
+    }
+}
+
+void FaultTest::Step(DrivenMiddleware& driver, const sim::Item& next) {
+    const size_t before = driver.Events(Event::ItemSelected);
+    m_set.screen().TypeKey("Down");
+    ASSERT_TRUE(driver.AwaitEvents(Event::ItemSelected, before + 1)) << "no row " << next.id;
+    ASSERT_THAT(driver.Ask(Function::GetSelection), Optional(sim::Items{next}));
+}
+
+void FaultTest::ExpectCleanEnd() {
+    m_set.screen().TypeKey("F10");
+    EXPECT_EQ(application().WaitForExit(), 0) << Log();
+}
+
+}  // namespace applist::test

@@ -1,0 +1,85 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// More rows than any broadcast offers.
+//   APPLIST_ROWS   how many; 1000 without it
+//   APPLIST_SAME   so many items without name and id instead, as many as 16 MiB hold
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+
+#include <gmock/gmock.h>
+
+#include "e2e/faults/FaultTest.h"
+
+namespace applist::test {
+namespace {
+
+using sim::Function;
+using testing::Optional;
+using Clock = std::chrono::steady_clock;
+
+size_t Setting(const char* variable, size_t usual) {
+    const char* text = std::getenv(variable);
+    return text != nullptr ? std::strtoul(text, nullptr, 10) : usual;
+}
+
+class ALongList : public FaultTest {
+protected:
+    void SetUp() override {
+        StartApplication();
+        m_middleware = NewMiddleware();
+        ASSERT_TRUE(m_middleware->AwaitApplication());
+        ASSERT_TRUE(m_set.WaitForWindow());
+    }
+
+    static long Milliseconds(Clock::time_point since) {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - since).count();
+    }
+
+    /// What the program held at most so far.
+    size_t PeakKiB() {
+        std::ifstream status("/proc/" + std::to_string(application().pid()) + "/status");
+        std::string word;
+        size_t peak = 0;
+        while (status >> word) {
+            if (word == "VmHWM:") {
+                status >> peak;
+            }
+        }
+        return peak;
+    }
+
+    void AddAndReport(const sim::Items& items) {
+        const size_t before = PeakKiB();
+        const auto start = Clock::now();
+        EXPECT_TRUE(m_middleware->Ask(Function::AddItems, items));
+        std::cout << items.size() << " items: answered after " << Milliseconds(start) << " ms, ";
+        EXPECT_TRUE(m_set.WaitForFocusedRow());
+        std::cout << "on the screen after " << Milliseconds(start) << " ms, " << PeakKiB() - before
+                  << " KiB more than " << before << '\n';
+    }
+
+    std::unique_ptr<DrivenMiddleware> m_middleware;
+};
+
+TEST_F(ALongList, IsTakenAsAWhole) {
+    sim::Items items;
+    for (size_t row = 0; row < Setting("APPLIST_ROWS", 1000); ++row) {
+        items.push_back({"id" + std::to_string(row), "Row " + std::to_string(row)});
+    }
+    AddAndReport(items);
+    EXPECT_THAT(m_middleware->Ask(Function::GetAllItems), Optional(items));
+    EXPECT_THAT(m_middleware->Ask(Function::GetSelection), Optional(sim::Items{items.front()}));
+    ExpectCleanEnd();
+}
+
+TEST_F(ALongList, OfItemsThatAreTheSameIsOneRow) {
+    AddAndReport(sim::Items(Setting("APPLIST_SAME", 1000)));
+    EXPECT_THAT(m_middleware->Ask(Function::GetAllItems), Optional(sim::Items{{}}));
+    ExpectCleanEnd();
+}
+
+}  // namespace
+}  // namespace applist::test

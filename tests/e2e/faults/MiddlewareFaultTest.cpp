@@ -1,0 +1,210 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// A middleware that is killed, again and again, at any moment; that hangs; that is not alone.
+#include <csignal>
+
+#include <gmock/gmock.h>
+
+#include "e2e/faults/FaultTest.h"
+#include "support/ScriptedPeer.h"
+
+namespace applist::test {
+namespace {
+
+using sim::Event;
+using sim::Function;
+using testing::Optional;
+
+/// The three announcements that the application waits for; of the middleware, its name and its
+/// signals.
+constexpr size_t RULES_WITH_ONE_MIDDLEWARE = 5;
+
+/// A record of a partner that stayed behind with its proxy would be some 3 KiB each time.
+constexpr size_t TOLERANCE_KIB = 256;
+
+void Kill(ChildProcess& process) {
+    process.Signal(SIGKILL);
+    EXPECT_EQ(process.WaitForExit(), 128 + SIGKILL) << process.Errors();
+}
+
+struct Moment {
+    const char* name;
+    /// Whether the middleware is there when the application starts.
+    bool first;
+    std::vector<std::string> steps;
+};
+
+void PrintTo(const Moment& moment, std::ostream* out) {
+    *out << moment.name;
+}
+
+class AMiddleware : public FaultTest {
+protected:
+    std::unique_ptr<ChildProcess> StartFaulty(const std::vector<std::string>& steps) {
+        std::vector<std::string> command{FAULTY_MIDDLEWARE, m_set.systemBus().Address()};
+        command.insert(command.end(), steps.begin(), steps.end());
+        auto process = std::make_unique<ChildProcess>(command);
+        EXPECT_TRUE(process->WaitForText("listening")) << process->Errors();
+        return process;
+    }
+
+    /// What the application holds with one middleware there.
+    Footprint Checkpoint() {
+        const auto middleware = NewMiddleware();
+        EXPECT_TRUE(middleware->AwaitApplication());
+        return GaugeOf(*middleware).Read();
+    }
+};
+
+class AKilledMiddleware : public AMiddleware, public testing::WithParamInterface<Moment> {
+protected:
+    /// One that goes as far as the moment, and dies there.
+    void Suffer(bool startApplication) {
+        const auto faulty = StartFaulty(GetParam().steps);
+        if (startApplication) {
+            StartApplication();
+        }
+        ASSERT_TRUE(faulty->WaitForText("done")) << faulty->Errors();
+        Kill(*faulty);
+    }
+};
+
+TEST_P(AKilledMiddleware, LeavesNothingBehindInTheApplication) {
+    if (GetParam().first) {
+        ASSERT_NO_FATAL_FAILURE(Suffer(true));
+    } else {
+        StartApplication();
+        ASSERT_TRUE(m_set.WaitForWindow());
+        ASSERT_NO_FATAL_FAILURE(Suffer(false));
+    }
+    const auto next = NewMiddleware();
+    ASSERT_TRUE(next->AwaitApplication());
+    EXPECT_EQ(GaugeOf(*next).Read().matchRules, RULES_WITH_ONE_MIDDLEWARE);
+    ASSERT_TRUE(next->Ask(Function::AddItems, THREE));
+    ExpectList(*next, THREE);
+    ExpectCleanEnd();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    AtEachStep, AKilledMiddleware,
+    testing::Values(
+        Moment{"BeforeItsSyn", false, {}}, Moment{"DuringItsSyn", false, {"own:_CLIENT_SYN"}},
+        Moment{"AfterItsSyn", false, {"announce:_CLIENT_SYN"}},
+        Moment{"BeforeItsAck", false, {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK"}},
+        Moment{"DuringItsAck",
+               false,
+               {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "own:_CLIENT_ACK"}},
+        Moment{"AfterItsAck",
+               false,
+               {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "announce:_CLIENT_ACK"}},
+        Moment{"AfterItHeardTheSyn", true, {"await:_SERVICE_SYN"}},
+        Moment{"DuringItsSynAck", true, {"await:_SERVICE_SYN", "own:_CLIENT_SYN_ACK"}},
+        Moment{"AfterItsSynAck", true, {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK"}},
+        Moment{"AfterItHeardTheAck",
+               true,
+               {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK", "await:_SERVICE_ACK"}}),
+    [](const auto& moment) { return moment.param.name; });
+
+const std::vector<std::string> HANDSHAKE{"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK",
+                                         "announce:_CLIENT_ACK"};
+
+TEST_F(AMiddleware, ThatDiesBetweenCallAndReplyHasCalledAllTheSame) {
+    ASSERT_NO_FATAL_FAILURE(ShowThree());
+    std::vector<std::string> steps = HANDSHAKE;
+    steps.push_back("freeze:" + std::to_string(application().pid()));
+    steps.emplace_back("add:d");
+    const auto faulty = StartFaulty(steps);
+    ASSERT_TRUE(faulty->WaitForText("done")) << faulty->Errors();
+    Kill(*faulty);
+    application().Signal(SIGCONT);
+    const auto next = NewMiddleware();
+    ASSERT_TRUE(next->AwaitApplication());
+    sim::Items four = THREE;
+    four.push_back({"d", "Item d"});
+    ExpectList(*next, four);
+    ExpectCleanEnd();
+}
+
+// Each finds the list of the one before and replaces it.
+TEST_F(AMiddleware, MayBeKilledAndRestartedTwoHundredTimes) {
+    constexpr int RESTARTS = 200;
+    constexpr int WARM_UP = 50;
+    StartApplication();
+    ASSERT_TRUE(m_set.WaitForWindow());
+    Footprint warm;
+    for (int restart = 1; restart <= RESTARTS; ++restart) {
+        const std::string id = "id" + std::to_string(restart);
+        const auto next = m_set.StartMiddleware(
+            {"serve", "--items", m_set.WriteFile("items", id + "\tRestart\nz\tLast\n")});
+        ASSERT_TRUE(next->SeesSelected(id, "Restart")) << next->Transcript();
+        Kill(next->process());
+        if (restart == WARM_UP) {
+            warm = Checkpoint();
+        }
+    }
+    const auto last = NewMiddleware();
+    ASSERT_TRUE(last->AwaitApplication());
+    const Footprint end = GaugeOf(*last).Read();
+    EXPECT_EQ(end.matchRules, warm.matchRules);
+    EXPECT_EQ(end.descriptors, warm.descriptors);
+    EXPECT_LT(end.residentKiB, warm.residentKiB + TOLERANCE_KIB)
+        << "from " << warm << " to " << end;
+    ExpectList(*last, {{"id200", "Restart"}, {"z", "Last"}});
+    ExpectCleanEnd();
+}
+
+TEST_F(AMiddleware, ThatNeverFinishesTheHandshakeIsNotWaitedFor) {
+    ASSERT_NO_FATAL_FAILURE(ShowThree());
+    const auto silent = StartFaulty({"announce:_CLIENT_SYN"});
+    ASSERT_TRUE(silent->WaitForText("done")) << silent->Errors();
+    const auto other = NewMiddleware();
+    ASSERT_TRUE(other->AwaitApplication());
+    ExpectList(*other, THREE);
+    ExpectCleanEnd();
+}
+
+// It reads nothing any more; the bus keeps what is sent to it.
+TEST_F(AMiddleware, ThatHangsKeepsNeitherTheViewerNorAnotherOneWaiting) {
+    m_set.ShowThreeItems();
+    m_set.middleware().process().Signal(SIGSTOP);
+    const auto other = NewMiddleware();
+    ASSERT_TRUE(other->AwaitApplication());
+    for (int round = 0; round < 500; ++round) {
+        other->Call(Function::SetSelection, {THREE[static_cast<size_t>(round % 3)]});
+    }
+    ASSERT_TRUE(other->AwaitReplies());
+    EXPECT_EQ(other->Failed(), 0U);
+    ExpectList(*other, THREE);
+    m_set.screen().TypeKey("F10");
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+TEST_F(AMiddleware, IsNotTheOnlyOne) {
+    constexpr int EACH = 50;
+    StartApplication();
+    const auto one = NewMiddleware();
+    auto two = NewMiddleware();
+    ASSERT_TRUE(one->AwaitApplication());
+    ASSERT_TRUE(two->AwaitApplication());
+    for (int number = 0; number < EACH; ++number) {
+        one->Call(Function::AddItemAtEnd, {{"one" + std::to_string(number), "From one"}});
+        two->Call(Function::AddItemAtEnd, {{"two" + std::to_string(number), "From two"}});
+    }
+    ASSERT_TRUE(one->AwaitReplies());
+    ASSERT_TRUE(two->AwaitReplies());
+    // Both hear of what either did.
+    EXPECT_TRUE(one->AwaitEvents(Event::ItemChanged, size_t{2} * EACH));
+    EXPECT_TRUE(two->AwaitEvents(Event::ItemChanged, size_t{2} * EACH));
+    const auto seen = one->Ask(Function::GetAllItems);
+    ASSERT_THAT(seen, Optional(testing::SizeIs(2 * EACH)));
+    EXPECT_EQ(two->Ask(Function::GetAllItems), seen);
+    two.reset();
+    ASSERT_TRUE(one->Ask(Function::RemoveAllItems));
+    ASSERT_TRUE(one->Ask(Function::AddItems, THREE));
+    ExpectList(*one, THREE);
+    ExpectCleanEnd();
+}
+
+}  // namespace
+}  // namespace applist::test

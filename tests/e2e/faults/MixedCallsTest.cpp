@@ -1,0 +1,96 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Calls of all kinds in an order that nobody thought of, against a list that the test keeps.
+//   APPLIST_CALLS   how many; 9000 without it
+//   APPLIST_SEED    another order
+#include <cstdlib>
+#include <iostream>
+
+#include <gmock/gmock.h>
+
+#include "e2e/faults/FaultTest.h"
+#include "e2e/faults/RandomCalls.h"
+#include "e2e/faults/ReferenceList.h"
+
+namespace applist::test {
+namespace {
+
+using sim::Function;
+using sim::Items;
+using testing::Optional;
+
+constexpr size_t BATCH = 250;
+
+size_t Setting(const char* variable, size_t usual) {
+    const char* text = std::getenv(variable);
+    return text != nullptr ? std::strtoul(text, nullptr, 10) : usual;
+}
+
+class MixedCalls : public FaultTest {
+protected:
+    /// A batch of calls, whose answers come while the next ones are on their way.
+    void CallBatch(size_t size) {
+        for (size_t i = 0; i < size; ++i) {
+            const Function function = m_calls.NextFunction();
+            const Items items = m_calls.ItemsFor(function);
+            m_middleware->Call(function, items);
+            m_reference.Apply(function, items);
+        }
+        ASSERT_TRUE(m_middleware->AwaitReplies());
+        ASSERT_EQ(m_middleware->Failed(), 0U);
+    }
+
+    void Compare() {
+        ASSERT_THAT(m_middleware->Ask(Function::GetAllItems), Optional(m_reference.items()));
+        ASSERT_THAT(m_middleware->Ask(Function::GetSelection),
+                    Optional(Items{m_reference.selection()}));
+    }
+
+    void CallBatches(size_t count) {
+        for (size_t made = 0; made < count; made += BATCH) {
+            SCOPED_TRACE("seed " + std::to_string(m_seed) + ", in the batch after " +
+                         std::to_string(made) + " calls");
+            ASSERT_NO_FATAL_FAILURE(CallBatch(BATCH));
+            ASSERT_NO_FATAL_FAILURE(Compare());
+        }
+    }
+
+    /// What the application holds when the list is empty and the screen at rest.
+    Footprint Rest(const Gauge& gauge) {
+        m_middleware->Call(Function::RemoveAllItems);
+        m_reference.Apply(Function::RemoveAllItems, {});
+        EXPECT_TRUE(m_middleware->AwaitReplies());
+        EXPECT_TRUE(m_set.WaitForNoFocusedRow());
+        const Footprint footprint = gauge.Read();
+        std::cout << footprint << '\n';
+        return footprint;
+    }
+
+    const size_t m_seed = Setting("APPLIST_SEED", 20261121);
+    RandomCalls m_calls{m_seed};
+    ReferenceList m_reference;
+    std::unique_ptr<DrivenMiddleware> m_middleware;
+};
+
+TEST_F(MixedCalls, LeaveTheListAndTheScreenAsTheyMust) {
+    const size_t calls = Setting("APPLIST_CALLS", 9000);
+    // Caches, and what the toolkit keeps of each call (see docs/limits.md).
+    const size_t tolerance = 512 + calls * 16 / 1024;
+    StartApplication();
+    m_middleware = NewMiddleware();
+    ASSERT_TRUE(m_middleware->AwaitApplication());
+    const Gauge gauge = GaugeOf(*m_middleware);
+    ASSERT_NO_FATAL_FAILURE(CallBatches(calls / 3));
+    const Footprint warm = Rest(gauge);
+    ASSERT_NO_FATAL_FAILURE(CallBatches(calls - calls / 3));
+    ExpectList(*m_middleware, m_reference.items());
+    const Footprint end = Rest(gauge);
+    EXPECT_LT(end.residentKiB, warm.residentKiB + tolerance);
+    EXPECT_EQ(end.descriptors, warm.descriptors);
+    EXPECT_EQ(end.matchRules, warm.matchRules);
+    ExpectCleanEnd();
+}
+
+}  // namespace
+}  // namespace applist::test

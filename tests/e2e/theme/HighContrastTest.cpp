@@ -1,0 +1,69 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The viewer's setting, and what it changes on the screen.
+#include <gtest/gtest.h>
+
+#include "support/Television.h"
+
+namespace applist::test {
+namespace {
+
+constexpr const char* SETTING = "db/menu/accessibility/high-contrast";
+constexpr const char* ROWS = "a\tAlpha\nb\tBravo\n";
+
+// Of the two variants: the focused row's bar, and the panel.
+constexpr uint32_t STANDARD_BAR = 0xFFD140;
+constexpr uint32_t STANDARD_PANEL = 0x12161C;
+constexpr uint32_t HIGH_CONTRAST_BAR = 0xFFE700;
+constexpr uint32_t HIGH_CONTRAST_PANEL = 0x000000;
+
+class TheSetting : public testing::Test {
+protected:
+    TheSetting() { set.screen().PaintRoot(0x2040A0); }
+
+    void Choose(const std::string& value) {
+        ASSERT_EQ(set.Configure({"set", SETTING, "bool", value}), 0);
+    }
+    bool Shows(uint32_t colour) {
+        return set.screen().WaitUntil([&] { return set.screen().Shows(colour); });
+    }
+    void ShowAlert() {
+        ASSERT_EQ(set.Configure({"set", "memory/tv-viewer/data_service", "int", "0"}), 0);
+        application = set.StartApplication();
+        ASSERT_TRUE(set.WaitForWindow(Television::ALERT_POPUP));
+    }
+
+    Television set;
+    std::unique_ptr<ChildProcess> application;
+};
+
+TEST_F(TheSetting, GivesTheListHighContrast) {
+    Choose("true");
+    set.Show(ROWS);
+    EXPECT_TRUE(Shows(HIGH_CONTRAST_BAR));
+    EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
+    EXPECT_FALSE(set.screen().Shows(STANDARD_PANEL));
+}
+
+TEST_F(TheSetting, GivesTheAlertHighContrast) {
+    Choose("true");
+    ShowAlert();
+    EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
+    EXPECT_FALSE(set.screen().Shows(STANDARD_PANEL));
+}
+
+TEST_F(TheSetting, LeavesTheStandardLookWhenTurnedOff) {
+    Choose("false");
+    set.Show(ROWS);
+    EXPECT_TRUE(Shows(STANDARD_BAR));
+    EXPECT_TRUE(Shows(STANDARD_PANEL));
+}
+
+TEST_F(TheSetting, LeavesTheStandardLookToTheAlertWhenNeverMade) {
+    ShowAlert();
+    EXPECT_TRUE(Shows(STANDARD_PANEL));
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,78 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "fuzz/Properties.h"
+#include "scenario/Parser.h"
+
+namespace applist::test {
+namespace {
+
+std::vector<std::string_view> Lines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const size_t end = text.find('\n');
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
+bool IsInside(const sim::ScenarioError& error, const std::vector<std::string_view>& lines) {
+    return error.line >= 1 && error.line <= lines.size() && error.column >= 1 &&
+           error.column <= lines[error.line - 1].size() + 1 && !error.message.empty();
+}
+
+// What is kept of a statement is all of it.
+bool ReadsBack(const sim::Statement& statement) {
+    const auto again = sim::ParseStatement(statement.text, statement.line);
+    return again.statement && again.statement->text == statement.text &&
+           again.statement->action.index() == statement.action.index();
+}
+
+// Large frames are made of the same few bytes; they only take time.
+bool HasItsSize(const sim::Statement& statement) {
+    constexpr size_t SMALL = 4096;
+    const auto* send = std::get_if<sim::Send>(&statement.action);
+    const auto* huge = send != nullptr ? std::get_if<sim::HugeFrame>(&send->frame) : nullptr;
+    if (huge != nullptr) {
+        return huge->size > SMALL ||
+               sim::BytesOf(*huge, 1).size() == std::max<size_t>(huge->size, 4);
+    }
+    return send == nullptr || std::holds_alternative<sim::RawFrame>(send->frame) ||
+           sim::BytesOf(send->frame, send->copies).size() >= 4;
+}
+
+}  // namespace
+
+std::string CheckScenario(std::string_view bytes) {
+    const std::vector<std::string_view> lines = Lines(bytes);
+    const auto parsed = sim::ParseScenario(bytes);
+    if (parsed.statements.size() + parsed.errors.size() > lines.size()) {
+        return "there are more results than lines";
+    }
+    if (!std::all_of(parsed.errors.begin(), parsed.errors.end(),
+                     [&](const auto& error) { return IsInside(error, lines); })) {
+        return "an error is outside the text";
+    }
+    if (!std::all_of(parsed.statements.begin(), parsed.statements.end(), ReadsBack)) {
+        return "a statement does not read back";
+    }
+    return std::all_of(parsed.statements.begin(), parsed.statements.end(), HasItsSize)
+               ? ""
+               : "a frame has another size than was asked for";
+}
+
+std::vector<std::string> ScenarioSeeds() {
+    return {
+        "",
+        "wait connected within 5s\nadd a=Alpha \"b c\"=\"\\u{1f4fa}\\x00\"\nexpect list a=Alpha "
+        "b\n",
+        "handshake delay syn-ack 300ms\r\nflood 10 send-flipped 7 2 ModifyItem a b=B\r\n",
+        "send-huge 64k RemoveItem\nsend-cut 3 AddItems a=A\nsend-hex d1070000\nexpect reply hex 00",
+        "timeout 1min\nnote \"a # b\" # c\nexpect event ItemChanged times 3 within 2s\nexpect no",
+        "partner \"\"\npost clear\nexpect error \"\\\\\"\nexpect selection \"none\"",
+    };
+}
+
+}  // namespace applist::test

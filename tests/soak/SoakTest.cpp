@@ -1,0 +1,174 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Hours of a set in minutes: calls of all kinds, keys, and middlewares that come and die, without a
+// pause. What the application holds must stay flat once it has warmed up.
+//   APPLIST_SOAK_SECONDS   how long; 120 without it
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+#include <numeric>
+
+#include <gmock/gmock.h>
+
+#include "e2e/faults/FaultTest.h"
+#include "e2e/faults/RandomCalls.h"
+#include "e2e/faults/ReferenceList.h"
+
+namespace applist::test {
+namespace {
+
+using sim::Event;
+using sim::Function;
+using sim::Items;
+using testing::Optional;
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+constexpr int SAMPLES = 60;
+constexpr int WARM_UP = SAMPLES / 4;
+constexpr int CALLS = 50;
+constexpr int KEYS = 8;
+/// What the toolkit keeps, for good, of the fonts that it looks up for texts that come and go: some
+/// 8 bytes a call and 105 a key were measured, below evas_common_font_add(). Twice that passes; an
+/// item that stayed behind would be a hundred bytes and more for each call that adds one.
+constexpr double KIB_PER_CALL = 16.0 / 1024;
+constexpr double KIB_PER_KEY = 210.0 / 1024;
+/// What caches may still take after the warm-up, however long it goes on.
+constexpr double CACHES_KIB = 512;
+
+double Duration() {
+    const char* text = std::getenv("APPLIST_SOAK_SECONDS");
+    return text != nullptr ? std::atof(text) : 120;
+}
+
+/// How much y grows over all the points, by the straight line that fits them best; they are equally
+/// far apart.
+double FittedGrowth(const std::vector<double>& y) {
+    const auto count = static_cast<double>(y.size());
+    const double middle = (count - 1) / 2;
+    double together = 0;
+    double alone = 0;
+    for (size_t i = 0; i < y.size(); ++i) {
+        const double x = static_cast<double>(i) - middle;
+        together += x * y[i];
+        alone += x * x;
+    }
+    return together / alone * (count - 1);
+}
+
+class ASet : public FaultTest {
+protected:
+    void SetUp() override {
+        StartApplication();
+        m_middleware = NewMiddleware();
+        ASSERT_TRUE(m_middleware->AwaitApplication());
+    }
+
+    void CallOften() {
+        for (int call = 0; call < CALLS; ++call) {
+            const Function function = m_random.NextFunction();
+            Apply(function, m_random.ItemsFor(function));
+        }
+        ASSERT_TRUE(m_middleware->AwaitReplies());
+        ASSERT_EQ(m_middleware->Failed(), 0U);
+        ASSERT_THAT(m_middleware->Ask(Function::GetAllItems), Optional(m_reference.items()));
+        ASSERT_THAT(m_middleware->Ask(Function::GetSelection),
+                    Optional(Items{m_reference.selection()}));
+    }
+
+    /// All four directions; each moves the selection, which the middleware is told.
+    void PressKeys() {
+        static constexpr const char* DIRECTIONS[] = {"Down", "Right", "Up", "Left", "Down"};
+        Replace({{"k1", "Kilo"}, {"k2", "Keys"}, {"k3", "Knob"}});
+        ASSERT_TRUE(m_set.WaitForFocusedRow());
+        for (int key = 0; key < KEYS; ++key) {
+            const size_t before = m_middleware->Events(Event::ItemSelected);
+            m_set.screen().TypeKey(DIRECTIONS[m_keys++ % std::size(DIRECTIONS)]);
+            ASSERT_TRUE(m_middleware->AwaitEvents(Event::ItemSelected, before + 1));
+        }
+        // Wherever they led to.
+        Apply(Function::SetSelection, {{}});
+    }
+
+    /// Another middleware, which only looks on and dies.
+    void Visit() {
+        const auto visitor = m_set.StartMiddleware({"watch"});
+        ASSERT_TRUE(visitor->Sees("connected")) << visitor->Transcript();
+        visitor->process().Signal(SIGKILL);
+        visitor->process().WaitForExit();
+    }
+
+    /// Works until then and reads what the application holds, with a short list.
+    Footprint WorkUntil(Clock::time_point end) {
+        Visit();
+        while (Clock::now() < end && !HasFailure()) {
+            CallOften();
+            PressKeys();
+        }
+        Replace(THREE);
+        return GaugeOf(*m_middleware).Read();
+    }
+
+    void Replace(const Items& items) {
+        Apply(Function::RemoveAllItems, {});
+        Apply(Function::AddItems, items);
+        ASSERT_TRUE(m_middleware->AwaitReplies());
+    }
+
+    void Apply(Function function, const Items& items) {
+        m_middleware->Call(function, items);
+        m_reference.Apply(function, items);
+    }
+
+    /// What the calls and keys so far may have cost.
+    double AllowedKiB() const {
+        return KIB_PER_CALL * static_cast<double>(m_middleware->Answered()) +
+               KIB_PER_KEY * static_cast<double>(m_keys);
+    }
+
+    void Report(double seconds, const Footprint& footprint) const {
+        std::cout << static_cast<int>(seconds) << " s, " << m_middleware->Answered() << " calls, "
+                  << m_keys << " keys: " << footprint << std::endl;
+    }
+
+    std::unique_ptr<DrivenMiddleware> m_middleware;
+    RandomCalls m_random{1};
+    ReferenceList m_reference;
+    size_t m_keys = 0;
+};
+
+TEST_F(ASet, HoldsNoMoreAfterALongTimeThanAfterAShortOne) {
+    const Seconds step(Duration() / SAMPLES);
+    const auto start = Clock::now();
+    Footprint warm;
+    double allowedWarm = 0;
+    std::vector<double> resident;
+    for (int sample = 1; sample <= SAMPLES && !HasFailure(); ++sample) {
+        const auto end = start + std::chrono::duration_cast<Clock::duration>(sample * step);
+        const Footprint now = WorkUntil(end);
+        Report(Seconds(Clock::now() - start).count(), now);
+        if (sample < WARM_UP) {
+            continue;
+        }
+        if (sample == WARM_UP) {
+            warm = now;
+            allowedWarm = AllowedKiB();
+        }
+        resident.push_back(static_cast<double>(now.residentKiB));
+        EXPECT_EQ(now.descriptors, warm.descriptors);
+        EXPECT_EQ(now.matchRules, warm.matchRules);
+    }
+    ASSERT_FALSE(HasFailure());
+    const double growth = FittedGrowth(resident);
+    const double allowed = AllowedKiB() - allowedWarm + CACHES_KIB;
+    std::cout << "resident memory grew by " << growth << " KiB after the warm-up; " << allowed
+              << " are allowed" << std::endl;
+    EXPECT_LT(growth, allowed);
+    ExpectList(*m_middleware, THREE);
+    ExpectCleanEnd();
+}
+
+}  // namespace
+}  // namespace applist::test

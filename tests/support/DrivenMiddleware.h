@@ -1,0 +1,67 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "bus/BusLink.h"
+#include "protocol/ListClient.h"
+#include "support/ChildProcess.h"
+
+namespace applist::test {
+
+/// A middleware in the test's own process: what it calls is the test's choice, what it is told is
+/// at hand. Lives while the default main context runs, that is, in the functions that wait. Main
+/// thread only.
+class DrivenMiddleware : public sim::BusLinkListener {
+public:
+    /// Announces itself on the bus at address; a bus that cannot be reached fails the test.
+    explicit DrivenMiddleware(const std::string& address);
+
+    /// Waits until an application has said that its list is there; true iff one does in time.
+    [[nodiscard]] bool AwaitApplication();
+    /// Waits until that application has left the bus.
+    [[nodiscard]] bool AwaitDisconnection();
+    /// Waits until it has sent so many events of this kind in all.
+    [[nodiscard]] bool AwaitEvents(sim::Event event, size_t count);
+    /// The application that connected last, by its unique bus name.
+    const std::string& application() const { return m_application; }
+    size_t Events(sim::Event event) const;
+
+    /// Calls without waiting for the answer, unless so many are under way that the bus would take
+    /// no more.
+    void Call(sim::Function function, const sim::Items& items = {});
+    /// Waits until every call has ended, one way or the other.
+    [[nodiscard]] bool AwaitReplies();
+    /// Calls and waits for the items of the reply; nothing, and a failure of the test, when there
+    /// is none.
+    std::optional<sim::Items> Ask(sim::Function function, const sim::Items& items = {});
+
+    size_t Answered() const { return m_answered; }
+    /// Calls that ended without an answer.
+    size_t Failed() const { return m_failed; }
+
+private:
+    void Connected(const std::string& application) override;
+    void Disconnected(const std::string& application) override;
+    void Notified(const std::string& application, const sim::Bytes& message) override;
+    sim::Bytes Called(const std::string& application, const sim::Bytes& message) override;
+    void LinkFailed(const std::string& error) override;
+    void BusLost() override;
+
+    void Take(const sim::Result<sim::Items>& reply);
+
+    std::string m_application;
+    bool m_connected = false;
+    std::map<sim::Event, size_t> m_events;
+    size_t m_pending = 0;
+    size_t m_answered = 0;
+    size_t m_failed = 0;
+    std::unique_ptr<sim::BusLink> m_link;
+    std::unique_ptr<sim::ListClient> m_client;
+};
+
+}  // namespace applist::test

@@ -1,0 +1,43 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+
+#include <sys/types.h>
+
+#include "bus/Connection.h"
+
+namespace applist::test {
+
+/// What a program holds at one moment.
+struct Footprint {
+    /// Resident memory of its own. Pages of program files come and go with what others need.
+    size_t residentKiB = 0;
+    size_t descriptors = 0;
+    /// What the bus daemon keeps for its connection.
+    size_t matchRules = 0;
+};
+std::ostream& operator<<(std::ostream& out, const Footprint& footprint);
+
+/// Reads what a program holds: from the kernel and from the bus daemon, not from the program.
+class Gauge {
+public:
+    /// The program with this process id that has this unique name on the bus at address.
+    Gauge(pid_t program, const std::string& address, std::string uniqueName);
+
+    /// All zero, and a failure of the test, when the program or the bus is gone.
+    Footprint Read() const;
+
+private:
+    size_t ResidentKiB() const;
+    size_t MatchRules() const;
+
+    std::string m_proc;
+    std::string m_uniqueName;
+    sim::ConnectionPtr m_connection;
+};
+
+}  // namespace applist::test

@@ -1,0 +1,209 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "support/PolicyBus.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+
+namespace applist::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* ADDRESS_VARIABLE = "DBUS_SYSTEM_BUS_ADDRESS";
+
+// Mounts are the started program's alone: it has a mount namespace of its own. Arguments: pairs of
+// what is to appear where, "--" and the program.
+constexpr const char* MOUNT_AND_RUN =
+    R"(while [ "$1" != -- ]; do mount --bind "$1" "$2" || exit 126; shift 2; done; shift; exec "$@")";
+
+std::vector<std::string> WithMounts(const std::vector<std::string>& mounts,
+                                    const std::vector<std::string>& argv) {
+    std::vector<std::string> command{"unshare", "--mount", "sh", "-c", MOUNT_AND_RUN, "sh"};
+    command.insert(command.end(), mounts.begin(), mounts.end());
+    command.emplace_back("--");
+    command.insert(command.end(), argv.begin(), argv.end());
+    return command;
+}
+
+// True iff line is the account of one of ours, or of one with its name.
+bool IsOurs(const std::string& line) {
+    for (const User* user : {&APPLICATION_USER, &MIDDLEWARE_USER, &STRANGER}) {
+        if (line.rfind(user->name + ":", 0) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+int BindDatagramSocket(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int fd = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    EXPECT_EQ(bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0)
+        << path << ": " << std::strerror(errno);
+    return fd;
+}
+
+void MakeReachable(const std::string& path, fs::perms permissions) {
+    fs::permissions(path, permissions);
+}
+
+constexpr fs::perms EVERYBODY_ENTERS = fs::perms::owner_all | fs::perms::group_read |
+                                       fs::perms::group_exec | fs::perms::others_read |
+                                       fs::perms::others_exec;
+
+}  // namespace
+
+const std::string PolicyBus::USUAL_RULES = R"(
+    <allow user="*"/>
+    <deny own="*"/>
+    <deny send_type="method_call"/>
+    <allow send_type="signal"/>
+    <allow send_requested_reply="true" send_type="method_return"/>
+    <allow send_requested_reply="true" send_type="error"/>
+    <allow receive_type="method_call"/>
+    <allow receive_type="method_return"/>
+    <allow receive_type="error"/>
+    <allow receive_type="signal"/>
+    <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
+)";
+
+const std::string PolicyBus::CLOSED_RULES = R"(
+    <allow user="*"/>
+    <deny own="*"/>
+    <deny send_type="method_call"/>
+    <deny send_type="signal"/>
+    <allow send_requested_reply="true" send_type="method_return"/>
+    <allow send_requested_reply="true" send_type="error"/>
+    <deny receive_type="method_call"/>
+    <deny receive_type="signal"/>
+    <allow receive_type="method_return"/>
+    <allow receive_type="error"/>
+    <allow receive_type="signal" receive_sender="org.freedesktop.DBus"/>
+    <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
+)";
+
+const std::string PolicyBus::OPEN_RULES = R"(
+    <allow user="*"/>
+    <allow own="*"/>
+    <allow send_destination="*"/>
+    <allow send_type="signal"/>
+    <allow receive_sender="*"/>
+)";
+
+PolicyBus::PolicyBus(Daemon daemon, const std::string& rules, const std::string& policyFile) {
+    MakeReachable(m_folder.path(), EVERYBODY_ENTERS);
+    fs::create_directory(Path("built"));
+    fs::create_directory(Path("tests"));
+    WriteAccounts();
+    WriteConfiguration(rules, policyFile);
+    if (daemon == Daemon::DBUS_DAEMON) {
+        StartDaemon();
+    } else {
+        StartBroker();
+    }
+}
+
+PolicyBus::~PolicyBus() {
+    m_daemon.reset();
+    if (m_journal >= 0) {
+        close(m_journal);
+    }
+}
+
+void PolicyBus::WriteAccounts() const {
+    std::ofstream accounts(Path("passwd"));
+    std::ifstream real("/etc/passwd");
+    for (std::string line; std::getline(real, line);) {
+        if (!IsOurs(line)) {
+            accounts << line << '\n';
+        }
+    }
+    for (const User* user : {&APPLICATION_USER, &MIDDLEWARE_USER, &STRANGER}) {
+        accounts << user->name << ":x:" << user->id << ":" << user->id << "::/:/bin/false\n";
+    }
+}
+
+void PolicyBus::WriteConfiguration(const std::string& rules, const std::string& policyFile) const {
+    std::ofstream(Path("bus.conf"))
+        << R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>system</type>
+  <listen>unix:path=)"
+        << Path("bus") << R"(</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">)"
+        << rules << "</policy>\n"
+        << (policyFile.empty() ? "" : "<include>" + policyFile + "</include>\n")
+        << "</busconfig>\n";
+}
+
+void PolicyBus::StartDaemon() {
+    m_daemon = std::make_unique<ChildProcess>(
+        WithMounts({Path("passwd"), "/etc/passwd"},
+                   {"dbus-daemon", "--config-file=" + Path("bus.conf"), "--nofork", "--nopidfile",
+                    "--nosyslog", "--print-address=1"}));
+    // The daemon prints the address when it listens.
+    EXPECT_TRUE(m_daemon->WaitForText("guid=")) << "dbus-daemon: " << m_daemon->Errors();
+}
+
+// The broker's launcher expects what process 1 gives to a service: a socket to listen on, which the
+// first connection wakes it by, and a journal.
+void PolicyBus::StartBroker() {
+    fs::create_directories(Path("run/systemd/journal"));
+    m_journal = BindDatagramSocket(Path("run/systemd/journal/socket"));
+    m_daemon = std::make_unique<ChildProcess>(WithMounts(
+        {Path("passwd"), "/etc/passwd", Path("run"), "/run"},
+        {"systemd-socket-activate", "--listen=" + Path("bus"),
+         "--setenv=" + std::string(ADDRESS_VARIABLE) + "=unix:path=" + Path("bus"),
+         "dbus-broker-launch", "--scope", "system", "--config-file=" + Path("bus.conf")}));
+    EXPECT_TRUE(m_daemon->WaitForText("Listening on")) << "dbus-broker: " << m_daemon->Errors();
+    MakeReachable(Path("bus"), fs::perms::all);
+}
+
+std::unique_ptr<ChildProcess> PolicyBus::Start(const User& user,
+                                               const std::vector<std::string>& argv,
+                                               const ChildProcess::Environment& environment) const {
+    // The tree of the build may stand where other users cannot look.
+    const std::vector<std::string> mounts{BuiltProgram(".."), Path("built"), TEST_PROGRAMS,
+                                          Path("tests")};
+    const std::string id = std::to_string(user.id);
+    std::vector<std::string> command{"setpriv",        "--reuid", id,
+                                     "--regid",        id,        "--clear-groups",
+                                     "--bounding-set", "-all",    "--no-new-privs"};
+    command.insert(command.end(), argv.begin(), argv.end());
+    ChildProcess::Environment changes = environment;
+    changes.emplace(ADDRESS_VARIABLE, "unix:path=" + Path("bus"));
+    changes["PATH"] = Path("built/bin") + ":" + Path("tests") + ":" + std::getenv("PATH");
+    return std::make_unique<ChildProcess>(WithMounts(mounts, command), changes);
+}
+
+std::string PolicyBus::FolderOf(const User& user, const std::string& name) const {
+    std::string path = Path(user.name + "-" + name);
+    fs::create_directory(path);
+    fs::permissions(path, fs::perms::owner_all);
+    EXPECT_EQ(chown(path.c_str(), user.id, user.id), 0) << path << ": " << std::strerror(errno);
+    return path;
+}
+
+void SkipUnlessRoot() {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "NOT TESTED: programs of several users can be started by root only";
+    }
+}
+
+std::string NameOf(PolicyBus::Daemon daemon) {
+    return daemon == PolicyBus::Daemon::DBUS_DAEMON ? "DbusDaemon" : "DbusBroker";
+}
+
+}  // namespace applist::test

@@ -1,0 +1,112 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The focus as it is drawn: where the model says, in every single frame.
+#include "ui/scene/Scene.h"
+
+namespace applist::test {
+namespace {
+
+class TheDrawnFocus : public SceneTest {
+protected:
+    /// No frame may show the focus anywhere but on the row that is selected.
+    void ExpectNoFrameBehindTheModel() {
+        EXPECT_FALSE(frames().empty());
+        for (const Frame& frame : frames()) {
+            EXPECT_EQ(frame.focused, frame.selected) << frame;
+            EXPECT_TRUE(frame.focusedInside) << frame;
+        }
+    }
+};
+
+class EachKey : public TheDrawnFocus, public testing::WithParamInterface<const char*> {};
+
+TEST_P(EachKey, IsInTheNextFrame) {
+    Fill(30);
+    Forget();
+    for (int press = 0; press < 20; ++press) {
+        const size_t drawn = frames().size();
+        Type(GetParam());
+        EXPECT_GT(frames().size(), drawn);
+    }
+    ExpectNoFrameBehindTheModel();
+    const bool forward = std::string(GetParam()) == "Down" || std::string(GetParam()) == "Right";
+    EXPECT_EQ(Selected(), forward ? "Row 21" : "Row 11");
+    EXPECT_EQ(FocusedRow(), Selected());
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, EachKey, testing::Values("Down", "Up", "Right", "Left"),
+                         [](const auto& test) { return std::string(test.param); });
+
+TEST_F(TheDrawnFocus, IsUpWithKeysThatComeFasterThanFrames) {
+    Fill(30);
+    Forget();
+    for (int burst = 0; burst < 5; ++burst) {
+        for (const char* key : {"Down", "Down", "Right", "Down", "Up", "Left", "Down"}) {
+            Send(key);
+        }
+        Draw();
+    }
+    ExpectNoFrameBehindTheModel();
+    EXPECT_EQ(Selected(), "Row 16");
+    EXPECT_EQ(FocusedRow(), Selected());
+}
+
+/// The keys that reach a widget, as the toolkit hands them out.
+class SeenByTheList {
+public:
+    explicit SeenByTheList(Evas_Object* list) : m_list(list) {
+        evas_object_event_callback_add(m_list, EVAS_CALLBACK_KEY_DOWN, OnKey, &m_keys);
+    }
+    ~SeenByTheList() {
+        evas_object_event_callback_del_full(m_list, EVAS_CALLBACK_KEY_DOWN, OnKey, &m_keys);
+    }
+    SeenByTheList(const SeenByTheList&) = delete;
+    SeenByTheList& operator=(const SeenByTheList&) = delete;
+    SeenByTheList(SeenByTheList&&) = delete;
+    SeenByTheList& operator=(SeenByTheList&&) = delete;
+
+    const std::vector<std::string>& keys() const { return m_keys; }
+
+private:
+    static void OnKey(void* keys, Evas* /*canvas*/, Evas_Object* /*list*/, void* event) {
+        static_cast<std::vector<std::string>*>(keys)->emplace_back(
+            static_cast<Evas_Event_Key_Down*>(event)->key);
+    }
+
+    Evas_Object* m_list;
+    std::vector<std::string> m_keys;
+};
+
+// The toolkit would look for a widget to the right or left, and while rows are being laid out it
+// finds another row.
+TEST_F(TheDrawnFocus, IsNotTheToolkitsToMoveWhenRightOrLeftGoesDown) {
+    Fill(30);
+    Type("Down");
+    Forget();
+    const SeenByTheList seen(list());
+    for (const char* key : {"Right", "Left", "x"}) {
+        HeadlessToolkit::PressKey(key);
+    }
+    EXPECT_EQ(seen.keys(), std::vector<std::string>{"x"});
+    EXPECT_EQ(Now().selected, "Row 2");
+    EXPECT_EQ(Now().focused, "Row 2");
+}
+
+TEST_F(TheDrawnFocus, StaysOnTheSelectedRowWhenRightOrLeftGoesDownBeforeTheRowsAreLaidOut) {
+    DefaultAppListItem added[] = {{"Row 1", "a"}, {"Row 2", "b"}, {"Row 3", "c"}};
+    for (DefaultAppListItem& item : added) {
+        Add(&item);
+        HeadlessToolkit::QueueKey("Right", true);
+        HeadlessToolkit::QueueKey("Left", true);
+    }
+    model().SetSelection(&added[1]);
+    Forget();
+    Draw();
+    EXPECT_EQ(Selected(), "Row 2");
+    ExpectNoFrameBehindTheModel();
+    model().RemoveAllItems();
+}
+
+}  // namespace
+}  // namespace applist::test

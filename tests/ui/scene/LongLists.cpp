@@ -1,0 +1,101 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// More rows than the panel shows.
+#include "ui/scene/Scene.h"
+
+namespace applist::test {
+namespace {
+
+class ALongList : public SceneTest {
+protected:
+    /// The row with this name has the focus, is drawn so, and is selected.
+    void ExpectOn(const std::string& name) {
+        const Frame now = Now();
+        EXPECT_EQ(now.selected, name) << now;
+        EXPECT_EQ(now.focused, name) << now;
+        EXPECT_TRUE(now.focusedInside) << now;
+        EXPECT_EQ(FocusedRow(), name) << now;
+    }
+};
+
+TEST_F(ALongList, WrapsToARowThatIsWhollyInside) {
+    Fill(60);
+    Type("Up");
+    ExpectOn("Row 60");
+    Type("Down");
+    ExpectOn("Row 1");
+    Type("Left");
+    ExpectOn("Row 60");
+    Type("Right");
+    ExpectOn("Row 1");
+}
+
+// A row that comes into view again takes the focus if it is the one that the model selected last;
+// the viewer may have moved on since.
+TEST_F(ALongList, KeepsTheViewersRowWhenTheFirstOneComesIntoViewAgain) {
+    Fill(60);
+    for (int row = 2; row <= 40; ++row) {
+        Type("Down");
+        ExpectOn("Row " + std::to_string(row));
+    }
+    for (int row = 39; row >= 1; --row) {
+        Type("Up");
+        ExpectOn("Row " + std::to_string(row));
+    }
+}
+
+TEST_F(ALongList, KeepsTheViewersRowWhenOneThatTheModelSelectedComesIntoViewAgain) {
+    Fill(60);
+    for (int row = 2; row <= 20; ++row) {
+        Type("Right");
+        ExpectOn("Row " + std::to_string(row));
+    }
+    for (int row = 21; row <= 50; ++row) {
+        Type("Down");
+        ExpectOn("Row " + std::to_string(row));
+    }
+    for (int row = 49; row >= 1; --row) {
+        Type("Up");
+        ExpectOn("Row " + std::to_string(row));
+    }
+}
+
+/// How many rows the list has; the panel shows eight at a time.
+class AnyLength : public ALongList, public testing::WithParamInterface<int> {};
+
+TEST_P(AnyLength, TakesOneFrameForEachKeyAndDrawsNoMoreRowsThanThePanelHolds) {
+    Fill(GetParam());
+    Forget();
+    constexpr int KEYS = 30;
+    for (int key = 0; key < KEYS; ++key) {
+        Type(key % 2 == 0 ? "Down" : "Right");
+    }
+    ExpectOn("Row " + std::to_string(1 + KEYS % GetParam()));
+    for (const Frame& frame : frames()) {
+        EXPECT_EQ(frame.focused, frame.selected) << frame;
+        EXPECT_TRUE(frame.focusedInside) << frame;
+        EXPECT_LE(frame.rows.size(), 9U) << frame;
+    }
+    // Only what is near the panel exists as a widget, however long the list is.
+    Eina_List* real = elm_genlist_realized_items_get(list());
+    EXPECT_LE(eina_list_count(real), 64U);
+    eina_list_free(real);
+}
+
+TEST_P(AnyLength, WrapsBothWays) {
+    Fill(GetParam());
+    const std::string last = "Row " + std::to_string(GetParam());
+    for (const auto& [back, forward] : {std::pair("Up", "Down"), std::pair("Left", "Right")}) {
+        Type(back);
+        ExpectOn(last);
+        Type(forward);
+        ExpectOn("Row 1");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, AnyLength, testing::Values(10, 100, 1000, 10000),
+                         [](const auto& test) { return std::to_string(test.param); });
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,112 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The list around its rows: empty, filled, scrolled, mirrored.
+#include <Edje.h>
+
+#include <gtest/gtest.h>
+
+#include "ui/theme/ThemedList.h"
+
+namespace applist::test {
+namespace {
+
+constexpr int FITTING = 8;
+
+class TheFrame : public testing::Test {
+protected:
+    bool HasScrollBar() const { return StateOf(list.list(), "bar") == "visible"; }
+
+    ThemedList list;
+};
+
+TEST_F(TheFrame, IsACalmPanelBeforeTheListIsFilled) {
+    EXPECT_TRUE(list.rows().empty());
+    EXPECT_FALSE(HasScrollBar());
+    const Picture inside = Draw(list.window()).Cut(BoxOf(list.list()));
+    EXPECT_EQ(std::vector<uint32_t>(inside.pixels.size(), inside.pixels[0]), inside.pixels);
+}
+
+TEST_F(TheFrame, IsTheSamePanelAfterTheListWasEmptied) {
+    const Picture before = Draw(list.window());
+    list.Show(NumberedRows(FITTING + 1));
+    list.Clear();
+    EXPECT_EQ(Draw(list.window()).pixels, before.pixels);
+}
+
+TEST_F(TheFrame, NeverChangesItsSizeWhileTheListIsFilled) {
+    const Box panel = BoxOf(list.panel());
+    HeadlessToolkit::Settle();
+    bool still = true;
+    Ecore_Animator* watch =
+        ecore_animator_add([](void*) -> Eina_Bool { return ECORE_CALLBACK_RENEW; }, nullptr);
+    list.Show({"One"});
+    still = still && BoxOf(list.panel()) == panel;
+    list.Show(NumberedRows(FITTING * 3));
+    HeadlessToolkit::RunUntil(
+        [&] {
+            still = still && Draw(list.window()).Painted() == panel;
+            return false;
+        },
+        std::chrono::milliseconds(200));
+    ecore_animator_del(watch);
+    EXPECT_TRUE(still);
+}
+
+TEST_F(TheFrame, HasNoScrollBarWhileAllRowsFit) {
+    list.Show(NumberedRows(FITTING));
+    EXPECT_FALSE(HasScrollBar());
+    EXPECT_EQ(BoxOf(list.row("Row 1")).width, BoxOf(list.list()).width);
+}
+
+TEST_F(TheFrame, HasAScrollBarBesideRowsThatDoNotFit) {
+    list.Show(NumberedRows(FITTING + 1));
+    EXPECT_TRUE(HeadlessToolkit::RunUntil([this] { return HasScrollBar(); }));
+    HeadlessToolkit::Settle();
+    EXPECT_GE(BoxOf(list.list(), "track").x, BoxOf(list.row("Row 1")).Right());
+    list.Clear();
+    EXPECT_FALSE(HasScrollBar());
+}
+
+TEST_F(TheFrame, HoldsTheFocusedRowWhole) {
+    list.Show(NumberedRows(20));
+    for (const size_t row : {7U, 8U, 19U, 0U, 12U}) {
+        list.Focus(row);
+        const Evas_Object* focused = list.row("Row " + std::to_string(row + 1));
+        EXPECT_TRUE(HeadlessToolkit::RunUntil([&] {
+            return BoxOf(list.list()).Contains(BoxOf(focused));
+        })) << BoxOf(focused);
+    }
+}
+
+TEST_F(TheFrame, DrawsNoFrameOfTheToolkitsAroundTheFocus) {
+    list.Show({"One"});
+    const auto highlight = ObjectsOf(list.window(), "elm/focus_highlight/top/invisible");
+    for (const Evas_Object* object : highlight) {
+        EXPECT_FALSE(edje_object_part_exists(object, "base"));
+    }
+    EXPECT_TRUE(ObjectsOf(list.window(), "elm/focus_highlight/top/default").empty());
+}
+
+TEST(AMirroredFrame, BeginsAtTheRight) {
+    ThemedList list({Variant::STANDARD, 1080, true});
+    list.Show(NumberedRows(FITTING + 1));
+    ASSERT_TRUE(
+        HeadlessToolkit::RunUntil([&] { return StateOf(list.list(), "bar") == "visible"; }));
+    HeadlessToolkit::Settle();
+    const Evas_Object* row = list.row("Row 1");
+    EXPECT_GT(BoxOf(row, "marker").x, BoxOf(row, "room").Right());
+    EXPECT_LE(BoxOf(list.list(), "track").Right(), BoxOf(row).x);
+}
+
+TEST(ATitle, StandsAtTheSideOfItsLanguage) {
+    ThemedList list;
+    const Box popup = BoxOf(list.popup());
+    EXPECT_LT(TextBoxOf(list.popup(), "elm.text.title").x, popup.x + 40);
+    edje_object_part_text_set(list.popup(), "elm.text.title", "خدمات البيانات");
+    HeadlessToolkit::Settle();
+    EXPECT_GT(TextBoxOf(list.popup(), "elm.text.title").Right(), popup.Right() - 40);
+}
+
+}  // namespace
+}  // namespace applist::test

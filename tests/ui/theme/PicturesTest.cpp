@@ -1,0 +1,187 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Every state against the picture of it that docs/theme.md shows. scripts/pictures makes them anew.
+#include <Edje.h>
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+
+#include <gtest/gtest.h>
+
+#include "alert-syspopup/AlertWindow.h"
+#include "ui/theme/ThemedList.h"
+
+namespace applist::test {
+namespace {
+
+using desktop::Alert;
+using desktop::AlertWindow;
+
+// Half a television's size: small files, and still every part.
+constexpr int HEIGHT = 540;
+
+// The fonts are those of one release, and so are the pixels, but for the last bits of blends that
+// differ with the processor's instructions, and edges of letters that an update of the font engine
+// may move: a channel may differ by a tenth, and in a few pixels by anything. The smallest thing
+// that matters, the focused row's marker, has twice as many.
+constexpr int CHANNEL_TOLERANCE = 24;
+constexpr int PIXEL_TOLERANCE = 40;
+
+bool IsClose(uint32_t one, uint32_t other) {
+    for (const unsigned shift : {0U, 8U, 16U, 24U}) {
+        const int difference =
+            static_cast<int>(one >> shift & 0xFFU) - static_cast<int>(other >> shift & 0xFFU);
+        if (std::abs(difference) > CHANNEL_TOLERANCE) {
+            return false;
+        }
+    }
+    return true;
+}
+
+testing::AssertionResult Matches(const Picture& drawn, const Picture& stored) {
+    if (drawn.width != stored.width || drawn.height != stored.height) {
+        return testing::AssertionFailure() << "drawn " << drawn.width << 'x' << drawn.height
+                                           << ", stored " << stored.width << 'x' << stored.height;
+    }
+    int different = 0;
+    for (size_t i = 0; i < drawn.pixels.size(); ++i) {
+        different += IsClose(drawn.pixels[i], stored.pixels[i]) ? 0 : 1;
+    }
+    return (different <= PIXEL_TOLERANCE ? testing::AssertionSuccess()
+                                         : testing::AssertionFailure())
+           << different << " pixels differ";
+}
+
+std::filesystem::path StoredPicture(const std::string& name) {
+    return std::filesystem::path(std::getenv("APPLIST_SOURCE")) / "tests/ui/theme/pictures" /
+           (name + ".png");
+}
+
+void Check(Evas_Object* window, const Evas_Object* panel, const std::string& name) {
+    const Picture drawn = Draw(window).Cut(BoxOf(panel));
+    if (const char* folder = std::getenv("APPLIST_SAVE_PICTURES")) {
+        ASSERT_TRUE(SavePng(window, drawn, std::filesystem::path(folder) / (name + ".png")));
+        return;
+    }
+    EXPECT_TRUE(Matches(drawn, LoadPng(window, StoredPicture(name)))) << name;
+}
+
+const std::vector<std::string> FEW_ROWS{"Teletext", "Weather", "News & sport", "Games"};
+
+struct State {
+    const char* name;
+    Look look;
+    std::function<void(ThemedList&)> bringAbout;
+};
+
+void ShowRows(ThemedList& list) {
+    list.Show(FEW_ROWS, 1);
+}
+
+void ShowScrolled(ThemedList& list) {
+    list.Show(NumberedRows(14), 13);
+    HeadlessToolkit::Settle();
+}
+
+void ShowScripts(ThemedList& list) {
+    list.Show({"العربية", "עברית", "हिन्दी", "ภาษาไทย", "中文 日本語 한국어", "<b>&amp;</b>\n\tetc.",
+               "An application whose name is longer than a row"});
+}
+
+void ShowMirrored(ThemedList& list) {
+    edje_object_part_text_set(list.popup(), "elm.text.title", "خدمات البيانات");
+    list.Show(
+        {"الأخبار", "الطقس", "Teletext", "الرياضة", "ألعاب", "راديو", "تسوق", "سينما", "أخرى"});
+    HeadlessToolkit::Settle();
+}
+
+const Look STANDARD{Variant::STANDARD, HEIGHT, false};
+const Look HIGH_CONTRAST{Variant::HIGH_CONTRAST, HEIGHT, false};
+const Look MIRRORED{Variant::STANDARD, HEIGHT, true};
+
+class AListState : public testing::TestWithParam<State> {};
+
+TEST_P(AListState, LooksAsStored) {
+    ThemedList list(GetParam().look);
+    GetParam().bringAbout(list);
+    Check(list.window(), list.panel(), GetParam().name);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    States, AListState,
+    testing::Values(State{"empty", STANDARD, [](ThemedList&) {}}, State{"rows", STANDARD, ShowRows},
+                    State{"scrolled", STANDARD, ShowScrolled},
+                    State{"names", STANDARD, ShowScripts},
+                    State{"mirrored", MIRRORED, ShowMirrored},
+                    State{"high_contrast_empty", HIGH_CONTRAST, [](ThemedList&) {}},
+                    State{"high_contrast_rows", HIGH_CONTRAST, ShowRows},
+                    State{"high_contrast_scrolled", HIGH_CONTRAST, ShowScrolled}),
+    [](const auto& state) { return std::string(state.param.name); });
+
+struct AlertState {
+    const char* name;
+    Variant variant;
+    Alert::Kind kind;
+};
+
+class AnAlertState : public testing::TestWithParam<AlertState> {};
+
+TEST_P(AnAlertState, LooksAsStored) {
+    HeadlessToolkit toolkit({ThemeFile(GetParam().variant)});
+    Apply({GetParam().variant, HEIGHT});
+    const auto alert = AlertWindow::Create("alert");
+    evas_object_resize(alert->window(), HEIGHT * 16 / 9, HEIGHT);
+    alert->Show({GetParam().kind, "This channel offers no data services at the moment."});
+    HeadlessToolkit::Settle();
+    Check(alert->window(), alert->panel(), GetParam().name);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    States, AnAlertState,
+    testing::Values(AlertState{"alert", Variant::STANDARD, Alert::Kind::NOTIFICATION},
+                    AlertState{"alert_unavailable", Variant::STANDARD, Alert::Kind::UNAVAILABLE},
+                    AlertState{"high_contrast_alert", Variant::HIGH_CONTRAST,
+                               Alert::Kind::NOTIFICATION},
+                    AlertState{"high_contrast_alert_unavailable", Variant::HIGH_CONTRAST,
+                               Alert::Kind::UNAVAILABLE}),
+    [](const auto& state) { return std::string(state.param.name); });
+
+/// The stored picture of rows, and the same rows with something of the focused one taken away.
+class AStoredPicture : public testing::Test {
+protected:
+    AStoredPicture() {
+        ShowRows(list);
+        row = list.row(FEW_ROWS[1]);
+    }
+    // The toolkit lends its part to look at.
+    void Hide(const char* part) {
+        evas_object_hide(const_cast<Evas_Object*>(edje_object_part_object_get(row, part)));
+    }
+    testing::AssertionResult StillMatches() {
+        return Matches(Draw(list.window()).Cut(BoxOf(list.panel())),
+                       LoadPng(list.window(), StoredPicture("rows")));
+    }
+
+    ThemedList list{STANDARD};
+    Evas_Object* row = nullptr;
+};
+
+TEST_F(AStoredPicture, TellsThatARowLostItsBar) {
+    Hide("bar");
+    EXPECT_FALSE(StillMatches());
+}
+
+TEST_F(AStoredPicture, TellsThatARowLostItsMarker) {
+    ASSERT_TRUE(StillMatches());
+    Hide("marker");
+    EXPECT_FALSE(StillMatches());
+}
+
+TEST_F(AStoredPicture, TellsThatTheMarkIsOnAnotherRow) {
+    list.Focus(2);
+    EXPECT_FALSE(StillMatches());
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,99 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What a viewer three metres away needs, on each of the screens that there are.
+#include <Edje.h>
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "ui/theme/ThemedList.h"
+
+namespace applist::test {
+namespace {
+
+constexpr double DRAWN_FOR = 1080.0;
+constexpr const char* LONG_NAME = "A name that is far too long to fit into one row of the list";
+
+struct Screen {
+    Variant variant;
+    int height;
+};
+
+/// The size of a text part's letters on the screen, in pixels.
+double LetterSize(const Evas_Object* object, const char* part) {
+    const Evas_Object* text = edje_object_part_object_get(object, part);
+    int size = 0;
+    evas_object_text_font_get(text, nullptr, &size);
+    return size * evas_object_scale_get(text);
+}
+
+class Sizes : public testing::TestWithParam<Screen> {
+protected:
+    Sizes() { list.Show({"First", "Second", LONG_NAME, "Fourth"}); }
+    double Scale() const { return GetParam().height / DRAWN_FOR; }
+    Box Screen() const { return {0, 0, GetParam().height * 16 / 9, GetParam().height}; }
+
+    ThemedList list{{GetParam().variant, GetParam().height}};
+};
+
+TEST_P(Sizes, AreLegibleFromTheSofa) {
+    EXPECT_GE(LetterSize(list.popup(), "elm.text.title"), 36 * Scale());
+    for (const Evas_Object* row : list.rows()) {
+        EXPECT_GE(LetterSize(row, "name"), 28 * Scale());
+        EXPECT_GE(BoxOf(row).height, std::floor(64 * Scale()));
+    }
+}
+
+TEST_P(Sizes, KeepTheEdgesOfTheScreenFree) {
+    const int x = Screen().width / 20;
+    const int y = Screen().height / 20;
+    const Box safe{x, y, Screen().width - 2 * x, Screen().height - 2 * y};
+    EXPECT_TRUE(safe.Contains(BoxOf(list.panel()))) << BoxOf(list.panel());
+    EXPECT_EQ(Draw(list.window()).Painted(), BoxOf(list.panel()));
+}
+
+TEST_P(Sizes, CutNothing) {
+    EXPECT_TRUE(BoxOf(list.panel()).Contains(BoxOf(list.list())));
+    EXPECT_TRUE(BoxOf(list.panel()).Contains(TextBoxOf(list.popup(), "elm.text.title")));
+    for (const Evas_Object* row : list.rows()) {
+        EXPECT_TRUE(BoxOf(list.list()).Contains(BoxOf(row))) << BoxOf(row);
+        EXPECT_TRUE(BoxOf(row, "room").Contains(TextBoxOf(row, "name"))) << TextBoxOf(row, "name");
+    }
+}
+
+TEST_P(Sizes, KeepTheProportionsOfAScreen1080High) {
+    const auto expected = [this](const Box& box) {
+        // The window's middle counts, since the panel stands there.
+        return Box{box.x, box.y, static_cast<int>(std::lround(box.width / Scale())),
+                   static_cast<int>(std::lround(box.height / Scale()))};
+    };
+    // A pixel of a small screen is one and a half of this one.
+    constexpr int ROUNDING = 3;
+    const Box panel = expected(BoxOf(list.panel()));
+    EXPECT_NEAR(panel.width, 816, ROUNDING);
+    EXPECT_NEAR(panel.height, GetParam().variant == Variant::STANDARD ? 730 : 738, ROUNDING);
+    for (const Evas_Object* row : list.rows()) {
+        EXPECT_NEAR(expected(BoxOf(row)).height, 72, ROUNDING);
+        EXPECT_NEAR(expected(BoxOf(row)).width, 760, ROUNDING);
+    }
+}
+
+TEST_P(Sizes, PutThePanelInTheMiddle) {
+    const Box panel = BoxOf(list.panel());
+    EXPECT_NEAR(panel.x, Screen().width - panel.Right(), 1);
+    EXPECT_NEAR(panel.y, Screen().height - panel.Bottom(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Screens, Sizes,
+    testing::Values(Screen{Variant::STANDARD, 720}, Screen{Variant::STANDARD, 1080},
+                    Screen{Variant::STANDARD, 2160}, Screen{Variant::HIGH_CONTRAST, 720},
+                    Screen{Variant::HIGH_CONTRAST, 1080}, Screen{Variant::HIGH_CONTRAST, 2160}),
+    [](const auto& state) {
+        return std::string(state.param.variant == Variant::STANDARD ? "Standard" : "HighContrast") +
+               std::to_string(state.param.height);
+    });
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,124 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Names that are too long for their row.
+#include <Edje.h>
+
+#include <gtest/gtest.h>
+
+#include "ui/theme/ThemedList.h"
+
+namespace applist::test {
+namespace {
+
+const std::string LONG = "A name that is far too long to fit into one row of this list";
+const std::string LONG_HEBREW =
+    "שם ארוך מאוד של יישום שאינו יכול להיכנס לשורה אחת ברשימה הזאת בשום אופן";
+// A second, and what a busy machine takes.
+constexpr double PATIENCE_SECONDS = 20.0;
+// Longer than it takes to begin to slide.
+constexpr double LONG_ENOUGH = 1.5;
+
+class ALongName : public testing::Test {
+protected:
+    ThemedList list;
+};
+
+TEST_F(ALongName, EndsInAnEllipsisAtRest) {
+    list.Show({"Short", LONG});
+    const Evas_Object* row = list.row(LONG);
+    EXPECT_GT(BoxOf(row, "slider").width, BoxOf(row, "room").width);
+    EXPECT_TRUE(BoxOf(row, "room").Contains(TextBoxOf(row, "name")));
+    ThemedList::Pass(LONG_ENOUGH);
+    EXPECT_EQ(StateOf(row, "name"), "default");
+}
+
+TEST_F(ALongName, SlidesToItsEndWhileItHasTheFocus) {
+    list.Show({LONG, "Short"});
+    const Evas_Object* row = list.row(LONG);
+    EXPECT_EQ(StateOf(row, "name"), "focused");
+    ASSERT_TRUE(list.WaitForSlide(PATIENCE_SECONDS));
+    EXPECT_EQ(StateOf(row, "name"), "sliding");
+    const Box room = BoxOf(row, "room");
+    EXPECT_TRUE(
+        HeadlessToolkit::RunUntil([&] { return BoxOf(row, "slider").Right() == room.Right(); }));
+}
+
+TEST_F(ALongName, SlidesTheOtherWayWhereItIsReadTheOtherWay) {
+    list.Show({LONG_HEBREW, "Short"});
+    const Evas_Object* row = list.row(LONG_HEBREW);
+    ASSERT_TRUE(list.WaitForSlide(PATIENCE_SECONDS));
+    EXPECT_LT(BoxOf(row, "slider").x, BoxOf(row, "room").x);
+    EXPECT_TRUE(
+        HeadlessToolkit::RunUntil([&] { return BoxOf(row, "slider").x == BoxOf(row, "room").x; }));
+}
+
+TEST_F(ALongName, StandsStillOnceTheFocusHasLeft) {
+    list.Show({LONG, "Short"});
+    ASSERT_TRUE(list.WaitForSlide(PATIENCE_SECONDS));
+    list.Focus(1);
+    const Evas_Object* row = list.row(LONG);
+    EXPECT_EQ(StateOf(row, "name"), "default");
+    ThemedList::Pass(LONG_ENOUGH);
+    EXPECT_EQ(StateOf(row, "name"), "default");
+}
+
+/// How often the canvas is drawn.
+class Frames {
+public:
+    explicit Frames(const Evas_Object* window) : m_canvas(evas_object_evas_get(window)) {
+        evas_event_callback_add(m_canvas, EVAS_CALLBACK_RENDER_POST, Count, &m_count);
+    }
+    ~Frames() {
+        evas_event_callback_del_full(m_canvas, EVAS_CALLBACK_RENDER_POST, Count, &m_count);
+    }
+    Frames(const Frames&) = delete;
+    Frames& operator=(const Frames&) = delete;
+    Frames(Frames&&) = delete;
+    Frames& operator=(Frames&&) = delete;
+    int count() const { return m_count; }
+
+private:
+    static void Count(void* count, Evas* /*canvas*/, void* /*info*/) {
+        ++*static_cast<int*>(count);
+    }
+    Evas* m_canvas;
+    int m_count = 0;
+};
+
+// Each turn of an animation is a turn of the loop.
+int TurnsWhileNothingHappens() {
+    int turns = 0;
+    HeadlessToolkit::RunUntil(
+        [&turns] {
+            ++turns;
+            return false;
+        },
+        std::chrono::milliseconds(static_cast<int>(LONG_ENOUGH * 1000)));
+    return turns;
+}
+
+// At sixty frames a second it would be ninety of each. What the list does when it is emptied, and
+// what the test itself does, takes some.
+constexpr int FEW = 45;
+
+TEST_F(ALongName, CostsNothingWhereItFits) {
+    list.Show({"Short", "Other"});
+    HeadlessToolkit::Settle();
+    const Frames frames(list.window());
+    EXPECT_LT(TurnsWhileNothingHappens(), FEW);
+    EXPECT_LT(frames.count(), FEW);
+    EXPECT_EQ(StateOf(list.row("Short"), "name"), "focused");
+}
+
+TEST_F(ALongName, CostsNothingOnceItsRowIsGone) {
+    list.Show({LONG, "Short"});
+    ASSERT_TRUE(list.WaitForSlide(PATIENCE_SECONDS));
+    list.Clear();
+    const Frames frames(list.window());
+    EXPECT_LT(TurnsWhileNothingHappens(), FEW);
+    EXPECT_LT(frames.count(), FEW);
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,73 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What systemd thinks of the unit that is given as an example. scripts/try-unit starts it.
+#include <fstream>
+#include <optional>
+
+#include <gmock/gmock.h>
+
+#include "support/ChildProcess.h"
+#include "unit/install/InstalledData.h"
+
+namespace applist::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class UnitFile : public InstalledData {
+protected:
+    void SetUp() override {
+        InstalledData::SetUp();
+        m_unit = Content(UNIT);
+        ASSERT_THAT(m_unit, HasSubstr("\n[Service]\n")) << UNIT;
+    }
+    const std::string& unit() const { return m_unit; }
+    /// The name of a file with the unit, after one change to it.
+    std::string Write(const std::string& what, const std::string& by) const {
+        std::string unit = m_unit;
+        const size_t found = unit.find(what);
+        EXPECT_NE(found, std::string::npos) << what;
+        unit.replace(found, what.size(), by);
+        std::ofstream(Scratch() + "/applist.service") << unit;
+        return Scratch() + "/applist.service";
+    }
+    /// Its verdict on the unit: whether its exposure is 1.5 or less.
+    static std::optional<int> Judge(const std::string& file) {
+        ChildProcess analyze(
+            {"systemd-analyze", "security", "--offline=yes", "--threshold=15", "--no-pager", file});
+        return analyze.WaitForExit();
+    }
+    /// What it has to complain of in the unit, where the program is there to be started.
+    static std::string Complaints(const std::string& file) {
+        ChildProcess analyze({"systemd-analyze", "verify", "--man=no", file});
+        EXPECT_TRUE(analyze.WaitForExit().has_value());
+        return analyze.Errors();
+    }
+    static inline const std::string UNIT = "/usr/share/doc/applist/examples/applist.service";
+    static inline const std::string EXEC = "ExecStart=\"" INSTALLED_BIN "/applist\"";
+
+private:
+    std::string m_unit;
+};
+
+TEST_F(UnitFile, IsExposedByOnePointFiveAtMost) {
+    EXPECT_EQ(Judge(Write("", "")), 0);
+    // The measure is one that a careless change fails.
+    EXPECT_EQ(Judge(Write("CapabilityBoundingSet=\n", "")), 1);
+}
+
+TEST_F(UnitFile, IsUnderstoodToTheLastLine) {
+    EXPECT_THAT(Complaints(Write(EXEC, "ExecStart=/bin/true")), Not(HasSubstr("applist.service")));
+    EXPECT_THAT(Complaints(Write(EXEC, "ExecStart=/bin/true\nPrivatePeople=yes")),
+                HasSubstr("applist.service"));
+}
+
+TEST_F(UnitFile, RunsTheProgramAsTheUserOfTheBusPolicy) {
+    EXPECT_THAT(unit(), HasSubstr("\n" + EXEC + "\n"));
+    EXPECT_THAT(unit(), HasSubstr("\nUser=" APPLIST_USER "\n"));
+}
+
+}  // namespace
+}  // namespace applist::test

@@ -1,0 +1,223 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "broadcast/ApplicationXml.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <map>
+#include <memory>
+#include <string_view>
+
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+
+namespace applist::sim {
+namespace {
+
+// Versions of the schema differ in the year behind this.
+constexpr std::string_view NAMESPACE = "urn:dvb:mhp:";
+
+struct FreeDocument {
+    void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
+};
+struct FreeContext {
+    void operator()(xmlParserCtxt* context) const { xmlFreeParserCtxt(context); }
+};
+using Document = std::unique_ptr<xmlDoc, FreeDocument>;
+using Context = std::unique_ptr<xmlParserCtxt, FreeContext>;
+
+std::string Text(const xmlChar* text) {
+    return text != nullptr ? reinterpret_cast<const char*>(text) : "";
+}
+
+// A document type could name other files and nest entities without end.
+void RefuseDocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) noexcept {
+    xmlStopParser(static_cast<xmlParserCtxt*>(context));
+}
+
+std::string Reason(xmlParserCtxt* context) {
+    if (context->errNo == XML_ERR_USER_STOP) {
+        return "XML with a document type, which no application needs";
+    }
+    const xmlError* error = xmlCtxtGetLastError(context);
+    if (error == nullptr || error->message == nullptr) {
+        return "no well-formed XML";
+    }
+    std::string message = error->message;
+    message.erase(message.find_last_not_of('\n') + 1);
+    return "line " + std::to_string(error->line) + ": " + message;
+}
+
+Result<Document> Parse(ByteSpan bytes) {
+    if (bytes.size() > MAX_XML_SIZE) {
+        return Result<Document>::Failure("XML of more than 4 MiB");
+    }
+    const Context context(xmlNewParserCtxt());
+    if (!context) {
+        return Result<Document>::Failure("no memory");
+    }
+    context->sax->internalSubset = &RefuseDocumentType;
+    Document document(xmlCtxtReadMemory(context.get(), reinterpret_cast<const char*>(bytes.data()),
+                                        static_cast<int>(bytes.size()), nullptr, nullptr,
+                                        XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+    const bool whole = document && context->errNo != XML_ERR_USER_STOP;
+    return whole ? Result(std::move(document)) : Result<Document>::Failure(Reason(context.get()));
+}
+
+bool Is(const xmlNode* node, std::string_view name) {
+    return node->type == XML_ELEMENT_NODE && node->ns != nullptr &&
+           Text(node->ns->href).starts_with(NAMESPACE) && Text(node->name) == name;
+}
+
+const xmlNode* Child(const xmlNode* parent, std::string_view name) {
+    const xmlNode* child = parent != nullptr ? parent->children : nullptr;
+    while (child != nullptr && !Is(child, name)) {
+        child = child->next;
+    }
+    return child;
+}
+
+// Without the blanks that a document is laid out with.
+std::string Content(const xmlNode* node) {
+    if (node == nullptr) {
+        return {};
+    }
+    xmlChar* raw = xmlNodeGetContent(node);
+    std::string text = Text(raw);
+    xmlFree(raw);
+    constexpr const char* BLANKS = " \t\r\n";
+    text.erase(text.find_last_not_of(BLANKS) + 1);
+    text.erase(0, text.find_first_not_of(BLANKS));
+    return text;
+}
+
+std::string ChildContent(const xmlNode* parent, std::string_view name) {
+    return Content(Child(parent, name));
+}
+
+template <typename Number>
+std::optional<Number> ParseNumber(const std::string& text, int base) {
+    Number number{};
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
+}
+
+// The place of a word in its list; nothing for another word.
+template <size_t size>
+std::optional<uint8_t> PlaceOf(const std::string& word,
+                               const std::array<const char*, size>& words) {
+    const auto* const found = std::find(words.begin(), words.end(), word);
+    return found == words.end() ? std::nullopt
+                                : std::optional(static_cast<uint8_t>(found - words.begin()));
+}
+
+uint8_t ReadControl(const xmlNode* descriptor) {
+    constexpr std::array<const char*, 9> CODES{"",        "AUTOSTART", "PRESENT",
+                                               "DESTROY", "KILL",      "PREFETCH",
+                                               "REMOTE",  "DISABLED",  "PLAYBACK_AUTOSTART"};
+    return PlaceOf(ChildContent(descriptor, "controlCode"), CODES).value_or(0);
+}
+
+uint8_t ReadVisibility(const xmlNode* descriptor) {
+    constexpr std::array<const char*, 4> VALUES{"NOT_VISIBLE_ALL", "NOT_VISIBLE_USERS", "",
+                                                "VISIBLE_ALL"};
+    return PlaceOf(ChildContent(descriptor, "visibility"), VALUES).value_or(0);
+}
+
+uint16_t ReadType(const xmlNode* descriptor) {
+    const xmlNode* type = Child(descriptor, "type");
+    const std::string dvb = ChildContent(type, "DvbApp");
+    if (!dvb.empty()) {
+        return dvb == "DVB-J" ? 1 : dvb == "DVB-HTML" ? 2 : 0;
+    }
+    const std::string other = ChildContent(type, "OtherApp");
+    return other.starts_with("application/vnd.hbbtv.xhtml+xml") ? 0x0010 : 0;
+}
+
+void ReadNames(const xmlNode* node, Application& application) {
+    for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
+        if (Is(child, "appName")) {
+            xmlChar* raw = xmlGetProp(child, reinterpret_cast<const xmlChar*>("Language"));
+            application.names.push_back({Text(raw), Content(child)});
+            xmlFree(raw);
+        }
+    }
+}
+
+std::string ReadLocation(const xmlNode* node) {
+    const xmlNode* transport = Child(node, "applicationTransport");
+    return ChildContent(transport, "URLBase") + ChildContent(node, "applicationLocation");
+}
+
+std::optional<Application> ReadApplication(const xmlNode* node) {
+    const xmlNode* identifier = Child(node, "applicationIdentifier");
+    const auto organisation = ParseNumber<uint32_t>(ChildContent(identifier, "orgId"), 10);
+    const auto id = ParseNumber<uint16_t>(ChildContent(identifier, "appId"), 10);
+    if (!organisation || !id) {
+        return std::nullopt;
+    }
+    const xmlNode* descriptor = Child(node, "applicationDescriptor");
+    Application application;
+    application.organisation = *organisation;
+    application.id = *id;
+    application.controlCode = ReadControl(descriptor);
+    application.visibility = ReadVisibility(descriptor);
+    application.priority =
+        ParseNumber<uint8_t>(ChildContent(descriptor, "priority"), 16).value_or(0);
+    ReadNames(node, application);
+    application.location = ReadLocation(node);
+    return application;
+}
+
+/// Applications by their type, as binary tables have them.
+using Tables = std::map<uint16_t, ApplicationTable>;
+
+void ReadElement(const xmlNode* node, Tables& tables, Damage& damage) {
+    if (auto application = ReadApplication(node)) {
+        const uint16_t type = ReadType(Child(node, "applicationDescriptor"));
+        tables[type].type = type;
+        tables[type].applications.push_back(std::move(*application));
+    } else {
+        ++damage.malformedSections;
+    }
+}
+
+const xmlNode* NextInDocument(const xmlNode* node) {
+    if (node->children != nullptr && node->type == XML_ELEMENT_NODE) {
+        return node->children;
+    }
+    while (node != nullptr && node->next == nullptr) {
+        node = node->parent;
+    }
+    return node != nullptr ? node->next : nullptr;
+}
+
+}  // namespace
+
+Result<Broadcast> ReadApplicationXml(ByteSpan bytes) {
+    const auto document = Parse(bytes);
+    if (!document) {
+        return Result<Broadcast>::Failure(document.error());
+    }
+    Broadcast broadcast;
+    Tables tables;
+    for (const xmlNode* node = xmlDocGetRootElement(document->get()); node != nullptr;
+         node = NextInDocument(node)) {
+        if (Is(node, "Application")) {
+            ReadElement(node, tables, broadcast.damage);
+        }
+    }
+    BroadcastService service;
+    for (auto& [type, table] : tables) {
+        service.tables.push_back(std::make_shared<const ApplicationTable>(std::move(table)));
+    }
+    Moment& moment = broadcast.moments.emplace_back();
+    if (!service.tables.empty()) {
+        moment.services.push_back(std::move(service));
+    }
+    return broadcast;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,72 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "broadcast/Timeline.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace applist::sim {
+namespace {
+
+constexpr double FIRST_MOMENT_S = 10;
+// A day of a restless broadcaster; a stream with more is made to fill memory.
+constexpr size_t MAX_MOMENTS = 1000;
+
+bool SameTables(const BroadcastService& one, const BroadcastService& other) {
+    return std::equal(one.tables.begin(), one.tables.end(), other.tables.begin(),
+                      other.tables.end(),
+                      [](const auto& a, const auto& b) { return a == b || *a == *b; });
+}
+
+bool SameServices(const std::vector<BroadcastService>& one,
+                  const std::vector<BroadcastService>& other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](const BroadcastService& a, const BroadcastService& b) {
+                          return a.id == b.id && a.name == b.name && SameTables(a, b);
+                      });
+}
+
+}  // namespace
+
+Timeline::Timeline(State state, Damage& damage) : m_state(std::move(state)), m_damage(damage) {}
+
+void Timeline::Change(bool replaces, std::optional<double> seconds,
+                      const std::function<void()>& change) {
+    if (!m_start) {
+        m_start = seconds;
+    }
+    const bool late = seconds && *seconds - *m_start > FIRST_MOMENT_S;
+    if (replaces || late) {
+        EndFirstMoment();
+    }
+    change();
+    if (!m_inFirstMoment) {
+        Record(seconds);
+    }
+}
+
+std::vector<Moment> Timeline::Finish() {
+    EndFirstMoment();
+    return std::move(m_moments);
+}
+
+void Timeline::EndFirstMoment() {
+    if (m_inFirstMoment) {
+        Record(0);
+        m_inFirstMoment = false;
+    }
+}
+
+void Timeline::Record(std::optional<double> seconds) {
+    auto services = m_state();
+    if (!m_moments.empty() && SameServices(m_moments.back().services, services)) {
+        return;
+    }
+    if (m_moments.size() == MAX_MOMENTS) {
+        ++m_damage.surplusChanges;
+        return;
+    }
+    m_moments.push_back({seconds, std::move(services)});
+}
+
+}  // namespace applist::sim

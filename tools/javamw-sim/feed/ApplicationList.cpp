@@ -1,0 +1,81 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "feed/ApplicationList.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "feed/Names.h"
+
+namespace applist::sim {
+namespace {
+
+std::vector<ApplicationName> NamesByLanguage(const Application& application) {
+    std::vector<ApplicationName> names;
+    for (const ApplicationName& sent : application.names) {
+        ApplicationName name{CleanLanguage(sent.language), ValidUtf8(sent.text)};
+        if (name.language.empty()) {
+            name.language = "und";  // ISO 639-2 for an unknown language
+        }
+        const bool known = std::any_of(names.begin(), names.end(), [&](const auto& other) {
+            return other.language == name.language;
+        });
+        if (!known) {
+            names.push_back(std::move(name));
+        }
+    }
+    return names;
+}
+
+ListedApplication Describe(const BroadcastService& service, const ApplicationTable& table,
+                           const Application& application,
+                           const std::vector<std::string>& languages) {
+    ListedApplication listed;
+    listed.service = service.id;
+    listed.organisation = application.organisation;
+    listed.id = application.id;
+    listed.type = table.type != 0 ? std::optional(table.type) : std::nullopt;
+    listed.control = ControlName(application.controlCode);
+    listed.visibility = application.visibility;
+    listed.priority = application.priority;
+    listed.name = ValidUtf8(PreferredName(application.names, languages));
+    listed.names = NamesByLanguage(application);
+    listed.location = ValidUtf8(application.location);
+    return listed;
+}
+
+}  // namespace
+
+std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
+                                                const OfferFilter& filter) {
+    using Key = std::tuple<std::optional<uint16_t>, uint32_t, uint16_t>;
+    std::vector<ListedApplication> list;
+    std::map<Key, size_t> places;
+    for (const Moment& moment : broadcast.moments) {
+        for (const BroadcastService& service : SelectServices(moment, filter)) {
+            for (const auto& table : service.tables) {
+                for (const Application& application : table->applications) {
+                    auto listed = Describe(service, *table, application, filter.languages);
+                    const Key key{service.id, listed.organisation, listed.id};
+                    const auto [place, isNew] = places.try_emplace(key, list.size());
+                    if (isNew) {
+                        list.push_back(std::move(listed));
+                    } else {
+                        list[place->second] = std::move(listed);
+                    }
+                }
+            }
+        }
+    }
+    return list;
+}
+
+const std::vector<std::string>& ApplicationFields() {
+    static const std::vector<std::string> FIELDS{
+        "service",    "organisation_id", "application_id", "type",  "control",
+        "visibility", "priority",        "name",           "names", "location"};
+    return FIELDS;
+}
+
+}  // namespace applist::sim

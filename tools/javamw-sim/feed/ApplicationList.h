@@ -1,0 +1,49 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "broadcast/Broadcast.h"
+#include "feed/Offer.h"
+
+namespace applist::sim {
+
+/// One application as one service has it, for people and programs to read. All texts are UTF-8.
+struct ListedApplication {
+    std::optional<uint16_t> service;  ///< None in a file that knows no services.
+    uint32_t organisation = 0;
+    uint16_t id = 0;
+    std::optional<uint16_t> type;  ///< None where the source has no number for it.
+    std::string control;           ///< "PRESENT", or the number of a code without a name.
+    uint8_t visibility = 0;        ///< 3 viewers, 1 other applications only, 0 nobody.
+    uint8_t priority = 0;
+    std::string name;                    ///< The preferred one; empty when there is none.
+    std::vector<ApplicationName> names;  ///< One for each language, which is cleaned.
+    std::string location;
+
+    bool operator==(const ListedApplication&) const = default;
+};
+
+/// Every application that a broadcast carries at any time, offered or not, once for each service:
+/// as it was described last, in the order in which they came.
+std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
+                                                const OfferFilter& filter);
+
+/// What the columns of a table, the keys in JSON and the head of CSV are called.
+const std::vector<std::string>& ApplicationFields();
+
+/// A table for people, the columns under a head line. What the source does not say is "-".
+std::string FormatTable(const std::vector<ListedApplication>& applications);
+
+/// An array of objects. What the source does not say is null.
+std::string FormatJson(const std::vector<ListedApplication>& applications);
+
+/// RFC 4180 with a head line, so every line ends with CR and LF. What the source does not say is
+/// empty; names are a JSON object.
+std::string FormatCsv(const std::vector<ListedApplication>& applications);
+
+}  // namespace applist::sim

@@ -1,0 +1,106 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "feed/BroadcastFile.h"
+
+#include <algorithm>
+#include <array>
+#include <glib.h>
+
+#include "broadcast/ApplicationXml.h"
+#include "broadcast/BroadcastScan.h"
+#include "broadcast/SectionFile.h"
+#include "feed/MappedFile.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr const char* NO_BROADCAST =
+    "no transport stream with services, no sections and no XML of applications";
+
+enum class Kind { Stream, Sections, Xml };
+
+bool EndsWith(const std::string& file, const char* suffix) {
+    const std::string wanted = suffix;
+    return file.size() >= wanted.size() &&
+           g_ascii_strcasecmp(file.c_str() + file.size() - wanted.size(), suffix) == 0;
+}
+
+// Behind a byte order mark and blanks; in two bytes a character, the mark is all there is to see.
+bool BeginsAsXml(std::string_view content) {
+    if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) {
+        return true;
+    }
+    if (content.starts_with("\xEF\xBB\xBF")) {
+        content.remove_prefix(3);
+    }
+    const size_t first = content.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && content[first] == '<';
+}
+
+Kind KindOf(const std::string& file, std::string_view content, ByteSpan bytes) {
+    if (EndsWith(file, ".sec") || BeginsWithSection(bytes)) {
+        return Kind::Sections;
+    }
+    return BeginsAsXml(content) ? Kind::Xml : Kind::Stream;
+}
+
+Result<Broadcast> Read(const std::string& file, std::string_view content,
+                       std::optional<TextCoding> coding) {
+    const ByteSpan bytes(reinterpret_cast<const uint8_t*>(content.data()), content.size());
+    switch (KindOf(file, content, bytes)) {
+        case Kind::Sections:
+            return ScanSections(bytes, coding.value_or(TextCoding::Dvb));
+        case Kind::Xml:
+            return ReadApplicationXml(bytes);
+        case Kind::Stream:
+            break;
+    }
+    return ScanBroadcast(bytes, coding);
+}
+
+bool HasServices(const Moment& moment) {
+    return !moment.services.empty();
+}
+
+}  // namespace
+
+Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextCoding> coding) {
+    const auto mapped = MapFile(file);
+    if (!mapped) {
+        return Result<Broadcast>::Failure(mapped.error());
+    }
+    auto broadcast = Read(file, ContentOf(*mapped), coding);
+    if (!broadcast) {
+        return Result<Broadcast>::Failure(file + ": " + broadcast.error());
+    }
+    if (std::none_of(broadcast->moments.begin(), broadcast->moments.end(), HasServices)) {
+        const std::string damage = DamageRemark(file, broadcast->damage);
+        return Result<Broadcast>::Failure(file + ": " + NO_BROADCAST +
+                                          (damage.empty() ? "" : "\n" + damage));
+    }
+    return broadcast;
+}
+
+Result<std::optional<TextCoding>> ParseTextCoding(const std::string& name) {
+    struct Choice {
+        const char* name;
+        std::optional<TextCoding> coding;
+    };
+    constexpr std::array CHOICES{Choice{"auto", std::nullopt}, Choice{"dvb", TextCoding::Dvb},
+                                 Choice{"isdb", TextCoding::Isdb}, Choice{"arib", TextCoding::Arib},
+                                 Choice{"latin", TextCoding::Latin}};
+    for (const Choice& choice : CHOICES) {
+        if (name == choice.name) {
+            return choice.coding;
+        }
+    }
+    return Result<std::optional<TextCoding>>::Failure(
+        "--text takes auto, dvb, isdb, arib or latin, not '" + name + "'");
+}
+
+std::string DamageRemark(const std::string& file, const Damage& damage) {
+    const std::string text = Describe(damage);
+    return text.empty() ? text : file + ": skipped damaged parts: " + text;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,122 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "recording/RecordedMessage.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "Output.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr size_t SHOWN_ITEMS = 10;
+
+std::string Count(size_t count, const std::string& what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+std::string DescribeItem(const Item& item) {
+    return item == Item{} ? "(no item)" : OneLine(item.id) + '=' + OneLine(item.name);
+}
+
+std::string DescribeItems(const Items& items) {
+    std::string text;
+    for (size_t i = 0; i < std::min(items.size(), SHOWN_ITEMS); ++i) {
+        text += ' ' + DescribeItem(items[i]);
+    }
+    if (items.size() > SHOWN_ITEMS) {
+        text += " and " + std::to_string(items.size() - SHOWN_ITEMS) + " more";
+    }
+    return text;
+}
+
+// What follows a word that says what bytes belong to.
+std::string DescribePayload(const Bytes& payload) {
+    const auto items = DecodeItems(payload);
+    return items ? DescribeItems(*items)
+                 : " with " + Count(payload.size(), "byte") + " that are no items";
+}
+
+std::string DescribeFunction(int32_t id) {
+    const auto* const known =
+        std::find(FUNCTIONS.begin(), FUNCTIONS.end(), static_cast<Function>(id));
+    return known == FUNCTIONS.end() ? "function " + std::to_string(id)
+                                    : std::string(NameOf(*known));
+}
+
+std::string DescribeCall(const Bytes& bytes) {
+    const auto frame = DecodeNotification(bytes);
+    if (!frame) {
+        return Count(bytes.size(), "byte") + " without a message id";
+    }
+    const auto end = bytes.begin() + static_cast<std::ptrdiff_t>(frame->payloadSize);
+    return DescribeFunction(static_cast<int32_t>(frame->event)) +
+           DescribePayload(Bytes(bytes.begin(), end));
+}
+
+std::string DescribeReply(const Bytes& bytes) {
+    return bytes.empty() ? "nothing" : DescribePayload(bytes).substr(1);
+}
+
+std::string DescribeSignal(const Bytes& bytes) {
+    const auto frame = DecodeNotification(bytes);
+    if (!frame) {
+        return Count(bytes.size(), "byte") + " without a message id";
+    }
+    return DescribeNotification(*frame);
+}
+
+}  // namespace
+
+bool CarriesBytes(MessageKind kind) {
+    return kind == MessageKind::Call || kind == MessageKind::Reply || kind == MessageKind::Signal;
+}
+
+std::string_view NameOf(Side side) {
+    return side == Side::Application ? "application" : "middleware";
+}
+
+std::string_view NameOf(MessageKind kind) {
+    switch (kind) {
+        case MessageKind::Acquired:
+            return "acquired";
+        case MessageKind::Released:
+            return "released";
+        case MessageKind::Call:
+            return "call";
+        case MessageKind::Reply:
+            return "reply";
+        case MessageKind::Error:
+            return "error";
+        case MessageKind::Signal:
+            return "signal";
+        case MessageKind::Left:
+            break;
+    }
+    return "left";
+}
+
+std::string Describe(const RecordedMessage& message) {
+    if (CarriesBytes(message.kind) && !message.text.empty()) {
+        return "content of type " + OneLine(message.text);
+    }
+    switch (message.kind) {
+        case MessageKind::Acquired:
+        case MessageKind::Released:
+            return OneLine(message.name);
+        case MessageKind::Call:
+            return DescribeCall(message.bytes);
+        case MessageKind::Reply:
+            return DescribeReply(message.bytes);
+        case MessageKind::Error:
+            return OneLine(message.name + ": " + message.text);
+        case MessageKind::Signal:
+            return DescribeSignal(message.bytes);
+        case MessageKind::Left:
+            break;
+    }
+    return "the bus";
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,35 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "Result.h"
+#include "recording/RecordedMessage.h"
+
+/// The text form of a recording: one JSON object on each line.
+///
+///     {"javamw-recording":1,"started":"2026-11-21T06:40:00Z"}
+///     {"us":51,"kind":"call","side":"middleware","from":":1.1","to":":1.2","call":1,
+///      "bytes":"d2070000","note":"GetAllItems"}          (one line in the file)
+///
+/// The first line names the version of the form; the others are messages. "us" is the time in
+/// microseconds; bytes are hexadecimal; members that are empty are left out; "note" is for people
+/// and not read back.
+namespace applist::sim {
+
+constexpr int64_t RECORDING_VERSION = 1;
+
+/// The line that begins a recording. started is a point in time, ISO 8601.
+std::string RecordingHeader(const std::string& started);
+
+/// The line of one message.
+std::string RecordingLine(const RecordedMessage& message);
+
+/// The reason of a failure begins with the number of the line: "3: ...". Blank lines and unknown
+/// members are skipped, so that later versions may add some.
+Result<Recording> ParseRecording(std::string_view text);
+
+}  // namespace applist::sim

@@ -1,0 +1,180 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "recording/TrafficReader.h"
+
+#include "bus/Names.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr const char* DAEMON = "org.freedesktop.DBus";
+
+std::string Text(const char* text) {
+    return text != nullptr ? text : std::string();
+}
+
+Side Other(Side side) {
+    return side == Side::Application ? Side::Middleware : Side::Application;
+}
+
+std::optional<Side> SideOfName(const std::string& name) {
+    if (name.starts_with(names::SERVICE)) {
+        return Side::Application;
+    }
+    return name.starts_with(names::CLIENT) ? std::optional(Side::Middleware) : std::nullopt;
+}
+
+bool IsOurs(GDBusMessage* message, const char* member) {
+    return Text(g_dbus_message_get_path(message)) == names::OBJECT_PATH &&
+           Text(g_dbus_message_get_interface(message)) == names::INTERFACE &&
+           Text(g_dbus_message_get_member(message)) == member;
+}
+
+// The bytes of a usual message; of an odd one the type of what it carries.
+void TakeContent(RecordedMessage& taken, GDBusMessage* message) {
+    GVariant* body = g_dbus_message_get_body(message);
+    if (body == nullptr || !g_variant_is_of_type(body, G_VARIANT_TYPE("(ay)"))) {
+        taken.text = body == nullptr ? "()" : g_variant_get_type_string(body);
+        return;
+    }
+    const GVariantPtr array(g_variant_get_child_value(body, 0));
+    size_t size = 0;
+    const auto* data =
+        static_cast<const char*>(g_variant_get_fixed_array(array.get(), &size, sizeof(char)));
+    taken.bytes.assign(data, data + size);
+}
+
+std::string FirstText(GDBusMessage* message) {
+    GVariant* body = g_dbus_message_get_body(message);
+    if (body == nullptr || g_variant_n_children(body) == 0) {
+        return {};
+    }
+    const GVariantPtr first(g_variant_get_child_value(body, 0));
+    return g_variant_is_of_type(first.get(), G_VARIANT_TYPE_STRING)
+               ? g_variant_get_string(first.get(), nullptr)
+               : std::string();
+}
+
+}  // namespace
+
+std::optional<RecordedMessage> TrafficReader::Read(GDBusMessage* message, int64_t time) {
+    std::optional<RecordedMessage> taken;
+    switch (g_dbus_message_get_message_type(message)) {
+        case G_DBUS_MESSAGE_TYPE_SIGNAL:
+            taken = ReadSignal(message);
+            break;
+        case G_DBUS_MESSAGE_TYPE_METHOD_CALL:
+            taken = ReadCall(message);
+            break;
+        case G_DBUS_MESSAGE_TYPE_METHOD_RETURN:
+        case G_DBUS_MESSAGE_TYPE_ERROR:
+            taken = ReadAnswer(message);
+            break;
+        case G_DBUS_MESSAGE_TYPE_INVALID:
+            break;
+    }
+    if (taken) {
+        taken->time = time;
+    }
+    return taken;
+}
+
+std::string TrafficReader::SenderOf(GDBusMessage* message) const {
+    const std::string sender = Text(g_dbus_message_get_sender(message));
+    return sender.empty() ? m_ownName : sender;
+}
+
+RecordedMessage TrafficReader::Begin(GDBusMessage* message, MessageKind kind) {
+    RecordedMessage begun;
+    begun.kind = kind;
+    begun.from = SenderOf(message);
+    begun.to = Text(g_dbus_message_get_destination(message));
+    return begun;
+}
+
+std::optional<RecordedMessage> TrafficReader::ReadSignal(GDBusMessage* message) {
+    if (SenderOf(message) == DAEMON) {
+        return ReadOwnerChange(message);
+    }
+    if (!IsOurs(message, names::SIGNAL)) {
+        return std::nullopt;
+    }
+    RecordedMessage taken = Begin(message, MessageKind::Signal);
+    taken.side = m_sides.try_emplace(taken.from, Side::Application).first->second;
+    TakeContent(taken, message);
+    return taken;
+}
+
+std::optional<RecordedMessage> TrafficReader::ReadOwnerChange(GDBusMessage* message) {
+    GVariant* body = g_dbus_message_get_body(message);
+    if (Text(g_dbus_message_get_member(message)) != "NameOwnerChanged" || body == nullptr ||
+        !g_variant_is_of_type(body, G_VARIANT_TYPE("(sss)"))) {
+        return std::nullopt;
+    }
+    const char* name = nullptr;
+    const char* oldOwner = nullptr;
+    const char* newOwner = nullptr;
+    g_variant_get(body, "(&s&s&s)", &name, &oldOwner, &newOwner);
+    const auto side = SideOfName(name);
+    if (!side) {
+        return *newOwner == '\0' ? Leave(name) : std::nullopt;
+    }
+    RecordedMessage taken;
+    taken.kind = *newOwner == '\0' ? MessageKind::Released : MessageKind::Acquired;
+    taken.side = *side;
+    taken.from = *newOwner == '\0' ? oldOwner : newOwner;
+    taken.name = name;
+    m_sides[taken.from] = *side;
+    return taken;
+}
+
+std::optional<RecordedMessage> TrafficReader::Leave(const std::string& name) {
+    const auto known = m_sides.find(name);
+    if (known == m_sides.end()) {
+        return std::nullopt;
+    }
+    RecordedMessage taken;
+    taken.kind = MessageKind::Left;
+    taken.side = known->second;
+    taken.from = name;
+    m_sides.erase(known);
+    std::erase_if(m_calls, [&name](const auto& call) { return call.first.first == name; });
+    return taken;
+}
+
+std::optional<RecordedMessage> TrafficReader::ReadCall(GDBusMessage* message) {
+    if (!IsOurs(message, names::METHOD)) {
+        return std::nullopt;
+    }
+    RecordedMessage taken = Begin(message, MessageKind::Call);
+    taken.side = m_sides.try_emplace(taken.from, Side::Middleware).first->second;
+    m_sides.try_emplace(taken.to, Other(taken.side));
+    taken.call = ++m_lastCall;
+    m_calls[{taken.from, g_dbus_message_get_serial(message)}] = {taken.call, taken.to, taken.side};
+    TakeContent(taken, message);
+    return taken;
+}
+
+std::optional<RecordedMessage> TrafficReader::ReadAnswer(GDBusMessage* message) {
+    const std::string caller = Text(g_dbus_message_get_destination(message));
+    const auto call = m_calls.find({caller, g_dbus_message_get_reply_serial(message)});
+    if (call == m_calls.end()) {
+        return std::nullopt;
+    }
+    const bool failed = g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_ERROR;
+    RecordedMessage taken = Begin(message, failed ? MessageKind::Error : MessageKind::Reply);
+    // The bus answers in the place of who cannot.
+    taken.from = call->second.called;
+    taken.side = Other(call->second.caller);
+    taken.call = call->second.number;
+    m_calls.erase(call);
+    if (failed) {
+        taken.name = Text(g_dbus_message_get_error_name(message));
+        taken.text = FirstText(message);
+    } else {
+        TakeContent(taken, message);
+    }
+    return taken;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,75 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "recording/TrafficTap.h"
+
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "recording/TrafficReader.h"
+
+namespace applist::sim {
+
+/// Shared with the filter, which may be at work for a moment after it was removed.
+struct TrafficTap::State {
+    State(std::string name, Use how, Take taker)
+        : ownName(std::move(name)),
+          use(how),
+          begin(g_get_monotonic_time()),
+          reader(ownName),
+          take(std::move(taker)) {}
+
+    void Hear(GDBusMessage* message) {
+        const std::lock_guard lock(mutex);
+        if (!take) {
+            return;
+        }
+        if (const auto heard = reader.Read(message, g_get_monotonic_time() - begin)) {
+            take(*heard);
+        }
+    }
+
+    // Passed on, a call between others would be answered, and the bus shuts monitors out that
+    // speak.
+    bool Keeps(GDBusMessage* message) const {
+        const char* destination = g_dbus_message_get_destination(message);
+        return use == Use::Monitor && (destination == nullptr || ownName != destination);
+    }
+
+    const std::string ownName;
+    const Use use;
+    const int64_t begin;
+    std::mutex mutex;
+    TrafficReader reader;
+    Take take;
+};
+
+TrafficTap::TrafficTap(GDBusConnection* connection, Use use, Take take)
+    : m_connection(connection),
+      m_state(std::make_shared<State>(g_dbus_connection_get_unique_name(connection), use,
+                                      std::move(take))) {
+    m_filter = g_dbus_connection_add_filter(
+        connection, &TrafficTap::cb_Message, new std::shared_ptr<State>(m_state),
+        [](void* state) { delete static_cast<std::shared_ptr<State>*>(state); });
+}
+
+TrafficTap::~TrafficTap() {
+    {
+        const std::lock_guard lock(m_state->mutex);
+        m_state->take = nullptr;
+    }
+    g_dbus_connection_remove_filter(m_connection, m_filter);
+}
+
+GDBusMessage* TrafficTap::cb_Message(GDBusConnection* /*connection*/, GDBusMessage* message,
+                                     gboolean incoming, void* state) noexcept {
+    State& self = **static_cast<std::shared_ptr<State>*>(state);
+    self.Hear(message);
+    if (incoming != FALSE && self.Keeps(message)) {
+        g_object_unref(message);
+        return nullptr;
+    }
+    return message;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,201 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "scenario/Cursor.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+namespace applist::sim {
+namespace {
+
+constexpr uint32_t LONGEST_MS = 24U * 60 * 60 * 1000;
+// The most that the bus carries in one array.
+constexpr uint32_t LARGEST_FRAME = 64U * 1024 * 1024;
+
+struct Unit {
+    const char* name;
+    uint32_t factor;
+};
+
+/// The number at the beginning of text and what is behind it; nothing if there is no number.
+std::optional<std::pair<uint32_t, std::string>> NumberAndRest(const std::string& text) {
+    uint32_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc()) {
+        return std::nullopt;
+    }
+    return std::pair(number, std::string(last, end));
+}
+
+/// Number and unit as one number, up to largest.
+std::optional<uint32_t> Measure(const std::string& text, std::initializer_list<Unit> units,
+                                uint32_t largest) {
+    const auto parts = NumberAndRest(text);
+    for (const Unit& unit : units) {
+        if (parts && parts->second == unit.name && parts->first <= largest / unit.factor) {
+            return parts->first * unit.factor;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Appends the bytes that digits stand for; false if they do not.
+bool AppendHex(Bytes& bytes, const std::string& digits) {
+    for (size_t i = 0; i < digits.size(); i += 2) {
+        uint8_t byte = 0;
+        const char* begin = digits.data() + i;
+        const char* end = digits.data() + std::min(i + 2, digits.size());
+        const auto [last, error] = std::from_chars(begin, end, byte, 16);
+        if (error != std::errc() || last != begin + 2) {
+            return false;
+        }
+        bytes.push_back(static_cast<char>(byte));
+    }
+    return true;
+}
+
+// Words stand in messages, and messages on one line.
+std::string WithoutControls(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
+    return text;
+}
+
+}  // namespace
+
+bool Cursor::IsNext(const std::string& keyword) const {
+    return !AtEnd() && m_line.words[m_next].plain && m_line.words[m_next].text == keyword;
+}
+
+bool Cursor::Skip(const std::string& keyword) {
+    const bool found = IsNext(keyword);
+    m_next += found ? 1 : 0;
+    return found;
+}
+
+const Word& Cursor::Take(const std::string& what) {
+    static const Word NONE;
+    if (AtEnd()) {
+        FailAt(m_line.endColumn, what + " is missing here");
+        return NONE;
+    }
+    return m_line.words[m_next++];
+}
+
+std::string Cursor::Text(const std::string& what) {
+    return Take(what).text;
+}
+
+size_t Cursor::Choice(std::initializer_list<const char*> keywords) {
+    std::string all;
+    size_t index = 0;
+    for (const char* keyword : keywords) {
+        if (Skip(keyword)) {
+            return index;
+        }
+        ++index;
+        all += (all.empty() ? "" : index == keywords.size() ? " or " : ", ") + std::string(keyword);
+    }
+    const std::string found = Text(all);
+    Refuse("'" + found + "' is none of " + all);
+    return 0;
+}
+
+uint32_t Cursor::Number(const std::string& what, uint32_t first, uint32_t last) {
+    const std::string text = Text(what);
+    const auto number = Measure(text, {{"", 1}}, last);
+    if (!number || *number < first) {
+        Refuse(what + " is a number from " + std::to_string(first) + " to " + std::to_string(last) +
+               ", not '" + text + "'");
+        return first;
+    }
+    return *number;
+}
+
+Duration Cursor::Time() {
+    const std::string text = Text("a time");
+    const auto milliseconds =
+        Measure(text, {{"ms", 1}, {"s", 1000}, {"min", 60 * 1000}}, LONGEST_MS);
+    if (!milliseconds) {
+        Refuse("a time is written as 200ms, 5s or 1min, up to a day, not '" + text + "'");
+    }
+    return Duration(milliseconds.value_or(0));
+}
+
+size_t Cursor::Size() {
+    const std::string text = Text("a size");
+    const auto size = Measure(text, {{"", 1}, {"k", 1024}, {"M", 1024 * 1024}}, LARGEST_FRAME);
+    if (!size) {
+        Refuse("a size is written as 512, 64k or 16M, up to 64M, not '" + text + "'");
+    }
+    return size.value_or(0);
+}
+
+std::optional<Duration> Cursor::Within() {
+    return Skip("within") ? std::optional(Time()) : std::nullopt;
+}
+
+Announcement Cursor::Step() {
+    constexpr Announcement STEPS[]{Announcement::Syn, Announcement::SynAck, Announcement::Ack};
+    return STEPS[Choice({"syn", "syn-ack", "ack"})];
+}
+
+Function Cursor::TakeFunction() {
+    const std::string name = Text("a function");
+    const auto function = FunctionByName(name);
+    if (!function) {
+        Refuse("unknown function '" + name + "'");
+    }
+    return function.value_or(Function::GetAllItems);
+}
+
+ItemPattern Cursor::Pattern() {
+    const Word& word = Take("an id");
+    if (!word.equals) {
+        return {word.text, std::nullopt};
+    }
+    return {word.text.substr(0, *word.equals), word.text.substr(*word.equals + 1)};
+}
+
+Item Cursor::Pair() {
+    const Word& word = Take("ID=NAME");
+    if (!word.equals) {
+        Refuse("'" + word.text + "' has no = between an id and a name");
+        return {};
+    }
+    return {word.text.substr(0, *word.equals), word.text.substr(*word.equals + 1)};
+}
+
+Bytes Cursor::Hex() {
+    Bytes bytes;
+    while (!AtEnd()) {
+        const std::string digits = Text("bytes");
+        if (!AppendHex(bytes, digits)) {
+            Refuse("bytes are pairs of hexadecimal digits, not '" + digits + "'");
+        }
+    }
+    return bytes;
+}
+
+void Cursor::End() {
+    if (!AtEnd()) {
+        const std::string surplus = Text("");
+        Refuse("nothing may follow here, but '" + surplus + "' does");
+    }
+}
+
+void Cursor::Refuse(const std::string& message) {
+    FailAt(m_next > 0 ? m_line.words[m_next - 1].column : 1, message);
+}
+
+void Cursor::FailAt(size_t column, const std::string& message) {
+    if (!m_error) {
+        m_error = WordError{column, WithoutControls(message)};
+    }
+}
+
+}  // namespace applist::sim

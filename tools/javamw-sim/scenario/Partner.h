@@ -1,0 +1,88 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "bus/BusLink.h"
+#include "bus/HandshakePlan.h"
+
+namespace applist::sim {
+
+/// One middleware on the bus with a connection of its own, which keeps what it hears until it is
+/// asked for.
+class Partner : public BusLinkListener {
+public:
+    /// Told of everything that happens to a partner, as one line: "connected :1.2".
+    using Observer = std::function<void(const Partner& partner, const std::string& happening)>;
+
+    /// address is the bus'; empty for the system bus.
+    Partner(std::string name, std::string address, Observer observer);
+    ~Partner() override;
+    Partner(const Partner&) = delete;
+    Partner& operator=(const Partner&) = delete;
+    Partner(Partner&&) = delete;
+    Partner& operator=(Partner&&) = delete;
+
+    const std::string& name() const { return m_name; }
+    const HandshakePlan& plan() const { return m_plan; }
+    /// How announcements are made from here on.
+    void SetPlan(const HandshakePlan& plan);
+
+    /// Connects to the bus and begins the handshake as planned; nothing if that is done. Empty on
+    /// success, otherwise the reason. Blocks while it connects.
+    std::string Join();
+    /// Closes the connection, after what was sent is on its way. What was heard is kept.
+    void Vanish();
+    bool joined() const { return m_link != nullptr; }
+    /// The bus ended the connection; nothing can be heard any more.
+    bool busLost() const { return m_busLost; }
+
+    /// The application that calls go to: the one that connected last and is still there, otherwise
+    /// the one heard last in the handshake. Empty if none has been heard.
+    const std::string& application() const { return m_application; }
+    bool connected() const { return m_connected; }
+
+    // REQUIRES: joined().
+    void Announce(Announcement announcement) { m_link->AnnounceNow(announcement); }
+    /// Empty on success, otherwise the reason.
+    std::string Signal(const Bytes& bytes) { return m_link->Emit(m_application, bytes); }
+    void Call(const Bytes& bytes, MessageCaller::Done done) {
+        m_link->Call(m_application, bytes, std::move(done));
+    }
+
+    std::deque<Bytes>& events() { return m_events; }
+    std::deque<Announcement>& announcements() { return m_announcements; }
+    /// The reply of the call made last; nothing before the first.
+    std::optional<Result<Bytes>>& lastReply() { return m_lastReply; }
+
+private:
+    void Connected(const std::string& application) override;
+    void Disconnected(const std::string& application) override;
+    void Announced(const std::string& application, Announcement announcement) override;
+    void Notified(const std::string& application, const Bytes& message) override;
+    Bytes Called(const std::string& application, const Bytes& message) override;
+    void LinkFailed(const std::string& error) override;
+    void BusLost() override;
+
+    std::string m_name;
+    std::string m_address;
+    Observer m_observer;
+    HandshakePlan m_plan;
+    std::unique_ptr<BusLink> m_link;
+    bool m_busLost = false;
+    bool m_connected = false;
+    std::string m_application;
+    std::deque<Bytes> m_events;
+    std::deque<Announcement> m_announcements;
+    std::optional<Result<Bytes>> m_lastReply;
+};
+
+/// "event 1 ItemChanged", or what else came as a notification.
+std::string DescribeMessage(const Bytes& message);
+
+}  // namespace applist::sim

@@ -1,0 +1,162 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "scenario/ScenarioRun.h"
+
+#include <algorithm>
+#include <csignal>
+#include <utility>
+
+#include <glib-unix.h>
+
+#include "Output.h"
+
+namespace applist::sim {
+namespace {
+
+// What is seen in a long wait would bury the reason; the end of it tells most.
+constexpr size_t MOST_SEEN = 20;
+
+Result<std::string> ReadFile(const std::string& file) {
+    GError* error = nullptr;
+    char* content = nullptr;
+    size_t size = 0;
+    const std::string path = file == "-" ? "/dev/stdin" : file;
+    if (g_file_get_contents(path.c_str(), &content, &size, &error) == FALSE) {
+        const std::string reason =
+            error->code == G_FILE_ERROR_NOENT ? "no such file" : error->message;
+        g_error_free(error);
+        return Result<std::string>::Failure(file + ": " + reason);
+    }
+    std::string text(content, size);
+    g_free(content);
+    return text;
+}
+
+size_t PointsOf(const Scenario& scenario) {
+    return static_cast<size_t>(
+        std::count_if(scenario.statements.begin(), scenario.statements.end(),
+                      [](const Statement& statement) { return !IsSetting(statement.action); }));
+}
+
+}  // namespace
+
+Result<Scenario> LoadScenario(const std::string& file) {
+    const auto text = ReadFile(file);
+    if (!text) {
+        return Result<Scenario>::Failure(text.error());
+    }
+    ParsedScenario parsed = ParseScenario(*text);
+    std::string errors;
+    for (const ScenarioError& error : parsed.errors) {
+        errors += (errors.empty() ? "" : "\n") + file + ':' + std::to_string(error.line) + ':' +
+                  std::to_string(error.column) + ": " + error.message;
+    }
+    return errors.empty() ? Result(Scenario{file, std::move(parsed.statements)})
+                          : Result<Scenario>::Failure(errors);
+}
+
+ScenarioRun::ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenarios)
+    : m_options(std::move(options)),
+      m_scenarios(std::move(scenarios)),
+      m_tap([this](const std::string& line) { Write(line); }, OutputTakesColours()) {}
+
+ExitCode ScenarioRun::Run() {
+    WatchSignals();
+    size_t points = 0;
+    for (const Scenario& scenario : m_scenarios) {
+        points += PointsOf(scenario);
+    }
+    m_tap.Plan(points);
+    for (const Scenario& scenario : m_scenarios) {
+        if (!m_end) {
+            Play(scenario);
+        }
+    }
+    return m_end.value_or(m_allHeld ? ExitCode::Success : ExitCode::CallFailed);
+}
+
+void ScenarioRun::WatchSignals() {
+    for (const int number : {SIGINT, SIGTERM}) {
+        m_signals.push_back(OwnSource(g_unix_signal_add(number, &cb_Interrupted, this)));
+    }
+}
+
+void ScenarioRun::Play(const Scenario& scenario) {
+    m_failedAt.clear();
+    m_seen.clear();
+    m_executor = std::make_unique<Executor>(
+        m_options.address, [this](const Partner& partner, const std::string& happening) {
+            m_seen.push_back(partner.name() + ": " + happening);
+        });
+    for (size_t i = 0; i < scenario.statements.size() && !m_end; ++i) {
+        PlayStatement(scenario, i);
+    }
+}
+
+void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
+    const Statement& statement = scenario.statements[index];
+    const std::string where = scenario.file + ':' + std::to_string(statement.line);
+    const bool setting = IsSetting(statement.action);
+    if (!m_failedAt.empty() && !m_options.keepGoing) {
+        if (!setting) {
+            m_tap.Skip(where + ' ' + statement.text, m_failedAt + " failed");
+        }
+        return;
+    }
+    if (const auto* note = std::get_if<Note>(&statement.action)) {
+        m_tap.Comment(note->text);
+    }
+    const bool errorExpected =
+        index + 1 < scenario.statements.size() &&
+        std::holds_alternative<ExpectError>(scenario.statements[index + 1].action);
+    const Outcome outcome = m_executor->Execute(statement.action, errorExpected);
+    if (!setting || outcome.verdict != Verdict::Held) {
+        Take(outcome, where + ' ' + statement.text, where);
+    }
+}
+
+void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
+                       const std::string& where) {
+    if (m_seen.size() > MOST_SEEN) {
+        m_seen.erase(m_seen.begin(), m_seen.end() - MOST_SEEN);
+    }
+    const std::vector<std::string> seen = std::exchange(m_seen, {});
+    switch (outcome.verdict) {
+        case Verdict::Held:
+            m_tap.Pass(description);
+            return;
+        case Verdict::Failed:
+            m_tap.Fail(description, where, outcome.problem, seen);
+            break;
+        case Verdict::Interrupted:
+            m_tap.BailOut("interrupted at " + description);
+            End(ExitCode::CallFailed);
+            break;
+        case Verdict::NoBus:
+            m_tap.Fail(description, where, outcome.problem, seen);
+            m_tap.BailOut(outcome.problem);
+            Complain(outcome.problem);
+            End(ExitCode::NoBus);
+            break;
+    }
+    m_allHeld = false;
+    m_failedAt = where;
+}
+
+// Whoever reads the results may be gone.
+void ScenarioRun::Write(const std::string& line) {
+    if (!WriteLine(line)) {
+        End(ExitCode::CallFailed);
+    }
+}
+
+void ScenarioRun::End(ExitCode code) {
+    m_end = m_end.value_or(code);
+}
+
+int ScenarioRun::cb_Interrupted(void* run) noexcept {
+    static_cast<ScenarioRun*>(run)->m_executor->Interrupt();
+    return G_SOURCE_CONTINUE;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,249 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/EditorInput.h"
+
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <histedit.h>
+#include <unistd.h>
+#include <utility>
+
+#include <glib-unix.h>
+#include <sys/ioctl.h>
+
+#include "Output.h"
+#include "shell/Completion.h"
+#include "shell/ScreenRows.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr int HISTORY_SIZE = 1000;
+constexpr char END_OF_FILE = '\x04';
+// What becomes of that key in a terminal that is not being read.
+constexpr char END_OF_FILE_AHEAD = '\0';
+
+// The editor works in characters; where the locale has only bytes, UTF-8 is what ids and names are.
+void UseCharacters() {
+    if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    }
+}
+
+size_t ScreenWidth() {
+    winsize size{};
+    const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? size.ws_col : 80;
+}
+
+bool HasCursorKeys() {
+    const char* terminal = std::getenv("TERM");
+    return terminal != nullptr && *terminal != '\0' && std::string_view(terminal) != "dumb";
+}
+
+}  // namespace
+
+void EditorInput::EndEditor::operator()(EditLine* editor) const {
+    el_end(editor);
+}
+
+void EditorInput::EndHistory::operator()(History* history) const {
+    history_end(history);
+}
+
+EditorInput::EditorInput(Listener listener, Complete complete, std::string historyFile)
+    : m_listener(std::move(listener)),
+      m_complete(std::move(complete)),
+      m_historyFile(std::move(historyFile)),
+      m_history(history_init()) {
+    UseCharacters();
+    m_editor.reset(el_init("javamw-sim", stdin, stdout, stderr));
+    SetUp();
+    LoadHistory();
+}
+
+EditorInput::~EditorInput() {
+    Pause();
+    SaveHistory();
+}
+
+void EditorInput::SetUp() {
+    EditLine* editor = m_editor.get();
+    el_set(editor, EL_CLIENTDATA, this);
+    el_set(editor, EL_PROMPT, &EditorInput::cb_Prompt);
+    el_set(editor, EL_EDITOR, "emacs");
+    el_set(editor, EL_HIST, history, m_history.get());
+    // In wide characters, for of others the library makes copies that it never frees.
+    el_wset(editor, EL_ADDFN, L"complete-word", L"Complete the word", &EditorInput::cb_Complete);
+    el_set(editor, EL_BIND, "^I", "complete-word", nullptr);
+    el_set(editor, EL_BIND, "^@", "em-delete-or-list", nullptr);
+    el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
+    el_source(editor, nullptr);
+    m_resized = OwnSource(g_unix_signal_add(SIGWINCH, &cb_Resized, this));
+}
+
+void EditorInput::LoadHistory() {
+    HistEvent event{};
+    history(m_history.get(), &event, H_SETSIZE, HISTORY_SIZE);
+    history(m_history.get(), &event, H_SETUNIQUE, 1);
+    if (!m_historyFile.empty()) {
+        history(m_history.get(), &event, H_LOAD, m_historyFile.c_str());
+    }
+}
+
+// Several shells may end: the last one's history is kept.
+void EditorInput::SaveHistory() const {
+    HistEvent event{};
+    if (!m_historyFile.empty()) {
+        history(m_history.get(), &event, H_SAVE, m_historyFile.c_str());
+    }
+}
+
+void EditorInput::Remember(const std::string& line) {
+    HistEvent event{};
+    if (line.find_first_not_of(" \t") != std::string::npos) {
+        history(m_history.get(), &event, H_ENTER, line.c_str());
+    }
+}
+
+void EditorInput::Resume(const std::string& prompt) {
+    m_prompt = prompt;
+    m_editing = true;
+    el_set(m_editor.get(), EL_UNBUFFERED, 1);
+    m_source = OwnSource(g_unix_fd_add(STDIN_FILENO,
+                                       static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR),
+                                       &cb_Readable, this));
+}
+
+void EditorInput::Pause() {
+    m_source.Release();
+    if (std::exchange(m_editing, false)) {
+        el_set(m_editor.get(), EL_UNBUFFERED, 0);
+    }
+}
+
+bool EditorInput::Print(const std::string& line) {
+    if (!m_editing) {
+        return WriteLine(line);
+    }
+    Erase();
+    const bool written = WriteLine(line);
+    Draw();
+    return written;
+}
+
+bool EditorInput::Discard() {
+    const LineInfo* line = el_line(m_editor.get());
+    const bool typed = m_editing && line->lastchar > line->buffer;
+    if (typed) {
+        Pause();
+        static_cast<void>(WriteLine("^C"));
+        Resume(m_prompt);
+    }
+    return typed;
+}
+
+// Unbuffered, the editor gives the line after each key, and with a line end when it is complete. A
+// line of the end-of-file key alone stands for that.
+void EditorInput::ReadKey() {
+    int count = 0;
+    const char* text = el_gets(m_editor.get(), &count);
+    if (text == nullptr || count <= 0) {
+        return;
+    }
+    const char last = text[count - 1];
+    if (count == 1 && (last == END_OF_FILE || last == END_OF_FILE_AHEAD)) {
+        End();
+    } else if (last == '\n' || last == '\r') {
+        const std::string line(text, static_cast<size_t>(count - 1));
+        m_source.Release();
+        Remember(line);
+        m_listener.line(line);
+    }
+}
+
+// What comes next on the terminal begins a line.
+void EditorInput::End() {
+    m_source.Release();
+    static_cast<void>(std::fputc('\n', stdout));
+    m_listener.end();
+}
+
+void EditorInput::CompleteWord() {
+    const LineInfo* line = el_line(m_editor.get());
+    const std::string_view text(line->buffer, static_cast<size_t>(line->cursor - line->buffer));
+    const auto candidates = m_complete(text);
+    const std::string rest = CommonRest(candidates, LastWord(text));
+    if (!rest.empty()) {
+        el_insertstr(m_editor.get(), rest.c_str());
+    } else if (candidates.size() > 1) {
+        std::string all;
+        for (const std::string& candidate : candidates) {
+            all += (all.empty() ? "" : "  ") + candidate;
+        }
+        static_cast<void>(Print(all));
+    } else {
+        el_beep(m_editor.get());
+    }
+}
+
+void EditorInput::Erase() const {
+    if (!HasCursorKeys()) {
+        static_cast<void>(std::fputc('\n', stdout));
+        return;
+    }
+    const LineInfo* line = el_line(m_editor.get());
+    const std::string before =
+        m_prompt + std::string(line->buffer, static_cast<size_t>(line->cursor - line->buffer));
+    if (const size_t rows = RowsAbove(before, ScreenWidth()); rows > 0) {
+        static_cast<void>(std::fprintf(stdout, "\033[%zuA", rows));
+    }
+    static_cast<void>(std::fputs("\r\033[J", stdout));
+}
+
+void EditorInput::Draw() {
+    el_set(m_editor.get(), EL_REFRESH);
+}
+
+void EditorInput::OnInput(GIOCondition condition) {
+    if ((condition & (G_IO_HUP | G_IO_ERR)) != 0) {
+        End();
+    } else {
+        ReadKey();
+    }
+}
+
+int EditorInput::cb_Readable(int /*file*/, GIOCondition condition, void* input) noexcept {
+    static_cast<EditorInput*>(input)->OnInput(condition);
+    return G_SOURCE_CONTINUE;
+}
+
+int EditorInput::cb_Resized(void* input) noexcept {
+    el_resize(static_cast<EditorInput*>(input)->m_editor.get());
+    return G_SOURCE_CONTINUE;
+}
+
+char* EditorInput::cb_Prompt(EditLine* editor) noexcept {
+    EditorInput* self = nullptr;
+    el_get(editor, EL_CLIENTDATA, &self);
+    return self->m_prompt.data();
+}
+
+unsigned char EditorInput::cb_Complete(EditLine* editor, int /*key*/) noexcept {
+    EditorInput* self = nullptr;
+    el_get(editor, EL_CLIENTDATA, &self);
+    self->CompleteWord();
+    return CC_REFRESH;
+}
+
+std::string HistoryFile() {
+    char* folder = g_build_filename(g_get_user_state_dir(), "javamw-sim", nullptr);
+    const bool there = g_mkdir_with_parents(folder, 0700) == 0;
+    const std::string file = there ? std::string(folder) + "/history" : std::string();
+    g_free(folder);
+    return file;
+}
+
+}  // namespace applist::sim

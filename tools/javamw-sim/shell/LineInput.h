@@ -1,0 +1,36 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace applist::sim {
+
+/// Where the lines of a shell come from, and where it prints.
+class LineInput {
+public:
+    /// Whom the input tells, from the main context.
+    struct Listener {
+        std::function<void(const std::string& line)> line;  ///< Without its line end.
+        std::function<void()> end;                          ///< No line comes any more.
+    };
+
+    LineInput() = default;
+    virtual ~LineInput() = default;
+    LineInput(const LineInput&) = delete;
+    LineInput& operator=(const LineInput&) = delete;
+    LineInput(LineInput&&) = delete;
+    LineInput& operator=(LineInput&&) = delete;
+
+    /// Lines are wanted from here on; prompt says so to a person.
+    virtual void Resume(const std::string& prompt) = 0;
+    /// No more for now. Not from within the listener.
+    virtual void Pause() = 0;
+    /// Prints a line, now or as soon as nothing is being typed. False when nobody can read it.
+    virtual bool Print(const std::string& line) = 0;
+    /// Drops what has been typed of a line; false if nothing has.
+    virtual bool Discard() = 0;
+};
+
+}  // namespace applist::sim

@@ -1,0 +1,297 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/Shell.h"
+
+#include <algorithm>
+#include <csignal>
+#include <unistd.h>
+#include <utility>
+
+#include <glib-unix.h>
+
+#include "Output.h"
+#include "shell/Busctl.h"
+#include "shell/Completion.h"
+#include "shell/EditorInput.h"
+#include "shell/StreamInput.h"
+
+namespace applist::sim {
+namespace {
+
+bool IsPerson() {
+    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+}
+
+std::string Trimmed(const std::string& text) {
+    const size_t begin = text.find_first_not_of(" \t\r");
+    const size_t end = text.find_last_not_of(" \t\r");
+    return begin == std::string::npos ? std::string() : text.substr(begin, end - begin + 1);
+}
+
+bool HasError(const std::optional<Result<Bytes>>& reply) {
+    return reply && !*reply;
+}
+
+}  // namespace
+
+Shell::Shell(ShellOptions options)
+    : m_options(std::move(options)),
+      m_person(IsPerson()),
+      m_output(m_options.json, !m_options.json && OutputTakesColours()),
+      m_executor(m_options.address, [this](const Partner& partner, const std::string& happening) {
+          OnHappening(partner, happening);
+      }) {}
+
+Shell::~Shell() = default;
+
+ExitCode Shell::Run() {
+    OpenInput();
+    WatchSignals();
+    if (!m_options.offline) {
+        const Outcome joined = m_executor.Execute(Join());
+        if (joined.verdict == Verdict::NoBus) {
+            Fail("join", joined.problem, ExitCode::NoBus);
+            End(ExitCode::NoBus);
+        }
+    }
+    while (const auto line = NextLine()) {
+        Do(*line);
+    }
+    if (!m_end) {
+        SettlePending(nullptr);
+    }
+    return m_end.value_or(ExitCode::Success);
+}
+
+void Shell::OpenInput() {
+    const LineInput::Listener listener{
+        .line = [this](const std::string& line) { m_lines.push_back(line); },
+        .end = [this] { m_inputEnded = true; }};
+    if (!m_person) {
+        m_input = std::make_unique<StreamInput>(STDIN_FILENO, listener);
+        return;
+    }
+    m_input = std::make_unique<EditorInput>(
+        listener, [this](std::string_view text) { return Completions(text, m_ids); },
+        HistoryFile());
+}
+
+void Shell::WatchSignals() {
+    m_signals.push_back(OwnSource(g_unix_signal_add(SIGINT, &cb_Interrupted, this)));
+    for (const int number : {SIGTERM, SIGHUP}) {
+        m_signals.push_back(OwnSource(g_unix_signal_add(number, &cb_Terminated, this)));
+    }
+}
+
+std::optional<std::string> Shell::NextLine() {
+    if (m_lines.empty() && !m_inputEnded && !m_end) {
+        m_input->Resume(m_executor.partner().name() + "> ");
+        while (m_lines.empty() && !m_inputEnded && !m_end) {
+            g_main_context_iteration(nullptr, TRUE);
+        }
+        m_input->Pause();
+    }
+    if (m_lines.empty() || m_end) {
+        return std::nullopt;
+    }
+    std::string line = std::move(m_lines.front());
+    m_lines.pop_front();
+    return line;
+}
+
+void Shell::Do(const std::string& line) {
+    ++m_lineNumber;
+    if (DoCommand(Trimmed(line))) {
+        return;
+    }
+    const ParsedLine parsed = ParseStatement(line, m_lineNumber);
+    if (parsed.error) {
+        Fail(Trimmed(line),
+             "column " + std::to_string(parsed.error->column) + ": " + parsed.error->message,
+             ExitCode::WrongUsage);
+    } else if (parsed.statement) {
+        SettlePending(&parsed.statement->action);
+        DoStatement(*parsed.statement);
+    }
+}
+
+bool Shell::DoCommand(const std::string& line) {
+    const size_t blank = line.find_first_of(" \t");
+    const std::string word = line.substr(0, blank);
+    const std::string rest = blank == std::string::npos ? "" : Trimmed(line.substr(blank));
+    if (word == "help") {
+        PrintHelp(rest);
+    } else if (word == "busctl") {
+        PrintBusctl(rest);
+    } else if (word == "quit" && rest.empty()) {
+        SettlePending(nullptr);
+        End(ExitCode::Success);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void Shell::DoStatement(const Statement& statement) {
+    if (m_end) {
+        return;
+    }
+    if (!IsSetting(statement.action)) {
+        m_last = statement.action;
+    }
+    m_executing = true;
+    const Outcome outcome = m_executor.Execute(statement.action);
+    m_executing = false;
+    Learn(statement.action, outcome);
+    Judge(statement, outcome);
+}
+
+void Shell::Judge(const Statement& statement, const Outcome& outcome) {
+    const bool answered = outcome.reply && !outcome.reply->empty();
+    switch (outcome.verdict) {
+        case Verdict::Held:
+            if (answered) {
+                for (const std::string& line : m_output.Reply(*outcome.reply)) {
+                    Show(line);
+                }
+            } else if (m_person && !IsSetting(statement.action)) {
+                Show(m_output.Held(statement.text));
+            }
+            break;
+        case Verdict::Failed:
+            if (!m_person && std::holds_alternative<Send>(statement.action) &&
+                HasError(m_executor.partner().lastReply())) {
+                m_pending = {statement, outcome.problem};
+            } else {
+                Fail(statement.text, outcome.problem, ExitCode::CallFailed);
+            }
+            break;
+        case Verdict::Interrupted:
+            Fail(statement.text, outcome.problem, ExitCode::CallFailed);
+            break;
+        case Verdict::NoBus:
+            Fail(statement.text, outcome.problem, ExitCode::NoBus);
+            End(ExitCode::NoBus);
+            break;
+    }
+}
+
+void Shell::SettlePending(const Action* next) {
+    const auto pending = std::exchange(m_pending, std::nullopt);
+    const bool expected = next != nullptr && std::holds_alternative<ExpectError>(*next);
+    if (pending && !expected) {
+        Fail(pending->statement.text, pending->problem, ExitCode::CallFailed,
+             pending->statement.line);
+    }
+}
+
+void Shell::Learn(const Action& action, const Outcome& outcome) {
+    Items seen = outcome.reply.value_or(Items());
+    if (const auto* send = std::get_if<Send>(&action)) {
+        if (const auto* frame = std::get_if<RegularFrame>(&send->frame)) {
+            seen.insert(seen.end(), frame->items.begin(), frame->items.end());
+        }
+    }
+    for (const Item& item : seen) {
+        m_ids.insert(item.id);
+    }
+}
+
+void Shell::PrintHelp(const std::string& about) {
+    std::vector<std::string> lines;
+    for (const ShellCommand& command : ShellCommands()) {
+        if (about.empty() || command.name == about) {
+            lines.push_back(command.name + ' ' + command.words + "\n    " + command.meaning);
+        }
+    }
+    for (const StatementForm& form : StatementForms()) {
+        if (about.empty() || form.keyword.starts_with(about)) {
+            lines.push_back(form.keyword + ' ' + form.words + "\n    " + form.meaning);
+        }
+    }
+    if (lines.empty()) {
+        Fail("help " + about, "there is nothing called '" + about + "'", ExitCode::WrongUsage);
+    }
+    for (const std::string& line : lines) {
+        Show(m_output.Answer(line));
+    }
+}
+
+void Shell::PrintBusctl(const std::string& text) {
+    std::optional<Action> action = m_last;
+    if (!text.empty()) {
+        const ParsedLine parsed = ParseStatement(text);
+        if (!parsed.statement) {
+            Fail("busctl " + text, parsed.error ? parsed.error->message : "no statement",
+                 ExitCode::WrongUsage);
+            return;
+        }
+        action = parsed.statement->action;
+    }
+    if (!action) {
+        Fail("busctl", "nothing has been done yet", ExitCode::WrongUsage);
+        return;
+    }
+    const auto lines =
+        BusctlLines(*action, {m_options.address, m_executor.partner().application()});
+    if (!lines) {
+        Fail("busctl " + text, lines.error(), ExitCode::CallFailed);
+        return;
+    }
+    for (const std::string& line : *lines) {
+        Show(m_output.Answer(line));
+    }
+}
+
+void Shell::Show(const std::string& line) {
+    if (!m_input->Print(line)) {
+        End(ExitCode::CallFailed);
+    }
+}
+
+// A person sees it and goes on; whoever made a file of lines finds the line.
+void Shell::Fail(const std::string& statement, const std::string& problem, ExitCode code,
+                 size_t line) {
+    if (m_person || m_options.json) {
+        Show(m_output.Problem(statement, problem));
+    }
+    if (!m_person) {
+        const std::string where = line > 0 ? "line " + std::to_string(line) + ": " : "";
+        Complain(where + OneLine(problem));
+        End(code);
+    }
+}
+
+void Shell::OnHappening(const Partner& partner, const std::string& happening) {
+    Show(m_output.Happening(partner.name(), happening));
+    if (partner.busLost()) {
+        End(ExitCode::NoBus);
+    }
+}
+
+// What is under way ends first, then what is being typed, then the shell.
+void Shell::OnInterrupted() {
+    if (m_executing) {
+        m_executor.Interrupt();
+    } else if (!m_input->Discard()) {
+        End(ExitCode::Success);
+    }
+}
+
+void Shell::End(ExitCode code) {
+    m_end = m_end.value_or(code);
+}
+
+int Shell::cb_Interrupted(void* shell) noexcept {
+    static_cast<Shell*>(shell)->OnInterrupted();
+    return G_SOURCE_CONTINUE;
+}
+
+int Shell::cb_Terminated(void* shell) noexcept {
+    auto* self = static_cast<Shell*>(shell);
+    self->m_executor.Interrupt();
+    self->End(ExitCode::Success);
+    return G_SOURCE_CONTINUE;
+}
+
+}  // namespace applist::sim

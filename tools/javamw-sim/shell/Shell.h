@@ -1,0 +1,89 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ExitCode.h"
+#include "bus/GioHandles.h"
+#include "scenario/Executor.h"
+#include "scenario/Parser.h"
+#include "shell/LineInput.h"
+#include "shell/ShellOutput.h"
+
+namespace applist::sim {
+
+struct ShellOptions {
+    std::string address;   ///< Of the bus; empty for the system bus.
+    bool offline = false;  ///< Join the bus only when a statement needs it.
+    bool json = false;
+};
+
+/// Does what is typed, line by line, and prints what happens meanwhile. A person goes on after what
+/// failed; lines from a pipe end there.
+class Shell {
+public:
+    explicit Shell(ShellOptions options);
+    ~Shell();
+    Shell(const Shell&) = delete;
+    Shell& operator=(const Shell&) = delete;
+    Shell(Shell&&) = delete;
+    Shell& operator=(Shell&&) = delete;
+
+    /// Runs to the end on the default main context. Once only.
+    ExitCode Run();
+
+private:
+    /// A call that failed, which is no failure if the next line expects that.
+    struct PendingFailure {
+        Statement statement;
+        std::string problem;
+    };
+
+    void OpenInput();
+    void WatchSignals();
+    /// Waits for the next line; nothing at the end.
+    std::optional<std::string> NextLine();
+    void Do(const std::string& line);
+    /// True if line is one of the shell's own commands.
+    bool DoCommand(const std::string& line);
+    void DoStatement(const Statement& statement);
+    void Judge(const Statement& statement, const Outcome& outcome);
+    void SettlePending(const Action* next);
+    void Learn(const Action& action, const Outcome& outcome);
+    void PrintHelp(const std::string& about);
+    void PrintBusctl(const std::string& text);
+
+    void Show(const std::string& line);
+    void Fail(const std::string& statement, const std::string& problem, ExitCode code) {
+        Fail(statement, problem, code, m_lineNumber);
+    }
+    void Fail(const std::string& statement, const std::string& problem, ExitCode code, size_t line);
+    void OnHappening(const Partner& partner, const std::string& happening);
+    void OnInterrupted();
+    void End(ExitCode code);
+    static int cb_Interrupted(void* shell) noexcept;
+    static int cb_Terminated(void* shell) noexcept;
+
+    ShellOptions m_options;
+    bool m_person;  ///< Somebody types; otherwise lines come from a pipe.
+    ShellOutput m_output;
+    Executor m_executor;
+    std::unique_ptr<LineInput> m_input;
+    std::vector<Registration> m_signals;
+    std::deque<std::string> m_lines;
+    size_t m_lineNumber = 0;
+    bool m_inputEnded = false;
+    bool m_executing = false;
+    std::optional<Action> m_last;  ///< The last statement that reached the bus, or tried to.
+    std::optional<PendingFailure> m_pending;
+    std::set<std::string> m_ids;  ///< Of items that were seen.
+    std::optional<ExitCode> m_end;
+};
+
+}  // namespace applist::sim
