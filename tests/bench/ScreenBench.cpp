@@ -1,14 +1,16 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// screen-bench [REPETITIONS [IDLE_SECONDS]]: what a viewer waits for, of applist and of what it is
-// compared with, as a JSON object on each line: measure, subject, rows, unit, samples.
+// screen-bench [REPETITIONS [IDLE_SECONDS [SUBJECT [MEASURE]]]]: what a viewer waits for, of
+// applist and of what it is compared with, or of one subject, or one of start, fill, keys, rest and
+// end. Prints a JSON object on each line: measure, subject, rows, unit, samples.
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
 #include <unistd.h>
 
+#include "bench/Partner.h"
 #include "bench/ScreenWatch.h"
 #include "bench/Subject.h"
 
@@ -66,24 +68,36 @@ public:
     ScreenBench(int repetitions, std::chrono::seconds idle)
         : m_repetitions(repetitions), m_idle(idle) {}
 
-    void Run() {
+    void Run(const std::string& only, const std::string& measure) {
         for (const Subject& subject : Subjects()) {
-            for (const int rows : {10, 100, 1000}) {
-                MeasureStart(subject, rows);
-            }
-            for (const int rows : {100, 10'000}) {
-                MeasureKeys(subject, rows);
-            }
-            for (const int rows : {10, 10'000}) {
-                MeasureRest(subject, rows);
-            }
-            if (subject.needsMiddleware) {
-                MeasureEnd(subject);
+            if (only.empty() || subject.name == only) {
+                for (const Measure& each : MEASURES) {
+                    if (measure.empty() || measure == each.name) {
+                        MeasureAll(subject, each);
+                    }
+                }
             }
         }
     }
 
 private:
+    struct Measure {
+        const char* name;
+        void (ScreenBench::*run)(const Subject& subject, int rows);
+        std::vector<int> rows;
+        /// What only applist has: rows that come later, a key that ends it.
+        bool oursOnly = false;
+    };
+    static const std::vector<Measure> MEASURES;
+
+    void MeasureAll(const Subject& subject, const Measure& measure) {
+        for (const int rows : measure.rows) {
+            if (subject.needsMiddleware || !measure.oursOnly) {
+                (this->*measure.run)(subject, rows);
+            }
+        }
+    }
+
     /// Starts the subject and waits until its picture stands still.
     std::unique_ptr<ChildProcess> Show(const Subject& subject, int rows) {
         m_stage.Prepare(subject, rows);
@@ -169,11 +183,34 @@ private:
         cost.Add(static_cast<double>(ProcessorNanoseconds(process->pid()) - used) / 1e6);
     }
 
-    void MeasureEnd(const Subject& subject) {
-        Series gone("end: window gone", subject, 10, "ms");
-        Series ended("end: process gone", subject, 10, "ms");
+    /// From the reply to the call that filled an empty list, to its rows on the screen.
+    void MeasureFill(const Subject& subject, int rows) {
+        Show(subject, rows).reset();
+        Series shown("fill: reply to rows shown", subject, rows, "ms");
+        const auto call = Frame(m_stage.ItemsOnTheWire(), ADD_ITEMS);
+        m_stage.DismissMiddleware();
+        Partner partner(m_stage.bus().Address());
         for (int i = 0; i < m_repetitions; ++i) {
-            const auto process = Show(subject, 10);
+            const auto process = m_stage.Start(subject);
+            const std::string list = partner.AwaitList();
+            partner.Announce();
+            m_watch.AwaitDamage(Clock::now() + PATIENCE);
+            m_watch.AwaitQuiet(SETTLED);
+            partner.Send(list, call);
+            const auto replied = Clock::now();
+            const auto rowsShown = m_watch.AwaitStrip(
+                m_x, [this](const Strip& strip) { return ShowsRows(strip); }, PATIENCE);
+            if (rowsShown) {
+                shown.Add(Milliseconds(*rowsShown - replied));
+            }
+        }
+    }
+
+    void MeasureEnd(const Subject& subject, int rows) {
+        Series gone("end: window gone", subject, rows, "ms");
+        Series ended("end: process gone", subject, rows, "ms");
+        for (int i = 0; i < m_repetitions; ++i) {
+            const auto process = Show(subject, rows);
             m_watch.Forget();
             const auto start = Clock::now();
             m_stage.screen().TypeKey("Return");
@@ -193,6 +230,14 @@ private:
     Strip m_settled;
 };
 
+const std::vector<ScreenBench::Measure> ScreenBench::MEASURES = {
+    {"start", &ScreenBench::MeasureStart, {10, 100, 1000}},
+    {"fill", &ScreenBench::MeasureFill, {10, 100}, true},
+    {"keys", &ScreenBench::MeasureKeys, {100, 10'000}},
+    {"rest", &ScreenBench::MeasureRest, {10, 10'000}},
+    {"end", &ScreenBench::MeasureEnd, {10}, true},
+};
+
 }  // namespace
 }  // namespace applist::bench
 
@@ -200,9 +245,11 @@ int main(int argc, char** argv) {
     const int repetitions = argc > 1 ? std::atoi(argv[1]) : 20;
     const int idle = argc > 2 ? std::atoi(argv[2]) : 10;
     if (repetitions < 1 || idle < 0) {
-        std::fprintf(stderr, "Usage: screen-bench [REPETITIONS [IDLE_SECONDS]]\n");
+        std::fputs("Usage: screen-bench [REPETITIONS [IDLE_SECONDS [SUBJECT [MEASURE]]]]\n",
+                   stderr);
         return 2;
     }
-    applist::bench::ScreenBench(repetitions, std::chrono::seconds(idle)).Run();
+    applist::bench::ScreenBench(repetitions, std::chrono::seconds(idle))
+        .Run(argc > 3 ? argv[3] : "", argc > 4 ? argv[4] : "");
     return 0;
 }

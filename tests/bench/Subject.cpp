@@ -45,6 +45,16 @@ long long Field(std::istream& in, const std::string& name) {
     return 0;
 }
 
+std::string NameOf(int row) {
+    char name[32];
+    write_row_name(name, row);
+    return name;
+}
+
+std::string IdOf(int row) {
+    return "0000000b." + std::to_string(row);
+}
+
 // Ends the program: a measure without its middleware would measure the wrong thing.
 [[noreturn]] void GiveUp(const char* what) {
     std::fprintf(stderr, "Stage: %s\n", what);
@@ -106,14 +116,22 @@ std::string Stage::WriteItems(const Subject& subject, int rows) const {
     std::string path = m_folder.path() / "items";
     std::ofstream out(path);
     for (int row = 0; row < rows; ++row) {
-        if (subject.needsMiddleware) {
-            out << "0000000b." << row << '\t';
-        }
-        char name[32];
-        write_row_name(name, row);
-        out << name << '\n';
+        out << (subject.needsMiddleware ? IdOf(row) + '\t' : "") << NameOf(row) << '\n';
     }
     return path;
+}
+
+std::vector<char> Stage::ItemsOnTheWire() const {
+    std::vector<char> bytes;
+    for (int row = 0; row < m_rows; ++row) {
+        for (const std::string& text : {NameOf(row), IdOf(row)}) {
+            for (int shift = 0; shift < 32; shift += 8) {
+                bytes.push_back(static_cast<char>((text.size() >> shift) & 0xFF));
+            }
+            bytes.insert(bytes.end(), text.begin(), text.end());
+        }
+    }
+    return bytes;
 }
 
 void Stage::Prepare(const Subject& subject, int rows) {

@@ -36,6 +36,10 @@ public:
     std::unique_ptr<test::ChildProcess> Start(const Subject& subject) const;
     /// Waits until the middleware, where there is one, has the reply to what it filled in.
     void AwaitFilled(const Subject& subject);
+    /// The items of the last Prepare() as a call carries them.
+    std::vector<char> ItemsOnTheWire() const;
+    /// Ends the middleware that fills the list; a partner can take its place.
+    void DismissMiddleware() { m_middleware.reset(); }
     /// What every program on the stage finds in its environment.
     test::ChildProcess::Environment Environment() const;
 
