@@ -6,7 +6,6 @@
 //   APPLIST_SOAK_SECONDS   how long; 120 without it
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <numeric>
 
@@ -37,11 +36,6 @@ constexpr double KIB_PER_CALL = 16.0 / 1024;
 constexpr double KIB_PER_KEY = 210.0 / 1024;
 /// What caches may still take after the warm-up, however long it goes on.
 constexpr double CACHES_KIB = 512;
-
-double Duration() {
-    const char* text = std::getenv("APPLIST_SOAK_SECONDS");
-    return text != nullptr ? std::atof(text) : 120;
-}
 
 /// How much y grows over all the points, by the straight line that fits them best; they are equally
 /// far apart.
@@ -140,7 +134,7 @@ protected:
 };
 
 TEST_F(ASet, HoldsNoMoreAfterALongTimeThanAfterAShortOne) {
-    const Seconds step(Duration() / SAMPLES);
+    const Seconds step(static_cast<double>(Setting("APPLIST_SOAK_SECONDS", 120)) / SAMPLES);
     const auto start = Clock::now();
     Footprint warm;
     double allowedWarm = 0;

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <poll.h>
 #include <unistd.h>
 
@@ -157,6 +158,10 @@ void ChildProcess::Reap() {
 std::string BuiltProgram(const std::string& name) {
     const char* folder = std::getenv("APPLIST_BIN");
     return (folder != nullptr ? std::string(folder) : ".") + "/" + name;
+}
+
+std::string TestProgram(const std::string& name) {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
 }
 
 }  // namespace applist::test

@@ -34,7 +34,9 @@ struct Picture {
     int width = 0;
     std::vector<uint32_t> pixels;
 
-    uint32_t At(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
+    uint32_t At(int x, int y) const {
+        return pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
+    }
     bool operator==(const Picture&) const = default;
 };
 
