@@ -35,7 +35,11 @@ bool XDisplay::PaintGradient() {
     }
     // Some compositors do not look at the background again before something else has changed.
     Cover();
+    const bool covered = WaitUntil([this] { return Pixel(5, 5) == COLOUR_MASK; });
     Uncover();
+    if (!covered) {
+        return false;
+    }
     const Box all = Area();
     return WaitUntil([&] {
         return Pixel(all.CentreX(), all.height / 10) != Pixel(all.CentreX(), all.height * 9 / 10) &&

@@ -103,6 +103,9 @@ private:
     std::unique_ptr<ChildProcess> m_middleware;
 };
 
+// Of the theme: a row that can be activated.
+constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
+
 /// Poses as a middleware: shakes hands, empties the list, signals to the application and to all.
 class Forger {
 public:
@@ -196,7 +199,8 @@ TEST_P(Forgery, IsKeptOutWhileTheViewerAndTheMiddlewareNoticeNothing) {
     Set set(GetParam(), PolicyBus::USUAL_RULES, BUS_POLICY);
     ASSERT_TRUE(set.screen().WaitUntil([&] {
         const XlibWindow list = set.screen().WindowTitled("org.vantu.applist");
-        return list != 0 && set.screen().FocusedWindow() == list;
+        return list != 0 && set.screen().FocusedWindow() == list &&
+               set.screen().Shows(FOCUS_COLOUR);
     }));
     set.screen().TypeKey("Right");
     EXPECT_TRUE(set.middleware().WaitForText("event 2 ItemSelected selection b\tBravo"));
