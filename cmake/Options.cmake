@@ -1,7 +1,8 @@
 # What a person building applist can choose, and where the results go.
-set(APPLIST_PLATFORM_PORT "desktop" CACHE STRING "The platform port: a folder of platform/")
-set(APPLIST_PLATFORM_DIR "${PROJECT_SOURCE_DIR}/platform/${APPLIST_PLATFORM_PORT}"
-    CACHE PATH "The port's folder, for a port kept outside this tree")
+set(APPLIST_PLATFORM_PORT "desktop" CACHE STRING
+    "The platform port: a folder of platform/, or the path of one kept elsewhere")
+cmake_path(ABSOLUTE_PATH APPLIST_PLATFORM_PORT BASE_DIRECTORY "${PROJECT_SOURCE_DIR}/platform"
+    OUTPUT_VARIABLE APPLIST_PLATFORM_DIR)
 set(APPLIST_USER "applist" CACHE STRING "The user who runs the application, for the bus' policy")
 set(APPLIST_MIDDLEWARE_USER "javamw" CACHE STRING "The user who runs the broadcast middleware")
 set(APPLIST_BUS_POLICY_DIR "${CMAKE_INSTALL_DATADIR}/dbus-1/system.d"

@@ -15,6 +15,9 @@ using applist::test::TheApp;
 
 extern "C" int ui_app_main(int /*argc*/, char** /*argv*/, ui_app_callbacks* callbacks,
                            void* user_data) {
+    if (callbacks == nullptr) {
+        return -1;
+    }
     TheApp().runs.push_back(*callbacks);
     TheApp().userData.push_back(user_data);
     TheApp().life(*callbacks, user_data);

@@ -25,8 +25,13 @@ int Create(app_control_h* request) {
     if (launcher.createResult == APP_CONTROL_ERROR_NONE) {
         *request = &theRequest;
         ++launcher.alive;
+        launcher.appId.clear();
     }
     return launcher.createResult;
+}
+
+int Send() {
+    return TheAppControl().appId.empty() ? -1 : TheAppControl().sendResult;
 }
 
 }  // namespace
@@ -46,6 +51,7 @@ extern "C" int app_control_create(app_control_h* request) {
 }
 
 extern "C" int app_control_set_app_id(app_control_h request, const char* id) {
+    TheAppControl().appId = id;
     return Record(request, std::string("app id ") + id);
 }
 
@@ -56,11 +62,13 @@ extern "C" int app_control_add_extra_data(app_control_h request, const char* key
 
 extern "C" int app_control_send_launch_request(app_control_h request, app_control_reply_cb reply,
                                                void* /*user_data*/) {
-    return Record(request, reply == nullptr ? "send" : "send with reply",
-                  TheAppControl().sendResult);
+    return Record(request, reply == nullptr ? "send" : "send with reply", applist::test::Send());
 }
 
 extern "C" int app_control_destroy(app_control_h request) {
+    if (request == nullptr) {
+        return -1;
+    }
     const int result = Record(request, "destroy");
     --TheAppControl().alive;
     return result;

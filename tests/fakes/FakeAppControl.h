@@ -20,6 +20,8 @@ struct FakeAppControl {
     int sendResult = APP_CONTROL_ERROR_NONE;
     /// Requests made and not ended.
     int alive = 0;
+    /// The application that the request names; without one it cannot be sent.
+    std::string appId;
 };
 
 /// The one launcher of the process; tests assign FakeAppControl{} to start afresh.

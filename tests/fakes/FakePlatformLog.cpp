@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <mutex>
 #include <regex>
 
 #include <gtest/gtest.h>
@@ -100,6 +101,9 @@ extern "C" int __dlog_print(int log_id, int priority, const char* tag, const cha
     va_start(arguments, format);
     const std::string text = applist::test::Format(format, arguments);
     va_end(arguments);
+    // The platform's log takes lines from any thread.
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
     Lines().push_back(applist::test::Parse(priority, text));
     return static_cast<int>(text.size());
 }

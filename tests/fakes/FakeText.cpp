@@ -6,7 +6,17 @@
 
 #include "i18n_text.h"
 
+namespace {
+
+bool IsId(const std::string& text) {
+    return text.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_") == std::string::npos;
+}
+
+}  // namespace
+
 extern "C" const char* i18n_get_text(const char* message_id) {
     static std::set<std::string> texts;
-    return texts.insert(applist::test::TranslationOf(message_id)).first->c_str();
+    const std::string text =
+        IsId(message_id) ? applist::test::TranslationOf(message_id) : message_id;
+    return texts.insert(text).first->c_str();
 }

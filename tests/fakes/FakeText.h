@@ -4,7 +4,8 @@
 
 #include <string>
 
-/// A catalogue that knows every id. Linking it provides i18n_get_text().
+/// A catalogue that knows every id: capitals, digits and underscores. Linking it provides
+/// i18n_get_text().
 namespace applist::test {
 
 /// The text that i18n_get_text() gives for an id: visibly not the id itself.

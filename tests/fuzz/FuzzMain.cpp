@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 
 #include "fuzz/Properties.h"
 
@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const std::string broken = applist::test::FUZZED_PROPERTY(bytes);
     if (!broken.empty()) {
-        std::fprintf(stderr, "does not hold: %s\n", broken.c_str());
+        std::cerr << "does not hold: " << broken << std::endl;
         std::abort();
     }
     return 0;

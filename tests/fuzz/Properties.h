@@ -57,4 +57,9 @@ std::vector<std::string> SectionFileSeeds();
 std::vector<std::string> TableBodySeeds();
 std::vector<std::string> ApplicationXmlSeeds();
 
+/// What long runs of a fuzzer have found, each of which takes the code another way: of those that
+/// face what comes from other processes and files, "item_stream", "adapter_frame",
+/// "remote_protocol" and "settings_file". Nothing for others.
+std::vector<std::string> Corpus(const std::string& fuzzer);
+
 }  // namespace applist::test

@@ -21,6 +21,7 @@ extern "C" int __dlog_print(int /*log_id*/, int /*priority*/, const char* /*tag*
 
 namespace applist::test {
 
-void Note(std::string /*event*/) {}
+// The fake's signature.
+void Note(std::string /*event*/) {}  // NOLINT(performance-unnecessary-value-param)
 
 }  // namespace applist::test

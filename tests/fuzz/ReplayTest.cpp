@@ -34,16 +34,27 @@ void ExpectToHoldAround(Property property, const std::vector<std::string>& seeds
     }
 }
 
+void ExpectToHoldForCorpus(Property property, const std::string& fuzzer) {
+    const std::vector<std::string> inputs = Corpus(fuzzer);
+    EXPECT_GT(inputs.size(), 1U) << fuzzer;
+    for (const std::string& input : inputs) {
+        ExpectToHold(property, input);
+    }
+}
+
 TEST(AnyBytes, AreReadAsTheItemsThatTheyBeginWith) {
     ExpectToHoldAround(CheckItemStream, ItemStreamSeeds());
+    ExpectToHoldForCorpus(CheckItemStream, "item_stream");
 }
 
 TEST(AnyBytes, PassTheAdapterUnchanged) {
     ExpectToHoldAround(CheckAdapterFrame, AdapterFrameSeeds());
+    ExpectToHoldForCorpus(CheckAdapterFrame, "adapter_frame");
 }
 
 TEST(AnyBytes, LeaveTheListConsistentWhenTheyAreRemoteCalls) {
     ExpectToHoldAround(CheckRemoteProtocol, RemoteProtocolSeeds());
+    ExpectToHoldForCorpus(CheckRemoteProtocol, "remote_protocol");
 }
 
 TEST(AnyBytes, ReadBackWithoutADifferenceWhenTheyAreRecordedTraffic) {
@@ -52,6 +63,7 @@ TEST(AnyBytes, ReadBackWithoutADifferenceWhenTheyAreRecordedTraffic) {
 
 TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
     ExpectToHoldAround(CheckSettingsFile, SettingsFileSeeds());
+    ExpectToHoldForCorpus(CheckSettingsFile, "settings_file");
 }
 
 TEST(AnyBytes, AreReadLineByLineWhenTheyAreAScenario) {

@@ -66,8 +66,10 @@ std::string CheckScenario(std::string_view bytes) {
 std::vector<std::string> ScenarioSeeds() {
     return {
         "",
-        "wait connected within 5s\nadd a=Alpha \"b c\"=\"\\u{1f4fa}\\x00\"\nexpect list a=Alpha "
-        "b\n",
+        R"(wait connected within 5s
+add a=Alpha "b c"="\u{1f4fa}\x00"
+expect list a=Alpha b
+)",
         "handshake delay syn-ack 300ms\r\nflood 10 send-flipped 7 2 ModifyItem a b=B\r\n",
         "send-huge 64k RemoveItem\nsend-cut 3 AddItems a=A\nsend-hex d1070000\nexpect reply hex 00",
         "timeout 1min\nnote \"a # b\" # c\nexpect event ItemChanged times 3 within 2s\nexpect no",

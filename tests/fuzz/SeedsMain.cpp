@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -10,7 +10,9 @@
 
 namespace {
 
-bool Write(const std::filesystem::path& folder, const std::vector<std::string>& seeds) {
+bool Write(const std::filesystem::path& folder, std::vector<std::string> seeds) {
+    const std::vector<std::string> found = applist::test::Corpus(folder.filename());
+    seeds.insert(seeds.end(), found.begin(), found.end());
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     bool written = !error;
@@ -24,10 +26,10 @@ bool Write(const std::filesystem::path& folder, const std::vector<std::string>& 
 
 }  // namespace
 
-/// Writes the seeds of each fuzzer to a folder of its own in the folder named.
+/// Writes the seeds and the corpus of each fuzzer to a folder of its own in the folder named.
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fprintf(stderr, "usage: fuzz_seeds FOLDER\n");
+        std::cerr << "usage: fuzz_seeds FOLDER\n";
         return 2;
     }
     const std::filesystem::path root = argv[1];
@@ -41,7 +43,7 @@ int main(int argc, char** argv) {
         !Write(root / "section_file", applist::test::SectionFileSeeds()) ||
         !Write(root / "table_body", applist::test::TableBodySeeds()) ||
         !Write(root / "application_xml", applist::test::ApplicationXmlSeeds())) {
-        std::fprintf(stderr, "fuzz_seeds: cannot write to %s\n", argv[1]);
+        std::cerr << "fuzz_seeds: cannot write to " << argv[1] << '\n';
         return 1;
     }
     return 0;

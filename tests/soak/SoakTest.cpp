@@ -6,7 +6,6 @@
 //   APPLIST_SOAK_SECONDS   how long; 120 without it
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <numeric>
 
@@ -30,18 +29,13 @@ constexpr int SAMPLES = 60;
 constexpr int WARM_UP = SAMPLES / 4;
 constexpr int CALLS = 50;
 constexpr int KEYS = 8;
-/// What the toolkit keeps, for good, of the fonts that it looks up for texts that come and go: some
-/// 8 bytes a call and 105 a key were measured, below evas_common_font_add(). Twice that passes; an
-/// item that stayed behind would be a hundred bytes and more for each call that adds one.
+/// What the toolkit keeps until the end, most of it a focus node for each time that rows are
+/// cleared: 8 bytes a call and 105 a key were measured. Twice that passes; an item that stayed
+/// behind would be a hundred bytes and more for each call that adds one.
 constexpr double KIB_PER_CALL = 16.0 / 1024;
 constexpr double KIB_PER_KEY = 210.0 / 1024;
 /// What caches may still take after the warm-up, however long it goes on.
 constexpr double CACHES_KIB = 512;
-
-double Duration() {
-    const char* text = std::getenv("APPLIST_SOAK_SECONDS");
-    return text != nullptr ? std::atof(text) : 120;
-}
 
 /// How much y grows over all the points, by the straight line that fits them best; they are equally
 /// far apart.
@@ -140,7 +134,7 @@ protected:
 };
 
 TEST_F(ASet, HoldsNoMoreAfterALongTimeThanAfterAShortOne) {
-    const Seconds step(Duration() / SAMPLES);
+    const Seconds step(static_cast<double>(Setting("APPLIST_SOAK_SECONDS", 120)) / SAMPLES);
     const auto start = Clock::now();
     Footprint warm;
     double allowedWarm = 0;

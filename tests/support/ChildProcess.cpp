@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <poll.h>
 #include <unistd.h>
 
@@ -43,6 +44,7 @@ void BecomeProgram(const std::vector<std::string>& argv, const ChildProcess::Env
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     Apply(changes);
     std::vector<char*> arguments;
+    arguments.reserve(argv.size() + 1);
     for (const std::string& argument : argv) {
         arguments.push_back(const_cast<char*>(argument.c_str()));
     }
@@ -157,6 +159,10 @@ void ChildProcess::Reap() {
 std::string BuiltProgram(const std::string& name) {
     const char* folder = std::getenv("APPLIST_BIN");
     return (folder != nullptr ? std::string(folder) : ".") + "/" + name;
+}
+
+std::string TestProgram(const std::string& name) {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
 }
 
 }  // namespace applist::test

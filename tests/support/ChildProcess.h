@@ -70,5 +70,7 @@ private:
 
 /// The path of a program that the build made, for tests that start it.
 std::string BuiltProgram(const std::string& name);
+/// The path of a program that tests alone start; it stands beside the running test.
+std::string TestProgram(const std::string& name);
 
 }  // namespace applist::test

@@ -3,8 +3,8 @@
 #include "support/XDisplay.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <poll.h>
 #include <utility>
 

@@ -46,6 +46,10 @@ JsonWriter& JsonWriter::Null(const char* member) {
     return *this;
 }
 
+JsonWriter& JsonWriter::NumberOrNull(const char* member, std::optional<int64_t> value) {
+    return value ? Number(member, *value) : Null(member);
+}
+
 JsonWriter& JsonWriter::Text(const char* member, std::string_view value) {
     Name(member);
     g_autofree char* valid = g_utf8_make_valid(value.data(), static_cast<gssize>(value.size()));
@@ -58,8 +62,16 @@ JsonWriter& JsonWriter::TextUnlessEmpty(const char* member, std::string_view val
 }
 
 std::string JsonWriter::Finish() {
+    return Generate(false);
+}
+
+std::string JsonWriter::FinishIndented() {
+    return Generate(true);
+}
+
+std::string JsonWriter::Generate(bool indented) {
     g_autoptr(JsonNode) root = json_builder_get_root(m_builder.get());
-    g_autofree char* text = json_to_string(root, FALSE);
+    g_autofree char* text = json_to_string(root, indented ? TRUE : FALSE);
     return text;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,7 +12,7 @@ using JsonBuilder = struct _JsonBuilder;
 
 namespace applist::sim {
 
-/// One JSON document on one line, written from front to back. REQUIRES: what is opened is closed.
+/// One JSON document, written from front to back. REQUIRES: what is opened is closed.
 class JsonWriter {
 public:
     JsonWriter();
@@ -25,19 +26,23 @@ public:
 
     JsonWriter& Number(const char* member, int64_t value);
     JsonWriter& Null(const char* member);
+    JsonWriter& NumberOrNull(const char* member, std::optional<int64_t> value);
     /// What is no UTF-8 gets replacement characters.
     JsonWriter& Text(const char* member, std::string_view value);
     /// The same, but nothing at all for an empty value.
     JsonWriter& TextUnlessEmpty(const char* member, std::string_view value);
 
-    /// The document. Once only.
+    /// The document on one line. Once only.
     std::string Finish();
+    /// The same, in lines for people.
+    std::string FinishIndented();
 
 private:
     struct Unref {
         void operator()(JsonBuilder* builder) const;
     };
     void Name(const char* member);
+    std::string Generate(bool indented);
 
     std::unique_ptr<JsonBuilder, Unref> m_builder;
 };

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <sstream>
 #include <unistd.h>
 
 namespace applist::sim {
@@ -47,8 +48,12 @@ bool WriteLine(const std::string& line) {
 }
 
 void Complain(const std::string& message) {
-    const std::string line = "javamw-sim: " + message + '\n';
-    static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
+    std::istringstream lines(message);
+    std::string text;
+    for (std::string line; std::getline(lines, line);) {
+        text += "javamw-sim: " + line + '\n';
+    }
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
 }
 
 }  // namespace applist::sim

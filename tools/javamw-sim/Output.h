@@ -33,7 +33,7 @@ std::string Painted(const std::string& text, const char* colour);
 /// nobody can.
 [[nodiscard]] bool WriteLine(const std::string& line);
 
-/// Writes "javamw-sim: ", message and a newline to standard error.
+/// Writes message to standard error, each of its lines behind "javamw-sim: ".
 void Complain(const std::string& message);
 
 }  // namespace applist::sim

@@ -15,6 +15,7 @@
 #include "app/GlibLoop.h"
 #include "app/SingleInstance.h"
 #include "app/Toolkit.h"
+#include "display/KeyFrames.h"
 #include "display/Keyboard.h"
 #include "display/ThemeSignals.h"
 #include "display/Windows.h"
@@ -67,6 +68,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
     const Keyboard keyboard(windows);
     const ThemeSignals signals;
+    const KeyFrames frames(windows);
     SpokenNames names;
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
     const Result result = RunApplication();

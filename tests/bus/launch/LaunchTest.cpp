@@ -4,7 +4,6 @@
 // Launch requests between real processes. The sender is platformctl, which ends as soon as the
 // request is handed over, so what arrives did not need it any longer.
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -40,10 +39,7 @@ protected:
     }
 
     fs::path Data() const { return m_folder.path() / "data"; }
-    static std::string Receiver() {
-        const char* folder = std::getenv("APPLIST_TEST_BIN");
-        return (folder != nullptr ? std::string(folder) : ".") + "/launch-receiver";
-    }
+    static std::string Receiver() { return TestProgram("launch-receiver"); }
     void InstallService(const std::string& id, const std::string& command) const {
         std::ofstream(Data() / "dbus-1" / "services" / (id + ".service"))
             << "[D-BUS Service]\nName=" << id << "\nExec=" << command << "\n";

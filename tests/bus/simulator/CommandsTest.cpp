@@ -1,18 +1,14 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include <csignal>
-#include <fstream>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 
 #include "bus/simulator/ScriptedApplication.h"
-#include "support/ChildProcess.h"
+#include "bus/simulator/Simulation.h"
 #include "support/GlibWait.h"
-#include "support/PrivateBus.h"
-#include "support/TemporaryDir.h"
 #include "support/TsGenerator.h"
 
 namespace applist::test {
@@ -30,44 +26,22 @@ constexpr int NO_APPLICATION = 4;
 /// The commands of the simulator against the application's list, all on a real bus.
 class Commands : public testing::Test {
 protected:
-    using Process = std::unique_ptr<ChildProcess>;
-
-    Process StartList() {
-        auto list = std::make_unique<ChildProcess>(std::vector<std::string>{LIST_WITHOUT_SCREEN},
-                                                   m_bus.Environment());
-        EXPECT_TRUE(list->WaitForText("ready"));
-        return list;
-    }
-
-    Process Simulate(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(),
-                         {BuiltProgram("javamw-sim"), "--address=" + m_bus.Address()});
-        return std::make_unique<ChildProcess>(arguments);
-    }
-
     // One call that is answered; its output.
     std::string Call(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), {"call"});
-        const Process call = Simulate(std::move(arguments));
-        EXPECT_EQ(call->WaitForExit(), SUCCESS);
-        EXPECT_EQ(call->Errors(), "");
-        return call->Output();
+        EXPECT_EQ(m_set.Run(arguments), SUCCESS);
+        EXPECT_EQ(m_set.errors(), "");
+        return m_set.output();
     }
 
-    std::string ItemFile() {
-        const std::string path = (m_folder.path() / "items").string();
-        std::ofstream(path) << "w1\tWeather\nn1\tNews\n";
-        return path;
-    }
+    std::string ItemFile() const { return m_set.File("items", "w1\tWeather\nn1\tNews\n"); }
 
     static void Interrupt(ChildProcess& process) {
-        process.Signal(SIGINT);
-        EXPECT_EQ(process.WaitForExit(), SUCCESS);
+        EXPECT_EQ(Simulation::Interrupt(process), SUCCESS);
         EXPECT_EQ(process.Errors(), "");
     }
 
-    PrivateBus m_bus;
-    TemporaryDir m_folder;
+    Simulation m_set;
 };
 
 // The unique name differs from run to run.
@@ -80,8 +54,8 @@ const std::string FILLED =
 const std::string LAST_OF_FILLED = "event 2 ItemSelected selection w1\tWeather\n";
 
 TEST_F(Commands, ServeFillsAnApplicationThatRunsAlready) {
-    const Process list = StartList();
-    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     EXPECT_TRUE(serve->WaitForText(LAST_OF_FILLED));
     EXPECT_THAT(serve->Output(), MatchesRegex(FILLED));
     EXPECT_EQ(Call({"GetAllItems"}), "w1\tWeather\nn1\tNews\n");
@@ -89,15 +63,15 @@ TEST_F(Commands, ServeFillsAnApplicationThatRunsAlready) {
 }
 
 TEST_F(Commands, ServeFillsAnApplicationThatStartsLater) {
-    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     {
         // One that comes and goes shows that the simulator listens.
-        const Process first = StartList();
+        const auto first = m_set.StartList();
         ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
     }
     ASSERT_TRUE(serve->WaitForText("disconnected"));
     const size_t before = serve->Output().find("disconnected");
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     EXPECT_TRUE(serve->WaitUntil(
         [&] { return serve->Output().find(LAST_OF_FILLED, before) != std::string::npos; }));
     Interrupt(*serve);
@@ -106,9 +80,9 @@ TEST_F(Commands, ServeFillsAnApplicationThatStartsLater) {
 // Each hears what the application answers to the other, and so does the application: it may report
 // its list twice, which must not fill it twice.
 TEST_F(Commands, SeveralAtOnceAreEachConnected) {
-    const Process watch = Simulate({"watch"});
-    const Process serve = Simulate({"serve", "--items", ItemFile()});
-    const Process list = StartList();
+    const auto watch = m_set.Start({"watch"});
+    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
+    const auto list = m_set.StartList();
     EXPECT_TRUE(serve->WaitForText(LAST_OF_FILLED));
     EXPECT_TRUE(watch->WaitForText("event 4 LocalCreated"));
     EXPECT_THAT(serve->Output(), StartsWith("connected "));
@@ -118,11 +92,11 @@ TEST_F(Commands, SeveralAtOnceAreEachConnected) {
 }
 
 TEST_F(Commands, ServeTakesOneApplicationAfterTheOther) {
-    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     const std::string lost = "disconnected :[0-9.]+\n";
     std::string expected;
     for (int i = 1; i <= 3; ++i) {
-        const Process list = StartList();
+        const auto list = m_set.StartList();
         EXPECT_TRUE(serve->WaitUntil([&] { return serve->Output().ends_with(LAST_OF_FILLED); }));
         list->Signal(i == 2 ? SIGKILL : SIGTERM);
         list->WaitForExit();
@@ -135,17 +109,17 @@ TEST_F(Commands, ServeTakesOneApplicationAfterTheOther) {
 }
 
 TEST_F(Commands, ServeReplacesWhatAnotherLeftInTheList) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     EXPECT_EQ(Call({"AddItems", "old=Old", "w1=Former weather"}), "");
-    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     EXPECT_TRUE(serve->WaitForText("filled"));
     EXPECT_EQ(Call({"GetAllItems"}), "w1\tWeather\nn1\tNews\n");
     Interrupt(*serve);
 }
 
 TEST_F(Commands, ServeOffersASampleWithoutAnyFile) {
-    const Process list = StartList();
-    const Process serve = Simulate({"serve"});
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve"});
     EXPECT_TRUE(serve->WaitForText("filled"));
     EXPECT_THAT(Call({"GetAllItems"}), HasSubstr("\tMeteo\n"));
     Interrupt(*serve);
@@ -163,19 +137,18 @@ TEST_F(Commands, ServeOffersTheApplicationsOfABroadcast) {
                                            {{"ita",
                                              "Caff\xC2"
                                              "e"}}}}));
-    const std::string file = (m_folder.path() / "broadcast.ts").string();
-    std::ofstream(file, std::ios::binary)
-        << std::string(generator.stream().begin(), generator.stream().end());
-    const Process list = StartList();
-    const Process serve = Simulate({"serve", "--broadcast", file});
+    const std::string file = m_set.File(
+        "broadcast.ts", std::string(generator.stream().begin(), generator.stream().end()));
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve", "--broadcast", file});
     EXPECT_TRUE(serve->WaitForText("filled"));
     EXPECT_EQ(Call({"GetAllItems"}), "0000000b.1ab7\tCaff\u00e9\n");
     Interrupt(*serve);
 }
 
 TEST_F(Commands, ServePrintsTheSelectionThatTheViewerMoves) {
-    const Process list = StartList();
-    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
     list->Signal(SIGUSR1);
     EXPECT_TRUE(serve->WaitForText("event 2 ItemSelected selection n1\tNews\n"));
@@ -185,8 +158,8 @@ TEST_F(Commands, ServePrintsTheSelectionThatTheViewerMoves) {
 // The application ends right after it reported the activation; whether the selection can still be
 // read is the application's affair, and no error of ours.
 TEST_F(Commands, ServeOutlivesTheApplicationThatEndsOnActivation) {
-    const Process list = StartList();
-    const Process serve = Simulate({"serve", "--items", ItemFile()});
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
     list->Signal(SIGUSR2);
     EXPECT_EQ(list->WaitForExit(), SUCCESS);
@@ -199,9 +172,9 @@ TEST_F(Commands, ServeOutlivesTheApplicationThatEndsOnActivation) {
 }
 
 TEST_F(Commands, WatchPrintsEventsAndChangesNothing) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     EXPECT_EQ(Call({"AddItems", "w1=Weather", "n1=News"}), "");
-    const Process watch = Simulate({"watch"});
+    const auto watch = m_set.Start({"watch"});
     ASSERT_TRUE(watch->WaitForText("event 4 LocalCreated selection w1\tWeather\n"));
     EXPECT_EQ(Call({"SetSelection", "n1"}), "");
     ASSERT_TRUE(watch->WaitForText("event 2 ItemSelected selection n1\tNews\n"));
@@ -216,7 +189,7 @@ TEST_F(Commands, WatchPrintsEventsAndChangesNothing) {
 }
 
 TEST_F(Commands, CallReachesEachFunction) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     EXPECT_EQ(Call({"GetSelection"}), "\t\n");
     EXPECT_EQ(Call({"GetAllItems"}), "");
     EXPECT_EQ(Call({"AddItems", "a=A", "b=B"}), "");
@@ -234,22 +207,22 @@ TEST_F(Commands, CallReachesEachFunction) {
 }
 
 TEST_F(Commands, CallWaitsForTheApplication) {
-    const Process call = Simulate({"call", "GetSelection", "--timeout=60"});
-    const Process list = StartList();
+    const auto call = m_set.Start({"call", "GetSelection", "--timeout=60"});
+    const auto list = m_set.StartList();
     EXPECT_EQ(call->WaitForExit(), SUCCESS);
     EXPECT_EQ(call->Output(), "\t\n");
 }
 
 TEST_F(Commands, CallEndsWithoutAnApplication) {
-    const Process call = Simulate({"call", "GetSelection", "--timeout=0"});
+    const auto call = m_set.Start({"call", "GetSelection", "--timeout=0"});
     EXPECT_EQ(call->WaitForExit(), NO_APPLICATION);
     EXPECT_EQ(call->Output(), "");
     EXPECT_EQ(call->Errors(), "javamw-sim: no application within 0 s\n");
 }
 
 TEST_F(Commands, CallFailsOnAnApplicationThatServesNothing) {
-    ScriptedApplication application(m_bus.Address());
-    const Process call = Simulate({"call", "GetSelection", "--timeout=60"});
+    ScriptedApplication application(m_set.bus().Address());
+    const auto call = m_set.Start({"call", "GetSelection", "--timeout=60"});
     ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
     application.Announce(sim::names::SYN_ACK);
     EXPECT_EQ(call->WaitForExit(), CALL_FAILED);
@@ -258,17 +231,17 @@ TEST_F(Commands, CallFailsOnAnApplicationThatServesNothing) {
 }
 
 TEST_F(Commands, StopWhenTheBusIsGone) {
-    const Process list = StartList();
-    const Process watch = Simulate({"watch"});
+    const auto list = m_set.StartList();
+    const auto watch = m_set.Start({"watch"});
     ASSERT_TRUE(watch->WaitForText("LocalCreated"));
-    m_bus.Stop();
+    m_set.bus().Stop();
     EXPECT_EQ(watch->WaitForExit(), NO_BUS);
     EXPECT_EQ(watch->Errors(), "javamw-sim: the bus closed the connection\n");
 }
 
 TEST_F(Commands, StopOnATerminationSignalToo) {
-    const Process list = StartList();
-    const Process serve = Simulate({"serve"});
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve"});
     ASSERT_TRUE(serve->WaitForText("filled"));
     serve->Signal(SIGTERM);
     EXPECT_EQ(serve->WaitForExit(), SUCCESS);
@@ -276,10 +249,10 @@ TEST_F(Commands, StopOnATerminationSignalToo) {
 
 // Nobody has answered yet: what was asked for did not come true.
 TEST_F(Commands, CallStopsOnASignalBeforeItsEnd) {
-    ScriptedApplication application(m_bus.Address());
+    ScriptedApplication application(m_set.bus().Address());
     for (const int number : {SIGINT, SIGTERM}) {
         const size_t heard = application.heard.size();
-        const Process call = Simulate({"call", "GetSelection", "--timeout=60"});
+        const auto call = m_set.Start({"call", "GetSelection", "--timeout=60"});
         ASSERT_TRUE(RunUntil([&] { return application.heard.size() > heard; }));
         call->Signal(number);
         EXPECT_EQ(call->WaitForExit(), CALL_FAILED);
@@ -287,9 +260,21 @@ TEST_F(Commands, CallStopsOnASignalBeforeItsEnd) {
     }
 }
 
+TEST_F(Commands, TakeTheBusThatTheyAreTold) {
+    const auto list = m_set.StartList();
+    const PrivateBus elsewhere;
+    for (std::vector<std::string> command : std::vector<std::vector<std::string>>{
+             {"call", "GetAllItems"}, {"run", m_set.File("it", "wait connected\n")}}) {
+        command.insert(command.begin(), BuiltProgram("javamw-sim"));
+        command.push_back("--address=" + m_set.bus().Address());
+        ChildProcess process(command, elsewhere.Environment());
+        EXPECT_EQ(process.WaitForExit(), SUCCESS) << process.Output() << process.Errors();
+    }
+}
+
 TEST_F(Commands, TellMachinesOneObjectALine) {
-    const Process list = StartList();
-    const Process serve = Simulate({"serve", "--json", "--items", ItemFile()});
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve", "--json", "--items", ItemFile()});
     ASSERT_TRUE(serve->WaitForText("\"name\":\"ItemSelected\",\"selection\":{\"id\":\"w1\""));
     EXPECT_THAT(serve->Output(), StartsWith("{\"type\":\"connected\",\"application\":\":1."));
     EXPECT_THAT(serve->Output(), HasSubstr(",\"items\":2}\n"));

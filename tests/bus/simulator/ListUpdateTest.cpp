@@ -1,18 +1,15 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <csignal>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 
+#include "bus/Payload.h"
 #include "bus/simulator/ScriptedApplication.h"
+#include "bus/simulator/Simulation.h"
 #include "protocol/Protocol.h"
-#include "support/ChildProcess.h"
 #include "support/GlibWait.h"
-#include "support/PrivateBus.h"
-#include "support/TemporaryDir.h"
 #include "support/TsGenerator.h"
 
 namespace applist::test {
@@ -32,28 +29,20 @@ const TsApplication WEATHER_LIVE{11, 2, 1, 3, {{"ita", "Meteo in diretta"}}};
 const TsApplication SPORT{11, 3, 2, 3, {{"ita", "Sport"}}};
 
 // Two versions of a service's table: the news go, the weather has another name, sport comes.
-TsBytes TwoVersions() {
+std::string TwoVersions() {
     TsGenerator generator;
     for (uint8_t version = 0; version < 2; ++version) {
         const std::vector<TsApplication> applications =
             version == 0 ? std::vector<TsApplication>{NEWS, WEATHER}
                          : std::vector<TsApplication>{SPORT, WEATHER_LIVE};
         for (uint64_t second = 0; second < 3; ++second) {
-            generator.AddClock(CLOCK_PID, (version * 3 + second) * SECOND / 100);
+            generator.AddClock(CLOCK_PID, (version * uint64_t{3} + second) * SECOND / 100);
             generator.Add(0, TsAssociation({{1, MAP_PID}}));
             generator.Add(MAP_PID, TsMap(1, {TABLE_PID}));
             generator.Add(TABLE_PID, TsApplications(applications, 0x0010, version));
         }
     }
-    return generator.stream();
-}
-
-std::string Write(const TemporaryDir& folder, const TsBytes& stream) {
-    const std::string path = (folder.path() / "broadcast.ts").string();
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(stream.data()),
-               static_cast<std::streamsize>(stream.size()));
-    return path;
+    return {generator.stream().begin(), generator.stream().end()};
 }
 
 /// Answers every call with nothing and keeps what was called: "AddItems id=name id=name".
@@ -66,9 +55,7 @@ public:
             [](GDBusConnection*, const char*, const char*, const char*, const char*,
                GVariant* content, GDBusMethodInvocation* invocation, void* self) {
                 static_cast<CalledApplication*>(self)->OnCall(content);
-                g_dbus_method_invocation_return_value(
-                    invocation,
-                    g_variant_new("(@ay)", g_variant_new_array(G_VARIANT_TYPE_BYTE, nullptr, 0)));
+                g_dbus_method_invocation_return_value(invocation, sim::ToVariant({}));
             },
             nullptr,
             nullptr,
@@ -80,21 +67,14 @@ public:
     }
 
     /// Reports its list, as an application does once it is connected.
-    void ReportList() {
-        const char event[] = {4, 0, 0, 0};
-        Notify(middleware,
-               g_variant_new("(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, event, 4, 1)));
-    }
+    void ReportList() { Notify(middleware, sim::ToVariant({4, 0, 0, 0})); }
 
     std::vector<std::string> calls;  ///< Without those that only read the selection.
 
 private:
     void OnCall(GVariant* content) {
-        const sim::GVariantPtr array(g_variant_get_child_value(content, 0));
-        size_t size = 0;
-        const auto* bytes =
-            static_cast<const char*>(g_variant_get_fixed_array(array.get(), &size, 1));
-        sim::Bytes message(bytes, bytes + size);
+        sim::Bytes message = sim::FromVariant(content);
+        const size_t size = message.size();
         ASSERT_GE(size, 4U);
         const int id = static_cast<unsigned char>(message[size - 4]) |
                        static_cast<unsigned char>(message[size - 3]) << 8;
@@ -112,18 +92,16 @@ private:
 };
 
 TEST(ListUpdate, IsMadeOfRemovalsRenamingsAndAdditions) {
-    PrivateBus bus;
-    TemporaryDir folder;
-    CalledApplication application(bus.Address());
-    ChildProcess serve({BuiltProgram("javamw-sim"), "serve", "--address=" + bus.Address(),
-                        "--broadcast=" + Write(folder, TwoVersions()), "--interval=0"});
+    Simulation set;
+    CalledApplication application(set.bus().Address());
+    const auto serve = set.Start(
+        {"serve", "--broadcast", set.File("broadcast.ts", TwoVersions()), "--interval=0"});
     ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
     application.Announce(sim::names::SYN_ACK);
     ASSERT_TRUE(RunUntil([&] { return application.heard.back() == sim::names::ACK; }));
     application.ReportList();
     EXPECT_TRUE(RunUntil([&] { return application.calls.size() >= 6; }));
-    serve.Signal(SIGINT);
-    EXPECT_EQ(serve.WaitForExit(), SUCCESS);
+    EXPECT_EQ(Simulation::Interrupt(*serve), SUCCESS);
     EXPECT_THAT(
         application.calls,
         ElementsAre("RemoveAllItems", "AddItems 0000000b.0001=Notizie 0000000b.0002=Meteo",
@@ -135,29 +113,22 @@ TEST(ListUpdate, IsMadeOfRemovalsRenamingsAndAdditions) {
 
 // The recording's own pace: the second version comes 30 ms after the first.
 TEST(ListUpdate, LeavesTheListOfTheApplicationAsTheBroadcastHasIt) {
-    PrivateBus bus;
-    TemporaryDir folder;
-    ChildProcess list({LIST_WITHOUT_SCREEN}, bus.Environment());
-    ASSERT_TRUE(list.WaitForText("ready"));
-    const std::string file = Write(folder, TwoVersions());
-    ChildProcess serve(
-        {BuiltProgram("javamw-sim"), "serve", "--address=" + bus.Address(), "--broadcast=" + file});
-    ASSERT_TRUE(serve.WaitForText(": 1 added, 1 removed, 1 renamed\n"));
-    ChildProcess call(
-        {BuiltProgram("javamw-sim"), "call", "--address=" + bus.Address(), "GetAllItems"});
-    EXPECT_EQ(call.WaitForExit(), SUCCESS);
-    EXPECT_EQ(call.Output(), "0000000b.0002\tMeteo in diretta\n0000000b.0003\tSport\n");
+    Simulation set;
+    const auto list = set.StartList();
+    const auto serve = set.Start({"serve", "--broadcast", set.File("broadcast.ts", TwoVersions())});
+    ASSERT_TRUE(serve->WaitForText(": 1 added, 1 removed, 1 renamed\n"));
+    EXPECT_EQ(set.Run({"call", "GetAllItems"}), SUCCESS);
+    EXPECT_EQ(set.output(), "0000000b.0002\tMeteo in diretta\n0000000b.0003\tSport\n");
     // The viewer was on the news, which are gone; the place next to them is kept.
-    EXPECT_TRUE(serve.WaitForText("selection 0000000b.0002\tMeteo in diretta\n"));
+    EXPECT_TRUE(serve->WaitForText("selection 0000000b.0002\tMeteo in diretta\n"));
 
-    ChildProcess second({LIST_WITHOUT_SCREEN}, bus.Environment());
-    EXPECT_TRUE(serve.WaitUntil([&] {
-        const std::string output = serve.Output();
+    const auto second = set.StartList();
+    EXPECT_TRUE(serve->WaitUntil([&] {
+        const std::string output = serve->Output();
         return output.find("filled", output.find("filled") + 1) != std::string::npos;
     }));
-    serve.Signal(SIGINT);
-    EXPECT_EQ(serve.WaitForExit(), SUCCESS);
-    EXPECT_EQ(serve.Errors(), "");
+    EXPECT_EQ(Simulation::Interrupt(*serve), SUCCESS);
+    EXPECT_EQ(serve->Errors(), "");
 }
 
 }  // namespace

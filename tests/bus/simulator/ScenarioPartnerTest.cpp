@@ -2,18 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // What an application sees of a scenario, step by step.
-#include <fstream>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 
 #include "bus/simulator/ScriptedApplication.h"
-#include "support/ChildProcess.h"
+#include "bus/simulator/Simulation.h"
 #include "support/GlibWait.h"
-#include "support/PrivateBus.h"
-#include "support/TemporaryDir.h"
 
 namespace applist::test {
 namespace {
@@ -23,11 +19,13 @@ using testing::HasSubstr;
 
 class ScenarioPartner : public testing::Test {
 protected:
-    void Play(const std::string& text) {
-        const std::string path = (m_folder.path() / "it").string();
-        std::ofstream(path) << text;
-        m_run = std::make_unique<ChildProcess>(std::vector<std::string>{
-            BuiltProgram("javamw-sim"), "run", "--address=" + m_bus.Address(), path});
+    void Play(const std::string& text) { m_run = m_set.Start({"run", m_set.File("it", text)}); }
+
+    /// The same to an application that answers the first announcement.
+    void PlayToWhoAnswers(const std::string& text) {
+        Play(text);
+        ASSERT_TRUE(Hears(1));
+        m_application.Announce(sim::names::SYN_ACK);
     }
 
     bool Hears(size_t count) {
@@ -37,10 +35,9 @@ protected:
         EXPECT_EQ(m_run->WaitForExit(), status) << m_run->Output() << m_run->Errors();
     }
 
-    PrivateBus m_bus;
-    TemporaryDir m_folder;
-    ScriptedApplication m_application{m_bus.Address()};
-    std::unique_ptr<ChildProcess> m_run;
+    Simulation m_set;
+    ScriptedApplication m_application{m_set.bus().Address()};
+    Simulation::Process m_run;
 };
 
 TEST_F(ScenarioPartner, SkipsTheStepThatItIsToldTo) {
@@ -48,7 +45,7 @@ TEST_F(ScenarioPartner, SkipsTheStepThatItIsToldTo) {
     // Nothing comes by itself; the application is heard all the same.
     ASSERT_TRUE(RunUntil([&] {
         m_application.Announce(sim::names::SYN);
-        return m_application.heard.size() >= 1;
+        return !m_application.heard.empty();
     }));
     EXPECT_EQ(m_application.heard.front(), "_SYN_ACK");
     m_application.Announce(sim::names::ACK);
@@ -56,24 +53,28 @@ TEST_F(ScenarioPartner, SkipsTheStepThatItIsToldTo) {
 }
 
 TEST_F(ScenarioPartner, CompletesByHandWhatItSkipped) {
-    Play(
+    PlayToWhoAnswers(
         "handshake skip ack\nexpect announcement syn-ack within 1min\nannounce ack\n"
         "wait connected within 1min\n");
-    ASSERT_TRUE(Hears(1));
-    m_application.Announce(sim::names::SYN_ACK);
     ExpectEnd(0);
     ASSERT_TRUE(Hears(2));
     EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_ACK"));
 }
 
 TEST_F(ScenarioPartner, IsNotConnectedWhileItOwesAStep) {
-    Play(
+    PlayToWhoAnswers(
         "handshake skip ack\nexpect announcement syn-ack within 1min\n"
         "wait connected within 10ms\n");
-    ASSERT_TRUE(Hears(1));
-    m_application.Announce(sim::names::SYN_ACK);
     ExpectEnd(1);
     EXPECT_THAT(m_run->Output(), HasSubstr("no application connected within 10 ms"));
+}
+
+TEST_F(ScenarioPartner, OwesALateStepThatItIsToldToSkipMeanwhile) {
+    PlayToWhoAnswers(
+        "handshake delay ack 1ms\nexpect announcement syn-ack within 1min\nhandshake skip ack\n"
+        "wait connected within 50ms\n");
+    ExpectEnd(1);
+    EXPECT_THAT(m_application.heard, ElementsAre("_SYN"));
 }
 
 TEST_F(ScenarioPartner, RepeatsSteps) {
@@ -86,11 +87,9 @@ TEST_F(ScenarioPartner, RepeatsSteps) {
 }
 
 TEST_F(ScenarioPartner, MakesADelayedStepInTheEnd) {
-    Play(
+    PlayToWhoAnswers(
         "handshake delay ack 50ms\nexpect announcement syn-ack within 1min\n"
         "wait connected within 1min\n");
-    ASSERT_TRUE(Hears(1));
-    m_application.Announce(sim::names::SYN_ACK);
     ExpectEnd(0);
     ASSERT_TRUE(Hears(2));
     EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_ACK"));
@@ -123,9 +122,8 @@ TEST_F(ScenarioPartner, IsOneOfSeveral) {
 }
 
 TEST_F(ScenarioPartner, SaysThatTheApplicationAnsweredWithAnError) {
-    Play("wait connected within 1min\nadd a=A\nexpect error \"does not exist\"\nadd a=A\n");
-    ASSERT_TRUE(Hears(1));
-    m_application.Announce(sim::names::SYN_ACK);
+    PlayToWhoAnswers(
+        "wait connected within 1min\nadd a=A\nexpect error \"does not exist\"\nadd a=A\n");
     ExpectEnd(1);
     EXPECT_THAT(m_run->Output(), HasSubstr("\nok 2 - "));
     EXPECT_THAT(m_run->Output(), HasSubstr("\nok 3 - "));
@@ -133,18 +131,14 @@ TEST_F(ScenarioPartner, SaysThatTheApplicationAnsweredWithAnError) {
 }
 
 TEST_F(ScenarioPartner, SendsSignalsWithAnyBytes) {
-    Play("wait connected within 1min\nsignal-hex 6f6b00\nwait 1ms\n");
-    ASSERT_TRUE(Hears(1));
-    m_application.Announce(sim::names::SYN_ACK);
+    PlayToWhoAnswers("wait connected within 1min\nsignal-hex 6f6b00\nwait 1ms\n");
     ASSERT_TRUE(Hears(3));
     EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_ACK", "signal ok"));
     ExpectEnd(0);
 }
 
 TEST_F(ScenarioPartner, TellsANotificationThatIsNone) {
-    Play("wait connected within 1min\nexpect event ItemChanged within 1min\n");
-    ASSERT_TRUE(Hears(1));
-    m_application.Announce(sim::names::SYN_ACK);
+    PlayToWhoAnswers("wait connected within 1min\nexpect event ItemChanged within 1min\n");
     ASSERT_TRUE(Hears(2));
     m_application.Notify(m_application.middleware,
                          g_variant_new("(@ay)", g_variant_new_bytestring("x")));

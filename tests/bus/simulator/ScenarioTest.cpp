@@ -5,16 +5,12 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 
-#include "support/ChildProcess.h"
-#include "support/PrivateBus.h"
-#include "support/TemporaryDir.h"
+#include "bus/simulator/Simulation.h"
 
 namespace applist::test {
 namespace {
@@ -31,53 +27,36 @@ constexpr int NO_BUS = 3;
 
 class Scenario : public testing::Test {
 protected:
-    using Process = std::unique_ptr<ChildProcess>;
-
-    Process StartList() {
-        auto list = std::make_unique<ChildProcess>(std::vector<std::string>{LIST_WITHOUT_SCREEN},
-                                                   m_bus.Environment());
-        EXPECT_TRUE(list->WaitForText("ready"));
-        return list;
-    }
-
-    Process Start(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(),
-                         {BuiltProgram("javamw-sim"), "run", "--address=" + m_bus.Address()});
-        return std::make_unique<ChildProcess>(arguments);
+    Simulation::Process Start(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "run");
+        return m_set.Start(std::move(arguments));
     }
 
     /// Plays text to its end, with the file's name left out of the output.
     std::string Play(const std::string& text, int status,
                      const std::vector<std::string>& options = {}) {
         std::vector<std::string> arguments = options;
-        arguments.push_back(File("it", text));
-        const Process run = Start(arguments);
+        arguments.push_back(m_set.File("it", text));
+        const auto run = Start(arguments);
         EXPECT_EQ(run->WaitForExit(), status) << run->Output() << run->Errors();
         m_errors = run->Errors();
         return WithoutFolder(run->Output());
     }
 
-    std::string File(const std::string& name, const std::string& text) {
-        const std::string path = (m_folder.path() / name).string();
-        std::ofstream(path, std::ios::binary) << text;
-        return path;
-    }
-
     std::string WithoutFolder(std::string text) const {
-        const std::string folder = m_folder.path().string() + "/";
+        const std::string folder = m_set.Path("");
         for (size_t at = text.find(folder); at != std::string::npos; at = text.find(folder)) {
             text.erase(at, folder.size());
         }
         return text;
     }
 
-    PrivateBus m_bus;
-    TemporaryDir m_folder;
+    Simulation m_set;
     std::string m_errors;
 };
 
 TEST_F(Scenario, HoldsWhenEveryExpectationDoes) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     EXPECT_EQ(Play("# a comment\nwait connected\nadd a=Alpha\nexpect list a=Alpha\n", SUCCESS),
               "TAP version 13\n"
               "1..3\n"
@@ -88,7 +67,7 @@ TEST_F(Scenario, HoldsWhenEveryExpectationDoes) {
 }
 
 TEST_F(Scenario, SaysWhereAndWhyItDoesNotHoldAndSkipsTheRest) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     EXPECT_EQ(Play("wait connected\nadd a=Alpha\nexpect list b\nclear\nnote over\n", FAILED),
               "TAP version 13\n"
               "1..4\n"
@@ -103,7 +82,7 @@ TEST_F(Scenario, SaysWhereAndWhyItDoesNotHoldAndSkipsTheRest) {
 }
 
 TEST_F(Scenario, GoesOnBehindAFailureWhenAsked) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     const std::string output =
         Play("wait connected\nexpect count 3\nexpect count 0\n", FAILED, {"--keep-going"});
     EXPECT_THAT(output, HasSubstr("not ok 2 - it:2 expect count 3\n"));
@@ -111,9 +90,9 @@ TEST_F(Scenario, GoesOnBehindAFailureWhenAsked) {
 }
 
 TEST_F(Scenario, RunsNothingIfAnyFileHasAnError) {
-    const std::string good = File("good", "wait 1ms\n");
-    const std::string bad = File("bad", "clear\nadd a\n\nwait long\n");
-    const Process run = Start({good, bad, File("ugly", "\x01")});
+    const std::string good = m_set.File("good", "wait 1ms\n");
+    const std::string bad = m_set.File("bad", "clear\nadd a\n\nwait long\n");
+    const auto run = Start({good, bad, m_set.File("ugly", "\x01")});
     EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
     EXPECT_EQ(run->Output(), "");
     EXPECT_EQ(
@@ -124,7 +103,7 @@ TEST_F(Scenario, RunsNothingIfAnyFileHasAnError) {
 }
 
 TEST_F(Scenario, RefusesAFileThatCannotBeRead) {
-    const Process run = Start({(m_folder.path() / "none").string()});
+    const auto run = Start({m_set.Path("none")});
     EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
     EXPECT_EQ(WithoutFolder(run->Errors()), "javamw-sim: none: no such file\n");
 }
@@ -142,9 +121,9 @@ TEST_F(Scenario, ComesFromStandardInputToo) {
 }
 
 TEST_F(Scenario, CountsOnThroughAllFiles) {
-    const Process list = StartList();
-    const Process run =
-        Start({File("first", "wait connected\nadd a=A\n"), File("second", "wait connected\n")});
+    const auto list = m_set.StartList();
+    const auto run = Start({m_set.File("first", "wait connected\nadd a=A\n"),
+                            m_set.File("second", "wait connected\n")});
     EXPECT_EQ(run->WaitForExit(), SUCCESS);
     EXPECT_THAT(run->Output(), StartsWith("TAP version 13\n1..3\n"));
     EXPECT_THAT(WithoutFolder(run->Output()), EndsWith("ok 3 - second:1 wait connected\n"));
@@ -157,22 +136,22 @@ TEST_F(Scenario, FailsWithoutAnApplication) {
 }
 
 TEST_F(Scenario, SeesTheApplicationLeave) {
-    const Process list = StartList();
-    const Process run = Start({File("it", "wait connected\nwait disconnected within 1min\n")});
+    const auto list = m_set.StartList();
+    const auto run = Start({m_set.File("it", "wait connected\nwait disconnected within 1min\n")});
     ASSERT_TRUE(run->WaitForText("ok 1 - "));
     list->Signal(SIGTERM);
     EXPECT_EQ(run->WaitForExit(), SUCCESS);
 }
 
 TEST_F(Scenario, TakesEventsStrictlyInTheirOrder) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     const std::string output = Play(
         "wait connected\nexpect event LocalCreated\nadd a=A\nexpect event ItemSelected\n", FAILED);
     EXPECT_THAT(output, HasSubstr("problem: \"came event 1 ItemChanged instead\""));
 }
 
 TEST_F(Scenario, TellsHowManyEventsCameBeforeAnotherOrNone) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     const std::string begin = "wait connected\nexpect event LocalCreated\nadd a=A\n";
     EXPECT_THAT(Play(begin + "expect event ItemChanged times 2\n", FAILED),
                 HasSubstr("problem: \"after 1 came event 2 ItemSelected instead\""));
@@ -181,13 +160,13 @@ TEST_F(Scenario, TellsHowManyEventsCameBeforeAnotherOrNone) {
 }
 
 TEST_F(Scenario, FailsWhenAnEventComesThatShouldNot) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     EXPECT_THAT(Play("wait connected\nexpect no event for 1min\n", FAILED),
                 HasSubstr("problem: \"came event 4 LocalCreated\""));
 }
 
 TEST_F(Scenario, ShowsTheReplyThatWasNotExpected) {
-    const Process list = StartList();
+    const auto list = m_set.StartList();
     const std::string begin = "wait connected\nadd a=A\ncall GetAllItems\n";
     EXPECT_THAT(Play(begin + "expect reply b\n", FAILED), HasSubstr("the reply holds a=A (1)"));
     EXPECT_THAT(Play(begin + "expect reply empty\n", FAILED),
@@ -199,17 +178,17 @@ TEST_F(Scenario, ShowsTheReplyThatWasNotExpected) {
 }
 
 TEST_F(Scenario, EndsWithTheBus) {
-    const Process list = StartList();
-    const Process run = Start({File("it", "wait connected\nwait 1min\nclear\n")});
+    const auto list = m_set.StartList();
+    const auto run = Start({m_set.File("it", "wait connected\nwait 1min\nclear\n")});
     ASSERT_TRUE(run->WaitForText("ok 1 - "));
-    m_bus.Stop();
+    m_set.bus().Stop();
     EXPECT_EQ(run->WaitForExit(), NO_BUS);
     EXPECT_THAT(run->Output(), EndsWith("Bail out! the bus closed the connection\n"));
     EXPECT_EQ(run->Errors(), "javamw-sim: the bus closed the connection\n");
 }
 
 TEST_F(Scenario, EndsWithoutABus) {
-    m_bus.Stop();
+    m_set.bus().Stop();
     const std::string output = Play("wait connected\nclear\n", NO_BUS);
     EXPECT_THAT(output, HasSubstr("not ok 1 - it:1 wait connected\n"));
     EXPECT_THAT(output, HasSubstr("Bail out! cannot reach the bus: "));
@@ -218,7 +197,7 @@ TEST_F(Scenario, EndsWithoutABus) {
 
 TEST_F(Scenario, StopsOnSignals) {
     for (const int number : {SIGINT, SIGTERM}) {
-        const Process run = Start({File("it", "wait 1ms\nwait 1min\nwait 1min\n")});
+        const auto run = Start({m_set.File("it", "wait 1ms\nwait 1min\nwait 1min\n")});
         ASSERT_TRUE(run->WaitForText("ok 1 - "));
         run->Signal(number);
         EXPECT_EQ(run->WaitForExit(), FAILED);
@@ -229,7 +208,7 @@ TEST_F(Scenario, StopsOnSignals) {
 }
 
 TEST_F(Scenario, IsInColoursOnATerminalAlone) {
-    const std::string file = File("it", "wait 1ms\n");
+    const std::string file = m_set.File("it", "wait 1ms\n");
     const auto play = [&](const std::string& environment) {
         ChildProcess terminal(
             {"script", "-qec", environment + " " + BuiltProgram("javamw-sim") + " run " + file,
@@ -266,8 +245,8 @@ std::string TestName(const testing::TestParamInfo<std::string>& name) {
 }
 
 TEST_P(Example, Holds) {
-    const Process list = StartList();
-    const Process run = Start({(ExampleFolder() / (GetParam() + ".scenario")).string()});
+    const auto list = m_set.StartList();
+    const auto run = Start({(ExampleFolder() / (GetParam() + ".scenario")).string()});
     EXPECT_EQ(run->WaitForExit(), SUCCESS) << run->Output() << run->Errors();
     EXPECT_THAT(run->Output(), Not(HasSubstr("# SKIP")));
 }

@@ -4,7 +4,6 @@
 // The click is the last thing that an application says: activating a row ends it at once.
 //   APPLIST_CLICKS   how many rows are activated; 50 without it
 //   APPLIST_LOAD     how many programs keep the processor busy meanwhile; none without it
-#include <cstdlib>
 #include <iostream>
 
 #include "e2e/faults/FaultTest.h"
@@ -14,11 +13,6 @@ namespace {
 
 using sim::Event;
 using sim::Function;
-
-int Setting(const char* variable, int usual) {
-    const char* text = std::getenv(variable);
-    return text != nullptr ? std::atoi(text) : usual;
-}
 
 class AClick : public FaultTest {
 protected:
@@ -40,14 +34,14 @@ protected:
 };
 
 TEST_F(AClick, ArrivesEachTime) {
-    const int clicks = Setting("APPLIST_CLICKS", 50);
-    std::vector<std::unique_ptr<ChildProcess>> load;
-    for (int i = 0; i < Setting("APPLIST_LOAD", 0); ++i) {
-        load.push_back(std::make_unique<ChildProcess>(
-            std::vector<std::string>{"sh", "-c", "while :; do :; done"}));
+    const size_t clicks = Setting("APPLIST_CLICKS", 50);
+    std::vector<std::unique_ptr<ChildProcess>> load(Setting("APPLIST_LOAD", 0));
+    for (auto& busy : load) {
+        busy = std::make_unique<ChildProcess>(
+            std::vector<std::string>{"sh", "-c", "while :; do :; done"});
     }
-    int arrived = 0;
-    for (int click = 0; click < clicks && !HasFailure(); ++click) {
+    size_t arrived = 0;
+    for (size_t click = 0; click < clicks && !HasFailure(); ++click) {
         arrived += Arrives() ? 1 : 0;
     }
     std::cout << arrived << " of " << clicks << " clicks arrived\n";

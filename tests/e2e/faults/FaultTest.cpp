@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "e2e/faults/FaultTest.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
@@ -21,6 +22,11 @@ ChildProcess::Environment Frugal(ChildProcess::Environment changes) {
 }
 
 }  // namespace
+
+size_t Setting(const char* variable, size_t usual) {
+    const char* text = std::getenv(variable);
+    return text != nullptr ? std::strtoul(text, nullptr, 10) : usual;
+}
 
 const sim::Items FaultTest::THREE{{"a", "Alpha"}, {"b", "Bravo"}, {"c", "Charlie"}};
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +14,9 @@
 #include "support/Television.h"
 
 namespace applist::test {
+
+/// How often or how long, by an environment variable; usual where it is not set.
+size_t Setting(const char* variable, size_t usual);
 
 /// A whole set to which something bad is done, and what must hold afterwards.
 class FaultTest : public testing::Test {

@@ -42,7 +42,7 @@ bool Do(ScriptedPeer& peer, const std::string& verb, const std::string& object) 
         return true;
     }
     if (verb == "freeze") {
-        return kill(std::atoi(object.c_str()), SIGSTOP) == 0;
+        return kill(static_cast<pid_t>(std::strtol(object.c_str(), nullptr, 10)), SIGSTOP) == 0;
     }
     return verb == "await" ? peer.AwaitAnnouncement(object) : verb == "add" && Add(peer, object);
 }

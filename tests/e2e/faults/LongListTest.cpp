@@ -5,7 +5,6 @@
 //   APPLIST_ROWS   how many; 1000 without it
 //   APPLIST_SAME   so many items without name and id instead, as many as 16 MiB hold
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <iostream>
 
@@ -19,11 +18,6 @@ namespace {
 using sim::Function;
 using testing::Optional;
 using Clock = std::chrono::steady_clock;
-
-size_t Setting(const char* variable, size_t usual) {
-    const char* text = std::getenv(variable);
-    return text != nullptr ? std::strtoul(text, nullptr, 10) : usual;
-}
 
 class ALongList : public FaultTest {
 protected:

@@ -4,6 +4,7 @@
 // What the machine below can do to a list: a clock that is set, a disk that is full.
 #include <cstdint>
 #include <fstream>
+#include <unistd.h>
 
 #include <gmock/gmock.h>
 
@@ -12,10 +13,11 @@
 namespace applist::test {
 namespace {
 
-using sim::Event;
+using testing::EndsWith;
 using testing::HasSubstr;
+using testing::StartsWith;
 
-constexpr int64_t DAY_S = 24 * 60 * 60;
+constexpr int64_t DAY_S = int64_t{24} * 60 * 60;
 
 class TheClock : public FaultTest {
 protected:
@@ -55,7 +57,35 @@ TEST_F(TheClock, MayBeSetADayBackAndTheListStillClosesItself) {
 
 using TheDisk = FaultTest;
 
-// No file may grow here: what a full disk is to a program that writes.
+// A disk of one page, which the settings take: seen by this shell and the tool, $0, alone. $1 is
+// where the set keeps its data, $2 a file for the copy.
+constexpr const char* ON_A_FULL_DISK = R"(
+    set -e
+    cp "$1/memory/settings.ini" "$2"
+    mount -t tmpfs -o size=4k full "$1/memory"
+    cp "$2" "$1/memory/settings.ini"
+    "$0" set memory/tv-viewer/data_service int 0 && exit 3
+    "$0" get memory/tv-viewer/data_service
+    ls -A "$1/memory")";
+
+TEST_F(TheDisk, MayBeFullAndKeepsTheSettingsThatItHas) {
+    const std::string root = m_set.Environment().at("APPLIST_PLATFORM_ROOT").value_or("");
+    std::vector<std::string> command{"unshare", "--mount"};
+    if (geteuid() != 0) {
+        command.emplace_back("--map-root-user");
+    }
+    command.insert(command.end(), {"sh", "-c", ON_A_FULL_DISK, BuiltProgram("platformctl"), root,
+                                   m_set.WriteFile("copy", "")});
+    ChildProcess shell(command, m_set.Environment());
+    EXPECT_EQ(shell.WaitForExit(), 0) << shell.Errors();
+    EXPECT_THAT(shell.Errors(),
+                StartsWith("platformctl: " + root + "/memory/settings.ini: cannot be written: "));
+    EXPECT_THAT(shell.Errors(), EndsWith("No space left on device\n"));
+    // Nor is half a file left behind.
+    EXPECT_EQ(shell.Output(), "2\nsettings.ini\nsettings.ini.lock\n");
+}
+
+// No file may grow here: the same to a program that writes, and the list can be shown beside it.
 TEST_F(TheDisk, MayBeFullWhenASettingIsChanged) {
     ChildProcess tool(
         {"sh", "-c", "trap '' XFSZ; ulimit -f 0; exec \"$0\" \"$@\"", BuiltProgram("platformctl"),

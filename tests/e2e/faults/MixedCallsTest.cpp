@@ -4,7 +4,6 @@
 // Calls of all kinds in an order that nobody thought of, against a list that the test keeps.
 //   APPLIST_CALLS   how many; 9000 without it
 //   APPLIST_SEED    another order
-#include <cstdlib>
 #include <iostream>
 
 #include <gmock/gmock.h>
@@ -21,11 +20,6 @@ using sim::Items;
 using testing::Optional;
 
 constexpr size_t BATCH = 250;
-
-size_t Setting(const char* variable, size_t usual) {
-    const char* text = std::getenv(variable);
-    return text != nullptr ? std::strtoul(text, nullptr, 10) : usual;
-}
 
 class MixedCalls : public FaultTest {
 protected:

@@ -58,9 +58,8 @@ TEST_F(PlayedScenario, HoldsInANormalSessionWhenTheMiddlewareIsFirst) {
 }
 
 TEST_F(PlayedScenario, HoldsThroughEachFaultOfTheHandshake) {
-    StartApplication();
-    ASSERT_TRUE(m_set.WaitForWindow());
     Play("handshake-faults");
+    StartApplication();
     ExpectToHold();
     ExpectALivingApplication();
 }

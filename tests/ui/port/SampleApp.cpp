@@ -12,6 +12,7 @@
 //   --exit-on-second  a second launch ends it
 //   --watch-bus       tells when the session bus has gone, and that it is still there a little
 //   later
+//   --no-ticks        from its first key on, the toolkit's clock for frames stands still
 //   --complain        GLib, GLib's bus watches and the toolkit complain once each
 
 #include <Elementary.h>
@@ -40,6 +41,7 @@ struct Sample {
     bool exitOnSecond = false;
     bool watchBus = false;
     bool complain = false;
+    bool noTicks = false;
     std::string exitIn;
 
     int launches = 0;
@@ -70,6 +72,11 @@ void OnDismissed(void*, Evas_Object*, void*) {
 
 void OnRowFocused(void*, Evas_Object*, void* row) {
     std::printf("focused %d\n", elm_genlist_item_index_get(static_cast<Elm_Object_Item*>(row)));
+}
+
+Eina_Bool StopTicks(void*, int, void*) {
+    ecore_animator_source_set(ECORE_ANIMATOR_SOURCE_CUSTOM);
+    return ECORE_CALLBACK_PASS_ON;
 }
 
 void FocusRow(void* row) {
@@ -184,6 +191,10 @@ bool Create(void* data) {
     }
     ecore_event_handler_add(ECORE_EVENT_KEY_DOWN, OnKeyDown, nullptr);
     ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, nullptr);
+    if (sample.noTicks) {
+        // In front: keys that move the focus are not passed on.
+        ecore_event_handler_prepend(ECORE_EVENT_KEY_DOWN, StopTicks, nullptr);
+    }
     if (sample.window) {
         BuildWindow(sample);
     }
@@ -243,6 +254,7 @@ Sample ParseArguments(int argc, char** argv) {
         sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";
         sample.watchBus = sample.watchBus || option == "--watch-bus";
         sample.complain = sample.complain || option == "--complain";
+        sample.noTicks = sample.noTicks || option == "--no-ticks";
         if (option == "--rows" && i + 1 < argc) {
             sample.rows = static_cast<int>(std::strtol(argv[++i], nullptr, 10));
         } else if (option == "--exit-in" && i + 1 < argc) {

@@ -43,7 +43,7 @@ public:
 
 private:
     static std::vector<std::string> Command(const std::vector<std::string>& options) {
-        std::vector<std::string> command{BuiltProgram("port-sample")};
+        std::vector<std::string> command{TestProgram("port-sample")};
         command.insert(command.end(), options.begin(), options.end());
         return command;
     }

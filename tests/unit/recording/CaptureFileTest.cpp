@@ -106,6 +106,16 @@ TEST(CaptureFile, KeepsWhatStandsBeforeADamagedEnd) {
     EXPECT_THAT(recording->remark, HasSubstr("the end is damaged: "));
 }
 
+TEST(CaptureFile, TakesATimeBeyondAllClocksForTheLast) {
+    CaptureGenerator capture(Form::PcapNg);
+    capture.Add(busmessage::OwnerChanged(SERVICE_SYN, "", ":1.2"), 5);
+    capture.Add(busmessage::OwnerChanged(SERVICE_SYN, ":1.2", ""), 9'223'372'036'854'775'812U);
+    const auto recording = ReadCapture(capture.bytes());
+    ASSERT_TRUE(recording) << recording.error();
+    ASSERT_EQ(recording->messages.size(), 2U);
+    EXPECT_EQ(recording->messages.back().time, 253'402'300'799'775'807);
+}
+
 TEST(CaptureFile, MayEndAnywhere) {
     for (const Form form : {Form::Pcap, Form::PcapNg}) {
         const std::string whole = Session(form);

@@ -25,7 +25,7 @@ void Note(const char* event) {
     Graph().events.emplace_back(event);
 }
 
-void NoteAllocation(const void* memory, size_t size) {
+void NoteAllocation(void* memory, size_t size) {
     if (size == sizeof(AppList)) {
         g_youngest = memory;
     }

@@ -160,9 +160,9 @@ TEST_F(Program, RefusesAFileThatIsNoBroadcast) {
     const std::string none =
         ": no transport stream with services, no sections and no XML of applications";
     const std::string file = File(std::string(1000, 'x'));
-    ExpectRefused(
-        {"serve", NO_BUS_THERE, "--broadcast", file},
-        file + none + "\n" + file + ": skipped damaged parts: 1 in packets (1 lost sync)");
+    ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", file},
+                  file + none + "\njavamw-sim: " + file +
+                      ": skipped damaged parts: 1 in packets (1 lost sync)");
     const std::string empty = File("");
     ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", empty}, empty + none);
 }

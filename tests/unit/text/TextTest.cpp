@@ -3,7 +3,6 @@
 
 // i18n_get_text() in a process of its own, since the languages are those of the process' start.
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -30,8 +29,7 @@ protected:
     Text() {
         fs::create_directories(m_root.path() / "bin");
         fs::create_directories(m_root.path() / "share");
-        const fs::path lookup = std::getenv("APPLIST_TEST_BIN");
-        fs::copy_file(lookup / "text-lookup", Program());
+        fs::copy_file(TestProgram("text-lookup"), Program());
         fs::copy(BuiltProgram("../share/locale"), Locale(), fs::copy_options::recursive);
     }
 

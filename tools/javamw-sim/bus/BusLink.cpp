@@ -5,45 +5,9 @@
 #include <utility>
 
 #include "bus/Names.h"
+#include "bus/Payload.h"
 
 namespace applist::sim {
-namespace {
-
-// How soon to try again when another middleware announces under the same name at this moment.
-constexpr unsigned ANNOUNCE_AGAIN_MS = 2;
-constexpr unsigned ANNOUNCE_TRIES = 500;
-
-const char* Suffix(Announcement announcement) {
-    switch (announcement) {
-        case Announcement::Syn:
-            return names::SYN;
-        case Announcement::SynAck:
-            return names::SYN_ACK;
-        case Announcement::Ack:
-            return names::ACK;
-    }
-    return "";
-}
-
-// As one fixed array: byte by byte would cost a hundred times as much.
-GVariant* ToVariant(const Bytes& bytes) {
-    return g_variant_new("(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(),
-                                                            bytes.size(), sizeof(char)));
-}
-
-Bytes FromVariant(GVariant* parameters) {
-    const GVariantPtr array(g_variant_get_child_value(parameters, 0));
-    size_t size = 0;
-    const auto* data =
-        static_cast<const char*>(g_variant_get_fixed_array(array.get(), &size, sizeof(char)));
-    return {data, data + size};
-}
-
-bool HoldsBytes(GVariant* parameters) {
-    return g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ay)")) != FALSE;
-}
-
-}  // namespace
 
 struct BusLink::PendingCall {
     BusLink& link;
@@ -54,7 +18,10 @@ BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener, const Hand
     : m_connection(std::move(connection)),
       m_listener(listener),
       m_uniqueName(g_dbus_connection_get_unique_name(m_connection.get())),
-      m_plan(plan),
+      m_announcer(m_connection.get(),
+                  {[this](const std::string& error) { m_listener.LinkFailed(error); },
+                   [this] { ReportUnanswered(); }},
+                  plan),
       m_cancellable(g_cancellable_new()) {
     const unsigned long closed =
         g_signal_connect(m_connection.get(), "closed", G_CALLBACK(&BusLink::cb_Closed), this);
@@ -64,12 +31,11 @@ BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener, const Hand
     ListenFor(Announcement::Syn, &cb_NameOwnerChanged<Announcement::Syn>);
     ListenFor(Announcement::SynAck, &cb_NameOwnerChanged<Announcement::SynAck>);
     ListenFor(Announcement::Ack, &cb_NameOwnerChanged<Announcement::Ack>);
-    AnnounceAsPlanned(Announcement::Syn);
+    m_announcer.AnnounceAsPlanned(Announcement::Syn);
 }
 
 BusLink::~BusLink() {
-    m_announceAgain.Release();
-    m_delayed.clear();
+    m_announcer.Stop();
     m_partners.clear();
     m_registrations.clear();
     g_cancellable_cancel(m_cancellable.get());
@@ -81,7 +47,7 @@ BusLink::~BusLink() {
 }
 
 void BusLink::AnnounceNow(Announcement announcement) {
-    Announce(announcement);
+    m_announcer.AnnounceNow(announcement);
     ReportUnanswered();
 }
 
@@ -128,51 +94,10 @@ void BusLink::ExportObject() {
 }
 
 void BusLink::ListenFor(Announcement announcement, GDBusSignalCallback callback) {
-    const std::string name = std::string(names::SERVICE) + Suffix(announcement);
+    const std::string name = names::NameOf(names::SERVICE, announcement);
     m_registrations.push_back(Subscribe("org.freedesktop.DBus", "org.freedesktop.DBus",
                                         "NameOwnerChanged", "/org/freedesktop/DBus", name.c_str(),
                                         callback));
-}
-
-void BusLink::AnnounceAsPlanned(Announcement announcement) {
-    const AnnouncementPlan plan = m_plan[announcement];
-    if (plan.delay.count() > 0) {
-        constexpr GSourceFunc CALLBACKS[]{&cb_Delayed<Announcement::Syn>,
-                                          &cb_Delayed<Announcement::SynAck>,
-                                          &cb_Delayed<Announcement::Ack>};
-        m_delayed[announcement] =
-            OwnSource(g_timeout_add(static_cast<unsigned>(plan.delay.count()),
-                                    CALLBACKS[static_cast<size_t>(announcement)], this));
-        return;
-    }
-    for (unsigned i = 0; i < plan.times; ++i) {
-        Announce(announcement);
-    }
-}
-
-void BusLink::Announce(Announcement announcement) {
-    m_announcements.push_back({std::string(names::CLIENT) + Suffix(announcement), 0});
-    if (m_announcements.size() == 1) {
-        AnnounceQueued();
-    }
-}
-
-// In order: an application must hear our SYN before the ACK that follows from it.
-void BusLink::AnnounceQueued() {
-    while (!m_announcements.empty()) {
-        QueuedAnnouncement& first = m_announcements.front();
-        const auto announced = AnnounceName(m_connection.get(), first.name);
-        const bool taken = announced && !*announced;
-        if (taken && ++first.tries < ANNOUNCE_TRIES) {
-            m_announceAgain = OwnSource(g_timeout_add(ANNOUNCE_AGAIN_MS, &cb_AnnounceAgain, this));
-            return;
-        }
-        if (taken || !announced) {
-            m_listener.LinkFailed("cannot announce " +
-                                  (taken ? first.name + ": it is taken" : announced.error()));
-        }
-        m_announcements.pop_front();
-    }
 }
 
 void BusLink::Establish(const std::string& partner) {
@@ -185,12 +110,6 @@ void BusLink::Establish(const std::string& partner) {
     held.watch = Registration([watch] { g_bus_unwatch_name(watch); });
 }
 
-void BusLink::ReportUnanswered() {
-    for (const std::string& partner : std::exchange(m_unanswered, {})) {
-        m_listener.Connected(partner);
-    }
-}
-
 void BusLink::Take(const HandshakeStep& step, const std::string& partner) {
     if (step.lost && m_unanswered.erase(partner) == 0) {
         m_listener.Disconnected(partner);
@@ -198,16 +117,17 @@ void BusLink::Take(const HandshakeStep& step, const std::string& partner) {
     if (step.establish) {
         Establish(partner);
     }
-    bool answered = true;
-    if (step.answer) {
-        const AnnouncementPlan plan = m_plan[*step.answer];
-        answered = plan.times > 0 && plan.delay.count() == 0;
-        AnnounceAsPlanned(*step.answer);
-    }
+    const bool answered = !step.answer || m_announcer.AnnounceAsPlanned(*step.answer);
     if (step.connected && answered) {
         m_listener.Connected(partner);
     } else if (step.connected) {
         m_unanswered.insert(partner);
+    }
+}
+
+void BusLink::ReportUnanswered() {
+    for (const std::string& partner : std::exchange(m_unanswered, {})) {
+        m_listener.Connected(partner);
     }
 }
 
@@ -253,14 +173,6 @@ void BusLink::OnReply(PendingCall* call, GAsyncResult* result) {
     }
 }
 
-void BusLink::OnDelayed(Announcement announcement) {
-    m_delayed[announcement].Forget();
-    for (unsigned i = 0; i < m_plan[announcement].times; ++i) {
-        Announce(announcement);
-    }
-    ReportUnanswered();
-}
-
 template <Announcement announcement>
 void BusLink::cb_NameOwnerChanged(GDBusConnection* /*connection*/, const char* /*sender*/,
                                   const char* /*path*/, const char* /*interface*/,
@@ -296,19 +208,6 @@ void BusLink::cb_Reply(GObject* /*connection*/, GAsyncResult* result, void* call
 void BusLink::cb_Closed(GDBusConnection* /*connection*/, int /*remotePeerVanished*/,
                         GError* /*error*/, void* link) noexcept {
     static_cast<BusLink*>(link)->m_listener.BusLost();
-}
-
-template <Announcement announcement>
-int BusLink::cb_Delayed(void* link) noexcept {
-    static_cast<BusLink*>(link)->OnDelayed(announcement);
-    return G_SOURCE_REMOVE;
-}
-
-int BusLink::cb_AnnounceAgain(void* link) noexcept {
-    auto* self = static_cast<BusLink*>(link);
-    self->m_announceAgain.Forget();
-    self->AnnounceQueued();
-    return G_SOURCE_REMOVE;
 }
 
 }  // namespace applist::sim

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <deque>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "bus/Announcer.h"
 #include "bus/Connection.h"
 #include "bus/GioHandles.h"
 #include "bus/HandshakePlan.h"
@@ -60,7 +60,7 @@ public:
 
     /// How announcements are made from here on. An application counts as connected when ours are
     /// complete, too.
-    void SetPlan(const HandshakePlan& plan) { m_plan = plan; }
+    void SetPlan(const HandshakePlan& plan) { m_announcer.SetPlan(plan); }
     /// Announces whatever the plan says.
     void AnnounceNow(Announcement announcement);
 
@@ -76,28 +76,20 @@ private:
         Registration watch;
         Registration signals;
     };
-    struct QueuedAnnouncement {
-        std::string name;
-        unsigned tries = 0;
-    };
     struct PendingCall;
 
     Registration Subscribe(const char* sender, const char* interface, const char* member,
                            const char* path, const char* argument, GDBusSignalCallback callback);
     void ExportObject();
     void ListenFor(Announcement announcement, GDBusSignalCallback callback);
-    void AnnounceAsPlanned(Announcement announcement);
-    void Announce(Announcement announcement);
-    void AnnounceQueued();
-    void ReportUnanswered();
     void Establish(const std::string& partner);
     void Take(const HandshakeStep& step, const std::string& partner);
+    void ReportUnanswered();
 
     void OnNameOwnerChanged(Announcement announcement, GVariant* parameters);
     void OnVanished(const std::string& partner);
     void OnCalled(const char* sender, GVariant* parameters, GDBusMethodInvocation* invocation);
     void OnReply(PendingCall* call, GAsyncResult* result);
-    void OnDelayed(Announcement announcement);
 
     // Where the library calls back; memory running out there ends the program.
     template <Announcement announcement>
@@ -111,20 +103,14 @@ private:
                               void* link) noexcept;
     static void cb_Reply(GObject*, GAsyncResult* result, void* call) noexcept;
     static void cb_Closed(GDBusConnection*, int, GError*, void* link) noexcept;
-    static int cb_AnnounceAgain(void* link) noexcept;
-    template <Announcement announcement>
-    static int cb_Delayed(void* link) noexcept;
 
     ConnectionPtr m_connection;
     BusLinkListener& m_listener;
     std::string m_uniqueName;
-    HandshakePlan m_plan;
     Handshake m_handshake;
     std::set<std::string> m_unanswered;  ///< Connected but for an announcement of ours.
     std::map<std::string, Partner> m_partners;
-    std::deque<QueuedAnnouncement> m_announcements;
-    Registration m_announceAgain;
-    std::map<Announcement, Registration> m_delayed;
+    Announcer m_announcer;
     GObjectPtr<GCancellable> m_cancellable;
     size_t m_pendingCalls = 0;
     std::vector<Registration> m_registrations;

@@ -4,6 +4,11 @@
 
 namespace applist::sim {
 
+std::string_view NameOf(Announcement announcement) {
+    constexpr std::array<std::string_view, ANNOUNCEMENTS.size()> NAMES{"syn", "syn-ack", "ack"};
+    return NAMES.at(static_cast<size_t>(announcement));
+}
+
 HandshakeStep Handshake::Heard(Announcement announcement, const std::string& partner) {
     switch (announcement) {
         case Announcement::Syn:

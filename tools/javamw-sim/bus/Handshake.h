@@ -2,14 +2,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace applist::sim {
 
 /// The three announcements of a handshake; each side makes them under names of its own.
 enum class Announcement { Syn, SynAck, Ack };
+
+inline constexpr std::array ANNOUNCEMENTS{Announcement::Syn, Announcement::SynAck,
+                                          Announcement::Ack};
+
+/// "syn", "syn-ack", "ack".
+std::string_view NameOf(Announcement announcement);
 
 /// What is to be done, in this order, when an announcement was heard or a partner was lost.
 struct HandshakeStep {

@@ -2,6 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
+#include <string>
+
+#include "bus/Handshake.h"
+
 /// The words by which the middleware and the application find each other on the bus.
 namespace applist::sim::names {
 
@@ -22,5 +27,11 @@ constexpr const char* CLIENT = "org.vantu.JavaMW.Applist_CLIENT";
 constexpr const char* SYN = "_SYN";
 constexpr const char* SYN_ACK = "_SYN_ACK";
 constexpr const char* ACK = "_ACK";
+
+/// The name by which one side, SERVICE or CLIENT, makes an announcement.
+inline std::string NameOf(const char* side, Announcement announcement) {
+    constexpr std::array<const char*, ANNOUNCEMENTS.size()> SUFFIXES{SYN, SYN_ACK, ACK};
+    return std::string(side) + SUFFIXES.at(static_cast<size_t>(announcement));
+}
 
 }  // namespace applist::sim::names

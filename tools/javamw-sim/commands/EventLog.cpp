@@ -5,6 +5,7 @@
 #include <utility>
 
 namespace applist::sim {
+
 EventLog::EventLog(ListClient& client, const Report& report, Print print)
     : m_client(client), m_report(report), m_print(std::move(print)) {}
 

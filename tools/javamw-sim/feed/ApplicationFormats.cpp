@@ -1,85 +1,40 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
-#include <glib.h>
-#include <memory>
-
-#include <json-glib/json-glib.h>
-
+#include "JsonWriter.h"
 #include "feed/ApplicationList.h"
 
 namespace applist::sim {
 namespace {
 
-struct UnrefObject {
-    void operator()(void* object) const { g_object_unref(object); }
-};
-struct FreeNode {
-    void operator()(JsonNode* node) const { json_node_unref(node); }
-};
-using Builder = std::unique_ptr<JsonBuilder, UnrefObject>;
-using Generator = std::unique_ptr<JsonGenerator, UnrefObject>;
-using Node = std::unique_ptr<JsonNode, FreeNode>;
-
-std::string Text(JsonBuilder* builder, bool pretty) {
-    const Node root(json_builder_get_root(builder));
-    const Generator generator(json_generator_new());
-    json_generator_set_root(generator.get(), root.get());
-    json_generator_set_pretty(generator.get(), pretty ? TRUE : FALSE);
-    char* text = json_generator_to_data(generator.get(), nullptr);
-    std::string copy = text;
-    g_free(text);
-    return copy;
-}
-
-void AddNumber(JsonBuilder* builder, std::optional<uint32_t> number) {
-    if (number) {
-        json_builder_add_int_value(builder, *number);
-    } else {
-        json_builder_add_null_value(builder);
-    }
-}
-
-void AddNames(JsonBuilder* builder, const std::vector<ApplicationName>& names) {
-    json_builder_begin_object(builder);
+void AddNames(JsonWriter& json, const char* member, const std::vector<ApplicationName>& names) {
+    json.Object(member);
     for (const ApplicationName& name : names) {
-        json_builder_set_member_name(builder, name.language.c_str());
-        json_builder_add_string_value(builder, name.text.c_str());
+        json.Text(name.language.c_str(), name.text);
     }
-    json_builder_end_object(builder);
+    json.EndObject();
 }
 
-void AddApplication(JsonBuilder* builder, const ListedApplication& application) {
+void AddApplication(JsonWriter& json, const ListedApplication& application) {
     auto field = ApplicationFields().begin();
-    const auto next = [&] { json_builder_set_member_name(builder, (field++)->c_str()); };
-    json_builder_begin_object(builder);
-    next();
-    AddNumber(builder, application.service);
-    next();
-    AddNumber(builder, application.organisation);
-    next();
-    AddNumber(builder, application.id);
-    next();
-    AddNumber(builder, application.type);
-    next();
-    json_builder_add_string_value(builder, application.control.c_str());
-    next();
-    AddNumber(builder, application.visibility);
-    next();
-    AddNumber(builder, application.priority);
-    next();
-    json_builder_add_string_value(builder, application.name.c_str());
-    next();
-    AddNames(builder, application.names);
-    next();
-    json_builder_add_string_value(builder, application.location.c_str());
-    json_builder_end_object(builder);
+    const auto next = [&] { return (field++)->c_str(); };
+    json.Object();
+    json.NumberOrNull(next(), application.service);
+    json.Number(next(), application.organisation);
+    json.Number(next(), application.id);
+    json.NumberOrNull(next(), application.type);
+    json.Text(next(), application.control);
+    json.Number(next(), application.visibility);
+    json.Number(next(), application.priority);
+    json.Text(next(), application.name);
+    AddNames(json, next(), application.names);
+    json.Text(next(), application.location);
+    json.EndObject();
 }
 
 std::string NamesText(const std::vector<ApplicationName>& names) {
-    const Builder builder(json_builder_new());
-    AddNames(builder.get(), names);
-    return Text(builder.get(), false);
+    JsonWriter json;
+    AddNames(json, nullptr, names);
+    return json.Finish();
 }
 
 std::string NumberOr(std::optional<uint32_t> number, const char* otherwise) {
@@ -113,13 +68,12 @@ std::string CsvLine(const Row& row) {
 }  // namespace
 
 std::string FormatJson(const std::vector<ListedApplication>& applications) {
-    const Builder builder(json_builder_new());
-    json_builder_begin_array(builder.get());
+    JsonWriter json;
+    json.Array();
     for (const ListedApplication& application : applications) {
-        AddApplication(builder.get(), application);
+        AddApplication(json, application);
     }
-    json_builder_end_array(builder.get());
-    return Text(builder.get(), true) + '\n';
+    return json.EndArray().FinishIndented() + '\n';
 }
 
 std::string FormatCsv(const std::vector<ListedApplication>& applications) {

@@ -43,6 +43,9 @@ inline constexpr std::array FUNCTIONS{
     Function::SetClicked,     Function::RemoveItem,   Function::ModifyItem,
 };
 
+inline constexpr std::array EVENTS{Event::ItemChanged, Event::ItemSelected, Event::ItemClicked,
+                                   Event::LocalCreated};
+
 std::string_view NameOf(Function function);
 /// "Unknown" for an id that is no event.
 std::string_view NameOf(Event event);

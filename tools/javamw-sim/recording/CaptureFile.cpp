@@ -22,6 +22,9 @@ using namespace std::string_view_literals;
 constexpr std::array MAGICS{"\x0a\x0d\x0d\x0a"sv, "\xa1\xb2\xc3\xd4"sv, "\xd4\xc3\xb2\xa1"sv,
                             "\xa1\xb2\x3c\x4d"sv, "\x4d\x3c\xb2\xa1"sv};
 
+// Of the year 9999: a damaged packet may claim any time.
+constexpr int64_t LAST_SECOND = 253'402'300'799;
+
 struct CloseCapture {
     void operator()(pcap_t* capture) const { pcap_close(capture); }
 };
@@ -37,7 +40,7 @@ Result<Capture> Open(std::string_view bytes) {
     Capture capture(
         pcap_fopen_offline_with_tstamp_precision(file, PCAP_TSTAMP_PRECISION_MICRO, error.data()));
     if (!capture) {
-        std::fclose(file);
+        static_cast<void>(std::fclose(file));
         return Result<Capture>::Failure(error.data());
     }
     if (pcap_datalink(capture.get()) != DLT_DBUS) {
@@ -80,7 +83,8 @@ public:
 
 private:
     int64_t TimeOf(const pcap_pkthdr& header) {
-        const int64_t time = int64_t{header.ts.tv_sec} * 1'000'000 + header.ts.tv_usec;
+        const auto seconds = std::clamp<int64_t>(header.ts.tv_sec, 0, LAST_SECOND);
+        const int64_t time = seconds * 1'000'000 + header.ts.tv_usec;
         m_begin = m_begin.value_or(time);
         return std::max<int64_t>(0, time - *m_begin);
     }

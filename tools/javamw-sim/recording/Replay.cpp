@@ -12,6 +12,8 @@ namespace applist::sim {
 namespace {
 
 constexpr int64_t MICROSECONDS = 1'000'000;
+// Eleven days in microseconds, which a timer can still count in milliseconds.
+constexpr int64_t LONGEST_WAIT = 1'000'000'000'000;
 
 size_t CountEvents(const Recording& recording) {
     return static_cast<size_t>(std::count_if(
@@ -102,7 +104,8 @@ int64_t Replay::Delay(const Utterance& utterance) const {
     if (!m_options.speed) {
         return 0;
     }
-    const double due = static_cast<double>(utterance.time) / *m_options.speed;
+    const double due = std::min(static_cast<double>(utterance.time) / *m_options.speed,
+                                static_cast<double>(LONGEST_WAIT));
     return m_beginning + static_cast<int64_t>(due) - g_get_monotonic_time();
 }
 
@@ -135,7 +138,8 @@ void Replay::AwaitRest() {
     }
     const Utterance rest{.kind = {}, .bytes = {}, .time = m_length, .answersBefore = 0};
     const int64_t wait = std::max<int64_t>(0, Delay(rest)) + m_options.patience * MICROSECONDS;
-    m_clock = OwnSource(g_timeout_add(static_cast<unsigned>(wait / 1000), &cb_Clock, this));
+    m_clock = OwnSource(
+        g_timeout_add(static_cast<unsigned>(std::min(wait, LONGEST_WAIT) / 1000), &cb_Clock, this));
 }
 
 void Replay::OnClock() {

@@ -3,6 +3,7 @@
 #include "recording/TrafficReader.h"
 
 #include "bus/Names.h"
+#include "bus/Payload.h"
 
 namespace applist::sim {
 namespace {
@@ -33,15 +34,11 @@ bool IsOurs(GDBusMessage* message, const char* member) {
 // The bytes of a usual message; of an odd one the type of what it carries.
 void TakeContent(RecordedMessage& taken, GDBusMessage* message) {
     GVariant* body = g_dbus_message_get_body(message);
-    if (body == nullptr || !g_variant_is_of_type(body, G_VARIANT_TYPE("(ay)"))) {
+    if (body != nullptr && HoldsBytes(body)) {
+        taken.bytes = FromVariant(body);
+    } else {
         taken.text = body == nullptr ? "()" : g_variant_get_type_string(body);
-        return;
     }
-    const GVariantPtr array(g_variant_get_child_value(body, 0));
-    size_t size = 0;
-    const auto* data =
-        static_cast<const char*>(g_variant_get_fixed_array(array.get(), &size, sizeof(char)));
-    taken.bytes.assign(data, data + size);
 }
 
 std::string FirstText(GDBusMessage* message) {

@@ -7,6 +7,8 @@
 #include <limits>
 #include <utility>
 
+#include "protocol/Hex.h"
+
 namespace applist::sim {
 namespace {
 
@@ -42,21 +44,6 @@ std::optional<uint32_t> Measure(const std::string& text, std::initializer_list<U
     return std::nullopt;
 }
 
-/// Appends the bytes that digits stand for; false if they do not.
-bool AppendHex(Bytes& bytes, const std::string& digits) {
-    for (size_t i = 0; i < digits.size(); i += 2) {
-        uint8_t byte = 0;
-        const char* begin = digits.data() + i;
-        const char* end = digits.data() + std::min(i + 2, digits.size());
-        const auto [last, error] = std::from_chars(begin, end, byte, 16);
-        if (error != std::errc() || last != begin + 2) {
-            return false;
-        }
-        bytes.push_back(static_cast<char>(byte));
-    }
-    return true;
-}
-
 // Words stand in messages, and messages on one line.
 std::string WithoutControls(std::string text) {
     std::replace_if(
@@ -90,15 +77,14 @@ std::string Cursor::Text(const std::string& what) {
     return Take(what).text;
 }
 
-size_t Cursor::Choice(std::initializer_list<const char*> keywords) {
+size_t Cursor::Choice(const std::vector<std::string_view>& keywords) {
     std::string all;
-    size_t index = 0;
-    for (const char* keyword : keywords) {
+    for (size_t i = 0; i < keywords.size(); ++i) {
+        const std::string keyword(keywords[i]);
         if (Skip(keyword)) {
-            return index;
+            return i;
         }
-        ++index;
-        all += (all.empty() ? "" : index == keywords.size() ? " or " : ", ") + std::string(keyword);
+        all += (i == 0 ? "" : i + 1 == keywords.size() ? " or " : ", ") + keyword;
     }
     const std::string found = Text(all);
     Refuse("'" + found + "' is none of " + all);
@@ -139,11 +125,6 @@ std::optional<Duration> Cursor::Within() {
     return Skip("within") ? std::optional(Time()) : std::nullopt;
 }
 
-Announcement Cursor::Step() {
-    constexpr Announcement STEPS[]{Announcement::Syn, Announcement::SynAck, Announcement::Ack};
-    return STEPS[Choice({"syn", "syn-ack", "ack"})];
-}
-
 Function Cursor::TakeFunction() {
     const std::string name = Text("a function");
     const auto function = FunctionByName(name);
@@ -174,9 +155,12 @@ Bytes Cursor::Hex() {
     Bytes bytes;
     while (!AtEnd()) {
         const std::string digits = Text("bytes");
-        if (!AppendHex(bytes, digits)) {
+        const auto read = FromHex(digits);
+        if (!read) {
             Refuse("bytes are pairs of hexadecimal digits, not '" + digits + "'");
+            return {};
         }
+        bytes.insert(bytes.end(), read->begin(), read->end());
     }
     return bytes;
 }

@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
-#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "scenario/Statement.h"
@@ -32,7 +34,15 @@ public:
     /// Takes the next word. what names it in the message that it is missing.
     std::string Text(const std::string& what);
     /// Takes one of these keywords and returns its index.
-    size_t Choice(std::initializer_list<const char*> keywords);
+    size_t Choice(const std::vector<std::string_view>& keywords);
+    /// Takes the name of one of these.
+    template <typename Named, size_t COUNT>
+    Named OneOf(const std::array<Named, COUNT>& all) {
+        std::vector<std::string_view> names(COUNT);
+        std::transform(all.begin(), all.end(), names.begin(),
+                       [](Named named) { return NameOf(named); });
+        return all[Choice(names)];
+    }
     uint32_t Number(const std::string& what, uint32_t first, uint32_t last);
     /// "200ms", "5s", "1min".
     Duration Time();
@@ -40,7 +50,6 @@ public:
     size_t Size();
     /// "within T" if it is there.
     std::optional<Duration> Within();
-    Announcement Step();
     Function TakeFunction();
     /// An id, with a name or without.
     ItemPattern Pattern();

@@ -1,23 +1,13 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <span>
 
+#include "protocol/Hex.h"
 #include "scenario/Doing.h"
 
 namespace applist::sim {
 namespace {
-
-const char* StepName(Announcement announcement) {
-    switch (announcement) {
-        case Announcement::Syn:
-            return "syn";
-        case Announcement::SynAck:
-            return "syn-ack";
-        case Announcement::Ack:
-            break;
-    }
-    return "ack";
-}
 
 bool IsEvent(const Bytes& message, Event event) {
     const auto notification = DecodeNotification(message);
@@ -46,11 +36,9 @@ std::string Describe(const Items& items) {
 
 std::string Describe(const Bytes& bytes) {
     constexpr size_t MOST_SHOWN = 64;
-    constexpr const char* DIGITS = "0123456789abcdef";
     std::string text = std::to_string(bytes.size()) + " bytes";
-    for (size_t i = 0; i < std::min(bytes.size(), MOST_SHOWN); ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        text += {' ', DIGITS[byte / 16], DIGITS[byte % 16]};
+    for (const char& byte : std::span(bytes).first(std::min(bytes.size(), MOST_SHOWN))) {
+        text += ' ' + ToHex(std::string_view(&byte, 1));
     }
     return text + (bytes.size() > MOST_SHOWN ? " ..." : "");
 }
@@ -119,7 +107,7 @@ Outcome Executor::Doing::operator()(const ExpectAnnouncement& action) const {
         heard.pop_front();
         return first == action.announcement
                    ? Held()
-                   : Failed(std::string("heard ") + StepName(first) + " instead");
+                   : Failed("heard " + std::string(NameOf(first)) + " instead");
     }
     return waited;
 }

@@ -17,11 +17,8 @@ std::vector<ItemPattern> ReadPatterns(Cursor& cursor) {
 }
 
 Action ReadEvent(Cursor& cursor) {
-    constexpr Event EVENTS[]{Event::ItemChanged, Event::ItemSelected, Event::ItemClicked,
-                             Event::LocalCreated};
     ExpectEvent expectation;
-    expectation.event =
-        EVENTS[cursor.Choice({"ItemChanged", "ItemSelected", "ItemClicked", "LocalCreated"})];
+    expectation.event = cursor.OneOf(EVENTS);
     if (cursor.Skip("times")) {
         expectation.times = cursor.Number("how often", 1, MOST_EVENTS);
     }
@@ -36,7 +33,7 @@ Action ReadNoEvent(Cursor& cursor) {
 }
 
 Action ReadAnnouncement(Cursor& cursor) {
-    const Announcement announcement = cursor.Step();
+    const Announcement announcement = cursor.OneOf(ANNOUNCEMENTS);
     return ExpectAnnouncement{announcement, cursor.Within()};
 }
 

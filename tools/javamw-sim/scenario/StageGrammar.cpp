@@ -29,7 +29,7 @@ Action ReadHandshake(Cursor& cursor) {
     if (kind == NORMAL || kind == MANUAL) {
         return PlanHandshake{.announcement = std::nullopt, .times = kind == NORMAL ? 1U : 0U};
     }
-    PlanHandshake plan{.announcement = cursor.Step()};
+    PlanHandshake plan{.announcement = cursor.OneOf(ANNOUNCEMENTS)};
     if (kind == SKIP) {
         plan.times = 0;
     } else if (kind == REPEAT) {
@@ -58,7 +58,7 @@ Action ReadRestart(Cursor& /*cursor*/) {
 }
 
 Action ReadAnnounce(Cursor& cursor) {
-    return Announce{cursor.Step()};
+    return Announce{cursor.OneOf(ANNOUNCEMENTS)};
 }
 
 Action ReadWait(Cursor& cursor) {

@@ -35,18 +35,6 @@ std::string ByteArray(const Bytes& bytes) {
     return text;
 }
 
-const char* Suffix(Announcement announcement) {
-    switch (announcement) {
-        case Announcement::Syn:
-            return names::SYN;
-        case Announcement::SynAck:
-            return names::SYN_ACK;
-        case Announcement::Ack:
-            break;
-    }
-    return names::ACK;
-}
-
 /// What each kind of action is for busctl.
 class Translation {
 public:
@@ -77,7 +65,7 @@ public:
         return Line(
             " call org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus "
             "RequestName su " +
-            std::string(names::CLIENT) + Suffix(action.announcement) + " 4");
+            names::NameOf(names::CLIENT, action.announcement) + " 4");
     }
     Lines operator()(const ExpectList&) const { return Read(Function::GetAllItems); }
     Lines operator()(const ExpectCount&) const { return Read(Function::GetAllItems); }

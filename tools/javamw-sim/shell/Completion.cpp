@@ -3,7 +3,6 @@
 #include "shell/Completion.h"
 
 #include <algorithm>
-#include <array>
 #include <glib.h>
 #include <iterator>
 #include <sstream>
@@ -17,8 +16,6 @@ namespace {
 using Words = std::vector<std::string>;
 
 constexpr const char* BLANKS = " \t";
-constexpr std::array EVENTS{Event::ItemChanged, Event::ItemSelected, Event::ItemClicked,
-                            Event::LocalCreated};
 
 Words SplitAtBlanks(std::string_view text) {
     std::istringstream stream{std::string(text)};
@@ -102,7 +99,7 @@ private:
         } else if (place == "FUNCTION") {
             AddNames(FUNCTIONS);
         } else if (place == "STEP") {
-            m_words.insert({"syn", "syn-ack", "ack"});
+            AddNames(ANNOUNCEMENTS);
         } else if (place == "NAME" && form.keyword == "expect event") {
             AddNames(EVENTS);
         } else if (place == "MESSAGE") {

@@ -1,21 +1,23 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// settings_store.h and factory_data.h.
 #include <array>
 #include <climits>
 #include <cstring>
 
 #include <gtest/gtest.h>
 
+#include "conformance/SetUnderTest.h"
 #include "factory_data.h"
 #include "settings_store.h"
-#include "unit/visibility/StoreContract.h"
 
 namespace applist::test {
 namespace {
 
-class EveryPlatform : public testing::Test {
+class Stores : public testing::Test {
 protected:
-    std::unique_ptr<Stores> m_stores = MakeStores();
+    std::unique_ptr<SetUnderTest> m_set = MakeSet();
 };
 
 struct Item {
@@ -33,10 +35,10 @@ struct Item {
     }
 };
 
-TEST_F(EveryPlatform, GivesABoolAsZeroOrOne) {
+TEST_F(Stores, GivesABoolAsZeroOrOne) {
     for (const char* key : {"db/a/truth", "memory/a/truth"}) {
         for (const bool stored : {true, false}) {
-            m_stores->HoldBool(key, stored);
+            m_set->HoldBool(key, stored);
             int value = 77;
             EXPECT_EQ(vconf_get_bool(key, &value), 0);
             EXPECT_EQ(value, stored ? 1 : 0);
@@ -44,10 +46,10 @@ TEST_F(EveryPlatform, GivesABoolAsZeroOrOne) {
     }
 }
 
-TEST_F(EveryPlatform, GivesEvery32BitInt) {
+TEST_F(Stores, GivesEvery32BitInt) {
     for (const char* key : {"db/a/number", "memory/a/number"}) {
         for (const int stored : {0, 1, -1, 7, INT_MAX, INT_MIN}) {
-            m_stores->HoldInt(key, stored);
+            m_set->HoldInt(key, stored);
             int value = 77;
             EXPECT_EQ(vconf_get_int(key, &value), 0);
             EXPECT_EQ(value, stored);
@@ -55,41 +57,51 @@ TEST_F(EveryPlatform, GivesEvery32BitInt) {
     }
 }
 
-TEST_F(EveryPlatform, FailsForAMissingKeyAndLeavesTheValue) {
+TEST_F(Stores, FailsForAMissingKeyAndLeavesTheValue) {
     int value = 77;
     EXPECT_LT(vconf_get_bool("db/none", &value), 0);
     EXPECT_LT(vconf_get_int("memory/none", &value), 0);
     EXPECT_EQ(value, 77);
 }
 
-TEST_F(EveryPlatform, FailsForAKeyOfTheOtherTypeAndLeavesTheValue) {
-    m_stores->HoldInt("db/number", 1);
-    m_stores->HoldBool("db/truth", true);
+TEST_F(Stores, FailsForAKeyOfTheOtherTypeAndLeavesTheValue) {
+    m_set->HoldInt("db/number", 1);
+    m_set->HoldBool("db/truth", true);
     int value = 77;
     EXPECT_LT(vconf_get_bool("db/number", &value), 0);
     EXPECT_LT(vconf_get_int("db/truth", &value), 0);
     EXPECT_EQ(value, 77);
 }
 
-TEST_F(EveryPlatform, ReadsAnew) {
+TEST_F(Stores, ReadsAnew) {
     int value = 77;
-    m_stores->HoldInt("memory/number", 1);
+    m_set->HoldInt("memory/number", 1);
     EXPECT_EQ(vconf_get_int("memory/number", &value), 0);
-    m_stores->HoldInt("memory/number", 2);
+    m_set->HoldInt("memory/number", 2);
     EXPECT_EQ(vconf_get_int("memory/number", &value), 0);
     EXPECT_EQ(value, 2);
 }
 
-TEST_F(EveryPlatform, GivesAFactoryItemInTheFirstWord) {
+TEST_F(Stores, TellAMissingItemFromOneThatIsZero) {
+    m_set->HoldBool("db/a/truth", false);
+    m_set->HoldInt("memory/a/number", 0);
+    int value = 77;
+    EXPECT_EQ(vconf_get_bool("db/a/truth", &value), 0);
+    EXPECT_EQ(value, 0);
+    EXPECT_LT(vconf_get_bool("db/another/truth", &value), 0);
+    EXPECT_LT(vconf_get_int("memory/another/number", &value), 0);
+}
+
+TEST_F(Stores, GivesAFactoryItemInTheFirstWord) {
     for (const int stored : {8, 0, -1, INT_MAX, INT_MIN}) {
-        m_stores->HoldFactoryItem(194, stored);
+        m_set->HoldFactoryItem(194, stored);
         const Item item(194);
         EXPECT_EQ(item.status, FACTORY_DATA_INTEGER);
         EXPECT_EQ(item.Word(), stored);
     }
 }
 
-TEST_F(EveryPlatform, FailsForAMissingFactoryItemAndLeavesTheBuffer) {
+TEST_F(Stores, FailsForAMissingFactoryItemAndLeavesTheBuffer) {
     const Item item(194);
     EXPECT_NE(item.status, FACTORY_DATA_INTEGER);
     for (const unsigned char byte : item.buffer) {

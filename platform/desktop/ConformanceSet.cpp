@@ -1,17 +1,31 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <cstdlib>
+
 #include <gtest/gtest.h>
 
 #include "FactoryData.h"
 #include "SettingsStore.h"
+#include "conformance/SetUnderTest.h"
+#include "support/PrivateBus.h"
 #include "unit/visibility/PlatformRoot.h"
-#include "unit/visibility/StoreContract.h"
 
 namespace applist::test {
 namespace {
 
-class DesktopStores : public Stores {
+/// A home, a store and a session bus of its own, and no screen.
+class DesktopSet : public SetUnderTest {
 public:
+    DesktopSet() {
+        for (const char* name : {"HOME", "XDG_RUNTIME_DIR"}) {
+            setenv(name, m_home.path().c_str(), 1);
+        }
+        for (const char* name :
+             {"DISPLAY", "WAYLAND_DISPLAY", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
+            unsetenv(name);
+        }
+        setenv("DBUS_SESSION_BUS_ADDRESS", m_bus.Address().c_str(), 1);
+    }
     void HoldBool(const std::string& key, bool value) override {
         EXPECT_EQ(desktop::WriteSetting(key, value), std::nullopt);
     }
@@ -23,13 +37,15 @@ public:
     }
 
 private:
+    PrivateBus m_bus;
+    TemporaryDir m_home;
     PlatformRoot m_root;
 };
 
 }  // namespace
 
-std::unique_ptr<Stores> MakeStores() {
-    return std::make_unique<DesktopStores>();
+std::unique_ptr<SetUnderTest> MakeSet() {
+    return std::make_unique<DesktopSet>();
 }
 
 }  // namespace applist::test

@@ -1,0 +1,40 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/KeyFrames.h"
+
+#include <Ecore_Evas.h>
+#include <Ecore_Input.h>
+#include <utility>
+
+#include "CallbackGuard.h"
+
+namespace applist::desktop {
+namespace {
+
+Eina_Bool OnPress(void* frames, int, void* key) {
+    static_cast<KeyFrames*>(frames)->Note(static_cast<Ecore_Event_Key*>(key)->window);
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+Eina_Bool OnBeforeWait(void* frames) {
+    GuardCallback([frames] { static_cast<KeyFrames*>(frames)->Draw(); });
+    return ECORE_CALLBACK_RENEW;
+}
+
+}  // namespace
+
+// Behind the others that act before a wait: they are part of what the key brought about.
+KeyFrames::KeyFrames(Windows& windows)
+    : m_windows(windows),
+      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
+      m_beforeWait(ecore_idle_enterer_add(OnBeforeWait, this)) {}
+
+void KeyFrames::Draw() {
+    const auto id = std::exchange(m_window, std::nullopt);
+    const Evas_Object* window = id ? m_windows.Find(*id) : nullptr;
+    if (window != nullptr) {
+        ecore_evas_manual_render(ecore_evas_ecore_evas_get(evas_object_evas_get(window)));
+    }
+}
+
+}  // namespace applist::desktop

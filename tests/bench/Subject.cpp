@@ -1,0 +1,181 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/Subject.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "bench/references/row-name.h"
+
+namespace applist::bench {
+namespace {
+
+namespace fs = std::filesystem;
+using test::BuiltProgram;
+using test::ChildProcess;
+
+bool Installed(const std::string& program) {
+    return ChildProcess({"sh", "-c", "command -v " + program}).WaitForExit() == 0;
+}
+
+// Sums a number that stands in a file of every thread of a process.
+template <typename Read>
+long long SumOverThreads(pid_t process, const char* file, Read read) {
+    long long sum = 0;
+    std::error_code gone;
+    for (const auto& thread :
+         fs::directory_iterator("/proc/" + std::to_string(process) + "/task", gone)) {
+        std::ifstream in(thread.path() / file);
+        sum += read(in);
+    }
+    return sum;
+}
+
+long long Field(std::istream& in, const std::string& name) {
+    std::string word;
+    long long value = 0;
+    while (in >> word) {
+        if (word == name) {
+            in >> value;
+            return value;
+        }
+    }
+    return 0;
+}
+
+std::string NameOf(int row) {
+    char name[32];
+    write_row_name(name, row);
+    return name;
+}
+
+std::string IdOf(int row) {
+    return "0000000b." + std::to_string(row);
+}
+
+// Ends the program: a measure without its middleware would measure the wrong thing.
+[[noreturn]] void GiveUp(const char* what) {
+    std::fprintf(stderr, "Stage: %s\n", what);
+    std::exit(1);
+}
+
+}  // namespace
+
+std::vector<Subject> Subjects() {
+    std::vector<Subject> subjects{
+        {"applist", "exec " + BuiltProgram("applist"), true},
+        {"bare popup", "exec " + BuiltProgram("../bench/bare-popup") + " $ROWS"},
+    };
+    const auto add = [&subjects](const std::string& program, Subject subject) {
+        if (Installed(program)) {
+            subjects.push_back(std::move(subject));
+        }
+    };
+    add(BuiltProgram("../bench/gtk-list"),
+        {"GTK 4 list", "exec " + BuiltProgram("../bench/gtk-list") + " $ROWS"});
+    add("rofi", {"rofi", "exec rofi -no-config -dmenu -i <$ITEMS"});
+    add("zenity", {"zenity", "exec zenity --list --width=800 --height=1000 --column=name <$ITEMS"});
+    return subjects;
+}
+
+Stage::Stage() {
+    const std::vector<std::vector<std::string>> settings{
+        {"region", "italy"},
+        {"set", "memory/tv-viewer/data_service", "int", "2"},
+        {"set", "db/menu/broadcasting/autorun-dataservice", "bool", "0"},
+        {"set", "memory/javamw/autostart-app", "int", "0"}};
+    for (auto arguments : settings) {
+        arguments.insert(arguments.begin(), BuiltProgram("platformctl"));
+        if (ChildProcess(arguments, Environment()).WaitForExit() != 0) {
+            GiveUp("platformctl failed");
+        }
+    }
+}
+
+ChildProcess::Environment Stage::Environment() const {
+    ChildProcess::Environment environment = m_screen.Environment();
+    environment.merge(m_bus.Environment());
+    for (const char* name : {"HOME", "TMPDIR", "XDG_RUNTIME_DIR", "APPLIST_PLATFORM_ROOT"}) {
+        environment[name] = m_folder.path();
+    }
+    environment["XDG_CONFIG_HOME"] = std::nullopt;
+    environment["DBUS_SESSION_BUS_ADDRESS"] = std::nullopt;
+    environment["LC_ALL"] = "C.UTF-8";
+    // What the others would wait for in vain here, and need not.
+    environment["GTK_A11Y"] = "none";
+    environment["NO_AT_BRIDGE"] = "1";
+    environment["GSETTINGS_BACKEND"] = "memory";
+    environment["ROWS"] = std::to_string(m_rows);
+    environment["ITEMS"] = m_items;
+    return environment;
+}
+
+std::string Stage::WriteItems(const Subject& subject, int rows) const {
+    std::string path = m_folder.path() / "items";
+    std::ofstream out(path);
+    for (int row = 0; row < rows; ++row) {
+        out << (subject.needsMiddleware ? IdOf(row) + '\t' : "") << NameOf(row) << '\n';
+    }
+    return path;
+}
+
+std::vector<char> Stage::ItemsOnTheWire() const {
+    std::vector<char> bytes;
+    for (int row = 0; row < m_rows; ++row) {
+        for (const std::string& text : {NameOf(row), IdOf(row)}) {
+            for (int shift = 0; shift < 32; shift += 8) {
+                bytes.push_back(static_cast<char>((text.size() >> shift) & 0xFF));
+            }
+            bytes.insert(bytes.end(), text.begin(), text.end());
+        }
+    }
+    return bytes;
+}
+
+void Stage::Prepare(const Subject& subject, int rows) {
+    m_rows = rows;
+    m_items = WriteItems(subject, rows);
+    m_middleware.reset();
+    m_heard = 0;
+    if (subject.needsMiddleware) {
+        m_middleware = std::make_unique<ChildProcess>(
+            std::vector<std::string>{BuiltProgram("javamw-sim"), "serve", "--items", m_items},
+            Environment());
+    }
+}
+
+std::unique_ptr<ChildProcess> Stage::Start(const Subject& subject) const {
+    return std::make_unique<ChildProcess>(std::vector<std::string>{"sh", "-c", subject.command},
+                                          Environment());
+}
+
+void Stage::AwaitFilled(const Subject& subject) {
+    if (subject.needsMiddleware && !m_middleware->WaitUntil([this] {
+            return m_middleware->Output().find("filled", m_heard) != std::string::npos;
+        })) {
+        GiveUp("the middleware did not fill the list");
+    }
+    m_heard = m_middleware ? m_middleware->Output().size() : 0;
+}
+
+long ResidentKilobytes(pid_t process) {
+    std::ifstream in("/proc/" + std::to_string(process) + "/status");
+    return static_cast<long>(Field(in, "VmRSS:"));
+}
+
+long long ProcessorNanoseconds(pid_t process) {
+    return SumOverThreads(process, "schedstat", [](std::istream& in) {
+        long long nanoseconds = 0;
+        in >> nanoseconds;
+        return nanoseconds;
+    });
+}
+
+long Sleeps(pid_t process) {
+    return static_cast<long>(SumOverThreads(
+        process, "status", [](std::istream& in) { return Field(in, "voluntary_ctxt_switches:"); }));
+}
+
+}  // namespace applist::bench

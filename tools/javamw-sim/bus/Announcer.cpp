@@ -1,0 +1,97 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "bus/Announcer.h"
+
+#include <utility>
+
+#include "bus/Connection.h"
+#include "bus/Names.h"
+
+namespace applist::sim {
+namespace {
+
+// How soon to try again when another middleware announces under the same name at this moment.
+constexpr unsigned AGAIN_MS = 2;
+constexpr unsigned MOST_TRIES = 500;
+
+}  // namespace
+
+Announcer::Announcer(GDBusConnection* connection, Listener listener, const HandshakePlan& plan)
+    : m_connection(connection), m_listener(std::move(listener)), m_plan(plan) {}
+
+bool Announcer::AnnounceAsPlanned(Announcement announcement) {
+    const AnnouncementPlan plan = m_plan[announcement];
+    if (plan.delay.count() == 0) {
+        AnnounceTimes(announcement, plan.times);
+        return plan.times > 0;
+    }
+    constexpr GSourceFunc CALLBACKS[]{&cb_Delayed<Announcement::Syn>,
+                                      &cb_Delayed<Announcement::SynAck>,
+                                      &cb_Delayed<Announcement::Ack>};
+    m_delayed[announcement] =
+        OwnSource(g_timeout_add(static_cast<unsigned>(plan.delay.count()),
+                                CALLBACKS[static_cast<size_t>(announcement)], this));
+    return false;
+}
+
+void Announcer::AnnounceNow(Announcement announcement) {
+    AnnounceTimes(announcement, 1);
+}
+
+void Announcer::Stop() {
+    m_again.Release();
+    m_delayed.clear();
+    m_queue.clear();
+}
+
+void Announcer::AnnounceTimes(Announcement announcement, unsigned times) {
+    const bool idle = m_queue.empty();
+    for (unsigned i = 0; i < times; ++i) {
+        m_queue.push_back({names::NameOf(names::CLIENT, announcement), 0});
+    }
+    if (idle) {
+        AnnounceQueued();
+    }
+}
+
+// In order: an application must hear our SYN before the ACK that follows from it.
+void Announcer::AnnounceQueued() {
+    while (!m_queue.empty()) {
+        Queued& first = m_queue.front();
+        const auto announced = AnnounceName(m_connection, first.name);
+        const bool taken = announced && !*announced;
+        if (taken && ++first.tries < MOST_TRIES) {
+            m_again = OwnSource(g_timeout_add(AGAIN_MS, &cb_AnnounceAgain, this));
+            return;
+        }
+        if (taken || !announced) {
+            m_listener.failed("cannot announce " +
+                              (taken ? first.name + ": it is taken" : announced.error()));
+        }
+        m_queue.pop_front();
+    }
+}
+
+void Announcer::OnDelayed(Announcement announcement) {
+    m_delayed[announcement].Forget();
+    const unsigned times = m_plan[announcement].times;
+    AnnounceTimes(announcement, times);
+    if (times > 0) {
+        m_listener.late();
+    }
+}
+
+int Announcer::cb_AnnounceAgain(void* announcer) noexcept {
+    auto* self = static_cast<Announcer*>(announcer);
+    self->m_again.Forget();
+    self->AnnounceQueued();
+    return G_SOURCE_REMOVE;
+}
+
+template <Announcement announcement>
+int Announcer::cb_Delayed(void* announcer) noexcept {
+    static_cast<Announcer*>(announcer)->OnDelayed(announcement);
+    return G_SOURCE_REMOVE;
+}
+
+}  // namespace applist::sim
