@@ -55,10 +55,13 @@ Weston::Weston(Television& set)
     EXPECT_TRUE(m_screen.WaitUntil([&] {
         return m_screen.Pixel(all.CentreX() / 2, all.CentreY()) == BACKGROUND;
     })) << m_process.Errors();
-    // Weston draws the pointer where it last saw it move; in this corner only its tip is left.
-    m_screen.MovePointer(all.CentreX(), all.CentreY());
-    m_screen.MovePointer(all.Right() - 1, all.Bottom() - 1);
-    EXPECT_TRUE(m_screen.WaitUntil([this] { return ShowsNothing(); }));
+    // Weston draws the pointer where it last saw it move; in this corner only its tip is left. A
+    // move that comes before Weston listens is lost.
+    EXPECT_TRUE(m_screen.WaitUntil([&] {
+        m_screen.MovePointer(all.CentreX(), all.CentreY());
+        m_screen.MovePointer(all.Right() - 1, all.Bottom() - 1);
+        return ShowsNothing();
+    }));
 }
 
 Picture Weston::Grab() const {

@@ -103,14 +103,6 @@ TEST_P(AKeyThatCloses, LeavesNothingOfTheList) {
 INSTANTIATE_TEST_SUITE_P(Keys, AKeyThatCloses, testing::Values("Escape", "F10"),
                          [](const auto& key) { return std::string(key.param); });
 
-TEST_F(OnWayland, APointerThatClicksARowActivatesIt) {
-    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
-    const Box first = AreaOf(screen().Grab(), Television::FOCUS_COLOUR);
-    screen().Click(first.CentreX(), first.CentreY() + 2 * first.height);
-    EXPECT_TRUE(set.middleware().Sees("event 3 ItemClicked"));
-    EXPECT_TRUE(Activated("Charlie"));
-}
-
 TEST_F(OnWayland, TheListComesInFrontOfAFullScreenWindow) {
     ASSERT_TRUE(OpenFullScreen());
     ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
