@@ -148,6 +148,9 @@ private:
     }
 
     void MeasureKeys(const Subject& subject, int rows) {
+        if (!subject.showsKeys) {
+            return;
+        }
         const auto process = Show(subject, rows);
         Series latency("key: first changed pixel", subject, rows, "ms");
         Series cost("key: processor time", subject, rows, "ms");

@@ -66,7 +66,7 @@ std::string IdOf(int row) {
 std::vector<Subject> Subjects() {
     std::vector<Subject> subjects{
         {"applist", "exec " + BuiltProgram("applist"), true},
-        {"bare popup", "exec " + BuiltProgram("../bench/bare-popup") + " $ROWS"},
+        {"bare popup", "exec " + BuiltProgram("../bench/bare-popup") + " $ROWS", false, false},
     };
     const auto add = [&subjects](const std::string& program, Subject subject) {
         if (Installed(program)) {

@@ -20,6 +20,8 @@ struct Subject {
     std::string command;
     /// Its rows come over the bus from a middleware.
     bool needsMiddleware = false;
+    /// A key changes something that can be seen.
+    bool showsKeys = true;
 };
 
 /// applist and what it is compared with, of those that are installed.

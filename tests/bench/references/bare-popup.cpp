@@ -40,7 +40,6 @@ EAPI_MAIN int elm_main(int argc, char** argv) {
     elm_policy_set(ELM_POLICY_QUIT, ELM_POLICY_QUIT_LAST_WINDOW_CLOSED);
     Evas_Object* window = elm_win_util_standard_add("bare-popup", "bare-popup");
     evas_object_resize(window, 1920, 1080);
-    elm_win_focus_highlight_enabled_set(window, EINA_TRUE);
     Evas_Object* popup = elm_popup_add(window);
     elm_object_part_text_set(popup, "title,text", "bare popup");
     Evas_Object* list = elm_genlist_add(popup);
