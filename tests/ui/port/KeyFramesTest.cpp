@@ -13,7 +13,8 @@ constexpr uint32_t BAR = 0xFFD140;  // of the theme, in the focused row
 TEST(AKeysFrame, IsDrawnWithoutWaitingForATick) {
     XDisplay display({"openbox", ""});
     SampleProcess sample({"--no-ticks"}, display.Environment());
-    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); })) << sample.Output() << sample.Errors();
+    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); }))
+        << sample.Output() << sample.Errors();
     for (const char* row : {"focused 2", "focused 3"}) {
         const Picture before = display.Grab();
         display.TypeKey("Down");
