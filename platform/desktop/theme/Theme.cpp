@@ -3,7 +3,10 @@
 #include "theme/Theme.h"
 
 #include <Elementary.h>
+#include <cerrno>
+#include <cstring>
 #include <string>
+#include <unistd.h>
 
 #include "Log.h"
 #include "SettingsStore.h"
@@ -29,9 +32,13 @@ bool WantsHighContrast() {
 void LoadTheme() {
     const char* name = WantsHighContrast() ? HIGH_CONTRAST : STANDARD;
     const std::string theme = FindData(name);
-    // The toolkit says nothing about a missing overlay; rows would just have no style.
+    // The toolkit says nothing about an overlay that it cannot have; rows would just have no style.
     if (theme.empty()) {
         LOG_ERROR("The theme is missing: share/%s, beside the program's folder", name);
+        return;
+    }
+    if (access(theme.c_str(), R_OK) != 0) {
+        LOG_ERROR("The theme cannot be read: %s: %s", theme.c_str(), std::strerror(errno));
         return;
     }
     elm_theme_overlay_add(nullptr, theme.c_str());
