@@ -56,16 +56,12 @@ TEST(AName, ShowsWhereALineBreakWas) {
 }
 
 TEST(AName, ReordersNeitherItsNeighboursNorTheTitle) {
-    Picture plain;
-    Picture overridden;
-    {
-        ThemedList list;
-        list.Show({"Before", "Between", "After"}, 0);
-        plain = Draw(list.window());
-    }
     ThemedList list;
+    list.Show({"Before", "Between", "After"}, 0);
+    const Picture plain = Draw(list.window());
+    list.Clear();
     list.Show({"Before", RIGHT_TO_LEFT_OVERRIDE + "Between", "After"}, 0);
-    overridden = Draw(list.window());
+    const Picture overridden = Draw(list.window());
     for (const char* name : {"Before", "After"}) {
         const Box row = BoxOf(list.row(name));
         EXPECT_EQ(overridden.Cut(row).pixels, plain.Cut(row).pixels) << name;
