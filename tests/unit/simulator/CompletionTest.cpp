@@ -70,9 +70,9 @@ Words Zsh(const std::string& command) {
 }
 
 /// The long options in what zsh is handed: "(-j --json)-j[help]", "*--service=[help]:service:".
-Words LongOptions(const Words& specifications) {
+Words LongOptions(const Words& entries) {
     Words options;
-    for (const std::string& text : specifications) {
+    for (const std::string& text : entries) {
         const size_t exclusions = text.starts_with('(') ? text.find(')') : 0;
         const size_t begin = text.find("--", exclusions);
         const size_t end = text.find_first_of("=[", begin);
