@@ -22,6 +22,18 @@ struct Footprint {
 };
 std::ostream& operator<<(std::ostream& out, const Footprint& footprint);
 
+// The address sanitizer keeps what was freed for a while, and records beside what is in use.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define APPLIST_TEST_MEMORY_FACTOR 8
+#endif
+#endif
+#ifndef APPLIST_TEST_MEMORY_FACTOR
+#define APPLIST_TEST_MEMORY_FACTOR 1
+#endif
+/// By how much more than as shipped a program under test may grow in this build.
+inline constexpr size_t MEMORY_FACTOR = APPLIST_TEST_MEMORY_FACTOR;
+
 /// Reads what a program holds: from the kernel and from the bus daemon, not from the program.
 class Gauge {
 public:
