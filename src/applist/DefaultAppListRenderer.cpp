@@ -56,6 +56,7 @@ DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
 }
 
 DefaultAppListRenderer::~DefaultAppListRenderer() {
+    m_focusOpening.Drop();
     if (m_window != nullptr) {
         evas_object_del(m_window);
     }
@@ -286,7 +287,7 @@ void DefaultAppListRenderer::OnRealized(Row* row) {
     }
     LOG_ITEM("Realized Item is: ", item);
     if (elm_object_focus_allow_get(m_genlist) == EINA_FALSE) {
-        m_focusOpening.Request();
+        m_focusOpening.Request(evas_object_evas_get(m_genlist));
     }
     if (m_focusItem == row) {
         LOG_ITEM("Moving focus to ", item);

@@ -8,7 +8,7 @@
 
 #include "applist/AppListModel.h"
 #include "applist/AppListRenderer.h"
-#include "applist/IdleCall.h"
+#include "applist/FrameCall.h"
 #include "applist/KeyPressHook.h"
 
 // The toolkit's own names, so that whoever only creates a renderer need not include the toolkit.
@@ -150,6 +150,6 @@ private:
     void MoveFocusFrom(const Row* lost);
     void FocusTarget();
 
-    applist::IdleCall m_focusOpening;
+    applist::FrameCall m_focusOpening;
     applist::KeyPressHook m_keyPress;
 };

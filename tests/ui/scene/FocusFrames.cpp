@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The focus as it is drawn: where the model says, in every single frame.
+#include <gmock/gmock.h>
+
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {
@@ -16,6 +18,12 @@ protected:
             EXPECT_EQ(frame.focused, frame.selected) << frame;
             EXPECT_TRUE(frame.focusedInside) << frame;
         }
+    }
+    /// Draws until the last frame has bars of this opacity.
+    void ExpectSoonBars(const std::vector<int>& bars) {
+        EXPECT_TRUE(HeadlessToolkit::RunUntil([&] {
+            return !frames().empty() && frames().back().bars == bars;
+        })) << frames().back();
     }
 };
 
@@ -50,6 +58,37 @@ TEST_F(TheDrawnFocus, IsUpWithKeysThatComeFasterThanFrames) {
     ExpectNoFrameBehindTheModel();
     EXPECT_EQ(Selected(), "Row 16");
     EXPECT_EQ(FocusedRow(), Selected());
+}
+
+TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRows) {
+    Forget();
+    Fill(3);
+    ExpectSoonBars({255, 0, 0});
+    for (const Frame& frame : frames()) {
+        if (!frame.rows.empty()) {
+            EXPECT_THAT(frame.bars, testing::ElementsAre(255, 0, 0)) << frame;
+        }
+    }
+}
+
+TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
+    Fill(3);
+    ASSERT_TRUE(HeadlessToolkit::RunUntil(
+        [this, start = ecore_time_get()] { return ecore_time_get() - start > 0.1; }));
+    Forget();
+    Type("Down");
+    ExpectSoonBars({0, 255, 0});
+    ASSERT_GE(frames().size(), 2U);
+    int leaving = 255;
+    int arriving = 0;
+    for (const Frame& frame : frames()) {
+        EXPECT_LE(frame.bars[0], leaving) << frame;
+        EXPECT_GE(frame.bars[1], arriving) << frame;
+        leaving = frame.bars[0];
+        arriving = frame.bars[1];
+    }
+    EXPECT_GT(frames().front().bars[0], 0);
+    EXPECT_LT(frames().front().bars[1], 255);
 }
 
 /// The keys that reach a widget, as the toolkit hands them out.

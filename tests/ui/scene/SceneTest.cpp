@@ -21,6 +21,13 @@ bool HasFocusMark(const Evas_Object* row) {
     return StateOf(row, "marker") == "focused" && (bar == "arriving" || bar == "focused");
 }
 
+int OpacityOf(const Evas_Object* row, const char* part) {
+    int alpha = 0;
+    evas_object_color_get(edje_object_part_object_get(row, part), nullptr, nullptr, nullptr,
+                          &alpha);
+    return alpha;
+}
+
 std::filesystem::path Theme() {
     return BuiltProgram("../share/applist/theme/applist.edj");
 }
@@ -32,6 +39,10 @@ std::ostream& operator<<(std::ostream& out, const Frame& frame) {
         << ", selected " << frame.selected << ", rows";
     for (const std::string& row : frame.rows) {
         out << ' ' << row;
+    }
+    out << ", bars";
+    for (const int bar : frame.bars) {
+        out << ' ' << bar;
     }
     return out;
 }
@@ -91,6 +102,7 @@ Frame SceneTest::Now() {
             continue;
         }
         frame.rows.push_back(NameOn(row));
+        frame.bars.push_back(OpacityOf(row, "bar"));
         if (HasFocusMark(row)) {
             frame.focused = frame.focused.value_or("") + NameOn(row);
             frame.focusedInside = view.Contains(box);

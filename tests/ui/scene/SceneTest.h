@@ -28,6 +28,8 @@ struct Frame {
     std::optional<std::string> focused;
     /// The names in the list's viewport, from the top down.
     std::vector<std::string> rows;
+    /// How much is seen of the focus bar of each of them, out of 255.
+    std::vector<int> bars;
     /// True iff the focused row lies within the viewport from its top to its bottom.
     bool focusedInside = false;
     /// What the model had selected and listed when the frame was drawn.

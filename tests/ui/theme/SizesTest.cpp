@@ -3,6 +3,7 @@
 //
 // What a viewer three metres away needs, on each of the screens that there are.
 #include <Edje.h>
+#include <algorithm>
 #include <cmath>
 
 #include <gtest/gtest.h>
@@ -26,6 +27,19 @@ double LetterSize(const Evas_Object* object, const char* part) {
     int size = 0;
     evas_object_text_font_get(text, nullptr, &size);
     return size * evas_object_scale_get(text);
+}
+
+/// A colour that is scaled loses a step of 255 here and there.
+bool AreAlike(uint32_t one, uint32_t other) {
+    for (const int shift : {0, 8, 16, 24}) {
+        const auto channel = [&](uint32_t colour) {
+            return static_cast<int>(colour >> shift & 255);
+        };
+        if (std::abs(channel(one) - channel(other)) > 1) {
+            return false;
+        }
+    }
+    return true;
 }
 
 class Sizes : public testing::TestWithParam<Screen> {
@@ -77,6 +91,31 @@ TEST_P(Sizes, KeepTheProportionsOfAScreen1080High) {
         EXPECT_NEAR(expected(BoxOf(row)).height, 72, ROUNDING);
         EXPECT_NEAR(expected(BoxOf(row)).width, 760, ROUNDING);
     }
+}
+
+// What is drawn in pieces, edges and a middle, must not show it.
+TEST_P(Sizes, LeaveNoSeamInTheFocusBarNorInThePanel) {
+    const Picture picture = Draw(list.window());
+    const auto isEven = [&](int x, int y, int right, int bottom) {
+        const Picture part = picture.Cut({x, y, right - x, bottom - y});
+        return std::all_of(part.pixels.begin(), part.pixels.end(),
+                           [&](uint32_t pixel) { return AreAlike(pixel, part.pixels.front()); });
+    };
+    const auto length = [this](int pixels) {
+        return static_cast<int>(std::ceil(pixels * Scale()));
+    };
+
+    const Box bar = BoxOf(list.row("First"), "bar");
+    const int corner = length(14);
+    EXPECT_TRUE(isEven(bar.CentreX(), bar.y, bar.Right() - corner, bar.Bottom()));
+    EXPECT_TRUE(isEven(bar.CentreX(), bar.y + corner, bar.Right(), bar.Bottom() - corner));
+
+    const Box panel = BoxOf(list.panel());
+    const int below = BoxOf(list.row("Fourth")).Bottom();
+    const int edge = length(8);
+    const int round = length(26);
+    EXPECT_TRUE(isEven(panel.x + edge, below, panel.Right() - edge, panel.Bottom() - round));
+    EXPECT_TRUE(isEven(panel.x + round, below, panel.Right() - round, panel.Bottom() - edge));
 }
 
 TEST_P(Sizes, PutThePanelInTheMiddle) {

@@ -1,0 +1,39 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
+typedef struct _Eo_Opaque Evas;
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
+namespace applist {
+
+/// A call that comes when a canvas is about to draw a frame: everything is laid out, nothing is
+/// drawn, and what the call changes is part of that frame. Dropped if the object goes first. Main
+/// thread only.
+class FrameCall {
+public:
+    explicit FrameCall(std::function<void()> body);
+    ~FrameCall();
+    FrameCall(const FrameCall&) = delete;
+    FrameCall& operator=(const FrameCall&) = delete;
+    FrameCall(FrameCall&&) = delete;
+    FrameCall& operator=(FrameCall&&) = delete;
+
+    /// Asks for one call before canvas's next frame, which takes something to draw; asking again
+    /// before it came changes nothing. canvas must outlive the request.
+    void Request(Evas* canvas);
+    /// Takes the request back.
+    void Drop();
+
+private:
+    static void OnFrame(void* data, Evas* canvas, void* event);
+    void Run();
+
+    std::function<void()> m_body;
+    Evas* m_canvas = nullptr;
+};
+
+}  // namespace applist
