@@ -10,6 +10,7 @@
 #include "CallbackGuard.h"
 #include "Log.h"
 #include "app.h"
+#include "applist/FocusNodes.h"
 
 // A macro like the log's own, since the line in the log is the caller's.
 #define LOG_ITEM(text, item)                                                      \
@@ -169,6 +170,9 @@ DefaultAppListRenderer::Row* DefaultAppListRenderer::InsertRow(AppListItem* item
 
 void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
     LOG_DEBUG("Number of items to be removed from list is: %d", static_cast<int>(rows.size()));
+    if (!rows.empty()) {
+        applist::DeleteUnusedFocusNodes(m_genlist);
+    }
     for (const auto& [id, row] : rows) {
         LOG_DEBUG("Removing item [unique id: %s]", id.c_str());
         if (row == m_focusItem) {
@@ -181,6 +185,7 @@ void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
 
 void DefaultAppListRenderer::ClearRows() {
     CloseToFocus();
+    applist::DeleteUnusedFocusNodes(m_genlist);
     elm_genlist_clear(m_genlist);
 }
 

@@ -1,0 +1,18 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
+typedef struct _Eo_Opaque Evas_Object;
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
+namespace applist {
+
+/// Deletes the focus nodes of a genlist that stand for no row any more. The toolkit makes one for
+/// each block of rows that it draws, forgets it when the rows are deleted, and goes through all of
+/// them with each key: a list that is emptied often would grow slow. Call it before rows are
+/// deleted: right after that the toolkit still finds its way by the nodes of rows that are gone.
+/// Main thread only.
+void DeleteUnusedFocusNodes(Evas_Object* list);
+
+}  // namespace applist
