@@ -10,6 +10,7 @@
 #include <X11/extensions/Xext.h>
 
 #include "Log.h"
+#include "display/SharedMemory.h"
 #include "text/Text.h"
 #include "theme/Theme.h"
 
@@ -30,12 +31,10 @@ void KeepOutHelpers() {
     efreet_cache_disable();
 }
 
-// A frame that a thread of the toolkit still draws while Wayland gives the window another size ends
-// the program on a busy machine.
+// To wake a thread costs more than to draw two rows; and a frame that a thread of the toolkit still
+// draws while Wayland gives the window another size ends the program on a busy machine.
 void DrawOnOneThread() {
-    if (std::getenv("WAYLAND_DISPLAY") != nullptr) {
-        setenv("ECORE_EVAS_FORCE_SYNC_RENDER", "1", 0);
-    }
+    setenv("ECORE_EVAS_FORCE_SYNC_RENDER", "1", 0);
 }
 
 }  // namespace
@@ -43,6 +42,7 @@ void DrawOnOneThread() {
 Toolkit::Toolkit(int argc, char** argv) {
     KeepOutHelpers();
     DrawOnOneThread();
+    DrawWithoutSharedMemory();
     XSetExtensionErrorHandler(OnMissingExtension);
     m_started = elm_init(argc, argv) > 0;
     if (!m_started) {

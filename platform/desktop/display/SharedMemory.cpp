@@ -1,0 +1,30 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/SharedMemory.h"
+
+#include <dlfcn.h>
+
+#include <X11/Xutil.h>
+#include <X11/extensions/XShm.h>
+
+namespace applist::desktop {
+namespace {
+
+bool g_without = false;
+
+}  // namespace
+
+void DrawWithoutSharedMemory() {
+    g_without = true;
+}
+
+}  // namespace applist::desktop
+
+// The dynamic linker prefers the program's symbols to a library's.
+extern "C" Bool XShmQueryExtension(Display* display) {
+    if (applist::desktop::g_without) {
+        return False;
+    }
+    return reinterpret_cast<decltype(&XShmQueryExtension)>(dlsym(RTLD_NEXT, "XShmQueryExtension"))(
+        display);
+}
