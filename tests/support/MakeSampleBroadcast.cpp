@@ -55,7 +55,7 @@ std::vector<TsApplication> SecondTable() {
         Named(0x0201, PRESENT,
               std::string("\x10\x00\x0F"
                           "Pi\xF9 Sport",
-                          13)),
+                          12)),
         Named(0x0202, PRESENT, std::string("\x11\0M\0e\0t\0e\0o\0 \0L\0u\0n\0e\0d\0\xEC", 25)),
         Named(0x0203, PRESENT, "Oroscopo \x86Oggi\x87"),
         Named(0x0204, PRESENT, "Borsa e \xA4uro"),

@@ -2,56 +2,43 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/SpareMemory.h"
 
-#include <fstream>
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
 #include <malloc.h>
 #include <unistd.h>
-
-#include <sys/resource.h>
 
 namespace applist::desktop {
 namespace {
 
 // In pages. A list of some hundred rows stays below.
 size_t Much() {
-    return (4U << 20) / static_cast<size_t>(sysconf(_SC_PAGESIZE));
-}
-
-// How many pages have come in so far. Cheaper to ask than how many there are.
-long Faults() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_minflt;
-}
-
-size_t Held() {
-    std::ifstream file("/proc/self/statm");
-    size_t mapped = 0;
-    size_t held = 0;
-    file >> mapped >> held;
-    return held;
+    return (2U << 20) / static_cast<size_t>(sysconf(_SC_PAGESIZE));
 }
 
 }  // namespace
 
-SpareMemory::SpareMemory() {
-    Note();
-}
-
-void SpareMemory::Note() {
-    m_faults = Faults();
-    m_held = Held();
+size_t SpareMemory::Held() {
+    std::array<char, 64> text{};
+    const int file = open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return 0;
+    }
+    const bool known = read(file, text.data(), text.size() - 1) > 0;
+    close(file);
+    // Behind what is mapped.
+    char* held = text.data();
+    std::strtoul(held, &held, 10);
+    return known ? std::strtoul(held, nullptr, 10) : 0;
 }
 
 void SpareMemory::GiveBack() {
-    const long faults = Faults();
-    if (faults - m_faults < static_cast<long>(Much())) {
-        return;
-    }
-    m_faults = faults;
-    if (Held() >= m_held + Much()) {
+    const bool grown = Held() >= m_held + Much();
+    if (grown || m_again) {
         malloc_trim(0);
-        Note();
+        m_held = Held();
     }
+    m_again = grown;
 }
 
 }  // namespace applist::desktop

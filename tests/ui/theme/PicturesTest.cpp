@@ -86,7 +86,7 @@ void ShowScrolled(ThemedList& list) {
 
 void ShowScripts(ThemedList& list) {
     list.Show({"العربية", "עברית", "हिन्दी", "ภาษาไทย", "中文 日本語 한국어", "<b>&amp;</b>\n\tetc.",
-               "An application whose name is longer than a row"});
+               "An application whose name is longer than a row", "📺 Emoji ⚽ 🎵"});
 }
 
 void ShowMirrored(ThemedList& list) {

@@ -25,13 +25,20 @@ size_t Resident() {
     return resident * static_cast<size_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// Takes that much in small pieces and gives it back, but for a piece at its end.
-std::unique_ptr<char[]> Fill(size_t bytes) {
-    std::vector<std::unique_ptr<char[]>> objects(bytes / OBJECT);
+using Objects = std::vector<std::unique_ptr<char[]>>;
+
+/// Takes that much in small pieces.
+Objects Take(size_t bytes) {
+    Objects objects(bytes / OBJECT);
     for (auto& object : objects) {
         object = std::make_unique<char[]>(OBJECT);
     }
-    return std::move(objects.back());
+    return objects;
+}
+
+/// The same, and gives it back but for a piece at its end.
+std::unique_ptr<char[]> Fill(size_t bytes) {
+    return std::move(Take(bytes).back());
 }
 
 TEST(SpareMemory, IsGivenBackFromTheMiddleOfTheHeap) {
@@ -49,6 +56,17 @@ TEST(SpareMemory, IsGivenBackAgainEachTimeTheHeapHasGrown) {
     const auto first = Fill(16 * MIB);
     memory.GiveBack();
     const auto second = Fill(32 * MIB);
+    memory.GiveBack();
+    EXPECT_LT(Resident(), before + 4 * MIB);
+}
+
+TEST(SpareMemory, IsGivenBackIfItIsFreedOnlyAfterTheHeapWasSeenToGrow) {
+    SpareMemory memory;
+    const size_t before = Resident();
+    Objects objects = Take(32 * MIB);
+    memory.GiveBack();
+    const auto last = std::move(objects.back());
+    objects.clear();
     memory.GiveBack();
     EXPECT_LT(Resident(), before + 4 * MIB);
 }
