@@ -74,7 +74,7 @@ TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRows) {
 TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
     Fill(3);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(
-        [this, start = ecore_time_get()] { return ecore_time_get() - start > 0.1; }));
+        [start = ecore_time_get()] { return ecore_time_get() - start > 0.1; }));
     Forget();
     Type("Down");
     ExpectSoonBars({0, 255, 0});
