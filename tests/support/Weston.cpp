@@ -55,10 +55,13 @@ Weston::Weston(Television& set)
     EXPECT_TRUE(m_screen.WaitUntil([&] {
         return m_screen.Pixel(all.CentreX() / 2, all.CentreY()) == BACKGROUND;
     })) << m_process.Errors();
-    // Weston draws the pointer where it last saw it move; in this corner only its tip is left. A
-    // move that comes before Weston listens is lost.
+    // Weston draws the pointer where it last saw it move; in the last corner only its tip is left.
+    // It adds up the moves, of which it does not see those before it listens nor the one by which
+    // the pointer comes in: across the whole screen and back its sum is right wherever it began.
     EXPECT_TRUE(m_screen.WaitUntil([&] {
         m_screen.MovePointer(all.CentreX(), all.CentreY());
+        m_screen.MovePointer(all.Right() - 1, all.Bottom() - 1);
+        m_screen.MovePointer(0, 0);
         m_screen.MovePointer(all.Right() - 1, all.Bottom() - 1);
         return ShowsNothing();
     }));

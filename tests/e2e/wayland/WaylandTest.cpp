@@ -45,9 +45,15 @@ protected:
         std::ifstream file(m_log);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    /// Waits for the end of the list; true iff it came with the row of this name.
+    /// Waits for the end of the list; true iff it came with the row of this name, and the toolkit
+    /// had nothing to complain about.
     testing::AssertionResult Activated(const std::string& name) {
         const bool ended = set.application().WaitForExit() == 0;
+        for (const char* complaint : {"ERR<", "CRI<"}) {
+            if (Log().find(complaint) != std::string::npos) {
+                return testing::AssertionFailure() << Log();
+            }
+        }
         if (!ended ||
             Log().find("select item callback: item: [name: " + name + ",") == std::string::npos) {
             return testing::AssertionFailure() << name << " was not activated:\n" << Log();
@@ -88,6 +94,18 @@ TEST_F(OnWayland, KeysMoveRoundTheListAndActivate) {
     screen().TypeKey("Return");
     EXPECT_TRUE(set.middleware().Sees("event 3 ItemClicked"));
     EXPECT_TRUE(Activated("Bravo"));
+}
+
+TEST_F(OnWayland, APointersClickActivatesTheRowBelowItAndItsMoveNothing) {
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    const Box first = AreaOf(weston.Grab(), Television::FOCUS_COLOUR);
+    constexpr int ROW_HEIGHT = 72;
+    screen().MovePointer(first.CentreX(), first.CentreY() + 2 * ROW_HEIGHT);
+    screen().TypeKey("Down");
+    EXPECT_TRUE(set.middleware().SeesSelected("b", "Bravo"));
+    screen().Click(first.CentreX(), first.CentreY() + 2 * ROW_HEIGHT);
+    EXPECT_TRUE(set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(Activated("Charlie"));
 }
 
 class AKeyThatCloses : public OnWayland, public testing::WithParamInterface<const char*> {};
