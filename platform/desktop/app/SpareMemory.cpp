@@ -28,7 +28,7 @@ size_t SpareMemory::Held() {
     close(file);
     // Behind what is mapped.
     char* held = text.data();
-    std::strtoul(held, &held, 10);
+    static_cast<void>(std::strtoul(held, &held, 10));
     return known ? std::strtoul(held, nullptr, 10) : 0;
 }
 

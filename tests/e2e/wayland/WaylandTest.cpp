@@ -75,8 +75,8 @@ TEST_F(OnWayland, TheBroadcastIsSeenAroundThePanelToThePixel) {
     const Box panel = Difference(broadcast, weston.Grab());
     EXPECT_NEAR(panel.width, 816, 1);
     EXPECT_NEAR(panel.height, 730, 1);
-    EXPECT_NEAR(panel.CentreX(), 1920 / 2, 1);
-    EXPECT_NEAR(panel.CentreY(), 1080 / 2, 1);
+    EXPECT_NEAR(panel.CentreX(), 960, 1);
+    EXPECT_NEAR(panel.CentreY(), 540, 1);
 }
 
 TEST_F(OnWayland, KeysMoveRoundTheListAndActivate) {

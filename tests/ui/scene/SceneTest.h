@@ -41,9 +41,15 @@ std::ostream& operator<<(std::ostream& out, const Frame& frame);
 /// The list as a viewer has it, without a display: renderer, key control and model, the port's
 /// keys, the real theme. Every frame that is drawn is looked at in the moment it is finished.
 class SceneTest : public testing::Test {
+public:
+    ~SceneTest() override;
+    SceneTest(const SceneTest&) = delete;
+    SceneTest& operator=(const SceneTest&) = delete;
+    SceneTest(SceneTest&&) = delete;
+    SceneTest& operator=(SceneTest&&) = delete;
+
 protected:
     SceneTest();
-    ~SceneTest() override;
 
     /// Fills the list with rows "Row 1" to "Row count" and waits for the first frame with rows.
     void Fill(int count);
