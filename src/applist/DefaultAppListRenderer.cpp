@@ -203,6 +203,10 @@ void DefaultAppListRenderer::OpenToFocus() {
         elm_object_focus_allow_set(m_genlist, EINA_TRUE);
     }
     FocusSelection();
+    if (Row* first = elm_object_focused_item_get(m_genlist)) {
+        // The theme need not show the focus on its way: it comes from nowhere.
+        elm_object_item_signal_emit(first, "applist,state,opened", "applist");
+    }
 }
 
 void DefaultAppListRenderer::OpenToKey() {

@@ -21,7 +21,7 @@ namespace applist::desktop {
 /// REQUIRES: made and ended on the main thread, between the toolkit's start and end; one at a time.
 class GlibLoop {
 public:
-    /// beforeRest is called before each wait that may be longer than a second.
+    /// beforeRest is called before each wait that may take a second or longer.
     explicit GlibLoop(std::function<void()> beforeRest = [] {});
     ~GlibLoop();
     GlibLoop(const GlibLoop&) = delete;

@@ -72,6 +72,19 @@ TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRows) {
     }
 }
 
+// The toolkit uses the first rows' widgets again.
+TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRowsAgain) {
+    Fill(3);
+    model().RemoveAllItems();
+    Draw();
+    Forget();
+    Fill(3);
+    ExpectSoonBars({255, 0, 0});
+    for (const Frame& frame : frames()) {
+        EXPECT_TRUE(frame.rows.empty() || frame.bars == std::vector({255, 0, 0})) << frame;
+    }
+}
+
 TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
     Fill(3);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(
