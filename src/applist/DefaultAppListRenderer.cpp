@@ -170,9 +170,6 @@ DefaultAppListRenderer::Row* DefaultAppListRenderer::InsertRow(AppListItem* item
 
 void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
     LOG_DEBUG("Number of items to be removed from list is: %d", static_cast<int>(rows.size()));
-    if (!rows.empty()) {
-        applist::DeleteUnusedFocusNodes(m_genlist);
-    }
     for (const auto& [id, row] : rows) {
         LOG_DEBUG("Removing item [unique id: %s]", id.c_str());
         if (row == m_focusItem) {

@@ -1,5 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <fstream>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "SampleProcess.h"
@@ -21,6 +24,18 @@ TEST(AKeysFrame, IsDrawnWithoutWaitingForATick) {
         ASSERT_TRUE(sample.WaitForLines(row, 1));
         EXPECT_TRUE(display.WaitUntil([&] { return display.Grab() != before; })) << row;
     }
+}
+
+// What is taken from the kernel for that stays there when a program is killed.
+TEST(AFrame, TakesNoSharedMemoryWithTheDisplay) {
+    XDisplay display({"openbox", ""});
+    SampleProcess sample({}, display.Environment());
+    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); }))
+        << sample.Output() << sample.Errors();
+    std::ifstream maps("/proc/" + std::to_string(sample.Process().pid()) + "/maps");
+    const std::string mapped(std::istreambuf_iterator<char>(maps), {});
+    EXPECT_NE(mapped.find("libXext"), std::string::npos);
+    EXPECT_EQ(mapped.find("SYSV"), std::string::npos) << mapped;
 }
 
 }  // namespace
