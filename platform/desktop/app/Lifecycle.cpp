@@ -14,7 +14,6 @@
 #include "app/ApplicationId.h"
 #include "app/GlibLoop.h"
 #include "app/SingleInstance.h"
-#include "app/SpareMemory.h"
 #include "app/Toolkit.h"
 #include "display/KeyFrames.h"
 #include "display/Keyboard.h"
@@ -65,8 +64,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     if (!toolkit.Started()) {
         return TOOLKIT_NOT_STARTED;
     }
-    SpareMemory memory;
-    const GlibLoop glib([&memory] { memory.GiveBack(); });
+    const GlibLoop glib;
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
     const Keyboard keyboard(windows);
     const ThemeSignals signals;
