@@ -170,9 +170,6 @@ DefaultAppListRenderer::Row* DefaultAppListRenderer::InsertRow(AppListItem* item
 
 void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
     LOG_DEBUG("Number of items to be removed from list is: %d", static_cast<int>(rows.size()));
-    if (!rows.empty()) {
-        applist::DeleteUnusedFocusNodes(m_genlist);
-    }
     for (const auto& [id, row] : rows) {
         LOG_DEBUG("Removing item [unique id: %s]", id.c_str());
         if (row == m_focusItem) {
@@ -203,6 +200,10 @@ void DefaultAppListRenderer::OpenToFocus() {
         elm_object_focus_allow_set(m_genlist, EINA_TRUE);
     }
     FocusSelection();
+    if (Row* first = elm_object_focused_item_get(m_genlist)) {
+        // The theme need not show the focus on its way: it comes from nowhere.
+        elm_object_item_signal_emit(first, "applist,state,opened", "applist");
+    }
 }
 
 void DefaultAppListRenderer::OpenToKey() {

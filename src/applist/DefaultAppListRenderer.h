@@ -133,9 +133,9 @@ private:
     Row* InsertRow(AppListItem* item, Row* anchor);
     void DeleteRows(const RowsById& rows);
     void ClearRows();
-    /// Keeps the focus away from the genlist until its first rows have been drawn. Before that the
-    /// toolkit gives it to another row than the one asked for, or to none; and a genlist that is
-    /// cleared while a row has it never moves it by key again.
+    /// Keeps the focus away from the genlist until its first rows have been laid out. Before that
+    /// the toolkit gives it to another row than the one asked for, or to none; and a genlist that
+    /// is cleared while a row has it never moves it by key again.
     void CloseToFocus();
     void OpenToFocus();
     /// A key that comes before that is meant for the selected row: it must find the list open.

@@ -10,8 +10,9 @@ typedef struct _Eo_Opaque Evas;
 
 namespace applist {
 
-/// A call that comes when a canvas is about to draw a frame: everything is laid out, nothing is
-/// drawn, and what the call changes is part of that frame. Dropped if the object goes first. Main
+/// A call that comes when a canvas is about to draw a frame, or would be if its window were shown:
+/// everything is laid out, nothing is drawn, and what the call changes is part of that frame. The
+/// theme's programs for signals that are due run with it. Dropped if the object goes first. Main
 /// thread only.
 class FrameCall {
 public:

@@ -44,14 +44,6 @@ TEST_F(RowsThatAreGone, LeaveAtMostOneFocusNodeHoweverOftenTheListIsEmptied) {
     }
 }
 
-TEST_F(RowsThatAreGone, LeaveAtMostOneFocusNodeHoweverOftenAllAreReplaced) {
-    for (int time = 0; time < 20; ++time) {
-        ShowDrawn({time % 2 == 0 ? &a : &b, &c});
-        model.Show({&b, &a}, &a);
-        EXPECT_LE(FocusNodes(), 2);
-    }
-}
-
 TEST_F(RowsThatAreGone, TakeNoFocusNodeOfRowsThatAreThere) {
     ShowDrawn({&a, &b, &c});
     ASSERT_EQ(FocusNodes(), 1);

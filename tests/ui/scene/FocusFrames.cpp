@@ -4,6 +4,7 @@
 // The focus as it is drawn: where the model says, in every single frame.
 #include <gmock/gmock.h>
 
+#include "support/Scene.h"
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {
@@ -71,6 +72,19 @@ TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRows) {
     }
 }
 
+// The toolkit uses the first rows' widgets again.
+TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRowsAgain) {
+    Fill(3);
+    model().RemoveAllItems();
+    Draw();
+    Forget();
+    Fill(3);
+    ExpectSoonBars({255, 0, 0});
+    for (const Frame& frame : frames()) {
+        EXPECT_TRUE(frame.rows.empty() || frame.bars == std::vector({255, 0, 0})) << frame;
+    }
+}
+
 TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
     Fill(3);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(
@@ -89,6 +103,21 @@ TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
     }
     EXPECT_GT(frames().front().bars[0], 0);
     EXPECT_LT(frames().front().bars[1], 255);
+}
+
+TEST_F(TheDrawnFocus, IsOfOnePieceWhileItEases) {
+    Fill(3);
+    ASSERT_TRUE(HeadlessToolkit::RunUntil(
+        [start = ecore_time_get()] { return ecore_time_get() - start > 0.1; }));
+    HeadlessToolkit::PressKey("Down");
+    ASSERT_GT(Now().bars[0], 0);
+    const Picture picture = applist::test::Draw(window());
+    for (const Evas_Object* row : ObjectsOf(window(), ROW_GROUP)) {
+        const Box bar = BoxOf(row, "bar");
+        for (int y = bar.y; y < bar.Bottom(); ++y) {
+            EXPECT_EQ(picture.At(bar.CentreX(), y), picture.At(bar.CentreX(), bar.CentreY())) << y;
+        }
+    }
 }
 
 /// The keys that reach a widget, as the toolkit hands them out.
