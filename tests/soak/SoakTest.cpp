@@ -25,7 +25,7 @@ using testing::Optional;
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
-constexpr int SAMPLES = 60;
+constexpr int SAMPLES = 20;
 constexpr int WARM_UP = SAMPLES / 4;
 constexpr int CALLS = 50;
 constexpr int KEYS = 8;
@@ -97,7 +97,7 @@ protected:
             PressKeys();
         }
         Replace(THREE);
-        return GaugeOf(*m_middleware).Read();
+        return AtRest(GaugeOf(*m_middleware));
     }
 
     void Replace(const Items& items) {

@@ -3,6 +3,7 @@
 #include "support/Gauge.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -11,6 +12,13 @@
 #include <gtest/gtest.h>
 
 namespace applist::test {
+namespace {
+
+size_t Number(const std::string& text) {
+    return std::strtoull(text.c_str(), nullptr, 10);
+}
+
+}  // namespace
 
 std::ostream& operator<<(std::ostream& out, const Footprint& footprint) {
     return out << footprint.residentKiB << " KiB, " << footprint.descriptors << " descriptors, "
@@ -30,21 +38,23 @@ Gauge::Gauge(pid_t program, const std::string& address, std::string uniqueName)
 Footprint Gauge::Read() const {
     std::error_code error;
     const std::filesystem::directory_iterator descriptors(m_proc + "/fd", error);
-    return {ResidentKiB(), static_cast<size_t>(std::distance(begin(descriptors), end(descriptors))),
-            MatchRules()};
+    return {Number(Status("RssAnon:")),
+            static_cast<size_t>(std::distance(begin(descriptors), end(descriptors))), MatchRules()};
 }
 
-size_t Gauge::ResidentKiB() const {
+std::optional<size_t> Gauge::Sleeps() const {
+    const size_t sleeps = Number(Status("voluntary_ctxt_switches:"));
+    return Status("State:") == "S" ? std::optional(sleeps) : std::nullopt;
+}
+
+std::string Gauge::Status(const std::string& field) const {
     std::ifstream status(m_proc + "/status");
     std::string word;
-    size_t resident = 0;
-    while (resident == 0 && status >> word) {
-        if (word == "RssAnon:") {
-            status >> resident;
-        }
+    while (status >> word && word != field) {
     }
-    EXPECT_GT(resident, 0U) << m_proc << " is gone";
-    return resident;
+    std::string value;
+    EXPECT_TRUE(status >> value) << m_proc << " is gone";
+    return value;
 }
 
 size_t Gauge::MatchRules() const {

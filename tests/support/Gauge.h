@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <ostream>
 #include <string>
 
@@ -42,9 +43,14 @@ public:
 
     /// All zero, and a failure of the test, when the program or the bus is gone.
     Footprint Read() const;
+    /// How often the program's main thread has gone to sleep, if it sleeps now. What it holds may
+    /// be compared only while that stays the same: the pixels of a frame alone are two megabytes.
+    std::optional<size_t> Sleeps() const;
 
 private:
-    size_t ResidentKiB() const;
+    /// The word behind the field's name in what the kernel tells of the program; empty, and a
+    /// failure of the test, when it is gone.
+    std::string Status(const std::string& field) const;
     size_t MatchRules() const;
 
     std::string m_proc;

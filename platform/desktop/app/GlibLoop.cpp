@@ -67,7 +67,8 @@ GPollFD* AsGlib(pollfd* descriptors) {
 
 }  // namespace
 
-GlibLoop::GlibLoop() : m_context(g_main_context_default()) {
+GlibLoop::GlibLoop(std::function<void()> beforeRest)
+    : m_beforeRest(std::move(beforeRest)), m_context(g_main_context_default()) {
     // Owned for good, not only while dispatching: GLib wakes a sleeping context only for a source
     // that another thread adds (GDBus' does) when some thread owns it.
     g_main_context_acquire(m_context);
@@ -94,6 +95,9 @@ int GlibLoop::Select(int count, fd_set* reads, fd_set* writes, fd_set* exception
     int glibTimeout = -1;
     const int glibCount = CollectGlib(&priority, &glibTimeout);
     const auto wait = Shorter(timeout, glibTimeout);
+    if (!wait || wait->tv_sec >= 1) {
+        m_beforeRest();
+    }
     const int polled =
         ppoll(m_descriptors.data(), m_descriptors.size(), wait ? &*wait : nullptr, nullptr);
     const int error = errno;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Ecore.h>
+#include <functional>
 #include <glib.h>
 #include <poll.h>
 #include <vector>
@@ -20,7 +21,8 @@ namespace applist::desktop {
 /// REQUIRES: made and ended on the main thread, between the toolkit's start and end; one at a time.
 class GlibLoop {
 public:
-    GlibLoop();
+    /// beforeRest is called before each wait that may take a second or longer.
+    explicit GlibLoop(std::function<void()> beforeRest = [] {});
     ~GlibLoop();
     GlibLoop(const GlibLoop&) = delete;
     GlibLoop& operator=(const GlibLoop&) = delete;
@@ -42,6 +44,7 @@ private:
     /// Writes the first entries back; returns how many are ready, or -1 for an invalid descriptor.
     int Report(fd_set* reads, fd_set* writes, fd_set* exceptions) const;
 
+    std::function<void()> m_beforeRest;
     GMainContext* m_context;
     Ecore_Select_Function m_replaced;
     Ecore_Idle_Exiter* m_afterWait;

@@ -14,6 +14,7 @@
 #include "app/ApplicationId.h"
 #include "app/GlibLoop.h"
 #include "app/SingleInstance.h"
+#include "app/SpareMemory.h"
 #include "app/Toolkit.h"
 #include "display/KeyFrames.h"
 #include "display/Keyboard.h"
@@ -64,7 +65,8 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     if (!toolkit.Started()) {
         return TOOLKIT_NOT_STARTED;
     }
-    const GlibLoop glib;
+    SpareMemory memory;
+    const GlibLoop glib([&memory] { memory.GiveBack(); });
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
     const Keyboard keyboard(windows);
     const ThemeSignals signals;

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "e2e/faults/FaultTest.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -59,6 +61,20 @@ std::unique_ptr<DrivenMiddleware> FaultTest::NewMiddleware() {
 
 Gauge FaultTest::GaugeOf(const DrivenMiddleware& driver) {
     return {application().pid(), m_set.systemBus().Address(), driver.application()};
+}
+
+Footprint FaultTest::AtRest(const Gauge& gauge) {
+    using Clock = std::chrono::steady_clock;
+    auto since = Clock::now();
+    auto sleeps = gauge.Sleeps();
+    EXPECT_TRUE(m_set.screen().WaitUntil([&] {
+        const auto before = std::exchange(sleeps, gauge.Sleeps());
+        if (!sleeps || sleeps != before) {
+            since = Clock::now();
+        }
+        return Clock::now() - since > std::chrono::seconds(1);
+    })) << "the application does not come to rest";
+    return gauge.Read();
 }
 
 void FaultTest::ExpectList(DrivenMiddleware& driver, const sim::Items& items) {

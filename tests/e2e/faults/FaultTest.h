@@ -38,6 +38,9 @@ protected:
     std::unique_ptr<DrivenMiddleware> NewMiddleware();
     /// The application as driver knows it.
     Gauge GaugeOf(const DrivenMiddleware& driver);
+    /// What the application holds when it has slept for a second: the toolkit drops what its last
+    /// frame needed half a second later, and the application then gives back what is spare.
+    Footprint AtRest(const Gauge& gauge);
 
     /// The list holds these, and the screen has a row for each in their order: Down visits them all
     /// and comes back to the first. Leaves the first one selected.

@@ -53,7 +53,7 @@ protected:
     Footprint Checkpoint() {
         const auto middleware = NewMiddleware();
         EXPECT_TRUE(middleware->AwaitApplication());
-        return GaugeOf(*middleware).Read();
+        return AtRest(GaugeOf(*middleware));
     }
 };
 
@@ -145,7 +145,7 @@ TEST_F(AMiddleware, MayBeKilledAndRestartedTwoHundredTimes) {
     }
     const auto last = NewMiddleware();
     ASSERT_TRUE(last->AwaitApplication());
-    const Footprint end = GaugeOf(*last).Read();
+    const Footprint end = AtRest(GaugeOf(*last));
     EXPECT_EQ(end.matchRules, warm.matchRules);
     EXPECT_EQ(end.descriptors, warm.descriptors);
     EXPECT_LT(end.residentKiB, warm.residentKiB + TOLERANCE_KIB * MEMORY_FACTOR)

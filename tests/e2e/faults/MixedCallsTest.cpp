@@ -50,13 +50,13 @@ protected:
         }
     }
 
-    /// What the application holds when the list is empty and the screen at rest.
-    Footprint Rest(const Gauge& gauge) {
+    /// What the application holds when the list is empty and nothing happens.
+    Footprint Emptied(const Gauge& gauge) {
         m_middleware->Call(Function::RemoveAllItems);
         m_reference.Apply(Function::RemoveAllItems, {});
         EXPECT_TRUE(m_middleware->AwaitReplies());
         EXPECT_TRUE(m_set.WaitForNoFocusedRow());
-        const Footprint footprint = gauge.Read();
+        const Footprint footprint = AtRest(gauge);
         std::cout << footprint << '\n';
         return footprint;
     }
@@ -69,18 +69,18 @@ protected:
 
 TEST_F(MixedCalls, LeaveTheListAndTheScreenAsTheyMust) {
     const size_t calls = Setting("APPLIST_CALLS", 9000);
-    // Caches and the allocator's pools, of which a busy machine sees more; and twice what the
-    // toolkit keeps of each call (see docs/limits.md).
+    // What may be spare when the application rests, and twice what the toolkit keeps of each call
+    // (see docs/limits.md).
     const size_t tolerance = 1024 + calls * 16 / 1024;
     StartApplication();
     m_middleware = NewMiddleware();
     ASSERT_TRUE(m_middleware->AwaitApplication());
     const Gauge gauge = GaugeOf(*m_middleware);
     ASSERT_NO_FATAL_FAILURE(CallBatches(calls / 3));
-    const Footprint warm = Rest(gauge);
+    const Footprint warm = Emptied(gauge);
     ASSERT_NO_FATAL_FAILURE(CallBatches(calls - calls / 3));
     ExpectList(*m_middleware, m_reference.items());
-    const Footprint end = Rest(gauge);
+    const Footprint end = Emptied(gauge);
     EXPECT_LT(end.residentKiB, warm.residentKiB + tolerance * MEMORY_FACTOR);
     EXPECT_EQ(end.descriptors, warm.descriptors);
     EXPECT_EQ(end.matchRules, warm.matchRules);

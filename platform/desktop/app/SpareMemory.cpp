@@ -1,0 +1,48 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "app/SpareMemory.h"
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <malloc.h>
+#include <unistd.h>
+
+namespace applist::desktop {
+namespace {
+
+// The pixels of one frame are more.
+constexpr ptrdiff_t MUCH = 1 << 20;
+
+// What the process holds of its own, without pages of files; 0 where the kernel does not tell.
+ptrdiff_t Resident() {
+    std::array<char, 64> text{};
+    const int file = open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return 0;
+    }
+    const bool known = read(file, text.data(), text.size() - 1) > 0;
+    close(file);
+    // Behind what is mapped: what is resident, and which part of that is of files.
+    char* field = text.data();
+    static_cast<void>(std::strtol(field, &field, 10));
+    const long all = std::strtol(field, &field, 10);
+    const long files = std::strtol(field, &field, 10);
+    return known ? (all - files) * sysconf(_SC_PAGESIZE) : 0;
+}
+
+}  // namespace
+
+ptrdiff_t SpareMemory::Unused() {
+    const struct mallinfo2 heap = mallinfo2();
+    return Resident() - static_cast<ptrdiff_t>(heap.uordblks + heap.hblkhd);
+}
+
+void SpareMemory::GiveBack() {
+    if (Unused() >= m_unused + MUCH) {
+        malloc_trim(0);
+        m_unused = Unused();
+    }
+}
+
+}  // namespace applist::desktop
