@@ -6,16 +6,16 @@
 
 namespace applist::desktop {
 
-/// Gives memory back to the system that was taken for a while: the C library gives back only what is
-/// empty at its heap's end. A frame's pixels lie between objects that stay, and to lay out a row the
-/// toolkit makes two dozen objects that live for one turn of the loop: after 10,000 rows a third of
-/// the heap is empty. Main thread only.
+/// Gives memory back to the system that was taken for a while: the C library gives back only what
+/// is empty at its heap's end. A frame's pixels lie between objects that stay, and to lay out a row
+/// the toolkit makes two dozen objects that live for one turn of the loop: after 10,000 rows a
+/// third of the heap is empty. Main thread only.
 class SpareMemory {
 public:
     SpareMemory() : m_unused(Unused()) {}
 
-    /// Does so if much more is spare than when it was last done, which costs a few milliseconds: for
-    /// when nothing else is to be done. To find out costs some microseconds.
+    /// Does so if much more is spare than when it was last done, which costs a few milliseconds:
+    /// for when nothing else is to be done. To find out costs some microseconds.
     void GiveBack();
 
 private:
