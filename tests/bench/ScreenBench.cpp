@@ -174,8 +174,8 @@ private:
 
     void MeasureRest(const Subject& subject, int rows) {
         const auto process = Show(subject, rows);
-        Series memory("memory: resident", subject, rows, "MB");
-        memory.Add(static_cast<double>(ResidentKilobytes(process->pid())) / 1024);
+        // Toolkits drop what a frame needed a while after it.
+        m_watch.AwaitQuiet(SETTLED);
         const long sleeps = Sleeps(process->pid());
         const long long used = ProcessorNanoseconds(process->pid());
         // Nothing tells the end of doing nothing; the time itself is what is waited for.
@@ -184,6 +184,8 @@ private:
         wakes.Add(static_cast<double>(Sleeps(process->pid()) - sleeps));
         Series cost("idle: processor time", subject, rows, "ms");
         cost.Add(static_cast<double>(ProcessorNanoseconds(process->pid()) - used) / 1e6);
+        Series memory("memory: resident", subject, rows, "MB");
+        memory.Add(static_cast<double>(ResidentKilobytes(process->pid())) / 1024);
     }
 
     /// From the reply to the call that filled an empty list, to its rows on the screen.
