@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // More rows than any broadcast offers.
-//   APPLIST_ROWS   how many; 1000 without it
+//   APPLIST_ROWS   how many; 1000 or 4000 without it
 //   APPLIST_SAME   so many items without name and id instead, as many as 16 MiB hold
 #include <chrono>
 #include <fstream>
@@ -45,6 +45,14 @@ protected:
         return peak;
     }
 
+    static sim::Items ManyItems(size_t usual) {
+        sim::Items items;
+        for (size_t row = 0; row < Setting("APPLIST_ROWS", usual); ++row) {
+            items.push_back({"id" + std::to_string(row), "Row " + std::to_string(row)});
+        }
+        return items;
+    }
+
     void AddAndReport(const sim::Items& items) {
         const size_t before = PeakKiB();
         const auto start = Clock::now();
@@ -59,13 +67,24 @@ protected:
 };
 
 TEST_F(ALongList, IsTakenAsAWhole) {
-    sim::Items items;
-    for (size_t row = 0; row < Setting("APPLIST_ROWS", 1000); ++row) {
-        items.push_back({"id" + std::to_string(row), "Row " + std::to_string(row)});
-    }
+    const sim::Items items = ManyItems(1000);
     AddAndReport(items);
     EXPECT_THAT(m_middleware->Ask(Function::GetAllItems), Optional(items));
     EXPECT_THAT(m_middleware->Ask(Function::GetSelection), Optional(sim::Items{items.front()}));
+    ExpectCleanEnd();
+}
+
+TEST_F(ALongList, GivesItsMemoryBackWhenItIsEmptied) {
+    const Gauge gauge = GaugeOf(*m_middleware);
+    const Footprint before = AtRest(gauge);
+    AddAndReport(ManyItems(4000));
+    const Footprint full = AtRest(gauge);
+    EXPECT_TRUE(m_middleware->Ask(Function::RemoveAllItems));
+    EXPECT_TRUE(m_set.WaitForNoFocusedRow());
+    const Footprint emptied = AtRest(gauge);
+    std::cout << before << "; full " << full << "; emptied " << emptied << '\n';
+    // The caches of the first rows, and what may be spare.
+    EXPECT_LT(emptied.residentKiB, before.residentKiB + 4096 * MEMORY_FACTOR);
     ExpectCleanEnd();
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "applist/DefaultAppListItem.h"
-#include "fakes/FakeAppListModel.h"
+#include "fakes/RecordingListModel.h"
 #include "support/AllocationWatch.h"
 #include "unit/ipc/RemoteFixture.h"
 
@@ -23,7 +23,7 @@ protected:
         ClearLog();
     }
 
-    FakeAppListModel model;
+    RecordingListModel model;
 };
 
 TEST_F(LocalAppListModelLifecycle, OpensTheChannelBeforeItListens) {

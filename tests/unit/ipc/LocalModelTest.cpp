@@ -3,7 +3,7 @@
 #include <string>
 
 #include "applist/DefaultAppListItem.h"
-#include "fakes/FakeAppListModel.h"
+#include "fakes/RecordingListModel.h"
 #include "unit/ipc/RemoteFixture.h"
 
 using testing::ElementsAre;
@@ -24,7 +24,7 @@ protected:
     DefaultAppListItem item{"Alpha", "a"};
     DefaultAppListItem other{"Beta", "b"};
     RecordingListener listener{"listener"};
-    FakeAppListModel model;
+    RecordingListModel model;
     std::unique_ptr<LocalAppListModel> local;
 };
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "applist/DefaultAppListItem.h"
-#include "fakes/FakeAppListModel.h"
+#include "fakes/RecordingListModel.h"
 #include "unit/ipc/RemoteFixture.h"
 
 using testing::ElementsAre;
@@ -48,7 +48,7 @@ protected:
         return Text(local.OnMessageReceive(functionId, Bytes("ignored")));
     }
 
-    FakeAppListModel model;
+    RecordingListModel model;
     LocalAppListModel local{&model};
 };
 

@@ -9,8 +9,8 @@
 #include "applist/AppListControl.h"
 #include "applist/AppListRenderer.h"
 #include "applist/DefaultAppListItem.h"
-#include "fakes/FakeAppListModel.h"
 #include "fakes/FakePlatformLog.h"
+#include "fakes/RecordingListModel.h"
 #include "fakes/RecordingListener.h"
 
 using testing::ElementsAre;
@@ -44,7 +44,7 @@ protected:
         list = std::make_unique<AppList>(&model, &renderer, &control);
     }
 
-    FakeAppListModel model;
+    RecordingListModel model;
     FakeRenderer renderer;
     FakeControl control;
     std::unique_ptr<AppList> list;

@@ -10,9 +10,10 @@
 
 namespace applist::test {
 
-/// A model without rules: it answers what a test set and notes each call in the history of
-/// FakePlatformLog. Pointers that come as arguments are kept for comparison.
-class FakeAppListModel : public AppListModel {
+/// Stands where calls are passed on to a model: notes each in the history of FakePlatformLog,
+/// between what others do, keeps its arguments and answers what a test set. It tells nobody
+/// anything; for a model that its listeners hear of see FakeListModel.
+class RecordingListModel : public AppListModel {
 public:
     /// The answers.
     AppListItem* selection = nullptr;
