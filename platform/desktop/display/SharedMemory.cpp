@@ -21,10 +21,8 @@ void DrawWithoutSharedMemory() {
 }  // namespace applist::desktop
 
 // The dynamic linker prefers the program's symbols to a library's.
-extern "C" Bool XShmQueryExtension(Display* display) {
-    if (applist::desktop::g_without) {
-        return False;
-    }
-    return reinterpret_cast<decltype(&XShmQueryExtension)>(dlsym(RTLD_NEXT, "XShmQueryExtension"))(
-        display);
+extern "C" __attribute__((visibility("default"))) Bool XShmQueryExtension(Display* display) {
+    static auto* const replaced =
+        reinterpret_cast<decltype(&XShmQueryExtension)>(dlsym(RTLD_NEXT, "XShmQueryExtension"));
+    return !applist::desktop::g_without && replaced != nullptr ? replaced(display) : False;
 }

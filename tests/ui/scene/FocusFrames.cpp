@@ -24,7 +24,7 @@ protected:
     void ExpectSoonBars(const std::vector<int>& bars) {
         EXPECT_TRUE(HeadlessToolkit::RunUntil([&] {
             return !frames().empty() && frames().back().bars == bars;
-        })) << frames().back();
+        })) << (frames().empty() ? Frame{} : frames().back());
     }
 };
 
