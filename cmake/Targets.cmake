@@ -1,5 +1,6 @@
 # A library whose public headers are verified to stand alone.
-#   applist_add_library(NAME ROOT include-root HEADERS ... SOURCES ... LINK PUBLIC-targets ...)
+#   applist_add_library(NAME ROOT include-root HEADERS ... SOURCES ... LINK PUBLIC-targets ...
+#                       [PRIVATE_LINK targets ...])
 function(applist_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "ROOT" "HEADERS;SOURCES;LINK;PRIVATE_LINK")
     if(arg_SOURCES)
@@ -15,7 +16,8 @@ function(applist_add_library name)
 endfunction()
 
 # A test program whose cases ctest runs each in a process of its own.
-#   applist_add_test(NAME LABEL unit|bus|ui|e2e SOURCES ... LINK ... [TIMEOUT s] [DEPENDS ...])
+#   applist_add_test(NAME LABEL unit|bus|ui|e2e SOURCES ... LINK ... [TIMEOUT s] [DEPENDS ...]
+#                    [ENVIRONMENT NAME=value ...])
 # DEPENDS names programs that the test starts; they are found in $APPLIST_BIN.
 function(applist_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "SOURCES;LINK;DEPENDS;ENVIRONMENT")

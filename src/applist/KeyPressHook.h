@@ -9,7 +9,8 @@ typedef struct _Ecore_Event_Handler Ecore_Event_Handler;
 
 namespace applist {
 
-/// Calls body for every key that goes down, before anybody else sees the key. Main thread only.
+/// Calls body for every key that goes down, before those see it that listen already. Main
+/// thread only.
 class KeyPressHook {
 public:
     explicit KeyPressHook(std::function<void()> body);

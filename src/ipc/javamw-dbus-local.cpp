@@ -126,7 +126,7 @@ void JavaMWDbusLocal::Flush() const {
         "GetId", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
     // A connection may close while it is asked; then there is nobody to lose anything to.
     if (answer == nullptr && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CLOSED)) {
-        LOG_DEBUG("What was sent last may be lost: %s\n\n", error->message);
+        LOG_ERROR("What was sent last may be lost: [%d] %s\n\n", error->code, error->message);
     }
 }
 

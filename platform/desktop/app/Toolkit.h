@@ -10,7 +10,9 @@ namespace applist::desktop {
 /// behind. Main thread only, one at a time.
 class Toolkit {
 public:
-    /// The arguments must outlive the object. Sets ECORE_NO_SYSTEM_MODULES in the environment.
+    /// The arguments must outlive the object. Sets ECORE_NO_SYSTEM_MODULES and
+    /// ECORE_EVAS_FORCE_SYNC_RENDER in the environment, where they are not set, and switches off
+    /// shared memory with the display and the cache of desktop files.
     Toolkit(int argc, char** argv);
     ~Toolkit();
     Toolkit(const Toolkit&) = delete;

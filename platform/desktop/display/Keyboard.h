@@ -9,10 +9,11 @@
 
 namespace applist::desktop {
 
-/// Stands between a desktop keyboard and everyone who listens to keys, the toolkit included, and
-/// makes it a remote control. In particular no popup sees Escape, which would dismiss it and leave
-/// an empty window, and nobody sees a key while the window that it goes to cannot be seen. Main
-/// thread only; lives while the toolkit does.
+/// Stands between a desktop keyboard and those who listen to keys, the toolkit included, and makes
+/// it a remote control. In particular no popup sees Escape, which would dismiss it and leave an
+/// empty window, and none of them sees a key while the window that it goes to cannot be seen. Only
+/// who asks later to be told first sees the key as it came. Main thread only; lives while the
+/// toolkit does.
 class Keyboard {
 public:
     /// windows must outlive the object.

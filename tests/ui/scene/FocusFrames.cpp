@@ -85,6 +85,24 @@ TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRowsAgain) {
     }
 }
 
+// A new row may use the widget of the one that had the focus.
+TEST_F(TheDrawnFocus, GoesWithTheRowThatIsRemoved) {
+    Fill(3);
+    Draw();
+    Forget();
+    DefaultAppListItem last("Row 4", "id4");
+    model().RemoveItem(model().GetSelection());
+    Add(&last);
+    ExpectSoonBars({255, 0, 0});
+    for (const Evas_Object* row : ObjectsOf(window(), ROW_GROUP)) {
+        const std::string name = edje_object_part_text_get(row, "elm.text");
+        for (const char* part : {"bar", "marker", "room", "name"}) {
+            EXPECT_EQ(StateOf(row, part), name == "Row 2" ? "focused" : "default")
+                << name << ' ' << part;
+        }
+    }
+}
+
 TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
     Fill(3);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(
