@@ -11,6 +11,8 @@
 
 namespace {
 
+// What the first line has always said; whoever reads a set's log looks for it. The release is the
+// package's version.
 constexpr const char* VERSION = "plm-applist-20150201.1";
 constexpr const char* APP_ID = "org.vantu.applist";
 

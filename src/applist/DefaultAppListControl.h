@@ -7,12 +7,10 @@
 #include "applist/AppListModel.h"
 
 // The toolkit's own names, so that whoever only creates a control need not include the toolkit.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
 typedef struct _Eo_Opaque Ecore_Timer;
 typedef struct _Ecore_Event_Handler Ecore_Event_Handler;
 typedef struct _Ecore_Event_Key Ecore_Event_Key;
 typedef unsigned char Eina_Bool;
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 /// The keys that the list widget leaves alone, and the end of the program when nobody presses any.
 ///

@@ -12,11 +12,9 @@
 #include "applist/KeyPressHook.h"
 
 // The toolkit's own names, so that whoever only creates a renderer need not include the toolkit.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
 typedef struct _Eo_Opaque Evas_Object;
 typedef struct _Eo_Opaque Elm_Object_Item;
 typedef struct _Elm_Gen_Item_Class Elm_Genlist_Item_Class;
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 /// Carries the viewer's moves up into the model, except while the renderer itself moves the focus
 /// because the model changed: without that the two would echo each other.

@@ -4,9 +4,7 @@
 
 #include <functional>
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
 typedef struct _Eo_Opaque Evas;
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 namespace applist {
 

@@ -11,7 +11,6 @@
 #include "PTMutex.h"
 
 // GIO's types by name only, so that this header can be used without GIO. The underscores are GIO's.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 typedef struct _GError GError;
 typedef struct _GDBusConnection GDBusConnection;
 typedef struct _GDBusInterfaceVTable GDBusInterfaceVTable;
@@ -19,7 +18,6 @@ typedef struct _GDBusMethodInvocation GDBusMethodInvocation;
 typedef struct _GDBusNodeInfo GDBusNodeInfo;
 typedef struct _GDBusProxy GDBusProxy;
 typedef struct _GVariant GVariant;
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 /// What the transport knows of one partner. It owns the resources that its ids and the proxy name.
 struct ConnectionPartner {
@@ -48,6 +46,8 @@ public:
     static const char* const INTERFACE_XML;
     static constexpr const char* JAVAMW_DBUS_OBJ_NAME = "/org/vantu/javamw/CommunicationChannel";
     static const GDBusInterfaceVTable m_vtable;
+    /// What the names on the bus are made of. A handshake name that ends in LISTEN_PREFIX and a
+    /// step is the middleware's, one in BROADCAST_PREFIX and a step the application's.
     static constexpr const char* JAVAMW_DBUS_PREFIX = "org.vantu.JavaMW";
     static constexpr const char* LISTEN_PREFIX = "_CLIENT";
     static constexpr const char* JAVAMW_DBUS_SYN_SUFFIX = "_SYN";

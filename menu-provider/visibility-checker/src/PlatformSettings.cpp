@@ -19,7 +19,6 @@ const std::string PlatformSettings::AUTOSTART_APP = "memory/javamw/autostart-app
 
 namespace {
 
-constexpr int ID_LOCALSET = 194;
 constexpr int LOCALSET_ATTEMPTS = 10;
 constexpr useconds_t LOCALSET_PAUSE_US = 500'000;
 
@@ -33,13 +32,13 @@ int FirstWord(const FactoryBuffer& buffer) {
 
 LocalSet LocalSetOf(int factoryRegion) {
     switch (factoryRegion) {
-        case 8:
+        case FACTORY_ITALY:
             return LOCAL_ITALY;
-        case 81:
+        case FACTORY_BRAZIL:
             return LOCAL_BRAZIL;
-        case 84:
+        case FACTORY_ARGENTINA:
             return LOCAL_ARGENTINA;
-        case 85:
+        case FACTORY_URUGUAY:
             return LOCAL_URUGUAY;
         default:
             return LOCAL_NONE_OF;

@@ -13,6 +13,13 @@ enum LocalSet {
     LOCAL_URUGUAY = 4,
 };
 
+/// The factory's item that holds the region, and the values that mean one of these.
+constexpr int ID_LOCALSET = 194;
+constexpr int FACTORY_ITALY = 8;
+constexpr int FACTORY_BRAZIL = 81;
+constexpr int FACTORY_ARGENTINA = 84;
+constexpr int FACTORY_URUGUAY = 85;
+
 /// Bits of PlatformSettings::GetDataServiceFlag().
 enum DataServiceFlag {
     /// A data service exists.

@@ -4,9 +4,7 @@
 
 #include <Ecore.h>
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the toolkit reserved them
 typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 namespace applist::desktop {
 

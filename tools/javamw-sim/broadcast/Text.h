@@ -13,7 +13,7 @@ namespace applist::sim {
 enum class TextCoding {
     Dvb,    ///< EN 300 468, Annex A. Names in Japanese are coded as ISDB does all the same.
     Isdb,   ///< By language: Japanese as Arib, others as Latin.
-    Arib,   ///< The 8-bit codes of ARIB STD-B24, volume 1, part 2.
+    Arib,   ///< The 8-bit codes of ARIB STD-B24, volume 1.
     Latin,  ///< ISO 8859-15, as ISDB uses it outside of Japan (ABNT NBR 15608-3).
 };
 

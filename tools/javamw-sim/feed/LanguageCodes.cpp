@@ -8,8 +8,8 @@ namespace {
 constexpr size_t SHORT_SIZE = 2;
 constexpr size_t LONG_SIZE = 3;
 
-// ISO 639: two letters (part 1), three (part 2, terminology) and, where that differs, three more
-// (part 2, bibliography), as in "frfra/fre". Broadcasts use either of the longer ones.
+// Two letters (ISO 639-1), three (639-2, terminology) and, where that differs, three more
+// (639-2, bibliography), as in "frfra/fre". Broadcasts use either of the longer ones.
 constexpr std::string_view CODES =
     "aaaar ababk aeave afafr akaka amamh anarg arara asasm avava ayaym azaze babak bebel "
     "bgbul bhbih bibis bmbam bnben bobod/tib brbre bsbos cacat ceche chcha cocos crcre "

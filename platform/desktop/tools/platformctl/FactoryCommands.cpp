@@ -6,6 +6,7 @@
 #include "FactoryData.h"
 #include "Json.h"
 #include "Known.h"
+#include "PlatformSettings.h"
 
 namespace applist::desktop {
 
@@ -61,7 +62,7 @@ Exit SetRegion(const Request& request) {
     if (!region.value) {
         return Complain(region.problem, WRONG_USAGE);
     }
-    const auto failure = WriteFactoryItem(REGION_ITEM, region.value->factoryValue);
+    const auto failure = WriteFactoryItem(ID_LOCALSET, region.value->factoryValue);
     return failure ? Complain(*failure, FAILED) : DONE;
 }
 

@@ -77,10 +77,10 @@ std::span<const KnownRegion> KnownRegions() {
     // "none" is a set whose factory wrote a region without data services. A set without the item
     // is another thing: the program waits for it.
     static constexpr std::array<KnownRegion, 5> regions{{
-        {"italy", 8},
-        {"brazil", 81},
-        {"argentina", 84},
-        {"uruguay", 85},
+        {"italy", FACTORY_ITALY},
+        {"brazil", FACTORY_BRAZIL},
+        {"argentina", FACTORY_ARGENTINA},
+        {"uruguay", FACTORY_URUGUAY},
         {"none", 0},
     }};
     return regions;
@@ -99,11 +99,11 @@ Reading<KnownSetting> FindSetting(const std::string& key) {
 }
 
 Reading<int> FindFactoryItem(const std::string& id) {
-    if (ParseNumber(id) != REGION_ITEM) {
+    if (ParseNumber(id) != ID_LOCALSET) {
         return {{},
-                "unknown factory item " + Quoted(id) + "; known: " + std::to_string(REGION_ITEM)};
+                "unknown factory item " + Quoted(id) + "; known: " + std::to_string(ID_LOCALSET)};
     }
-    return {REGION_ITEM, {}};
+    return {ID_LOCALSET, {}};
 }
 
 Reading<KnownRegion> FindRegion(const std::string& name) {
@@ -146,7 +146,7 @@ Reading<Setting> ReadKnownSetting(const KnownSetting& setting) {
 }
 
 Reading<Setting> ReadRegionItem() {
-    const auto item = ReadFactoryItem(REGION_ITEM);
+    const auto item = ReadFactoryItem(ID_LOCALSET);
     return {item.value ? std::optional<Setting>(*item.value) : std::nullopt, item.problem};
 }
 

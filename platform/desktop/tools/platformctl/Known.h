@@ -28,9 +28,6 @@ struct KnownRegion {
     int32_t factoryValue;
 };
 
-/// The factory item that holds the region.
-constexpr int REGION_ITEM = 194;
-
 std::span<const KnownSetting> KnownSettings();
 std::span<const KnownRegion> KnownRegions();
 

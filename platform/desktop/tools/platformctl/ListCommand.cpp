@@ -6,6 +6,7 @@
 #include "Commands.h"
 #include "Json.h"
 #include "Known.h"
+#include "PlatformSettings.h"
 
 namespace applist::desktop {
 namespace {
@@ -21,7 +22,7 @@ std::vector<Entry> ReadAll() {
     for (const KnownSetting& known : KnownSettings()) {
         entries.push_back({known.key, TypeName(known.type), ReadKnownSetting(known)});
     }
-    entries.push_back({"factory " + std::to_string(REGION_ITEM), "int", ReadRegionItem()});
+    entries.push_back({"factory " + std::to_string(ID_LOCALSET), "int", ReadRegionItem()});
     return entries;
 }
 

@@ -28,7 +28,7 @@ int NumberOf(const std::string& key) {
 /// The region and the settings that decided, read as the decision read them. The region is asked
 /// for only when it can be read at once.
 std::vector<Fact> DecidingFacts() {
-    std::vector<Fact> facts{{"factory " + std::to_string(REGION_ITEM), ReadRegionItem()}};
+    std::vector<Fact> facts{{"factory " + std::to_string(ID_LOCALSET), ReadRegionItem()}};
     if (!facts[0].reading.value) {
         return facts;
     }

@@ -3,7 +3,7 @@
 //
 // The local model of the fake graph: no calls, no events.
 #include "applist/LocalAppListModel.h"
-#include "unit/shell/FakeGraph.h"
+#include "unit/start/FakeGraph.h"
 
 using applist::test::Graph;
 

@@ -11,7 +11,7 @@
 #include "BannerEntry.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
-#include "unit/shell/FakeGraph.h"
+#include "unit/start/FakeGraph.h"
 
 int applist_main(int argc, char** argv);
 

@@ -12,7 +12,7 @@
 #include "AppListEntry.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
-#include "unit/shell/FakeGraph.h"
+#include "unit/start/FakeGraph.h"
 
 namespace applist::test {
 namespace {

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "unit/shell/FakeGraph.h"
+#include "unit/start/FakeGraph.h"
 
 #include <cstdlib>
 #include <new>
