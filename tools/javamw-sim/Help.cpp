@@ -70,6 +70,7 @@ const std::vector<Option>& GeneralOptions() {
 
 std::string ProgramHelp(const std::vector<Subcommand>& subcommands) {
     std::vector<Row> rows;
+    rows.reserve(subcommands.size());
     for (const Subcommand& subcommand : subcommands) {
         rows.push_back({subcommand.name, subcommand.summary});
     }

@@ -57,7 +57,7 @@ Result<Recording> LoadRecording(const std::string& file) {
 
 void RecordingFile::CloseFile::operator()(FILE* file) const {
     if (file != stdout) {
-        std::fclose(file);
+        static_cast<void>(std::fclose(file));
     }
 }
 

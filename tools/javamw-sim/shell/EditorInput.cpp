@@ -28,7 +28,7 @@ constexpr char END_OF_FILE_AHEAD = '\0';
 // The editor works in characters; where the locale has only bytes, UTF-8 is what ids and names are.
 void UseCharacters() {
     if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) {
-        std::setlocale(LC_CTYPE, "C.UTF-8");
+        static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));
     }
 }
 
@@ -65,7 +65,7 @@ EditorInput::EditorInput(Listener listener, Complete complete, std::string histo
 }
 
 EditorInput::~EditorInput() {
-    Pause();
+    EditorInput::Pause();
     SaveHistory();
 }
 
@@ -241,7 +241,7 @@ unsigned char EditorInput::cb_Complete(EditLine* editor, int /*key*/) noexcept {
 std::string HistoryFile() {
     char* folder = g_build_filename(g_get_user_state_dir(), "javamw-sim", nullptr);
     const bool there = g_mkdir_with_parents(folder, 0700) == 0;
-    const std::string file = there ? std::string(folder) + "/history" : std::string();
+    std::string file = there ? std::string(folder) + "/history" : std::string();
     g_free(folder);
     return file;
 }
