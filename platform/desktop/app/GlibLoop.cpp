@@ -57,6 +57,10 @@ std::optional<timespec> Shorter(const timeval* toolkit, int glibMilliseconds) {
     return wait;
 }
 
+bool TakesTime(const std::optional<timespec>& wait) {
+    return !wait || wait->tv_sec > 0 || wait->tv_nsec > 0;
+}
+
 static_assert(sizeof(GPollFD) == sizeof(pollfd) &&
               offsetof(GPollFD, events) == offsetof(pollfd, events) &&
               offsetof(GPollFD, revents) == offsetof(pollfd, revents));
@@ -95,12 +99,13 @@ int GlibLoop::Select(int count, fd_set* reads, fd_set* writes, fd_set* exception
     int glibTimeout = -1;
     const int glibCount = CollectGlib(&priority, &glibTimeout);
     const auto wait = Shorter(timeout, glibTimeout);
-    if (!wait || wait->tv_sec >= 1) {
+    if (std::exchange(m_timeWasUp, false) && (!wait || wait->tv_sec >= 1)) {
         m_beforeRest();
     }
     const int polled =
         ppoll(m_descriptors.data(), m_descriptors.size(), wait ? &*wait : nullptr, nullptr);
     const int error = errno;
+    m_timeWasUp = polled == 0 && TakesTime(wait);
     m_ready = g_main_context_check(m_context, priority,
                                    AsGlib(m_descriptors.data() + m_toolkitCount), glibCount) != 0;
     if (polled < 0) {

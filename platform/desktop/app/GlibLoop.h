@@ -21,7 +21,8 @@ namespace applist::desktop {
 /// REQUIRES: made and ended on the main thread, between the toolkit's start and end; one at a time.
 class GlibLoop {
 public:
-    /// beforeRest is called before each wait that may take a second or longer.
+    /// beforeRest is called before each wait that may take a second or longer and follows one in which
+    /// nothing happened: not while a start or a viewer waits for the next event.
     explicit GlibLoop(std::function<void()> beforeRest = [] {});
     ~GlibLoop();
     GlibLoop(const GlibLoop&) = delete;
@@ -52,6 +53,7 @@ private:
     std::vector<pollfd> m_descriptors;
     size_t m_toolkitCount = 0;
     bool m_ready = false;
+    bool m_timeWasUp = false;
 };
 
 }  // namespace applist::desktop

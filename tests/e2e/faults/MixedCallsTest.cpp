@@ -20,6 +20,8 @@ using sim::Items;
 using testing::Optional;
 
 constexpr size_t BATCH = 250;
+/// What may be spare when the application rests.
+constexpr size_t SPARE_KIB = 1024;
 
 class MixedCalls : public FaultTest {
 protected:
@@ -69,9 +71,6 @@ protected:
 
 TEST_F(MixedCalls, LeaveTheListAndTheScreenAsTheyMust) {
     const size_t calls = Setting("APPLIST_CALLS", 9000);
-    // What may be spare when the application rests, and twice what the toolkit keeps of each call
-    // (see docs/limits.md).
-    const size_t tolerance = 1024 + calls * 16 / 1024;
     StartApplication();
     m_middleware = NewMiddleware();
     ASSERT_TRUE(m_middleware->AwaitApplication());
@@ -81,7 +80,7 @@ TEST_F(MixedCalls, LeaveTheListAndTheScreenAsTheyMust) {
     ASSERT_NO_FATAL_FAILURE(CallBatches(calls - calls / 3));
     ExpectList(*m_middleware, m_reference.items());
     const Footprint end = Emptied(gauge);
-    EXPECT_LT(end.residentKiB, warm.residentKiB + tolerance * MEMORY_FACTOR);
+    EXPECT_LT(end.residentKiB, warm.residentKiB + SPARE_KIB * MEMORY_FACTOR);
     EXPECT_EQ(end.descriptors, warm.descriptors);
     EXPECT_EQ(end.matchRules, warm.matchRules);
     ExpectCleanEnd();

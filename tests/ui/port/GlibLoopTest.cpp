@@ -44,6 +44,26 @@ TEST_F(GlibLoopTest, RunsTimeouts) {
     EXPECT_EQ(calls, 1);
 }
 
+TEST_F(GlibLoopTest, TellsOfARestAfterAWaitInWhichNothingHappened) {
+    int rests = 0;
+    const GlibLoop loop([&rests] { ++rests; });
+    int calls = 0;
+    ecore_timer_add(
+        0.02, [](void*) -> Eina_Bool { return ECORE_CALLBACK_CANCEL; }, nullptr);
+    g_timeout_add(1500, Quit, &calls);
+    ecore_main_loop_begin();
+    EXPECT_EQ(rests, 1);
+}
+
+TEST_F(GlibLoopTest, TellsOfNoRestWhereTheNextEventIsWaitedFor) {
+    int rests = 0;
+    const GlibLoop loop([&rests] { ++rests; });
+    int calls = 0;
+    g_timeout_add(1500, Quit, &calls);
+    ecore_main_loop_begin();
+    EXPECT_EQ(rests, 0);
+}
+
 TEST_F(GlibLoopTest, RunsIdleSources) {
     const GlibLoop loop;
     int calls = 0;
