@@ -8,7 +8,7 @@ extern "C" {
 
 typedef struct _Eo_Opaque Evas_Object;
 
-/* The set of widgets that a platform's theme draws. Sends a number to the theme object of a widget, by which the set's theme picks one of its own
+/* Sends a number to the theme object of a widget, by which the set's theme picks one of its own
  * variants. A platform whose theme knows no such messages ignores it. Main thread only. */
 void edje_object_message_send_to_winset(Evas_Object* widget, int message);
 

@@ -57,6 +57,13 @@ std::optional<timespec> Shorter(const timeval* toolkit, int glibMilliseconds) {
     return wait;
 }
 
+// Half a second after a frame the toolkit is done with it, and a name that slides rests for a
+// second.
+bool MayRest(const std::optional<timespec>& wait) {
+    constexpr long QUARTER_SECOND_NS = 250'000'000;
+    return !wait || wait->tv_sec > 0 || wait->tv_nsec >= QUARTER_SECOND_NS;
+}
+
 bool TakesTime(const std::optional<timespec>& wait) {
     return !wait || wait->tv_sec > 0 || wait->tv_nsec > 0;
 }
@@ -99,7 +106,7 @@ int GlibLoop::Select(int count, fd_set* reads, fd_set* writes, fd_set* exception
     int glibTimeout = -1;
     const int glibCount = CollectGlib(&priority, &glibTimeout);
     const auto wait = Shorter(timeout, glibTimeout);
-    if (std::exchange(m_timeWasUp, false) && (!wait || wait->tv_sec >= 1)) {
+    if (std::exchange(m_timeWasUp, false) && MayRest(wait)) {
         m_beforeRest();
     }
     const int polled =

@@ -21,8 +21,9 @@ namespace applist::desktop {
 /// REQUIRES: made and ended on the main thread, between the toolkit's start and end; one at a time.
 class GlibLoop {
 public:
-    /// beforeRest is called before each wait that may take a second or longer and follows one in which
-    /// nothing happened: not while a start or a viewer waits for the next event.
+    /// beforeRest is called before each wait that may take a quarter of a second or longer and
+    /// follows one in which nothing happened: not while a start or a viewer waits for the next
+    /// event.
     explicit GlibLoop(std::function<void()> beforeRest = [] {});
     ~GlibLoop();
     GlibLoop(const GlibLoop&) = delete;

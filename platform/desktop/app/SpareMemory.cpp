@@ -11,8 +11,8 @@
 namespace applist::desktop {
 namespace {
 
-// The pixels of one frame are more.
-constexpr ptrdiff_t MUCH = 1 << 20;
+// The pixels of two rows are more.
+constexpr ptrdiff_t MUCH = 128 << 10;
 
 // What the process holds of its own, without pages of files; 0 where the kernel does not tell.
 ptrdiff_t Resident() {

@@ -20,7 +20,7 @@ using sim::Items;
 using testing::Optional;
 
 constexpr size_t BATCH = 250;
-/// What may be spare when the application rests.
+/// What caches may take after the first third, and what may be spare when the application rests.
 constexpr size_t SPARE_KIB = 1024;
 
 class MixedCalls : public FaultTest {

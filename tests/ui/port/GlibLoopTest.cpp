@@ -44,23 +44,43 @@ TEST_F(GlibLoopTest, RunsTimeouts) {
     EXPECT_EQ(calls, 1);
 }
 
+/// Waits as the toolkit does, at most that long, for something or for nothing.
+void Wait(GlibLoop& loop, timeval patience, bool forSomething) {
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(pipe(ends), 0);
+    ASSERT_EQ(write(ends[1], "x", forSomething ? 1 : 0), forSomething ? 1 : 0);
+    fd_set reads;
+    FD_ZERO(&reads);
+    FD_SET(ends[0], &reads);
+    EXPECT_EQ(loop.Select(ends[0] + 1, &reads, nullptr, nullptr, &patience), forSomething ? 1 : 0);
+    close(ends[0]);
+    close(ends[1]);
+}
+
+constexpr timeval SHORT{0, 1000};
+constexpr timeval LONG{0, 400'000};
+
 TEST_F(GlibLoopTest, TellsOfARestAfterAWaitInWhichNothingHappened) {
     int rests = 0;
-    const GlibLoop loop([&rests] { ++rests; });
-    int calls = 0;
-    ecore_timer_add(
-        0.02, [](void*) -> Eina_Bool { return ECORE_CALLBACK_CANCEL; }, nullptr);
-    g_timeout_add(1500, Quit, &calls);
-    ecore_main_loop_begin();
+    GlibLoop loop([&rests] { ++rests; });
+    Wait(loop, SHORT, false);
+    Wait(loop, LONG, true);
     EXPECT_EQ(rests, 1);
 }
 
 TEST_F(GlibLoopTest, TellsOfNoRestWhereTheNextEventIsWaitedFor) {
     int rests = 0;
-    const GlibLoop loop([&rests] { ++rests; });
-    int calls = 0;
-    g_timeout_add(1500, Quit, &calls);
-    ecore_main_loop_begin();
+    GlibLoop loop([&rests] { ++rests; });
+    Wait(loop, SHORT, true);
+    Wait(loop, LONG, true);
+    EXPECT_EQ(rests, 0);
+}
+
+TEST_F(GlibLoopTest, TellsOfNoRestBeforeAShortWait) {
+    int rests = 0;
+    GlibLoop loop([&rests] { ++rests; });
+    Wait(loop, SHORT, false);
+    Wait(loop, SHORT, false);
     EXPECT_EQ(rests, 0);
 }
 

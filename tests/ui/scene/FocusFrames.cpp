@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The focus as it is drawn: where the model says, in every single frame.
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "support/Scene.h"
@@ -127,8 +129,15 @@ TEST_F(TheDrawnFocus, IsOfOnePieceWhileItEases) {
     Fill(3);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(
         [start = ecore_time_get()] { return ecore_time_get() - start > 0.1; }));
-    HeadlessToolkit::PressKey("Down");
-    ASSERT_GT(Now().bars[0], 0);
+    // On a busy machine the ease may be over before it can be looked at.
+    const auto eases = [this] {
+        const std::vector<int> bars = Now().bars;
+        return std::any_of(bars.begin(), bars.end(), [](int bar) { return bar > 0 && bar < 255; });
+    };
+    for (int press = 0; press < 50 && !eases(); ++press) {
+        HeadlessToolkit::PressKey("Down");
+    }
+    ASSERT_TRUE(eases());
     const Picture picture = applist::test::Draw(window());
     for (const Evas_Object* row : ObjectsOf(window(), ROW_GROUP)) {
         const Box bar = BoxOf(row, "bar");

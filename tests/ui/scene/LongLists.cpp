@@ -97,5 +97,31 @@ TEST_P(AnyLength, WrapsBothWays) {
 INSTANTIATE_TEST_SUITE_P(Rows, AnyLength, testing::Values(10, 100, 1000, 10000),
                          [](const auto& test) { return std::to_string(test.param); });
 
+class AFarRow : public SceneTest {};
+
+TEST_F(AFarRow, GetsTheFocusWhenTheMiddlewareSelectsIt) {
+    Fill(100);
+    model().SetSelection(model().GetAllItems().back());
+    Draw();
+    EXPECT_EQ(FocusedRow(), "Row 100");
+    EXPECT_EQ(Now().focused, "Row 100");
+}
+
+TEST_F(AFarRow, GetsTheFocusWhenItIsSelectedBeforeTheRowsAreLaidOut) {
+    std::vector<std::unique_ptr<DefaultAppListItem>> items;
+    std::vector<AppListItem*> shown;
+    for (int row = 1; row <= 100; ++row) {
+        const std::string number = std::to_string(row);
+        items.push_back(std::make_unique<DefaultAppListItem>("Row " + number, "id" + number));
+        shown.push_back(items.back().get());
+    }
+    model().AddItems(shown);
+    model().SetSelection(shown.back());
+    Draw();
+    EXPECT_EQ(FocusedRow(), "Row 100");
+    EXPECT_EQ(Now().focused, "Row 100");
+    model().RemoveAllItems();
+}
+
 }  // namespace
 }  // namespace applist::test

@@ -86,7 +86,7 @@ TEST(SpareMemory, IsGivenBackIfOneHasHeldItThroughARest) {
 TEST(SpareMemory, IsKeptWhereItIsLittle) {
     const auto enough = Fill(2 * MIB);
     SpareMemory memory;
-    const auto last = Fill(MIB / 2);
+    const auto last = Fill(MIB / 16);
     const size_t before = Resident();
     memory.GiveBack();
     EXPECT_GE(Resident(), before);
