@@ -60,18 +60,7 @@ TEST(SpareMemory, IsGivenBackAgainEachTimeTheHeapHasGrown) {
     EXPECT_LT(Resident(), before + 4 * MIB);
 }
 
-TEST(SpareMemory, IsGivenBackIfItIsFreedOnlyAfterTheHeapWasSeenToGrow) {
-    SpareMemory memory;
-    const size_t before = Resident();
-    Objects objects = Take(32 * MIB);
-    memory.GiveBack();
-    const auto last = std::move(objects.back());
-    objects.clear();
-    memory.GiveBack();
-    EXPECT_LT(Resident(), before + 4 * MIB);
-}
-
-TEST(SpareMemory, IsGivenBackIfOneHasHeldItThroughARest) {
+TEST(SpareMemory, IsGivenBackIfItIsFreedOnlyAfterRests) {
     SpareMemory memory;
     const size_t before = Resident();
     Objects objects = Take(32 * MIB);
