@@ -108,19 +108,12 @@ TEST_F(AFarRow, GetsTheFocusWhenTheMiddlewareSelectsIt) {
 }
 
 TEST_F(AFarRow, GetsTheFocusWhenItIsSelectedBeforeTheRowsAreLaidOut) {
-    std::vector<std::unique_ptr<DefaultAppListItem>> items;
-    std::vector<AppListItem*> shown;
-    for (int row = 1; row <= 100; ++row) {
-        const std::string number = std::to_string(row);
-        items.push_back(std::make_unique<DefaultAppListItem>("Row " + number, "id" + number));
-        shown.push_back(items.back().get());
-    }
+    const std::vector<AppListItem*> shown = Make(100);
     model().AddItems(shown);
     model().SetSelection(shown.back());
     Draw();
     EXPECT_EQ(FocusedRow(), "Row 100");
     EXPECT_EQ(Now().focused, "Row 100");
-    model().RemoveAllItems();
 }
 
 }  // namespace

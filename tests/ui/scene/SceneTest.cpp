@@ -67,14 +67,18 @@ SceneTest::~SceneTest() {
     m_control.reset();
 }
 
-void SceneTest::Fill(int count) {
+std::vector<AppListItem*> SceneTest::Make(int count) {
     std::vector<AppListItem*> items;
     for (int row = 1; row <= count; ++row) {
         m_items.push_back(std::make_unique<DefaultAppListItem>("Row " + std::to_string(row),
                                                                "id" + std::to_string(row)));
         items.push_back(m_items.back().get());
     }
-    m_model->AddItems(items);
+    return items;
+}
+
+void SceneTest::Fill(int count) {
+    m_model->AddItems(Make(count));
     ASSERT_TRUE(HeadlessToolkit::RunUntil([this] { return !Now().rows.empty(); }));
     Draw();
 }

@@ -51,6 +51,8 @@ public:
 protected:
     SceneTest();
 
+    /// Items "Row 1" to "Row count", which live as long as the scene.
+    std::vector<AppListItem*> Make(int count);
     /// Fills the list with rows "Row 1" to "Row count" and waits for the first frame with rows.
     void Fill(int count);
     void Add(AppListItem* item) { m_model->AddItemAtEnd(item); }
