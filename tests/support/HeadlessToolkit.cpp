@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <execinfo.h>
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,7 @@ void SendKey(int type, const std::string& key) {
     std::memcpy(text, key.c_str(), key.size() + 1);
     event->keyname = text;
     event->key = text;
+    event->keycode = static_cast<unsigned int>(std::hash<std::string>{}(key));
     ecore_event_add(type, event, nullptr, nullptr);
 }
 

@@ -44,12 +44,17 @@ Keyboard::Keyboard(Windows& windows)
 
 bool Keyboard::Press(Ecore_Event_Key& key) {
     Rename(key);
-    return !m_windows.TakesKeys(key.window) || m_listSteps.Press(key);
+    if (!m_windows.TakesKeys(key.window)) {
+        return true;
+    }
+    m_down.insert(key.keycode);
+    return m_listSteps.Press(key);
 }
 
 bool Keyboard::Release(Ecore_Event_Key& key) {
     Rename(key);
-    return !m_windows.TakesKeys(key.window);
+    const bool pressedHere = m_down.erase(key.keycode) > 0;
+    return !pressedHere || !m_windows.TakesKeys(key.window);
 }
 
 }  // namespace applist::desktop

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Ecore_Input.h>
+#include <set>
 
 #include "display/EventHandler.h"
 #include "display/ListSteps.h"
@@ -11,9 +12,10 @@ namespace applist::desktop {
 
 /// Stands between a desktop keyboard and those who listen to keys, the toolkit included, and makes
 /// it a remote control. In particular no popup sees Escape, which would dismiss it and leave an
-/// empty window, and none of them sees a key while the window that it goes to cannot be seen. Only
-/// who asks later to be told first sees the key as it came. Main thread only; lives while the
-/// toolkit does.
+/// empty window, and none of them sees a key while the window that it goes to cannot be seen. A
+/// release is passed on only if its press was: a key that was held down before the window opened
+/// does nothing when it comes up. A handler that is prepended after this one still sees the
+/// original key. Main thread only; lives while the toolkit does.
 class Keyboard {
 public:
     /// windows must outlive the object.
@@ -23,10 +25,14 @@ public:
     bool Press(Ecore_Event_Key& key);
     /// A key comes up; the same.
     bool Release(Ecore_Event_Key& key);
+    /// True while a key is down whose press was seen here, taken or passed on.
+    bool HasKeysDown() const { return !m_down.empty(); }
 
 private:
     Windows& m_windows;
     ListSteps m_listSteps;
+    /// Codes of the keys that were pressed in a visible window and have not been released since.
+    std::set<unsigned int> m_down;
     EventHandler m_press;
     EventHandler m_release;
 };

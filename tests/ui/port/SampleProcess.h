@@ -31,17 +31,19 @@ public:
     bool WaitForLines(const std::string& line, int count) {
         return m_process.WaitUntil([&] { return Count(line) >= count; });
     }
-    int Count(const std::string& line) const {
+    int Count(const std::string& line) const { return CountText("\n" + line + "\n"); }
+    /// Lines that start so.
+    int CountStarting(const std::string& start) const { return CountText("\n" + start); }
+
+private:
+    int CountText(const std::string& text) const {
         int count = 0;
         const std::string lines = "\n" + Output();
-        for (size_t at = lines.find("\n" + line + "\n"); at != std::string::npos;
-             at = lines.find("\n" + line + "\n", at + 1)) {
+        for (size_t at = lines.find(text); at != std::string::npos; at = lines.find(text, at + 1)) {
             ++count;
         }
         return count;
     }
-
-private:
     static std::vector<std::string> Command(const std::vector<std::string>& options) {
         std::vector<std::string> command{TestProgram("port-sample")};
         command.insert(command.end(), options.begin(), options.end());

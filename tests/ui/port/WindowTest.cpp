@@ -222,6 +222,26 @@ TEST(Keys, TheExitKeyWithoutANameArrivesAsExit) {
     EXPECT_TRUE(on.sample.WaitForLines("key XF86Exit XF86Exit", 1));
 }
 
+class KeyHeldSinceBeforeTheStart : public testing::TestWithParam<const char*> {};
+
+TEST_P(KeyHeldSinceBeforeTheStart, DoesNothingWhenItIsReleased) {
+    XDisplay display{{"", ""}};
+    display.PressKey(GetParam());
+    SampleProcess sample({}, display.Environment());
+    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR) && display.Shows(PANEL); }));
+    display.ReleaseKey(GetParam());
+    display.TypeKey("F2");
+    ASSERT_TRUE(sample.WaitForLines("key F2 F2", 1));
+    EXPECT_EQ(sample.CountStarting("key "), 1) << sample.Output();
+    EXPECT_EQ(sample.CountStarting("press "), 1) << sample.Output();
+    EXPECT_EQ(sample.CountStarting("focused "), 1) << sample.Output();
+    display.TypeKey(GetParam());
+    EXPECT_TRUE(sample.Process().WaitUntil([&] { return sample.CountStarting("key ") == 2; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, KeyHeldSinceBeforeTheStart,
+                         testing::Values("Right", "Left", "Up", "Down", "Return", "Escape", "F10"));
+
 TEST(Keys, DownOnTheLastRowGoesToTheFirstAndUpBackAgain) {
     OnDisplay on({"", ""}, {"--rows", "3"});
     ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
