@@ -1,5 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <csignal>
 #include <cstdio>
 #include <optional>
 
@@ -19,6 +20,8 @@ constexpr const char* APP_ID = "org.vantu.applist";
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A standard output whose reader has gone must not end the program.
+    std::signal(SIGPIPE, SIG_IGN);
     std::printf("APPLIST v: %s\n", VERSION);
     // A reader at the other end of a pipe sees it at the start, not the end.
     static_cast<void>(std::fflush(stdout));

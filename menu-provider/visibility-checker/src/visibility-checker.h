@@ -15,8 +15,9 @@ bool CheckDVBVisibility();
 /// The rule of the ISDB regions, whatever the region: the TV viewer's flags offer a service.
 bool CheckISDBVisibility();
 
-// What the set's menu asks, by name, whether an entry is to be shown: 1 shown, 0 not. These four
-// are exported from the program and from the loadable module, and nothing else is.
+// The set's menu looks these four up by name and asks whether an entry is shown: 1 shown, 0 not.
+// The program exports them, and the loadable module exports nothing else. The module leaves its
+// host process as it found it and may be unloaded at any time between two calls.
 extern "C" {
 
 /// CheckVisibility() for "menu/system/application-list"; 0, without asking, for any other key and

@@ -21,6 +21,7 @@
 #include "display/ThemeSignals.h"
 #include "display/Windows.h"
 #include "launch/LaunchProtocol.h"
+#include "log/LogWriter.h"
 
 namespace applist::desktop {
 namespace {
@@ -147,6 +148,7 @@ bool IsComplete(const ui_app_callbacks* callbacks) {
 
 int RunApplication(int argc, char** argv, const ui_app_callbacks& callbacks, void* userData) {
     using namespace applist::desktop;
+    TakeGlibMessages();
     const std::string id = ApplicationIdOf(argc > 0 ? argv[0] : program_invocation_name);
     std::optional<app_control_s> launch;
     if (!IsServiceStart(argc, argv)) {

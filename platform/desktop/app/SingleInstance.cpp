@@ -67,8 +67,8 @@ void SingleInstance::Register() {
     const Deadline deadline(PATIENCE);
     g_autoptr(GError) error = nullptr;
     if (g_application_register(m_application.get(), deadline.cancellable(), &error) == FALSE) {
-        LOG_ERROR("%s cannot take its place on the session bus and stands alone: %s",
-                  m_applicationId.c_str(), error->message);
+        LOG_ERROR("%s cannot take its place on the session bus and stands alone: [%d] %s",
+                  m_applicationId.c_str(), error->code, error->message);
         return;
     }
     GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
@@ -102,8 +102,8 @@ bool SingleInstance::HandOver(const app_control_s& request) {
     if (Reaches(g_application_get_dbus_connection(m_application.get()), &error)) {
         return true;
     }
-    LOG_ERROR("The launch request for the running %s could not be sent: %s",
-              m_applicationId.c_str(), error->message);
+    LOG_ERROR("The launch request for the running %s could not be sent: [%d] %s",
+              m_applicationId.c_str(), error->code, error->message);
     return false;
 }
 

@@ -119,13 +119,16 @@ bool WriteMessage(int priority, const char* tag, const char* format, va_list arg
 
 LogWriter& LogWriter::Get() {
     static LogWriter writer;
-    // GLib takes a writer only once in the life of a process.
+    return writer;
+}
+
+void TakeGlibMessages() {
+    // GLib aborts if it is given a second writer.
     static const bool taken = [] {
         g_log_set_writer_func(OnGlibMessage, nullptr, nullptr);
         return true;
     }();
     static_cast<void>(taken);
-    return writer;
 }
 
 LogWriter::LogWriter()

@@ -10,15 +10,16 @@
 
 namespace applist::desktop {
 
-/// The one way out for every log line of the process: those of __dlog_print(), of the toolkit and
-/// of GLib. They go to the journal when standard error is connected to it, else to standard error.
-/// Any thread.
+/// Writes the log lines of __dlog_print() and, in a program that asks for it, those of the toolkit
+/// and of GLib. They go to the journal when standard error is connected to it, else to standard
+/// error. Any thread. Changes nothing in the process, because a module that another program loads
+/// uses it as well.
 ///
 /// The environment variable APPLIST_LOG chooses what is written: "error" (the default), "info" or
 /// "debug", each with what is more urgent.
 class LogWriter {
 public:
-    /// The process' writer. Made at the first call, which also takes over GLib's messages.
+    /// The process' writer. Created on the first call.
     static LogWriter& Get();
 
     /// False when records of this priority are dropped; then nothing of them need be prepared.
@@ -33,6 +34,11 @@ private:
     bool m_journal;
     int m_threshold;
 };
+
+/// Sends GLib's messages to the writer for the rest of the process' life. May be called repeatedly.
+/// Only a program may call it, never a module: GLib accepts one writer per process, and a module's
+/// writer would be called after the module is unloaded.
+void TakeGlibMessages();
 
 /// While it lives, the toolkit's messages go to the writer. At most one at a time; made on the main
 /// thread before the toolkit starts.

@@ -247,6 +247,15 @@ TEST(ASet, ServesTheNextApplicationAfterTheFirstHasEnded) {
     EXPECT_EQ(next->WaitForExit(), 0);
 }
 
+TEST(ASet, ShowsTheListWhenStandardOutputHasNoReader) {
+    Television set;
+    const auto application =
+        set.StartApplication({"bash", "-c", R"(exec 3> >(:); wait $!; exec "$@" >&3)", "bash"});
+    ASSERT_TRUE(set.WaitForWindow()) << application->Errors();
+    set.screen().TypeKey("Escape");
+    EXPECT_EQ(application->WaitForExit(), 0);
+}
+
 // The clock of the application runs fifty times as fast; nobody presses a key.
 TEST(ASet, ClosesTheListWhenNobodyUsesIt) {
     Television set(ChildProcess::Environment{{"APPLIST_LOG", "debug"}});

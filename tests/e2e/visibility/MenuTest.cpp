@@ -1,9 +1,12 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <cstdio>
 #include <dlfcn.h>
+#include <glib.h>
 #include <memory>
 #include <set>
 #include <sstream>
+#include <unistd.h>
 
 #include <gmock/gmock.h>
 
@@ -12,7 +15,9 @@
 namespace applist::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsSupersetOf;
 using Question = int(const char*);
 
@@ -69,6 +74,69 @@ TEST_F(Menu, IsToldThatTheOtherFormsAreShown) {
         EXPECT_EQ(ask(MENU_KEY), 1);
         EXPECT_EQ(ask(nullptr), 1);
     }
+}
+
+/// A menu that logs with GLib and keeps the module only for one question. Each case runs in a child
+/// process, because GLib accepts one writer per process.
+class LoggingMenu : public Menu {
+protected:
+    LoggingMenu() {
+        m_module.reset();
+        // The module then logs errors about the settings that are not set.
+        Do({"region", "italy"});
+    }
+
+    static void AskAndUnload() {
+        void* const module = dlopen(ModulePath().c_str(), RTLD_NOW | RTLD_LOCAL);
+        auto* const ask = reinterpret_cast<Question*>(dlsym(module, "check_visibility_int"));
+        if (ask(MENU_KEY) != 0 || dlclose(module) != 0) {
+            _exit(2);
+        }
+        if (dlopen(ModulePath().c_str(), RTLD_NOW | RTLD_NOLOAD) != nullptr) {
+            _exit(3);
+        }
+    }
+    static GLogWriterOutput WriteOwn(GLogLevelFlags, const GLogField*, gsize, void*) {
+        std::fputs("the menu's own writer\n", stderr);
+        return G_LOG_WRITER_HANDLED;
+    }
+    [[noreturn]] static void LogAndExit() {
+        g_log("Menu", G_LOG_LEVEL_MESSAGE, "still logging");
+        _exit(0);
+    }
+
+    static constexpr const char* MODULE_ERROR = "Can not get data service value from VCONF\n";
+    const testing::ExitedWithCode m_exitsWell{0};
+};
+
+TEST_F(LoggingMenu, KeepsTheWriterThatItSetBefore) {
+    EXPECT_EXIT(
+        {
+            g_log_set_writer_func(WriteOwn, nullptr, nullptr);
+            AskAndUnload();
+            LogAndExit();
+        },
+        m_exitsWell, AllOf(HasSubstr(MODULE_ERROR), HasSubstr("the menu's own writer\n")));
+}
+
+TEST_F(LoggingMenu, MaySetAWriterAfterwards) {
+    EXPECT_EXIT(
+        {
+            AskAndUnload();
+            g_log_set_writer_func(WriteOwn, nullptr, nullptr);
+            LogAndExit();
+        },
+        m_exitsWell, AllOf(HasSubstr(MODULE_ERROR), HasSubstr("the menu's own writer\n")));
+}
+
+TEST_F(LoggingMenu, KeepsGlibsDefaultWriter) {
+    EXPECT_EXIT(
+        {
+            AskAndUnload();
+            LogAndExit();
+        },
+        m_exitsWell,
+        AllOf(HasSubstr(MODULE_ERROR), HasSubstr("Menu-Message"), HasSubstr("still logging")));
 }
 
 TEST(MenuModule, ExportsItsFourEntryPointsAndNothingElse) {

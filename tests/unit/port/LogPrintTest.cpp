@@ -87,7 +87,7 @@ TEST(PlatformLog, SaysWhenALineCannotBeWritten) {
 TEST(PlatformLog, TakesGlibsMessages) {
     setenv("APPLIST_LOG", "info", 1);
     EXPECT_EQ(ErrorsOf([] {
-                  LogWriter::Get();
+                  TakeGlibMessages();
                   g_log("Dom", G_LOG_LEVEL_CRITICAL, "critical");
                   g_log("Dom", G_LOG_LEVEL_WARNING, "warning");
                   g_log("Dom", G_LOG_LEVEL_MESSAGE, "message");
@@ -101,7 +101,7 @@ TEST(PlatformLog, HidesGlibsComplaintAboutUnknownWatchesAndNoOther) {
     unsetenv("APPLIST_LOG");
     EXPECT_EQ(
         ErrorsOf([] {
-            LogWriter::Get();
+            TakeGlibMessages();
             g_log("GLib-GIO", G_LOG_LEVEL_WARNING, "Invalid id 17 passed to g_bus_unwatch_name()");
             g_log("GLib-GIO", G_LOG_LEVEL_WARNING, "Invalid id 17 passed to g_bus_unown_name()");
         }),
