@@ -40,21 +40,37 @@ Keyboard::Keyboard(Windows& windows)
     : m_windows(windows),
       m_listSteps(windows),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
-      m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {}
+      m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {
+    windows.OnKeyboardMoved([this](const Windows::Keys& held) { Moved(held); });
+}
 
 bool Keyboard::Press(Ecore_Event_Key& key) {
-    Rename(key);
     if (!m_windows.TakesKeys(key.window)) {
+        m_down.erase(key.keycode);
+        m_heldBefore.insert(key.keycode);
+        return true;
+    }
+    if (m_heldBefore.contains(key.keycode)) {
         return true;
     }
     m_down.insert(key.keycode);
+    Rename(key);
     return m_listSteps.Press(key);
 }
 
 bool Keyboard::Release(Ecore_Event_Key& key) {
-    Rename(key);
+    m_heldBefore.erase(key.keycode);
     const bool pressedHere = m_down.erase(key.keycode) > 0;
+    Rename(key);
     return !pressedHere || !m_windows.TakesKeys(key.window);
+}
+
+void Keyboard::Moved(const Windows::Keys& held) {
+    std::erase_if(m_down, [&held](unsigned int key) { return !held.contains(key); });
+    m_heldBefore = held;
+    for (const unsigned int key : m_down) {
+        m_heldBefore.erase(key);
+    }
 }
 
 }  // namespace applist::desktop

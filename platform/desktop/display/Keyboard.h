@@ -3,7 +3,6 @@
 #pragma once
 
 #include <Ecore_Input.h>
-#include <set>
 
 #include "display/EventHandler.h"
 #include "display/ListSteps.h"
@@ -14,8 +13,8 @@ namespace applist::desktop {
 /// it a remote control. In particular no popup sees Escape, which would dismiss it and leave an
 /// empty window, and none of them sees a key while the window that it goes to cannot be seen. A
 /// release is passed on only if its press was: a key that was held down before the window opened
-/// does nothing when it comes up. A handler that is prepended after this one still sees the
-/// original key. Main thread only; lives while the toolkit does.
+/// does nothing until it is pressed again. A handler that is prepended after this one still sees
+/// the original key. Main thread only; lives while the toolkit does.
 class Keyboard {
 public:
     /// windows must outlive the object.
@@ -25,14 +24,19 @@ public:
     bool Press(Ecore_Event_Key& key);
     /// A key comes up; the same.
     bool Release(Ecore_Event_Key& key);
-    /// True while a key is down whose press was seen here, taken or passed on.
+    /// True while a key is down that was pressed in a visible window of ours. The release of such a
+    /// key is missed if the window loses the keyboard first.
     bool HasKeysDown() const { return !m_down.empty(); }
+    /// See Windows::OnKeyboardMoved().
+    void Moved(const Windows::Keys& held);
 
 private:
     Windows& m_windows;
     ListSteps m_listSteps;
-    /// Codes of the keys that were pressed in a visible window and have not been released since.
-    std::set<unsigned int> m_down;
+    /// Keys that were pressed in a visible window and have not been released since.
+    Windows::Keys m_down;
+    /// Keys that were pressed before, and whose repeats arrive like new presses.
+    Windows::Keys m_heldBefore;
     EventHandler m_press;
     EventHandler m_release;
 };

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include <X11/Xlib.h>
+
 #include "CallbackGuard.h"
 #include "display/ScreenFit.h"
 
@@ -69,6 +71,17 @@ Eina_Bool OnHidden(void* windows, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
+// One bit for each key. The protocol does not fill the first byte; X has no keys below 8.
+Windows::Keys KeysIn(const char (&bits)[32]) {
+    Windows::Keys keys;
+    for (unsigned int key = 8; key < 256; ++key) {
+        if ((static_cast<unsigned char>(bits[key / 8]) >> key % 8 & 1U) != 0) {
+            keys.insert(key);
+        }
+    }
+    return keys;
+}
+
 // Kept from the toolkit. Without a compositor it cuts a transparent window to the shape of what is
 // drawn. The first frame of ours is empty, so is its shape, the server calls the window obscured,
 // and the toolkit would stop drawing it for good.
@@ -78,6 +91,17 @@ Eina_Bool OnVisibility(void* windows, int, void* event) {
         return static_cast<Windows*>(windows)->Obscured(change->win, change->fully_obscured != 0);
     });
     return ours ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
+}
+
+// The server sends the state of all keys right after it has given a window the keyboard, so that no
+// press gets between the two.
+Eina_Bool OnXEvent(void* windows, int, void* event) {
+    const auto& any = *static_cast<const XEvent*>(event);
+    if (any.type == KeymapNotify) {
+        GuardCallback(
+            [&] { static_cast<Windows*>(windows)->KeyboardMoved(KeysIn(any.xkeymap.key_vector)); });
+    }
+    return ECORE_CALLBACK_PASS_ON;
 }
 
 Eina_Bool OnSettled(void* windows) {
@@ -150,7 +174,12 @@ void Windows::Added(Evas_Object* window) {
     for (const auto& [event, callback] : CALLBACKS) {
         evas_object_smart_callback_add(window, event, callback, this);
     }
-    if (m_handlers.empty() && ecore_x_display_get() != nullptr) {
+    if (ecore_x_display_get() == nullptr) {
+        return;
+    }
+    ecore_x_event_mask_set(static_cast<Ecore_X_Window>(elm_win_window_id_get(window)),
+                           static_cast<Ecore_X_Event_Mask>(KeymapStateMask));
+    if (m_handlers.empty()) {
         ListenToDisplay();
     }
 }
@@ -158,6 +187,7 @@ void Windows::Added(Evas_Object* window) {
 void Windows::ListenToDisplay() {
     m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_WINDOW_SHOW, OnShown, this));
     m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_WINDOW_HIDE, OnHidden, this));
+    m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_ANY, OnXEvent, this));
     m_handlers.push_back(
         EventHandler::InFront(ECORE_X_EVENT_WINDOW_VISIBILITY_CHANGE, OnVisibility, this));
 }
@@ -198,6 +228,9 @@ void Windows::Activated(const Evas_Object* object, bool active) {
     }
     for (Window& window : m_windows) {
         window.mapped = window.object == object ? active : window.mapped;
+    }
+    if (!active) {
+        KeyboardMoved({});
     }
     Update();
 }

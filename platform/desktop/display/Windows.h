@@ -5,6 +5,8 @@
 #include <Ecore.h>
 #include <Elementary.h>
 #include <functional>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include "display/EventHandler.h"
@@ -23,6 +25,9 @@ public:
         std::function<void()> closeRequested;
     };
 
+    /// Codes of keys, as in Ecore_Event_Key.
+    using Keys = std::set<unsigned int>;
+
     explicit Windows(Listener listener);
     ~Windows();
     Windows(const Windows&) = delete;
@@ -37,6 +42,14 @@ public:
     /// a window manager the focus stays with a window that something else has come to lie over.
     bool TakesKeys(Ecore_Window id);
 
+    /// Calls listener when a window of ours receives the keyboard on X, or loses it on Wayland.
+    /// held are the keys that are down at this moment: their repeats and releases may reach the
+    /// window. On Wayland they do not, and held is empty. listener must stay valid while there are
+    /// windows.
+    void OnKeyboardMoved(std::function<void(const Keys& held)> listener) {
+        m_keyboardMoved = std::move(listener);
+    }
+
     void Added(Evas_Object* window);
     void Deleted(const Evas_Object* window);
     void CloseRequested() const { m_listener.closeRequested(); }
@@ -47,6 +60,8 @@ public:
     /// The window has become the active one, or is it no more. On Wayland this is all that a
     /// program learns of whether it can be seen; elsewhere it says nothing.
     void Activated(const Evas_Object* object, bool active);
+    /// A window of ours may get keys from now on, or gets them no more.
+    void KeyboardMoved(const Keys& held) const { m_keyboardMoved(held); }
     /// The time to wait for a change back is over.
     void Settle();
 
@@ -64,6 +79,7 @@ private:
     void StopSettling();
 
     Listener m_listener;
+    std::function<void(const Keys& held)> m_keyboardMoved = [](const Keys&) {};
     std::vector<Window> m_windows;
     std::vector<EventHandler> m_handlers;
     Ecore_Timer* m_settling = nullptr;

@@ -13,6 +13,7 @@
 //   --watch-bus       tells when the session bus has gone, and that it is still there a little
 //   later
 //   --no-ticks        from its first key on, the toolkit's clock for frames stands still
+//   --raw-keys        tells of every key that goes down, before the port has seen it
 //   --complain        GLib, GLib's bus watches and the toolkit complain once each
 
 #include <Elementary.h>
@@ -42,6 +43,7 @@ struct Sample {
     bool watchBus = false;
     bool complain = false;
     bool noTicks = false;
+    bool rawKeys = false;
     std::string exitIn;
 
     int launches = 0;
@@ -76,6 +78,11 @@ void OnRowFocused(void*, Evas_Object*, void* row) {
 
 Eina_Bool StopTicks(void*, int, void*) {
     ecore_animator_source_set(ECORE_ANIMATOR_SOURCE_CUSTOM);
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+Eina_Bool OnRawKeyDown(void*, int, void* event) {
+    std::printf("raw %s\n", static_cast<Ecore_Event_Key*>(event)->key);
     return ECORE_CALLBACK_PASS_ON;
 }
 
@@ -195,6 +202,9 @@ bool Create(void* data) {
         // In front: keys that move the focus are not passed on.
         ecore_event_handler_prepend(ECORE_EVENT_KEY_DOWN, StopTicks, nullptr);
     }
+    if (sample.rawKeys) {
+        ecore_event_handler_prepend(ECORE_EVENT_KEY_DOWN, OnRawKeyDown, nullptr);
+    }
     if (sample.window) {
         BuildWindow(sample);
     }
@@ -254,6 +264,7 @@ Sample ParseArguments(int argc, char** argv) {
         sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";
         sample.watchBus = sample.watchBus || option == "--watch-bus";
         sample.complain = sample.complain || option == "--complain";
+        sample.rawKeys = sample.rawKeys || option == "--raw-keys";
         sample.noTicks = sample.noTicks || option == "--no-ticks";
         if (option == "--rows" && i + 1 < argc) {
             sample.rows = static_cast<int>(std::strtol(argv[++i], nullptr, 10));

@@ -242,6 +242,37 @@ TEST_P(KeyHeldSinceBeforeTheStart, DoesNothingWhenItIsReleased) {
 INSTANTIATE_TEST_SUITE_P(Keys, KeyHeldSinceBeforeTheStart,
                          testing::Values("Right", "Left", "Up", "Down", "Return", "Escape", "F10"));
 
+TEST(Keys, DoNothingWhileTheyRepeatAPressFromBeforeTheStart) {
+    XDisplay display{{"openbox", ""}};
+    display.PressKey("Down");
+    SampleProcess sample({"--raw-keys"}, display.Environment());
+    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR) && display.Shows(PANEL); }));
+    ASSERT_TRUE(sample.WaitForLines("raw Down", 3));
+    display.ReleaseKey("Down");
+    display.TypeKey("F2");
+    ASSERT_TRUE(sample.WaitForLines("key F2 F2", 1));
+    EXPECT_EQ(sample.CountStarting("key "), 1) << sample.Output();
+    EXPECT_EQ(sample.Count("focused 1"), 1);
+    EXPECT_EQ(sample.CountStarting("focused "), 1) << sample.Output();
+    display.TypeKey("Down");
+    EXPECT_TRUE(sample.WaitForLines("focused 2", 1));
+}
+
+TEST(Keys, DoNothingWhileTheyRepeatAPressFromAnotherWindow) {
+    OnDisplay on({"openbox", ""}, {"--raw-keys"});
+    ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
+    const XlibWindow other = on.display.OpenFullScreen(0x204060);
+    ASSERT_NE(other, 0U);
+    on.display.PressKey("Down");
+    on.display.Close(other);
+    ASSERT_TRUE(on.sample.WaitForLines("raw Down", 3));
+    on.display.ReleaseKey("Down");
+    on.display.TypeKey("Up");
+    ASSERT_TRUE(on.sample.WaitForLines("focused 3", 1));
+    EXPECT_EQ(on.sample.Count("focused 2"), 0);
+    EXPECT_EQ(on.sample.Count("key Down Down"), 0);
+}
+
 TEST(Keys, DownOnTheLastRowGoesToTheFirstAndUpBackAgain) {
     OnDisplay on({"", ""}, {"--rows", "3"});
     ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
