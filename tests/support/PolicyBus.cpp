@@ -6,11 +6,11 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <regex>
+#include <sstream>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 
 namespace applist::test {
 namespace {
@@ -43,14 +43,15 @@ bool IsOurs(const std::string& line) {
     return false;
 }
 
-int BindDatagramSocket(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    const int fd = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    EXPECT_EQ(bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0)
-        << path << ": " << std::strerror(errno);
-    return fd;
+// The lines by which dbus-daemon and dbus-broker report a message of sender that the policy denied.
+size_t CountDenials(const std::string& log, const std::string& sender) {
+    const std::regex denial(R"((Rejected|denied)\b.*\W)" + sender + R"((\W|$))");
+    std::istringstream lines(log);
+    size_t count = 0;
+    for (std::string line; std::getline(lines, line);) {
+        count += std::regex_search(line, denial) ? 1U : 0U;
+    }
+    return count;
 }
 
 void MakeReachable(const std::string& path, fs::perms permissions) {
@@ -113,13 +114,6 @@ PolicyBus::PolicyBus(Daemon daemon, const std::string& rules, const std::string&
     }
 }
 
-PolicyBus::~PolicyBus() {
-    m_daemon.reset();
-    if (m_journal >= 0) {
-        close(m_journal);
-    }
-}
-
 void PolicyBus::WriteAccounts() const {
     std::ofstream accounts(Path("passwd"));
     std::ifstream real("/etc/passwd");
@@ -161,7 +155,7 @@ void PolicyBus::StartDaemon() {
 // first connection wakes it by, and a journal.
 void PolicyBus::StartBroker() {
     fs::create_directories(Path("run/systemd/journal"));
-    m_journal = BindDatagramSocket(Path("run/systemd/journal/socket"));
+    m_journal = std::make_unique<Journal>(Path("run/systemd/journal/socket"));
     m_daemon = std::make_unique<ChildProcess>(WithMounts(
         {Path("passwd"), "/etc/passwd", Path("run"), "/run"},
         {"systemd-socket-activate", "--listen=" + Path("bus"),
@@ -186,6 +180,20 @@ std::unique_ptr<ChildProcess> PolicyBus::Start(const User& user,
     changes.emplace(ADDRESS_VARIABLE, "unix:path=" + Path("bus"));
     changes["PATH"] = Path("built/bin") + ":" + Path("tests") + ":" + std::getenv("PATH");
     return std::make_unique<ChildProcess>(WithMounts(mounts, command), changes);
+}
+
+size_t PolicyBus::AwaitDenials(const std::string& sender, size_t count) const {
+    size_t found = 0;
+    const auto enough = [&](const std::string& log) {
+        found = CountDenials(log, sender);
+        return found >= count;
+    };
+    if (m_journal) {
+        m_journal->WaitUntil(enough);
+    } else {
+        m_daemon->WaitUntil([&] { return enough(m_daemon->Errors()); });
+    }
+    return found;
 }
 
 std::string PolicyBus::FolderOf(const User& user, const std::string& name) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "support/ChildProcess.h"
+#include "support/Journal.h"
 #include "support/TemporaryDir.h"
 
 namespace applist::test {
@@ -40,7 +41,7 @@ public:
     /// rules hold by default; policyFile, unless empty, is read after them. A bus that does not
     /// start fails the running test.
     PolicyBus(Daemon daemon, const std::string& rules, const std::string& policyFile);
-    ~PolicyBus();
+    ~PolicyBus() = default;
     PolicyBus(const PolicyBus&) = delete;
     PolicyBus& operator=(const PolicyBus&) = delete;
     PolicyBus(PolicyBus&&) = delete;
@@ -50,6 +51,10 @@ public:
     /// by its file name. environment comes on top of the bus' address.
     std::unique_ptr<ChildProcess> Start(const User& user, const std::vector<std::string>& argv,
                                         const ChildProcess::Environment& environment = {}) const;
+
+    /// Waits until the bus has logged that it denied sender, a unique name, at least count
+    /// messages. Returns how many it has logged, fewer than count only after PATIENCE.
+    size_t AwaitDenials(const std::string& sender, size_t count) const;
 
     /// A new folder that belongs to user alone.
     std::string FolderOf(const User& user, const std::string& name) const;
@@ -65,7 +70,7 @@ private:
     void StartBroker();
 
     TemporaryDir m_folder;
-    int m_journal = -1;  ///< Takes what the broker logs.
+    std::unique_ptr<Journal> m_journal;  ///< Null on a dbus-daemon, which logs to its stderr.
     std::unique_ptr<ChildProcess> m_daemon;
 };
 

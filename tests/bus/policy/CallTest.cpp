@@ -3,6 +3,8 @@
 //
 // Who may call the application. What arrives is seen by a receiver that takes everything: it is the
 // bus that keeps the rest away.
+#include <algorithm>
+
 #include "bus/policy/PolicyTest.h"
 
 namespace applist::test {
@@ -34,14 +36,20 @@ std::string Joined(const Lines& words) {
     return text;
 }
 
-/// What user sees who makes all those calls to the receiver.
+/// Makes all those calls to the receiver as user and returns what the user sees. The bus must log
+/// each denial.
 Lines CallAll(const PolicyBus& bus, const User& user, const Actor& receiver) {
     Lines commands;
     for (const Lines& call : CALLS) {
         commands.insert(commands.end(), {"call", receiver.UniqueName()});
         commands.insert(commands.end(), call.begin(), call.end());
     }
-    return Actor(bus, user, commands).Lines({{receiver.UniqueName(), "RECEIVER"}});
+    Actor caller(bus, user, commands);
+    Lines lines = caller.Lines({{receiver.UniqueName(), "RECEIVER"}});
+    const auto denied = static_cast<size_t>(std::count_if(
+        lines.begin(), lines.end(), [](const auto& line) { return line.ends_with(DENIED); }));
+    EXPECT_EQ(bus.AwaitDenials(caller.UniqueName(), denied), denied) << user.name;
+    return lines;
 }
 
 /// What is seen when so many of the calls, from the first on, are answered.

@@ -1,0 +1,41 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace applist::test {
+
+/// The journal of a bus broker: a datagram socket whose messages are read as they come.
+///
+/// A writer blocks as soon as net.unix.max_dgram_qlen messages wait (the kernel's default is 10),
+/// so a thread of its own reads them whatever the test does meanwhile.
+class Journal {
+public:
+    /// Binds the socket to path; a failure fails the running test.
+    explicit Journal(const std::string& path);
+    ~Journal();
+    Journal(const Journal&) = delete;
+    Journal& operator=(const Journal&) = delete;
+    Journal(Journal&&) = delete;
+    Journal& operator=(Journal&&) = delete;
+
+    /// Waits until condition holds for the log so far, lines of the form "FIELD=text"; true iff it
+    /// does within PATIENCE.
+    bool WaitUntil(const std::function<bool(const std::string& log)>& condition);
+
+private:
+    void Read();
+
+    int m_socket;
+    std::mutex m_mutex;
+    std::condition_variable m_arrived;
+    std::string m_log;
+    std::thread m_reader;
+};
+
+}  // namespace applist::test
