@@ -149,31 +149,62 @@ Result<Job> Prepare(const Subcommand& subcommand, const Arguments& given) {
                                       " --help");
 }
 
+const Subcommand* Find(const std::vector<Subcommand>& subcommands, const std::string& name) {
+    const auto found =
+        std::find_if(subcommands.begin(), subcommands.end(),
+                     [&](const Subcommand& subcommand) { return subcommand.name == name; });
+    return found == subcommands.end() ? nullptr : &*found;
+}
+
+// "help" and "help COMMAND" mean "--help" and "COMMAND --help".
+std::vector<std::string> WithoutHelpWord(std::vector<std::string> arguments) {
+    if (arguments.size() > 1 && arguments[1] == "help") {
+        arguments[1] = "--help";
+    }
+    return arguments;
+}
+
+// An option that cannot be read is most likely the command's own.
+std::string HintFor(const std::vector<Subcommand>& subcommands,
+                    const std::vector<std::string>& arguments) {
+    for (size_t i = 1; i < arguments.size(); ++i) {
+        if (Find(subcommands, arguments[i]) != nullptr) {
+            return "; see javamw-sim " + arguments[i] + " --help";
+        }
+    }
+    return "; see javamw-sim --help";
+}
+
+Result<Job> UnknownCommand(const std::vector<Subcommand>& subcommands, const std::string& name) {
+    std::vector<std::string> names{"help"};
+    std::transform(subcommands.begin(), subcommands.end(), std::back_inserter(names),
+                   [](const Subcommand& subcommand) { return subcommand.name; });
+    return Result<Job>::Failure("unknown command '" + name + "'" + Suggestion(name, names) +
+                                "; see javamw-sim --help");
+}
+
 }  // namespace
 
 Result<Job> ParseCommandLine(const std::vector<Subcommand>& subcommands,
                              const std::vector<std::string>& arguments) {
-    const char* hint = "; see javamw-sim --help";
     Reader reader(subcommands);
-    const std::string error = reader.Read(arguments);
+    std::string error = reader.Read(WithoutHelpWord(arguments));
     const Arguments& given = reader.given();
     if (!error.empty()) {
-        return Result<Job>::Failure(error + hint);
+        error[0] = g_ascii_tolower(error[0]);
+        return Result<Job>::Failure(error + HintFor(subcommands, arguments));
     }
     if (given.Has("version")) {
         return PrintText("javamw-sim " APPLIST_VERSION);
     }
     if (given.words().empty()) {
-        return given.Has("help") ? Result<Job>(PrintText(ProgramHelp(subcommands)))
-                                 : Result<Job>::Failure(std::string("no command") + hint);
+        return given.Has("help")
+                   ? Result<Job>(PrintText(ProgramHelp(subcommands)))
+                   : Result<Job>::Failure("no command" + HintFor(subcommands, arguments));
     }
-    const std::string& name = given.words().front();
-    const auto found =
-        std::find_if(subcommands.begin(), subcommands.end(),
-                     [&](const Subcommand& subcommand) { return subcommand.name == name; });
-    return found != subcommands.end()
-               ? Prepare(*found, BehindTheName(given))
-               : Result<Job>::Failure("unknown command '" + name + "'" + hint);
+    const Subcommand* found = Find(subcommands, given.words().front());
+    return found != nullptr ? Prepare(*found, BehindTheName(given))
+                            : UnknownCommand(subcommands, given.words().front());
 }
 
 }  // namespace applist::sim

@@ -3,6 +3,9 @@
 #include "Help.h"
 
 #include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <utility>
 
 namespace applist::sim {
 namespace {
@@ -18,7 +21,8 @@ constexpr const char* EXIT_CODES =
     "     hold, a comparison found a difference, the command was interrupted before its\n"
     "     end, or the output was closed\n"
     "  2  wrong usage, or an input file that cannot be used\n"
-    "  3  the bus cannot be reached or closed the connection\n"
+    "  3  the bus cannot be reached, closed the connection, or denies this user the\n"
+    "     middleware's names\n"
     "  4  no application was there in time\n";
 
 constexpr size_t WIDEST_LEFT = 24;
@@ -58,6 +62,27 @@ std::string OptionColumns(const std::vector<Option>& options) {
     return Columns(rows);
 }
 
+std::string LowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return text;
+}
+
+/// How many letters must be inserted, removed or replaced to make one word from the other.
+size_t EditDistance(const std::string& from, const std::string& to) {
+    std::vector<size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (size_t i = 1; i <= from.size(); ++i) {
+        size_t diagonal = std::exchange(row[0], i);
+        for (size_t j = 1; j <= to.size(); ++j) {
+            const size_t replaced = diagonal + (from[i - 1] == to[j - 1] ? 0 : 1);
+            diagonal = row[j];
+            row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
+        }
+    }
+    return row.back();
+}
+
 }  // namespace
 
 const std::vector<Option>& GeneralOptions() {
@@ -76,7 +101,7 @@ std::string ProgramHelp(const std::vector<Subcommand>& subcommands) {
     }
     return std::string("Usage: javamw-sim COMMAND [OPTION...] [ARGUMENT...]\n\n") + PURPOSE +
            "\nCommands:\n" + Columns(rows) +
-           "\n\"javamw-sim COMMAND --help\" tells a command's arguments, options and output.\n" +
+           "\n\"javamw-sim help COMMAND\" explains a command's arguments, options and output.\n" +
            "\nOptions:\n" + OptionColumns(GeneralOptions()) + "\n" + EXIT_CODES;
 }
 
@@ -87,6 +112,20 @@ std::string SubcommandHelp(const Subcommand& subcommand) {
            (subcommand.words.empty() ? "" : " " + subcommand.words) + "\n\n" + subcommand.summary +
            ".\n\nOptions:\n" + OptionColumns(options) + "\n" + subcommand.details + "\n" +
            EXIT_CODES;
+}
+
+std::string Suggestion(const std::string& word, const std::vector<std::string>& known) {
+    constexpr size_t MOST_EDITS = 2;
+    std::string best;
+    size_t fewest = MOST_EDITS + 1;
+    for (const std::string& candidate : known) {
+        const size_t edits = EditDistance(LowerCase(word), LowerCase(candidate));
+        if (edits < fewest) {
+            fewest = edits;
+            best = candidate;
+        }
+    }
+    return best.empty() ? "" : " (did you mean " + best + "?)";
 }
 
 }  // namespace applist::sim

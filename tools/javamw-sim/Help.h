@@ -18,4 +18,7 @@ std::string ProgramHelp(const std::vector<Subcommand>& subcommands);
 /// What "SUBCOMMAND --help" prints.
 std::string SubcommandHelp(const Subcommand& subcommand);
 
+/// " (did you mean WORD?)" with the word of known that is spelled most like word; empty if none is.
+std::string Suggestion(const std::string& word, const std::vector<std::string>& known);
+
 }  // namespace applist::sim

@@ -31,6 +31,16 @@ std::string ItemLine(const Item& item) {
     return OneLine(item.id) + '\t' + OneLine(item.name);
 }
 
+std::string DescribeSelection(Event event, const SelectedItem& selection) {
+    const bool choice = event == Event::ItemClicked;
+    if (!selection.problem.empty()) {
+        return (choice ? "choice unknown: " : "selection unreadable: ") +
+               OneLine(selection.problem);
+    }
+    return (choice ? "chose " : "selection ") +
+           (selection.item ? ItemLine(*selection.item) : std::string("none"));
+}
+
 bool OutputTakesColours() {
     const char* refused = std::getenv("NO_COLOR");
     const char* terminal = std::getenv("TERM");

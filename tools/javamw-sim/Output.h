@@ -4,15 +4,24 @@
 
 #include <string>
 
-#include "protocol/Item.h"
+#include "protocol/SelectionReader.h"
 
 namespace applist::sim {
+
+/// Follows the error when the policy of the bus denies this program its names.
+constexpr const char* DENIED_HINT =
+    "run as the user whom the policy of the bus allows to be the middleware, or choose another bus "
+    "with --address";
 
 /// text on one line whatever it holds: control bytes as "\x0a", a backslash twice.
 std::string OneLine(const std::string& text);
 
 /// "id<TAB>name", each on one line.
 std::string ItemLine(const Item& item);
+
+/// What was read after event: "chose ID<TAB>NAME" after event 3, which is the viewer's choice, and
+/// "selection ID<TAB>NAME" after any other; or why it is unknown.
+std::string DescribeSelection(Event event, const SelectedItem& selection);
 
 namespace colour {
 // What a text means, as terminals paint it.

@@ -1,5 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <csignal>
+
 #include <gmock/gmock.h>
 
 #include "bus/simulator/ScriptedApplication.h"
@@ -129,6 +131,25 @@ TEST_F(PipedShell, JoinsTheBusWhenNeededIfAskedTo) {
     m_set.bus().Stop();
     EXPECT_EQ(Feed("timeout 1s\nnote nothing yet\n", "--offline"), SUCCESS) << m_errors;
     EXPECT_EQ(Feed("join\n", "--offline"), NO_BUS);
+}
+
+TEST_F(PipedShell, PrintsWhatTheViewerChose) {
+    const std::string lines =
+        "wait connected\nadd w1=Weather\nexpect event LocalCreated\nexpect event ItemChanged\n"
+        "expect event ItemSelected\ncall GetSelection\nexpect event ItemClicked within 1min\n";
+    for (const bool json : {false, true}) {
+        const auto list = m_set.StartList();
+        ChildProcess shell({"sh", "-c",
+                            BuiltProgram("javamw-sim") + " shell " + (json ? "--json" : "") +
+                                " <'" + m_set.File("lines", lines) + "'"},
+                           m_set.bus().Environment());
+        ASSERT_TRUE(shell.WaitForText("Weather"));
+        list->Signal(SIGUSR2);
+        EXPECT_EQ(shell.WaitForExit(), SUCCESS) << shell.Errors();
+        EXPECT_THAT(shell.Output(),
+                    HasSubstr(json ? R"("text":"event 3 ItemClicked","selection":{"id":"w1",)"
+                                   : "middleware: event 3 ItemClicked chose w1\tWeather\n"));
+    }
 }
 
 TEST_F(PipedShell, PrintsObjectsForMachines) {

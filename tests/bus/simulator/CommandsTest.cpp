@@ -155,9 +155,8 @@ TEST_F(Commands, ServePrintsTheSelectionThatTheViewerMoves) {
     Interrupt(*serve);
 }
 
-// The application ends right after it reported the activation; whether the selection can still be
-// read is the application's affair, and no error of ours.
-TEST_F(Commands, ServeOutlivesTheApplicationThatEndsOnActivation) {
+// The application ends right after it reported the activation and does not answer any more.
+TEST_F(Commands, ServePrintsTheChoiceOfAnApplicationThatEndsOnActivation) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
@@ -166,8 +165,7 @@ TEST_F(Commands, ServeOutlivesTheApplicationThatEndsOnActivation) {
     EXPECT_TRUE(serve->WaitForText("disconnected"));
     EXPECT_THAT(
         serve->Output(),
-        MatchesRegex(FILLED + "event 3 ItemClicked selection (w1\tWeather|unreadable: [^\n]+)\n"
-                              "disconnected :[0-9.]+\n"));
+        MatchesRegex(FILLED + "event 3 ItemClicked chose w1\tWeather\ndisconnected :[0-9.]+\n"));
     Interrupt(*serve);
 }
 
@@ -217,7 +215,34 @@ TEST_F(Commands, CallEndsWithoutAnApplication) {
     const auto call = m_set.Start({"call", "GetSelection", "--timeout=0"});
     EXPECT_EQ(call->WaitForExit(), NO_APPLICATION);
     EXPECT_EQ(call->Output(), "");
-    EXPECT_EQ(call->Errors(), "javamw-sim: no application within 0 s\n");
+    EXPECT_EQ(call->Errors(),
+              "javamw-sim: no application within 0 s\n"
+              "javamw-sim: an application that offers no data services shows a notice and does not "
+              "announce itself; \"platformctl visible\" says whether that is so\n");
+}
+
+TEST(CommandsOnAStrictBus, EndAtOnceWhenThePolicyDeniesTheirNames) {
+    const PrivateBus bus("<deny own='org.vantu.JavaMW.Applist_CLIENT_SYN'/>");
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"serve"}, {"watch"}, {"call", "GetAllItems"}, {"shell"}}) {
+        std::vector<std::string> command{BuiltProgram("javamw-sim")};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        ChildProcess process(command, bus.Environment());
+        EXPECT_EQ(process.WaitForExit(), NO_BUS) << arguments.front();
+        EXPECT_THAT(process.Errors(), HasSubstr("cannot announce "
+                                                "org.vantu.JavaMW.Applist_CLIENT_SYN: "));
+        EXPECT_THAT(process.Errors(),
+                    HasSubstr("run as the user whom the policy of the bus allows"));
+    }
+}
+
+TEST(CommandsOnAStrictBus, StopAScenario) {
+    const PrivateBus bus("<deny own='org.vantu.JavaMW.Applist_CLIENT_SYN'/>");
+    ChildProcess run(
+        {"sh", "-c", "echo 'wait connected' | " + BuiltProgram("javamw-sim") + " run -"},
+        bus.Environment());
+    EXPECT_EQ(run.WaitForExit(), NO_BUS);
+    EXPECT_THAT(run.Output(), HasSubstr("Bail out! cannot announce "));
 }
 
 TEST_F(Commands, CallFailsOnAnApplicationThatServesNothing) {

@@ -32,6 +32,10 @@ public:
         calls.at(call).second(payload);
     }
 
+    void Fail(size_t call, const std::string& error) {
+        calls.at(call).second(Result<Bytes>::Failure(error));
+    }
+
     std::deque<std::pair<std::string, Done>> calls;
 };
 
@@ -74,29 +78,85 @@ TEST_F(EventLogTest, KeepsTheOrderOfTheEventsWhateverTheOrderOfTheAnswers) {
 }
 
 TEST_F(EventLogTest, SaysWhyTheSelectionCannotBeRead) {
-    Add(Event::ItemClicked);
-    m_caller.calls.at(0).second(Result<Bytes>::Failure("gone\naway"));
-    Add(Event::ItemClicked);
+    for (size_t i = 0; i < 3; ++i) {
+        Add(Event::ItemChanged);
+    }
+    m_caller.Fail(0, "gone\naway");
     m_caller.calls.at(1).second(Bytes{1, 2, 3});
-    Add(Event::ItemClicked);
     m_caller.calls.at(2).second(Bytes());
     EXPECT_THAT(m_lines,
-                ElementsAre("event 3 ItemClicked selection unreadable: gone\\x0aaway",
-                            "event 3 ItemClicked selection unreadable: the reply of 3 bytes is no "
+                ElementsAre("event 1 ItemChanged selection unreadable: gone\\x0aaway",
+                            "event 1 ItemChanged selection unreadable: the reply of 3 bytes is no "
                             "list of items",
-                            "event 3 ItemClicked selection unreadable: 0 items in the reply"));
+                            "event 1 ItemChanged selection unreadable: 0 items in the reply"));
 }
 
-TEST_F(EventLogTest, GivesUpTheEventsOfAnApplicationThatEnded) {
-    Add(Event::ItemClicked);
+TEST_F(EventLogTest, CompletesTheEventsOfAnApplicationThatEnded) {
+    Add(Event::ItemChanged);
     Add(Event::ItemChanged, ":1.6");
     m_log.Lost(APPLICATION);
     EXPECT_THAT(m_lines,
-                ElementsAre("event 3 ItemClicked selection unreadable: the application ended"));
+                ElementsAre("event 1 ItemChanged selection unreadable: the application ended"));
     m_caller.Answer(0, {"late", "Late"});
     m_caller.Answer(1, {"a", "A"});
     EXPECT_EQ(m_lines.size(), 2U);
     EXPECT_EQ(m_lines.back(), "event 1 ItemChanged selection a\tA");
+}
+
+TEST_F(EventLogTest, PrintsTheChoiceThatTheApplicationAnswers) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemClicked);
+    m_caller.Answer(1, {"b", "B"});
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
+}
+
+TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnded) {
+    Add(Event::ItemSelected);
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    m_caller.Answer(1, {"b", "B"});
+    Add(Event::ItemChanged);
+    m_caller.Answer(2, {"c", "C"});
+    Add(Event::ItemClicked);
+    m_log.Lost(APPLICATION);
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
+}
+
+TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheCallFails) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemClicked);
+    m_caller.Fail(1, "gone");
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose a\tA");
+}
+
+// The viewer moved on after the item that the older answer names.
+TEST_F(EventLogTest, NeverTakesTheChoiceFromAnOlderSelection) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemSelected);
+    Add(Event::ItemClicked);
+    m_log.Lost(APPLICATION);
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
+}
+
+TEST_F(EventLogTest, DoesNotTakeTheChoiceFromASelectionThatCouldNotBeRead) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemSelected);
+    m_caller.Fail(1, "busy");
+    Add(Event::ItemClicked);
+    m_caller.Fail(2, "gone");
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: gone");
+}
+
+TEST_F(EventLogTest, DoesNotTakeTheChoiceFromAnotherApplication) {
+    Add(Event::ItemSelected, ":1.6");
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemClicked);
+    m_log.Lost(APPLICATION);
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
 }
 
 TEST_F(EventLogTest, PrintsUnknownEventsAndPayloads) {

@@ -85,9 +85,32 @@ TEST_F(Program, TellsItsVersion) {
 TEST_F(Program, RefusesWrongUsage) {
     const std::string hint = "; see javamw-sim --help";
     ExpectRefused({}, "no command" + hint);
-    ExpectRefused({"play"}, "unknown command 'play'" + hint);
-    ExpectRefused({"watch", "--loud"}, "Unknown option --loud" + hint);
-    ExpectRefused({"serve", "--items"}, "Missing argument for --items" + hint);
+    ExpectRefused({"dance"}, "unknown command 'dance'" + hint);
+    ExpectRefused({"--loud"}, "unknown option --loud" + hint);
+}
+
+TEST_F(Program, PointsToTheHelpOfTheCommandWhoseOptionIsWrong) {
+    ExpectRefused({"watch", "--loud"}, "unknown option --loud; see javamw-sim watch --help");
+    ExpectRefused({"--loud", "watch"}, "unknown option --loud; see javamw-sim watch --help");
+    ExpectRefused({"serve", "--items"},
+                  "missing argument for --items; see javamw-sim serve --help");
+}
+
+TEST_F(Program, SuggestsTheWordThatWasProbablyMeant) {
+    ExpectRefused({"serv"}, "unknown command 'serv' (did you mean serve?); see javamw-sim --help");
+    ExpectRefused(
+        {"call", "additems"},
+        "unknown function 'additems' (did you mean AddItems?); see javamw-sim call --help");
+    ExpectRefused({"call", "GetSelektion"},
+                  "unknown function 'GetSelektion' (did you mean GetSelection?); "
+                  "see javamw-sim call --help");
+}
+
+TEST_F(Program, TakesHelpAsACommand) {
+    EXPECT_EQ(RunSimulator({"help"}).output, RunSimulator({"--help"}).output);
+    EXPECT_EQ(RunSimulator({"help", "serve"}).output, RunSimulator({"serve", "--help"}).output);
+    EXPECT_EQ(RunSimulator({"help", "serve"}).status, SUCCESS);
+    EXPECT_THAT(RunSimulator({"--help"}).output, HasSubstr("javamw-sim help COMMAND"));
 }
 
 TEST_F(Program, RefusesWhatACommandDoesNotTake) {

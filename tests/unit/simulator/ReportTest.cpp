@@ -26,7 +26,9 @@ TEST(TextReports, AreTheLinesThatPeopleRead) {
     EXPECT_EQ(report->Event(APPLICATION, {Event::LocalCreated, 0}, NONE),
               "event 4 LocalCreated selection none");
     EXPECT_EQ(report->Event(APPLICATION, {Event::ItemClicked, 2}, UNKNOWN),
-              "event 3 ItemClicked with 2 unexpected bytes selection unreadable: gone\\x0aaway");
+              "event 3 ItemClicked with 2 unexpected bytes choice unknown: gone\\x0aaway");
+    EXPECT_EQ(report->Event(APPLICATION, {Event::ItemClicked, 0}, WEATHER),
+              "event 3 ItemClicked chose w1\tWeather");
     EXPECT_EQ(report->ItemOfReply({"w\t1", "Weather"}), "w\\x091\tWeather");
 }
 

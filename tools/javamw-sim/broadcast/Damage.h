@@ -25,7 +25,7 @@ struct Damage {
     size_t sections() const { return wrongChecksums + malformedSections; }
 };
 
-/// "3 damages in packets (2 lost sync, 1 gaps), 1 in sections (1 wrong CRC)"; empty for none.
+/// "3 in packets (2 lost sync, 1 gaps), 1 in sections (1 wrong CRC)"; empty for none.
 std::string Describe(const Damage& damage);
 
 }  // namespace applist::sim

@@ -41,8 +41,8 @@ bool LengthsFit(ByteSpan packet) {
 
 }  // namespace
 
-// The library's own table decoders know MPEG tables only; its decoder interface hands out any
-// section as it is.
+// Uses the library's generic section decoder, which delivers sections of any table. The library has
+// table decoders too, but none for application information tables.
 struct SectionAssembler::Library {
     explicit Library(SectionAssembler& owner)
         : handle(dvbpsi_new(&Library::OnMessage, DVBPSI_MSG_ERROR)) {

@@ -58,15 +58,15 @@ void Announcer::AnnounceTimes(Announcement announcement, unsigned times) {
 void Announcer::AnnounceQueued() {
     while (!m_queue.empty()) {
         Queued& first = m_queue.front();
-        const auto announced = AnnounceName(m_connection, first.name);
-        const bool taken = announced && !*announced;
-        if (taken && ++first.tries < MOST_TRIES) {
+        const AnnounceResult result = AnnounceName(m_connection, first.name);
+        using Code = AnnounceResult::Code;
+        if (result.code == Code::Taken && ++first.tries < MOST_TRIES) {
             m_again = OwnSource(g_timeout_add(AGAIN_MS, &cb_AnnounceAgain, this));
             return;
         }
-        if (taken || !announced) {
-            m_listener.failed("cannot announce " +
-                              (taken ? first.name + ": it is taken" : announced.error()));
+        if (result.code != Code::Announced) {
+            (result.code == Code::Denied ? m_listener.denied
+                                         : m_listener.failed)("cannot announce " + result.error);
         }
         m_queue.pop_front();
     }

@@ -18,6 +18,8 @@ class Announcer {
 public:
     struct Listener {
         std::function<void(const std::string& error)> failed;
+        /// The policy of the bus does not allow the announcement.
+        std::function<void(const std::string& error)> denied;
         /// An announcement that the plan delays was made.
         std::function<void()> late;
     };

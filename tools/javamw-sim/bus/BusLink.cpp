@@ -20,6 +20,7 @@ BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener, const Hand
       m_uniqueName(g_dbus_connection_get_unique_name(m_connection.get())),
       m_announcer(m_connection.get(),
                   {[this](const std::string& error) { m_listener.LinkFailed(error); },
+                   [this](const std::string& error) { m_listener.LinkDenied(error); },
                    [this] { ReportUnanswered(); }},
                   plan),
       m_cancellable(g_cancellable_new()) {

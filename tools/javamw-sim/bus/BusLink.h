@@ -37,6 +37,9 @@ public:
     virtual Bytes Called(const std::string& application, const Bytes& message) = 0;
     /// Something did not work; error says what.
     virtual void LinkFailed(const std::string& error) = 0;
+    /// The policy of the bus does not allow this process to be a middleware; error says what was
+    /// denied. May be called from the constructor of the link.
+    virtual void LinkDenied(const std::string& error) { LinkFailed(error); }
     /// The bus itself is gone: nothing comes any more.
     virtual void BusLost() = 0;
 };

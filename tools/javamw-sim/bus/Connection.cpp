@@ -48,24 +48,26 @@ Result<ConnectionPtr> OpenBus(const std::string& address) {
     return connection;
 }
 
-// Asking without a place in the queue matters: a queued claim would take the name over from the
-// other owner at once, and listeners would never see that owner's release.
-Result<bool> AnnounceName(GDBusConnection* connection, const std::string& name) {
+// The request is not queued. A queued request would take the name over as soon as its owner
+// releases it, and listeners would never see that release.
+AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name) {
+    using Code = AnnounceResult::Code;
     GError* error = nullptr;
     const auto claimed = CallDaemon(connection, "RequestName",
                                     g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), &error);
     if (!claimed) {
-        return Result<bool>::Failure(name + ": " + TakeMessage(error));
+        const bool denied = g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_ACCESS_DENIED) != 0;
+        return {denied ? Code::Denied : Code::Failed, name + ": " + TakeMessage(error)};
     }
     unsigned code = 0;
     g_variant_get(claimed.get(), "(u)", &code);
     if (code != PRIMARY_OWNER) {
-        return false;
+        return {Code::Taken, name + ": it is taken"};
     }
     if (!CallDaemon(connection, "ReleaseName", g_variant_new("(s)", name.c_str()), &error)) {
-        return Result<bool>::Failure(name + ": " + TakeMessage(error));
+        return {Code::Failed, name + ": " + TakeMessage(error)};
     }
-    return true;
+    return {};
 }
 
 }  // namespace applist::sim

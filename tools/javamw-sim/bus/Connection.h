@@ -15,9 +15,20 @@ using ConnectionPtr = GObjectPtr<GDBusConnection>;
 /// connection is not shared, and its loss does not end the process. Blocks.
 Result<ConnectionPtr> OpenBus(const std::string& address);
 
+/// The outcome of AnnounceName().
+struct AnnounceResult {
+    enum class Code {
+        Announced,
+        Taken,   ///< Another connection owns the name at this moment; a later try will succeed.
+        Denied,  ///< The policy of the bus does not allow this connection to own the name.
+        Failed,
+    };
+    Code code = Code::Announced;
+    std::string error;  ///< Empty if announced.
+};
+
 /// Owns name for an instant: listeners learn this connection's unique name from the release.
-/// Blocks for two calls to the bus daemon. Returns false iff another connection holds the name at
-/// this moment; then nothing was announced and a later try will do.
-Result<bool> AnnounceName(GDBusConnection* connection, const std::string& name);
+/// Blocks for two calls to the bus daemon.
+AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name);
 
 }  // namespace applist::sim

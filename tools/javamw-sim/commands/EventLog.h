@@ -9,15 +9,16 @@
 #include <string>
 
 #include "commands/Report.h"
-#include "protocol/ListClient.h"
+#include "protocol/SelectionReader.h"
 
 namespace applist::sim {
 
-/// Turns events into lines, each with the selection read after it, in the order of the events.
+/// Prints each event together with the selection that was read after it, in the order of the
+/// events.
 ///
-/// An event says only that something happened, and it arrives before the reply to the call that
-/// caused it: the selection is asked for without waiting, and a line is held back until the lines
-/// before it are complete.
+/// An event carries no item, and it arrives before the reply to the call that caused it. The log
+/// therefore reads the selection without blocking, and prints a line only when all lines before it
+/// are complete.
 class EventLog {
 public:
     using Print = std::function<void(const std::string& line)>;
@@ -27,23 +28,22 @@ public:
 
     void Add(const std::string& application, const Notification& notification);
 
-    /// The application is gone: its events that wait for an answer get none. To be called before
-    /// that end is printed.
-    void Lost(const std::string& application);
+    /// Prints the pending events of an application that left the bus. Call this before printing
+    /// that it left.
+    void Lost(const std::string& application) { m_reader.Lost(application); }
 
 private:
     struct Entry {
         uint64_t number = 0;
         std::string application;
         Notification notification;
-        std::optional<SelectedItem> selection;  ///< Nothing until that has been asked.
+        std::optional<SelectedItem> selection;  ///< Absent until it has been read.
     };
     void Complete(uint64_t number, const SelectedItem& selection);
-    void PrintCompleted();
 
-    ListClient& m_client;
     const Report& m_report;
     Print m_print;
+    SelectionReader m_reader;
     uint64_t m_lastNumber = 0;
     std::deque<Entry> m_entries;
 };

@@ -32,20 +32,15 @@ public:
     }
     std::string Event(const std::string& /*application*/, const Notification& notification,
                       const SelectedItem& selection) const override {
-        return Paint(DescribeNotification(notification), colour::STRONG) + " selection " +
-               Describe(selection);
+        const std::string read = DescribeSelection(notification.event, selection);
+        return Paint(DescribeNotification(notification), colour::STRONG) + ' ' +
+               (selection.problem.empty() ? read : Paint(read, colour::BAD));
     }
     std::string ItemOfReply(const Item& item) const override { return ItemLine(item); }
 
 private:
     std::string Paint(const std::string& text, const char* colour) const {
         return m_colours ? Painted(text, colour) : text;
-    }
-    std::string Describe(const SelectedItem& selection) const {
-        if (!selection.problem.empty()) {
-            return Paint("unreadable: " + OneLine(selection.problem), colour::BAD);
-        }
-        return selection.item ? ItemLine(*selection.item) : "none";
     }
 
     bool m_colours;
@@ -118,17 +113,6 @@ private:
 };
 
 }  // namespace
-
-SelectedItem SelectedIn(const Result<Items>& reply) {
-    if (!reply) {
-        return {std::nullopt, reply.error()};
-    }
-    if (reply->size() != 1) {
-        return {std::nullopt, std::to_string(reply->size()) + " items in the reply"};
-    }
-    const Item& item = reply->front();
-    return {item.id.empty() ? std::nullopt : std::optional(item), ""};
-}
 
 std::unique_ptr<Report> TextReport(bool colours) {
     return std::make_unique<Text>(colours);

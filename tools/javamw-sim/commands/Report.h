@@ -3,22 +3,11 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
-#include "Result.h"
-#include "protocol/Protocol.h"
+#include "protocol/SelectionReader.h"
 
 namespace applist::sim {
-
-/// What was selected after an event.
-struct SelectedItem {
-    std::optional<Item> item;  ///< Nothing is selected if absent.
-    std::string problem;       ///< Why that is not known; empty if it is.
-};
-
-/// What a reply to GetSelection says.
-SelectedItem SelectedIn(const Result<Items>& reply);
 
 /// How many items of a list an update touched.
 struct UpdateCounts {

@@ -9,6 +9,10 @@
 namespace applist::sim {
 namespace {
 
+constexpr const char* HIDDEN_HINT =
+    "an application that offers no data services shows a notice and does not announce itself; "
+    "\"platformctl visible\" says whether that is so";
+
 ConnectionPtr Share(const ConnectionPtr& connection) {
     return ConnectionPtr(G_DBUS_CONNECTION(g_object_ref(connection.get())));
 }
@@ -74,6 +78,11 @@ void Session::LinkFailed(const std::string& error) {
     Complain(error);
 }
 
+void Session::LinkDenied(const std::string& error) {
+    Complain(error + '\n' + DENIED_HINT);
+    End(ExitCode::NoBus);
+}
+
 void Session::BusLost() {
     Complain("the bus closed the connection");
     End(ExitCode::NoBus);
@@ -107,7 +116,7 @@ void Session::WatchClock() {
 
 void Session::OnTimeout() {
     m_clock.Forget();
-    Complain("no application within " + std::to_string(*m_options.timeout) + " s");
+    Complain("no application within " + std::to_string(*m_options.timeout) + " s\n" + HIDDEN_HINT);
     End(ExitCode::NoApplication);
 }
 

@@ -62,6 +62,7 @@ private:
     void Notified(const std::string& application, const Bytes& message) final;
     Bytes Called(const std::string& application, const Bytes& message) final;
     void LinkFailed(const std::string& error) final;
+    void LinkDenied(const std::string& error) final;
     void BusLost() final;
 
     /// Empty on success, otherwise what is wrong with the file.

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "Result.h"
 #include "broadcast/Broadcast.h"
 #include "protocol/Item.h"
 

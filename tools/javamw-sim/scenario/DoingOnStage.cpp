@@ -64,7 +64,8 @@ Outcome Executor::Doing::operator()(const Announce& action) const {
     if (joined.verdict == Verdict::Held) {
         partner().Announce(action.announcement);
     }
-    return joined;
+    const std::string& problem = partner().busProblem();
+    return problem.empty() ? joined : Outcome{Verdict::NoBus, problem, std::nullopt};
 }
 
 Outcome Executor::Doing::AwaitThen(const std::function<bool()>& done, Duration patience,
@@ -77,7 +78,7 @@ Outcome Executor::Doing::AwaitThen(const std::function<bool()>& done, Duration p
         case Waited::Interrupted:
             return {Verdict::Interrupted, "interrupted", std::nullopt};
         case Waited::BusLost:
-            return {Verdict::NoBus, "the bus closed the connection", std::nullopt};
+            return {Verdict::NoBus, partner().busProblem(), std::nullopt};
     }
     return Held();
 }

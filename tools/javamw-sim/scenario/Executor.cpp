@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "scenario/Executor.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "scenario/Doing.h"
@@ -14,9 +15,11 @@ constexpr const char* FIRST_PARTNER = "middleware";
 
 }  // namespace
 
-Executor::Executor(std::string address, Partner::Observer observer)
+Executor::Executor(std::string address, Partner::Observer observer,
+                   Partner::ChoiceObserver choiceObserver)
     : m_address(std::move(address)),
       m_observer(std::move(observer)),
+      m_choiceObserver(std::move(choiceObserver)),
       m_timeout(USUAL_TIMEOUT),
       m_partner(&PartnerNamed(FIRST_PARTNER)) {}
 
@@ -36,10 +39,19 @@ void Executor::Interrupt() {
     m_interrupted = true;
 }
 
+void Executor::FinishChoices() {
+    Await(
+        [this] {
+            return std::none_of(m_partners.begin(), m_partners.end(),
+                                [](const auto& entry) { return entry.second->IsChoicePending(); });
+        },
+        m_timeout);
+}
+
 Partner& Executor::PartnerNamed(const std::string& name) {
     auto& partner = m_partners[name];
     if (!partner) {
-        partner = std::make_unique<Partner>(name, m_address, m_observer);
+        partner = std::make_unique<Partner>(name, m_address, m_observer, m_choiceObserver);
     }
     return *partner;
 }
@@ -52,7 +64,7 @@ Executor::Waited Executor::Await(const std::function<bool()>& done, Duration pat
         if (m_interrupted) {
             return Waited::Interrupted;
         }
-        if (m_partner->busLost()) {
+        if (!m_partner->busProblem().empty()) {
             return Waited::BusLost;
         }
         if (tooLong) {

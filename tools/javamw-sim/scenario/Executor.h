@@ -42,7 +42,8 @@ class Executor {
 public:
     /// address is the bus'; empty for the system bus. observer is told of what happens while a
     /// statement runs and at any other time that the main context runs.
-    Executor(std::string address, Partner::Observer observer);
+    Executor(std::string address, Partner::Observer observer,
+             Partner::ChoiceObserver choiceObserver = nullptr);
     ~Executor();
     Executor(const Executor&) = delete;
     Executor& operator=(const Executor&) = delete;
@@ -56,6 +57,10 @@ public:
     /// Ends the statement that is under way, or else the next one. May be called from a callback
     /// of the main context.
     void Interrupt();
+
+    /// Runs the main context until the choice observer has been called for each event 3 that has
+    /// arrived; no longer than the timeout of statements.
+    void FinishChoices();
 
     /// Who acts.
     Partner& partner() { return *m_partner; }
@@ -71,6 +76,7 @@ private:
 
     std::string m_address;
     Partner::Observer m_observer;
+    Partner::ChoiceObserver m_choiceObserver;
     Duration m_timeout;
     std::map<std::string, std::unique_ptr<Partner>> m_partners;
     Partner* m_partner;

@@ -4,10 +4,16 @@
 
 #include <utility>
 
+#include "Output.h"
+
 namespace applist::sim {
 
-Partner::Partner(std::string name, std::string address, Observer observer)
-    : m_name(std::move(name)), m_address(std::move(address)), m_observer(std::move(observer)) {}
+Partner::Partner(std::string name, std::string address, Observer observer,
+                 ChoiceObserver choiceObserver)
+    : m_name(std::move(name)),
+      m_address(std::move(address)),
+      m_observer(std::move(observer)),
+      m_choiceObserver(std::move(choiceObserver)) {}
 
 Partner::~Partner() = default;
 
@@ -27,12 +33,17 @@ std::string Partner::Join() {
         return "cannot reach the bus: " + connection.error();
     }
     m_link = std::make_unique<BusLink>(std::move(*connection), *this, m_plan);
-    return {};
+    if (m_choiceObserver) {
+        m_client = std::make_unique<ListClient>(*m_link);
+        m_selections = std::make_unique<SelectionReader>(*m_client);
+    }
+    return m_busProblem;
 }
 
 void Partner::Vanish() {
     m_link.reset();
-    m_busLost = false;
+    m_selections.reset();
+    m_busProblem.clear();
     m_connected = false;
     m_application.clear();
 }
@@ -48,6 +59,9 @@ void Partner::Disconnected(const std::string& application) {
         m_connected = false;
         m_application.clear();
     }
+    if (m_selections) {
+        m_selections->Lost(application);
+    }
     m_observer(*this, "disconnected " + application);
 }
 
@@ -58,9 +72,27 @@ void Partner::Announced(const std::string& application, Announcement announcemen
     m_announcements.push_back(announcement);
 }
 
-void Partner::Notified(const std::string& /*application*/, const Bytes& message) {
+void Partner::Notified(const std::string& application, const Bytes& message) {
     m_events.push_back(message);
-    m_observer(*this, DescribeMessage(message));
+    const auto event = DecodeNotification(message);
+    if (!event || !TakeChoice(application, *event)) {
+        m_observer(*this, DescribeMessage(message));
+    }
+}
+
+// The selection is read after event 2 as well, because it is the choice if the application does not
+// answer after event 3.
+bool Partner::TakeChoice(const std::string& application, const Notification& event) {
+    const bool choice = event.event == Event::ItemClicked;
+    if (m_selections && (choice || event.event == Event::ItemSelected)) {
+        m_selections->Read(application, event.event,
+                           [this, event, choice](const SelectedItem& selection) {
+                               if (choice) {
+                                   m_choiceObserver(*this, event, selection);
+                               }
+                           });
+    }
+    return m_selections && choice;
 }
 
 Bytes Partner::Called(const std::string& application, const Bytes& message) {
@@ -72,9 +104,13 @@ void Partner::LinkFailed(const std::string& error) {
     m_observer(*this, error);
 }
 
+void Partner::LinkDenied(const std::string& error) {
+    m_busProblem = error + "; " + DENIED_HINT;
+}
+
 void Partner::BusLost() {
-    m_busLost = true;
-    m_observer(*this, "the bus closed the connection");
+    m_busProblem = "the bus closed the connection";
+    m_observer(*this, m_busProblem);
 }
 
 std::string DescribeMessage(const Bytes& message) {

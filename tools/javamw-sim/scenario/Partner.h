@@ -10,6 +10,7 @@
 
 #include "bus/BusLink.h"
 #include "bus/HandshakePlan.h"
+#include "protocol/SelectionReader.h"
 
 namespace applist::sim {
 
@@ -20,8 +21,14 @@ public:
     /// Told of everything that happens to a partner, as one line: "connected :1.2".
     using Observer = std::function<void(const Partner& partner, const std::string& happening)>;
 
-    /// address is the bus'; empty for the system bus.
-    Partner(std::string name, std::string address, Observer observer);
+    /// Called for each event 3 with the item that the viewer chose, instead of the observer.
+    using ChoiceObserver = std::function<void(const Partner& partner, const Notification& event,
+                                              const SelectedItem& choice)>;
+
+    /// address is the bus'; empty for the system bus. Without a choice observer the partner makes
+    /// no calls of its own.
+    Partner(std::string name, std::string address, Observer observer,
+            ChoiceObserver choiceObserver);
     ~Partner() override;
     Partner(const Partner&) = delete;
     Partner& operator=(const Partner&) = delete;
@@ -39,8 +46,13 @@ public:
     /// Closes the connection, after what was sent is on its way. What was heard is kept.
     void Vanish();
     bool joined() const { return m_link != nullptr; }
-    /// The bus ended the connection; nothing can be heard any more.
-    bool busLost() const { return m_busLost; }
+    /// Why the bus cannot be used any more: it closed the connection, or its policy denies the
+    /// middleware's names. Empty while it can be used.
+    const std::string& busProblem() const { return m_busProblem; }
+    /// True if the choice observer is still to be called for an event 3 that has arrived.
+    bool IsChoicePending() const {
+        return m_selections && m_selections->IsPending(Event::ItemClicked);
+    }
 
     /// The application that calls go to: the one that connected last and is still there, otherwise
     /// the one heard last in the handshake. Empty if none has been heard.
@@ -67,14 +79,20 @@ private:
     void Notified(const std::string& application, const Bytes& message) override;
     Bytes Called(const std::string& application, const Bytes& message) override;
     void LinkFailed(const std::string& error) override;
+    void LinkDenied(const std::string& error) override;
     void BusLost() override;
+    /// True if the choice observer takes the event.
+    bool TakeChoice(const std::string& application, const Notification& event);
 
     std::string m_name;
     std::string m_address;
-    Observer m_observer;
     HandshakePlan m_plan;
-    std::unique_ptr<BusLink> m_link;
-    bool m_busLost = false;
+    Observer m_observer;
+    ChoiceObserver m_choiceObserver;
+    std::unique_ptr<ListClient> m_client;
+    std::unique_ptr<SelectionReader> m_selections;  ///< Null without a choice observer.
+    std::unique_ptr<BusLink> m_link;  ///< Destroyed first: its callbacks use the members above.
+    std::string m_busProblem;
     bool m_connected = false;
     std::string m_application;
     std::deque<Bytes> m_events;

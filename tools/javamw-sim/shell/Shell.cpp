@@ -38,9 +38,14 @@ Shell::Shell(ShellOptions options)
     : m_options(std::move(options)),
       m_person(IsPerson()),
       m_output(m_options.json, !m_options.json && OutputTakesColours()),
-      m_executor(m_options.address, [this](const Partner& partner, const std::string& happening) {
-          OnHappening(partner, happening);
-      }) {}
+      m_executor(
+          m_options.address,
+          [this](const Partner& partner, const std::string& happening) {
+              OnHappening(partner, happening);
+          },
+          [this](const Partner& partner, const Notification& event, const SelectedItem& choice) {
+              OnChoice(partner, event, choice);
+          }) {}
 
 Shell::~Shell() = default;
 
@@ -59,6 +64,7 @@ ExitCode Shell::Run() {
     }
     if (!m_end) {
         SettlePending(nullptr);
+        m_executor.FinishChoices();
     }
     return m_end.value_or(ExitCode::Success);
 }
@@ -125,6 +131,7 @@ bool Shell::DoCommand(const std::string& line) {
         PrintBusctl(rest);
     } else if (word == "quit" && rest.empty()) {
         SettlePending(nullptr);
+        m_executor.FinishChoices();
         End(ExitCode::Success);
     } else {
         return false;
@@ -264,7 +271,7 @@ void Shell::Fail(const std::string& statement, const std::string& problem, ExitC
 
 void Shell::OnHappening(const Partner& partner, const std::string& happening) {
     Show(m_output.Happening(partner.name(), happening));
-    if (partner.busLost()) {
+    if (!partner.busProblem().empty()) {
         End(ExitCode::NoBus);
     }
 }

@@ -65,6 +65,9 @@ private:
     }
     void Fail(const std::string& statement, const std::string& problem, ExitCode code, size_t line);
     void OnHappening(const Partner& partner, const std::string& happening);
+    void OnChoice(const Partner& partner, const Notification& event, const SelectedItem& choice) {
+        Show(m_output.Choice(partner.name(), event, choice));
+    }
     void OnInterrupted();
     void End(ExitCode code);
     static int cb_Interrupted(void* shell) noexcept;

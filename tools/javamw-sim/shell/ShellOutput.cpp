@@ -32,6 +32,23 @@ std::string ShellOutput::Happening(const std::string& partner, const std::string
                   : In(colour::QUIET, OneLine(partner + ": " + happening));
 }
 
+std::string ShellOutput::Choice(const std::string& partner, const Notification& event,
+                                const SelectedItem& choice) const {
+    if (!m_json) {
+        return In(colour::QUIET, OneLine(partner + ": " + DescribeNotification(event)) + ' ' +
+                                     DescribeSelection(event.event, choice));
+    }
+    JsonWriter writer = Begin("happening");
+    writer.Text("partner", partner).Text("text", DescribeNotification(event));
+    if (choice.item) {
+        writer.Object("selection").Text("id", choice.item->id).Text("name", choice.item->name);
+        writer.EndObject();
+    } else {
+        writer.Null("selection");
+    }
+    return writer.TextUnlessEmpty("problem", choice.problem).EndObject().Finish();
+}
+
 std::string ShellOutput::Held(const std::string& statement) const {
     return m_json ? Begin("held").Text("statement", statement).EndObject().Finish()
                   : In(colour::GOOD, "ok");

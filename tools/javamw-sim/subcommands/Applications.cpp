@@ -31,7 +31,7 @@ constexpr const char* DETAILS =
 
 using Format = std::string (*)(const std::vector<ListedApplication>&);
 
-// Empty when everything was written.
+/// Fails if standard output does not take the whole text.
 ExitCode Write(const std::string& text) {
     const bool written =
         std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;

@@ -1,5 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <iterator>
+
+#include "Help.h"
 #include "commands/CallOnce.h"
 #include "protocol/CallArguments.h"
 #include "subcommands/SessionArguments.h"
@@ -31,6 +35,13 @@ std::string Details() {
     return text + '\n' + DETAILS;
 }
 
+std::vector<std::string> FunctionNames() {
+    std::vector<std::string> names;
+    std::transform(FUNCTIONS.begin(), FUNCTIONS.end(), std::back_inserter(names),
+                   [](Function function) { return std::string(NameOf(function)); });
+    return names;
+}
+
 Result<Job> Prepare(const Arguments& given) {
     auto session = SessionOptionsFrom(given);
     if (!session) {
@@ -43,7 +54,8 @@ Result<Job> Prepare(const Arguments& given) {
     const std::string& name = given.words().front();
     const auto function = FunctionByName(name);
     if (!function) {
-        return Result<Job>::Failure("unknown function '" + name + "'");
+        return Result<Job>::Failure("unknown function '" + name + "'" +
+                                    Suggestion(name, FunctionNames()));
     }
     const auto items =
         ParseCallArguments(*function, {given.words().begin() + 1, given.words().end()});

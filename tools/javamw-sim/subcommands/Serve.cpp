@@ -21,6 +21,8 @@ constexpr const char* DETAILS =
     "  filled APPLICATION with COUNT items\n"
     "  updated APPLICATION: COUNT added, COUNT removed, COUNT renamed\n"
     "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
+    "  event 3 ItemClicked chose ID<TAB>NAME | none\n"
+    "  event 3 ItemClicked choice unknown: REASON\n"
     "  disconnected APPLICATION\n"
     "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
     "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
