@@ -29,6 +29,9 @@ Exit SetRegion(const Request& request);
 /// All that is known, with its values.
 Exit ListData(const Request& request);
 
+/// The keys that stand for keys of the remote control.
+Exit ListKeys(const Request& request);
+
 /// Asks the menu's question and tells the answer and its reason.
 Exit TellVisible(const Request& request);
 

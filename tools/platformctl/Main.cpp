@@ -22,12 +22,13 @@ struct Command {
     const char* purpose;
 };
 
-const std::array<Command, 10>& Commands() {
-    static const std::array<Command, 10> commands{{
+const std::array<Command, 11>& Commands() {
+    static const std::array<Command, 11> commands{{
         {{"get"}, "KEY", 1, 1, GetSetting, "print a setting"},
         {{"set"}, "KEY bool|int VALUE", 3, 3, SetSetting, "store a setting"},
         {{"unset"}, "KEY", 1, 1, UnsetSetting, "remove a setting"},
         {{"list"}, "", 0, 0, ListData, "print all settings and factory items"},
+        {{"keys"}, "", 0, 0, ListKeys, "print which keys are the remote control's"},
         {{"factory", "get"}, "ID", 1, 1, GetFactoryItem, "print a factory item"},
         {{"factory", "set"}, "ID VALUE", 2, 2, SetFactoryItem, "store a factory item"},
         {{"factory", "unset"}, "ID", 1, 1, UnsetFactoryItem, "remove a factory item"},

@@ -9,6 +9,9 @@
 #include <utility>
 
 #include "CallbackGuard.h"
+#include "DataPaths.h"
+#include "KeyTable.h"
+#include "Log.h"
 #include "accessibility/ScreenReader.h"
 #include "accessibility/SpokenNames.h"
 #include "app/ApplicationId.h"
@@ -34,6 +37,14 @@ bool IsServiceStart(int argc, const char* const* argv) {
     return std::any_of(argv, argv + argc, [](const char* argument) {
         return std::string_view(argument) == SERVICE_ARGUMENT;
     });
+}
+
+KeyTable ReadKeys() {
+    KeyTableReading reading = ReadKeyTable(KeyTablePath());
+    for (const std::string& problem : reading.problems) {
+        LOG_ERROR("%s", problem.c_str());
+    }
+    return std::move(reading.table);
 }
 
 void OnFirstTurn(void* lifecycle) {
@@ -69,7 +80,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     SpareMemory memory;
     const GlibLoop glib([&memory] { memory.GiveBack(); });
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
-    const Keyboard keyboard(windows);
+    const Keyboard keyboard(windows, ReadKeys());
     const ThemeSignals signals;
     const KeyFrames frames(windows);
     SpokenNames names;

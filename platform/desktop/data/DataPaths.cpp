@@ -30,4 +30,8 @@ std::string FactoryDataPath() {
     return PathOf("factory.ini", g_get_user_data_dir(), "factory.ini");
 }
 
+std::string KeyTablePath() {
+    return PathOf("keys.ini", g_get_user_data_dir(), "keys.ini");
+}
+
 }  // namespace applist::desktop

@@ -14,5 +14,7 @@ std::string PersistentSettingsPath();
 std::string VolatileSettingsPath();
 /// What the factory wrote into the set.
 std::string FactoryDataPath();
+/// Which keys the set's remote control and keyboards have; for ReadKeyTable().
+std::string KeyTablePath();
 
 }  // namespace applist::desktop

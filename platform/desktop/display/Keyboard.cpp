@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "display/Keyboard.h"
 
+#include <string>
+#include <string_view>
+#include <utility>
+
 #include "CallbackGuard.h"
-#include "display/KeyNames.h"
 
 namespace applist::desktop {
 namespace {
@@ -22,22 +25,18 @@ Eina_Bool OnRelease(void* keyboard, int, void* key) {
     return taken ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
 }
 
-// The strings of an event lie behind it in one piece of memory, which is freed as a whole, so
-// pointers to other strings may stand in their place.
-void Rename(Ecore_Event_Key& key) {
-    if (const char* name = RemoteControlKey(key.key)) {
-        key.key = name;
-        key.keyname = name;
-        // What the key would type.
-        key.string = nullptr;
-        key.compose = nullptr;
-    }
+// The toolkit's name for a key that the keymap has none for is made from its code on X only.
+std::string NameOf(const Ecore_Event_Key& key) {
+    const std::string_view name = key.key;
+    return name.empty() || name == "NoSymbol" ? "Keycode-" + std::to_string(key.keycode)
+                                              : std::string(name);
 }
 
 }  // namespace
 
-Keyboard::Keyboard(Windows& windows)
+Keyboard::Keyboard(Windows& windows, KeyTable keys)
     : m_windows(windows),
+      m_keys(std::move(keys)),
       m_listSteps(windows),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
       m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {
@@ -63,6 +62,18 @@ bool Keyboard::Release(Ecore_Event_Key& key) {
     const bool pressedHere = m_down.erase(key.keycode) > 0;
     Rename(key);
     return !pressedHere || !m_windows.TakesKeys(key.window);
+}
+
+// The strings of an event lie behind it in one piece of memory, which is freed as a whole, so
+// pointers to other strings may replace the pointers to them.
+void Keyboard::Rename(Ecore_Event_Key& key) const {
+    if (const char* name = m_keys.Find(NameOf(key))) {
+        key.key = name;
+        key.keyname = name;
+        // What the key would type.
+        key.string = nullptr;
+        key.compose = nullptr;
+    }
 }
 
 void Keyboard::Moved(const Windows::Keys& held) {

@@ -4,6 +4,7 @@
 
 #include <Ecore_Input.h>
 
+#include "KeyTable.h"
 #include "display/EventHandler.h"
 #include "display/ListSteps.h"
 
@@ -17,8 +18,8 @@ namespace applist::desktop {
 /// the original key. Main thread only; lives while the toolkit does.
 class Keyboard {
 public:
-    /// windows must outlive the object.
-    explicit Keyboard(Windows& windows);
+    /// windows must outlive the object. keys says which key is which of the remote control.
+    explicit Keyboard(Windows& windows, KeyTable keys = {});
 
     /// A key goes down; true iff nobody else may see it.
     bool Press(Ecore_Event_Key& key);
@@ -31,7 +32,10 @@ public:
     void Moved(const Windows::Keys& held);
 
 private:
+    void Rename(Ecore_Event_Key& key) const;
+
     Windows& m_windows;
+    KeyTable m_keys;
     ListSteps m_listSteps;
     /// Keys that were pressed in a visible window and have not been released since.
     Windows::Keys m_down;

@@ -71,6 +71,25 @@ TEST_F(Platformctl, PrintsJson) {
                                 "\",\n      \"type\" : \"int\",\n      \"value\" : null\n"));
 }
 
+TEST_F(Platformctl, PrintsTheKeysInEffect) {
+    EXPECT_THAT(Run({"keys"}).output, HasSubstr("Escape\tXF86Back\nF10\tXF86Exit\n"));
+    m_root.Write("keys.ini", "F9=XF86Exit\n");
+    const auto keys = Run({"keys"});
+    EXPECT_EQ(keys.status, 0) << keys.errors;
+    EXPECT_THAT(keys.output, HasSubstr("F10\tXF86Exit\nF9\tXF86Exit\n"));
+    EXPECT_THAT(Run({"keys", "--json"}).output,
+                HasSubstr("\"key\" : \"F9\",\n      \"name\" : \"XF86Exit\"\n"));
+}
+
+TEST_F(Platformctl, PrintsTheKeysBesideABadLine) {
+    m_root.Write("keys.ini", "F8=Fire\nF9=XF86Exit\n");
+    const auto keys = Run({"keys"});
+    EXPECT_EQ(keys.status, 1);
+    EXPECT_EQ(keys.errors, "platformctl: " + m_root.Path("keys.ini") +
+                               ": line 1: not a key of the remote control: Fire\n");
+    EXPECT_THAT(keys.output, HasSubstr("F9\tXF86Exit\n"));
+}
+
 TEST_F(Platformctl, PrintsItsHelp) {
     const auto result = Run({"--help"});
     EXPECT_EQ(result.status, 0);

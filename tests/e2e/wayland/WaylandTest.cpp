@@ -69,6 +69,14 @@ private:
     std::string m_log;
 };
 
+TEST_F(OnWayland, AKeyWithoutANameIsTheSetsByItsCode) {
+    constexpr unsigned int UNNAMED = 120;
+    set.WriteFile("set/keys.ini", "Keycode-120=Down\n");
+    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
+    screen().TypeKeyWithSymbol(0, UNNAMED);
+    EXPECT_TRUE(set.middleware().SeesSelected("b", "Bravo")) << Log();
+}
+
 TEST_F(OnWayland, TheBroadcastIsSeenAroundThePanelToThePixel) {
     const Picture broadcast = weston.Grab();
     ASSERT_NO_FATAL_FAILURE(ShowThreeItems());

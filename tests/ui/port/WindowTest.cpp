@@ -222,6 +222,44 @@ TEST(Keys, TheExitKeyWithoutANameArrivesAsExit) {
     EXPECT_TRUE(on.sample.WaitForLines("key XF86Exit XF86Exit", 1));
 }
 
+TEST(Keys, OfAReceiverArriveAsTheRemoteControls) {
+    OnDisplay on({"", ""});
+    ASSERT_TRUE(on.WaitForPicture());
+    const std::pair<unsigned long, std::string> keys[] = {
+        {0x1008FFA0, "Return"},    // XF86Select
+        {0xFF8D, "Return"},        // KP_Enter
+        {0x1008FF56, "XF86Exit"},  // XF86Close
+        {0x10081192, "Prior"},     // XF86ChannelUp
+        {0x10081193, "Next"},      // XF86ChannelDown
+    };
+    unsigned int code = 200;
+    for (const auto& [symbol, name] : keys) {
+        const std::string line = "key " + name + " " + name;
+        const int before = on.sample.Count(line);
+        on.display.TypeKeyWithSymbol(symbol, code++);
+        EXPECT_TRUE(on.sample.WaitForLines(line, before + 1)) << std::hex << symbol;
+    }
+}
+
+TEST(Keys, AreThoseOfTheSetsFile) {
+    const TemporaryDir root;
+    std::ofstream(root.path() / "keys.ini") << "F2=XF86Exit\nF3=Fire\nF4=XF86Back\n";
+    XDisplay display;
+    auto environment = display.Environment();
+    environment["APPLIST_PLATFORM_ROOT"] = root.path();
+    SampleProcess sample({}, environment);
+    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); }));
+    for (const char* key : {"F2", "F3", "F4"}) {
+        display.TypeKey(key);
+    }
+    EXPECT_TRUE(sample.WaitForLines("key XF86Back XF86Back", 1));
+    EXPECT_EQ(sample.Count("key XF86Exit XF86Exit"), 1);
+    EXPECT_EQ(sample.Count("key F3 F3"), 1);
+    EXPECT_THAT(sample.Errors(),
+                testing::HasSubstr((root.path() / "keys.ini").string() +
+                                   ": line 2: not a key of the remote control: Fire\n"));
+}
+
 class KeyHeldSinceBeforeTheStart : public testing::TestWithParam<const char*> {};
 
 TEST_P(KeyHeldSinceBeforeTheStart, DoesNothingWhenItIsReleased) {

@@ -1,0 +1,99 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "KeyTable.h"
+
+#include <algorithm>
+#include <array>
+#include <glib.h>
+
+namespace applist::desktop {
+namespace {
+
+// What the application and the toolkit's list act on.
+constexpr std::array<const char*, 9> REMOTE_CONTROL{
+    "Up", "Down", "Left", "Right", "Return", "Prior", "Next", "XF86Back", "XF86Exit",
+};
+
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r";
+    const size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos
+               ? std::string_view()
+               : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+// Cuts the first line off text.
+std::string_view TakeLine(std::string_view& text) {
+    const size_t end = std::min(text.find('\n'), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return line;
+}
+
+}  // namespace
+
+// Debian's keymaps call a remote control's Exit key (KEY_EXIT) XF86Close, and have no name for its
+// OK and Select (KEY_OK and KEY_SELECT, 8 more in X's count). X11 does not deliver codes above 255.
+// The toolkit has no name for XF86Exit, which is on code 182 where a keymap has it.
+KeyTable::KeyTable()
+    : m_entries{
+          {"Escape", "XF86Back"},    {"F10", "XF86Exit"},        {"Keycode-182", "XF86Exit"},
+          {"XF86Close", "XF86Exit"}, {"KP_Enter", "Return"},     {"Select", "Return"},
+          {"XF86OK", "Return"},      {"XF86Select", "Return"},   {"Keycode-360", "Return"},
+          {"Keycode-361", "Return"}, {"XF86ChannelUp", "Prior"}, {"XF86ChannelDown", "Next"},
+      } {}
+
+std::vector<std::string> KeyTable::Add(std::string_view content) {
+    std::vector<std::string> problems;
+    for (int number = 1; !content.empty(); ++number) {
+        const std::string problem = AddLine(Trimmed(TakeLine(content)));
+        if (!problem.empty()) {
+            problems.push_back("line " + std::to_string(number) + ": " + problem);
+        }
+    }
+    return problems;
+}
+
+std::string KeyTable::AddLine(std::string_view line) {
+    if (line.empty() || line.front() == '#' || line == "[keys]") {
+        return {};
+    }
+    const size_t sign = line.find('=');
+    const std::string key(Trimmed(line.substr(0, sign)));
+    if (sign == std::string_view::npos || key.empty()) {
+        return "not KEY=NAME";
+    }
+    const std::string_view name = Trimmed(line.substr(sign + 1));
+    const auto* const known = std::find(REMOTE_CONTROL.begin(), REMOTE_CONTROL.end(), name);
+    if (known != REMOTE_CONTROL.end() && *known != key) {
+        m_entries.insert_or_assign(key, *known);
+    } else if (name == key) {
+        m_entries.erase(key);
+    } else {
+        return "not a key of the remote control: " + std::string(name);
+    }
+    return {};
+}
+
+const char* KeyTable::Find(std::string_view key) const {
+    const auto found = m_entries.find(key);
+    return found != m_entries.end() ? found->second : nullptr;
+}
+
+KeyTableReading ReadKeyTable(const std::string& path) {
+    KeyTableReading reading;
+    g_autofree char* content = nullptr;
+    gsize length = 0;
+    g_autoptr(GError) error = nullptr;
+    if (g_file_get_contents(path.c_str(), &content, &length, &error) != FALSE) {
+        reading.problems = reading.table.Add({content, length});
+    } else if (!g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) {
+        reading.problems.push_back(std::string("cannot be read: ") + error->message);
+    }
+    for (std::string& problem : reading.problems) {
+        problem.insert(0, path + ": ");
+    }
+    return reading;
+}
+
+}  // namespace applist::desktop

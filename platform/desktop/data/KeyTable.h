@@ -1,0 +1,50 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace applist::desktop {
+
+/// Which key of a keyboard or receiver is which key of the remote control. Keys have the names that
+/// the display gives them, such as "XF86Select", or "Keycode-360" where it has no name for the key.
+/// README.md of the port lists the built-in table and the names of the remote control's keys.
+class KeyTable {
+public:
+    using Entries = std::map<std::string, const char*, std::less<>>;
+
+    /// The built-in table.
+    KeyTable();
+
+    /// Adds the lines "KEY=NAME" of content, which replace entries for the same key. A key that
+    /// gets its own name is removed from the table. Returns one text for each line that is wrong,
+    /// "line NUMBER: PROBLEM"; the other lines take effect.
+    std::vector<std::string> Add(std::string_view content);
+
+    /// Returns the remote control's name for key, or null if key keeps its name. The result is
+    /// static.
+    const char* Find(std::string_view key) const;
+    const Entries& All() const { return m_entries; }
+
+private:
+    /// Returns the problem, or an empty text.
+    std::string AddLine(std::string_view line);
+
+    Entries m_entries;
+};
+
+/// A key table, and what was wrong with the file that it was read from: each text names the file.
+struct KeyTableReading {
+    KeyTable table;
+    std::vector<std::string> problems;
+};
+
+/// Reads the set's own entries from the file at path into the built-in table. Without the file the
+/// result is the built-in table; a file that cannot be read is a problem. Any thread.
+KeyTableReading ReadKeyTable(const std::string& path);
+
+}  // namespace applist::desktop

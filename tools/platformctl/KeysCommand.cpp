@@ -1,0 +1,39 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cstdio>
+
+#include "Commands.h"
+#include "DataPaths.h"
+#include "Json.h"
+#include "KeyTable.h"
+
+namespace applist::desktop {
+namespace {
+
+void PrintText(const KeyTable& table) {
+    for (const auto& [key, name] : table.All()) {
+        std::printf("%s\t%s\n", key.c_str(), name);
+    }
+}
+
+void PrintJson(const KeyTable& table) {
+    Json json;
+    json.Object().Array("keys");
+    for (const auto& [key, name] : table.All()) {
+        json.Object().Member("key", key).Member("name", name).EndObject();
+    }
+    json.EndArray().EndObject().Print();
+}
+
+}  // namespace
+
+Exit ListKeys(const Request& request) {
+    const KeyTableReading reading = ReadKeyTable(KeyTablePath());
+    (request.json ? PrintJson : PrintText)(reading.table);
+    for (const std::string& problem : reading.problems) {
+        Complain(problem, FAILED);
+    }
+    return reading.problems.empty() ? DONE : FAILED;
+}
+
+}  // namespace applist::desktop
