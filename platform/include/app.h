@@ -44,7 +44,12 @@ int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, void* user_d
 
 /* Asks the loop of ui_app_main() to end; returns at once. May be called from any callback, from
  * create on, and any number of times. Asked for in create, the end comes after the first launch
- * request has been delivered. Outside ui_app_main() it does nothing. */
+ * request has been delivered. Outside ui_app_main() it does nothing.
+ *
+ * If a window is shown, the platform hides it and returns the keyboard at once. From then on a new
+ * launch starts a new instance. The loop continues for up to half a second, so that other programs
+ * can still read from this one what the viewer has chosen; then terminate is called. During this
+ * time no key, no pause and no launch request is delivered. A signal ends the loop at once. */
 void ui_app_exit(void);
 
 /* The window that the platform has made ready for the application called name before it asked for

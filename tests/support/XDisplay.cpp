@@ -179,6 +179,11 @@ void XDisplay::DrainEvents() {
     while (XPending(m_display) > 0) {
         XEvent event;
         XNextEvent(m_display, &event);
+        if (event.type == KeyPress || event.type == KeyRelease) {
+            const char* name = XKeysymToString(XLookupKeysym(&event.xkey, 0));
+            m_receivedKeys.push_back((event.type == KeyPress ? "press " : "release ") +
+                                     std::string(name != nullptr ? name : "unknown"));
+        }
     }
 }
 

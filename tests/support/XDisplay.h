@@ -81,6 +81,8 @@ public:
     /// Opens a full-screen window of one colour 0xRRGGBB, as a video player does, and waits until
     /// the window manager has given it the keys and it is seen; 0 if it is not.
     XlibWindow OpenFullScreen(uint32_t colour);
+    /// The keys that such windows have received so far: "press Return", "release Return".
+    const std::vector<std::string>& ReceivedKeys() const { return m_receivedKeys; }
     void Close(XlibWindow window);
 
     /// Puts a picture of many colours into the background, and waits until it is seen.
@@ -120,6 +122,7 @@ private:
     XlibDisplay* m_display = nullptr;
     XlibWindow m_root = 0;
     XlibWindow m_cover = 0;
+    std::vector<std::string> m_receivedKeys;
     std::unique_ptr<ChildProcess> m_windowManager;
     std::unique_ptr<ChildProcess> m_compositor;
 };

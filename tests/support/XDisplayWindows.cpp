@@ -137,6 +137,7 @@ XlibWindow XDisplay::OpenFullScreen(uint32_t colour) {
     Atom state = XInternAtom(m_display, "_NET_WM_STATE_FULLSCREEN", False);
     XChangeProperty(m_display, window, XInternAtom(m_display, "_NET_WM_STATE", False), XA_ATOM, 32,
                     PropModeReplace, reinterpret_cast<unsigned char*>(&state), 1);
+    XSelectInput(m_display, window, KeyPressMask | KeyReleaseMask);
     XMapRaised(m_display, window);
     return WaitUntil([&] { return FocusedWindow() == window && Pixel(5, 5) == colour; }) ? window
                                                                                          : 0;

@@ -29,6 +29,10 @@
 namespace applist::desktop {
 namespace {
 
+// Time for a slow partner on the bus to read what the viewer has chosen. A garbage collection that
+// holds it up takes some 200 ms.
+constexpr double LEAVE_SECONDS = 0.5;
+
 // For ui_app_exit(), which has no argument.
 Lifecycle* g_running = nullptr;
 
@@ -49,6 +53,11 @@ KeyTable ReadKeys() {
 
 void OnFirstTurn(void* lifecycle) {
     GuardCallback([lifecycle] { static_cast<Lifecycle*>(lifecycle)->Started(); });
+}
+
+Eina_Bool OnWaitOver(void* lifecycle) {
+    GuardCallback([lifecycle] { static_cast<Lifecycle*>(lifecycle)->WaitOver(); });
+    return ECORE_CALLBACK_CANCEL;
 }
 
 }  // namespace
@@ -80,11 +89,16 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     SpareMemory memory;
     const GlibLoop glib([&memory] { memory.GiveBack(); });
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
-    const Keyboard keyboard(windows, ReadKeys());
+    Keyboard keyboard(windows, ReadKeys());
     const ThemeSignals signals;
     const KeyFrames frames(windows);
     SpokenNames names;
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
+    m_makePlace = [&] {
+        instance->Release();
+        keyboard.Close();
+        return windows.Hide();
+    };
     const Result result = RunApplication();
     // From here on a launch must start a new instance: nobody would see it in this one.
     instance.reset();
@@ -109,13 +123,16 @@ Lifecycle::Result Lifecycle::RunApplication() {
     m_looping = true;
     elm_run();
     m_looping = false;
+    if (m_wait != nullptr) {
+        ecore_timer_del(std::exchange(m_wait, nullptr));
+    }
     return ENDED;
 }
 
 void Lifecycle::Started() {
     DeliverLaunch();
     if (m_exitAsked) {
-        elm_exit();
+        Leave();
     }
 }
 
@@ -128,13 +145,30 @@ void Lifecycle::DeliverLaunch() {
 void Lifecycle::Exit() {
     m_exitAsked = true;
     if (m_looping) {
+        Leave();
+    }
+}
+
+void Lifecycle::Leave() {
+    if (std::exchange(m_leaving, true)) {
+        return;
+    }
+    if (m_makePlace()) {
+        m_wait = ecore_timer_add(LEAVE_SECONDS, OnWaitOver, this);
+    } else {
         elm_exit();
     }
 }
 
+// The toolkit deletes the timer.
+void Lifecycle::WaitOver() {
+    m_wait = nullptr;
+    elm_exit();
+}
+
 void Lifecycle::Relaunched(app_control_s& request) {
     // A main context that runs inside create would bring requests before their time.
-    if (!m_created) {
+    if (!m_created || m_leaving) {
         return;
     }
     DeliverLaunch();
@@ -142,6 +176,9 @@ void Lifecycle::Relaunched(app_control_s& request) {
 }
 
 void Lifecycle::VisibilityChanged(bool visible) {
+    if (m_leaving) {
+        return;
+    }
     (visible ? m_callbacks.resume : m_callbacks.pause)(m_userData);
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Ecore.h>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -31,13 +33,17 @@ public:
               std::optional<app_control_s> launch);
 
     Result Run(int argc, char** argv);
-    /// Ends the run; see ui_app_exit().
+    /// Ends the run; see ui_app_exit(). An application that shows a window leaves the screen and
+    /// the session at once, and its loop a little later, so that others can still ask it what the
+    /// viewer has chosen. A signal ends the loop without this wait.
     void Exit();
 
     /// A later launch.
     void Relaunched(app_control_s& request);
     /// The loop's first turn.
     void Started();
+    /// The wait at the end is over.
+    void WaitOver();
     void VisibilityChanged(bool visible);
 
 private:
@@ -46,6 +52,7 @@ private:
     Result HandOver(SingleInstance& first);
     /// Hands the launch that started the program to the application, the first time it is called.
     void DeliverLaunch();
+    void Leave();
 
     const ui_app_callbacks& m_callbacks;
     void* m_userData;
@@ -54,6 +61,11 @@ private:
     bool m_created = false;
     bool m_exitAsked = false;
     bool m_looping = false;
+    bool m_leaving = false;
+    /// Makes place for other windows and other instances; true iff a window was shown. Set while
+    /// the toolkit works.
+    std::function<bool()> m_makePlace;
+    Ecore_Timer* m_wait = nullptr;
 };
 
 }  // namespace applist::desktop

@@ -61,6 +61,17 @@ SingleInstance::~SingleInstance() {
     }
 }
 
+// The application object stays: the caller may be one of its signal handlers.
+void SingleInstance::Release() {
+    if (m_role == Role::First) {
+        g_dbus_connection_call(g_application_get_dbus_connection(m_application.get()),
+                               "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                               "org.freedesktop.DBus", "ReleaseName",
+                               g_variant_new("(s)", m_applicationId.c_str()), nullptr,
+                               G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
+    }
+}
+
 void SingleInstance::Register() {
     m_application.reset(g_application_new(m_applicationId.c_str(), G_APPLICATION_DEFAULT_FLAGS));
     AcceptRequests();

@@ -31,8 +31,7 @@ public:
     /// Finds the role; waits a few seconds at most for a bus or an instance that does not answer,
     /// and stands alone then. receiver is called from the main context, never from here.
     SingleInstance(std::string applicationId, Receiver receiver);
-    /// Gives the id up, so that a launch from now on starts anew. Waits a few seconds at most for
-    /// the bus to know.
+    /// Gives the id up, if Release() has not, and waits a few seconds at most until the bus knows.
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
@@ -43,6 +42,10 @@ public:
     /// Sends a launch request to the first instance; true iff the bus has taken it.
     /// REQUIRES: role() == Role::Later.
     bool HandOver(const app_control_s& request);
+
+    /// Gives the id up without waiting, so that a launch from now on starts a new instance. A
+    /// request that is on its way here already still arrives.
+    void Release();
 
     void Activated();
     void LaunchAction(GVariant* values);

@@ -54,14 +54,28 @@ bool Keyboard::Press(Ecore_Event_Key& key) {
     }
     m_down.insert(key.keycode);
     Rename(key);
-    return m_listSteps.Press(key);
+    return m_closed || m_listSteps.Press(key);
 }
 
 bool Keyboard::Release(Ecore_Event_Key& key) {
     m_heldBefore.erase(key.keycode);
     const bool pressedHere = m_down.erase(key.keycode) > 0;
+    ReleaseGrab();
     Rename(key);
-    return !pressedHere || !m_windows.TakesKeys(key.window);
+    return m_closed || !pressedHere || !m_windows.TakesKeys(key.window);
+}
+
+void Keyboard::Close() {
+    m_closed = true;
+    if (HasKeysDown() && ecore_x_display_get() != nullptr) {
+        m_grab.emplace();
+    }
+}
+
+void Keyboard::ReleaseGrab() {
+    if (!HasKeysDown()) {
+        m_grab.reset();
+    }
 }
 
 // The strings of an event lie behind it in one piece of memory, which is freed as a whole, so
@@ -82,6 +96,7 @@ void Keyboard::Moved(const Windows::Keys& held) {
     for (const unsigned int key : m_down) {
         m_heldBefore.erase(key);
     }
+    ReleaseGrab();
 }
 
 }  // namespace applist::desktop

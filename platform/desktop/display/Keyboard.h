@@ -3,9 +3,11 @@
 #pragma once
 
 #include <Ecore_Input.h>
+#include <optional>
 
 #include "KeyTable.h"
 #include "display/EventHandler.h"
+#include "display/KeyboardGrab.h"
 #include "display/ListSteps.h"
 
 namespace applist::desktop {
@@ -25,6 +27,11 @@ public:
     bool Press(Ecore_Event_Key& key);
     /// A key comes up; the same.
     bool Release(Ecore_Event_Key& key);
+    /// Passes no key on any more. Call it before the windows are hidden: on X11 a key that is down
+    /// then, or goes down meanwhile, stays with this program until it is released, at most as long
+    /// as this object lives, so that no other window receives its release alone. On Wayland the
+    /// compositor tells the next window which keys are down, and the release goes to that window.
+    void Close();
     /// True while a key is down that was pressed in a visible window of ours. The release of such a
     /// key is missed if the window loses the keyboard first.
     bool HasKeysDown() const { return !m_down.empty(); }
@@ -33,6 +40,7 @@ public:
 
 private:
     void Rename(Ecore_Event_Key& key) const;
+    void ReleaseGrab();
 
     Windows& m_windows;
     KeyTable m_keys;
@@ -41,6 +49,8 @@ private:
     Windows::Keys m_down;
     /// Keys that were pressed before, and whose repeats arrive like new presses.
     Windows::Keys m_heldBefore;
+    std::optional<KeyboardGrab> m_grab;
+    bool m_closed = false;
     EventHandler m_press;
     EventHandler m_release;
 };

@@ -168,6 +168,17 @@ Windows::Window* Windows::Lookup(Ecore_Window id) {
     return found != m_windows.end() ? &*found : nullptr;
 }
 
+bool Windows::Hide() {
+    bool shown = false;
+    for (const Window& window : m_windows) {
+        shown = shown || evas_object_visible_get(window.object) != EINA_FALSE;
+        // Clicks that have already arrived must not act any more.
+        evas_event_freeze(evas_object_evas_get(window.object));
+        evas_object_hide(window.object);
+    }
+    return shown;
+}
+
 void Windows::Added(Evas_Object* window) {
     m_windows.push_back({window});
     FitToScreen(window);

@@ -50,6 +50,10 @@ public:
         m_keyboardMoved = std::move(listener);
     }
 
+    /// Takes all windows off the screen and ignores their input from now on. True iff one was
+    /// shown.
+    bool Hide();
+
     void Added(Evas_Object* window);
     void Deleted(const Evas_Object* window);
     void CloseRequested() const { m_listener.closeRequested(); }

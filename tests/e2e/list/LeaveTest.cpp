@@ -1,0 +1,136 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What the list does between the viewer's choice and its own end.
+#include <csignal>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/Television.h"
+
+namespace applist::test {
+namespace {
+
+using testing::ElementsAre;
+
+class LeavingTheScreen : public testing::Test {
+protected:
+    /// All keys reach the list before it handles the first one.
+    void TypeAtOnce(const std::vector<std::string>& keys) {
+        m_set.application().Signal(SIGSTOP);
+        for (const std::string& key : keys) {
+            m_set.screen().TypeKey(key);
+        }
+        m_set.application().Signal(SIGCONT);
+    }
+    bool WindowGoes() { return m_set.WaitForNoWindow(Television::LIST); }
+
+    Television m_set;
+};
+
+TEST_F(LeavingTheScreen, LetsAMiddlewareThatWasHeldUpReadTheChoice) {
+    ASSERT_NO_FATAL_FAILURE(m_set.ShowThreeItems());
+    m_set.middleware().process().Signal(SIGSTOP);
+    TypeAtOnce({"Down", "Return"});
+    EXPECT_TRUE(WindowGoes());
+    m_set.middleware().process().Signal(SIGCONT);
+    EXPECT_TRUE(m_set.middleware().SeesSelected("b", "Bravo")) << m_set.middleware().Transcript();
+    EXPECT_TRUE(m_set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(m_set.middleware().Sees("disconnected"));
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+TEST_F(LeavingTheScreen, IgnoresKeysAfterTheChoice) {
+    ASSERT_NO_FATAL_FAILURE(m_set.ShowThreeItems());
+    TypeAtOnce({"Down", "Return", "Down", "Return", "Right", "Left"});
+    EXPECT_TRUE(m_set.middleware().SeesSelected("b", "Bravo")) << m_set.middleware().Transcript();
+    EXPECT_TRUE(m_set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(m_set.middleware().Sees("disconnected"));
+    const std::string& transcript = m_set.middleware().Transcript();
+    const size_t chosen = transcript.find("event 3 ItemClicked");
+    EXPECT_EQ(transcript.find("event ", chosen + 1), std::string::npos) << transcript;
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+// Stopped as soon as its window is gone, the first list can only be one that has left the session.
+TEST_F(LeavingTheScreen, MakesPlaceForANewList) {
+    ASSERT_NO_FATAL_FAILURE(m_set.ShowThreeItems());
+    m_set.screen().TypeKey("Escape");
+    ASSERT_TRUE(WindowGoes());
+    m_set.application().Signal(SIGSTOP);
+    const auto next = m_set.StartApplication();
+    EXPECT_TRUE(m_set.WaitForFocusedRow()) << next->Errors();
+    m_set.application().Signal(SIGCONT);
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+    EXPECT_TRUE(m_set.WaitForFocusedRow());
+    m_set.screen().TypeKey("Escape");
+    EXPECT_EQ(next->WaitForExit(), 0) << next->Errors();
+}
+
+// The list's clock runs slower, so that a busy machine cannot outlast the time that it keeps a key.
+TEST_F(LeavingTheScreen, KeepsBothHalvesOfTheKeyThatChose) {
+    const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
+    ASSERT_NE(player, 0U);
+    m_set.Show("a\tAlpha\n", {"faketime", "-f", "+0 x0.05"});
+    ASSERT_TRUE(m_set.middleware().SeesSelected("a", "Alpha"));
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
+    m_set.screen().PressKey("Return");
+    ASSERT_TRUE(m_set.screen().WaitUntil([&] { return m_set.screen().FocusedWindow() == player; }));
+    m_set.screen().ReleaseKey("Return");
+    // The list gives the keyboard back once it has handled the release.
+    EXPECT_TRUE(m_set.screen().WaitUntil([&] {
+        m_set.screen().TypeKey("x");
+        return !m_set.screen().ReceivedKeys().empty();
+    }));
+    EXPECT_EQ(m_set.screen().ReceivedKeys().front(), "press x");
+}
+
+// Keys that act when they are released leave nothing to keep.
+TEST_F(LeavingTheScreen, GivesTheKeyboardBackAtOnceWhenNoKeyIsDown) {
+    const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
+    ASSERT_NE(player, 0U);
+    ASSERT_NO_FATAL_FAILURE(m_set.ShowThreeItems());
+    m_set.screen().TypeKey("Escape");
+    ASSERT_TRUE(m_set.screen().WaitUntil([&] { return m_set.screen().FocusedWindow() == player; }));
+    m_set.application().Signal(SIGSTOP);
+    m_set.screen().TypeKey("x");
+    EXPECT_TRUE(
+        m_set.screen().WaitUntil([&] { return m_set.screen().ReceivedKeys().size() >= 2; }));
+    EXPECT_THAT(m_set.screen().ReceivedKeys(), ElementsAre("press x", "release x"));
+    m_set.application().Signal(SIGCONT);
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
+}
+
+// The clock of the list runs a hundred times slower: a wait would take a minute.
+class LeavingSlowly : public LeavingTheScreen {
+protected:
+    void SetUp() override {
+        m_faketime = m_set.StartApplication(
+            {"faketime", "-f", "+0 x0.01", "sh", "-c", R"(echo $$; exec "$@")", "sh"});
+        ASSERT_TRUE(m_faketime->WaitForText("APPLIST v:"));
+        ASSERT_TRUE(m_set.WaitForWindow()) << m_faketime->Errors();
+    }
+    void Terminate() const { kill(std::stoi(m_faketime->Output()), SIGTERM); }
+
+    /// Starts the list, waits for it and ends with its status.
+    std::unique_ptr<ChildProcess> m_faketime;
+};
+
+TEST_F(LeavingSlowly, IsNotWhatASignalDoes) {
+    Terminate();
+    EXPECT_EQ(m_faketime->WaitForExit(), 0);
+}
+
+TEST_F(LeavingSlowly, IsEndedByASignal) {
+    m_set.screen().TypeKey("Escape");
+    ASSERT_TRUE(WindowGoes());
+    Terminate();
+    EXPECT_EQ(m_faketime->WaitForExit(), 0);
+}
+
+}  // namespace
+}  // namespace applist::test
