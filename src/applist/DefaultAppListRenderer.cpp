@@ -52,7 +52,7 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
 }
 
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
-    : m_name(name), m_focusOpening([this] { OpenToFocus(); }), m_keyPress([this] { BeforeKey(); }) {
+    : m_name(name), m_focusOpening([this] { Settle(); }), m_keyPress([this] { BeforeKey(); }) {
     static_cast<void>(Create());
 }
 
@@ -96,6 +96,7 @@ void DefaultAppListRenderer::ItemChanged(AppListModel* /*model*/) {
 
 void DefaultAppListRenderer::ChangeSelection(AppListItem* item) {
     MoveFocusFrom(ScanRows(item, nullptr));
+    SettleAtNextFrame();
 }
 
 void DefaultAppListRenderer::AddItems(const std::vector<AppListItem*>& items,
@@ -111,6 +112,7 @@ void DefaultAppListRenderer::AddItems(const std::vector<AppListItem*>& items,
     PlaceItems(items, selection, rows);
     DeleteRows(rows);
     MoveFocusFrom(lost);
+    SettleAtNextFrame();
 }
 
 DefaultAppListRenderer::Row* DefaultAppListRenderer::ScanRows(AppListItem* target, RowsById* rows) {
@@ -203,6 +205,25 @@ void DefaultAppListRenderer::OpenToFocus() {
     if (Row* first = elm_object_focused_item_get(m_genlist)) {
         // The theme need not show the focus on its way: it comes from nowhere.
         elm_object_item_signal_emit(first, "applist,state,opened", "applist");
+    }
+}
+
+void DefaultAppListRenderer::SettleAtNextFrame() {
+    if (m_genlist != nullptr && m_focusItem != nullptr) {
+        m_focusOpening.Request(evas_object_evas_get(m_genlist));
+    }
+}
+
+void DefaultAppListRenderer::Settle() {
+    if (elm_object_focus_allow_get(m_genlist) == EINA_FALSE) {
+        OpenToFocus();
+    }
+    if (m_focusItem != nullptr) {
+        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
+        // Without the animation of bring_in, whose end is some frames away.
+        elm_genlist_item_show(m_focusItem, ELM_GENLIST_ITEM_SCROLLTO_IN);
+        evas_smart_objects_calculate(evas_object_evas_get(m_genlist));
+        elm_object_item_focus_set(m_focusItem, EINA_TRUE);
     }
 }
 

@@ -136,6 +136,10 @@ private:
     /// is cleared while a row has it never moves it by key again.
     void CloseToFocus();
     void OpenToFocus();
+    /// Focuses the target again and scrolls to it when the next frame has been laid out. The
+    /// toolkit scrolls by its last layout, and may move the focus while it lays out rows.
+    void SettleAtNextFrame();
+    void Settle();
     /// A key that comes before that is meant for the selected row: it must find the list open.
     void OpenToKey();
     /// What is due before a key is handled.

@@ -181,6 +181,13 @@ void HeadlessToolkit::OnError(const std::string& text) {
     if (text.find("Could not fetch a node located at") != std::string::npos) {
         return;
     }
+    // The list gives the focus to a row while it only measures it, and to a row that a call removes
+    // while the window does not have the focus. Both ask a focus manager that does not know the
+    // row.
+    if (text.find("(Elm.Genlist.Item) not registered in manager") != std::string::npos ||
+        text.find("_manager_in_chain_set() safety check failed") != std::string::npos) {
+        return;
+    }
     const auto expected = std::find_if(
         m_expected.begin(), m_expected.end(),
         [&text](const std::string& part) { return text.find(part) != std::string::npos; });

@@ -11,7 +11,7 @@
 namespace applist::desktop {
 namespace {
 
-Eina_Bool OnPress(void* frames, int, void* key) {
+Eina_Bool OnKey(void* frames, int, void* key) {
     static_cast<KeyFrames*>(frames)->Note(static_cast<Ecore_Event_Key*>(key)->window);
     return ECORE_CALLBACK_PASS_ON;
 }
@@ -26,7 +26,8 @@ Eina_Bool OnBeforeWait(void* frames) {
 // Behind the others that act before a wait: they are part of what the key brought about.
 KeyFrames::KeyFrames(Windows& windows)
     : m_windows(windows),
-      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
+      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnKey, this)),
+      m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnKey, this)),
       m_beforeWait(ecore_idle_enterer_add(OnBeforeWait, this)) {}
 
 void KeyFrames::Draw() {

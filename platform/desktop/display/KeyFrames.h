@@ -20,7 +20,7 @@ public:
     /// the object.
     explicit KeyFrames(Windows& windows);
 
-    /// A key went down in a window.
+    /// A key went down or came up in a window.
     void Note(Ecore_Window window) { m_window = window; }
     /// All that the keys brought about is done.
     void Draw();
@@ -33,6 +33,7 @@ private:
     Windows& m_windows;
     std::optional<Ecore_Window> m_window;
     EventHandler m_press;
+    EventHandler m_release;
     std::unique_ptr<Ecore_Idle_Enterer, Delete> m_beforeWait;
 };
 

@@ -10,16 +10,20 @@
 namespace applist::desktop {
 namespace {
 
-using Step = Elm_Object_Item* (*)(const Elm_Object_Item*);
+using Neighbour = Elm_Object_Item* (*)(const Elm_Object_Item*);
 
 constexpr unsigned int ANY_MODIFIER = ECORE_EVENT_MODIFIER_SHIFT | ECORE_EVENT_MODIFIER_CTRL |
                                       ECORE_EVENT_MODIFIER_ALT | ECORE_EVENT_MODIFIER_WIN |
                                       ECORE_EVENT_MODIFIER_ALTGR;
 
+Neighbour Towards(bool up) {
+    return up ? elm_genlist_item_prev_get : elm_genlist_item_next_get;
+}
+
 // The first row from here on that can take the focus, or null.
-Elm_Object_Item* Focusable(Elm_Object_Item* row, Step next) {
+Elm_Object_Item* Focusable(Elm_Object_Item* row, bool up) {
     while (row != nullptr && elm_object_item_disabled_get(row) != 0) {
-        row = next(row);
+        row = Towards(up)(row);
     }
     return row;
 }
@@ -32,16 +36,37 @@ Evas_Object* FocusedLoopingList(const Evas_Object* window) {
     return looping ? focused : nullptr;
 }
 
-// The row that the key leads to from row, round the end where there is none; null where row is the
-// only one.
-Elm_Object_Item* Target(const Evas_Object* list, const Elm_Object_Item* row, bool up) {
-    const Step next = up ? elm_genlist_item_prev_get : elm_genlist_item_next_get;
-    Elm_Object_Item* target = Focusable(next(row), next);
-    if (target == nullptr) {
-        target = Focusable(up ? elm_genlist_last_item_get(list) : elm_genlist_first_item_get(list),
-                           next);
+// The row after this one. Round the end from the last row, and if there is none.
+Elm_Object_Item* StepTarget(const Evas_Object* list, const Elm_Object_Item* row, bool up) {
+    Elm_Object_Item* next = row != nullptr ? Focusable(Towards(up)(row), up) : nullptr;
+    if (next != nullptr) {
+        return next;
     }
-    return target != row ? target : nullptr;
+    return Focusable(up ? elm_genlist_last_item_get(list) : elm_genlist_first_item_get(list), up);
+}
+
+// All rows are of the same height.
+int RowsInView(const Evas_Object* list) {
+    int viewHeight = 0;
+    int listHeight = 0;
+    elm_scroller_region_get(list, nullptr, nullptr, nullptr, &viewHeight);
+    elm_scroller_child_size_get(list, nullptr, &listHeight);
+    const int rows = static_cast<int>(elm_genlist_items_count(list));
+    return listHeight > 0 ? rows * viewHeight / listHeight : 1;
+}
+
+// The row a page after this one, or the last one.
+Elm_Object_Item* PageTarget(const Evas_Object* list, Elm_Object_Item* row, bool up) {
+    if (row == nullptr) {
+        return StepTarget(list, row, up);
+    }
+    Elm_Object_Item* target = row;
+    const int rows = RowsInView(list);
+    for (int steps = 0; steps < rows && row != nullptr; ++steps) {
+        target = row;
+        row = Focusable(Towards(up)(row), up);
+    }
+    return row != nullptr ? row : target;
 }
 
 bool IsReal(const Evas_Object* list, const Elm_Object_Item* row) {
@@ -51,40 +76,46 @@ bool IsReal(const Evas_Object* list, const Elm_Object_Item* row) {
     return real;
 }
 
-// A row out of sight is no widget yet, and the focus would get lost on it.
+// The focus would get lost on a row that is not a widget yet, as are the rows out of sight. The
+// list scrolls by its last layout, which must include all changes.
 void MakeReal(const Evas_Object* list, Elm_Object_Item* row) {
+    Evas* canvas = evas_object_evas_get(list);
+    evas_smart_objects_calculate(canvas);
     elm_genlist_item_show(row, ELM_GENLIST_ITEM_SCROLLTO_IN);
-    evas_smart_objects_calculate(evas_object_evas_get(list));
+    evas_smart_objects_calculate(canvas);
 }
 
 }  // namespace
 
 bool ListSteps::Press(const Ecore_Event_Key& key) {
     const std::string_view name = key.key;
-    const bool vertical = name == "Up" || name == "Down";
-    if ((!vertical && name != "Left" && name != "Right") || (key.modifiers & ANY_MODIFIER) != 0) {
+    const bool step = name == "Up" || name == "Down";
+    const bool page = name == "Prior" || name == "Next";
+    const bool sideways = name == "Left" || name == "Right";
+    if ((!step && !page && !sideways) || (key.modifiers & ANY_MODIFIER) != 0) {
         return false;
     }
     const Evas_Object* list = FocusedLoopingList(m_windows.Find(key.window));
     if (list == nullptr) {
         return false;
     }
-    if (vertical) {
-        Step(list, name == "Up");
+    Elm_Object_Item* row = elm_object_focused_item_get(list);
+    if (step) {
+        Focus(list, StepTarget(list, row, name == "Up"));
+    } else if (page) {
+        Focus(list, PageTarget(list, row, name == "Prior"));
     }
     return true;
 }
 
-void ListSteps::Step(const Evas_Object* list, bool up) {
-    const Elm_Object_Item* row = elm_object_focused_item_get(list);
-    Elm_Object_Item* target = row != nullptr ? Target(list, row, up) : nullptr;
-    if (target == nullptr) {
+void ListSteps::Focus(const Evas_Object* list, Elm_Object_Item* row) {
+    if (row == nullptr) {
         return;
     }
-    if (!IsReal(list, target)) {
-        MakeReal(list, target);
+    if (!IsReal(list, row)) {
+        MakeReal(list, row);
     }
-    elm_object_item_focus_set(target, EINA_TRUE);
+    elm_object_item_focus_set(row, EINA_TRUE);
 }
 
 }  // namespace applist::desktop

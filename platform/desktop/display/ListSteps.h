@@ -3,16 +3,17 @@
 #pragma once
 
 #include <Ecore_Input.h>
-#include <Evas.h>
+#include <Elementary.h>
 
 #include "display/Windows.h"
 
 namespace applist::desktop {
 
-/// Moves the focus of a genlist whose loop is enabled, one row for each Up and Down, and round its
-/// ends. The toolkit follows the loop only for keys with Shift; it stays where it is when the next
-/// row has not been drawn yet, which is soon with keys that come faster than frames; and on Right
-/// and Left it may jump to another row while the rows are being laid out. Main thread only.
+/// Moves the focus of a genlist whose loop is enabled: by a row for Up and Down, round its ends,
+/// and by a page for Prior and Next, as far as an end. If no row has the focus, a key focuses the
+/// first row in its direction. The toolkit would wrap only for keys with Shift, would not move to a
+/// row that has not been drawn yet, would scroll by a page without the focus, and may jump to
+/// another row on Left and Right while the rows are being laid out. Main thread only.
 class ListSteps {
 public:
     /// windows must outlive the object.
@@ -22,7 +23,7 @@ public:
     bool Press(const Ecore_Event_Key& key);
 
 private:
-    static void Step(const Evas_Object* list, bool up);
+    static void Focus(const Evas_Object* list, Elm_Object_Item* row);
 
     Windows& m_windows;
 };

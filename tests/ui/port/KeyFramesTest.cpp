@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -18,9 +19,11 @@ TEST(AKeysFrame, IsDrawnWithoutWaitingForATick) {
     SampleProcess sample({"--no-ticks"}, display.Environment());
     ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); }))
         << sample.Output() << sample.Errors();
-    for (const char* row : {"focused 2", "focused 3"}) {
+    // Down acts when it is pressed, Right when it is released.
+    for (const auto& [key, row] :
+         {std::pair("Down", "focused 2"), std::pair("Right", "focused 3")}) {
         const Picture before = display.Grab();
-        display.TypeKey("Down");
+        display.TypeKey(key);
         ASSERT_TRUE(sample.WaitForLines(row, 1));
         EXPECT_TRUE(display.WaitUntil([&] { return display.Grab() != before; })) << row;
     }

@@ -103,9 +103,16 @@ Eina_Bool OnKeyDown(void*, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
-Eina_Bool OnKeyUp(void*, int, void* event) {
+// Right moves the focus when it is released, as it does in the list.
+Eina_Bool OnKeyUp(void* data, int, void* event) {
     const auto* key = static_cast<Ecore_Event_Key*>(event);
     std::printf("key %s %s\n", key->key, key->keyname);
+    const Evas_Object* list = static_cast<Sample*>(data)->list;
+    Elm_Object_Item* row = list != nullptr ? elm_object_focused_item_get(list) : nullptr;
+    row = row != nullptr ? elm_genlist_item_next_get(row) : nullptr;
+    if (row != nullptr && std::string_view(key->key) == "Right") {
+        elm_object_item_focus_set(row, EINA_TRUE);
+    }
     return ECORE_CALLBACK_PASS_ON;
 }
 
@@ -197,7 +204,7 @@ bool Create(void* data) {
         return false;
     }
     ecore_event_handler_add(ECORE_EVENT_KEY_DOWN, OnKeyDown, nullptr);
-    ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, nullptr);
+    ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, &sample);
     if (sample.noTicks) {
         // In front: keys that move the focus are not passed on.
         ecore_event_handler_prepend(ECORE_EVENT_KEY_DOWN, StopTicks, nullptr);

@@ -1,0 +1,100 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// A list whose rows change under the focus. The panel shows eight rows.
+#include "ui/scene/SceneTest.h"
+
+namespace applist::test {
+namespace {
+
+class AChangedList : public SceneTest {
+protected:
+    AppListItem* At(size_t index) { return model().GetAllItems().at(index); }
+    AppListItem* New() {
+        const std::string number = std::to_string(m_new.size() + 1);
+        m_new.push_back(std::make_unique<DefaultAppListItem>("New " + number, "new" + number));
+        return m_new.back().get();
+    }
+    void Select(size_t index) { model().SetSelection(At(index)); }
+    void Modify(size_t index) { model().ModifyItem(At(index), New()); }
+    void Remove(size_t index) { model().RemoveItem(At(index)); }
+
+    /// The selected row has the focus, is drawn so, and is wholly visible.
+    void ExpectFocusOnSelection() {
+        Draw();
+        const Frame now = Now();
+        EXPECT_EQ(now.focused, now.selected) << now;
+        EXPECT_TRUE(now.focusedInside) << now;
+        EXPECT_EQ(FocusedRow(), now.selected) << now;
+    }
+
+private:
+    std::vector<std::unique_ptr<DefaultAppListItem>> m_new;
+};
+
+TEST_F(AChangedList, ShowsARowThatIsSelectedRightAfterItWasAdded) {
+    Fill(12);
+    Add(New());
+    Select(12);
+    ExpectFocusOnSelection();
+}
+
+TEST_F(AChangedList, ShowsTheFocusAfterTheTopRowInViewWasRenamedAndAnotherAdded) {
+    Fill(28);
+    for (int press = 0; press < 19; ++press) {
+        Type("Down");
+    }
+    for (int press = 0; press < 10; ++press) {
+        Type("Up");
+    }
+    Modify(9);
+    ExpectFocusOnSelection();
+    Add(New());
+    ExpectFocusOnSelection();
+}
+
+TEST_F(AChangedList, KeepsFocusAndSelectionTogetherWhenAFarRowIsSelectedBetweenOtherChanges) {
+    Fill(60);
+    Select(50);
+    Draw();
+    Remove(0);
+    Select(0);
+    Remove(49);
+    ExpectFocusOnSelection();
+    EXPECT_EQ(Selected(), "Row 2");
+}
+
+class TheKeysOfAChangedList : public AChangedList,
+                              public testing::WithParamInterface<const char*> {};
+
+TEST_P(TheKeysOfAChangedList, MoveTheFocusAfterTheSelectionWasCleared) {
+    Fill(3);
+    model().RemoveAllItems();
+    model().AddItems(Make(3));
+    model().SetSelection(nullptr);
+    Draw();
+    Type(GetParam());
+    ExpectFocusOnSelection();
+    EXPECT_NE(Selected(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, TheKeysOfAChangedList,
+                         testing::Values("Up", "Down", "Prior", "Next"),
+                         [](const auto& test) { return std::string(test.param); });
+
+TEST_F(AChangedList, MovesTheFocusByAPageAsFarAsTheEnds) {
+    Fill(40);
+    for (const char* row : {"Row 9", "Row 17", "Row 25", "Row 33", "Row 40", "Row 40"}) {
+        Type("Next");
+        EXPECT_EQ(Selected(), row);
+        ExpectFocusOnSelection();
+    }
+    for (const char* row : {"Row 32", "Row 24", "Row 16", "Row 8", "Row 1", "Row 1"}) {
+        Type("Prior");
+        EXPECT_EQ(Selected(), row);
+        ExpectFocusOnSelection();
+    }
+}
+
+}  // namespace
+}  // namespace applist::test

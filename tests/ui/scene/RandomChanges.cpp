@@ -1,0 +1,233 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The focus after calls, keys and window focus changes in a random order.
+//   APPLIST_FOCUS_SEEDS   how many sequences for each length; 10 if unset
+//   APPLIST_FOCUS_SEED    the first seed; 1 if unset
+#include <cstdlib>
+#include <random>
+#include <sstream>
+
+#include "ui/scene/SceneTest.h"
+
+namespace applist::test {
+namespace {
+
+constexpr int OPERATIONS = 60;
+
+unsigned FromEnvironment(const char* name, unsigned fallback) {
+    const char* text = std::getenv(name);
+    return text != nullptr ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : fallback;
+}
+
+/// One list, changed at random and compared with what its model says.
+class RandomList : public SceneTest {
+public:
+    RandomList(unsigned seed, int rows) : m_random(seed) {
+        AddNew(rows);
+        Look();
+    }
+    ~RandomList() override { model().RemoveItemSelectionListener(&m_unexpected); }
+
+    /// Changes, several of them within one frame at times, with a look after each frame. False
+    /// after the first failure.
+    bool Run() {
+        for (int operation = 0; operation < OPERATIONS && !Failed(); ++operation) {
+            Change();
+            if (Below(5) < 2) {
+                Look();
+            }
+        }
+        GiveFocus();
+        Look();
+        return !Failed() && KeysWork() && OkStartsTheSelectedRow();
+    }
+    std::string Story() const { return m_story.str(); }
+
+private:
+    /// Selections that neither a call nor a key has made.
+    class Unexpected : public ItemSelectionListener {
+    public:
+        void ItemSelected(AppListModel* /*model*/) override { count += armed ? 1 : 0; }
+        bool armed = false;
+        int count = 0;
+    };
+    class Clicks : public ItemClickListener {
+    public:
+        void ItemClicked(AppListModel* model) override {
+            clicked = model->GetSelection()->GetVisibleName();
+        }
+        std::string clicked;
+    };
+
+    // The test has no body: gtest does not run this class by itself.
+    void TestBody() override {}
+
+    bool Failed() const { return !m_failure.empty(); }
+    size_t Below(size_t limit) { return m_random() % limit; }
+    std::vector<AppListItem*> Items() { return model().GetAllItems(); }
+
+    void AddNew(int count) {
+        m_story << "; add " << count;
+        std::vector<AppListItem*> items;
+        for (int i = 0; i < count; ++i) {
+            items.push_back(NewItem());
+        }
+        model().AddItems(items);
+    }
+    AppListItem* NewItem() {
+        const std::string number = std::to_string(++m_made);
+        m_items.push_back(std::make_unique<DefaultAppListItem>("Row " + number, "id" + number));
+        return m_items.back().get();
+    }
+
+    void Change() {
+        static constexpr const char* KEYS[] = {"Up",   "Down",  "Up",    "Down",
+                                               "Left", "Right", "Prior", "Next"};
+        switch (const size_t kind = Below(20)) {
+            case 0:
+            case 1:
+                AddNew(1);
+                break;
+            case 2:
+                AddNew(static_cast<int>(1 + Below(4)));
+                break;
+            case 3:
+            case 4:
+            case 5:
+                ChangeItem("remove", [this](AppListItem* item) { model().RemoveItem(item); });
+                break;
+            case 6:
+            case 7:
+            case 8:
+                ChangeItem("select", [this](AppListItem* item) { model().SetSelection(item); });
+                break;
+            case 9:
+            case 10:
+            case 11:
+                ChangeItem("modify",
+                           [this](AppListItem* item) { model().ModifyItem(item, NewItem()); });
+                break;
+            case 12:
+                if (Below(4) == 0) {
+                    m_story << "; clear";
+                    model().RemoveAllItems();
+                }
+                break;
+            case 13:
+                m_story << "; select none";
+                model().SetSelection(nullptr);
+                break;
+            case 14:
+                m_focused ? TakeFocus() : GiveFocus();
+                break;
+            default:
+                if (m_focused)
+                    Press(KEYS[Below(std::size(KEYS))]);
+                static_cast<void>(kind);
+        }
+    }
+    template <typename Call>
+    void ChangeItem(const char* what, const Call& call) {
+        const std::vector<AppListItem*> items = Items();
+        if (!items.empty()) {
+            const size_t at = Below(items.size());
+            m_story << "; " << what << ' ' << at;
+            call(items[at]);
+        }
+    }
+    void Press(const char* key) {
+        m_story << "; " << key;
+        Type(key);
+    }
+    void GiveFocus() {
+        m_story << "; focus";
+        HeadlessToolkit::GiveFocus(window());
+        m_focused = true;
+    }
+    void TakeFocus() {
+        m_story << "; no focus";
+        HeadlessToolkit::TakeFocus(window());
+        m_focused = false;
+    }
+
+    /// Draws a frame and compares it with the model.
+    void Look() {
+        m_story << "; frame";
+        m_unexpected.armed = true;
+        Draw();
+        m_unexpected.armed = false;
+        const Frame frame = Now();
+        std::ostringstream said;
+        if (m_unexpected.count > 0) {
+            said << "selected by nobody: " << m_unexpected.count << "; ";
+        }
+        const bool listed = IsListed(frame.selected);
+        if (m_focused && listed &&
+            (frame.focused != frame.selected || !frame.focusedInside ||
+             FocusedRow() != frame.selected || elm_object_focus_get(list()) == EINA_FALSE)) {
+            said << "toolkit's focus " << FocusedRow() << ", frame: " << frame;
+        }
+        m_failure = said.str();
+        m_story << (Failed() ? "; FAILED: " + m_failure : "");
+    }
+    bool IsListed(const std::string& name) {
+        for (AppListItem* item : Items()) {
+            if (item->GetVisibleName() == name) {
+                return true;
+            }
+        }
+        return false;
+    }
+    bool KeysWork() {
+        const std::string before = FocusedRow();
+        if (Items().size() < 2) {
+            return true;
+        }
+        Press("Down");
+        Look();
+        if (Selected() == before || Selected() != FocusedRow()) {
+            m_story << "; FAILED: Down leads from " << before << " to " << FocusedRow()
+                    << ", selected " << Selected();
+            return false;
+        }
+        return !Failed();
+    }
+    bool OkStartsTheSelectedRow() {
+        if (Items().empty()) {
+            return true;
+        }
+        Clicks clicks;
+        model().AddItemClickedListener(&clicks);
+        HeadlessToolkit::PressKey("Return");
+        model().RemoveItemClickedListener(&clicks);
+        m_story << "; OK starts " << clicks.clicked;
+        return clicks.clicked == FocusedRow() && !clicks.clicked.empty();
+    }
+
+    std::mt19937 m_random;
+    std::ostringstream m_story;
+    std::string m_failure;
+    std::vector<std::unique_ptr<DefaultAppListItem>> m_items;
+    Unexpected m_unexpected;
+    int m_made = 0;
+    bool m_focused = true;
+};
+
+/// How many rows the list has at first; the panel shows eight.
+class RandomChanges : public testing::TestWithParam<int> {};
+
+TEST_P(RandomChanges, LeaveTheFocusOnTheSelectedRow) {
+    const unsigned first = FromEnvironment("APPLIST_FOCUS_SEED", 1);
+    const unsigned count = FromEnvironment("APPLIST_FOCUS_SEEDS", 10);
+    for (unsigned seed = first; seed < first + count; ++seed) {
+        RandomList list(seed, GetParam());
+        EXPECT_TRUE(list.Run()) << "APPLIST_FOCUS_SEED=" << seed << list.Story();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, RandomChanges, testing::Values(3, 9, 60),
+                         [](const auto& test) { return std::to_string(test.param); });
+
+}  // namespace
+}  // namespace applist::test
