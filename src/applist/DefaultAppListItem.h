@@ -17,6 +17,6 @@ public:
     std::string GetUnigueId() override;
 
 private:
-    std::string m_visibleName;
-    std::string m_uniqueId;
+    const std::string m_visibleName;
+    const std::string m_uniqueId;
 };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -18,6 +19,10 @@ bool Match(const std::string& oneId, const std::string& otherId) {
     DefaultAppListItem other("name", otherId);
     return ApplistItemComparator(&other)(&one);
 }
+
+static_assert(!std::is_copy_assignable_v<DefaultAppListItem> &&
+                  !std::is_move_assignable_v<DefaultAppListItem>,
+              "an item keeps its name and id");
 
 TEST(DefaultAppListItem, IsEmptyByDefault) {
     DefaultAppListItem item;
