@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "fakes/FakeApp.h"
 
+#include "fakes/FakePlatformLog.h"
+
 namespace applist::test {
 
 FakeApp& TheApp() {
@@ -13,11 +15,12 @@ FakeApp& TheApp() {
 
 using applist::test::TheApp;
 
-extern "C" int ui_app_main(int /*argc*/, char** /*argv*/, ui_app_callbacks* callbacks,
-                           void* user_data) {
+extern "C" int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, void* user_data) {
     if (callbacks == nullptr) {
         return -1;
     }
+    TheApp().argc = argc;
+    TheApp().argv = argv;
     TheApp().runs.push_back(*callbacks);
     TheApp().userData.push_back(user_data);
     TheApp().life(*callbacks, user_data);
@@ -26,6 +29,7 @@ extern "C" int ui_app_main(int /*argc*/, char** /*argv*/, ui_app_callbacks* call
 
 extern "C" void ui_app_exit(void) {
     ++TheApp().exits;
+    applist::test::Note("ui_app_exit");
 }
 
 extern "C" Evas_Object* app_get_preinitialized_window(const char* name) {

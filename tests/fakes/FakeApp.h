@@ -9,7 +9,8 @@
 #include "app.h"
 
 /// The application framework as a recorder. Linking it provides ui_app_main(), ui_app_exit() and
-/// app_get_preinitialized_window().
+/// app_get_preinitialized_window(). Each exit is also noted in the history of FakePlatformLog, as
+/// "ui_app_exit".
 namespace applist::test {
 
 struct FakeApp {
@@ -19,9 +20,11 @@ struct FakeApp {
     std::vector<std::string> windowRequests;
     /// What app_get_preinitialized_window() answers.
     Evas_Object* preinitializedWindow = nullptr;
-    /// The tables and user data that ui_app_main() received.
+    /// The tables, user data and last arguments that ui_app_main() received.
     std::vector<ui_app_callbacks> runs;
     std::vector<void*> userData;
+    int argc = -1;
+    char** argv = nullptr;
     /// What happens within ui_app_main(), which calls nothing by itself.
     std::function<void(const ui_app_callbacks&, void*)> life = [](const auto&, void*) {};
     /// What ui_app_main() returns.

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/FakePlatformLog.h"
+
 struct app_control_s {};
 
 namespace applist::test {
@@ -15,13 +17,13 @@ app_control_s theRequest;
 int Record(app_control_h request, const std::string& call, int result = APP_CONTROL_ERROR_NONE) {
     EXPECT_EQ(request, &theRequest) << call;
     EXPECT_EQ(TheAppControl().alive, 1) << call;
-    TheAppControl().calls.push_back(call);
+    Note(call);
     return result;
 }
 
 int Create(app_control_h* request) {
     FakeAppControl& launcher = TheAppControl();
-    launcher.calls.emplace_back("create");
+    Note("create");
     if (launcher.createResult == APP_CONTROL_ERROR_NONE) {
         *request = &theRequest;
         ++launcher.alive;

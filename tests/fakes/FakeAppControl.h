@@ -3,18 +3,17 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "app_control.h"
 
 /// Launch requests as a history. Linking it provides the functions of app_control.h.
+///
+/// Each call is noted in the history of FakePlatformLog with its arguments: "create",
+/// "add text=Hello", "app id org.vantu.x", "send", "send with reply", "destroy". A call with a
+/// handle other than the created one fails the running test.
 namespace applist::test {
 
 struct FakeAppControl {
-    /// Every call, oldest first, with what it was given: "create", "add text=Hello",
-    /// "app id org.vantu.x", "send", "send with reply", "destroy". A call with another handle than
-    /// the created one fails the running test.
-    std::vector<std::string> calls;
     /// What app_control_create() and app_control_send_launch_request() return.
     int createResult = APP_CONTROL_ERROR_NONE;
     int sendResult = APP_CONTROL_ERROR_NONE;

@@ -33,10 +33,15 @@ Eina_Bool FakeEcore::Send(int type, const char* keyname, const char* key) {
     return m_handler.function(m_handler.data, type, &event);
 }
 
+void FakeEcore::Record(const std::string& call) {
+    history.push_back(call);
+    onCall(call);
+}
+
 Ecore_Timer* FakeEcore::AddTimer(double interval, Ecore_Task_Cb function, const void* data) {
     std::ostringstream call;
     call << "ecore_timer_add(" << interval << ")";
-    history.push_back(call.str());
+    Record(call.str());
     if (failTimer) {
         return nullptr;
     }
@@ -46,7 +51,7 @@ Ecore_Timer* FakeEcore::AddTimer(double interval, Ecore_Task_Cb function, const 
 }
 
 void FakeEcore::ResetTimer(Ecore_Timer* timer) {
-    history.emplace_back(timer != nullptr ? "ecore_timer_reset(timer)" : "ecore_timer_reset(null)");
+    Record(timer != nullptr ? "ecore_timer_reset(timer)" : "ecore_timer_reset(null)");
     if (timer != nullptr) {
         EXPECT_TRUE(HasTimer()) << "reset of a timer that is gone";
         m_timer.due = m_now + m_timer.interval;
@@ -54,7 +59,7 @@ void FakeEcore::ResetTimer(Ecore_Timer* timer) {
 }
 
 void* FakeEcore::DeleteTimer(Ecore_Timer* timer) {
-    history.emplace_back("ecore_timer_del");
+    Record("ecore_timer_del");
     EXPECT_TRUE(timer != nullptr && HasTimer()) << "deletion of a timer that is gone";
     void* data = m_timer.data;
     m_timer = {};
@@ -63,8 +68,8 @@ void* FakeEcore::DeleteTimer(Ecore_Timer* timer) {
 
 Ecore_Event_Handler* FakeEcore::AddHandler(int type, Ecore_Event_Handler_Cb function,
                                            const void* data) {
-    history.emplace_back(type == ECORE_EVENT_KEY_UP ? "ecore_event_handler_add(key up)"
-                                                    : "ecore_event_handler_add(?)");
+    Record(type == ECORE_EVENT_KEY_UP ? "ecore_event_handler_add(key up)"
+                                      : "ecore_event_handler_add(?)");
     if (failHandler) {
         return nullptr;
     }
@@ -73,7 +78,7 @@ Ecore_Event_Handler* FakeEcore::AddHandler(int type, Ecore_Event_Handler_Cb func
 }
 
 void* FakeEcore::DeleteHandler(Ecore_Event_Handler* handler) {
-    history.emplace_back("ecore_event_handler_del");
+    Record("ecore_event_handler_del");
     EXPECT_TRUE(handler != nullptr && HasHandler()) << "deletion of a handler that is gone";
     void* data = m_handler.data;
     m_handler = {};

@@ -4,6 +4,7 @@
 
 #include <Ecore.h>
 #include <Ecore_Input.h>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ class FakeEcore {
 public:
     /// Every call, oldest first: "ecore_timer_add(65)", "ecore_timer_reset(null)".
     std::vector<std::string> history;
+    /// Called with each entry of the history as it is made.
+    std::function<void(const std::string&)> onCall = [](const std::string&) {};
     /// The next registration of the kind returns null.
     bool failTimer = false;
     bool failHandler = false;
@@ -39,6 +42,8 @@ public:
     void* DeleteHandler(Ecore_Event_Handler* handler);
 
 private:
+    void Record(const std::string& call);
+
     struct Timer {
         double interval = 0;
         double due = 0;

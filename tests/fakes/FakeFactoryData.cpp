@@ -6,6 +6,10 @@
 
 namespace applist::test {
 
+// What the service may write for one item; a caller with a smaller buffer does not survive it. Not
+// the constant that callers take the size from.
+constexpr size_t ITEM_SIZE = 1008;
+
 FakeFactoryData& TheFactoryData() {
     static FakeFactoryData data;
     return data;
@@ -14,6 +18,7 @@ FakeFactoryData& TheFactoryData() {
 }  // namespace applist::test
 
 extern "C" int GetDataDirect(int id, void* buffer) {
+    using applist::test::ITEM_SIZE;
     auto& data = applist::test::TheFactoryData();
     data.reads.push_back({id, buffer});
     if (data.answers.empty()) {
@@ -23,6 +28,7 @@ extern "C" int GetDataDirect(int id, void* buffer) {
     if (data.answers.size() > 1) {
         data.answers.pop_front();
     }
+    std::memset(buffer, 0x5A, ITEM_SIZE);
     std::memcpy(buffer, &answer.value, sizeof answer.value);
     return answer.status;
 }

@@ -11,7 +11,8 @@
 namespace applist::test {
 
 struct FakeFactoryData {
-    /// One answer of the service. The value reaches the caller with any status.
+    /// One answer of the service. The value reaches the caller with any status, in the first word
+    /// of an item that fills the whole buffer.
     struct Answer {
         int status = FACTORY_DATA_INTEGER;
         int value = 0;

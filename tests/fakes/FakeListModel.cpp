@@ -25,6 +25,11 @@ std::string Call(const std::string& operation, AppListItem* item) {
 
 }  // namespace
 
+void FakeListModel::Record(const std::string& call) {
+    history.push_back(call);
+    onCall(call);
+}
+
 void FakeListModel::Show(const std::vector<AppListItem*>& newItems, AppListItem* newSelection) {
     items = newItems;
     selection = newSelection != nullptr ? newSelection : &nothing;
@@ -45,75 +50,75 @@ void FakeListModel::NotifySelected() {
 }
 
 void FakeListModel::SetSelection(AppListItem* item) {
-    history.push_back(Call("SetSelection", item));
+    Record(Call("SetSelection", item));
     Select(item);
 }
 
 AppListItem* FakeListModel::GetSelection() {
-    history.emplace_back("GetSelection");
+    Record("GetSelection");
     return selection;
 }
 
 std::vector<AppListItem*> FakeListModel::GetAllItems() {
-    history.emplace_back("GetAllItems");
+    Record("GetAllItems");
     return items;
 }
 
 void FakeListModel::SetClicked(AppListItem* item) {
-    history.push_back(Call("SetClicked", item));
+    Record(Call("SetClicked", item));
 }
 
 void FakeListModel::RemoveAllItems() {
-    history.emplace_back("RemoveAllItems");
+    Record("RemoveAllItems");
 }
 
 void FakeListModel::AddItems(const std::vector<AppListItem*>& /*newItems*/) {
-    history.emplace_back("AddItems");
+    Record("AddItems");
 }
 
 void FakeListModel::AddItemAtEnd(AppListItem* item) {
-    history.push_back(Call("AddItemAtEnd", item));
+    Record(Call("AddItemAtEnd", item));
 }
 
 void FakeListModel::RemoveItem(AppListItem* item) {
-    history.push_back(Call("RemoveItem", item));
+    Record(Call("RemoveItem", item));
 }
 
 void FakeListModel::ModifyItem(AppListItem* oldItem, AppListItem* /*newItem*/) {
-    history.push_back(Call("ModifyItem", oldItem));
+    Record(Call("ModifyItem", oldItem));
 }
 
 int FakeListModel::GetItemsCount() {
-    history.emplace_back("GetItemsCount");
+    Record("GetItemsCount");
     return static_cast<int>(items.size());
 }
 
 void FakeListModel::AddItemSelectionListener(ItemSelectionListener* listener) {
-    history.emplace_back("AddItemSelectionListener");
+    Record("AddItemSelectionListener");
     Add(selectionListeners, listener);
 }
 
 void FakeListModel::RemoveItemSelectionListener(ItemSelectionListener* listener) {
-    history.emplace_back("RemoveItemSelectionListener");
+    Record("RemoveItemSelectionListener");
     Remove(selectionListeners, listener);
 }
 
 void FakeListModel::AddItemChangeListener(ItemChangeListener* listener) {
-    history.emplace_back("AddItemChangeListener");
+    Record("AddItemChangeListener");
     Add(changeListeners, listener);
 }
 
 void FakeListModel::RemoveItemChangeListener(ItemChangeListener* listener) {
-    history.emplace_back("RemoveItemChangeListener");
+    Record("RemoveItemChangeListener");
     Remove(changeListeners, listener);
 }
 
 void FakeListModel::AddItemClickedListener(ItemClickListener* /*listener*/) {
-    history.emplace_back("AddItemClickedListener");
+    Record("AddItemClickedListener");
 }
 
 void FakeListModel::RemoveItemClickedListener(ItemClickListener* /*listener*/) {
-    history.emplace_back("RemoveItemClickedListener");
+    Record("RemoveItemClickedListener");
 }
 
 }  // namespace applist::test

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ public:
     /// Every call, oldest first: "GetAllItems", "SetSelection(id)". Registrations name the
     /// listener only by kind: "AddItemSelectionListener".
     std::vector<std::string> history;
+    /// Called with each entry of the history as it is made.
+    std::function<void(const std::string&)> onCall = [](const std::string&) {};
     std::vector<ItemSelectionListener*> selectionListeners;
     std::vector<ItemChangeListener*> changeListeners;
 
@@ -47,6 +50,7 @@ public:
     void RemoveItemClickedListener(ItemClickListener* listener) override;
 
 private:
+    void Record(const std::string& call);
     void NotifySelected();
 
     DefaultAppListItem nothing;

@@ -45,17 +45,18 @@ LogLine Parse(int priority, const std::string& text) {
 }  // namespace
 
 std::ostream& operator<<(std::ostream& out, const LogLine& line) {
-    return out << line.priority << " " << testing::PrintToString(line.message);
+    out << line.priority << " " << testing::PrintToString(line.message);
+    return line.function.empty() ? out : out << " by " << line.function;
 }
 
-LogLine Debug(std::string message) {
-    return {PLATFORM_LOG_DEBUG, std::move(message), "", ""};
+LogLine Debug(std::string message, std::string function) {
+    return {PLATFORM_LOG_DEBUG, std::move(message), "", std::move(function)};
 }
-LogLine Info(std::string message) {
-    return {PLATFORM_LOG_INFO, std::move(message), "", ""};
+LogLine Info(std::string message, std::string function) {
+    return {PLATFORM_LOG_INFO, std::move(message), "", std::move(function)};
 }
-LogLine Error(std::string message) {
-    return {PLATFORM_LOG_ERROR, std::move(message), "", ""};
+LogLine Error(std::string message, std::string function) {
+    return {PLATFORM_LOG_ERROR, std::move(message), "", std::move(function)};
 }
 LogLine Event(std::string event) {
     return {0, std::move(event), "", ""};

@@ -19,16 +19,19 @@ struct LogLine {
     std::string file;
     std::string function;
 
+    /// Compares priority, message and function. An empty function matches any.
     bool operator==(const LogLine& other) const {
-        return priority == other.priority && message == other.message;
+        return priority == other.priority && message == other.message &&
+               (function == other.function || function.empty() || other.function.empty());
     }
 };
 std::ostream& operator<<(std::ostream& out, const LogLine& line);
 
-/// Builders for expectations; they compare by priority and message.
-LogLine Debug(std::string message);
-LogLine Info(std::string message);
-LogLine Error(std::string message);
+/// Builders for expectations. A line that names its function matches only if that function wrote
+/// it.
+LogLine Debug(std::string message, std::string function = "");
+LogLine Info(std::string message, std::string function = "");
+LogLine Error(std::string message, std::string function = "");
 LogLine Event(std::string event);
 
 /// All lines since the last ClearLog(), oldest first. A line with a wrong tag, log id or prefix

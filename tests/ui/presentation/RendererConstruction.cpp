@@ -3,6 +3,7 @@
 #include <Elementary.h>
 #include <cstdlib>
 
+#include "support/AllocationWatch.h"
 #include "ui/presentation/RendererFixture.h"
 
 namespace applist::test {
@@ -26,15 +27,19 @@ const std::vector<std::string> ITS_BACKGROUND{"elm_bg_add(window)",
                                               "evas_object_size_hint_weight_set(background, 1, 1)",
                                               "elm_win_resize_object_add(window, background)",
                                               "evas_object_show(background)",
+                                              "elm_config_scale_get()",
+                                              "elm_config_scale_get()",
                                               "evas_object_move(window, 0, 0)",
                                               "evas_object_resize(window, 1920, 1080)",
                                               "evas_object_show(window)"};
 const std::vector<std::string> THE_POPUP{"elm_popup_add(window)",
                                          "elm_object_style_set(popup, \"default\")",
+                                         "edje_object_message_send_to_winset(popup, 220)",
                                          "elm_object_part_text_set(popup, \"title,text\", "
                                          "\"translated(TV_DATA_SERVICE_LIST)\")",
                                          "evas_object_size_hint_weight_set(popup, 1, 1)",
-                                         "evas_object_size_hint_align_set(popup, -1, -1)"};
+                                         "evas_object_size_hint_align_set(popup, -1, -1)",
+                                         "elm_config_scale_get()"};
 const std::vector<std::string> THE_LIST{
     "elm_genlist_add(popup)", "elm_object_scroll_item_loop_enabled_set(genlist, true)",
     "evas_object_smart_callback_add(genlist, \"item,focused\")",
@@ -53,14 +58,13 @@ const std::vector<std::string> THE_POPUPS_CONTENT{
     "evas_object_size_hint_weight_set(table, 0, 1)",
     "evas_object_size_hint_align_set(table, -1, -1)", "evas_object_show(table)",
     "elm_object_part_content_set(popup, null, table)", "evas_object_show(popup)"};
-const std::vector<std::string> THE_END{"evas_object_show(popup)",
+const std::vector<std::string> THE_END{"evas_object_show(popup)", "elm_genlist_item_class_new()",
                                        "evas_object_smart_callback_add(window, \"focused\")"};
 
 class DefaultAppListRendererConstruction : public testing::Test {
 protected:
     DefaultAppListRendererConstruction() {
         TheApp() = {};
-        WinsetMessages().clear();
         ClearLog();
         ToolkitCalls().clear();
     }
@@ -83,13 +87,6 @@ TEST_F(DefaultAppListRendererConstruction, BuildsWindowPopupAndGenlistInOrder) {
     }
     EXPECT_EQ(ToolkitCalls(), expected);
     EXPECT_THAT(Log(), IsEmpty());
-}
-
-TEST_F(DefaultAppListRendererConstruction, TellsTheThemeWhichPopupItIs) {
-    const auto renderer = Build();
-    ASSERT_EQ(WinsetMessages().size(), 1U);
-    EXPECT_EQ(WinsetMessages()[0].second, 220);
-    EXPECT_STREQ(elm_object_style_get(WinsetMessages()[0].first), "default");
 }
 
 TEST_F(DefaultAppListRendererConstruction, GivesAllRowsOneClass) {
@@ -120,6 +117,8 @@ TEST_F(DefaultAppListRendererConstruction, GoesOnWithoutAWindow) {
     EXPECT_EQ(renderer->m_genlist, nullptr);
     EXPECT_EQ(renderer->m_itemClass, nullptr);
     EXPECT_THAT(Log(), ElementsAre(Error("create window failed"), Error("add m_window failed")));
+    FailNext("elm_win_add");
+    EXPECT_FALSE(renderer->Create());
 
     DefaultAppListItem item("Alpha", "a");
     renderer->SetModel(&model);
@@ -129,6 +128,13 @@ TEST_F(DefaultAppListRendererConstruction, GoesOnWithoutAWindow) {
     HeadlessToolkit::Settle();
     renderer.reset();
     EXPECT_THAT(ToolkitCallsOf({"evas_object_del", "elm_genlist_item_class_free"}), IsEmpty());
+}
+
+TEST_F(DefaultAppListRendererConstruction, SucceedsWithAWindow) {
+    FailNext("elm_win_add");
+    const auto renderer = Build();
+    EXPECT_TRUE(renderer->Create());
+    EXPECT_NE(renderer->m_window, nullptr);
 }
 
 TEST_F(DefaultAppListRendererConstruction, GoesOnWithoutABackground) {
@@ -152,13 +158,19 @@ TEST_F(DefaultAppListRendererConstruction, IsTakenDownWindowFirst) {
     auto renderer = Build();
     renderer->SetModel(&model);
     ToolkitCalls().clear();
-    model.history.clear();
+    model.onCall = [](const std::string& call) { ToolkitCalls().push_back(call); };
+    const void* propagator = renderer->m_selectionPropagator;
+    const DeletionWatch watch([&propagator](const void* block) {
+        if (block == propagator) {
+            propagator = nullptr;  // Its memory is used again.
+            ToolkitCalls().emplace_back("delete propagator");
+        }
+    });
     renderer.reset();
     EXPECT_THAT(ToolkitCalls(),
-                ElementsAre("evas_object_del(window)", "evas_object_del(background)",
-                            "elm_genlist_item_class_free()"));
-    EXPECT_THAT(model.history,
-                ElementsAre("RemoveItemSelectionListener", "RemoveItemChangeListener"));
+                ElementsAre("evas_object_del(window)", "RemoveItemSelectionListener",
+                            "RemoveItemChangeListener", "delete propagator",
+                            "evas_object_del(background)", "elm_genlist_item_class_free(class)"));
 }
 
 TEST_F(DefaultAppListRendererConstruction, IsTakenDownWithoutAModel) {

@@ -17,7 +17,6 @@
 #include "fakes/FakeListModel.h"
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeText.h"
-#include "fakes/FakeWinset.h"
 #include "support/HeadlessToolkit.h"
 #include "support/Scene.h"
 #include "ui/presentation/ToolkitCalls.h"
@@ -27,11 +26,13 @@ namespace applist::test {
 /// The renderer with its widgets in reach.
 class OpenRenderer : public DefaultAppListRenderer {
 public:
+    using DefaultAppListRenderer::Create;
     using DefaultAppListRenderer::DefaultAppListRenderer;
     using DefaultAppListRenderer::m_background;
     using DefaultAppListRenderer::m_focusItem;
     using DefaultAppListRenderer::m_genlist;
     using DefaultAppListRenderer::m_itemClass;
+    using DefaultAppListRenderer::m_selectionPropagator;
     using DefaultAppListRenderer::m_window;
 
     Elm_Object_Item* RowOf(const std::string& id) const;

@@ -38,7 +38,7 @@ protected:
 TEST_F(DefaultAppListRendererRows, AreAppendedToAnEmptyList) {
     model.Show({&a}, nullptr);
     EXPECT_EQ(renderer->Rows(), "a");
-    EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_item_append(\"row a\")"));
+    EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_item_append(class, \"row a\", null, 0)"));
     EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection"));
     EXPECT_THAT(
         Log(),
@@ -63,7 +63,7 @@ TEST_F(DefaultAppListRendererRows, OfNewItemsFollowTheirPredecessor) {
     EXPECT_EQ(renderer->RowOf("a"), rowA);
     EXPECT_EQ(renderer->RowOf("b"), rowB);
     EXPECT_THAT(ToolkitCallsOf(ROW_CALLS),
-                ElementsAre("elm_genlist_item_insert_after(\"row c\", row a)"));
+                ElementsAre("elm_genlist_item_insert_after(class, \"row c\", null, row a, 0)"));
     EXPECT_THAT(
         Log(),
         ElementsAre(Debug("Received item modification event"), Debug(Element(ALPHA)),
@@ -78,7 +78,7 @@ TEST_F(DefaultAppListRendererRows, OfANewFirstItemComeBeforeTheFirstRow) {
     model.Show({&a, &b}, nullptr);
     EXPECT_EQ(renderer->Rows(), "ab");
     EXPECT_THAT(ToolkitCallsOf(ROW_CALLS),
-                ElementsAre("elm_genlist_item_insert_before(\"row a\", row b)"));
+                ElementsAre("elm_genlist_item_insert_before(class, \"row a\", null, row b, 0)"));
 }
 
 TEST_F(DefaultAppListRendererRows, KeepTheirOrderWhenTheModelsChanges) {
@@ -122,6 +122,13 @@ TEST_F(DefaultAppListRendererRows, AreMadeForEachOfTwoItemsWithOneId) {
     EXPECT_EQ(elm_object_item_data_get(renderer->m_focusItem), &twin) << "the last match counts";
 }
 
+TEST_F(DefaultAppListRendererRows, OfNewItemsFollowTheLastOfTwoRowsWithOneId) {
+    DefaultAppListItem twin("Twin", "a");
+    ShowQuietly({&a, &twin});
+    model.Show({&a, &c}, nullptr);
+    EXPECT_EQ(renderer->Rows(), "aac");
+}
+
 TEST_F(DefaultAppListRendererRows, AllGoWhenTheModelIsEmptied) {
     ShowQuietly({&a, &b});
     model.Select(&b);
@@ -134,6 +141,10 @@ TEST_F(DefaultAppListRendererRows, AllGoWhenTheModelIsEmptied) {
     EXPECT_THAT(ToolkitCalls(), ElementsAre("elm_genlist_clear(genlist)"));
     EXPECT_THAT(Log(),
                 ElementsAre(Debug("Received item modification event"), Debug("Clearing applist")));
+    ClearLog();
+    model.Select(&b);
+    EXPECT_EQ(renderer->m_focusItem, nullptr);
+    EXPECT_THAT(Log(), ElementsAre(Debug("Received item selection event")));
 }
 
 TEST_F(DefaultAppListRendererRows, AreReportedWhenTheyBecomeReal) {
@@ -146,11 +157,11 @@ TEST_F(DefaultAppListRendererRows, AreReportedWhenTheyBecomeReal) {
 TEST_F(DefaultAppListRendererRows, TellTheModelThatTheyWereActivatedAndEndTheApplication) {
     TheApp() = {};
     ShowFocused({&a, &b}, &b);
+    model.onCall = Note;
     HeadlessToolkit::PressKey("Return");
-    EXPECT_THAT(model.history, Contains("SetClicked(b)"));
-    EXPECT_EQ(TheApp().exits, 1);
     EXPECT_THAT(Log(), ElementsAre(Debug("select item callback: item: [" + BETA + "]"),
-                                   Debug("Exit efl main loop")));
+                                   Event("SetClicked(b)"), Debug("Exit efl main loop"),
+                                   Event("ui_app_exit")));
 }
 
 TEST_F(DefaultAppListRendererRows, ReportedAsNullAreLoggedAndIgnored) {
@@ -179,6 +190,15 @@ TEST_F(DefaultAppListRendererRows, WithoutAnItemAreLoggedAndIgnored) {
                                    Error("Data of selected item is NULL")));
     EXPECT_THAT(model.history, IsEmpty());
     EXPECT_EQ(TheApp().exits, 0);
+}
+
+TEST_F(DefaultAppListRendererRows, FollowTheModelOfTheRendererWhateverModelAListenerIsGiven) {
+    model.items = {&a};
+    renderer->ItemChanged(nullptr);
+    EXPECT_EQ(renderer->Rows(), "a");
+    model.history.clear();
+    renderer->ItemSelected(nullptr);
+    EXPECT_THAT(model.history, ElementsAre("GetSelection"));
 }
 
 TEST_F(DefaultAppListRendererRows, CanBeSeen) {

@@ -149,30 +149,51 @@ RECORD_MAKER("rectangle", evas_object_rectangle_add, (Evas * canvas), (canvas),
              static_cast<void*>(canvas))
 RECORD(elm_table_pack, (Evas_Object * o, Evas_Object* sub, int x, int y, int w, int h),
        (o, sub, x, y, w, h), static_cast<void*>(o), static_cast<void*>(sub), x, y, w, h)
-RECORD(elm_genlist_item_class_free, (Elm_Genlist_Item_Class * itemClass), (itemClass))
+RECORD(elm_genlist_item_class_free, (Elm_Genlist_Item_Class * itemClass), (itemClass),
+       static_cast<void*>(itemClass))
+RECORD(edje_object_message_send_to_winset, (Evas_Object * o, int message), (o, message),
+       static_cast<void*>(o), message)
 RECORD_MAKER(RowName(data), elm_genlist_item_append,
              (Evas_Object * o, const Elm_Genlist_Item_Class* itemClass, const void* data,
               Evas_Object* parent, Elm_Genlist_Item_Type type, Evas_Smart_Cb function,
               const void* functionData),
-             (o, itemClass, data, parent, type, function, functionData), RowName(data).c_str())
+             (o, itemClass, data, parent, type, function, functionData),
+             static_cast<const void*>(itemClass), RowName(data).c_str(), static_cast<void*>(parent),
+             type)
 RECORD_MAKER(RowName(data), elm_genlist_item_insert_after,
              (Evas_Object * o, const Elm_Genlist_Item_Class* itemClass, const void* data,
               Evas_Object* parent, Evas_Object* other, Elm_Genlist_Item_Type type,
               Evas_Smart_Cb function, const void* functionData),
              (o, itemClass, data, parent, other, type, function, functionData),
-             RowName(data).c_str(), static_cast<void*>(other))
+             static_cast<const void*>(itemClass), RowName(data).c_str(), static_cast<void*>(parent),
+             static_cast<void*>(other), type)
 RECORD_MAKER(RowName(data), elm_genlist_item_insert_before,
              (Evas_Object * o, const Elm_Genlist_Item_Class* itemClass, const void* data,
               Evas_Object* parent, Evas_Object* other, Elm_Genlist_Item_Type type,
               Evas_Smart_Cb function, const void* functionData),
              (o, itemClass, data, parent, other, type, function, functionData),
-             RowName(data).c_str(), static_cast<void*>(other))
+             static_cast<const void*>(itemClass), RowName(data).c_str(), static_cast<void*>(parent),
+             static_cast<void*>(other), type)
 RECORD(elm_genlist_clear, (Evas_Object * o), (o), static_cast<void*>(o))
 RECORD(elm_object_item_del, (Elm_Object_Item * row), (row), static_cast<void*>(row))
 RECORD(elm_genlist_item_bring_in, (Elm_Object_Item * row, Elm_Genlist_Item_Scrollto_Type type),
        (row, type), static_cast<void*>(row), type)
 RECORD(elm_object_item_focus_set, (Elm_Object_Item * row, Eina_Bool on), (row, on),
        static_cast<void*>(row), on)
+
+extern "C" Elm_Genlist_Item_Class* __real_elm_genlist_item_class_new();
+extern "C" Elm_Genlist_Item_Class* __wrap_elm_genlist_item_class_new();
+extern "C" Elm_Genlist_Item_Class* __wrap_elm_genlist_item_class_new() {
+    Note("elm_genlist_item_class_new");
+    return Named(__real_elm_genlist_item_class_new(), "class");
+}
+
+extern "C" double __real_elm_config_scale_get();
+extern "C" double __wrap_elm_config_scale_get();
+extern "C" double __wrap_elm_config_scale_get() {
+    Note("elm_config_scale_get");
+    return __real_elm_config_scale_get();
+}
 
 #define RECORD_STYLE(name)                                                  \
     extern "C" Eina_Bool __real_##name(Evas_Object* o, const char* style);  \

@@ -79,29 +79,20 @@ TEST_F(LocalAppListModelOperations, RefuseToEditTheList) {
     local->AddItemAtEnd(&item);
     local->RemoveItem(&item);
     local->ModifyItem(&item, &other);
-    EXPECT_THAT(Log(), ElementsAre(Debug("RemoveAllItems method is not implemented"),
-                                   Debug("AddItems method is not implemented"),
-                                   Debug("AddItemAtEnd method is not implemented"),
-                                   Debug("RemoveItem method is not implemented"),
-                                   Debug("ModifyItem method is not implemented")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("RemoveAllItems method is not implemented", "RemoveAllItems"),
+                            Debug("AddItems method is not implemented", "AddItems"),
+                            Debug("AddItemAtEnd method is not implemented", "AddItemAtEnd"),
+                            Debug("RemoveItem method is not implemented", "RemoveItem"),
+                            Debug("ModifyItem method is not implemented", "ModifyItem")));
 }
 
 TEST_F(LocalAppListModelOperations, CountNoItemsWhateverTheListHolds) {
     model.items = {&item};
     model.count = 1;
     EXPECT_EQ(local->GetItemsCount(), 0);
-    EXPECT_THAT(Log(), ElementsAre(Debug("GetItemsCount method is not implemented")));
-}
-
-TEST_F(LocalAppListModelOperations, PutTheirNamesOnTheirLines) {
-    local->RemoveAllItems();
-    local->AddItems({});
-    local->AddItemAtEnd(&item);
-    local->RemoveItem(&item);
-    local->ModifyItem(&item, &other);
-    local->GetItemsCount();
-    EXPECT_THAT(LogFunctions(), ElementsAre("RemoveAllItems", "AddItems", "AddItemAtEnd",
-                                            "RemoveItem", "ModifyItem", "GetItemsCount"));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("GetItemsCount method is not implemented", "GetItemsCount")));
 }
 
 using LocalAppListModelEvents = RemoteFixture;
@@ -110,24 +101,16 @@ TEST_F(LocalAppListModelEvents, GoToEveryPartner) {
     local->ItemChanged(&model);
     local->ItemSelected(&model);
     local->ItemClicked(&model);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Sending Item Change Event to remote object"),
-                                   Event("notify all: 01 00 00 00"),
-                                   Debug("Sending Item Selection Event to remote object"),
-                                   Event("notify all: 02 00 00 00"),
-                                   Debug("Sending Item Clicked Event to remote object"),
-                                   Event("notify all: 03 00 00 00")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Sending Item Change Event to remote object", "ItemChanged"),
+                            Event("notify all: 01 00 00 00"),
+                            Debug("Sending Item Selection Event to remote object", "ItemSelected"),
+                            Event("notify all: 02 00 00 00"),
+                            Debug("Sending Item Clicked Event to remote object", "ItemClicked"),
+                            Event("notify all: 03 00 00 00")));
     EXPECT_THAT(TheTransport().sent, ElementsAre(SentNotification{{1, 0, 0, 0}, std::nullopt},
                                                  SentNotification{{2, 0, 0, 0}, std::nullopt},
                                                  SentNotification{{3, 0, 0, 0}, std::nullopt}));
-}
-
-TEST_F(LocalAppListModelEvents, AreLoggedByWhatHearsOfThem) {
-    local->ItemChanged(&model);
-    local->ItemSelected(&model);
-    local->ItemClicked(&model);
-    local->OnConnectionReady(":1.42");
-    EXPECT_THAT(LogFunctions(),
-                ElementsAre("ItemChanged", "ItemSelected", "ItemClicked", "OnConnectionReady"));
 }
 
 TEST_F(LocalAppListModelEvents, DoNotLookAtTheModelThatChanged) {
@@ -142,7 +125,8 @@ TEST_F(LocalAppListModelEvents, GreetTheNewPartnerAlone) {
     EXPECT_THAT(Log(), ElementsAre(Debug("HandleConnectionReady state=1, partner=:1.42"),
                                    Debug("Calling connection ready callback"),
                                    Debug("Connection established with partner :1.42. Sending Local "
-                                         "created event"),
+                                         "created event",
+                                         "OnConnectionReady"),
                                    Event("notify :1.42: 04 00 00 00")));
     EXPECT_THAT(TheTransport().sent, ElementsAre(SentNotification{{4, 0, 0, 0}, ":1.42"}));
 }

@@ -14,10 +14,11 @@ TEST_F(DefaultAppListModelAddItems, ReportsTheBatchOnceAndThenSelectsTheFront) {
     model.AddItems({&a, &b});
     EXPECT_THAT(model.GetAllItems(), ElementsAre(&a, &b));
     EXPECT_EQ(model.GetSelection(), &a);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("AddItems"), Event("view changed [a b]"),
-                            Debug("There is not selected item. Make newly added Item selected"),
-                            Event("view selected [a* b]")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("AddItems", "AddItems"), Event("view changed [a b]"),
+                    Debug("There is not selected item. Make newly added Item selected", "AddItems"),
+                    Event("view selected [a* b]")));
 }
 
 TEST_F(DefaultAppListModelAddItems, SkipsAnIdThatCameEarlierInTheSameBatch) {
@@ -91,21 +92,49 @@ TEST_F(DefaultAppListModelAddItems, TakesASelectedItemWithoutIdForNoSelection) {
                             Event("view selected [* a]")));
 }
 
-TEST_F(DefaultAppListModelAddItems, PutsItsNameOnItsLines) {
-    model.AddItems({&a});
-    EXPECT_THAT(LogFunctions(), ElementsAre("AddItems", "AddItems"));
+TEST_F(DefaultAppListModelAddItems, KeepsASelectionThatAChangeListenerMakes) {
+    Selecting listener(&b);
+    model.AddItemChangeListener(&listener);
+    model.AddItems({&a, &b});
+    EXPECT_EQ(model.GetSelection(), &b);
+}
+
+TEST_F(DefaultAppListModelAddItems, SelectsTheFrontWhenAChangeListenerClearsTheSelection) {
+    Fill({&a, &b}, &b);
+    Selecting nothing(nullptr);
+    model.AddItemChangeListener(&nothing);
+    model.AddItems({&c});
+    EXPECT_EQ(model.GetSelection(), &a);
 }
 
 using DefaultAppListModelAddItemAtEnd = ModelFixture;
 
+TEST_F(DefaultAppListModelAddItemAtEnd, KeepsASelectionThatAChangeListenerMakes) {
+    Fill({&a}, nullptr);
+    Selecting listener(&a);
+    model.AddItemChangeListener(&listener);
+    model.AddItemAtEnd(&b);
+    EXPECT_EQ(model.GetSelection(), &a);
+}
+
+TEST_F(DefaultAppListModelAddItemAtEnd, SelectsTheItemWhenAChangeListenerClearsTheSelection) {
+    Fill({&a}, &a);
+    Selecting nothing(nullptr);
+    model.AddItemChangeListener(&nothing);
+    model.AddItemAtEnd(&b);
+    EXPECT_EQ(model.GetSelection(), &b);
+}
+
 TEST_F(DefaultAppListModelAddItemAtEnd, AppendsAndSelectsTheArgument) {
     model.AddItemAtEnd(&a);
     EXPECT_EQ(model.GetSelection(), &a);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("New applist item is: [name: Alpha, unique id: a]"),
-                            Event("view changed [a]"),
-                            Debug("There is not selected item. Make newly added Item selected"),
-                            Event("view selected [a*]")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(
+            Debug("New applist item is: [name: Alpha, unique id: a]", "AddItemAtEnd"),
+            Event("view changed [a]"),
+            Debug("There is not selected item. Make newly added Item selected", "AddItemAtEnd"),
+            Event("view selected [a*]")));
 }
 
 TEST_F(DefaultAppListModelAddItemAtEnd, SelectsTheArgumentAndNotTheFront) {
@@ -143,11 +172,6 @@ TEST_F(DefaultAppListModelAddItemAtEnd, OfAListedIdSelectsTheDuplicateWhenNothin
     EXPECT_THAT(Log(),
                 ElementsAre(Debug("There is not selected item. Make newly added Item selected"),
                             Event("view selected [a b] ~b")));
-}
-
-TEST_F(DefaultAppListModelAddItemAtEnd, PutsItsNameOnItsLines) {
-    model.AddItemAtEnd(&a);
-    EXPECT_THAT(LogFunctions(), ElementsAre("AddItemAtEnd", "AddItemAtEnd"));
 }
 
 }  // namespace

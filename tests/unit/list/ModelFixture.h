@@ -13,6 +13,16 @@
 
 namespace applist::test {
 
+/// A change listener that selects an item, or nothing where that is null.
+class Selecting : public ItemChangeListener {
+public:
+    explicit Selecting(AppListItem* item) : m_item(item) {}
+    void ItemChanged(AppListModel* model) override { model->SetSelection(m_item); }
+
+private:
+    AppListItem* m_item;
+};
+
 /// A model with one listener, and items to put into it.
 class ModelFixture : public testing::Test {
 protected:

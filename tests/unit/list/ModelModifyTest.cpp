@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "unit/list/ModelFixture.h"
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -14,11 +15,12 @@ TEST_F(DefaultAppListModelModifyItem, MovesTheSelectionToTheReplacement) {
     Fill({&a, &b}, &b);
     model.ModifyItem(&b, &c);
     EXPECT_EQ(model.GetSelection(), &c);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Selection cleared"), Debug("Replaced item"),
-                            Event("view changed [a c*]"), Debug("Sent item change event"),
-                            Event("view selected [a c*]"),
-                            Debug("Selection has been modified. Sent item selection event")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("Selection cleared", "ModifyItem"), Debug("Replaced item", "ModifyItem"),
+                    Event("view changed [a c*]"), Debug("Sent item change event", "ModifyItem"),
+                    Event("view selected [a c*]"),
+                    Debug("Selection has been modified. Sent item selection event", "ModifyItem")));
 }
 
 TEST_F(DefaultAppListModelModifyItem, KeepsThePlaceOfAnUnselectedItem) {
@@ -51,11 +53,21 @@ TEST_F(DefaultAppListModelModifyItem, CanKeepTheId) {
     EXPECT_THAT(model.GetAllItems(), ElementsAre(&renamed, &b));
 }
 
-TEST_F(DefaultAppListModelModifyItem, PutsItsNameOnItsLines) {
-    Fill({&a}, &a);
-    model.ModifyItem(&a, &b);
-    EXPECT_THAT(LogFunctions(),
-                ElementsAre("ModifyItem", "ModifyItem", "ModifyItem", "ModifyItem"));
+TEST_F(DefaultAppListModelModifyItem, MovesASelectionThatIsAnotherObjectWithTheId) {
+    DefaultAppListItem alsoA("another object", "a");
+    Fill({&a, &b}, nullptr);
+    model.AddItemAtEnd(&alsoA);
+    ASSERT_EQ(model.GetSelection(), &alsoA);
+    model.ModifyItem(&a, &c);
+    EXPECT_EQ(model.GetSelection(), &c);
+}
+
+TEST_F(DefaultAppListModelModifyItem, DecidesBeforeTheChangeWhetherToReportASelection) {
+    Fill({&a, &b}, &a);
+    Selecting nothing(nullptr);
+    model.AddItemChangeListener(&nothing);
+    model.ModifyItem(&a, &c);
+    EXPECT_THAT(Log(), Contains(Event("view selected [c b]")));
 }
 
 TEST(DefaultAppListModelWithoutListeners, SaysThatItSentTheChangeAllTheSame) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "unit/list/ModelFixture.h"
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -22,22 +23,24 @@ TEST_F(DefaultAppListModelRemoveItem, SelectsTheNextItemWhenTheSelectedOneIsRemo
     model.RemoveItem(&b);
     EXPECT_EQ(model.GetSelection(), &c);
     EXPECT_THAT(
-        Log(), ElementsAre(Debug("Next element is nearest"), Debug("Found new item to be selected"),
-                           Debug("Removed item form list"), Event("view changed [a c*]"),
-                           Debug("Sent item change event"), Event("view selected [a c*]"),
-                           Debug("Selection has been modified. Sent item selection event")));
+        Log(),
+        ElementsAre(Debug("Next element is nearest", "FindNearestItem"),
+                    Debug("Found new item to be selected", "RemoveItem"),
+                    Debug("Removed item form list", "RemoveItem"), Event("view changed [a c*]"),
+                    Debug("Sent item change event", "RemoveItem"), Event("view selected [a c*]"),
+                    Debug("Selection has been modified. Sent item selection event", "RemoveItem")));
 }
 
 TEST_F(DefaultAppListModelRemoveItem, SelectsThePreviousItemWhenTheSelectedLastOneIsRemoved) {
     Fill({&a, &b, &c}, &c);
     model.RemoveItem(&c);
     EXPECT_EQ(model.GetSelection(), &b);
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(Debug("Previous element is nearest"), Debug("Found new item to be selected"),
-                    Debug("Removed item form list"), Event("view changed [a b*]"),
-                    Debug("Sent item change event"), Event("view selected [a b*]"),
-                    Debug("Selection has been modified. Sent item selection event")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Previous element is nearest", "FindNearestItem"),
+                            Debug("Found new item to be selected"), Debug("Removed item form list"),
+                            Event("view changed [a b*]"), Debug("Sent item change event"),
+                            Event("view selected [a b*]"),
+                            Debug("Selection has been modified. Sent item selection event")));
 }
 
 TEST_F(DefaultAppListModelRemoveItem, EmptiesTheSelectionWhenTheOnlyItemIsRemoved) {
@@ -46,10 +49,11 @@ TEST_F(DefaultAppListModelRemoveItem, EmptiesTheSelectionWhenTheOnlyItemIsRemove
     EXPECT_EQ(model.GetSelection()->GetUnigueId(), "");
     EXPECT_THAT(Log(),
                 ElementsAre(Debug("Item list is empty or there is one item that can not be "
-                                  "qualified as nearest"),
-                            Debug("Make empty selection"), Debug("Removed item form list"),
-                            Event("view changed []"), Debug("Sent item change event"),
-                            Event("view selected []"),
+                                  "qualified as nearest",
+                                  "FindNearestItem"),
+                            Debug("Make empty selection", "RemoveItem"),
+                            Debug("Removed item form list"), Event("view changed []"),
+                            Debug("Sent item change event"), Event("view selected []"),
                             Debug("Selection has been modified. Sent item selection event")));
 }
 
@@ -77,11 +81,18 @@ TEST_F(DefaultAppListModelRemoveItem, MovesASelectionThatIsItselfUnlisted) {
     EXPECT_EQ(model.GetSelection(), &b);
 }
 
-TEST_F(DefaultAppListModelRemoveItem, PutsItsNameOnItsLines) {
-    Fill({&a, &b}, &a);
+TEST_F(DefaultAppListModelRemoveItem, DecidesBeforeTheChangeWhetherToReportASelection) {
+    Fill({&a, &b, &c}, &a);
+    Selecting nothing(nullptr);
+    model.AddItemChangeListener(&nothing);
+    ClearLog();
+    model.RemoveItem(&b);
+    EXPECT_THAT(Log(), ElementsAre(Debug("Removed item form list"), Event("view changed [a* c]"),
+                                   Debug("Sent item change event")));
+    model.SetSelection(&a);
+    ClearLog();
     model.RemoveItem(&a);
-    EXPECT_THAT(LogFunctions(), ElementsAre("FindNearestItem", "RemoveItem", "RemoveItem",
-                                            "RemoveItem", "RemoveItem"));
+    EXPECT_THAT(Log(), Contains(Event("view selected [c]")));
 }
 
 using DefaultAppListModelRemoveAllItems = ModelFixture;

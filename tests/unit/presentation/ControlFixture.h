@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,16 +13,27 @@
 #include "fakes/FakeApp.h"
 #include "fakes/FakeEcore.h"
 #include "fakes/FakeListModel.h"
+#include "fakes/FakeMutex.h"
 #include "fakes/FakePlatformLog.h"
 
 namespace applist::test {
 
-/// A control connected to a model of the items a, b and c, of which b is selected.
+/// The interval as the control logs it: "65s".
+inline const std::string INTERVAL = std::to_string(DefaultAppListControl::AUTO_CLOSE_SECONDS) + "s";
+
+/// A control connected to a model of the items a, b and c, of which b is selected. Each test also
+/// checks that the control holds its mutex whenever it uses the timer.
 class ControlTest : public testing::Test {
 protected:
     ControlTest() {
         TheApp() = {};
         TheEcore() = {};
+        TheMutexes() = {};
+        TheEcore().onCall = [](const std::string& call) {
+            if (call.starts_with("ecore_timer")) {
+                EXPECT_EQ(TheMutexes().held, 1) << call;
+            }
+        };
         model.items = {&a, &b, &c};
         model.selection = &b;
         control = std::make_unique<DefaultAppListControl>();
@@ -31,6 +43,7 @@ protected:
     void Forget() {
         ClearLog();
         TheEcore().history.clear();
+        TheMutexes().calls.clear();
         model.history.clear();
     }
 

@@ -8,7 +8,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string RESET_LOG = "Timer has been reset to its full interval: 65s";
+const std::string RESET_LOG = "Timer has been reset to its full interval: " + INTERVAL;
+const std::string KEY_RESET_LOG = "Resetting timer to its full interval: " + INTERVAL;
 
 std::string ValuesLog(const std::string& key) {
     return "Event values: keyname=" + key + ", key=" + key;
@@ -26,18 +27,20 @@ TEST_F(DefaultAppListControlKeys, BackClosesTheApplicationAndStopsTheEvent) {
     EXPECT_EQ(TheEcore().Release("XF86Back"), ECORE_CALLBACK_DONE);
     EXPECT_EQ(TheApp().exits, 1);
     EXPECT_THAT(TheEcore().history, IsEmpty());
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Back")),
-                            Debug("Return key has been hit. Closing application")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Back")),
+                    Debug("Return key has been hit. Closing application"), Event("ui_app_exit")));
 }
 
 TEST_F(DefaultAppListControlKeys, ExitClosesTheApplicationAndStopsTheEvent) {
     EXPECT_EQ(TheEcore().Release("XF86Exit"), ECORE_CALLBACK_DONE);
     EXPECT_EQ(TheApp().exits, 1);
     EXPECT_THAT(TheEcore().history, IsEmpty());
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Exit")),
-                            Debug("Exit key has been hit. Closing application")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Exit")),
+                    Debug("Exit key has been hit. Closing application"), Event("ui_app_exit")));
 }
 
 TEST_F(DefaultAppListControlKeys, UpOnlyRestartsTheTimer) {
@@ -46,7 +49,8 @@ TEST_F(DefaultAppListControlKeys, UpOnlyRestartsTheTimer) {
     EXPECT_THAT(model.history, IsEmpty());
     EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Up")),
                                    Debug("Up key has been hit. Resetting timer to its full "
-                                         "interval: 65s")));
+                                         "interval: " +
+                                         INTERVAL)));
 }
 
 TEST_F(DefaultAppListControlKeys, DownOnlyRestartsTheTimer) {
@@ -55,7 +59,8 @@ TEST_F(DefaultAppListControlKeys, DownOnlyRestartsTheTimer) {
     EXPECT_THAT(model.history, IsEmpty());
     EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Down")),
                                    Debug("Down key has been hit. Resetting timer to its full "
-                                         "interval: 65s")));
+                                         "interval: " +
+                                         INTERVAL)));
 }
 
 TEST_F(DefaultAppListControlKeys, RightSelectsTheNextItemAndRestartsTheTimerTwice) {
@@ -63,10 +68,10 @@ TEST_F(DefaultAppListControlKeys, RightSelectsTheNextItemAndRestartsTheTimerTwic
     EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection", "SetSelection(c)"));
     EXPECT_THAT(TheEcore().history,
                 ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Right")),
-                                   Debug("Right key has been hit. Scroll focus down."),
-                                   Debug("Found focused item."), Debug(RESET_LOG),
-                                   Debug("Resetting timer to its full interval: 65s")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Right")),
+                            Debug("Right key has been hit. Scroll focus down."),
+                            Debug("Found focused item."), Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
 }
 
 TEST_F(DefaultAppListControlKeys, LeftSelectsThePreviousItemAndRestartsTheTimerTwice) {
@@ -74,10 +79,10 @@ TEST_F(DefaultAppListControlKeys, LeftSelectsThePreviousItemAndRestartsTheTimerT
     EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection", "SetSelection(a)"));
     EXPECT_THAT(TheEcore().history,
                 ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Left")),
-                                   Debug("Left key has been hit. Scroll focus top."),
-                                   Debug("Found focused item."), Debug(RESET_LOG),
-                                   Debug("Resetting timer to its full interval: 65s")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Left")),
+                            Debug("Left key has been hit. Scroll focus top."),
+                            Debug("Found focused item."), Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
 }
 
 TEST_F(DefaultAppListControlKeys, RightOnTheLastItemSelectsTheFirst) {
@@ -88,7 +93,7 @@ TEST_F(DefaultAppListControlKeys, RightOnTheLastItemSelectsTheFirst) {
                 ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Right")),
                             Debug("Right key has been hit. Scroll focus down."),
                             Debug("Found focused item."), Debug("Scrolling item over to top."),
-                            Debug(RESET_LOG), Debug("Resetting timer to its full interval: 65s")));
+                            Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
 }
 
 TEST_F(DefaultAppListControlKeys, LeftOnTheFirstItemSelectsTheLast) {
@@ -99,7 +104,7 @@ TEST_F(DefaultAppListControlKeys, LeftOnTheFirstItemSelectsTheLast) {
                 ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Left")),
                             Debug("Left key has been hit. Scroll focus top."),
                             Debug("Found focused item."), Debug("Scrolling item over to bottom."),
-                            Debug(RESET_LOG), Debug("Resetting timer to its full interval: 65s")));
+                            Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
 }
 
 TEST_F(DefaultAppListControlKeys, BothSelectTheOnlyItemAgain) {
@@ -120,12 +125,11 @@ TEST_F(DefaultAppListControlKeys, OnlyRestartTheTimerWhenNothingIsSelected) {
                 ElementsAre("GetAllItems", "GetSelection", "GetAllItems", "GetSelection"));
     EXPECT_THAT(TheEcore().history,
                 ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
-    EXPECT_THAT(LogMessages(), ElementsAre("Executed key event function", ValuesLog("Right"),
-                                           "Right key has been hit. Scroll focus down.",
-                                           "Resetting timer to its full interval: 65s",
-                                           "Executed key event function", ValuesLog("Left"),
-                                           "Left key has been hit. Scroll focus top.",
-                                           "Resetting timer to its full interval: 65s"));
+    EXPECT_THAT(LogMessages(),
+                ElementsAre("Executed key event function", ValuesLog("Right"),
+                            "Right key has been hit. Scroll focus down.", KEY_RESET_LOG,
+                            "Executed key event function", ValuesLog("Left"),
+                            "Left key has been hit. Scroll focus top.", KEY_RESET_LOG));
 }
 
 TEST_F(DefaultAppListControlKeys, DoNotTakeAnotherObjectWithTheSameIdForTheSelectedOne) {

@@ -8,6 +8,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr double SECONDS = DefaultAppListControl::AUTO_CLOSE_SECONDS;
+
 class DefaultAppListControlTimer : public ControlTest {};
 
 /// Each of what restarts the timer.
@@ -32,17 +34,18 @@ TEST_F(DefaultAppListControlTimer, RunsFromConstructionAndListensToKeyReleases) 
     EXPECT_THAT(Log(), ElementsAre(Debug("Creating time this will execute OnTimer() in 65s")));
 }
 
-TEST_F(DefaultAppListControlTimer, EndsTheApplicationAfter65SecondsWithoutActivity) {
-    TheEcore().Advance(64.9);
+TEST_F(DefaultAppListControlTimer, EndsTheApplicationWithoutActivity) {
+    TheEcore().Advance(SECONDS - 0.1);
     EXPECT_EQ(TheApp().exits, 0);
     TheEcore().Advance(0.1);
     EXPECT_EQ(TheApp().exits, 1);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Executed timer function"), Debug("Calling app_efl_exit()")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("Executed timer function"),
+                                   Debug("Calling app_efl_exit()"), Event("ui_app_exit")));
+    EXPECT_THAT(TheMutexes().calls, ElementsAre("lock", "unlock"));
 }
 
 TEST_F(DefaultAppListControlTimer, FiresOnce) {
-    TheEcore().Advance(65);
+    TheEcore().Advance(SECONDS);
     EXPECT_FALSE(TheEcore().HasTimer());
     TheEcore().Advance(1000);
     EXPECT_EQ(TheApp().exits, 1);
@@ -50,12 +53,13 @@ TEST_F(DefaultAppListControlTimer, FiresOnce) {
 
 TEST_F(DefaultAppListControlTimer, LogsASelectionChangeThatRestartsIt) {
     model.Select(&a);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Timer has been reset to its full interval: 65s")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Timer has been reset to its full interval: " + INTERVAL)));
     EXPECT_THAT(TheEcore().history, ElementsAre("ecore_timer_reset(timer)"));
 }
 
 TEST_F(DefaultAppListControlTimer, IsLeftAloneByASelectionOnceItHasFired) {
-    TheEcore().Advance(65);
+    TheEcore().Advance(SECONDS);
     Forget();
     model.Select(&a);
     EXPECT_THAT(Log(), IsEmpty());
@@ -63,24 +67,30 @@ TEST_F(DefaultAppListControlTimer, IsLeftAloneByASelectionOnceItHasFired) {
 }
 
 TEST_F(DefaultAppListControlTimer, IsResetAsNullByAKeyOnceItHasFired) {
-    TheEcore().Advance(65);
+    TheEcore().Advance(SECONDS);
     Forget();
     TheEcore().Release("Up");
     EXPECT_THAT(TheEcore().history, ElementsAre("ecore_timer_reset(null)"));
 }
 
 TEST_F(DefaultAppListControlTimer, IsNotDeletedOnceItHasFired) {
-    TheEcore().Advance(65);
+    TheEcore().Advance(SECONDS);
     Forget();
     control.reset();
     EXPECT_THAT(TheEcore().history, ElementsAre("ecore_event_handler_del"));
 }
 
-TEST_F(DefaultAppListControlTimer, GoesWithTheControlBeforeTheKeyHandlerAndAfterTheModel) {
+TEST_F(DefaultAppListControlTimer, IsDeletedAfterTheRegistrationAndBeforeKeyHandlerAndMutex) {
+    model.onCall = [](const std::string& call) { TheEcore().history.push_back(call); };
+    TheEcore().onCall = [](const std::string& call) {
+        EXPECT_EQ(TheMutexes().held, call == "ecore_timer_del" ? 1 : 0) << call;
+        EXPECT_EQ(TheMutexes().alive.size(), 1U) << call;
+    };
     control.reset();
-    EXPECT_THAT(model.history, ElementsAre("RemoveItemSelectionListener"));
-    EXPECT_THAT(TheEcore().history, ElementsAre("ecore_timer_del", "ecore_event_handler_del"));
+    EXPECT_THAT(TheEcore().history, ElementsAre("RemoveItemSelectionListener", "ecore_timer_del",
+                                                "ecore_event_handler_del"));
     EXPECT_THAT(model.selectionListeners, IsEmpty());
+    EXPECT_THAT(TheMutexes().calls, ElementsAre("lock", "unlock", "destroy"));
 }
 
 TEST_F(DefaultAppListControlTimer, ControlWithoutAModelOnlyReleasesItsOwn) {
@@ -99,8 +109,9 @@ TEST_F(DefaultAppListControlTimer, ThatCannotBeCreatedIsLoggedAndDoneWithout) {
     TheEcore().failTimer = true;
     control = std::make_unique<DefaultAppListControl>();
     control->SetModel(&model);
-    EXPECT_THAT(Log(), ElementsAre(Debug("Creating time this will execute OnTimer() in 65s"),
-                                   Error("Failed to create timer")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Creating time this will execute OnTimer() in " + INTERVAL),
+                            Error("Failed to create timer")));
     Forget();
     model.Select(&a);
     TheEcore().Release("Down");
@@ -114,19 +125,20 @@ TEST_F(DefaultAppListControlTimer, SurvivesAKeyHandlerThatCannotBeRegistered) {
     Forget();
     TheEcore().failHandler = true;
     control = std::make_unique<DefaultAppListControl>();
-    EXPECT_THAT(Log(), ElementsAre(Debug("Creating time this will execute OnTimer() in 65s"),
-                                   Error("Failed to register on key events")));
-    TheEcore().Advance(65);
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Creating time this will execute OnTimer() in " + INTERVAL),
+                            Error("Failed to register on key events")));
+    TheEcore().Advance(SECONDS);
     EXPECT_EQ(TheApp().exits, 1);
     TheEcore().history.clear();
     control.reset();
     EXPECT_THAT(TheEcore().history, IsEmpty());
 }
 
-TEST_P(DefaultAppListControlRestart, GivesTheFull65SecondsAgain) {
-    TheEcore().Advance(64);
+TEST_P(DefaultAppListControlRestart, GivesTheFullIntervalAgain) {
+    TheEcore().Advance(SECONDS - 1);
     Act();
-    TheEcore().Advance(64);
+    TheEcore().Advance(SECONDS - 1);
     EXPECT_EQ(TheApp().exits, 0);
     TheEcore().Advance(1);
     EXPECT_EQ(TheApp().exits, 1);

@@ -12,6 +12,7 @@
 #include "AppListEntry.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
+#include "support/AllocationWatch.h"
 #include "unit/start/FakeGraph.h"
 
 namespace applist::test {
@@ -40,6 +41,12 @@ protected:
     }
 
     std::optional<AppListEntry> m_entry;
+    const DeletionWatch m_listWatch{[](const void* block) {
+        if (block == Graph().list) {
+            Graph().list = nullptr;
+            Graph().events.emplace_back("delete list");
+        }
+    }};
 };
 
 TEST_F(AnAppListEntry, BuildsNothingBeforeCreate) {
@@ -47,27 +54,27 @@ TEST_F(AnAppListEntry, BuildsNothingBeforeCreate) {
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(AnAppListEntry, BuildsTheGraphInOrderAndConnectsRendererBeforeControl) {
+TEST_F(AnAppListEntry, BuildsTheGraphInOrder) {
     EXPECT_TRUE(AppListEntry::Create(&*m_entry));
-    EXPECT_THAT(Graph().events,
-                ElementsAre("new default model", "new local model", "new renderer", "new control",
-                            "renderer SetModel", "control SetModel"));
-    EXPECT_THAT(EntryLog(), ElementsAre(Debug("_create callback function calling")));
+    EXPECT_THAT(Graph().events, ElementsAre("new default model", "new local model", "new renderer",
+                                            "new control", "new list"));
+    EXPECT_THAT(EntryLog(), ElementsAre(Debug("_create callback function calling", "Create")));
 }
 
-TEST_F(AnAppListEntry, ShowsTheListOnlyTheLocalModel) {
+TEST_F(AnAppListEntry, GivesTheListTheLocalModelAndTheViews) {
     AppListEntry::Create(&*m_entry);
     EXPECT_EQ(Graph().localModelGot, Graph().defaultModel);
-    EXPECT_EQ(Graph().rendererModel, Graph().localModel);
-    EXPECT_EQ(Graph().controlModel, Graph().localModel);
+    EXPECT_EQ(Graph().listModel, Graph().localModel);
+    EXPECT_EQ(Graph().listRenderer, Graph().renderer);
+    EXPECT_EQ(Graph().listControl, Graph().control);
     EXPECT_EQ(Graph().rendererGot, "org.vantu.applist");
 }
 
 TEST_F(AnAppListEntry, RefusesToStartWithoutUserData) {
     EXPECT_FALSE(AppListEntry::Create(nullptr));
     EXPECT_THAT(Graph().events, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("_create callback function calling"),
-                                   Error("service data is null")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("_create callback function calling", "Create"),
+                                   Error("service data is null", "Create")));
 }
 
 TEST_F(AnAppListEntry, OnlyTakesNoteOfTheFirstLaunch) {
@@ -75,9 +82,9 @@ TEST_F(AnAppListEntry, OnlyTakesNoteOfTheFirstLaunch) {
     ClearLog();
     Launch();
     EXPECT_EQ(TheApp().exits, 0);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_service callback function calling"),
-                                   Debug("_handle_service function calling"),
-                                   Debug("_handle_cmd function calling")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("_service callback function calling", "Service"),
+                                   Debug("_handle_service function calling", "HandleService"),
+                                   Debug("_handle_cmd function calling", "HandleCmd")));
 }
 
 TEST_F(AnAppListEntry, ClosesOnTheSecondLaunch) {
@@ -86,10 +93,12 @@ TEST_F(AnAppListEntry, ClosesOnTheSecondLaunch) {
     ClearLog();
     Launch();
     EXPECT_EQ(TheApp().exits, 1);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_service callback function calling"),
-                                   Debug("_handle_service function calling"),
-                                   Debug("_handle_cmd function calling"),
-                                   Debug("Closing application by calling app_efl_exit()")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("_service callback function calling", "Service"),
+                            Debug("_handle_service function calling", "HandleService"),
+                            Debug("_handle_cmd function calling", "HandleCmd"),
+                            Debug("Closing application by calling app_efl_exit()", "HandleCmd"),
+                            Event("ui_app_exit")));
 }
 
 TEST_F(AnAppListEntry, AsksToExitAgainOnEachFurtherLaunch) {
@@ -118,8 +127,8 @@ TEST_F(AnAppListEntry, ForgetsItsLaunchesOnTerminate) {
 TEST_F(AnAppListEntry, IgnoresALaunchWithoutUserData) {
     AppListEntry::Service(nullptr, nullptr);
     EXPECT_EQ(TheApp().exits, 0);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_service callback function calling"),
-                                   Error("service data is null")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("_service callback function calling", "Service"),
+                                   Error("service data is null", "Service")));
 }
 
 TEST_F(AnAppListEntry, ChangesNothingOnPauseAndResume) {
@@ -131,24 +140,21 @@ TEST_F(AnAppListEntry, ChangesNothingOnPauseAndResume) {
     AppListEntry::Pause(nullptr);
     AppListEntry::Resume(nullptr);
     EXPECT_EQ(Graph().events, built);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_pause callback function calling"),
-                                   Debug("_resume callback function calling"),
-                                   Debug("_pause callback function calling"),
-                                   Debug("_resume callback function calling")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("_pause callback function calling", "Pause"),
+                                   Debug("_resume callback function calling", "Resume"),
+                                   Debug("_pause callback function calling", "Pause"),
+                                   Debug("_resume callback function calling", "Resume")));
 }
 
 TEST_F(AnAppListEntry, DeletesListThenViewsThenModelsOnTerminate) {
     AppListEntry::Create(&*m_entry);
     Graph().events.clear();
     ClearLog();
-    {
-        const WatchListMemory watch;
-        AppListEntry::Terminate(&*m_entry);
-    }
+    AppListEntry::Terminate(&*m_entry);
     EXPECT_THAT(Graph().events, ElementsAre("delete list", "delete renderer", "delete control",
                                             "delete local model", "delete default model"));
-    EXPECT_THAT(EntryLog(),
-                ElementsAre(Debug("_terminate callback function calling"), Debug("Delete")));
+    EXPECT_THAT(EntryLog(), ElementsAre(Debug("_terminate callback function calling", "Terminate"),
+                                        Debug("Delete", "Delete")));
 }
 
 TEST_F(AnAppListEntry, DeletesEachObjectOnceWhenTerminatedAndThenDestroyed) {
@@ -156,39 +162,22 @@ TEST_F(AnAppListEntry, DeletesEachObjectOnceWhenTerminatedAndThenDestroyed) {
     AppListEntry::Terminate(&*m_entry);
     Graph().events.clear();
     ClearLog();
-    {
-        const WatchListMemory watch;
-        m_entry.reset();
-    }
+    m_entry.reset();
     EXPECT_THAT(Graph().events, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Delete")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("Delete", "Delete")));
 }
 
 TEST_F(AnAppListEntry, DeletesWhatIsLeftWhenDestroyedWithoutTerminate) {
     AppListEntry::Create(&*m_entry);
     Graph().events.clear();
     m_entry.reset();
-    EXPECT_THAT(Graph().events, ElementsAre("delete renderer", "delete control",
+    EXPECT_THAT(Graph().events, ElementsAre("delete list", "delete renderer", "delete control",
                                             "delete local model", "delete default model"));
-}
-
-TEST_F(AnAppListEntry, NamesItsFunctionsInItsLines) {
-    AppListEntry::Create(nullptr);
-    AppListEntry::Service(nullptr, nullptr);
-    Launch();
-    Launch();
-    AppListEntry::Pause(nullptr);
-    AppListEntry::Resume(nullptr);
-    AppListEntry::Terminate(&*m_entry);
-    EXPECT_THAT(LogFunctions(),
-                ElementsAre("Create", "Create", "Service", "Service", "Service", "HandleService",
-                            "HandleCmd", "Service", "HandleService", "HandleCmd", "HandleCmd",
-                            "Pause", "Resume", "Terminate", "Delete"));
 }
 
 TEST_F(AnAppListEntry, TerminatesWithoutUserData) {
     AppListEntry::Terminate(nullptr);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_terminate callback function calling")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("_terminate callback function calling", "Terminate")));
 }
 
 }  // namespace

@@ -2,9 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "unit/start/FakeGraph.h"
 
-#include <cstdlib>
-#include <new>
-
 #include "applist/AppList.h"
 #include "applist/DefaultAppListControl.h"
 #include "applist/DefaultAppListModel.h"
@@ -16,26 +13,8 @@ using applist::test::Graph;
 namespace applist::test {
 namespace {
 
-int g_watchers = 0;
-// The youngest block of an AppList's size, and the one that turned out to hold the AppList.
-const void* g_youngest = nullptr;
-const void* g_list = nullptr;
-
 void Note(const char* event) {
     Graph().events.emplace_back(event);
-}
-
-void NoteAllocation(void* memory, size_t size) {
-    if (size == sizeof(AppList)) {
-        g_youngest = memory;
-    }
-}
-
-void NoteRelease(const void* memory) {
-    if (g_watchers > 0 && memory != nullptr && memory == g_list) {
-        g_list = nullptr;
-        Note("delete list");
-    }
 }
 
 }  // namespace
@@ -45,33 +24,16 @@ GraphJournal& Graph() {
     return journal;
 }
 
-WatchListMemory::WatchListMemory() {
-    ++g_watchers;
-}
-WatchListMemory::~WatchListMemory() {
-    --g_watchers;
-}
-
 }  // namespace applist::test
 
-// Memory is watched, because an AppList has nothing to destroy that could tell of its end.
-void* operator new(size_t size) {
-    void* memory = std::malloc(size);
-    if (memory == nullptr) {
-        std::abort();
-    }
-    applist::test::NoteAllocation(memory, size);
-    return memory;
+AppList::AppList(AppListModel* model, AppListRenderer* renderer, AppListControl* control)
+    : m_model(model), m_renderer(renderer), m_control(control) {
+    applist::test::Note("new list");
+    Graph().list = this;
+    Graph().listModel = model;
+    Graph().listRenderer = renderer;
+    Graph().listControl = control;
 }
-void operator delete(void* memory) noexcept {
-    applist::test::NoteRelease(memory);
-    std::free(memory);
-}
-void operator delete(void* memory, size_t /*size*/) noexcept {
-    operator delete(memory);
-}
-
-// --- the default model: the real one's interface, none of its list ---------------------------
 
 DefaultAppListModel::DefaultAppListModel() : m_selection(nullptr), m_emptyItem(nullptr) {
     applist::test::Note("new default model");
@@ -103,32 +65,25 @@ void DefaultAppListModel::RemoveItemChangeListener(ItemChangeListener* /*listene
 void DefaultAppListModel::AddItemClickedListener(ItemClickListener* /*listener*/) {}
 void DefaultAppListModel::RemoveItemClickedListener(ItemClickListener* /*listener*/) {}
 
-// --- the renderer and the control -------------------------------------------------------------
-
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
     : m_name(name), m_focusOpening([] {}), m_keyPress([] {}) {
     applist::test::Note("new renderer");
     Graph().rendererGot = name;
+    Graph().renderer = this;
 }
 DefaultAppListRenderer::~DefaultAppListRenderer() {
     applist::test::Note("delete renderer");
 }
-void DefaultAppListRenderer::SetModel(AppListModel* model) {
-    applist::test::g_list = applist::test::g_youngest;  // Called by the AppList just allocated.
-    applist::test::Note("renderer SetModel");
-    Graph().rendererModel = model;
-}
+void DefaultAppListRenderer::SetModel(AppListModel* /*model*/) {}
 void DefaultAppListRenderer::ItemSelected(AppListModel* /*model*/) {}
 void DefaultAppListRenderer::ItemChanged(AppListModel* /*model*/) {}
 
 DefaultAppListControl::DefaultAppListControl() {
     applist::test::Note("new control");
+    Graph().control = this;
 }
 DefaultAppListControl::~DefaultAppListControl() {
     applist::test::Note("delete control");
 }
-void DefaultAppListControl::SetModel(AppListModel* model) {
-    applist::test::Note("control SetModel");
-    Graph().controlModel = model;
-}
+void DefaultAppListControl::SetModel(AppListModel* /*model*/) {}
 void DefaultAppListControl::ItemSelected(AppListModel* /*model*/) {}

@@ -38,6 +38,9 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::Not;
 
+// The name that main has in this program.
+constexpr const char* SELF = "applist_main";
+
 class Main : public testing::Test {
 protected:
     Main() {
@@ -79,6 +82,15 @@ TEST_F(Main, DecidesOnceAndRunsOneLoop) {
     EXPECT_EQ(TheApp().runs.size(), 1U);
 }
 
+TEST_F(Main, GivesTheLoopTheArgumentsOfTheProcess) {
+    for (const bool visible : {true, false}) {
+        Run(visible);
+        EXPECT_EQ(TheApp().argc, 1);
+        EXPECT_EQ(TheApp().argv, m_argv);
+        TheApp() = {};
+    }
+}
+
 TEST_F(Main, RunsTheListWithTheEntryAsUserDataWhenVisible) {
     EXPECT_EQ(Run(true), 0);
     ASSERT_EQ(TheApp().runs.size(), 1U);
@@ -101,9 +113,10 @@ TEST_F(Main, HandsTheLoopTheEntryWithTheApplicationsId) {
 
 TEST_F(Main, LogsTheListBranchInOrderAndDeletesTheEntryLast) {
     Run(true);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("CheckVisibility returned true. Showing application"),
-                            Debug("start efl main"), Debug("end efl main"), Debug("Delete")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("CheckVisibility returned true. Showing application", SELF),
+                    Debug("start efl main", SELF), Debug("end efl main", SELF), Debug("Delete")));
 }
 
 TEST_F(Main, RunsTheBannerWithoutUserDataAndWithoutAnEntryWhenHidden) {
@@ -123,30 +136,25 @@ TEST_F(Main, LogsTheBannerBranchInOrder) {
     Run(false);
     EXPECT_THAT(
         Log(),
-        ElementsAre(Debug("Application can not be shown due to CheckVisibility returning false"),
-                    Debug("end efl main")));
+        ElementsAre(
+            Debug("Application can not be shown due to CheckVisibility returning false", SELF),
+            Debug("end efl main", SELF)));
 }
 
 TEST_F(Main, GivesTheLoopsFailureAsExitStatusAndLogsIt) {
     EXPECT_EQ(Run(true, 3), 3);
-    EXPECT_THAT(Log(), ElementsAre(Debug("CheckVisibility returned true. Showing application"),
-                                   Debug("start efl main"), Error("app_main() is failed. err = 3"),
-                                   Debug("end efl main"), Debug("Delete")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("CheckVisibility returned true. Showing application", SELF),
+                    Debug("start efl main", SELF), Error("app_main() is failed. err = 3", SELF),
+                    Debug("end efl main", SELF), Debug("Delete")));
     ClearLog();
     EXPECT_EQ(Run(false, -7), -7);
     EXPECT_THAT(
         Log(),
-        ElementsAre(Debug("Application can not be shown due to CheckVisibility returning false"),
-                    Error("app_main() is failed. err = -7"), Debug("end efl main")));
-}
-
-TEST_F(Main, PutsItsNameOnItsLines) {
-    const char* const name = "applist_main";  // Which is what it is called in this program.
-    Run(true, 1);
-    EXPECT_THAT(LogFunctions(), ElementsAre(name, name, name, name, "Delete"));
-    ClearLog();
-    Run(false, 1);
-    EXPECT_THAT(LogFunctions(), ElementsAre(name, name, name));
+        ElementsAre(
+            Debug("Application can not be shown due to CheckVisibility returning false", SELF),
+            Error("app_main() is failed. err = -7", SELF), Debug("end efl main", SELF)));
 }
 
 }  // namespace

@@ -1,67 +1,53 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <future>
-
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "PTMutex.h"
+#include "fakes/FakeMutex.h"
 
+namespace applist::test {
 namespace {
 
-bool OtherThreadCanLock(PTMutex& mutex) {
-    return std::async(std::launch::async,
-                      [&mutex] {
-                          const bool locked = mutex.TryLock();
-                          if (locked) {
-                              mutex.Unlock();
-                          }
-                          return locked;
-                      })
-        .get();
+using testing::ElementsAre;
+
+class MutexTest : public testing::Test {
+protected:
+    MutexTest() { TheMutexes() = {}; }
+};
+using PTMutexCalls = MutexTest;
+using PTAutoLockCalls = MutexTest;
+
+TEST_F(PTMutexCalls, MakeAMutexWithDefaultAttributesAndDestroyIt) {
+    { const PTMutex mutex; }
+    EXPECT_THAT(TheMutexes().calls, ElementsAre("init", "destroy"));
 }
 
-TEST(PTMutex, TriesInVainWhileAnotherHoldsIt) {
+TEST_F(PTMutexCalls, LockAndUnlockWithoutDetour) {
     PTMutex mutex;
     mutex.Lock();
-    EXPECT_FALSE(OtherThreadCanLock(mutex));
     mutex.Unlock();
-    EXPECT_TRUE(OtherThreadCanLock(mutex));
+    EXPECT_THAT(TheMutexes().calls, ElementsAre("init", "lock", "unlock"));
 }
 
-TEST(PTMutex, IsTakenByASuccessfulTry) {
+TEST_F(PTMutexCalls, ReportWhetherATryTookTheLock) {
     PTMutex mutex;
-    ASSERT_TRUE(mutex.TryLock());
-    EXPECT_FALSE(OtherThreadCanLock(mutex));
-    mutex.Unlock();
-}
-
-TEST(PTMutex, IsNotRecursive) {
-    PTMutex mutex;
-    ASSERT_TRUE(mutex.TryLock());
+    EXPECT_TRUE(mutex.TryLock());
     EXPECT_FALSE(mutex.TryLock());
     mutex.Unlock();
+    EXPECT_TRUE(mutex.TryLock());
+    mutex.Unlock();
+    EXPECT_THAT(TheMutexes().calls,
+                ElementsAre("init", "trylock", "trylock", "unlock", "trylock", "unlock"));
 }
 
-TEST(PTAutoLock, HoldsTheMutexForItsScope) {
+TEST_F(PTAutoLockCalls, WaitForTheMutexAndFreeItAtTheEndOfTheScope) {
     PTMutex mutex;
     {
         const PTAutoLock lock(mutex);
-        EXPECT_FALSE(OtherThreadCanLock(mutex));
+        EXPECT_THAT(TheMutexes().calls, ElementsAre("init", "lock"));
     }
-    EXPECT_TRUE(OtherThreadCanLock(mutex));
-}
-
-TEST(PTAutoLock, WaitsForTheHolder) {
-    PTMutex mutex;
-    bool guarded = false;
-    mutex.Lock();
-    auto waiter = std::async(std::launch::async, [&] {
-        const PTAutoLock lock(mutex);
-        return guarded;
-    });
-    guarded = true;
-    mutex.Unlock();
-    EXPECT_TRUE(waiter.get());
+    EXPECT_THAT(TheMutexes().calls, ElementsAre("init", "lock", "unlock"));
 }
 
 }  // namespace
+}  // namespace applist::test

@@ -21,27 +21,29 @@ TEST_F(PlatformSettingsOf, TheSetHaveTheseKeys) {
     EXPECT_EQ(PlatformSettings::AUTOSTART_APP, AUTOSTART);
 }
 
-TEST_F(PlatformSettingsOf, AutorunIsTheBoolOfItsKey) {
-    TheSettings().bools[AUTORUN] = 1;
-    EXPECT_TRUE(PlatformSettings::IsAutorunDataService());
-    EXPECT_THAT(TheSettings().reads, ElementsAre("bool " + AUTORUN));
-    EXPECT_THAT(Log(), ElementsAre(Debug("Get Autorun Data Service"),
-                                   Debug("Autorun Data Service value from vconf: 1")));
-}
-
-TEST_F(PlatformSettingsOf, AutorunOffIsNoFailure) {
-    TheSettings().bools[AUTORUN] = 0;
-    EXPECT_FALSE(PlatformSettings::IsAutorunDataService());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Get Autorun Data Service"),
-                                   Debug("Autorun Data Service value from vconf: 0")));
+TEST_F(PlatformSettingsOf, AutorunIsOnForAnyNumberButZero) {
+    for (const auto& [stored, expected] : {std::pair{0, false}, {1, true}, {2, true}, {-1, true}}) {
+        TheSettings() = {};
+        TheSettings().bools[AUTORUN] = stored;
+        ClearLog();
+        EXPECT_EQ(PlatformSettings::IsAutorunDataService(), expected) << stored;
+        EXPECT_THAT(TheSettings().reads, ElementsAre("bool " + AUTORUN));
+        EXPECT_THAT(Log(), ElementsAre(Debug("Get Autorun Data Service", "IsAutorunDataService"),
+                                       Debug("Autorun Data Service value from vconf: " +
+                                                 std::to_string(stored),
+                                             "IsAutorunDataService")));
+    }
 }
 
 TEST_F(PlatformSettingsOf, AutorunThatCannotBeReadIsFalse) {
     TheSettings().ints[AUTORUN] = 1;
     EXPECT_FALSE(PlatformSettings::IsAutorunDataService());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Get Autorun Data Service"),
-                                   Error("Can not get value for Autorun Data Service menu item"),
-                                   Debug("Autorun Data Service value from vconf: 0")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(
+            Debug("Get Autorun Data Service", "IsAutorunDataService"),
+            Error("Can not get value for Autorun Data Service menu item", "IsAutorunDataService"),
+            Debug("Autorun Data Service value from vconf: 0", "IsAutorunDataService")));
 }
 
 TEST_F(PlatformSettingsOf, AnAutostartAppIsAnyNumberButZero) {
@@ -52,18 +54,20 @@ TEST_F(PlatformSettingsOf, AnAutostartAppIsAnyNumberButZero) {
         ClearLog();
         EXPECT_EQ(PlatformSettings::IsAutostartApp(), expected) << stored;
         EXPECT_THAT(TheSettings().reads, ElementsAre("int " + AUTOSTART));
-        EXPECT_THAT(Log(), ElementsAre(Debug("Get autostart application information"),
-                                       Debug("Autostart application value from vconf: " +
-                                             std::to_string(stored))));
+        EXPECT_THAT(
+            Log(), ElementsAre(
+                       Debug("Get autostart application information", "IsAutostartApp"),
+                       Debug("Autostart application value from vconf: " + std::to_string(stored))));
     }
 }
 
 TEST_F(PlatformSettingsOf, AutostartThatCannotBeReadIsFalse) {
     TheSettings().bools[AUTOSTART] = 1;
     EXPECT_FALSE(PlatformSettings::IsAutostartApp());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Get autostart application information"),
-                                   Error("Can not get value for autostart application"),
-                                   Debug("Autostart application value from vconf: 0")));
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("Get autostart application information", "IsAutostartApp"),
+                            Error("Can not get value for autostart application", "IsAutostartApp"),
+                            Debug("Autostart application value from vconf: 0", "IsAutostartApp")));
 }
 
 TEST_F(PlatformSettingsOf, TheDataServiceFlagComesAsItIs) {
@@ -74,19 +78,15 @@ TEST_F(PlatformSettingsOf, TheDataServiceFlagComesAsItIs) {
         EXPECT_EQ(PlatformSettings::GetDataServiceFlag(), stored);
         EXPECT_THAT(TheSettings().reads, ElementsAre("int " + DATA_SERVICE));
         EXPECT_THAT(Log(),
-                    ElementsAre(Debug("DATA_SERVICE VCONF value is : " + std::to_string(stored))));
+                    ElementsAre(Debug("DATA_SERVICE VCONF value is : " + std::to_string(stored),
+                                      "GetDataServiceFlag")));
     }
 }
 
 TEST_F(PlatformSettingsOf, ADataServiceFlagThatCannotBeReadIsZero) {
     EXPECT_EQ(PlatformSettings::GetDataServiceFlag(), 0);
-    EXPECT_THAT(Log(), ElementsAre(Error("Can not get data service value from VCONF")));
-}
-
-TEST_F(PlatformSettingsOf, LinesCarryTheirFileAndFunction) {
-    PlatformSettings::GetDataServiceFlag();
-    EXPECT_EQ(Log().at(0).file, "PlatformSettings.cpp");
-    EXPECT_EQ(Log().at(0).function, "GetDataServiceFlag");
+    EXPECT_THAT(Log(), ElementsAre(Error("Can not get data service value from VCONF",
+                                         "GetDataServiceFlag")));
 }
 
 struct Region {
@@ -103,8 +103,9 @@ TEST_P(RegionOf, TheFactoryValueIsTheLocalSetOfTheTable) {
     ASSERT_EQ(TheFactoryData().reads.size(), 1U);
     EXPECT_EQ(TheFactoryData().reads[0].id, 194);
     EXPECT_THAT(TheSleep().pauses, ElementsAre());
-    EXPECT_THAT(Log(), ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"),
-                                   Debug("ID_LOCALSET value: " + std::to_string(factoryValue))));
+    EXPECT_THAT(Log(), ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;", "GetLocalSet"),
+                                   Debug("ID_LOCALSET value: " + std::to_string(factoryValue),
+                                         "GetLocalSet")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, RegionOf,
@@ -120,10 +121,10 @@ TEST_F(PlatformSettingsOf, TheRegionIsTriedAgainAfterAPause) {
     EXPECT_EQ(PlatformSettings::GetLocalSet(), 1);
     EXPECT_EQ(TheFactoryData().reads.size(), 2U);
     EXPECT_THAT(TheSleep().pauses, ElementsAre(500000));
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"), Debug("ID_LOCALSET value: 0"),
-                    Debug("GetData(ID_LOCALSET, ...) loop=1;"), Debug("ID_LOCALSET value: 8")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;", "GetLocalSet"),
+                                   Debug("ID_LOCALSET value: 0"),
+                                   Debug("GetData(ID_LOCALSET, ...) loop=1;"),
+                                   Debug("ID_LOCALSET value: 8")));
 }
 
 TEST_F(PlatformSettingsOf, TheTenthAttemptStillCounts) {
@@ -159,7 +160,8 @@ TEST_F(PlatformSettingsOf, ARegionThatNeverComesIsLoggedWithTheBuffersAddress) {
     const auto address =
         static_cast<int>(reinterpret_cast<intptr_t>(TheFactoryData().reads.at(0).buffer));
     expected.push_back(Error(
-        "GetData failed or is not int for ID_LOCALSET[value = " + std::to_string(address) + "]"));
+        "GetData failed or is not int for ID_LOCALSET[value = " + std::to_string(address) + "]",
+        "GetLocalSet"));
     EXPECT_EQ(Log(), expected);
 }
 

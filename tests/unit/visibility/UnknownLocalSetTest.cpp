@@ -41,8 +41,9 @@ TEST_P(VisibilityInAnUnknownRegion, IsHiddenWithoutReadingASetting) {
     EXPECT_FALSE(CheckVisibility());
     EXPECT_EQ(otherReads, 0);
     EXPECT_THAT(Log(), testing::ElementsAre(
-                           Debug("Localset is: " + std::to_string(localSet)),
-                           Debug("Data Service Item is not visible due to unknown Localset"),
+                           Debug("Localset is: " + std::to_string(localSet), "CheckVisibility"),
+                           Debug("Data Service Item is not visible due to unknown Localset",
+                                 "CheckVisibility"),
                            Debug("CheckVisibility resulting in :0")));
     ClearLog();
 }

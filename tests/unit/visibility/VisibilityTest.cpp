@@ -78,26 +78,6 @@ TEST_P(VisibilityTable, DecidesAsEachRowSays) {
     });
 }
 
-TEST_P(VisibilityTable, AnswersTheMenuAsEachRowSays) {
-    ForEachRow([](const Row& row) {
-        EXPECT_EQ(check_visibility_int(MENU_KEY), row.IsShown() ? 1 : 0);
-        ExpectReads();
-    });
-}
-
-TEST_P(VisibilityTable, AnswersTheOtherFormsOfTheMenuWithoutReading) {
-    ForEachRow([](const Row& /*row*/) {
-        for (const char* key : {MENU_KEY, "anything", ""}) {
-            EXPECT_EQ(check_visibility_bool(key), 1);
-            EXPECT_EQ(check_visibility_double(key), 1);
-            EXPECT_EQ(check_visibility_string(key), 1);
-        }
-        EXPECT_THAT(TheSettings().reads, ElementsAre());
-        EXPECT_TRUE(TheFactoryData().reads.empty());
-        EXPECT_THAT(Log(), ElementsAre());
-    });
-}
-
 INSTANTIATE_TEST_SUITE_P(OfLocalSet, VisibilityTable, testing::Range(0, 5));
 
 TEST_F(Visibility, IsHiddenInItalyWhileTheServiceStartsByItself) {
@@ -150,19 +130,22 @@ TEST_F(Visibility, IsHiddenAfterTenPausesWithoutARegion) {
     EXPECT_THAT(TheSettings().reads, ElementsAre());
     const auto& log = Log();
     ASSERT_EQ(log.size(), 24U);
-    EXPECT_EQ(log[21], Debug("Localset is: 0"));
-    EXPECT_EQ(log[22], Debug("Data Service Item is not visible due to Localset LOCAL_NONE_OF"));
-    EXPECT_EQ(log[23], Debug("CheckVisibility resulting in :0"));
+    EXPECT_EQ(log[21], Debug("Localset is: 0", "CheckVisibility"));
+    EXPECT_EQ(log[22], Debug("Data Service Item is not visible due to Localset LOCAL_NONE_OF",
+                             "CheckVisibility"));
+    EXPECT_EQ(log[23], Debug("CheckVisibility resulting in :0", "CheckVisibility"));
 }
 
 TEST_F(Visibility, LogsADecisionWithoutDataServices) {
     TheFactoryData().Hold(82);
     CheckVisibility();
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"),
-                            Debug("ID_LOCALSET value: 82"), Debug("Localset is: 0"),
-                            Debug("Data Service Item is not visible due to Localset LOCAL_NONE_OF"),
-                            Debug("CheckVisibility resulting in :0")));
+    EXPECT_THAT(
+        Log(),
+        ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"), Debug("ID_LOCALSET value: 82"),
+                    Debug("Localset is: 0", "CheckVisibility"),
+                    Debug("Data Service Item is not visible due to Localset LOCAL_NONE_OF",
+                          "CheckVisibility"),
+                    Debug("CheckVisibility resulting in :0", "CheckVisibility")));
 }
 
 TEST_F(Visibility, LogsADecisionInItaly) {
@@ -171,16 +154,19 @@ TEST_F(Visibility, LogsADecisionInItaly) {
     CheckVisibility();
     EXPECT_THAT(
         Log(),
-        ElementsAre(
-            Debug("GetData(ID_LOCALSET, ...) loop=0;"), Debug("ID_LOCALSET value: 8"),
-            Debug("Localset is: 1"),
-            Debug("Checking Data Service Item visibility for Localset LOCAL_ITALY"),
-            Debug("CheckDVBVisibility function start"), Debug("DATA_SERVICE VCONF value is : 6"),
-            Debug("Get Autorun Data Service"), Debug("Autorun Data Service value from vconf: 1"),
-            Debug("Get autostart application information"),
-            Debug("Autostart application value from vconf: 7"),
-            Debug("From vconf: dataServcieExists=1, autorunOn=1, autostartXlet=1"),
-            Debug("CheckDVBVisibility function end"), Debug("CheckVisibility resulting in :0")));
+        ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"), Debug("ID_LOCALSET value: 8"),
+                    Debug("Localset is: 1", "CheckVisibility"),
+                    Debug("Checking Data Service Item visibility for Localset LOCAL_ITALY",
+                          "CheckVisibility"),
+                    Debug("CheckDVBVisibility function start", "CheckDVBVisibility"),
+                    Debug("DATA_SERVICE VCONF value is : 6"), Debug("Get Autorun Data Service"),
+                    Debug("Autorun Data Service value from vconf: 1"),
+                    Debug("Get autostart application information"),
+                    Debug("Autostart application value from vconf: 7"),
+                    Debug("From vconf: dataServcieExists=1, autorunOn=1, autostartXlet=1",
+                          "CheckDVBVisibility"),
+                    Debug("CheckDVBVisibility function end", "CheckDVBVisibility"),
+                    Debug("CheckVisibility resulting in :0", "CheckVisibility")));
 }
 
 TEST_F(Visibility, LogsADecisionInTheIsdbRegions) {
@@ -189,17 +175,19 @@ TEST_F(Visibility, LogsADecisionInTheIsdbRegions) {
         Hold(4, true, 1);
         ClearLog();
         CheckVisibility();
-        EXPECT_THAT(Log(), ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"),
-                                       Debug("ID_LOCALSET value: " +
-                                             std::to_string(FACTORY_VALUES[localSet])),
-                                       Debug("Localset is: " + std::to_string(localSet)),
-                                       Debug("Checking Data Service Item visibility for Localset "
-                                             "LOCAL_BRAZIL/LOCAL_ARGENTINA/LOCAL_URUGUAY"),
-                                       Debug("CheckISDBVisibility function start"),
-                                       Debug("Checking Data Service Availability"),
-                                       Debug("DATA_SERVICE VCONF value is : 4"),
-                                       Debug("CheckISDBVisibility function end"),
-                                       Debug("CheckVisibility resulting in :1")));
+        EXPECT_THAT(
+            Log(),
+            ElementsAre(Debug("GetData(ID_LOCALSET, ...) loop=0;"),
+                        Debug("ID_LOCALSET value: " + std::to_string(FACTORY_VALUES[localSet])),
+                        Debug("Localset is: " + std::to_string(localSet)),
+                        Debug("Checking Data Service Item visibility for Localset "
+                              "LOCAL_BRAZIL/LOCAL_ARGENTINA/LOCAL_URUGUAY",
+                              "CheckVisibility"),
+                        Debug("CheckISDBVisibility function start", "CheckISDBVisibility"),
+                        Debug("Checking Data Service Availability", "CheckISDBVisibility"),
+                        Debug("DATA_SERVICE VCONF value is : 4"),
+                        Debug("CheckISDBVisibility function end", "CheckISDBVisibility"),
+                        Debug("CheckVisibility resulting in :1", "CheckVisibility")));
     }
 }
 
@@ -207,7 +195,7 @@ TEST_F(Visibility, LogsWhatCannotBeReadAndGoesOn) {
     TheFactoryData().Hold(8);
     CheckDVBVisibility();
     EXPECT_THAT(Log(),
-                ElementsAre(Debug("CheckDVBVisibility function start"),
+                ElementsAre(Debug("CheckDVBVisibility function start", "CheckDVBVisibility"),
                             Error("Can not get data service value from VCONF"),
                             Debug("Get Autorun Data Service"),
                             Error("Can not get value for Autorun Data Service menu item"),
@@ -216,7 +204,7 @@ TEST_F(Visibility, LogsWhatCannotBeReadAndGoesOn) {
                             Error("Can not get value for autostart application"),
                             Debug("Autostart application value from vconf: 0"),
                             Debug("From vconf: dataServcieExists=0, autorunOn=0, autostartXlet=0"),
-                            Debug("CheckDVBVisibility function end")));
+                            Debug("CheckDVBVisibility function end", "CheckDVBVisibility")));
 }
 
 TEST_F(Visibility, OfTheMenusKeyOnlyTheExactBytesAreTheEntry) {
@@ -230,7 +218,7 @@ TEST_F(Visibility, OfTheMenusKeyOnlyTheExactBytesAreTheEntry) {
         EXPECT_EQ(check_visibility_int(key), 0) << key;
         EXPECT_THAT(Log(),
                     ElementsAre(Debug(std::string("check_visibility_int called with Key: ") + key),
-                                Debug("Item will not be shown")));
+                                Debug("Item will not be shown", "check_visibility_int")));
     }
     EXPECT_TRUE(TheFactoryData().reads.empty());
     EXPECT_THAT(TheSettings().reads, ElementsAre());
@@ -238,20 +226,30 @@ TEST_F(Visibility, OfTheMenusKeyOnlyTheExactBytesAreTheEntry) {
 
 TEST_F(Visibility, OfNoMenuKeyIsHidden) {
     EXPECT_EQ(check_visibility_int(nullptr), 0);
-    EXPECT_THAT(Log(), ElementsAre(Debug("check_visibility_int called with Key: (null)"),
-                                   Debug("Item will not be shown")));
+    EXPECT_THAT(Log(), ElementsAre(Debug("check_visibility_int called with Key: (null)",
+                                         "check_visibility_int"),
+                                   Debug("Item will not be shown", "check_visibility_int")));
 }
 
-TEST_F(Visibility, IsLoggedWithTheMenusQuestion) {
+TEST_F(Visibility, IsTheAnswerToTheMenusQuestion) {
     TheFactoryData().Hold(81);
+    Hold(0, false, 0);
+    EXPECT_EQ(check_visibility_int(MENU_KEY), 0);
+    ClearLog();
     Hold(2, false, 0);
     EXPECT_EQ(check_visibility_int(MENU_KEY), 1);
-    EXPECT_EQ(Log().front(),
-              Debug(std::string("check_visibility_int called with Key: ") + MENU_KEY));
-    EXPECT_EQ(Log().front().file, "visibility-checker.cpp");
-    EXPECT_EQ(Log().front().function, "check_visibility_int");
-    EXPECT_EQ(Log().back(), Debug("CheckVisibility resulting in :1"));
-    EXPECT_EQ(Log().back().function, "CheckVisibility");
+    EXPECT_EQ(Log().front(), Debug(std::string("check_visibility_int called with Key: ") + MENU_KEY,
+                                   "check_visibility_int"));
+    EXPECT_EQ(Log().back(), Debug("CheckVisibility resulting in :1", "CheckVisibility"));
+}
+
+TEST_F(Visibility, IsNotAskedForByTheOtherFormsOfTheMenu) {
+    EXPECT_EQ(check_visibility_bool(MENU_KEY), 1);
+    EXPECT_EQ(check_visibility_double(MENU_KEY), 1);
+    EXPECT_EQ(check_visibility_string(MENU_KEY), 1);
+    EXPECT_THAT(TheSettings().reads, ElementsAre());
+    EXPECT_TRUE(TheFactoryData().reads.empty());
+    EXPECT_THAT(Log(), ElementsAre());
 }
 
 }  // namespace

@@ -1,0 +1,34 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// The entry with a request handler that fails, which the real one never does. The entry is a shared
+// library here, so that the definition below replaces its own.
+#include <Elementary.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "AppListEntry.h"
+#include "fakes/FakePlatformLog.h"
+
+int AppListEntry::HandleService(app_control_s* /*request*/) {
+    return 1;
+}
+
+void elm_exit(void) {
+    applist::test::Note("elm_exit");
+}
+
+namespace applist::test {
+namespace {
+
+TEST(AppListEntry, LeavesTheLoopWhenARequestCannotBeHandled) {
+    AppListEntry entry("org.vantu.applist");
+    AppListEntry::Service(nullptr, &entry);
+    EXPECT_THAT(Log(),
+                testing::ElementsAre(Debug("_service callback function calling", "Service"),
+                                     Error("handle service failed", "Service"), Event("elm_exit")));
+}
+
+}  // namespace
+}  // namespace applist::test
