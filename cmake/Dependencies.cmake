@@ -1,8 +1,13 @@
+# What the program needs of every system. A folder that needs more looks for it itself.
 find_package(PkgConfig REQUIRED)
 
 # An imported target from a pkg-config module. pkg_check_modules' own IMPORTED_TARGET fails at
 # generate time when a module names an include folder that does not exist, as the toolkit's do.
+# Two folders may ask for the same one.
 function(applist_pkg_target target)
+    if(TARGET ${target})
+        return()
+    endif()
     pkg_check_modules(${target} REQUIRED QUIET ${ARGN})
     set(folders)
     foreach(folder IN LISTS ${target}_INCLUDE_DIRS)
@@ -17,14 +22,7 @@ function(applist_pkg_target target)
 endfunction()
 
 applist_pkg_target(applist_gio gio-2.0 gio-unix-2.0)
-applist_pkg_target(applist_efl elementary ecore-x ecore-evas ecore-input efreet)
-applist_pkg_target(applist_wayland wayland-client)
-applist_pkg_target(applist_aribb24 aribb24)
-applist_pkg_target(applist_dvbpsi libdvbpsi)
-applist_pkg_target(applist_json json-glib-1.0)
-applist_pkg_target(applist_pcap libpcap)
-applist_pkg_target(applist_edit libedit)
-applist_pkg_target(applist_xml libxml-2.0)
+applist_pkg_target(applist_efl elementary)
 find_package(Threads REQUIRED)
 if(BUILD_TESTING)
     find_package(GTest REQUIRED)

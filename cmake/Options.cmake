@@ -3,6 +3,8 @@ set(APPLIST_PLATFORM_PORT "desktop" CACHE STRING
     "The platform port: a folder of platform/, or the path of one kept elsewhere")
 cmake_path(ABSOLUTE_PATH APPLIST_PLATFORM_PORT BASE_DIRECTORY "${PROJECT_SOURCE_DIR}/platform"
     OUTPUT_VARIABLE APPLIST_PLATFORM_DIR)
+option(APPLIST_TOOLS "Build javamw-sim and platformctl, and the tests that use them" ON)
+option(APPLIST_WERROR "Treat warnings in this tree as errors; the presets do" OFF)
 set(APPLIST_USER "applist" CACHE STRING "The user who runs the application, for the bus' policy")
 set(APPLIST_MIDDLEWARE_USER "javamw" CACHE STRING "The user who runs the broadcast middleware")
 set(APPLIST_BUS_POLICY_DIR "${CMAKE_INSTALL_DATADIR}/dbus-1/system.d"

@@ -1,5 +1,10 @@
-# Flags for every target of ours; system headers are out of their reach.
-add_compile_options(-Wall -Wextra -Wshadow -Wconversion -Werror)
+# Warnings for the targets of this tree, and sanitizers. System headers and a port outside the tree are
+# exempt from the warnings.
+set(APPLIST_WARNINGS -Wall -Wextra -Wshadow -Wconversion)
+if(APPLIST_WERROR)
+    list(APPEND APPLIST_WARNINGS -Werror)
+endif()
+add_compile_options(${APPLIST_WARNINGS})
 
 if(APPLIST_SANITIZE)
     add_compile_options("-fsanitize=${APPLIST_SANITIZE}" -fno-omit-frame-pointer

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // What a desktop reads to start the programs, under another prefix than the configured one.
+#include <string>
+#include <utility>
+
 #include <gmock/gmock.h>
 
 #include "unit/install/InstalledData.h"
@@ -14,9 +17,11 @@ using testing::HasSubstr;
 class InstalledEntries : public InstalledData {};
 
 TEST_F(InstalledEntries, StartTheProgramsOfTheirOwnPrefix) {
-    for (const std::string program : {"applist", "org.vantu.alert-syspopup"}) {
-        const std::string id = program == "applist" ? "org.vantu.applist" : program;
-        const std::string start = "\nExec=\"" INSTALLED_BIN "/" + program + "\"";
+    const std::pair<std::string, std::string> programs[] = {
+        {"org.vantu.applist", INSTALLED_BIN "/applist"},
+        {"org.vantu.alert-syspopup", INSTALLED_LIBEXEC "/org.vantu.alert-syspopup"}};
+    for (const auto& [id, program] : programs) {
+        const std::string start = "\nExec=\"" + program + "\"";
         EXPECT_THAT(Content("/usr/share/applications/" + id + ".desktop"), HasSubstr(start + "\n"));
         EXPECT_THAT(Content("/usr/share/dbus-1/services/" + id + ".service"),
                     HasSubstr(start + " --gapplication-service\n"));
