@@ -10,6 +10,8 @@ namespace {
 void TakeOption(CommandLine& line, const std::string& option) {
     if (option == "--help" || option == "-h") {
         line.help = true;
+    } else if (option == "--version") {
+        line.version = true;
     } else if (option == "--json") {
         line.json = true;
     } else if (line.unknownOption.empty()) {

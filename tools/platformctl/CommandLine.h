@@ -13,6 +13,7 @@ enum Exit { DONE = 0, FAILED = 1, WRONG_USAGE = 2 };
 /// What the program was asked, before anybody looked at what the words mean.
 struct CommandLine {
     bool help = false;
+    bool version = false;
     bool json = false;
     /// The command and its arguments.
     std::vector<std::string> words;

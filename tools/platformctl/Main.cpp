@@ -65,8 +65,9 @@ void PrintHelp() {
         std::printf("  %-43s %s\n", Usage(command).c_str(), command.purpose);
     }
     std::puts(
-        "\n  --json   print data as JSON\n"
-        "  --help   print this text and stop\n\n"
+        "\n  --json      print data as JSON\n"
+        "  --version   print the version and stop\n"
+        "  --help      print this text and stop\n\n"
         "Data lives under $APPLIST_PLATFORM_ROOT, else in the user's own folders.\n\n"
         "Exit status: 0 done, 1 it could not be done (a value that is not set, a damaged\n"
         "file, an application that is not installed), 2 wrong usage; nothing was written.");
@@ -100,6 +101,10 @@ Exit Main(const std::vector<std::string>& arguments) {
     const CommandLine line = ParseCommandLine(arguments);
     if (line.help) {
         PrintHelp();
+        return DONE;
+    }
+    if (line.version) {
+        std::puts("platformctl " APPLIST_VERSION);
         return DONE;
     }
     if (!line.unknownOption.empty()) {

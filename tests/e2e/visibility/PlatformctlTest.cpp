@@ -97,6 +97,12 @@ TEST_F(Platformctl, PrintsItsHelp) {
     EXPECT_EQ(result.errors, "");
 }
 
+TEST_F(Platformctl, PrintsItsVersion) {
+    const auto result = Run({"--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "platformctl " APPLIST_VERSION "\n");
+}
+
 TEST_F(Platformctl, LeavesADamagedFileAsItIs) {
     m_root.Write("memory/settings.ini", "damage\n");
     for (const Arguments& arguments : {Arguments{"set", DATA_SERVICE, "int", "2"},
