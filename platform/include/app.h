@@ -39,7 +39,7 @@ typedef struct ui_app_callbacks {
  * callbacks and user_data must outlive the call; the table is not copied. Returns 0 after a normal
  * run, and also when another instance of the program was already running and has taken over the
  * launch request. Returns a negative number when the application could not be run: no callbacks,
- * a toolkit that does not start, or create returning false. */
+ * a toolkit that does not start, no display, or create returning false. */
 int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, void* user_data);
 
 /* Asks the loop of ui_app_main() to end; returns at once. May be called from any callback, from

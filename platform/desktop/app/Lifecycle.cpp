@@ -5,8 +5,11 @@
 #include <Elementary.h>
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <string_view>
 #include <utility>
+
+#include <glib-unix.h>
 
 #include "CallbackGuard.h"
 #include "DataPaths.h"
@@ -55,6 +58,30 @@ void OnFirstTurn(void* lifecycle) {
     GuardCallback([lifecycle] { static_cast<Lifecycle*>(lifecycle)->Started(); });
 }
 
+gboolean OnEndSignal(void*) {
+    elm_exit();
+    return G_SOURCE_CONTINUE;
+}
+
+// Ends the loop at SIGTERM and SIGINT while it lives. The toolkit does so as well, but ignores both
+// signals for ever if it could not create its pipe for them.
+class EndSignals {
+public:
+    EndSignals() = default;
+    ~EndSignals() {
+        g_source_remove(m_terminate);
+        g_source_remove(m_interrupt);
+    }
+    EndSignals(const EndSignals&) = delete;
+    EndSignals& operator=(const EndSignals&) = delete;
+    EndSignals(EndSignals&&) = delete;
+    EndSignals& operator=(EndSignals&&) = delete;
+
+private:
+    guint m_terminate = g_unix_signal_add(SIGTERM, OnEndSignal, nullptr);
+    guint m_interrupt = g_unix_signal_add(SIGINT, OnEndSignal, nullptr);
+};
+
 Eina_Bool OnWaitOver(void* lifecycle) {
     GuardCallback([lifecycle] { static_cast<Lifecycle*>(lifecycle)->WaitOver(); });
     return ECORE_CALLBACK_CANCEL;
@@ -86,8 +113,13 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     if (!toolkit.Started()) {
         return TOOLKIT_NOT_STARTED;
     }
+    if (!Toolkit::HasDisplay()) {
+        LOG_ERROR("Cannot reach a display; DISPLAY or WAYLAND_DISPLAY must name one");
+        return NO_DISPLAY;
+    }
     SpareMemory memory;
     const GlibLoop glib([&memory] { memory.GiveBack(); });
+    const EndSignals signalsThatEnd;
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
     Keyboard keyboard(windows, ReadKeys());
     const ThemeSignals signals;

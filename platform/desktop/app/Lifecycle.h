@@ -25,6 +25,7 @@ public:
         CREATE_REFUSED = -3,
         HAND_OVER_FAILED = -4,
         FAILED = -5,
+        NO_DISPLAY = -6,
     };
 
     /// callbacks and userData must outlive the object. launch is the request that started the

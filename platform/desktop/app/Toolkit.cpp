@@ -2,15 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/Toolkit.h"
 
+#include <Ecore_X.h>
 #include <Efreet.h>
 #include <Elementary.h>
 #include <cstdlib>
+#include <cstring>
 
 #include <X11/Xlib.h>
 #include <X11/extensions/Xext.h>
 
 #include "Log.h"
 #include "display/SharedMemory.h"
+#include "display/WaylandScreen.h"
 #include "text/Text.h"
 #include "theme/Theme.h"
 
@@ -31,6 +34,29 @@ void KeepOutHelpers() {
     efreet_cache_disable();
 }
 
+// Without this the toolkit ends the program silently if the X server closes the connection before
+// the first window is created. Later the toolkit uses a handler of its own, with the same status.
+void OnConnectionLost(void*) {
+    constexpr int DISPLAY_LOST = 101;
+    LOG_ERROR("The connection to the X server is lost");
+    std::exit(DISPLAY_LOST);
+}
+
+bool NeedsDisplay() {
+    const char* engine = std::getenv("ELM_ENGINE");
+    return engine == nullptr || std::strstr(engine, "x11") != nullptr ||
+           std::strstr(engine, "wayland") != nullptr;
+}
+
+// On a connection of its own: the toolkit's tells X11 from Wayland by whether it is connected.
+bool XServerAnswers() {
+    Display* display = XOpenDisplay(nullptr);
+    if (display != nullptr) {
+        XCloseDisplay(display);
+    }
+    return display != nullptr;
+}
+
 // To wake a thread costs more than to draw two rows; and a frame that a thread of the toolkit still
 // draws while Wayland gives the window another size ends the program on a busy machine.
 void DrawOnOneThread() {
@@ -44,6 +70,7 @@ Toolkit::Toolkit(int argc, char** argv) {
     DrawOnOneThread();
     DrawWithoutSharedMemory();
     XSetExtensionErrorHandler(OnMissingExtension);
+    ecore_x_io_error_handler_set(OnConnectionLost, nullptr);
     m_started = elm_init(argc, argv) > 0;
     if (!m_started) {
         LOG_ERROR("The toolkit cannot be started");
@@ -54,6 +81,10 @@ Toolkit::Toolkit(int argc, char** argv) {
     elm_config_agressive_withdrawn_set(EINA_FALSE);
     LoadTheme();
     elm_config_mirrored_set(TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);
+}
+
+bool Toolkit::HasDisplay() {
+    return !NeedsDisplay() || XServerAnswers() || WaylandAnswers();
 }
 
 Toolkit::~Toolkit() {

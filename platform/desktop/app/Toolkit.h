@@ -22,6 +22,9 @@ public:
 
     /// False when the toolkit could not be started; then nothing of it may be used.
     bool Started() const { return m_started; }
+    /// False when windows cannot be shown: the toolkit has to draw on X11 or Wayland, and neither
+    /// can be reached. REQUIRES: Started().
+    static bool HasDisplay();
 
 private:
     ToolkitMessages m_messages;

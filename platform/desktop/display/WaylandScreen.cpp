@@ -17,6 +17,7 @@ constexpr uint32_t VERSION_WITH_SCALE = 2;
 struct Disconnect {
     void operator()(wl_display* display) const { wl_display_disconnect(display); }
 };
+using Connection = std::unique_ptr<wl_display, Disconnect>;
 
 // The first screen of the display.
 struct Screen {
@@ -81,13 +82,17 @@ bool IsDrawnByWayland(const Evas_Object* window) {
 
 }  // namespace
 
+bool WaylandAnswers() {
+    return Connection(wl_display_connect(nullptr)) != nullptr;
+}
+
 // On a connection of its own: on the toolkit's, which it may be about to read, the wait could be
 // for itself.
 int WaylandScreenHeight(const Evas_Object* window) {
     if (!IsDrawnByWayland(window)) {
         return 0;
     }
-    const std::unique_ptr<wl_display, Disconnect> display(wl_display_connect(nullptr));
+    const Connection display(wl_display_connect(nullptr));
     if (!display) {
         return 0;
     }

@@ -24,6 +24,8 @@ public:
              {"DISPLAY", "WAYLAND_DISPLAY", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
             unsetenv(name);
         }
+        // Windows are drawn in memory.
+        setenv("ELM_ENGINE", "buffer", 1);
         setenv("DBUS_SESSION_BUS_ADDRESS", m_bus.Address().c_str(), 1);
     }
     void HoldBool(const std::string& key, bool value) override {

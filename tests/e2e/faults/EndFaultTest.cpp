@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // What comes while the list begins or ends: calls, launches, the end of the screen.
+#include <algorithm>
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -14,6 +15,9 @@ namespace {
 using sim::Function;
 using testing::HasSubstr;
 using testing::Optional;
+
+constexpr int CANNOT_REACH_DISPLAY = 250;
+constexpr int NO_DISPLAY = 101;
 
 using AnEnd = FaultTest;
 
@@ -51,7 +55,6 @@ protected:
 
 // The toolkit cannot do without it, says so and ends the program with a status of its own.
 TEST_F(TheDisplayServer, EndsTheListWithItsOwnEndAndTheNextListFindsAnother) {
-    constexpr int NO_DISPLAY = 101;
     ASSERT_NO_FATAL_FAILURE(ShowThree());
     const auto middleware = NewMiddleware();
     ASSERT_TRUE(middleware->AwaitApplication());
@@ -72,6 +75,54 @@ TEST_F(TheDisplayServer, EndsTheListWithItsOwnEndAndTheNextListFindsAnother) {
     }));
     other.TypeKey("F10");
     EXPECT_EQ(next.WaitForExit(), 0) << next.Errors();
+}
+
+// The handshake and its events would make a middleware fill a list that is never shown.
+TEST_F(TheDisplayServer, IsReachedBeforeTheListConnects) {
+    const auto middleware = NewMiddleware();
+    auto environment = m_set.Environment();
+    for (const char* display : {":7654", ""}) {
+        environment["DISPLAY"] = display;
+        ChildProcess list({BuiltProgram("applist")}, environment);
+        EXPECT_EQ(list.WaitForExit(), CANNOT_REACH_DISPLAY) << list.Errors();
+        EXPECT_THAT(list.Errors(), HasSubstr("Cannot reach a display"));
+        EXPECT_THAT(list.Errors(), HasSubstr("app_main() is failed. err = -6"));
+        EXPECT_EQ(std::count(list.Errors().begin(), list.Errors().end(), '\n'), 2) << list.Errors();
+    }
+    EXPECT_EQ(middleware->Events(sim::Event::LocalCreated), 0U);
+}
+
+/// Makes the n-th call of one kind fail during the start.
+class AFailingCall : public FaultTest {
+protected:
+    // strace and the leak checker both need ptrace.
+    AFailingCall() : FaultTest({{"ASAN_OPTIONS", "detect_leaks=0"}}) {}
+
+    void StartWithFailure(const std::string& call, const std::string& error, int number) {
+        StartApplication(
+            {"strace", "-D", "-qq", "-o", "/dev/null", "-e", "trace=" + call, "-e",
+             "inject=" + call + ":error=" + error + ":when=" + std::to_string(number)});
+    }
+};
+
+// The higher the number, the later in the start of the first window the connection breaks.
+TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
+    for (const int number : {60, 120, 400}) {
+        StartWithFailure("recvmsg", "ECONNRESET", number);
+        EXPECT_EQ(application().WaitForExit(), NO_DISPLAY) << Log();
+        const std::string log = Log();
+        EXPECT_THAT(log, HasSubstr("The connection to the X server is lost"));
+        EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << log;
+    }
+}
+
+TEST_F(AFailingCall, LeavesAListThatASignalEnds) {
+    for (int number = 2; number <= 5; ++number) {
+        StartWithFailure("pipe2", "EMFILE", number);
+        ASSERT_TRUE(m_set.WaitForWindow()) << Log();
+        application().Signal(SIGTERM);
+        EXPECT_EQ(application().WaitForExit(), 0) << Log();
+    }
 }
 
 using ASecondLaunch = FaultTest;

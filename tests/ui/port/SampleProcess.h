@@ -67,6 +67,10 @@ private:
         for (const auto& [name, value] : environment) {
             all[name] = value;
         }
+        if (!environment.contains("DISPLAY")) {
+            // Windows are drawn in memory.
+            all.emplace("ELM_ENGINE", "buffer");
+        }
         return all;
     }
 
