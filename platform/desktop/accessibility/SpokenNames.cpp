@@ -4,12 +4,14 @@
 
 #include <Elementary.h>
 #include <cstdlib>
+#include <glib.h>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include "CallbackGuard.h"
 #include "accessibility/KeyFilter.h"
+#include "display/ShownText.h"
 
 // Elementary's own list of headers leaves it out.
 extern "C" {
@@ -46,7 +48,9 @@ void NameRow(const Eo* list, Eo* row) {
     const std::unique_ptr<char, FreeText> text(kind->func.text_get(
         elm_object_item_data_get(row), const_cast<Evas_Object*>(list), TEXT_PART));
     if (text) {
-        efl_access_object_i18n_name_set(row, text.get());
+        // The accessibility bus carries valid UTF-8 only; anything else hangs the reader.
+        g_autofree char* name = g_utf8_make_valid(ShownText(text.get()).c_str(), -1);
+        efl_access_object_i18n_name_set(row, name);
     }
 }
 

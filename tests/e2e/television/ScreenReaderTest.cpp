@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/DrivenMiddleware.h"
 #include "support/Television.h"
 
 namespace applist::test {
@@ -121,6 +122,19 @@ TEST_F(AScreenReader, HearsOfARowThatIsAddedWhileItReads) {
     ASSERT_EQ(RowsHeard().size(), static_cast<size_t>(ROWS));
     m_set.StartMiddleware({"call", "AddItemAtEnd", "new=Late news"})->process().WaitForExit();
     EXPECT_THAT(HeardWith("Late news"), Contains("list item\tLate news"));
+}
+
+// The accessibility bus carries valid UTF-8 only.
+TEST_F(AScreenReader, HearsNamesOfAnyBytesAndOfAnySize) {
+    Turn(true);
+    ASSERT_NO_FATAL_FAILURE(ShowRows());
+    DrivenMiddleware middleware(m_set.systemBus().Address());
+    ASSERT_TRUE(middleware.AwaitApplication());
+    ASSERT_TRUE(middleware.Ask(sim::Function::AddItems, {{"malformed", "Mal\xFF is shown"},
+                                                         {"huge", std::string(4U << 20U, 'x')},
+                                                         {"last", "Last"}}));
+    EXPECT_THAT(HeardWith("Last"), AllOf(Contains("list item\tMal\uFFFD is shown"),
+                                         Contains("list item\t" + std::string(1000, 'x'))));
 }
 
 TEST_F(AScreenReader, LeavesTheKeysToTheList) {

@@ -1,0 +1,46 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/ShownText.h"
+
+#include <Edje.h>
+#include <cstring>
+#include <dlfcn.h>
+
+namespace applist::desktop {
+namespace {
+
+constexpr std::size_t LONGEST_CHARACTER = 4;
+
+bool ContinuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+}  // namespace
+
+std::string ShownText(const char* text) {
+    const std::size_t size = strnlen(text, SHOWN_BYTES);
+    std::size_t characters = 0;
+    std::size_t end = 0;
+    while (end < size && (ContinuesCharacter(text[end]) || ++characters <= SHOWN_CHARACTERS)) {
+        ++end;
+    }
+    // Malformed text may continue a character without end.
+    std::size_t start = end;
+    while (ContinuesCharacter(text[start]) && start > 0 && end - start < LONGEST_CHARACTER) {
+        --start;
+    }
+    return {text, ContinuesCharacter(text[start]) ? end : start};
+}
+
+}  // namespace applist::desktop
+
+// The dynamic linker prefers the program's symbols to a library's.
+extern "C" Eina_Bool edje_object_part_text_escaped_set(Evas_Object* obj, const char* part,
+                                                       const char* text) {
+    static auto* const replaced = reinterpret_cast<decltype(&edje_object_part_text_escaped_set)>(
+        dlsym(RTLD_NEXT, "edje_object_part_text_escaped_set"));
+    if (text == nullptr) {
+        return replaced(obj, part, text);
+    }
+    return replaced(obj, part, applist::desktop::ShownText(text).c_str());
+}
