@@ -20,6 +20,19 @@ constexpr const char* BaseName(const char* path) {
     return base;
 }
 
+/// A place in the source. As a default argument, Here() is the place of the call.
+struct LogPlace {
+    const char* file;
+    const char* function;
+    int line;
+
+    static constexpr LogPlace Here(const char* file = __builtin_FILE(),
+                                   const char* function = __builtin_FUNCTION(),
+                                   int line = __builtin_LINE()) {
+        return {file, function, line};
+    }
+};
+
 }  // namespace applist
 
 // Macros, because the line and the function are the caller's. The platform checks the priority
@@ -33,3 +46,9 @@ constexpr const char* BaseName(const char* path) {
 #define LOG_DEBUG(...) APPLIST_LOG(PLATFORM_LOG_DEBUG, __VA_ARGS__)
 #define LOG_INFO(...) APPLIST_LOG(PLATFORM_LOG_INFO, __VA_ARGS__)
 #define LOG_ERROR(...) APPLIST_LOG(PLATFORM_LOG_ERROR, __VA_ARGS__)
+/// The same for a helper, as a line of the function that called it.
+#define LOG_ERROR_AT(place, format, ...)                                                   \
+    static_cast<void>(__dlog_print(                                                        \
+        PLATFORM_LOG_MAIN, PLATFORM_LOG_ERROR, "applist", "%s: %s(%d) > [%s:%d] " format,  \
+        applist::BaseName((place).file), (place).function, (place).line, (place).function, \
+        (place).line __VA_OPT__(, ) __VA_ARGS__))

@@ -24,11 +24,12 @@ void LeaveLiving(const JavaMWDbusLocal* channel);
 bool IsLiving(const void* userData);
 
 /// Runs body on the channel that user data names; logs and does nothing without a connection or a
-/// living channel.
+/// living channel. The log line is one of place, the callback.
 template <typename Body>
-void WithChannel(const GDBusConnection* connection, void* userData, Body&& body) noexcept {
+void WithChannel(const GDBusConnection* connection, void* userData, Body&& body,
+                 LogPlace place = LogPlace::Here()) noexcept {
     if (connection == nullptr || !IsLiving(userData)) {
-        LOG_ERROR("Empty user_data or connection not valid.\n\n");
+        LOG_ERROR_AT(place, "Empty user_data or connection not valid.\n\n");
         return;
     }
     GuardCallback([&] { std::forward<Body>(body)(*static_cast<JavaMWDbusLocal*>(userData)); });

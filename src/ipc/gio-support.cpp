@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ipc/gio-support.h"
 
-#include "Log.h"
-
 namespace applist {
 
 // Both directions move the array as a whole. The bytes on the wire are those of an array built
@@ -37,9 +35,9 @@ std::optional<NameOwnerChange> NameOwnerChangeOf(GVariant* parameters) {
     return NameOwnerChange{name, oldOwner, newOwner};
 }
 
-void LogAndClear(const char* what, GError*& error) {
+void LogAndClear(const char* what, GError*& error, LogPlace place) {
     if (error != nullptr) {
-        LOG_ERROR("%s [%d] %s\n\n", what, error->code, error->message);
+        LOG_ERROR_AT(place, "%s [%d] %s\n\n", what, error->code, error->message);
         g_clear_error(&error);
     }
 }

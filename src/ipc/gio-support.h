@@ -8,6 +8,8 @@
 
 #include <gio/gio.h>
 
+#include "Log.h"
+
 /// What the transport's files share in dealing with GIO. Any thread.
 namespace applist {
 
@@ -27,7 +29,8 @@ struct NameOwnerChange {
 /// The content of a NameOwnerChanged signal; nothing for null or any type but "(sss)".
 std::optional<NameOwnerChange> NameOwnerChangeOf(GVariant* parameters);
 
-/// Logs error behind what failed, frees it and sets it to null. Nothing to do for null.
-void LogAndClear(const char* what, GError*& error);
+/// Logs what failed and error, as a line of place, frees error and sets it to null. Does nothing
+/// for null.
+void LogAndClear(const char* what, GError*& error, LogPlace place = LogPlace::Here());
 
 }  // namespace applist

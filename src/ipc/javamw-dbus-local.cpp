@@ -285,8 +285,16 @@ void JavaMWDbusLocal::OnMethodCall(const char* objectPath, GVariant* parameters,
     }
     const std::vector<char> reply = HandleMessage(*data);
     // Answering takes one reference to the invocation.
-    g_dbus_method_invocation_return_value(
-        static_cast<GDBusMethodInvocation*>(g_object_ref(invocation)), applist::PayloadOf(reply));
+    g_object_ref(invocation);
+    if (reply.size() > MAX_REPLY_BYTES) {
+        LOG_ERROR("Reply with %zu bytes exceeds the limit of %zu bytes\n\n", reply.size(),
+                  MAX_REPLY_BYTES);
+        g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR,
+                                              G_DBUS_ERROR_LIMITS_EXCEEDED,
+                                              "The reply of %zu bytes is too large", reply.size());
+        return;
+    }
+    g_dbus_method_invocation_return_value(invocation, applist::PayloadOf(reply));
 }
 
 void JavaMWDbusLocal::cb_SignalCall(GDBusConnection* connection, const char* sender,

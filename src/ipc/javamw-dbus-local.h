@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -57,6 +58,10 @@ public:
     static constexpr const char* JAVAMW_DBUS_OBJ_IFACE = "org.vantu.javamw.DbusCommunication";
     static constexpr const char* JAVAMW_DBUS_SIG_NAME = "SendSignal";
     static constexpr const char* JAVAMW_DBUS_OBJ_METHOD = "Send";
+    /// The largest payload of a reply. A bus disconnects the sender of a message that exceeds its
+    /// max_message_size, and a client cannot query that. This fits the default, 32 MiB, and leaves
+    /// 512 bytes for the message's header.
+    static constexpr std::size_t MAX_REPLY_BYTES = (std::size_t{32} << 20U) - 512;
 
     /// Connects, exports the object, subscribes to the partner's announcements and announces the
     /// application. name is the channel's: the last element of the object path and of the
@@ -92,7 +97,8 @@ public:
     /// leaves an empty record under it.
     bool IsConnectionReady(const std::string& partner);
 
-    /// Upcall for each incoming call; data is its whole payload. Returns the whole reply.
+    /// Upcall for each incoming call; data is its whole payload. Returns the whole reply. The
+    /// caller gets the error LimitsExceeded instead of a reply over MAX_REPLY_BYTES.
     virtual std::vector<char> HandleMessage(std::vector<char>& data);
 
     /// Upcall for each incoming signal; data is its whole payload.

@@ -191,6 +191,7 @@ TEST_F(Bus, CarriesNothingWhenItIsGone) {
     EXPECT_THAT(Log(),
                 ElementsAre(Debug("Sending signal with 1 bytes\n\n"),
                             Error("Error while sending signal [18] The connection is closed\n\n")));
+    EXPECT_THAT(LogFunctions(), testing::Each("SendNotification"));
 }
 
 TEST_F(Bus, DoesNotKeepAHandshakeFromAdvancingWhenItIsGone) {
@@ -213,32 +214,39 @@ TEST_F(Bus, DoesNotKeepAHandshakeFromAdvancingWhenItIsGone) {
 
 TEST_F(Bus, LeavesNoTraceOfACallbackWithoutConnectionOrObject) {
     RecordingChannel channel;
-    const auto refused = [](const std::function<void(GDBusConnection*, void*)>& call,
-                            GDBusConnection* connection, void* object) {
+    const std::vector<std::pair<std::string, std::function<void(GDBusConnection*, void*)>>>
+        callbacks{
+            {"cb_MethodCall",
+             [](GDBusConnection* c, void* o) {
+                 JavaMWDbusLocal::cb_MethodCall(c, "s", PATH, "i", "Send", nullptr, nullptr, o);
+             }},
+            {"cb_SignalCall",
+             [](GDBusConnection* c, void* o) {
+                 JavaMWDbusLocal::cb_SignalCall(c, "s", PATH, "i", "SendSignal", nullptr, o);
+             }},
+            {"cb_SynNameOwnerChanged",
+             [](GDBusConnection* c, void* o) {
+                 JavaMWDbusLocal::cb_SynNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
+             }},
+            {"cb_SynAckNameOwnerChanged",
+             [](GDBusConnection* c, void* o) {
+                 JavaMWDbusLocal::cb_SynAckNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
+             }},
+            {"cb_AckNameOwnerChanged",
+             [](GDBusConnection* c, void* o) {
+                 JavaMWDbusLocal::cb_AckNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
+             }},
+            {"cb_PartnerNameVanished", [](GDBusConnection* c, void* o) {
+                 JavaMWDbusLocal::cb_PartnerNameVanished(c, ":1.1", o);
+             }}};
+    for (const auto& [name, callback] : callbacks) {
         ClearLog();
-        call(connection, object);
-        EXPECT_THAT(Log(), ElementsAre(testing::_, NOT_VALID));
-    };
-    const std::function<void(GDBusConnection*, void*)> callbacks[] = {
-        [](GDBusConnection* c, void* o) {
-            JavaMWDbusLocal::cb_MethodCall(c, "s", PATH, "i", "Send", nullptr, nullptr, o);
-        },
-        [](GDBusConnection* c, void* o) {
-            JavaMWDbusLocal::cb_SignalCall(c, "s", PATH, "i", "SendSignal", nullptr, o);
-        },
-        [](GDBusConnection* c, void* o) {
-            JavaMWDbusLocal::cb_SynNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
-        },
-        [](GDBusConnection* c, void* o) {
-            JavaMWDbusLocal::cb_SynAckNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
-        },
-        [](GDBusConnection* c, void* o) {
-            JavaMWDbusLocal::cb_AckNameOwnerChanged(c, "s", "p", "i", "n", nullptr, o);
-        },
-        [](GDBusConnection* c, void* o) { JavaMWDbusLocal::cb_PartnerNameVanished(c, ":1.1", o); }};
-    for (const auto& callback : callbacks) {
-        refused(callback, nullptr, &channel);
-        refused(callback, Connection(), nullptr);
+        callback(nullptr, &channel);
+        callback(Connection(), nullptr);
+        EXPECT_THAT(Log(), ElementsAre(testing::_, NOT_VALID, testing::_, NOT_VALID)) << name;
+        // The line alone says which callback failed.
+        EXPECT_THAT(LogFunctions(), testing::Each(name));
+        EXPECT_EQ(Log().back().file, Log().front().file);
     }
     EXPECT_THAT(channel.readiness, IsEmpty());
     EXPECT_THAT(channel.notifications, IsEmpty());

@@ -134,6 +134,31 @@ TEST_F(Call, IsNotAnsweredWhenTheHookRunsOutOfMemory) {
     EXPECT_THAT(peer.Traffic(), testing::SizeIs(1));
 }
 
+TEST_F(Call, GetsTheLargestReplyThatTheBusCarries) {
+    RecordingChannel channel;
+    channel.answer = [](const Bytes&) { return Bytes(JavaMWDbusLocal::MAX_REPLY_BYTES); };
+    ScriptedPeer peer(Address());
+    EXPECT_EQ(ChannelTest::Call(peer, {}).size(), JavaMWDbusLocal::MAX_REPLY_BYTES);
+}
+
+// The bus would disconnect the application.
+TEST_F(Call, GetsAnErrorInsteadOfALargerReply) {
+    RecordingChannel channel;
+    channel.answer = [](const Bytes&) { return Bytes(JavaMWDbusLocal::MAX_REPLY_BYTES + 1); };
+    ScriptedPeer peer(Address());
+    ClearLog();
+    peer.Send(Self(), PATH, {});
+    ASSERT_TRUE(peer.AwaitTraffic(1));
+    const PeerEvent refused{
+        PeerEvent::FAILURE, "org.freedesktop.DBus.Error.LimitsExceeded", "", {}};
+    EXPECT_THAT(peer.Traffic(), ElementsAre(refused));
+    EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, PATH)),
+                                   Error("Reply with 33553921 bytes exceeds the limit of 33553920 "
+                                         "bytes\n\n")));
+    channel.answer = [](const Bytes& message) { return message; };
+    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("next")), BytesFrom("next"));
+}
+
 class Message : public ChannelTest {};
 
 TEST_F(Message, IsNeverSent) {
