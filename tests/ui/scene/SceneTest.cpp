@@ -99,7 +99,7 @@ void SceneTest::Draw() {
 
 Frame SceneTest::Now() {
     Frame frame;
-    const Box view = BoxOf(list());
+    const Box view = BoxOf(ObjectsOf(window(), LIST_GROUP).at(0), "elm.swallow.content");
     for (const Evas_Object* row : ObjectsOf(window(), ROW_GROUP)) {
         const Box box = BoxOf(row);
         if (box.Bottom() <= view.y || box.y >= view.Bottom()) {

@@ -3,6 +3,7 @@
 //
 // The list around its rows: empty, filled, scrolled, mirrored.
 #include <Edje.h>
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
@@ -68,13 +69,35 @@ TEST_F(TheFrame, HasAScrollBarBesideRowsThatDoNotFit) {
     EXPECT_FALSE(HasScrollBar());
 }
 
+TEST_F(TheFrame, ShowsPartOfTheRowsBeyondThoseThatFit) {
+    const auto drawnBetween = [this](int top, int bottom) {
+        const Box area = BoxOf(list.list());
+        const auto pixels =
+            Draw(list.window()).Cut({area.x, top, area.width - 40, bottom - top}).pixels;
+        return std::count_if(pixels.begin(), pixels.end(),
+                             [&](uint32_t pixel) { return Contrast(pixel, pixels[0]) > 2; });
+    };
+    const int bottom = BoxOf(list.panel()).Bottom() - 8;
+    list.Show(NumberedRows(FITTING));
+    EXPECT_EQ(drawnBetween(BoxOf(list.row("Row 8")).Bottom(), bottom), 0);
+    list.Show(NumberedRows(FITTING * 2));
+    EXPECT_GT(drawnBetween(BoxOf(list.row("Row 8")).Bottom(), bottom), 50);
+    list.Focus(9);
+    ASSERT_TRUE(HeadlessToolkit::RunUntil([&] {
+        return BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(list.row("Row 10")));
+    }));
+    EXPECT_GT(drawnBetween(BoxOf(list.row("Row 10")).Bottom(), bottom), 50);
+    const int top = BoxOf(list.row("Row 3")).y;
+    EXPECT_GT(drawnBetween(top - 24, top), 20);
+}
+
 TEST_F(TheFrame, HoldsTheFocusedRowWhole) {
     list.Show(NumberedRows(20));
     for (const size_t row : {7U, 8U, 19U, 0U, 12U}) {
         list.Focus(row);
         const Evas_Object* focused = list.row("Row " + std::to_string(row + 1));
         EXPECT_TRUE(HeadlessToolkit::RunUntil([&] {
-            return BoxOf(list.list()).Contains(BoxOf(focused));
+            return BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(focused));
         })) << BoxOf(focused);
     }
 }
@@ -90,11 +113,11 @@ TEST_F(TheFrame, DrawsNoFrameOfTheToolkitsAroundTheFocus) {
 
 TEST(AMirroredFrame, BeginsAtTheRight) {
     ThemedList list({Variant::STANDARD, 1080, true});
-    list.Show(NumberedRows(FITTING + 1));
+    list.Show(std::vector<std::string>(FITTING + 1, "العربية"));
     ASSERT_TRUE(
         HeadlessToolkit::RunUntil([&] { return StateOf(list.list(), "bar") == "visible"; }));
     HeadlessToolkit::Settle();
-    const Evas_Object* row = list.row("Row 1");
+    const Evas_Object* row = list.row("العربية");
     EXPECT_GT(BoxOf(row, "marker").x, BoxOf(row, "room").Right());
     EXPECT_LE(BoxOf(list.list(), "track").Right(), BoxOf(row).x);
 }

@@ -106,5 +106,32 @@ TEST(ARightToLeftName, StandsAtItsSide) {
     }
 }
 
+class ANameAgainstTheListsDirection : public testing::TestWithParam<bool> {
+protected:
+    bool mirrored() const { return GetParam(); }
+    /// How far the name begins from the side of the row at which it is read.
+    int Inset(const Evas_Object* row) const {
+        const Box text = TextBoxOf(row, "name");
+        return mirrored() ? text.x - BoxOf(row).x : BoxOf(row).Right() - text.Right();
+    }
+};
+
+TEST_P(ANameAgainstTheListsDirection, IsInsetLikeTheOthersAndMovesInToItsMarker) {
+    const std::string along = mirrored() ? "العربية" : "Latin";
+    const std::string against = mirrored() ? "Latin" : "العربية";
+    ThemedList list({Variant::STANDARD, 1080, mirrored()});
+    list.Show({along, against}, 0);
+    EXPECT_NEAR(Inset(list.row(against)), 24, 2);
+    list.Focus(1);
+    const Evas_Object* row = list.row(against);
+    EXPECT_NEAR(Inset(row), 40, 2);
+    const Box marker = BoxOf(row, "marker");
+    EXPECT_NEAR(mirrored() ? marker.x - BoxOf(row).x : BoxOf(row).Right() - marker.Right(), 14, 1);
+    list.Focus(0);
+    EXPECT_NEAR(Inset(list.row(against)), 24, 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Directions, ANameAgainstTheListsDirection, testing::Bool());
+
 }  // namespace
 }  // namespace applist::test

@@ -80,7 +80,7 @@ void ShowRows(ThemedList& list) {
 }
 
 void ShowScrolled(ThemedList& list) {
-    list.Show(NumberedRows(14), 13);
+    list.Show(NumberedRows(14), 9);
     HeadlessToolkit::Settle();
 }
 

@@ -71,7 +71,7 @@ TEST_P(Sizes, CutNothing) {
     EXPECT_TRUE(BoxOf(list.panel()).Contains(BoxOf(list.list())));
     EXPECT_TRUE(BoxOf(list.panel()).Contains(TextBoxOf(list.popup(), "elm.text.title")));
     for (const Evas_Object* row : list.rows()) {
-        EXPECT_TRUE(BoxOf(list.list()).Contains(BoxOf(row))) << BoxOf(row);
+        EXPECT_TRUE(BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(row))) << BoxOf(row);
         EXPECT_TRUE(BoxOf(row, "room").Contains(TextBoxOf(row, "name"))) << TextBoxOf(row, "name");
     }
 }
@@ -88,9 +88,16 @@ TEST_P(Sizes, KeepTheProportionsOfAScreen1080High) {
     EXPECT_NEAR(panel.width, 816, ROUNDING);
     EXPECT_NEAR(panel.height, GetParam().variant == Variant::STANDARD ? 730 : 738, ROUNDING);
     for (const Evas_Object* row : list.rows()) {
-        EXPECT_NEAR(expected(BoxOf(row)).height, 72, ROUNDING);
+        EXPECT_NEAR(expected(BoxOf(row)).height, 68, ROUNDING);
         EXPECT_NEAR(expected(BoxOf(row)).width, 760, ROUNDING);
     }
+}
+
+TEST_P(Sizes, HoldEightRowsWithoutAScrollBar) {
+    list.Show(NumberedRows(8), 7);
+    EXPECT_EQ(StateOf(list.list(), "bar"), "default");
+    EXPECT_TRUE(BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(list.row("Row 1"))));
+    EXPECT_TRUE(BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(list.row("Row 8"))));
 }
 
 // What is drawn in pieces, edges and a middle, must not show it.

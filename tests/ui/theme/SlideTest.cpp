@@ -19,6 +19,10 @@ constexpr double PATIENCE_SECONDS = 20.0;
 // Longer than it takes to begin to slide.
 constexpr double LONG_ENOUGH = 1.5;
 
+bool IsVisible(const Evas_Object* row, const char* part) {
+    return evas_object_visible_get(edje_object_part_object_get(row, part)) != 0;
+}
+
 class ALongName : public testing::Test {
 protected:
     ThemedList list;
@@ -51,6 +55,42 @@ TEST_F(ALongName, SlidesTheOtherWayWhereItIsReadTheOtherWay) {
     EXPECT_LT(BoxOf(row, "slider").x, BoxOf(row, "room").x);
     EXPECT_TRUE(
         HeadlessToolkit::RunUntil([&] { return BoxOf(row, "slider").x == BoxOf(row, "room").x; }));
+}
+
+TEST_F(ALongName, FadesOutAtBothEndsOfItsRoomWhileItSlides) {
+    list.Show({LONG, "Short"});
+    const Evas_Object* row = list.row(LONG);
+    EXPECT_FALSE(IsVisible(row, "slider_ends"));
+    ASSERT_TRUE(list.WaitForSlide(PATIENCE_SECONDS));
+    EXPECT_TRUE(IsVisible(row, "slider_ends"));
+    const Box sight = BoxOf(row, "sight");
+    const Box room = BoxOf(row, "room");
+    EXPECT_EQ(sight.x, room.x - 16);
+    EXPECT_EQ(sight.Right(), room.Right() + 16);
+    // The column of pixels at the very end shows the bar and no letter.
+    ASSERT_TRUE(HeadlessToolkit::RunUntil([&] { return BoxOf(row, "slider").x < sight.x - 100; }));
+    const Picture picture = Draw(list.window());
+    const Box bar = BoxOf(row, "bar");
+    for (int y = bar.y + 2; y < bar.Bottom() - 2; ++y) {
+        EXPECT_LT(Contrast(picture.At(sight.x, y), picture.At(bar.CentreX(), bar.y + 2)), 1.2);
+    }
+    list.Focus(1);
+    EXPECT_FALSE(IsVisible(row, "slider_ends"));
+}
+
+// At a row's height in a second, a ninth of this name would take a minute.
+TEST_F(ALongName, SlidesFasterTheLongerItIs) {
+    std::string name;
+    for (int word = 0; word < 300; ++word) {
+        name += "Name " + std::to_string(word) + ' ';
+    }
+    list.Show({name, "Short"});
+    const Evas_Object* row = list.row(name);
+    const int distance = BoxOf(row, "slider").width - BoxOf(row, "room").width;
+    ASSERT_GT(distance, 30000);
+    ASSERT_TRUE(list.WaitForSlide(PATIENCE_SECONDS));
+    EXPECT_TRUE(HeadlessToolkit::RunUntil(
+        [&] { return BoxOf(row, "room").x - BoxOf(row, "slider").x > distance / 9; }));
 }
 
 TEST_F(ALongName, StandsStillOnceTheFocusHasLeft) {
