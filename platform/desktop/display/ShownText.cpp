@@ -3,6 +3,7 @@
 #include "display/ShownText.h"
 
 #include <Edje.h>
+#include <algorithm>
 #include <cstring>
 #include <dlfcn.h>
 
@@ -29,7 +30,10 @@ std::string ShownText(const char* text) {
     while (ContinuesCharacter(text[start]) && start > 0 && end - start < LONGEST_CHARACTER) {
         --start;
     }
-    return {text, ContinuesCharacter(text[start]) ? end : start};
+    std::string shown(text, ContinuesCharacter(text[start]) ? end : start);
+    // The toolkit draws a replacement character for a tab.
+    std::replace(shown.begin(), shown.end(), '\t', ' ');
+    return shown;
 }
 
 }  // namespace applist::desktop

@@ -12,15 +12,14 @@ namespace applist::desktop {
 /// edje_object_part_text_escaped_set(), through which rows get their texts, and passes on
 /// ShownText(). Linking this file is enough.
 ///
-/// The most characters of a text that are drawn or spoken. The focused name slides by one row's
-/// height a second and the list closes after 65 seconds, so a viewer reads 500 narrow letters at
-/// most.
+/// The most characters of a text that are drawn or spoken. A focused name slides to its end within
+/// 20 seconds, in which a viewer reads some 300 letters.
 constexpr std::size_t SHOWN_CHARACTERS = 1000;
 /// The same in bytes, of which UTF-8 takes up to four for a character. Bounds malformed text, too.
 constexpr std::size_t SHOWN_BYTES = 4 * SHOWN_CHARACTERS;
 
-/// Returns the start of text, within both limits and with no character cut in two. text may be
-/// malformed UTF-8. Any thread.
+/// Returns the start of text, within both limits, with no character cut in two, and with a space
+/// for each tab. text may be malformed UTF-8. Any thread.
 std::string ShownText(const char* text);
 
 }  // namespace applist::desktop

@@ -27,6 +27,10 @@ TEST(ShownText, IsTheWholeOfAnUsualName) {
     }
 }
 
+TEST(ShownText, HasASpaceForATab) {
+    EXPECT_EQ(Shown("\tTwo\twords\n"), " Two words\n");
+}
+
 TEST(ShownText, HasAThousandCharactersAtMost) {
     for (const std::string character : {"a", "é", "中", "😀"}) {
         const std::string longest = Repeated(character, SHOWN_CHARACTERS);
