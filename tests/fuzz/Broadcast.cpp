@@ -8,9 +8,9 @@
 #include "broadcast/BroadcastScan.h"
 #include "broadcast/ProgramTables.h"
 #include "broadcast/SectionFile.h"
-#include "feed/ApplicationList.h"
+#include "cli/ApplicationFormats.h"
+#include "feed/BroadcastFilter.h"
 #include "feed/ListUpdate.h"
-#include "feed/Offer.h"
 #include "fuzz/Properties.h"
 #include "support/TsGenerator.h"
 
@@ -47,12 +47,12 @@ bool Leads(const Items& shown, const Items& wanted) {
 }
 
 std::string Check(const Broadcast& broadcast) {
-    if (broadcast.moments.empty()) {
+    if (broadcast.snapshots.empty()) {
         return "a broadcast without a moment";
     }
     Items shown;
-    for (const sim::Moment& moment : broadcast.moments) {
-        const Items items = sim::OfferedItems(moment, {{}, {"ita"}, true});
+    for (const sim::Snapshot& snapshot : broadcast.snapshots) {
+        const Items items = sim::OfferedItems(snapshot, {{}, {"ita"}, true});
         if (LooksAlike(items)) {
             return "two items look alike, or one has no name";
         }

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "bus/BusLink.h"
-#include "protocol/ListClient.h"
+#include "link/BusLink.h"
+#include "link/ListClient.h"
 #include "support/ChildProcess.h"
 
 namespace applist::test {

@@ -9,7 +9,7 @@
 
 #include <sys/types.h>
 
-#include "bus/Connection.h"
+#include "link/Connection.h"
 
 namespace applist::test {
 

@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "bus/Connection.h"
-#include "bus/Names.h"
+#include "link/ChannelNames.h"
+#include "link/Connection.h"
 
 namespace applist::test {
 

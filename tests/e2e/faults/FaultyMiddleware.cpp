@@ -13,8 +13,8 @@
 #include <iostream>
 #include <string>
 
-#include "bus/Names.h"
-#include "protocol/Protocol.h"
+#include "link/ChannelNames.h"
+#include "link/Protocol.h"
 #include "support/GlibWait.h"
 #include "support/ScriptedPeer.h"
 

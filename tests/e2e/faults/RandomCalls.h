@@ -6,7 +6,7 @@
 #include <random>
 #include <string>
 
-#include "protocol/Protocol.h"
+#include "link/Protocol.h"
 
 namespace applist::test {
 

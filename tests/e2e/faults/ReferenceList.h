@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "protocol/Protocol.h"
+#include "link/Protocol.h"
 
 namespace applist::test {
 

@@ -13,7 +13,7 @@
 #include <gmock/gmock.h>
 
 #include "ipc/javamw-dbus-local.h"
-#include "protocol/Protocol.h"
+#include "link/Protocol.h"
 #include "support/SourceFile.h"
 #include "support/WireDocument.h"
 

@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/ApplicationTable.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <utility>
 
-#include "broadcast/ApplicationDescriptors.h"
+#include "broadcast/ByteReader.h"
 #include "broadcast/ProgramTables.h"
 
 namespace applist::sim {
@@ -77,6 +78,148 @@ std::string TypeName(uint16_t type) {
         default:
             return Hexadecimal(type, 4);
     }
+}
+
+namespace {
+
+// Tags of TS 102 809; the location of a Ginga-NCL application (ABNT NBR 15606-3) is written as that
+// of a Java application is.
+constexpr uint8_t APPLICATION_DESCRIPTOR = 0x00;
+constexpr uint8_t NAME_DESCRIPTOR = 0x01;
+constexpr uint8_t TRANSPORT_DESCRIPTOR = 0x02;
+constexpr uint8_t JAVA_LOCATION_DESCRIPTOR = 0x04;
+constexpr uint8_t NCL_LOCATION_DESCRIPTOR = 0x07;
+constexpr uint8_t HTML_LOCATION_DESCRIPTOR = 0x09;
+constexpr uint8_t SIMPLE_LOCATION_DESCRIPTOR = 0x15;
+constexpr uint16_t HTTP_PROTOCOL = 0x0003;
+constexpr size_t LANGUAGE_SIZE = 3;
+
+/// A way by which applications reach the receiver.
+struct Transport {
+    uint8_t label = 0;
+    std::string urlBase;  ///< Empty for the ways that have no address.
+};
+
+/// What is found in the descriptors before it is put together.
+struct Found {
+    std::vector<uint8_t> labels;  ///< The transports of the application, the preferred one first.
+    std::vector<Transport> transports;
+    std::string path;
+};
+
+std::string Text(ByteSpan bytes) {
+    return {bytes.begin(), bytes.end()};
+}
+
+void ReadApplicationDescriptor(ByteReader reader, Application& application, Found& found) {
+    reader.Take(reader.U8());  // profiles
+    const uint8_t flags = reader.U8();
+    const uint8_t priority = reader.U8();
+    if (!reader.failed()) {
+        application.visibility = flags >> 5U & 3U;
+        application.priority = priority;
+        const ByteSpan labels = reader.Take(reader.left());
+        found.labels.assign(labels.begin(), labels.end());
+    }
+}
+
+void ReadNames(ByteReader reader, TextCoding coding, Application& application) {
+    while (reader.left() > 0) {
+        const std::string language = Text(reader.Take(LANGUAGE_SIZE));
+        const ByteSpan text = reader.Take(reader.U8());
+        if (auto name = DecodeText(text, language, coding); name && !reader.failed()) {
+            application.names.push_back({language, std::move(*name)});
+        }
+    }
+}
+
+void ReadTransport(ByteReader reader, Found& found) {
+    const uint16_t protocol = reader.U16();
+    Transport transport;
+    transport.label = reader.U8();
+    if (protocol == HTTP_PROTOCOL) {
+        transport.urlBase = Text(reader.Take(reader.U8()));
+    }
+    if (!reader.failed()) {
+        found.transports.push_back(std::move(transport));
+    }
+}
+
+void ReadJavaLocation(ByteReader reader, Found& found) {
+    std::string path = Text(reader.Take(reader.U8()));
+    reader.Take(reader.U8());  // where other classes are
+    if (!reader.failed()) {
+        if (!path.ends_with('/')) {
+            path += '/';
+        }
+        found.path = path + Text(reader.Take(reader.left()));
+    }
+}
+
+void ReadHtmlLocation(ByteReader reader, Found& found) {
+    const std::string root = Text(reader.Take(reader.U8()));
+    if (!reader.failed()) {
+        found.path = root + Text(reader.Take(reader.left()));
+    }
+}
+
+void ReadTransports(ByteSpan loop, Found& found) {
+    ForEachDescriptor(loop, [&](uint8_t tag, ByteSpan content) {
+        if (tag == TRANSPORT_DESCRIPTOR) {
+            ReadTransport(ByteReader(content), found);
+        }
+    });
+}
+
+void ReadOwn(ByteSpan loop, TextCoding coding, Application& application, Found& found) {
+    ForEachDescriptor(loop, [&](uint8_t tag, ByteSpan content) {
+        const ByteReader reader(content);
+        switch (tag) {
+            case APPLICATION_DESCRIPTOR:
+                return ReadApplicationDescriptor(reader, application, found);
+            case NAME_DESCRIPTOR:
+                return ReadNames(reader, coding, application);
+            case JAVA_LOCATION_DESCRIPTOR:
+            case NCL_LOCATION_DESCRIPTOR:
+                return ReadJavaLocation(reader, found);
+            case HTML_LOCATION_DESCRIPTOR:
+                return ReadHtmlLocation(reader, found);
+            case SIMPLE_LOCATION_DESCRIPTOR:
+                found.path = Text(content);
+                return;
+            default:
+                return;
+        }
+    });
+}
+
+// The address of the first transport in the application's order of preference that has one.
+std::string UrlBase(const Found& found) {
+    for (const uint8_t label : found.labels) {
+        for (const Transport& transport : found.transports) {
+            if (transport.label == label && !transport.urlBase.empty()) {
+                return transport.urlBase;
+            }
+        }
+    }
+    return {};
+}
+
+// An address that ends in a slash and a path that begins with one share it.
+std::string Joined(const std::string& base, const std::string& path) {
+    const bool twoSlashes = base.ends_with('/') && path.starts_with('/');
+    return base + (twoSlashes ? path.substr(1) : path);
+}
+
+}  // namespace
+
+void ReadApplicationDescriptors(ByteSpan common, ByteSpan own, TextCoding coding,
+                                Application& application) {
+    Found found;
+    ReadTransports(own, found);
+    ReadTransports(common, found);
+    ReadOwn(own, coding, application, found);
+    application.location = Joined(UrlBase(found), found.path);
 }
 
 }  // namespace applist::sim

@@ -65,4 +65,10 @@ std::string ControlName(uint8_t controlCode);
 /// "HbbTV", or "0x0123" for a type without a name; empty for 0.
 std::string TypeName(uint16_t type);
 
+/// Fills application from its own descriptors and those common to all of its table. The tags are
+/// the same in DVB and in ISDB, which adds some (boundaries, caches, latencies: 0x30 to 0x33) that
+/// say nothing of what is read here.
+void ReadApplicationDescriptors(ByteSpan common, ByteSpan own, TextCoding coding,
+                                Application& application);
+
 }  // namespace applist::sim

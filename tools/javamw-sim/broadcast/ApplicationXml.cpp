@@ -213,9 +213,9 @@ Result<Broadcast> ReadApplicationXml(ByteSpan bytes) {
     for (auto& [type, table] : tables) {
         service.tables.push_back(std::make_shared<const ApplicationTable>(std::move(table)));
     }
-    Moment& moment = broadcast.moments.emplace_back();
+    Snapshot& snapshot = broadcast.snapshots.emplace_back();
     if (!service.tables.empty()) {
-        moment.services.push_back(std::move(service));
+        snapshot.services.push_back(std::move(service));
     }
     return broadcast;
 }

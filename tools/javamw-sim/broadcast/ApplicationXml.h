@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Result.h"
 #include "broadcast/Broadcast.h"
 #include "broadcast/ByteReader.h"
+#include "common/Result.h"
 
 namespace applist::sim {
 

@@ -21,14 +21,14 @@ struct BroadcastService {
 };
 
 /// What a broadcast says from a point in time on.
-struct Moment {
+struct Snapshot {
     std::optional<double> seconds;  ///< Since the start; none in a file without a clock.
     std::vector<BroadcastService> services;
 };
 
 /// What a file says about applications, in the order of time.
 struct Broadcast {
-    std::vector<Moment> moments;  ///< Never empty; each differs from the one before.
+    std::vector<Snapshot> snapshots;  ///< Never empty; each differs from the one before.
     Damage damage;
 };
 

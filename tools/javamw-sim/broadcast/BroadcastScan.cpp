@@ -94,7 +94,7 @@ public:
         m_tables.Push(packet);
     }
 
-    std::vector<Moment> Finish() {
+    std::vector<Snapshot> Finish() {
         m_tables.Finish();
         return m_timeline.Finish();
     }
@@ -130,9 +130,9 @@ private:
     TableReader m_tables;
 };
 
-bool HasJapaneseNames(const Moment& moment) {
+bool HasJapaneseNames(const Snapshot& snapshot) {
     const auto japanese = [](const ApplicationName& name) { return name.language == "jpn"; };
-    for (const BroadcastService& service : moment.services) {
+    for (const BroadcastService& service : snapshot.services) {
         for (const auto& table : service.tables) {
             for (const Application& application : table->applications) {
                 if (std::any_of(application.names.begin(), application.names.end(), japanese)) {
@@ -148,10 +148,11 @@ bool HasJapaneseNames(const Moment& moment) {
 void NameServices(Broadcast& broadcast, const std::map<uint16_t, std::string>& names,
                   TextCoding coding) {
     const std::string language =
-        std::any_of(broadcast.moments.begin(), broadcast.moments.end(), HasJapaneseNames) ? "jpn"
-                                                                                          : "";
-    for (Moment& moment : broadcast.moments) {
-        for (BroadcastService& service : moment.services) {
+        std::any_of(broadcast.snapshots.begin(), broadcast.snapshots.end(), HasJapaneseNames)
+            ? "jpn"
+            : "";
+    for (Snapshot& snapshot : broadcast.snapshots) {
+        for (BroadcastService& service : snapshot.services) {
             if (const auto name = names.find(service.id.value_or(0)); name != names.end()) {
                 const auto* bytes = reinterpret_cast<const uint8_t*>(name->second.data());
                 service.name = DecodeText({bytes, name->second.size()},
@@ -176,7 +177,7 @@ Broadcast ScanBroadcast(ByteSpan stream, std::optional<TextCoding> coding) {
     while (const auto packet = packets.Next()) {
         scan.Push(*packet);
     }
-    broadcast.moments = scan.Finish();
+    broadcast.snapshots = scan.Finish();
     NameServices(broadcast, scan.state().names(), texts);
     return broadcast;
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/ProgramTables.h"
 
-#include "broadcast/Descriptors.h"
+#include "broadcast/ByteReader.h"
 
 namespace applist::sim {
 namespace {

@@ -11,7 +11,7 @@
 // The library's headers need this order.
 #include <dvbpsi/psi.h>
 
-#include "broadcast/PacketFormat.h"
+#include "broadcast/PacketReader.h"
 
 namespace applist::sim {
 namespace {

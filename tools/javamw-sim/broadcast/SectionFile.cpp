@@ -149,7 +149,7 @@ Broadcast ScanSections(ByteSpan file, TextCoding coding) {
             take(table);
         }
     }
-    broadcast.moments = timeline.Finish();
+    broadcast.snapshots = timeline.Finish();
     return broadcast;
 }
 

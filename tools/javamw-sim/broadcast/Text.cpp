@@ -2,9 +2,249 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/Text.h"
 
-#include "broadcast/DvbText.h"
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <iconv.h>
+#include <memory>
+#include <utility>
 
 namespace applist::sim {
+namespace {
+
+constexpr const char* UCS_2 = "UCS-2BE";
+constexpr const char* UTF_8 = "UTF-8";
+constexpr const char* ISO_6937 = "ISO_6937";
+constexpr const char* LATIN_9 = "ISO-8859-15";
+constexpr const char* REPLACEMENT = "\xEF\xBF\xBD";
+constexpr const char* EURO_SIGN = "\xE2\x82\xAC";
+constexpr uint8_t EURO_IN_ISO_6937 = 0xA4;
+constexpr uint8_t FIRST_CHARACTER = 0x20;
+// Control codes, in one byte and as the private characters of the two-byte tables.
+constexpr char32_t LINE_BREAK = 0x8A;
+constexpr char32_t TWO_BYTE_CONTROLS = 0xE000;
+
+/// The name under which iconv knows a table, and the text that follows the choice of it.
+struct Table {
+    std::string name;
+    ByteSpan text;
+};
+
+std::string Iso8859(unsigned part) {
+    const bool exists = part >= 1 && part <= 15 && part != 12;
+    return exists ? "ISO-8859-" + std::to_string(part) : std::string();
+}
+
+// An empty name means that the table cannot be decoded.
+std::string TableName(uint8_t selector, ByteReader& rest) {
+    switch (selector) {
+        case 0x10:
+            return Iso8859(rest.U16());
+        case 0x11:
+        case 0x14:  // its characters are a subset of the same two-byte code
+            return UCS_2;
+        case 0x12:
+            return "EUC-KR";
+        case 0x13:
+            return "EUC-CN";
+        case 0x15:
+            return UTF_8;
+        default:
+            return selector >= 0x01 && selector <= 0x0B ? Iso8859(selector + 4U) : std::string();
+    }
+}
+
+Table ChooseTable(ByteSpan text) {
+    if (text.empty() || text[0] >= FIRST_CHARACTER) {
+        return {ISO_6937, text};
+    }
+    ByteReader reader(text);
+    const uint8_t selector = reader.U8();
+    std::string name = TableName(selector, reader);
+    return {reader.failed() ? std::string() : std::move(name), reader.Take(reader.left())};
+}
+
+bool IsControl(char32_t code) {
+    return code < FIRST_CHARACTER || (code >= 0x7F && code <= 0x9F);
+}
+
+// Appends what stands for a control code: a blank for a line break, nothing for the others.
+void AppendControl(std::string& output, char32_t code) {
+    if (code == LINE_BREAK) {
+        output += ' ';
+    }
+}
+
+/// A conversion descriptor of iconv.
+class Converter {
+public:
+    explicit Converter(const std::string& table) : m_handle(iconv_open(UTF_8, table.c_str())) {}
+    ~Converter() {
+        if (usable()) {
+            iconv_close(m_handle);
+        }
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+    Converter(Converter&&) = delete;
+    Converter& operator=(Converter&&) = delete;
+
+    // iconv reports failure with the pointer value -1.
+    bool usable() const {
+        return m_handle != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
+    }
+
+    /// Appends the UTF-8 of as much of text as is valid; returns what remains.
+    ByteSpan Convert(ByteSpan text, std::string& output) {
+        std::array<char, 1024> piece{};
+        auto* input = reinterpret_cast<char*>(const_cast<uint8_t*>(text.data()));
+        size_t left = text.size();
+        bool full = true;
+        while (full) {
+            char* position = piece.data();
+            size_t room = piece.size();
+            const size_t result = iconv(m_handle, &input, &left, &position, &room);
+            full = result == static_cast<size_t>(-1) && errno == E2BIG;
+            output.append(piece.data(), piece.size() - room);
+        }
+        FlushHeldCharacter(output);
+        return text.last(left);
+    }
+
+private:
+    // A table with combining marks holds a character back until it sees the next one.
+    void FlushHeldCharacter(std::string& output) {
+        std::array<char, 16> piece{};
+        char* position = piece.data();
+        size_t room = piece.size();
+        iconv(m_handle, nullptr, nullptr, &position, &room);
+        output.append(piece.data(), piece.size() - room);
+    }
+
+    iconv_t m_handle;
+};
+
+// One-byte control codes are taken out first: not every table of iconv lets them through.
+std::string WithoutControlBytes(ByteSpan text) {
+    std::string clean;
+    for (const uint8_t byte : text) {
+        if (IsControl(byte)) {
+            AppendControl(clean, byte);
+        } else {
+            clean += static_cast<char>(byte);
+        }
+    }
+    return clean;
+}
+
+// The code point at the start of valid UTF-8, and its length there.
+std::pair<char32_t, size_t> FirstCodePoint(ByteSpan utf8) {
+    const uint8_t lead = utf8[0];
+    const size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    char32_t code = length == 1 ? lead : lead & (0x7FU >> length);
+    for (size_t i = 1; i < length; ++i) {
+        code = code << 6U | (utf8[i] & 0x3FU);
+    }
+    return {code, length};
+}
+
+std::string WithoutControlCharacters(const std::string& utf8) {
+    std::string clean;
+    ByteSpan left(reinterpret_cast<const uint8_t*>(utf8.data()), utf8.size());
+    while (!left.empty()) {
+        const auto [code, length] = FirstCodePoint(left);
+        const char32_t oneByte = code >= TWO_BYTE_CONTROLS ? code - TWO_BYTE_CONTROLS : code;
+        if (IsControl(oneByte) && (code == oneByte || oneByte >= 0x80)) {
+            AppendControl(clean, oneByte);
+        } else {
+            clean.append(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(length));
+        }
+        left = left.subspan(length);
+    }
+    return clean;
+}
+
+std::string Convert(Converter& converter, const std::string& table, ByteSpan text) {
+    std::string utf8;
+    while (!(text = converter.Convert(text, utf8)).empty()) {
+        const bool euro = table == ISO_6937 && text[0] == EURO_IN_ISO_6937;
+        utf8 += euro ? EURO_SIGN : REPLACEMENT;
+        const size_t unit = table == UCS_2 ? 2 : 1;
+        text = text.subspan(std::min(unit, text.size()));
+    }
+    return utf8;
+}
+
+std::optional<std::string> Decode(const Table& table) {
+    if (table.name.empty()) {
+        return std::nullopt;
+    }
+    Converter converter(table.name);
+    if (!converter.usable()) {
+        return std::nullopt;
+    }
+    if (table.name == UCS_2 || table.name == UTF_8) {
+        return WithoutControlCharacters(Convert(converter, table.name, table.text));
+    }
+    const std::string clean = WithoutControlBytes(table.text);
+    return Convert(converter, table.name,
+                   ByteSpan(reinterpret_cast<const uint8_t*>(clean.data()), clean.size()));
+}
+
+}  // namespace
+
+std::optional<std::string> DecodeDvbText(ByteSpan text) {
+    return Decode(ChooseTable(text));
+}
+
+std::optional<std::string> DecodeLatinText(ByteSpan text) {
+    return Decode({LATIN_9, text});
+}
+
+}  // namespace applist::sim
+
+extern "C" {
+#include <aribb24/aribb24.h>
+// The library's headers need this order.
+#include <aribb24/decoder.h>
+}
+
+namespace applist::sim {
+namespace {
+
+// A macro of one byte stands for several characters.
+constexpr size_t MAX_GROWTH = 16;
+// The library closes a text that fills its room with a zero behind it.
+constexpr size_t ROOM_FOR_ZERO = 1;
+
+struct DestroyInstance {
+    void operator()(arib_instance_t* instance) const { arib_instance_destroy(instance); }
+};
+using Instance = std::unique_ptr<arib_instance_t, DestroyInstance>;
+
+}  // namespace
+
+std::optional<std::string> DecodeAribText(ByteSpan text) {
+    const Instance instance(arib_instance_new(nullptr));
+    if (!instance) {
+        return std::nullopt;
+    }
+    arib_register_messages_callback(instance.get(), [](void*, const char*) {});
+    arib_decoder_t* decoder = arib_get_decoder(instance.get());
+    if (decoder == nullptr) {
+        return std::nullopt;
+    }
+    std::string utf8(text.size() * MAX_GROWTH + ROOM_FOR_ZERO, '\0');
+    arib_initialize_decoder(decoder);
+    const size_t size = arib_decode_buffer(decoder, text.data(), text.size(), utf8.data(),
+                                           utf8.size() - ROOM_FOR_ZERO);
+    arib_finalize_decoder(decoder);
+    utf8.resize(std::min(size, utf8.size()));
+    std::erase_if(utf8, [](char byte) { return static_cast<unsigned char>(byte) < 0x20; });
+    return utf8;
+}
+
 namespace {
 
 constexpr const char* JAPANESE = "jpn";

@@ -9,6 +9,16 @@
 
 namespace applist::sim {
 
+/// Text of a broadcast table (EN 300 468, Annex A) as UTF-8.
+///
+/// The first byte may choose the character table; without one it is ISO 6937. A line break becomes
+/// a blank, emphasis and other control codes are dropped, and what is no character of the table
+/// becomes U+FFFD. Nothing when the table is reserved or privately compressed.
+std::optional<std::string> DecodeDvbText(ByteSpan text);
+
+/// Text in ISO 8859-15 as UTF-8, with control codes treated alike.
+std::optional<std::string> DecodeLatinText(ByteSpan text);
+
 /// How a broadcast codes its texts. Nothing in the texts themselves tells.
 enum class TextCoding {
     Dvb,    ///< EN 300 468, Annex A. Names in Japanese are coded as ISDB does all the same.

@@ -37,36 +37,36 @@ void Timeline::Change(bool replaces, std::optional<double> seconds,
     }
     const bool late = seconds && *seconds - *m_start > FIRST_MOMENT_S;
     if (replaces || late) {
-        EndFirstMoment();
+        EndFirstSnapshot();
     }
     change();
-    if (!m_inFirstMoment) {
+    if (!m_inFirstSnapshot) {
         Record(seconds);
     }
 }
 
-std::vector<Moment> Timeline::Finish() {
-    EndFirstMoment();
-    return std::move(m_moments);
+std::vector<Snapshot> Timeline::Finish() {
+    EndFirstSnapshot();
+    return std::move(m_snapshots);
 }
 
-void Timeline::EndFirstMoment() {
-    if (m_inFirstMoment) {
+void Timeline::EndFirstSnapshot() {
+    if (m_inFirstSnapshot) {
         Record(0);
-        m_inFirstMoment = false;
+        m_inFirstSnapshot = false;
     }
 }
 
 void Timeline::Record(std::optional<double> seconds) {
     auto services = m_state();
-    if (!m_moments.empty() && SameServices(m_moments.back().services, services)) {
+    if (!m_snapshots.empty() && SameServices(m_snapshots.back().services, services)) {
         return;
     }
-    if (m_moments.size() == MAX_MOMENTS) {
+    if (m_snapshots.size() == MAX_MOMENTS) {
         ++m_damage.surplusChanges;
         return;
     }
-    m_moments.push_back({seconds, std::move(services)});
+    m_snapshots.push_back({seconds, std::move(services)});
 }
 
 }  // namespace applist::sim

@@ -10,10 +10,10 @@
 
 namespace applist::sim {
 
-/// Divides what tables say one after the other into moments.
+/// Divides what tables say one after the other into snapshots.
 ///
 /// Tables are repeated in turn, so a reader that starts anywhere needs a while to have seen each
-/// once. All that comes before the first new version makes up the first moment, where there is a
+/// once. All that comes before the first new version makes up the first snapshot, where there is a
 /// clock within the ten seconds after which every table has been repeated (TS 102 809, 5.3.4).
 class Timeline {
 public:
@@ -27,17 +27,17 @@ public:
     void Change(bool replaces, std::optional<double> seconds, const std::function<void()>& change);
 
     /// REQUIRES: no change comes any more.
-    std::vector<Moment> Finish();
+    std::vector<Snapshot> Finish();
 
 private:
-    void EndFirstMoment();
+    void EndFirstSnapshot();
     void Record(std::optional<double> seconds);
 
     State m_state;
     Damage& m_damage;
-    bool m_inFirstMoment = true;
+    bool m_inFirstSnapshot = true;
     std::optional<double> m_start;
-    std::vector<Moment> m_moments;
+    std::vector<Snapshot> m_snapshots;
 };
 
 }  // namespace applist::sim

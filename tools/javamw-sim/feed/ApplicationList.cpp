@@ -6,7 +6,7 @@
 #include <map>
 #include <tuple>
 
-#include "feed/Names.h"
+#include "feed/DisplayNames.h"
 
 namespace applist::sim {
 namespace {
@@ -48,12 +48,12 @@ ListedApplication Describe(const BroadcastService& service, const ApplicationTab
 }  // namespace
 
 std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
-                                                const OfferFilter& filter) {
+                                                const BroadcastFilter& filter) {
     using Key = std::tuple<std::optional<uint16_t>, uint32_t, uint16_t>;
     std::vector<ListedApplication> list;
     std::map<Key, size_t> places;
-    for (const Moment& moment : broadcast.moments) {
-        for (const BroadcastService& service : SelectServices(moment, filter)) {
+    for (const Snapshot& snapshot : broadcast.snapshots) {
+        for (const BroadcastService& service : SelectServices(snapshot, filter)) {
             for (const auto& table : service.tables) {
                 for (const Application& application : table->applications) {
                     auto listed = Describe(service, *table, application, filter.languages);
@@ -69,13 +69,6 @@ std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
         }
     }
     return list;
-}
-
-const std::vector<std::string>& ApplicationFields() {
-    static const std::vector<std::string> FIELDS{
-        "service",    "organisation_id", "application_id", "type",  "control",
-        "visibility", "priority",        "name",           "names", "location"};
-    return FIELDS;
 }
 
 }  // namespace applist::sim

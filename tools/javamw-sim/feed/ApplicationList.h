@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "broadcast/Broadcast.h"
-#include "feed/Offer.h"
+#include "feed/BroadcastFilter.h"
 
 namespace applist::sim {
 
@@ -31,19 +31,6 @@ struct ListedApplication {
 /// Every application that a broadcast carries at any time, offered or not, once for each service:
 /// as it was described last, in the order in which they came.
 std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
-                                                const OfferFilter& filter);
-
-/// What the columns of a table, the keys in JSON and the head of CSV are called.
-const std::vector<std::string>& ApplicationFields();
-
-/// A table for people, the columns under a head line. What the source does not say is "-".
-std::string FormatTable(const std::vector<ListedApplication>& applications);
-
-/// An array of objects. What the source does not say is null.
-std::string FormatJson(const std::vector<ListedApplication>& applications);
-
-/// RFC 4180 with a head line, so every line ends with CR and LF. What the source does not say is
-/// empty; names are a JSON object.
-std::string FormatCsv(const std::vector<ListedApplication>& applications);
+                                                const BroadcastFilter& filter);
 
 }  // namespace applist::sim

@@ -9,7 +9,7 @@
 #include "broadcast/ApplicationXml.h"
 #include "broadcast/BroadcastScan.h"
 #include "broadcast/SectionFile.h"
-#include "feed/MappedFile.h"
+#include "common/File.h"
 
 namespace applist::sim {
 namespace {
@@ -58,22 +58,22 @@ Result<Broadcast> Read(const std::string& file, std::string_view content,
     return ScanBroadcast(bytes, coding);
 }
 
-bool HasServices(const Moment& moment) {
-    return !moment.services.empty();
+bool HasServices(const Snapshot& snapshot) {
+    return !snapshot.services.empty();
 }
 
 }  // namespace
 
 Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextCoding> coding) {
-    const auto mapped = MapFile(file);
-    if (!mapped) {
-        return Result<Broadcast>::Failure(mapped.error());
+    const auto input = File::Read(file);
+    if (!input) {
+        return Result<Broadcast>::Failure(input.error());
     }
-    auto broadcast = Read(file, ContentOf(*mapped), coding);
+    auto broadcast = Read(file, input->content(), coding);
     if (!broadcast) {
         return Result<Broadcast>::Failure(file + ": " + broadcast.error());
     }
-    if (std::none_of(broadcast->moments.begin(), broadcast->moments.end(), HasServices)) {
+    if (std::none_of(broadcast->snapshots.begin(), broadcast->snapshots.end(), HasServices)) {
         const std::string damage = DamageRemark(file, broadcast->damage);
         return Result<Broadcast>::Failure(file + ": " + NO_BROADCAST +
                                           (damage.empty() ? "" : "\n" + damage));

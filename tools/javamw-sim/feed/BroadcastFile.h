@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "Result.h"
 #include "broadcast/Broadcast.h"
 #include "broadcast/Text.h"
+#include "common/Result.h"
 
 namespace applist::sim {
 

@@ -4,8 +4,7 @@
 
 #include <vector>
 
-#include "protocol/Item.h"
-#include "protocol/Protocol.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 

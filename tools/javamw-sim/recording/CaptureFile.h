@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "Result.h"
+#include "common/Result.h"
 #include "recording/RecordedMessage.h"
 
 /// Captures of a whole bus, as "busctl capture" writes them: pcapng or pcap with the link type of

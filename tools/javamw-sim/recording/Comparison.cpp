@@ -6,6 +6,10 @@
 #include <map>
 #include <utility>
 
+#include "common/JsonWriter.h"
+#include "common/Output.h"
+#include "link/Protocol.h"
+
 namespace applist::sim {
 namespace {
 
@@ -96,6 +100,164 @@ private:
 std::vector<Difference> Compare(const std::vector<Step>& first, const std::vector<Step>& second,
                                 std::optional<int64_t> tolerance) {
     return Comparer(first, second, tolerance).Run();
+}
+
+namespace {
+
+/// Turns a recording into steps.
+class StepMaker {
+public:
+    explicit StepMaker(bool names) : m_names(names) {}
+
+    void Take(const RecordedMessage& message) {
+        const std::string key = Key(message);
+        const std::string text = Text(message.kind, message.side) + ' ' + Describe(message);
+        if (message.kind == MessageKind::Call) {
+            m_calls[message.call] = {message.line, message.time, key, text};
+        } else {
+            AddAnswered(message, key, text);
+        }
+    }
+
+    std::vector<Step> Finish() {
+        for (auto& [number, call] : m_calls) {
+            call.text += ", not answered";
+            m_steps.push_back(std::move(call));
+        }
+        return std::move(m_steps);
+    }
+
+private:
+    void AddAnswered(const RecordedMessage& message, const std::string& key,
+                     const std::string& text) {
+        const auto call = m_calls.find(message.call);
+        if (message.call == 0 || call == m_calls.end()) {
+            m_steps.push_back({message.line, message.time, key, text});
+            return;
+        }
+        m_steps.push_back({call->second.line, message.time, call->second.key + '|' + key,
+                           call->second.text + " -> " + std::string(NameOf(message.kind)) + ' ' +
+                               Describe(message)});
+        m_calls.erase(call);
+    }
+
+    // The bus daemon's own name stays.
+    std::string Rename(const std::string& name, Side side) {
+        if (m_names || !name.starts_with(':')) {
+            return name;
+        }
+        const auto [known, isNew] = m_renamed.try_emplace(name);
+        if (isNew) {
+            known->second = std::string(NameOf(side)) + ' ' + std::to_string(++m_count[side]);
+        }
+        return known->second;
+    }
+
+    // An error's text names connections.
+    std::string Key(const RecordedMessage& message) {
+        const bool byName = m_names || message.kind != MessageKind::Error;
+        const std::string from = Rename(message.from, message.side);
+        const std::string to = Rename(message.to, Other(message.side));
+        return Text(message.kind, message.side) + '|' + from + '|' + to + '|' + message.name + '|' +
+               (byName ? message.text : std::string()) + '|' + ToHex(message.bytes);
+    }
+
+    static Side Other(Side side) {
+        return side == Side::Application ? Side::Middleware : Side::Application;
+    }
+
+    static std::string Text(MessageKind kind, Side side) {
+        return std::string(NameOf(side)) + ' ' + std::string(NameOf(kind));
+    }
+
+    bool m_names;
+    std::map<std::string, std::string> m_renamed;
+    std::map<Side, int> m_count;
+    std::map<uint64_t, Step> m_calls;  ///< Not answered yet.
+    std::vector<Step> m_steps;
+};
+
+}  // namespace
+
+std::vector<Step> StepsOf(const Recording& recording, bool names) {
+    StepMaker maker(names);
+    for (const RecordedMessage& message : recording.messages) {
+        maker.Take(message);
+    }
+    return maker.Finish();
+}
+
+namespace {
+
+std::string StepLine(char sign, const std::string& file, const Step& step) {
+    const std::string line = step.line > 0 ? ':' + std::to_string(step.line) : std::string();
+    return std::string(1, sign) + ' ' + file + line + ": " + step.text;
+}
+
+std::string After(const Step& step) {
+    return ", after " + std::to_string(step.time / 1000) + " ms";
+}
+
+std::string StepObject(int64_t number, const char* side, const std::string& file,
+                       const Step& step) {
+    return JsonWriter()
+        .Object()
+        .Text("type", "difference")
+        .Number("number", number)
+        .Text("side", side)
+        .Text("file", file)
+        .Number("line", static_cast<int64_t>(step.line))
+        .Number("us", step.time)
+        .Text("text", step.text)
+        .EndObject()
+        .Finish();
+}
+
+// One object for each side that has something to show.
+bool PrintObjects(const DifferenceReport& report) {
+    int64_t number = 0;
+    bool written = true;
+    for (const Difference& difference : report.differences) {
+        ++number;
+        if (difference.first) {
+            written = written &&
+                      WriteLine(StepObject(number, "first", report.firstFile, *difference.first));
+        }
+        if (difference.second) {
+            written = written && WriteLine(StepObject(number, "second", report.secondFile,
+                                                      *difference.second));
+        }
+    }
+    return written;
+}
+
+}  // namespace
+
+std::string DifferenceLines(const Difference& difference, const std::string& firstFile,
+                            const std::string& secondFile) {
+    if (!difference.second) {
+        return StepLine('-', firstFile, *difference.first);
+    }
+    if (!difference.first) {
+        return StepLine('+', secondFile, *difference.second);
+    }
+    return StepLine('-', firstFile, *difference.first) + After(*difference.first) + '\n' +
+           StepLine('+', secondFile, *difference.second) + After(*difference.second);
+}
+
+bool PrintReport(const DifferenceReport& report) {
+    if (report.json) {
+        return PrintObjects(report);
+    }
+    for (const Difference& difference : report.differences) {
+        if (!WriteLine(DifferenceLines(difference, report.firstFile, report.secondFile))) {
+            return false;
+        }
+    }
+    const size_t count = report.differences.size();
+    return WriteLine(count == 0
+                         ? report.same
+                         : std::to_string(count) + (count == 1 ? " difference" : " differences"));
 }
 
 }  // namespace applist::sim

@@ -50,8 +50,8 @@ std::vector<Conversation> ConversationsOf(const Recording& recording) {
     return conversations;
 }
 
-std::vector<Utterance> UtterancesOf(const Conversation& conversation) {
-    std::vector<Utterance> utterances;
+std::vector<SentMessage> SentMessagesOf(const Conversation& conversation) {
+    std::vector<SentMessage> sent;
     size_t answers = 0;
     const auto& messages = conversation.recording.messages;
     const int64_t begin = messages.empty() ? 0 : messages.front().time;
@@ -59,10 +59,10 @@ std::vector<Utterance> UtterancesOf(const Conversation& conversation) {
         if (message.side == Side::Application) {
             answers += IsAnswer(message) ? 1 : 0;
         } else if (!IsAnswer(message)) {
-            utterances.push_back({message.kind, message.bytes, message.time - begin, answers});
+            sent.push_back({message.kind, message.bytes, message.time - begin, answers});
         }
     }
-    return utterances;
+    return sent;
 }
 
 Recording ApplicationSide(const Conversation& conversation) {

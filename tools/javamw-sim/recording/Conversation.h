@@ -20,7 +20,7 @@ struct Conversation {
 std::vector<Conversation> ConversationsOf(const Recording& recording);
 
 /// Something that the middleware sent.
-struct Utterance {
+struct SentMessage {
     MessageKind kind{};  ///< Call or Signal.
     Bytes bytes;
     int64_t time = 0;          ///< Microseconds since the first of the conversation.
@@ -28,7 +28,7 @@ struct Utterance {
 };
 
 /// What the middleware sent, in order.
-std::vector<Utterance> UtterancesOf(const Conversation& conversation);
+std::vector<SentMessage> SentMessagesOf(const Conversation& conversation);
 
 /// What the application said: its signals, and its answers with the calls that they are to. That
 /// it created its list counts once: how often it says so when both start at once is chance.

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "Output.h"
+#include "common/Output.h"
 
 namespace applist::sim {
 namespace {

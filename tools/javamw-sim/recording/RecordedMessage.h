@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "protocol/Protocol.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 

@@ -8,17 +8,12 @@
 
 #include <glib/gstdio.h>
 
-#include "bus/GioHandles.h"
+#include "common/File.h"
 #include "recording/CaptureFile.h"
 #include "recording/RecordingText.h"
 
 namespace applist::sim {
 namespace {
-
-struct UnmapFile {
-    void operator()(GMappedFile* file) const { g_mapped_file_unref(file); }
-};
-using MappedFile = std::unique_ptr<GMappedFile, UnmapFile>;
 
 struct UnrefDateTime {
     void operator()(GDateTime* time) const { g_date_time_unref(time); }
@@ -35,15 +30,11 @@ std::string Now() {
 }  // namespace
 
 Result<Recording> LoadRecording(const std::string& file) {
-    GError* error = nullptr;
-    const MappedFile mapped(g_mapped_file_new(file.c_str(), FALSE, &error));
-    if (!mapped) {
-        const bool missing = error->code == G_FILE_ERROR_NOENT;
-        const std::string reason = TakeMessage(error);
-        return Result<Recording>::Failure(file + ": " + (missing ? "no such file" : reason));
+    const auto input = File::Read(file);
+    if (!input) {
+        return Result<Recording>::Failure(input.error());
     }
-    const std::string_view content(g_mapped_file_get_contents(mapped.get()),
-                                   g_mapped_file_get_length(mapped.get()));
+    const std::string_view content = input->content();
     const bool capture = IsCapture(content);
     auto recording = capture ? ReadCapture(content) : ParseRecording(content);
     if (!recording) {

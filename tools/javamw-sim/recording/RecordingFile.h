@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "Result.h"
+#include "common/Result.h"
 #include "recording/RecordedMessage.h"
 
 namespace applist::sim {

@@ -10,9 +10,9 @@
 
 #include <json-glib/json-glib.h>
 
-#include "JsonWriter.h"
-#include "bus/GioHandles.h"
-#include "protocol/Hex.h"
+#include "common/JsonWriter.h"
+#include "link/GioHandles.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "Result.h"
+#include "common/Result.h"
 #include "recording/RecordedMessage.h"
 
 /// The text form of a recording: one JSON object on each line.

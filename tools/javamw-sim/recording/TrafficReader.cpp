@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "recording/TrafficReader.h"
 
-#include "bus/Names.h"
-#include "bus/Payload.h"
+#include "link/ChannelNames.h"
+#include "link/Connection.h"
 
 namespace applist::sim {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "bus/GioHandles.h"
+#include "link/GioHandles.h"
 #include "recording/RecordedMessage.h"
 
 namespace applist::sim {

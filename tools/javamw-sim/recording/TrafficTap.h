@@ -4,9 +4,12 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
-#include "bus/Connection.h"
+#include "common/Result.h"
+#include "link/Connection.h"
 #include "recording/RecordedMessage.h"
+#include "recording/RecordingFile.h"
 
 namespace applist::sim {
 
@@ -18,7 +21,7 @@ public:
     using Take = std::function<void(const RecordedMessage&)>;
 
     enum class Use {
-        Partner,  ///< The connection goes on doing its work.
+        Participant,  ///< The connection goes on doing its work.
         Monitor,  ///< The connection only looks: what others sent to each other goes no further.
     };
 
@@ -39,6 +42,27 @@ private:
     GDBusConnection* m_connection;
     std::shared_ptr<State> m_state;
     unsigned m_filter = 0;
+};
+
+/// Records what passes one connection into a file, from its beginning to its end.
+class SessionRecorder {
+public:
+    /// A partner's recorder also hears the announcements that the partner makes itself. connection
+    /// must outlive it. A failure names the file.
+    static Result<std::unique_ptr<SessionRecorder>> Start(GDBusConnection* connection,
+                                                          TrafficTap::Use use,
+                                                          const std::string& file);
+    SessionRecorder(GDBusConnection* connection, TrafficTap::Use use, RecordingFile file);
+
+    /// Ends the recording. The first error of writing it; empty for none. Once only.
+    std::string Finish();
+    /// How many messages the file holds. REQUIRES: finished.
+    size_t count() const { return m_file.count(); }
+
+private:
+    RecordingFile m_file;
+    Registration m_announcements;
+    std::unique_ptr<TrafficTap> m_tap;
 };
 
 }  // namespace applist::sim

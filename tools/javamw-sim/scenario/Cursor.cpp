@@ -7,7 +7,7 @@
 #include <limits>
 #include <utility>
 
-#include "protocol/Hex.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 namespace {

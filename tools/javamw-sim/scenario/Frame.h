@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <variant>
 
-#include "protocol/Protocol.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 

@@ -5,11 +5,322 @@
 #include <algorithm>
 #include <utility>
 
-#include "scenario/Grammar.h"
+#include "scenario/Cursor.h"
 
 namespace applist::sim {
-namespace grammar {
 namespace {
+
+/// A form of line and the function that reads the words after its keyword. The result counts only
+/// if the cursor has no error afterwards.
+struct Rule {
+    StatementForm form;
+    Action (*read)(Cursor&);
+};
+
+/// Takes a keyword of rules and the words that belong to it. what names the keyword in the message
+/// that it is missing.
+Action ReadByKeyword(Cursor& cursor, const std::vector<Rule>& rules, const std::string& what) {
+    for (const Rule& rule : rules) {
+        if (cursor.Skip(rule.form.keyword)) {
+            return rule.read(cursor);
+        }
+    }
+    const std::string word = cursor.Text(what);
+    cursor.Refuse("'" + word + "' is not " + what);
+    return rules.front().read(cursor);
+}
+
+// --- settings and the bus ---
+
+constexpr uint32_t MOST_REPETITIONS = 1000;
+
+Action ReadTimeout(Cursor& cursor) {
+    return SetTimeout{cursor.Time()};
+}
+
+Action ReadNote(Cursor& cursor) {
+    std::string text = cursor.Text("a text");
+    while (!cursor.AtEnd()) {
+        text += ' ' + cursor.Text("");
+    }
+    return Note{text};
+}
+
+Action ReadMiddleware(Cursor& cursor) {
+    return UseMiddleware{cursor.Text("a name")};
+}
+
+Action ReadHandshake(Cursor& cursor) {
+    enum { NORMAL, MANUAL, SKIP, REPEAT, DELAY };
+    const size_t kind = cursor.Choice({"normal", "manual", "skip", "repeat", "delay"});
+    if (kind == NORMAL || kind == MANUAL) {
+        return PlanHandshake{.announcement = std::nullopt, .times = kind == NORMAL ? 1U : 0U};
+    }
+    PlanHandshake plan{.announcement = cursor.OneOf(ANNOUNCEMENTS)};
+    if (kind == SKIP) {
+        plan.times = 0;
+    } else if (kind == REPEAT) {
+        plan.times = cursor.Number("how often", 2, MOST_REPETITIONS);
+    } else {
+        plan.delay = cursor.Time();
+    }
+    return plan;
+}
+
+Action ReadForget(Cursor& cursor) {
+    cursor.Choice({"events"});
+    return ForgetEvents{};
+}
+
+Action ReadJoin(Cursor& /*cursor*/) {
+    return Join{};
+}
+
+Action ReadVanish(Cursor& /*cursor*/) {
+    return Vanish{};
+}
+
+Action ReadRestart(Cursor& /*cursor*/) {
+    return Restart{};
+}
+
+Action ReadAnnounce(Cursor& cursor) {
+    return Announce{cursor.OneOf(ANNOUNCEMENTS)};
+}
+
+Action ReadWait(Cursor& cursor) {
+    if (cursor.Skip("connected")) {
+        return WaitForConnection{true, cursor.Within()};
+    }
+    if (cursor.Skip("disconnected")) {
+        return WaitForConnection{false, cursor.Within()};
+    }
+    return WaitFor{cursor.Time()};
+}
+
+std::vector<Rule> StageRules() {
+    return {
+        {{"timeout", "T", "How long waits and expectations have that say nothing"}, &ReadTimeout},
+        {{"note", "TEXT...", "Print a comment"}, &ReadNote},
+        {{"partner", "NAME", "Who acts from here on"}, &ReadMiddleware},
+        {{"handshake", "normal | manual | skip STEP | repeat STEP N | delay STEP T",
+          "How announcements are made"},
+         &ReadHandshake},
+        {{"forget", "events", "Drop what has come so far"}, &ReadForget},
+        {{"join", "", "Connect to the bus"}, &ReadJoin},
+        {{"vanish", "", "Leave the bus without a word"}, &ReadVanish},
+        {{"restart", "", "Vanish and join under a new unique name"}, &ReadRestart},
+        {{"announce", "STEP", "Announce syn, syn-ack or ack now"}, &ReadAnnounce},
+        {{"wait", "connected [within T] | disconnected [within T] | T", "Wait"}, &ReadWait},
+    };
+}
+
+// --- messages ---
+
+constexpr uint32_t LONGEST_SHORT_FRAME = 3;
+constexpr uint32_t MOST_BITS = 10000;
+constexpr uint32_t MOST_COPIES = 1000000;
+constexpr uint32_t LAST_SEED = 0xFFFFFFFF;
+
+Item ReadItemById(Cursor& cursor) {
+    ItemPattern pattern = cursor.Pattern();
+    return {std::move(pattern.id), pattern.name.value_or("")};
+}
+
+Items ReadItems(Cursor& cursor, Function function) {
+    switch (function) {
+        case Function::SetSelection:
+        case Function::RemoveItem:
+            return {ReadItemById(cursor)};
+        case Function::ModifyItem: {
+            Item old = ReadItemById(cursor);
+            return {std::move(old), cursor.Pair()};
+        }
+        case Function::AddItemAtEnd:
+            return {cursor.Pair()};
+        case Function::AddItems: {
+            Items items;
+            while (!cursor.AtEnd()) {
+                items.push_back(cursor.Pair());
+            }
+            return items;
+        }
+        case Function::GetSelection:
+        case Function::GetAllItems:
+        case Function::RemoveAllItems:
+        case Function::SetClicked:
+            break;
+    }
+    return {};
+}
+
+template <Function function>
+Action ReadCallOf(Cursor& cursor) {
+    return Send{.frame = RegularFrame{function, ReadItems(cursor, function)}};
+}
+
+RegularFrame ReadRegularFrame(Cursor& cursor) {
+    const Function function = cursor.TakeFunction();
+    return {function, ReadItems(cursor, function)};
+}
+
+Action ReadCall(Cursor& cursor) {
+    return Send{.frame = ReadRegularFrame(cursor)};
+}
+
+Action ReadSendHex(Cursor& cursor) {
+    return Send{.frame = RawFrame{cursor.Hex()}};
+}
+
+Action ReadSendShort(Cursor& cursor) {
+    return Send{.frame = RawFrame{
+                    Bytes(cursor.Number("the number of bytes", 0, LONGEST_SHORT_FRAME), '\xD0')}};
+}
+
+Action ReadSendHuge(Cursor& cursor) {
+    HugeFrame frame{.size = cursor.Size()};
+    if (!cursor.AtEnd()) {
+        frame.function = cursor.TakeFunction();
+    }
+    return Send{.frame = frame};
+}
+
+Action ReadSendFlipped(Cursor& cursor) {
+    const uint32_t seed = cursor.Number("the seed", 0, LAST_SEED);
+    const uint32_t bits = cursor.Number("the number of bits", 1, MOST_BITS);
+    return Send{.frame = FlippedFrame{ReadRegularFrame(cursor), seed, bits}};
+}
+
+Action ReadSendCut(Cursor& cursor) {
+    const size_t size = cursor.Size();
+    return Send{.frame = CutFrame{ReadRegularFrame(cursor), size}};
+}
+
+Action ReadSignalHex(Cursor& cursor) {
+    return Send{.frame = RawFrame{cursor.Hex()}, .asSignal = true};
+}
+
+std::vector<Rule> SingleRules() {
+    return {
+        {{"add", "ID=NAME...", "Call AddItems"}, &ReadCallOf<Function::AddItems>},
+        {{"append", "ID=NAME", "Call AddItemAtEnd"}, &ReadCallOf<Function::AddItemAtEnd>},
+        {{"remove", "ID", "Call RemoveItem"}, &ReadCallOf<Function::RemoveItem>},
+        {{"modify", "ID ID=NAME", "Call ModifyItem"}, &ReadCallOf<Function::ModifyItem>},
+        {{"select", "ID", "Call SetSelection"}, &ReadCallOf<Function::SetSelection>},
+        {{"clear", "", "Call RemoveAllItems"}, &ReadCallOf<Function::RemoveAllItems>},
+        {{"call", "FUNCTION [ARG...]", "Call any function"}, &ReadCall},
+        {{"send-hex", "HEX...", "Call with exactly these bytes"}, &ReadSendHex},
+        {{"send-short", "N", "Call with 0 to 3 bytes"}, &ReadSendShort},
+        {{"send-huge", "SIZE [FUNCTION]", "Call with so many bytes, most of them false"},
+         &ReadSendHuge},
+        {{"send-flipped", "SEED BITS FUNCTION [ARG...]", "Call with bits flipped"},
+         &ReadSendFlipped},
+        {{"send-cut", "SIZE FUNCTION [ARG...]", "Call with the payload cut off"}, &ReadSendCut},
+        {{"signal-hex", "HEX...", "Emit a signal with these bytes"}, &ReadSignalHex},
+    };
+}
+
+Send ReadMessage(Cursor& cursor) {
+    static const std::vector<Rule> RULES = SingleRules();
+    return std::get<Send>(ReadByKeyword(cursor, RULES, "a message"));
+}
+
+Action ReadPost(Cursor& cursor) {
+    Send send = ReadMessage(cursor);
+    send.awaitReply = false;
+    return send;
+}
+
+Action ReadFlood(Cursor& cursor) {
+    const uint32_t copies = cursor.Number("the number of messages", 1, MOST_COPIES);
+    Send send = ReadMessage(cursor);
+    send.copies = copies;
+    return send;
+}
+
+std::vector<Rule> MessageRules() {
+    std::vector<Rule> rules = SingleRules();
+    rules.push_back({{"post", "MESSAGE", "Send without waiting for the reply"}, &ReadPost});
+    rules.push_back(
+        {{"flood", "N MESSAGE", "Send N times, many at once; {n} is the number"}, &ReadFlood});
+    return rules;
+}
+
+// --- waits and expectations ---
+
+constexpr uint32_t MOST_EVENTS = 1000000;
+constexpr uint32_t MOST_ITEMS = 1000000;
+
+std::vector<ItemPattern> ReadPatterns(Cursor& cursor) {
+    std::vector<ItemPattern> patterns{cursor.Pattern()};
+    while (!cursor.AtEnd()) {
+        patterns.push_back(cursor.Pattern());
+    }
+    return patterns;
+}
+
+Action ReadEvent(Cursor& cursor) {
+    ExpectEvent expectation;
+    expectation.event = cursor.OneOf(EVENTS);
+    if (cursor.Skip("times")) {
+        expectation.times = cursor.Number("how often", 1, MOST_EVENTS);
+    }
+    expectation.within = cursor.Within();
+    return expectation;
+}
+
+Action ReadNoEvent(Cursor& cursor) {
+    cursor.Choice({"event"});
+    cursor.Choice({"for"});
+    return ExpectNoEvent{cursor.Time()};
+}
+
+Action ReadAnnouncement(Cursor& cursor) {
+    const Announcement announcement = cursor.OneOf(ANNOUNCEMENTS);
+    return ExpectAnnouncement{announcement, cursor.Within()};
+}
+
+Action ReadList(Cursor& cursor) {
+    return cursor.Skip("empty") ? ExpectList{} : ExpectList{ReadPatterns(cursor)};
+}
+
+Action ReadCount(Cursor& cursor) {
+    return ExpectCount{cursor.Number("the number of items", 0, MOST_ITEMS)};
+}
+
+Action ReadSelection(Cursor& cursor) {
+    return cursor.Skip("none") ? ExpectSelection{} : ExpectSelection{cursor.Pattern()};
+}
+
+Action ReadReply(Cursor& cursor) {
+    if (cursor.Skip("empty")) {
+        return ExpectReply{Bytes()};
+    }
+    if (cursor.Skip("hex")) {
+        return ExpectReply{cursor.Hex()};
+    }
+    return ExpectReply{ReadPatterns(cursor)};
+}
+
+Action ReadError(Cursor& cursor) {
+    return ExpectError{cursor.AtEnd() ? std::string() : cursor.Text("")};
+}
+
+std::vector<Rule> ExpectationRules() {
+    return {
+        {{"event", "NAME [times N] [within T]", "The next event is this"}, &ReadEvent},
+        {{"no", "event for T", "No event comes for so long"}, &ReadNoEvent},
+        {{"announcement", "STEP [within T]", "The next announcement heard is this"},
+         &ReadAnnouncement},
+        {{"list", "empty | ID[=NAME]...", "The list holds these, in this order"}, &ReadList},
+        {{"count", "N", "The list holds so many items"}, &ReadCount},
+        {{"selection", "none | ID[=NAME]", "This is selected"}, &ReadSelection},
+        {{"reply", "empty | hex HEX... | ID[=NAME]...", "The last call returned this"}, &ReadReply},
+        {{"error", "[TEXT]", "The last call failed"}, &ReadError},
+    };
+}
+
+// --- all statements ---
 
 Action ReadExpect(Cursor& cursor) {
     static const std::vector<Rule> RULES = ExpectationRules();
@@ -43,23 +354,6 @@ std::vector<StatementForm> AllForms() {
     return forms;
 }
 
-}  // namespace
-
-Action ReadByKeyword(Cursor& cursor, const std::vector<Rule>& rules, const std::string& what) {
-    for (const Rule& rule : rules) {
-        if (cursor.Skip(rule.form.keyword)) {
-            return rule.read(cursor);
-        }
-    }
-    const std::string word = cursor.Text(what);
-    cursor.Refuse("'" + word + "' is not " + what);
-    return rules.front().read(cursor);
-}
-
-}  // namespace grammar
-
-namespace {
-
 std::string AsWritten(std::string_view text, size_t end) {
     const size_t begin = text.find_first_not_of(" \t");
     return std::string(text.substr(begin, end - begin));
@@ -81,7 +375,7 @@ ParsedLine ParseStatement(std::string_view text, size_t line) {
         return result;
     }
     Cursor cursor(split);
-    Action action = grammar::ReadByKeyword(cursor, grammar::Rules(), "a statement");
+    Action action = ReadByKeyword(cursor, Rules(), "a statement");
     cursor.End();
     if (cursor.error()) {
         result.error = {line, cursor.error()->column, cursor.error()->message};
@@ -108,7 +402,7 @@ ParsedScenario ParseScenario(std::string_view text) {
 }
 
 const std::vector<StatementForm>& StatementForms() {
-    static const std::vector<StatementForm> FORMS = grammar::AllForms();
+    static const std::vector<StatementForm> FORMS = AllForms();
     return FORMS;
 }
 

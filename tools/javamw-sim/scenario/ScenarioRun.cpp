@@ -8,29 +8,14 @@
 
 #include <glib-unix.h>
 
-#include "Output.h"
+#include "common/File.h"
+#include "common/Output.h"
 
 namespace applist::sim {
 namespace {
 
 // What is seen in a long wait would bury the reason; the end of it tells most.
 constexpr size_t MOST_SEEN = 20;
-
-Result<std::string> ReadFile(const std::string& file) {
-    GError* error = nullptr;
-    char* content = nullptr;
-    size_t size = 0;
-    const std::string path = file == "-" ? "/dev/stdin" : file;
-    if (g_file_get_contents(path.c_str(), &content, &size, &error) == FALSE) {
-        const std::string reason =
-            error->code == G_FILE_ERROR_NOENT ? "no such file" : error->message;
-        g_error_free(error);
-        return Result<std::string>::Failure(file + ": " + reason);
-    }
-    std::string text(content, size);
-    g_free(content);
-    return text;
-}
 
 size_t PointsOf(const Scenario& scenario) {
     return static_cast<size_t>(
@@ -41,11 +26,11 @@ size_t PointsOf(const Scenario& scenario) {
 }  // namespace
 
 Result<Scenario> LoadScenario(const std::string& file) {
-    const auto text = ReadFile(file);
+    const auto text = File::Read(file);
     if (!text) {
         return Result<Scenario>::Failure(text.error());
     }
-    ParsedScenario parsed = ParseScenario(*text);
+    ParsedScenario parsed = ParseScenario(text->content());
     std::string errors;
     for (const ScenarioError& error : parsed.errors) {
         errors += (errors.empty() ? "" : "\n") + file + ':' + std::to_string(error.line) + ':' +
@@ -84,9 +69,10 @@ void ScenarioRun::WatchSignals() {
 void ScenarioRun::Play(const Scenario& scenario) {
     m_failedAt.clear();
     m_seen.clear();
-    m_executor = std::make_unique<Executor>(
-        m_options.address, [this](const Partner& partner, const std::string& happening) {
-            m_seen.push_back(partner.name() + ": " + happening);
+    m_runner = std::make_unique<StatementRunner>(
+        m_options.address,
+        [this](const ScriptedMiddleware& middleware, const std::string& happening) {
+            m_seen.push_back(middleware.name() + ": " + happening);
         });
     for (size_t i = 0; i < scenario.statements.size() && !m_end; ++i) {
         PlayStatement(scenario, i);
@@ -109,7 +95,7 @@ void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
     const bool errorExpected =
         index + 1 < scenario.statements.size() &&
         std::holds_alternative<ExpectError>(scenario.statements[index + 1].action);
-    const Outcome outcome = m_executor->Execute(statement.action, errorExpected);
+    const Outcome outcome = m_runner->Execute(statement.action, errorExpected);
     if (!setting || outcome.verdict != Verdict::Held) {
         Take(outcome, where + ' ' + statement.text, where);
     }
@@ -155,7 +141,7 @@ void ScenarioRun::End(ExitCode code) {
 }
 
 int ScenarioRun::cb_Interrupted(void* run) noexcept {
-    static_cast<ScenarioRun*>(run)->m_executor->Interrupt();
+    static_cast<ScenarioRun*>(run)->m_runner->Interrupt();
     return G_SOURCE_CONTINUE;
 }
 

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "ExitCode.h"
-#include "Result.h"
-#include "scenario/Executor.h"
+#include "common/Output.h"
+#include "common/Result.h"
 #include "scenario/Parser.h"
+#include "scenario/StatementRunner.h"
 #include "scenario/Tap.h"
 
 namespace applist::sim {
@@ -50,7 +50,7 @@ private:
     ScenarioOptions m_options;
     std::vector<Scenario> m_scenarios;
     Tap m_tap;
-    std::unique_ptr<Executor> m_executor;
+    std::unique_ptr<StatementRunner> m_runner;
     std::vector<Registration> m_signals;
     std::vector<std::string> m_seen;
     std::string m_failedAt;  ///< In this scenario; empty if all has held.

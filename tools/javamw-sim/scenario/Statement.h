@@ -8,8 +8,8 @@
 #include <variant>
 #include <vector>
 
-#include "bus/Handshake.h"
-#include "protocol/Protocol.h"
+#include "link/Handshake.h"
+#include "link/Protocol.h"
 #include "scenario/Frame.h"
 
 /// What the lines of a scenario mean: plain values, nothing is done yet.
@@ -28,10 +28,10 @@ struct Note {
     std::string text;
 };
 /// Who acts from here on: one of several middlewares, each with a connection of its own.
-struct UsePartner {
+struct UseMiddleware {
     std::string name;
 };
-/// How the acting partner makes its announcements from here on; all of them if none is named.
+/// How the acting middleware makes its announcements from here on; all of them if none is named.
 struct PlanHandshake {
     std::optional<Announcement> announcement;
     unsigned times = 1;  ///< 0 to skip it.
@@ -111,9 +111,9 @@ struct ExpectError {
     std::string text;
 };
 
-using Action = std::variant<SetTimeout, Note, UsePartner, PlanHandshake, ForgetEvents, Join, Vanish,
-                            Restart, Announce, Send, WaitFor, WaitForConnection, ExpectEvent,
-                            ExpectNoEvent, ExpectAnnouncement, ExpectList, ExpectCount,
+using Action = std::variant<SetTimeout, Note, UseMiddleware, PlanHandshake, ForgetEvents, Join,
+                            Vanish, Restart, Announce, Send, WaitFor, WaitForConnection,
+                            ExpectEvent, ExpectNoEvent, ExpectAnnouncement, ExpectList, ExpectCount,
                             ExpectSelection, ExpectReply, ExpectError>;
 
 /// One line that does something.
@@ -126,7 +126,7 @@ struct Statement {
 /// True for what only sets something and cannot fail.
 inline bool IsSetting(const Action& action) {
     return std::holds_alternative<SetTimeout>(action) || std::holds_alternative<Note>(action) ||
-           std::holds_alternative<UsePartner>(action) ||
+           std::holds_alternative<UseMiddleware>(action) ||
            std::holds_alternative<PlanHandshake>(action) ||
            std::holds_alternative<ForgetEvents>(action);
 }

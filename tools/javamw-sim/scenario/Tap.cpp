@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "scenario/Tap.h"
 
-#include "Output.h"
+#include "common/Output.h"
 
 namespace applist::sim {
 namespace {

@@ -6,8 +6,8 @@
 #include <glib.h>
 #include <variant>
 
-#include "bus/Names.h"
-#include "protocol/Protocol.h"
+#include "link/ChannelNames.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Result.h"
+#include "common/Result.h"
 #include "scenario/Statement.h"
 
 namespace applist::sim {

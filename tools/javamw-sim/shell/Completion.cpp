@@ -7,7 +7,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "protocol/Protocol.h"
+#include "link/Protocol.h"
 #include "scenario/Parser.h"
 
 namespace applist::sim {

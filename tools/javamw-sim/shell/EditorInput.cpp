@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <glib.h>
 #include <histedit.h>
 #include <unistd.h>
 #include <utility>
@@ -13,11 +14,37 @@
 #include <glib-unix.h>
 #include <sys/ioctl.h>
 
-#include "Output.h"
+#include "common/Output.h"
 #include "shell/Completion.h"
-#include "shell/ScreenRows.h"
 
 namespace applist::sim {
+namespace {
+
+size_t WidthOf(gunichar character) {
+    if (g_unichar_iszerowidth(character) != FALSE) {
+        return 0;
+    }
+    return g_unichar_iswide(character) != FALSE ? 2 : 1;
+}
+
+}  // namespace
+
+size_t ColumnsOf(std::string_view text) {
+    size_t columns = 0;
+    const char* end = text.data() + text.size();
+    for (const char* at = text.data(); at < end;) {
+        const gunichar character = g_utf8_get_char_validated(at, end - at);
+        const bool valid = static_cast<gint32>(character) >= 0;
+        columns += valid ? WidthOf(character) : 1;
+        at += valid ? g_unichar_to_utf8(character, nullptr) : 1;
+    }
+    return columns;
+}
+
+size_t RowsAbove(std::string_view text, size_t columns) {
+    return ColumnsOf(text) / columns;
+}
+
 namespace {
 
 constexpr int HISTORY_SIZE = 1000;

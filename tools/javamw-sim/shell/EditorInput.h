@@ -2,14 +2,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "bus/GioHandles.h"
+#include "link/GioHandles.h"
 #include "shell/LineInput.h"
+
+namespace applist::sim {
+
+/// How many columns of a screen the characters of text take; text is UTF-8.
+size_t ColumnsOf(std::string_view text);
+
+/// How many rows above the cursor text begins on a screen of so many columns, when the cursor is
+/// right behind it.
+size_t RowsAbove(std::string_view text, size_t columns);
+
+}  // namespace applist::sim
 
 using EditLine = struct editline;
 using History = struct history;

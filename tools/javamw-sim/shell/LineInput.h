@@ -4,6 +4,9 @@
 
 #include <functional>
 #include <string>
+#include <utility>
+
+#include "link/GioHandles.h"
 
 namespace applist::sim {
 
@@ -31,6 +34,27 @@ public:
     virtual bool Print(const std::string& line) = 0;
     /// Drops what has been typed of a line; false if nothing has.
     virtual bool Discard() = 0;
+};
+
+/// Lines from a pipe or a file.
+class StreamInput : public LineInput {
+public:
+    /// file is a descriptor that must outlive the input.
+    StreamInput(int file, Listener listener) : m_file(file), m_listener(std::move(listener)) {}
+
+    void Resume(const std::string& prompt) override;
+    void Pause() override { m_source.Release(); }
+    bool Print(const std::string& line) override;
+    bool Discard() override { return false; }
+
+private:
+    void Read();
+    static int cb_Readable(int file, GIOCondition, void* input) noexcept;
+
+    int m_file;
+    Listener m_listener;
+    Registration m_source;
+    std::string m_pending;  ///< A line that has not ended.
 };
 
 }  // namespace applist::sim

@@ -9,11 +9,11 @@
 
 #include <glib-unix.h>
 
-#include "Output.h"
+#include "common/Output.h"
 #include "shell/Busctl.h"
 #include "shell/Completion.h"
 #include "shell/EditorInput.h"
-#include "shell/StreamInput.h"
+#include "shell/LineInput.h"
 
 namespace applist::sim {
 namespace {
@@ -38,14 +38,13 @@ Shell::Shell(ShellOptions options)
     : m_options(std::move(options)),
       m_person(IsPerson()),
       m_output(m_options.json, !m_options.json && OutputTakesColours()),
-      m_executor(
+      m_runner(
           m_options.address,
-          [this](const Partner& partner, const std::string& happening) {
-              OnHappening(partner, happening);
+          [this](const ScriptedMiddleware& middleware, const std::string& happening) {
+              OnHappening(middleware, happening);
           },
-          [this](const Partner& partner, const Notification& event, const SelectedItem& choice) {
-              OnChoice(partner, event, choice);
-          }) {}
+          [this](const ScriptedMiddleware& middleware, const Notification& event,
+                 const SelectedItem& choice) { OnChoice(middleware, event, choice); }) {}
 
 Shell::~Shell() = default;
 
@@ -53,7 +52,7 @@ ExitCode Shell::Run() {
     OpenInput();
     WatchSignals();
     if (!m_options.offline) {
-        const Outcome joined = m_executor.Execute(Join());
+        const Outcome joined = m_runner.Execute(Join());
         if (joined.verdict == Verdict::NoBus) {
             Fail("join", joined.problem, ExitCode::NoBus);
             End(ExitCode::NoBus);
@@ -64,7 +63,7 @@ ExitCode Shell::Run() {
     }
     if (!m_end) {
         SettlePending(nullptr);
-        m_executor.FinishChoices();
+        m_runner.FinishChoices();
     }
     return m_end.value_or(ExitCode::Success);
 }
@@ -91,7 +90,7 @@ void Shell::WatchSignals() {
 
 std::optional<std::string> Shell::NextLine() {
     if (m_lines.empty() && !m_inputEnded && !m_end) {
-        m_input->Resume(m_executor.partner().name() + "> ");
+        m_input->Resume(m_runner.middleware().name() + "> ");
         while (m_lines.empty() && !m_inputEnded && !m_end) {
             g_main_context_iteration(nullptr, TRUE);
         }
@@ -131,7 +130,7 @@ bool Shell::DoCommand(const std::string& line) {
         PrintBusctl(rest);
     } else if (word == "quit" && rest.empty()) {
         SettlePending(nullptr);
-        m_executor.FinishChoices();
+        m_runner.FinishChoices();
         End(ExitCode::Success);
     } else {
         return false;
@@ -147,7 +146,7 @@ void Shell::DoStatement(const Statement& statement) {
         m_last = statement.action;
     }
     m_executing = true;
-    const Outcome outcome = m_executor.Execute(statement.action);
+    const Outcome outcome = m_runner.Execute(statement.action);
     m_executing = false;
     Learn(statement.action, outcome);
     Judge(statement, outcome);
@@ -167,7 +166,7 @@ void Shell::Judge(const Statement& statement, const Outcome& outcome) {
             break;
         case Verdict::Failed:
             if (!m_person && std::holds_alternative<Send>(statement.action) &&
-                HasError(m_executor.partner().lastReply())) {
+                HasError(m_runner.middleware().lastReply())) {
                 m_pending = {statement, outcome.problem};
             } else {
                 Fail(statement.text, outcome.problem, ExitCode::CallFailed);
@@ -240,7 +239,7 @@ void Shell::PrintBusctl(const std::string& text) {
         return;
     }
     const auto lines =
-        BusctlLines(*action, {m_options.address, m_executor.partner().application()});
+        BusctlLines(*action, {m_options.address, m_runner.middleware().application()});
     if (!lines) {
         Fail("busctl " + text, lines.error(), ExitCode::CallFailed);
         return;
@@ -269,9 +268,9 @@ void Shell::Fail(const std::string& statement, const std::string& problem, ExitC
     }
 }
 
-void Shell::OnHappening(const Partner& partner, const std::string& happening) {
-    Show(m_output.Happening(partner.name(), happening));
-    if (!partner.busProblem().empty()) {
+void Shell::OnHappening(const ScriptedMiddleware& middleware, const std::string& happening) {
+    Show(m_output.Happening(middleware.name(), happening));
+    if (!middleware.busProblem().empty()) {
         End(ExitCode::NoBus);
     }
 }
@@ -279,7 +278,7 @@ void Shell::OnHappening(const Partner& partner, const std::string& happening) {
 // What is under way ends first, then what is being typed, then the shell.
 void Shell::OnInterrupted() {
     if (m_executing) {
-        m_executor.Interrupt();
+        m_runner.Interrupt();
     } else if (!m_input->Discard()) {
         End(ExitCode::Success);
     }
@@ -296,7 +295,7 @@ int Shell::cb_Interrupted(void* shell) noexcept {
 
 int Shell::cb_Terminated(void* shell) noexcept {
     auto* self = static_cast<Shell*>(shell);
-    self->m_executor.Interrupt();
+    self->m_runner.Interrupt();
     self->End(ExitCode::Success);
     return G_SOURCE_CONTINUE;
 }

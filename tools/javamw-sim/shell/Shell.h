@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "ExitCode.h"
-#include "bus/GioHandles.h"
-#include "scenario/Executor.h"
+#include "common/Output.h"
+#include "link/GioHandles.h"
 #include "scenario/Parser.h"
+#include "scenario/StatementRunner.h"
 #include "shell/LineInput.h"
 #include "shell/ShellOutput.h"
 
@@ -64,9 +64,10 @@ private:
         Fail(statement, problem, code, m_lineNumber);
     }
     void Fail(const std::string& statement, const std::string& problem, ExitCode code, size_t line);
-    void OnHappening(const Partner& partner, const std::string& happening);
-    void OnChoice(const Partner& partner, const Notification& event, const SelectedItem& choice) {
-        Show(m_output.Choice(partner.name(), event, choice));
+    void OnHappening(const ScriptedMiddleware& middleware, const std::string& happening);
+    void OnChoice(const ScriptedMiddleware& middleware, const Notification& event,
+                  const SelectedItem& choice) {
+        Show(m_output.Choice(middleware.name(), event, choice));
     }
     void OnInterrupted();
     void End(ExitCode code);
@@ -76,7 +77,7 @@ private:
     ShellOptions m_options;
     bool m_person;  ///< Somebody types; otherwise lines come from a pipe.
     ShellOutput m_output;
-    Executor m_executor;
+    StatementRunner m_runner;
     std::unique_ptr<LineInput> m_input;
     std::vector<Registration> m_signals;
     std::deque<std::string> m_lines;

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "JsonWriter.h"
-#include "Output.h"
+#include "common/JsonWriter.h"
+#include "common/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -23,23 +23,24 @@ std::string ItemObject(const Item& item) {
 
 }  // namespace
 
-std::string ShellOutput::Happening(const std::string& partner, const std::string& happening) const {
+std::string ShellOutput::Happening(const std::string& middleware,
+                                   const std::string& happening) const {
     return m_json ? Begin("happening")
-                        .Text("partner", partner)
+                        .Text("partner", middleware)
                         .Text("text", happening)
                         .EndObject()
                         .Finish()
-                  : In(colour::QUIET, OneLine(partner + ": " + happening));
+                  : In(colour::QUIET, OneLine(middleware + ": " + happening));
 }
 
-std::string ShellOutput::Choice(const std::string& partner, const Notification& event,
+std::string ShellOutput::Choice(const std::string& middleware, const Notification& event,
                                 const SelectedItem& choice) const {
     if (!m_json) {
-        return In(colour::QUIET, OneLine(partner + ": " + DescribeNotification(event)) + ' ' +
+        return In(colour::QUIET, OneLine(middleware + ": " + DescribeNotification(event)) + ' ' +
                                      DescribeSelection(event.event, choice));
     }
     JsonWriter writer = Begin("happening");
-    writer.Text("partner", partner).Text("text", DescribeNotification(event));
+    writer.Text("partner", middleware).Text("text", DescribeNotification(event));
     if (choice.item) {
         writer.Object("selection").Text("id", choice.item->id).Text("name", choice.item->name);
         writer.EndObject();

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "protocol/SelectionReader.h"
+#include "link/SelectionReader.h"
 
 namespace applist::sim {
 
@@ -15,9 +15,9 @@ class ShellOutput {
 public:
     ShellOutput(bool json, bool colours) : m_json(json), m_colours(colours) {}
 
-    std::string Happening(const std::string& partner, const std::string& happening) const;
+    std::string Happening(const std::string& middleware, const std::string& happening) const;
     /// An event 3 and the item that the viewer chose.
-    std::string Choice(const std::string& partner, const Notification& event,
+    std::string Choice(const std::string& middleware, const Notification& event,
                        const SelectedItem& choice) const;
     /// A statement that held.
     std::string Held(const std::string& statement) const;

@@ -1,0 +1,173 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <deque>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "common/Output.h"
+#include "middleware/Watch.h"
+
+namespace applist::sim {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string APPLICATION = ":1.5";
+
+/// An application that answers when the test says so.
+class FakeCaller : public MessageCaller {
+public:
+    void Call(const std::string& application, const Bytes& message, Done done) override {
+        EXPECT_EQ(message, EncodeCall(Function::GetSelection, {}));
+        calls.push_back({application, std::move(done)});
+    }
+
+    // Answers the call of that number with one item.
+    void Answer(size_t call, const Item& item) {
+        Bytes payload = EncodeCall(Function::SetSelection, {item});
+        payload.resize(payload.size() - 4);
+        calls.at(call).second(payload);
+    }
+
+    void Fail(size_t call, const std::string& error) {
+        calls.at(call).second(Result<Bytes>::Failure(error));
+    }
+
+    std::deque<std::pair<std::string, Done>> calls;
+};
+
+class EventLogTest : public testing::Test {
+protected:
+    void Add(Event event, const std::string& application = APPLICATION) {
+        m_log.Add(application, {event, 0});
+    }
+
+    FakeCaller m_caller;
+    std::vector<std::string> m_lines;
+    ListClient m_client{m_caller};
+    std::unique_ptr<Report> m_report = TextReport(false);
+    EventLog m_log{m_client, *m_report,
+                   [this](const std::string& line) { m_lines.push_back(line); }};
+};
+
+TEST_F(EventLogTest, PrintsAnEventWithTheSelectionOnceThatIsKnown) {
+    Add(Event::ItemSelected);
+    EXPECT_THAT(m_lines, IsEmpty());
+    EXPECT_EQ(m_caller.calls.at(0).first, APPLICATION);
+    m_caller.Answer(0, {"w1", "Weather"});
+    EXPECT_THAT(m_lines, ElementsAre("event 2 ItemSelected selection w1\tWeather"));
+}
+
+TEST_F(EventLogTest, SaysWhenNothingIsSelected) {
+    Add(Event::LocalCreated);
+    m_caller.Answer(0, {});
+    EXPECT_THAT(m_lines, ElementsAre("event 4 LocalCreated selection none"));
+}
+
+TEST_F(EventLogTest, KeepsTheOrderOfTheEventsWhateverTheOrderOfTheAnswers) {
+    Add(Event::ItemChanged);
+    Add(Event::ItemSelected);
+    m_caller.Answer(1, {"b", "B"});
+    EXPECT_THAT(m_lines, IsEmpty());
+    m_caller.Answer(0, {"a", "A"});
+    EXPECT_THAT(m_lines, ElementsAre("event 1 ItemChanged selection a\tA",
+                                     "event 2 ItemSelected selection b\tB"));
+}
+
+TEST_F(EventLogTest, SaysWhyTheSelectionCannotBeRead) {
+    for (size_t i = 0; i < 3; ++i) {
+        Add(Event::ItemChanged);
+    }
+    m_caller.Fail(0, "gone\naway");
+    m_caller.calls.at(1).second(Bytes{1, 2, 3});
+    m_caller.calls.at(2).second(Bytes());
+    EXPECT_THAT(m_lines,
+                ElementsAre("event 1 ItemChanged selection unreadable: gone\\x0aaway",
+                            "event 1 ItemChanged selection unreadable: the reply of 3 bytes is no "
+                            "list of items",
+                            "event 1 ItemChanged selection unreadable: 0 items in the reply"));
+}
+
+TEST_F(EventLogTest, CompletesTheEventsOfAnApplicationThatEnded) {
+    Add(Event::ItemChanged);
+    Add(Event::ItemChanged, ":1.6");
+    m_log.Lost(APPLICATION);
+    EXPECT_THAT(m_lines,
+                ElementsAre("event 1 ItemChanged selection unreadable: the application ended"));
+    m_caller.Answer(0, {"late", "Late"});
+    m_caller.Answer(1, {"a", "A"});
+    EXPECT_EQ(m_lines.size(), 2U);
+    EXPECT_EQ(m_lines.back(), "event 1 ItemChanged selection a\tA");
+}
+
+TEST_F(EventLogTest, PrintsTheChoiceThatTheApplicationAnswers) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemClicked);
+    m_caller.Answer(1, {"b", "B"});
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
+}
+
+TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnded) {
+    Add(Event::ItemSelected);
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    m_caller.Answer(1, {"b", "B"});
+    Add(Event::ItemChanged);
+    m_caller.Answer(2, {"c", "C"});
+    Add(Event::ItemClicked);
+    m_log.Lost(APPLICATION);
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
+}
+
+TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheCallFails) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemClicked);
+    m_caller.Fail(1, "gone");
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose a\tA");
+}
+
+// The viewer moved on after the item that the older answer names.
+TEST_F(EventLogTest, NeverTakesTheChoiceFromAnOlderSelection) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemSelected);
+    Add(Event::ItemClicked);
+    m_log.Lost(APPLICATION);
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
+}
+
+TEST_F(EventLogTest, DoesNotTakeTheChoiceFromASelectionThatCouldNotBeRead) {
+    Add(Event::ItemSelected);
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemSelected);
+    m_caller.Fail(1, "busy");
+    Add(Event::ItemClicked);
+    m_caller.Fail(2, "gone");
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: gone");
+}
+
+TEST_F(EventLogTest, DoesNotTakeTheChoiceFromAnotherApplication) {
+    Add(Event::ItemSelected, ":1.6");
+    m_caller.Answer(0, {"a", "A"});
+    Add(Event::ItemClicked);
+    m_log.Lost(APPLICATION);
+    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
+}
+
+TEST_F(EventLogTest, PrintsUnknownEventsAndPayloads) {
+    m_log.Add(APPLICATION, {static_cast<Event>(77), 3});
+    m_caller.Answer(0, {});
+    EXPECT_THAT(m_lines, ElementsAre("event 77 Unknown with 3 unexpected bytes selection none"));
+}
+
+TEST(Output, KeepsAnItemOnOneLine) {
+    EXPECT_EQ(ItemLine({"a\tb", "Caff\u00e8\n\x7F\\n"}), "a\\x09b\tCaff\u00e8\\x0a\\x7f\\\\n");
+}
+
+}  // namespace
+}  // namespace applist::sim

@@ -1,0 +1,263 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <string>
+#include <variant>
+
+#include <gmock/gmock.h>
+
+#include "scenario/Parser.h"
+
+namespace applist::sim {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+/// What a line means; the test fails if it means nothing, or something else.
+template <typename Kind>
+Kind Parsed(const std::string& line) {
+    const ParsedLine parsed = ParseStatement(line);
+    EXPECT_FALSE(parsed.error) << line << ": " << parsed.error->message;
+    const bool fits = parsed.statement && std::holds_alternative<Kind>(parsed.statement->action);
+    EXPECT_TRUE(fits) << line;
+    return fits ? std::get<Kind>(parsed.statement->action) : Kind();
+}
+
+template <typename Kind>
+Kind Frame(const std::string& line) {
+    const Send send = Parsed<Send>(line);
+    EXPECT_TRUE(std::holds_alternative<Kind>(send.frame)) << line;
+    const Kind* frame = std::get_if<Kind>(&send.frame);
+    return frame != nullptr ? *frame : Kind();
+}
+
+std::string Error(const std::string& line) {
+    const ParsedLine parsed = ParseStatement(line);
+    EXPECT_FALSE(parsed.statement) << line;
+    return parsed.error ? std::to_string(parsed.error->column) + ": " + parsed.error->message
+                        : "none";
+}
+
+TEST(ScenarioParser, ReadsSettings) {
+    EXPECT_EQ(Parsed<SetTimeout>("timeout 200ms").duration, Duration(200));
+    EXPECT_EQ(Parsed<SetTimeout>("timeout 5s").duration, Duration(5000));
+    EXPECT_EQ(Parsed<SetTimeout>("timeout 2min").duration, Duration(120000));
+    EXPECT_EQ(Parsed<Note>("note all \"is  well\"").text, "all is  well");
+    EXPECT_EQ(Parsed<UseMiddleware>("partner second").name, "second");
+    Parsed<ForgetEvents>("forget events");
+}
+
+TEST(ScenarioParser, ReadsPlansOfTheHandshake) {
+    EXPECT_EQ(Parsed<PlanHandshake>("handshake normal").times, 1U);
+    EXPECT_EQ(Parsed<PlanHandshake>("handshake manual").times, 0U);
+    EXPECT_EQ(Parsed<PlanHandshake>("handshake manual").announcement, std::nullopt);
+    const auto skip = Parsed<PlanHandshake>("handshake skip syn-ack");
+    EXPECT_EQ(skip.announcement, Announcement::SynAck);
+    EXPECT_EQ(skip.times, 0U);
+    EXPECT_EQ(Parsed<PlanHandshake>("handshake repeat syn 3").times, 3U);
+    const auto delay = Parsed<PlanHandshake>("handshake delay ack 1s");
+    EXPECT_EQ(delay.announcement, Announcement::Ack);
+    EXPECT_EQ(delay.times, 1U);
+    EXPECT_EQ(delay.delay, Duration(1000));
+}
+
+TEST(ScenarioParser, ReadsWhatPartnersDoOnTheBus) {
+    Parsed<Join>("join");
+    Parsed<Vanish>("vanish");
+    Parsed<Restart>("restart");
+    EXPECT_EQ(Parsed<Announce>("announce ack").announcement, Announcement::Ack);
+}
+
+TEST(ScenarioParser, ReadsWaits) {
+    EXPECT_EQ(Parsed<WaitFor>("wait 10ms").duration, Duration(10));
+    EXPECT_TRUE(Parsed<WaitForConnection>("wait connected").connected);
+    EXPECT_EQ(Parsed<WaitForConnection>("wait connected").within, std::nullopt);
+    const auto gone = Parsed<WaitForConnection>("wait disconnected within 3s");
+    EXPECT_FALSE(gone.connected);
+    EXPECT_EQ(gone.within, Duration(3000));
+}
+
+void ExpectCall(const std::string& line, Function function, const Items& items) {
+    const auto frame = Frame<RegularFrame>(line);
+    EXPECT_EQ(frame.function, function) << line;
+    EXPECT_EQ(frame.items, items) << line;
+}
+
+TEST(ScenarioParser, ReadsCallsByTheirShortNames) {
+    ExpectCall("add a=Alpha \"b=b\"=\"B B\"", Function::AddItems, {{"a", "Alpha"}, {"b=b", "B B"}});
+    ExpectCall("add", Function::AddItems, {});
+    ExpectCall("append a=", Function::AddItemAtEnd, {{"a", ""}});
+    ExpectCall("remove a", Function::RemoveItem, {{"a", ""}});
+    ExpectCall("modify a b=B", Function::ModifyItem, {{"a", ""}, {"b", "B"}});
+    ExpectCall("select a=A", Function::SetSelection, {{"a", "A"}});
+    ExpectCall("clear", Function::RemoveAllItems, {});
+}
+
+TEST(ScenarioParser, ReadsAnyFunctionByItsName) {
+    ExpectCall("call SetSelection a", Function::SetSelection, {{"a", ""}});
+    ExpectCall("call GetSelection", Function::GetSelection, {});
+    ExpectCall("call GetAllItems", Function::GetAllItems, {});
+    ExpectCall("call RemoveAllItems", Function::RemoveAllItems, {});
+    ExpectCall("call AddItems a=A", Function::AddItems, {{"a", "A"}});
+    ExpectCall("call AddItemAtEnd a=A", Function::AddItemAtEnd, {{"a", "A"}});
+    ExpectCall("call SetClicked", Function::SetClicked, {});
+    ExpectCall("call RemoveItem a", Function::RemoveItem, {{"a", ""}});
+    ExpectCall("call ModifyItem a=A b=B", Function::ModifyItem, {{"a", "A"}, {"b", "B"}});
+}
+
+TEST(ScenarioParser, ReadsBytesAndDamage) {
+    EXPECT_EQ(Frame<RawFrame>("send-hex 01 02fF").bytes, (Bytes{'\x01', '\x02', '\xFF'}));
+    EXPECT_THAT(Frame<RawFrame>("send-hex").bytes, IsEmpty());
+    EXPECT_THAT(Frame<RawFrame>("send-short 3").bytes, SizeIs(3));
+    EXPECT_EQ(Frame<HugeFrame>("send-huge 512").size, 512U);
+    EXPECT_EQ(Frame<HugeFrame>("send-huge 64M").size, 64U * 1024 * 1024);
+    EXPECT_EQ(Frame<HugeFrame>("send-huge 2k RemoveItem").function, Function::RemoveItem);
+    const auto flipped = Frame<FlippedFrame>("send-flipped 7 3 AddItems a=A");
+    EXPECT_EQ(flipped.seed, 7U);
+    EXPECT_EQ(flipped.bits, 3U);
+    EXPECT_EQ(flipped.call.items, (Items{{"a", "A"}}));
+    const auto cut = Frame<CutFrame>("send-cut 5 RemoveItem a");
+    EXPECT_EQ(cut.payloadSize, 5U);
+    EXPECT_EQ(cut.call.function, Function::RemoveItem);
+}
+
+TEST(ScenarioParser, ReadsHowMessagesAreSent) {
+    EXPECT_FALSE(Parsed<Send>("add a=A").asSignal);
+    EXPECT_TRUE(Parsed<Send>("signal-hex d3070000").asSignal);
+    EXPECT_TRUE(Parsed<Send>("add a=A").awaitReply);
+    EXPECT_FALSE(Parsed<Send>("post clear").awaitReply);
+    EXPECT_EQ(Parsed<Send>("flood 500 append x{n}=X").copies, 500U);
+    EXPECT_EQ(Parsed<Send>("flood 2 send-flipped 1 1 GetSelection").copies, 2U);
+}
+
+TEST(ScenarioParser, ReadsExpectedEvents) {
+    const auto event = Parsed<ExpectEvent>("expect event ItemSelected times 3 within 2s");
+    EXPECT_EQ(event.event, Event::ItemSelected);
+    EXPECT_EQ(event.times, 3U);
+    EXPECT_EQ(event.within, Duration(2000));
+    EXPECT_EQ(Parsed<ExpectEvent>("expect event ItemChanged").event, Event::ItemChanged);
+    EXPECT_EQ(Parsed<ExpectEvent>("expect event ItemClicked").times, 1U);
+    EXPECT_EQ(Parsed<ExpectEvent>("expect event LocalCreated").within, std::nullopt);
+    EXPECT_EQ(Parsed<ExpectNoEvent>("expect no event for 300ms").duration, Duration(300));
+    EXPECT_EQ(Parsed<ExpectAnnouncement>("expect announcement syn-ack").announcement,
+              Announcement::SynAck);
+}
+
+TEST(ScenarioParser, ReadsExpectedItems) {
+    const ItemPattern named{"a", "A"};
+    const ItemPattern unnamed{"b", std::nullopt};
+    EXPECT_THAT(Parsed<ExpectList>("expect list a=A b").items, ElementsAre(named, unnamed));
+    EXPECT_THAT(Parsed<ExpectList>("expect list empty").items, IsEmpty());
+    EXPECT_THAT(Parsed<ExpectList>("expect list \"empty\"").items,
+                ElementsAre(ItemPattern{"empty", std::nullopt}));
+    EXPECT_EQ(Parsed<ExpectCount>("expect count 12").count, 12U);
+    EXPECT_EQ(Parsed<ExpectSelection>("expect selection a=A").item, named);
+    EXPECT_EQ(Parsed<ExpectSelection>("expect selection none").item, std::nullopt);
+    EXPECT_EQ(Parsed<ExpectSelection>("expect selection \"none\"").item,
+              (ItemPattern{"none", std::nullopt}));
+}
+
+TEST(ScenarioParser, ReadsExpectedReplies) {
+    EXPECT_THAT(std::get<Bytes>(Parsed<ExpectReply>("expect reply empty").content), IsEmpty());
+    EXPECT_EQ(std::get<Bytes>(Parsed<ExpectReply>("expect reply hex 0a").content), Bytes{'\n'});
+    EXPECT_THAT(std::get<std::vector<ItemPattern>>(Parsed<ExpectReply>("expect reply a=").content),
+                ElementsAre(ItemPattern{"a", ""}));
+    EXPECT_EQ(Parsed<ExpectError>("expect error").text, "");
+    EXPECT_EQ(Parsed<ExpectError>("expect error \"no such\"").text, "no such");
+}
+
+TEST(ScenarioParser, NamesTheColumnAndTheWordThatIsWrong) {
+    EXPECT_EQ(Error("dance now"), "1: 'dance' is not a statement");
+    EXPECT_EQ(Error("  expect joy"), "10: 'joy' is not what is expected");
+    EXPECT_EQ(Error("expect event Doom"),
+              "14: 'Doom' is none of ItemChanged, ItemSelected, ItemClicked or LocalCreated");
+    EXPECT_EQ(Error("announce nack"), "10: 'nack' is none of syn, syn-ack or ack");
+    EXPECT_EQ(Error("call Dance"), "6: unknown function 'Dance'");
+    EXPECT_EQ(Error("add a=A b"), "9: 'b' has no = between an id and a name");
+    EXPECT_EQ(Error("add \"a=A\""), "5: 'a=A' has no = between an id and a name");
+    EXPECT_EQ(Error("flood 3 wait 3s"), "9: 'wait' is not a message");
+    EXPECT_EQ(Error("\"a\\nb\""), "1: 'a?b' is not a statement");
+    EXPECT_EQ(Error("\"clear\""), "1: 'clear' is not a statement");
+}
+
+TEST(ScenarioParser, SaysWhatIsMissingAndWhere) {
+    EXPECT_EQ(Error("timeout"), "8: a time is missing here");
+    EXPECT_EQ(Error("append # later"), "7: ID=NAME is missing here");
+    EXPECT_EQ(Error("remove"), "7: an id is missing here");
+    EXPECT_EQ(Error("modify a"), "9: ID=NAME is missing here");
+    EXPECT_EQ(Error("expect"), "7: what is expected is missing here");
+    EXPECT_EQ(Error("expect event"),
+              "13: ItemChanged, ItemSelected, ItemClicked or LocalCreated is missing here");
+    EXPECT_EQ(Error("expect list"), "12: an id is missing here");
+    EXPECT_EQ(Error("wait connected within"), "22: a time is missing here");
+    EXPECT_EQ(Error("flood 3"), "8: a message is missing here");
+    EXPECT_EQ(Error("post"), "5: a message is missing here");
+    EXPECT_EQ(Error("note"), "5: a text is missing here");
+}
+
+TEST(ScenarioParser, RefusesNumbersOutOfRange) {
+    EXPECT_EQ(Error("send-short 4"), "12: the number of bytes is a number from 0 to 3, not '4'");
+    EXPECT_EQ(Error("flood 0 clear"),
+              "7: the number of messages is a number from 1 to 1000000, not '0'");
+    EXPECT_EQ(Error("flood many clear"),
+              "7: the number of messages is a number from 1 to 1000000, not 'many'");
+    EXPECT_EQ(Error("handshake repeat ack 1"), "22: how often is a number from 2 to 1000, not '1'");
+    const std::string size = ": a size is written as 512, 64k or 16M, up to 64M, not ";
+    EXPECT_EQ(Error("send-huge 65M"), "11" + size + "'65M'");
+    EXPECT_EQ(Error("send-huge 99999999999"), "11" + size + "'99999999999'");
+    EXPECT_EQ(Error("send-huge -1"), "11" + size + "'-1'");
+    const std::string time = ": a time is written as 200ms, 5s or 1min, up to a day, not ";
+    EXPECT_EQ(Error("wait 5"), "6" + time + "'5'");
+    EXPECT_EQ(Error("wait 25h"), "6" + time + "'25h'");
+    EXPECT_EQ(Error("wait 1441min"), "6" + time + "'1441min'");
+}
+
+TEST(ScenarioParser, RefusesBytesThatAreNone) {
+    const std::string why = "bytes are pairs of hexadecimal digits, not ";
+    EXPECT_EQ(Error("send-hex 01 0"), "13: " + why + "'0'");
+    EXPECT_EQ(Error("send-hex 0x01"), "10: " + why + "'0x01'");
+    EXPECT_EQ(Error("expect reply hex zz"), "18: " + why + "'zz'");
+}
+
+TEST(ScenarioParser, RefusesWhatFollowsTheEnd) {
+    EXPECT_EQ(Error("clear all"), "7: nothing may follow here, but 'all' does");
+    EXPECT_EQ(Error("expect list empty a"), "19: nothing may follow here, but 'a' does");
+    EXPECT_EQ(Error("call GetAllItems a"), "18: nothing may follow here, but 'a' does");
+}
+
+TEST(ScenarioParser, KeepsStatementsAsTheyWereWritten) {
+    const ParsedLine parsed = ParseStatement("\t clear  # all\r", 7);
+    ASSERT_TRUE(parsed.statement);
+    EXPECT_EQ(parsed.statement->text, "clear");
+    EXPECT_EQ(parsed.statement->line, 7U);
+}
+
+TEST(ScenarioParser, ReadsLinesOfBothKinds) {
+    const ParsedScenario scenario = ParseScenario("clear\r\n\r\n# text\n\njoin");
+    EXPECT_THAT(scenario.errors, IsEmpty());
+    ASSERT_THAT(scenario.statements, SizeIs(2));
+    EXPECT_EQ(scenario.statements[0].line, 1U);
+    EXPECT_EQ(scenario.statements[1].line, 5U);
+}
+
+TEST(ScenarioParser, ReportsTheErrorsOfAllLines) {
+    const ParsedScenario scenario = ParseScenario("clear\nadd x\njoin\nwait \"\n");
+    ASSERT_THAT(scenario.errors, SizeIs(2));
+    EXPECT_EQ(scenario.errors[0].line, 2U);
+    EXPECT_EQ(scenario.errors[0].column, 5U);
+    EXPECT_EQ(scenario.errors[1].line, 4U);
+    EXPECT_EQ(scenario.errors[1].message, "this quote is not closed");
+}
+
+TEST(ScenarioParser, KnowsEveryFormThatItExplains) {
+    for (const StatementForm& form : StatementForms()) {
+        const ParsedLine parsed = ParseStatement(form.keyword);
+        EXPECT_TRUE(!parsed.error || parsed.error->message.find("missing") != std::string::npos)
+            << form.keyword;
+        EXPECT_FALSE(form.meaning.empty()) << form.keyword;
+    }
+}
+
+}  // namespace
+}  // namespace applist::sim

@@ -1,0 +1,176 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/ApplicationFormats.h"
+
+#include <algorithm>
+#include <glib.h>
+
+#include "common/JsonWriter.h"
+#include "common/Output.h"
+
+namespace applist::sim {
+namespace {
+
+using Row = std::vector<std::string>;
+
+constexpr size_t GAP = 2;
+
+// In columns of a terminal.
+size_t Width(const std::string& text) {
+    size_t width = 0;
+    for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
+        const gunichar character = g_utf8_get_char(at);
+        if (g_unichar_iszerowidth(character) == FALSE) {
+            width += g_unichar_iswide(character) != FALSE ? 2 : 1;
+        }
+    }
+    return width;
+}
+
+std::string OrDash(const std::string& text) {
+    return text.empty() ? "-" : OneLine(text);
+}
+
+std::string NamesText(const std::vector<ApplicationName>& names) {
+    std::string text;
+    for (const ApplicationName& name : names) {
+        text += (text.empty() ? "" : "; ") + name.language + '=' + name.text;
+    }
+    return text;
+}
+
+Row CellsOf(const ListedApplication& application) {
+    return {application.service ? std::to_string(*application.service) : "-",
+            std::to_string(application.organisation),
+            std::to_string(application.id),
+            OrDash(TypeName(application.type.value_or(0))),
+            application.control,
+            std::to_string(application.visibility),
+            std::to_string(application.priority),
+            OrDash(application.name),
+            OrDash(NamesText(application.names)),
+            OrDash(application.location)};
+}
+
+std::string Line(const Row& row, const std::vector<size_t>& widths) {
+    std::string line;
+    for (size_t column = 0; column < row.size(); ++column) {
+        line += row[column];
+        const size_t filled = Width(row[column]);
+        line.append(widths[column] - filled + GAP, ' ');
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line + '\n';
+}
+
+}  // namespace
+
+const std::vector<std::string>& ApplicationFields() {
+    static const std::vector<std::string> FIELDS{
+        "service",    "organisation_id", "application_id", "type",  "control",
+        "visibility", "priority",        "name",           "names", "location"};
+    return FIELDS;
+}
+
+std::string FormatTable(const std::vector<ListedApplication>& applications) {
+    std::vector<Row> rows{ApplicationFields()};
+    for (std::string& title : rows.front()) {
+        std::transform(title.begin(), title.end(), title.begin(), g_ascii_toupper);
+    }
+    std::transform(applications.begin(), applications.end(), std::back_inserter(rows), CellsOf);
+    std::vector<size_t> widths(ApplicationFields().size(), 0);
+    for (const Row& row : rows) {
+        for (size_t column = 0; column < row.size(); ++column) {
+            widths[column] = std::max(widths[column], Width(row[column]));
+        }
+    }
+    std::string text;
+    for (const Row& row : rows) {
+        text += Line(row, widths);
+    }
+    return text;
+}
+
+namespace {
+
+void AddNames(JsonWriter& json, const char* member, const std::vector<ApplicationName>& names) {
+    json.Object(member);
+    for (const ApplicationName& name : names) {
+        json.Text(name.language.c_str(), name.text);
+    }
+    json.EndObject();
+}
+
+void AddApplication(JsonWriter& json, const ListedApplication& application) {
+    auto field = ApplicationFields().begin();
+    const auto next = [&] { return (field++)->c_str(); };
+    json.Object();
+    json.NumberOrNull(next(), application.service);
+    json.Number(next(), application.organisation);
+    json.Number(next(), application.id);
+    json.NumberOrNull(next(), application.type);
+    json.Text(next(), application.control);
+    json.Number(next(), application.visibility);
+    json.Number(next(), application.priority);
+    json.Text(next(), application.name);
+    AddNames(json, next(), application.names);
+    json.Text(next(), application.location);
+    json.EndObject();
+}
+
+std::string NamesAsJson(const std::vector<ApplicationName>& names) {
+    JsonWriter json;
+    AddNames(json, nullptr, names);
+    return json.Finish();
+}
+
+std::string NumberOr(std::optional<uint32_t> number, const char* otherwise) {
+    return number ? std::to_string(*number) : otherwise;
+}
+
+std::string CsvCell(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) {
+        return text;
+    }
+    std::string quoted = "\"";
+    for (const char character : text) {
+        quoted += character;
+        if (character == '"') {
+            quoted += '"';
+        }
+    }
+    return quoted + '"';
+}
+
+std::string CsvLine(const Row& row) {
+    std::string line;
+    for (const std::string& cell : row) {
+        line += (&cell == &row.front() ? "" : ",") + CsvCell(cell);
+    }
+    return line + "\r\n";
+}
+
+}  // namespace
+
+std::string FormatJson(const std::vector<ListedApplication>& applications) {
+    JsonWriter json;
+    json.Array();
+    for (const ListedApplication& application : applications) {
+        AddApplication(json, application);
+    }
+    return json.EndArray().FinishIndented() + '\n';
+}
+
+std::string FormatCsv(const std::vector<ListedApplication>& applications) {
+    std::string text = CsvLine(ApplicationFields());
+    for (const ListedApplication& application : applications) {
+        text += CsvLine(
+            {NumberOr(application.service, ""), std::to_string(application.organisation),
+             std::to_string(application.id), NumberOr(application.type, ""), application.control,
+             std::to_string(application.visibility), std::to_string(application.priority),
+             application.name, NamesAsJson(application.names), application.location});
+    }
+    return text;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,86 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cstdio>
+
+#include "cli/CommonOptions.h"
+#include "cli/Subcommand.h"
+#include "common/Output.h"
+#include "cli/ApplicationFormats.h"
+#include "feed/BroadcastFile.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr const char* DETAILS =
+    "FILE is a transport stream with packets of 188, 192 or 204 bytes, sections back to\n"
+    "back (.sec) or applications in XML. Every application is listed once for each\n"
+    "service, offered to viewers or not, as the file describes it last. What is damaged\n"
+    "is skipped and counted on standard error.\n"
+    "\n"
+    "Columns, keys of --json and head of --csv:\n"
+    "  service, organisation_id, application_id, type, control, visibility, priority,\n"
+    "  name, names (by language), location\n"
+    "Visibility is 3 for viewers, 1 for other applications only, 0 for nobody. Type 1 is\n"
+    "DVB-J, 16 HbbTV. What the file does not say is - , null or empty.\n"
+    "\n"
+    "Examples:\n"
+    "  javamw-sim applications recording.ts\n"
+    "  javamw-sim applications --service='Rete 1' --language=ita recording.ts\n"
+    "  javamw-sim applications --json recording.ts | jq '.[].name'\n"
+    "  javamw-sim applications --csv ait.xml >applications.csv\n";
+
+using Format = std::string (*)(const std::vector<ListedApplication>&);
+
+/// Fails if standard output does not take the whole text.
+ExitCode Write(const std::string& text) {
+    const bool written =
+        std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+    return written ? ExitCode::Success : ExitCode::CallFailed;
+}
+
+ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& options,
+                           Format format) {
+    const auto broadcast = ReadBroadcastFile(file, options.coding);
+    const std::string missing =
+        broadcast ? MissingService(*broadcast, options.filter) : std::string();
+    if (!broadcast || !missing.empty()) {
+        Complain(broadcast ? file + ": " + missing : broadcast.error());
+        return ExitCode::WrongUsage;
+    }
+    const std::string damage = DamageRemark(file, broadcast->damage);
+    if (!damage.empty()) {
+        Complain(damage);
+    }
+    return Write(format(ListApplications(*broadcast, options.filter)));
+}
+
+Result<Job> Prepare(const Arguments& given) {
+    if (given.words().size() != 1) {
+        return Result<Job>::Failure("applications takes one file");
+    }
+    if (given.Has("json") && given.Has("csv")) {
+        return Result<Job>::Failure("--json and --csv exclude each other");
+    }
+    const auto options = BroadcastFeedOptionsFrom(given);
+    if (!options) {
+        return Result<Job>::Failure(options.error());
+    }
+    const Format format = given.Has("json")  ? &FormatJson
+                          : given.Has("csv") ? &FormatCsv
+                                             : &FormatTable;
+    return Job([file = given.words().front(), options = *options, format] {
+        return PrintApplications(file, options, format);
+    });
+}
+
+}  // namespace
+
+Subcommand ApplicationsSubcommand() {
+    std::vector<Option> options = BroadcastOptions();
+    options.push_back({"json", 'j', "", "Print an array of objects"});
+    options.push_back({"csv", '\0', "", "Print comma-separated values (RFC 4180)"});
+    return {"applications",     "FILE",  "Print the applications that a recorded broadcast carries",
+            std::move(options), DETAILS, &Prepare};
+}
+
+}  // namespace applist::sim

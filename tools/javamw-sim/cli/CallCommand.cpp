@@ -1,0 +1,81 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <iterator>
+
+#include "cli/CommonOptions.h"
+#include "cli/Help.h"
+#include "cli/Subcommand.h"
+#include "middleware/CallOnce.h"
+#include "scenario/CallArguments.h"
+
+namespace applist::sim {
+namespace {
+
+// A single call is made by someone who waits for its end.
+constexpr unsigned TIMEOUT_S = 10;
+
+constexpr const char* DETAILS =
+    "The items of the reply are printed as ID<TAB>NAME, one a line. Control bytes are\n"
+    "printed as \\x0a, a backslash twice; with --json an item is {\"id\": ..., \"name\": ...}.\n"
+    "Without --timeout the wait ends after 10 s.\n"
+    "\n"
+    "Examples:\n"
+    "  javamw-sim call AddItems w1=Weather n1=News\n"
+    "  javamw-sim call GetAllItems --json\n"
+    "  javamw-sim call SetSelection n1\n";
+
+std::string Details() {
+    std::string text = "Functions:\n";
+    for (const Function function : FUNCTIONS) {
+        text += "  " + std::string(NameOf(function)) + ' ' + ArgumentForm(function);
+        text.erase(text.find_last_not_of(' ') + 1);
+        text += '\n';
+    }
+    return text + '\n' + DETAILS;
+}
+
+std::vector<std::string> FunctionNames() {
+    std::vector<std::string> names;
+    std::transform(FUNCTIONS.begin(), FUNCTIONS.end(), std::back_inserter(names),
+                   [](Function function) { return std::string(NameOf(function)); });
+    return names;
+}
+
+Result<Job> Prepare(const Arguments& given) {
+    auto session = SessionOptionsFrom(given);
+    if (!session) {
+        return Result<Job>::Failure(session.error());
+    }
+    session->timeout = session->timeout.value_or(TIMEOUT_S);
+    if (given.words().empty()) {
+        return Result<Job>::Failure("call needs a function");
+    }
+    const std::string& name = given.words().front();
+    const auto function = FunctionByName(name);
+    if (!function) {
+        return Result<Job>::Failure("unknown function '" + name + "'" +
+                                    Suggestion(name, FunctionNames()));
+    }
+    const auto items =
+        ParseCallArguments(*function, {given.words().begin() + 1, given.words().end()});
+    if (!items) {
+        return Result<Job>::Failure(items.error());
+    }
+    return Job([session = *session, function = *function, items = *items] {
+        return CallOnce(session, function, items).Run();
+    });
+}
+
+}  // namespace
+
+Subcommand CallSubcommand() {
+    return {"call",
+            "FUNCTION [ARG...]",
+            "Call one function and print the items of the reply",
+            SessionOptionsAnd({JsonOption(), RecordOption()}),
+            Details(),
+            &Prepare};
+}
+
+}  // namespace applist::sim

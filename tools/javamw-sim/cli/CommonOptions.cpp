@@ -1,0 +1,102 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/CommonOptions.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "feed/BroadcastFile.h"
+#include "feed/DisplayNames.h"
+
+namespace applist::sim {
+namespace {
+
+template <typename Number>
+std::optional<Number> Parse(const std::string& text) {
+    Number number{};
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
+}
+
+}  // namespace
+
+Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
+                             const std::string& text) {
+    const auto number = Parse<unsigned>(text);
+    return number ? Result(*number)
+                  : Result<unsigned>::Failure("--" + option + " takes " + what + ", not '" + text +
+                                              "'");
+}
+
+Result<std::optional<double>> Speed(const std::string& text) {
+    using Speed = Result<std::optional<double>>;
+    if (text == "max") {
+        return Speed(std::nullopt);
+    }
+    const auto number = Parse<double>(text);
+    return number && std::isfinite(*number) && *number > 0
+               ? Speed(number)
+               : Speed::Failure("--speed takes a number above 0 or max, not '" + text + "'");
+}
+
+std::vector<Option> BroadcastOptions() {
+    return {
+        {"service", 's', "SERVICE", "Only this service, by number or name; may be repeated"},
+        {"language", 'l', "LIST", "Languages of names, the preferred first: ita,eng"},
+        {"text", '\0', "CODING", "How texts are coded: auto, dvb, isdb, arib, latin"},
+    };
+}
+
+Result<BroadcastFeedOptions> BroadcastFeedOptionsFrom(const Arguments& given) {
+    BroadcastFeedOptions options;
+    options.filter.services = given.Values("service");
+    options.filter.languages =
+        given.Has("language") ? ParseLanguages(given.Value("language")) : LocaleLanguages();
+    if (given.Has("text")) {
+        const auto coding = ParseTextCoding(given.Value("text"));
+        if (!coding) {
+            return Result<BroadcastFeedOptions>::Failure(coding.error());
+        }
+        options.coding = *coding;
+    }
+    return options;
+}
+
+Option AddressOption() {
+    return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
+}
+
+Option JsonOption() {
+    return {"json", 'j', "", "Print one JSON object a line"};
+}
+
+std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
+    std::vector<Option> options{
+        AddressOption(),
+        {"timeout", 't', "SECONDS", "Wait so long for an application"},
+    };
+    options.insert(options.end(), own.begin(), own.end());
+    return options;
+}
+
+Option RecordOption() {
+    return {"record", 'r', "FILE", "Write down all that is said and heard; see record --help"};
+}
+
+Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {
+    SessionOptions options;
+    options.address = given.Value("address");
+    options.json = given.Has("json");
+    options.recordFile = given.Value("record");
+    if (given.Has("timeout")) {
+        const auto seconds = WholeNumber("timeout", "whole seconds", given.Value("timeout"));
+        if (!seconds) {
+            return Result<SessionOptions>::Failure(seconds.error());
+        }
+        options.timeout = *seconds;
+    }
+    return options;
+}
+
+}  // namespace applist::sim

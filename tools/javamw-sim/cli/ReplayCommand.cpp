@@ -1,0 +1,100 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <utility>
+
+#include "cli/CommonOptions.h"
+#include "cli/Subcommand.h"
+#include "common/Output.h"
+#include "middleware/Replay.h"
+#include "recording/RecordingFile.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr const char* DETAILS =
+    "Makes the handshake itself, then sends what the middleware sent, at the recorded\n"
+    "times divided by --speed, but never before the answers that came earlier in the\n"
+    "recording: with --speed=max as fast as those come. Then prints where the\n"
+    "application said something else: \"-\" is missing this time, \"+\" is new. What the\n"
+    "viewer did is part of a recording: press the same keys.\n"
+    "\n"
+    "FILE is a recording of this program or a capture of \"busctl capture\". One\n"
+    "conversation of it is played: that of one middleware with one application.\n"
+    "\n"
+    "Exit status 0: the application said the same, 1: it did not, or it ended early.\n"
+    "\n"
+    "Examples:\n"
+    "  javamw-sim replay session.jsonl\n"
+    "  javamw-sim replay --speed=max real.pcapng\n";
+
+ExitCode Refuse(const std::string& why) {
+    Complain(why);
+    return ExitCode::WrongUsage;
+}
+
+ExitCode Run(const SessionOptions& session, const ReplayOptions& options, unsigned number) {
+    const auto recording = LoadRecording(options.file);
+    if (!recording) {
+        return Refuse(recording.error());
+    }
+    if (!recording->remark.empty()) {
+        Complain(recording->remark);
+    }
+    const auto conversations = ConversationsOf(*recording);
+    if (number == 0 || number > conversations.size()) {
+        return Refuse(options.file + ": has " + std::to_string(conversations.size()) +
+                      " conversations, not number " + std::to_string(number));
+    }
+    return Replay(session, options, conversations[number - 1]).Run();
+}
+
+/// Empty on success.
+std::string Take(const Arguments& given, ReplayOptions& options, unsigned& number) {
+    if (given.words().size() != 1) {
+        return "replay takes FILE";
+    }
+    options.file = given.words().front();
+    options.json = given.Has("json");
+    const auto speed = Speed(given.Has("speed") ? given.Value("speed") : "1");
+    const auto patience =
+        WholeNumber("wait", "whole seconds", given.Has("wait") ? given.Value("wait") : "2");
+    const auto conversation =
+        WholeNumber("conversation", "a whole number",
+                    given.Has("conversation") ? given.Value("conversation") : "1");
+    if (!speed || !patience || !conversation) {
+        return speed.error() + patience.error() + conversation.error();
+    }
+    options.speed = *speed;
+    options.patience = *patience;
+    number = *conversation;
+    return {};
+}
+
+Result<Job> Prepare(const Arguments& given) {
+    const auto session = SessionOptionsFrom(given);
+    ReplayOptions options;
+    unsigned number = 0;
+    const std::string error = session ? Take(given, options, number) : session.error();
+    if (!error.empty()) {
+        return Result<Job>::Failure(error);
+    }
+    return Job([session = *session, options, number] { return Run(session, options, number); });
+}
+
+}  // namespace
+
+Subcommand ReplaySubcommand() {
+    return {"replay",
+            "FILE",
+            "Say to an application what was recorded, and tell what it says differently",
+            SessionOptionsAnd({
+                {"speed", '\0', "N|max", "So many times as fast as recorded (1)"},
+                {"wait", 'w', "SECONDS", "Wait so long for what is still expected (2)"},
+                {"conversation", '\0', "N", "Which of several to play (1)"},
+                JsonOption(),
+            }),
+            DETAILS,
+            &Prepare};
+}
+
+}  // namespace applist::sim

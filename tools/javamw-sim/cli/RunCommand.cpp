@@ -1,0 +1,86 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <sstream>
+#include <utility>
+
+#include "cli/CommonOptions.h"
+#include "cli/Subcommand.h"
+#include "common/Output.h"
+#include "scenario/ScenarioRun.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr const char* DETAILS =
+    "Each FILE is a scenario, one statement a line; \"-\" is standard input. The results\n"
+    "come on standard output in the Test Anything Protocol, one point for each statement\n"
+    "that does or expects something. What stands behind a failure in a file is skipped.\n"
+    "Nothing is run if any file has an error.\n"
+    "\n"
+    "Examples:\n"
+    "  javamw-sim run normal-session.scenario\n"
+    "  javamw-sim run --check *.scenario\n"
+    "  echo 'wait connected' | javamw-sim run -\n"
+    "\n"
+    "Statements:\n";
+
+std::string Details() {
+    std::string text = DETAILS;
+    for (const StatementForm& form : StatementForms()) {
+        text += "  " + form.keyword + (form.words.empty() ? "" : " " + form.words) + "\n";
+    }
+    return text + "applist-scenario(5) explains them.\n";
+}
+
+/// All files or none; errors of all of them are reported.
+std::optional<std::vector<Scenario>> Load(const std::vector<std::string>& files) {
+    std::vector<Scenario> scenarios;
+    bool complete = true;
+    for (const std::string& file : files) {
+        auto scenario = LoadScenario(file);
+        if (scenario) {
+            scenarios.push_back(std::move(*scenario));
+        } else {
+            complete = false;
+            std::istringstream errors(scenario.error());
+            for (std::string error; std::getline(errors, error);) {
+                Complain(error);
+            }
+        }
+    }
+    return complete ? std::optional(std::move(scenarios)) : std::nullopt;
+}
+
+ExitCode RunScenarios(const Arguments& given) {
+    auto scenarios = Load(given.words());
+    if (!scenarios) {
+        return ExitCode::WrongUsage;
+    }
+    if (given.Has("check")) {
+        return ExitCode::Success;
+    }
+    return ScenarioRun({given.Value("address"), given.Has("keep-going")}, std::move(*scenarios))
+        .Run();
+}
+
+Result<Job> Prepare(const Arguments& given) {
+    if (given.words().empty()) {
+        return Result<Job>::Failure("run needs a file");
+    }
+    return Job([given] { return RunScenarios(given); });
+}
+
+}  // namespace
+
+Subcommand RunSubcommand() {
+    return {"run",
+            "FILE...",
+            "Play scenarios and print whether their expectations hold",
+            {AddressOption(),
+             {"check", 'c', "", "Only look for errors in the files"},
+             {"keep-going", 'k', "", "Go on behind what failed"}},
+            Details(),
+            &Prepare};
+}
+
+}  // namespace applist::sim

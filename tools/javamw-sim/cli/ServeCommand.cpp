@@ -1,0 +1,146 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cmath>
+#include <glib.h>
+#include <utility>
+
+#include "cli/CommonOptions.h"
+#include "cli/Subcommand.h"
+#include "common/Output.h"
+#include "feed/Feed.h"
+#include "middleware/Serve.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr const char* DETAILS =
+    "Lines on standard output, complete as soon as they are true:\n"
+    "  connected APPLICATION\n"
+    "  filled APPLICATION with COUNT items\n"
+    "  updated APPLICATION: COUNT added, COUNT removed, COUNT renamed\n"
+    "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
+    "  event 3 ItemClicked chose ID<TAB>NAME | none\n"
+    "  event 3 ItemClicked choice unknown: REASON\n"
+    "  disconnected APPLICATION\n"
+    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
+    "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
+    "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\";\n"
+    "filled has \"items\", updated \"added\", \"removed\" and \"renamed\".\n"
+    "Without a file a built-in sample is served. Runs until SIGINT or SIGTERM.\n"
+    "\n"
+    "A broadcast is a transport stream with packets of 188, 192 or 204 bytes, sections\n"
+    "back to back (.sec) or applications in XML. Offered is what starts by itself or is\n"
+    "present, is for viewers and not for trials. When its tables change, so do the lists,\n"
+    "as long after each other as in the recording, or every second if it has no clock.\n"
+    "\n"
+    "Examples:\n"
+    "  javamw-sim serve\n"
+    "  javamw-sim serve --items=list.txt\n"
+    "  javamw-sim serve --broadcast=recording.ts\n"
+    "  javamw-sim serve --broadcast=recording.ts --service=1031 --service='Rete 1'\n"
+    "  javamw-sim serve --broadcast=recording.ts --language=ita,eng --all --interval=5\n";
+
+Result<Feed> ChooseFeed(const Arguments& given, const BroadcastFeedOptions& options) {
+    if (given.Has("items")) {
+        return TextFeed(given.Value("items"));
+    }
+    if (given.Has("broadcast")) {
+        return BroadcastFeed(given.Value("broadcast"), options);
+    }
+    return SampleFeed();
+}
+
+ExitCode RunServe(const SessionOptions& session, const Arguments& given,
+                  const BroadcastFeedOptions& options) {
+    auto feed = ChooseFeed(given, options);
+    if (!feed) {
+        Complain(feed.error());
+        return ExitCode::WrongUsage;
+    }
+    if (!feed->remark.empty()) {
+        Complain(feed->remark);
+    }
+    return Serve(session, std::move(*feed)).Run();
+}
+
+std::vector<Option> OwnOptions() {
+    std::vector<Option> options{
+        {"items", 'i', "FILE", "Lines id<TAB>name, # begins a comment"},
+        {"broadcast", 'b', "FILE", "What a recorded broadcast offers"},
+    };
+    const auto broadcast = BroadcastOptions();
+    options.insert(options.end(), broadcast.begin(), broadcast.end());
+    options.push_back(JsonOption());
+    options.push_back(RecordOption());
+    options.push_back({"all", '\0', "", "Hidden applications and those of trials, too"});
+    options.push_back(
+        {"interval", '\0', "SECONDS", "Time between changes instead of the recording's"});
+    return options;
+}
+
+// Empty, or an option that needs a broadcast and has none.
+std::string StrayOption(const Arguments& given) {
+    for (const char* name : {"service", "language", "text", "all", "interval"}) {
+        if (given.Has(name) && !given.Has("broadcast")) {
+            return name;
+        }
+    }
+    return {};
+}
+
+Result<double> Interval(const std::string& text) {
+    char* end = nullptr;
+    const double seconds = g_ascii_strtod(text.c_str(), &end);
+    const bool number = !text.empty() && *end == '\0' && std::isfinite(seconds) && seconds >= 0;
+    return number ? Result(seconds)
+                  : Result<double>::Failure("--interval takes seconds, not '" + text + "'");
+}
+
+Result<BroadcastFeedOptions> FeedOptionsFrom(const Arguments& given) {
+    const std::string stray = StrayOption(given);
+    if (!stray.empty()) {
+        return Result<BroadcastFeedOptions>::Failure("--" + stray + " needs --broadcast");
+    }
+    auto options = BroadcastFeedOptionsFrom(given);
+    if (options && given.Has("interval")) {
+        const auto interval = Interval(given.Value("interval"));
+        if (!interval) {
+            return Result<BroadcastFeedOptions>::Failure(interval.error());
+        }
+        options->interval = *interval;
+    }
+    if (options) {
+        options->filter.all = given.Has("all");
+    }
+    return options;
+}
+
+Result<Job> Prepare(const Arguments& given) {
+    const auto session = SessionOptionsFrom(given);
+    if (!session) {
+        return Result<Job>::Failure(session.error());
+    }
+    if (given.Has("items") && given.Has("broadcast")) {
+        return Result<Job>::Failure("--items and --broadcast exclude each other");
+    }
+    const auto options = FeedOptionsFrom(given);
+    if (!options) {
+        return Result<Job>::Failure(options.error());
+    }
+    return Job([session = *session, given, options = *options] {
+        return RunServe(session, given, options);
+    });
+}
+
+}  // namespace
+
+Subcommand ServeSubcommand() {
+    return {"serve",
+            "",
+            "Fill the list of each application that comes, then watch",
+            SessionOptionsAnd(OwnOptions()),
+            DETAILS,
+            &Prepare};
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,45 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/CommonOptions.h"
+#include "cli/Subcommand.h"
+#include "middleware/Watch.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr const char* DETAILS =
+    "Lines on standard output, complete as soon as they are true:\n"
+    "  connected APPLICATION\n"
+    "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
+    "  event 3 ItemClicked chose ID<TAB>NAME | none\n"
+    "  event 3 ItemClicked choice unknown: REASON\n"
+    "  disconnected APPLICATION\n"
+    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
+    "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
+    "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\".\n"
+    "Runs until SIGINT or SIGTERM.\n"
+    "\n"
+    "Examples:\n"
+    "  javamw-sim watch\n"
+    "  javamw-sim watch --address=unix:path=/run/set/system_bus_socket\n";
+
+Result<Job> Prepare(const Arguments& given) {
+    const auto session = SessionOptionsFrom(given);
+    if (!session) {
+        return Result<Job>::Failure(session.error());
+    }
+    return Job([session = *session] { return Watch(session).Run(); });
+}
+
+}  // namespace
+
+Subcommand WatchSubcommand() {
+    return {"watch",
+            "",
+            "Print every event and the selection read after it",
+            SessionOptionsAnd({JsonOption(), RecordOption()}),
+            DETAILS,
+            &Prepare};
+}
+
+}  // namespace applist::sim

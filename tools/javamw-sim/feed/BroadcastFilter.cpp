@@ -1,0 +1,162 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "feed/BroadcastFilter.h"
+
+#include <algorithm>
+#include <glib.h>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "feed/DisplayNames.h"
+
+namespace applist::sim {
+namespace {
+
+// Names are compared as people do, without regard to case.
+std::string Folded(const std::string& text) {
+    char* folded = g_utf8_casefold(text.c_str(), -1);
+    std::string copy = folded;
+    g_free(folded);
+    return copy;
+}
+
+// A number, decimal or in hexadecimal with "0x".
+bool IsNumber(const std::string& text, uint16_t number) {
+    char* end = nullptr;
+    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    const guint64 value = g_ascii_strtoull(text.c_str(), &end, hexadecimal ? 16 : 10);
+    return !text.empty() && g_ascii_isdigit(text[0]) && *end == '\0' && value == number;
+}
+
+bool Matches(const BroadcastService& service, const std::string& wanted) {
+    return (service.id && IsNumber(wanted, *service.id)) ||
+           (!service.name.empty() && Folded(service.name) == Folded(ValidUtf8(wanted)));
+}
+
+bool IsWanted(const BroadcastService& service, const BroadcastFilter& filter) {
+    return filter.services.empty() ||
+           std::any_of(filter.services.begin(), filter.services.end(),
+                       [&](const std::string& wanted) { return Matches(service, wanted); });
+}
+
+/// Takes applications one after the other and tells apart what would look alike.
+class ItemList {
+public:
+    explicit ItemList(const BroadcastFilter& filter) : m_filter(filter) {}
+
+    void Add(const BroadcastService& service, const Application& application) {
+        std::string id = UniqueId(application);
+        std::string name = PreferredName(application.names, m_filter.languages);
+        if (name.empty()) {
+            name = id;
+        }
+        if (!m_known.insert({id, name}).second) {
+            return;
+        }
+        if (!m_ids.insert(id).second) {
+            id += '@' + std::to_string(service.id.value_or(0));
+            if (!m_ids.insert(id).second) {
+                return;
+            }
+        }
+        m_items.push_back({std::move(id), std::move(name)});
+    }
+
+    Items Take() {
+        std::map<std::string, size_t> uses;
+        std::set<std::string> names;
+        for (const Item& item : m_items) {
+            names.insert(item.name);
+        }
+        for (Item& item : m_items) {
+            const std::string name = item.name;
+            for (size_t use = ++uses[name]; use > 1; use = ++uses[name]) {
+                item.name = name + " (" + std::to_string(use) + ')';
+                if (names.insert(item.name).second) {
+                    break;
+                }
+            }
+        }
+        return std::move(m_items);
+    }
+
+private:
+    const BroadcastFilter& m_filter;
+    std::set<std::pair<std::string, std::string>> m_known;  ///< Ids and names.
+    std::set<std::string> m_ids;
+    Items m_items;
+};
+
+std::string NameOf(const BroadcastService& service) {
+    const std::string id = std::to_string(service.id.value_or(0));
+    return service.name.empty() ? id : id + " (" + service.name + ')';
+}
+
+// Each service of any snapshot once.
+std::string ServiceList(const Broadcast& broadcast) {
+    std::map<uint16_t, std::string> services;
+    for (const Snapshot& snapshot : broadcast.snapshots) {
+        for (const BroadcastService& service : snapshot.services) {
+            if (service.id) {
+                services.try_emplace(*service.id, NameOf(service));
+            }
+        }
+    }
+    std::string list;
+    for (const auto& [id, name] : services) {
+        list += (list.empty() ? "" : ", ") + name;
+    }
+    return list;
+}
+
+bool IsThere(const Broadcast& broadcast, const std::string& wanted) {
+    return std::any_of(
+        broadcast.snapshots.begin(), broadcast.snapshots.end(), [&](const Snapshot& snapshot) {
+            return std::any_of(snapshot.services.begin(), snapshot.services.end(),
+                               [&](const auto& service) { return Matches(service, wanted); });
+        });
+}
+
+}  // namespace
+
+bool IsOffered(const ApplicationTable& table, const Application& application, bool all) {
+    const bool wanted =
+        application.controlCode == CONTROL_AUTOSTART || application.controlCode == CONTROL_PRESENT;
+    return wanted && (all || (application.visibility == VISIBLE_ALL && !table.test));
+}
+
+std::vector<BroadcastService> SelectServices(const Snapshot& snapshot,
+                                             const BroadcastFilter& filter) {
+    std::vector<BroadcastService> services;
+    std::copy_if(snapshot.services.begin(), snapshot.services.end(), std::back_inserter(services),
+                 [&](const BroadcastService& service) { return IsWanted(service, filter); });
+    return services;
+}
+
+std::string MissingService(const Broadcast& broadcast, const BroadcastFilter& filter) {
+    for (const std::string& wanted : filter.services) {
+        if (!IsThere(broadcast, wanted)) {
+            const std::string list = ServiceList(broadcast);
+            return "no service '" + wanted + "'; " +
+                   (list.empty() ? "it names none" : "it has " + list);
+        }
+    }
+    return {};
+}
+
+Items OfferedItems(const Snapshot& snapshot, const BroadcastFilter& filter) {
+    ItemList items(filter);
+    for (const BroadcastService& service : SelectServices(snapshot, filter)) {
+        for (const auto& table : service.tables) {
+            for (const Application& application : table->applications) {
+                if (IsOffered(*table, application, filter.all)) {
+                    items.Add(service, application);
+                }
+            }
+        }
+    }
+    return items.Take();
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,152 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "feed/Feed.h"
+
+#include <algorithm>
+#include <glib.h>
+#include <map>
+#include <utility>
+
+#include "common/File.h"
+#include "feed/BroadcastFile.h"
+
+namespace applist::sim {
+namespace {
+
+/// Reads line after line into items; ids are unique.
+class ItemTextReader {
+public:
+    /// Empty on success, otherwise what is wrong with the line.
+    std::string Read(std::string_view line) {
+        ++m_line;
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        if (line.empty() || line.starts_with('#')) {
+            return {};
+        }
+        if (g_utf8_validate(line.data(), static_cast<gssize>(line.size()), nullptr) == FALSE) {
+            return "not UTF-8";
+        }
+        const size_t tab = line.find('\t');
+        if (tab == std::string_view::npos) {
+            return "no tab between id and name";
+        }
+        return Add(std::string(line.substr(0, tab)), std::string(line.substr(tab + 1)));
+    }
+
+    size_t line() const { return m_line; }
+    Items& items() { return m_items; }
+
+private:
+    std::string Add(std::string id, std::string name) {
+        if (id.empty()) {
+            return "empty id";
+        }
+        const auto [known, isNew] = m_lineOfId.try_emplace(id, m_line);
+        if (!isNew) {
+            return "id '" + id + "' is already in line " + std::to_string(known->second);
+        }
+        m_items.push_back({std::move(id), std::move(name)});
+        return {};
+    }
+
+    size_t m_line = 0;
+    Items m_items;
+    std::map<std::string, size_t> m_lineOfId;
+};
+
+}  // namespace
+
+Result<Items> ParseItemText(std::string_view text) {
+    ItemTextReader reader;
+    while (!text.empty()) {
+        const size_t end = text.find('\n');
+        const std::string error = reader.Read(text.substr(0, end));
+        if (!error.empty()) {
+            return Result<Items>::Failure(std::to_string(reader.line()) + ": " + error);
+        }
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return std::move(reader.items());
+}
+
+namespace {
+
+constexpr double STEP_WITHOUT_CLOCK_S = 1;
+
+double SecondsBetween(const Snapshot& earlier, const Snapshot& later) {
+    if (!earlier.seconds || !later.seconds) {
+        return STEP_WITHOUT_CLOCK_S;
+    }
+    return std::max(0.0, *later.seconds - *earlier.seconds);
+}
+
+// A snapshot that changes nothing for the viewer only takes its time.
+Feed Play(const Broadcast& broadcast, const BroadcastFeedOptions& options) {
+    Feed feed;
+    feed.items = OfferedItems(broadcast.snapshots.front(), options.filter);
+    Items shown = feed.items;
+    double waited = 0;
+    for (size_t i = 1; i < broadcast.snapshots.size(); ++i) {
+        const Snapshot& snapshot = broadcast.snapshots[i];
+        waited += SecondsBetween(broadcast.snapshots[i - 1], snapshot);
+        Items items = OfferedItems(snapshot, options.filter);
+        if (items != shown) {
+            shown = items;
+            feed.changes.push_back({options.interval.value_or(waited), std::move(items)});
+            waited = 0;
+        }
+    }
+    return feed;
+}
+
+bool IsEmpty(const Feed& feed) {
+    return feed.items.empty() &&
+           std::all_of(feed.changes.begin(), feed.changes.end(),
+                       [](const FeedStep& step) { return step.items.empty(); });
+}
+
+}  // namespace
+
+Feed SampleFeed() {
+    return {{{"0000000b.0001", "Guida TV"},
+             {"0000000b.0002", "Meteo"},
+             {"0000000b.0003", "Notizie"},
+             {"0000000b.0004", "Sport e Attualit\u00e0"},
+             {"0000000b.0005", "Televideo"}},
+            {},
+            {}};
+}
+
+Result<Feed> TextFeed(const std::string& file) {
+    const auto text = File::Read(file);
+    if (!text) {
+        return Result<Feed>::Failure(text.error());
+    }
+    auto items = ParseItemText(text->content());
+    if (!items) {
+        return Result<Feed>::Failure(file + ":" + items.error());
+    }
+    return Feed{std::move(*items), {}};
+}
+
+Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& options) {
+    const auto broadcast = ReadBroadcastFile(file, options.coding);
+    if (!broadcast) {
+        return Result<Feed>::Failure(broadcast.error());
+    }
+    const std::string missing = MissingService(*broadcast, options.filter);
+    if (!missing.empty()) {
+        return Result<Feed>::Failure(file + ": " + missing);
+    }
+    Feed feed = Play(*broadcast, options);
+    feed.remark = DamageRemark(file, broadcast->damage);
+    if (IsEmpty(feed)) {
+        return Result<Feed>::Failure(file + ": offers no applications" +
+                                     (feed.remark.empty() ? "" : "\n" + feed.remark));
+    }
+    return feed;
+}
+
+}  // namespace applist::sim

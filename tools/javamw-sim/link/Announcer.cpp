@@ -1,0 +1,97 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "link/Announcer.h"
+
+#include <utility>
+
+#include "link/ChannelNames.h"
+#include "link/Connection.h"
+
+namespace applist::sim {
+namespace {
+
+// How soon to try again when another middleware announces under the same name at this moment.
+constexpr unsigned AGAIN_MS = 2;
+constexpr unsigned MOST_TRIES = 500;
+
+}  // namespace
+
+Announcer::Announcer(GDBusConnection* connection, Listener listener, const HandshakePlan& plan)
+    : m_connection(connection), m_listener(std::move(listener)), m_plan(plan) {}
+
+bool Announcer::AnnounceAsPlanned(Announcement announcement) {
+    const AnnouncementPlan plan = m_plan[announcement];
+    if (plan.delay.count() == 0) {
+        AnnounceTimes(announcement, plan.times);
+        return plan.times > 0;
+    }
+    constexpr GSourceFunc CALLBACKS[]{&cb_Delayed<Announcement::Syn>,
+                                      &cb_Delayed<Announcement::SynAck>,
+                                      &cb_Delayed<Announcement::Ack>};
+    m_delayed[announcement] =
+        OwnSource(g_timeout_add(static_cast<unsigned>(plan.delay.count()),
+                                CALLBACKS[static_cast<size_t>(announcement)], this));
+    return false;
+}
+
+void Announcer::AnnounceNow(Announcement announcement) {
+    AnnounceTimes(announcement, 1);
+}
+
+void Announcer::Stop() {
+    m_again.Release();
+    m_delayed.clear();
+    m_queue.clear();
+}
+
+void Announcer::AnnounceTimes(Announcement announcement, unsigned times) {
+    const bool idle = m_queue.empty();
+    for (unsigned i = 0; i < times; ++i) {
+        m_queue.push_back({names::NameOf(names::CLIENT, announcement), 0});
+    }
+    if (idle) {
+        AnnounceQueued();
+    }
+}
+
+// In order: an application must hear our SYN before the ACK that follows from it.
+void Announcer::AnnounceQueued() {
+    while (!m_queue.empty()) {
+        Queued& first = m_queue.front();
+        const AnnounceResult result = AnnounceName(m_connection, first.name);
+        using Code = AnnounceResult::Code;
+        if (result.code == Code::Taken && ++first.tries < MOST_TRIES) {
+            m_again = OwnSource(g_timeout_add(AGAIN_MS, &cb_AnnounceAgain, this));
+            return;
+        }
+        if (result.code != Code::Announced) {
+            (result.code == Code::Denied ? m_listener.denied
+                                         : m_listener.failed)("cannot announce " + result.error);
+        }
+        m_queue.pop_front();
+    }
+}
+
+void Announcer::OnDelayed(Announcement announcement) {
+    m_delayed[announcement].Forget();
+    const unsigned times = m_plan[announcement].times;
+    AnnounceTimes(announcement, times);
+    if (times > 0) {
+        m_listener.late();
+    }
+}
+
+int Announcer::cb_AnnounceAgain(void* announcer) noexcept {
+    auto* self = static_cast<Announcer*>(announcer);
+    self->m_again.Forget();
+    self->AnnounceQueued();
+    return G_SOURCE_REMOVE;
+}
+
+template <Announcement announcement>
+int Announcer::cb_Delayed(void* announcer) noexcept {
+    static_cast<Announcer*>(announcer)->OnDelayed(announcement);
+    return G_SOURCE_REMOVE;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,92 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "link/Connection.h"
+
+namespace applist::sim {
+
+// As one fixed array: byte by byte would cost a hundred times as much.
+GVariant* ToVariant(const Bytes& bytes) {
+    return g_variant_new("(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(),
+                                                            bytes.size(), sizeof(char)));
+}
+
+bool HoldsBytes(GVariant* parameters) {
+    return g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ay)")) != FALSE;
+}
+
+Bytes FromVariant(GVariant* parameters) {
+    const GVariantPtr array(g_variant_get_child_value(parameters, 0));
+    size_t size = 0;
+    const auto* data =
+        static_cast<const char*>(g_variant_get_fixed_array(array.get(), &size, sizeof(char)));
+    return {data, data + size};
+}
+
+namespace {
+
+constexpr unsigned DO_NOT_QUEUE = 4;
+constexpr unsigned PRIMARY_OWNER = 1;
+
+GVariantPtr CallDaemon(GDBusConnection* connection, const char* method, GVariant* parameters,
+                       GError** error) {
+    return GVariantPtr(g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+        parameters, G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, error));
+}
+
+Result<std::string> ResolveAddress(const std::string& address) {
+    if (!address.empty()) {
+        return address;
+    }
+    GError* error = nullptr;
+    char* system = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, &error);
+    if (system == nullptr) {
+        return Result<std::string>::Failure(TakeMessage(error));
+    }
+    std::string resolved = system;
+    g_free(system);
+    return resolved;
+}
+
+}  // namespace
+
+Result<ConnectionPtr> OpenBus(const std::string& address) {
+    const auto resolved = ResolveAddress(address);
+    if (!resolved) {
+        return Result<ConnectionPtr>::Failure(resolved.error());
+    }
+    GError* error = nullptr;
+    const auto flags =
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    ConnectionPtr connection(
+        g_dbus_connection_new_for_address_sync(resolved->c_str(), flags, nullptr, nullptr, &error));
+    if (!connection) {
+        return Result<ConnectionPtr>::Failure(*resolved + ": " + TakeMessage(error));
+    }
+    return connection;
+}
+
+// The request is not queued. A queued request would take the name over as soon as its owner
+// releases it, and listeners would never see that release.
+AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name) {
+    using Code = AnnounceResult::Code;
+    GError* error = nullptr;
+    const auto claimed = CallDaemon(connection, "RequestName",
+                                    g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), &error);
+    if (!claimed) {
+        const bool denied = g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_ACCESS_DENIED) != 0;
+        return {denied ? Code::Denied : Code::Failed, name + ": " + TakeMessage(error)};
+    }
+    unsigned code = 0;
+    g_variant_get(claimed.get(), "(u)", &code);
+    if (code != PRIMARY_OWNER) {
+        return {Code::Taken, name + ": it is taken"};
+    }
+    if (!CallDaemon(connection, "ReleaseName", g_variant_new("(s)", name.c_str()), &error)) {
+        return {Code::Failed, name + ": " + TakeMessage(error)};
+    }
+    return {};
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,69 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "link/Handshake.h"
+
+namespace applist::sim {
+
+std::string_view NameOf(Announcement announcement) {
+    constexpr std::array<std::string_view, ANNOUNCEMENTS.size()> NAMES{"syn", "syn-ack", "ack"};
+    return NAMES.at(static_cast<size_t>(announcement));
+}
+
+HandshakeStep Handshake::Heard(Announcement announcement, const std::string& application) {
+    switch (announcement) {
+        case Announcement::Syn:
+            return HeardSyn(application);
+        case Announcement::SynAck:
+            return HeardSynAck(application);
+        case Announcement::Ack:
+            return HeardAck(application);
+    }
+    return {};
+}
+
+HandshakeStep Handshake::Lost(const std::string& application) {
+    const bool wasConnected = IsConnected(application);
+    m_applications.erase(application);
+    return {.lost = wasConnected, .establish = false, .answer = std::nullopt, .connected = false};
+}
+
+bool Handshake::IsConnected(const std::string& application) const {
+    const auto found = m_applications.find(application);
+    return found != m_applications.end() && found->second != State::SynAckSent;
+}
+
+// A application announces itself once in its life: when a known one does it again it has begun a new
+// one on the same bus connection and remembers nothing of us.
+HandshakeStep Handshake::HeardSyn(const std::string& application) {
+    HandshakeStep step = Lost(application);
+    m_applications[application] = State::SynAckSent;
+    step.establish = true;
+    step.answer = Announcement::SynAck;
+    return step;
+}
+
+// Announcements reach everybody. One heard after our ACK answers some other middleware; but an ACK
+// that we heard may have been another's too, and then the application still waits for ours.
+HandshakeStep Handshake::HeardSynAck(const std::string& application) {
+    const auto known = m_applications.find(application);
+    if (known != m_applications.end() && known->second == State::AckSent) {
+        return {};
+    }
+    const HandshakeStep step{.lost = false,
+                             .establish = known == m_applications.end(),
+                             .answer = Announcement::Ack,
+                             .connected = !IsConnected(application)};
+    m_applications[application] = State::AckSent;
+    return step;
+}
+
+HandshakeStep Handshake::HeardAck(const std::string& application) {
+    const auto found = m_applications.find(application);
+    if (found == m_applications.end() || found->second != State::SynAckSent) {
+        return {};
+    }
+    found->second = State::AckHeard;
+    return {.lost = false, .establish = false, .answer = std::nullopt, .connected = true};
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,142 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "link/Protocol.h"
+
+#include <algorithm>
+#include <charconv>
+#include <sstream>
+#include <string>
+
+#include "applist/RemoteAppListItem.h"
+#include "common/Output.h"
+
+namespace applist::sim {
+namespace {
+
+constexpr size_t ID_SIZE = 4;
+
+/// An item as the shared codec wants to read it.
+class ItemView : public AppListItem {
+public:
+    /// item must outlive the view.
+    explicit ItemView(const Item& item) : m_item(item) {}
+    std::string GetVisibleName() override { return m_item.name; }
+    std::string GetUnigueId() override { return m_item.id; }
+
+private:
+    const Item& m_item;
+};
+
+}  // namespace
+
+std::string_view NameOf(Function function) {
+    constexpr std::array<std::string_view, FUNCTIONS.size()> names{
+        "SetSelection", "GetSelection", "GetAllItems", "RemoveAllItems", "AddItems",
+        "AddItemAtEnd", "SetClicked",   "RemoveItem",  "ModifyItem",
+    };
+    return names.at(static_cast<size_t>(function) - static_cast<size_t>(FUNCTIONS.front()));
+}
+
+std::string_view NameOf(Event event) {
+    switch (event) {
+        case Event::ItemChanged:
+            return "ItemChanged";
+        case Event::ItemSelected:
+            return "ItemSelected";
+        case Event::ItemClicked:
+            return "ItemClicked";
+        case Event::LocalCreated:
+            return "LocalCreated";
+    }
+    return "Unknown";
+}
+
+std::optional<Function> FunctionByName(std::string_view name) {
+    const auto* const found =
+        std::find_if(FUNCTIONS.begin(), FUNCTIONS.end(),
+                     [name](Function function) { return NameOf(function) == name; });
+    return found == FUNCTIONS.end() ? std::nullopt : std::optional(*found);
+}
+
+Bytes EncodeCall(Function function, const Items& items) {
+    std::ostringstream payload;
+    for (const Item& item : items) {
+        ItemView view(item);
+        payload << RemoteAppListItem(view);
+    }
+    const std::string text = payload.str();
+    Bytes message(text.begin(), text.end());
+    for (size_t i = 0; i < ID_SIZE; ++i) {
+        message.push_back(static_cast<char>(static_cast<uint32_t>(function) >> 8U * i & 0xFFU));
+    }
+    return message;
+}
+
+std::optional<Items> DecodeItems(const Bytes& payload) {
+    std::istringstream stream(std::string(payload.begin(), payload.end()));
+    Items items;
+    while (stream.peek() != std::istringstream::traits_type::eof()) {
+        RemoteAppListItem item;
+        if (!(stream >> item)) {
+            return std::nullopt;
+        }
+        items.push_back({item.GetUnigueId(), item.GetVisibleName()});
+    }
+    return items;
+}
+
+std::string ItemLine(const Item& item) {
+    return OneLine(item.id) + '\t' + OneLine(item.name);
+}
+
+std::string DescribeNotification(const Notification& notification) {
+    std::string text = "event " + std::to_string(static_cast<int32_t>(notification.event)) + ' ' +
+                       std::string(NameOf(notification.event));
+    if (notification.payloadSize > 0) {
+        text += " with " + std::to_string(notification.payloadSize) + " unexpected bytes";
+    }
+    return text;
+}
+
+std::optional<Notification> DecodeNotification(const Bytes& message) {
+    if (message.size() < ID_SIZE) {
+        return std::nullopt;
+    }
+    const size_t payloadSize = message.size() - ID_SIZE;
+    uint32_t id = 0;
+    for (size_t i = 0; i < ID_SIZE; ++i) {
+        id |= static_cast<uint32_t>(static_cast<uint8_t>(message[payloadSize + i])) << 8U * i;
+    }
+    return Notification{static_cast<Event>(static_cast<int32_t>(id)), payloadSize};
+}
+
+std::string ToHex(std::string_view bytes) {
+    constexpr const char* DIGITS = "0123456789abcdef";
+    std::string text;
+    text.reserve(bytes.size() * 2);
+    for (const char byte : bytes) {
+        text += DIGITS[static_cast<uint8_t>(byte) >> 4U];
+        text += DIGITS[static_cast<uint8_t>(byte) & 0xFU];
+    }
+    return text;
+}
+
+std::optional<Bytes> FromHex(std::string_view text) {
+    if (text.size() % 2 != 0) {
+        return std::nullopt;
+    }
+    Bytes bytes;
+    bytes.reserve(text.size() / 2);
+    for (size_t i = 0; i < text.size(); i += 2) {
+        uint8_t value = 0;
+        const char* end = text.data() + i + 2;
+        const auto parsed = std::from_chars(text.data() + i, end, value, 16);
+        if (parsed.ec != std::errc() || parsed.ptr != end) {
+            return std::nullopt;
+        }
+        bytes.push_back(static_cast<char>(value));
+    }
+    return bytes;
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,66 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "link/ListClient.h"
+
+namespace applist::sim {
+
+/// The answer to the question which item is selected.
+struct SelectedItem {
+    std::optional<Item> item;  ///< No item is selected if absent.
+    std::string problem;       ///< Why the selection is unknown; empty if it is known.
+};
+
+/// Interprets a reply to GetSelection.
+SelectedItem SelectedIn(const Result<Items>& reply);
+
+/// What was read after event: "chose ID<TAB>NAME" after event 3, which is the viewer's choice, and
+/// "selection ID<TAB>NAME" after any other; or why it is unknown.
+std::string DescribeSelection(Event event, const SelectedItem& selection);
+
+/// Reads the selection after each event.
+///
+/// The application ends shortly after event 3 and may no longer answer. The chosen item is then the
+/// answer to the GetSelection call that followed the most recent event 2. An older answer is never
+/// used, because the viewer has moved on since then.
+class SelectionReader {
+public:
+    using Done = std::function<void(const SelectedItem& selection)>;
+
+    /// client must outlive the reader.
+    explicit SelectionReader(ListClient& client) : m_client(client) {}
+
+    /// Calls GetSelection. Runs done once, from the main loop or from Lost().
+    void Read(const std::string& application, Event event, Done done);
+
+    /// Completes all pending reads of an application that left the bus, in their order.
+    void Lost(const std::string& application);
+
+    /// True if a read after this event is pending.
+    bool IsPending(Event event) const;
+
+private:
+    struct Pending {
+        std::string application;
+        Event event{};
+        Done done;
+    };
+    void Complete(uint64_t number, const SelectedItem& answer);
+    SelectedItem Resolve(const Pending& read, const SelectedItem& answer);
+
+    ListClient& m_client;
+    uint64_t m_lastNumber = 0;
+    std::map<uint64_t, Pending> m_pending;  ///< By number; a later read has a higher one.
+    /// Per application the answer that followed the most recent event 2; absent while pending.
+    std::map<std::string, SelectedItem> m_latest;
+};
+
+}  // namespace applist::sim

@@ -1,0 +1,93 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "middleware/BusRecording.h"
+
+#include <array>
+#include <utility>
+
+#include "common/Output.h"
+#include "link/ChannelNames.h"
+
+namespace applist::sim {
+namespace {
+
+// Answers name no interface; the reader picks those out that belong to a call it has seen.
+std::array<std::string, 4> MatchRules() {
+    return {std::string("interface='") + names::INTERFACE + "'",
+            "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged'",
+            "type='method_return'", "type='error'"};
+}
+
+}  // namespace
+
+BusRecording::BusRecording(std::string address, std::string file)
+    : m_address(std::move(address)), m_file(std::move(file)) {}
+
+ExitCode BusRecording::Run() {
+    auto connection = OpenBus(m_address);
+    if (!connection) {
+        Complain("cannot reach the bus: " + connection.error());
+        return ExitCode::NoBus;
+    }
+    m_connection = std::move(*connection);
+    auto recorder = SessionRecorder::Start(m_connection.get(), TrafficTap::Use::Monitor, m_file);
+    if (!recorder) {
+        Complain(recorder.error());
+        return ExitCode::WrongUsage;
+    }
+    m_recorder = std::move(*recorder);
+    const std::string refusal = BecomeMonitor();
+    if (!refusal.empty()) {
+        Complain(
+            "the bus lets nobody look on but its owner and root; \"serve --record\" records "
+            "its own traffic: " +
+            refusal);
+        return ExitCode::NoBus;
+    }
+    return Record();
+}
+
+ExitCode BusRecording::Record() {
+    const unsigned long closed =
+        g_signal_connect(m_connection.get(), "closed", G_CALLBACK(&BusRecording::cb_Closed), this);
+    Say("recording " + m_file);
+    const ExitCode code = m_loop.Run();
+    g_signal_handler_disconnect(m_connection.get(), closed);
+    const std::string error = m_recorder->Finish();
+    if (!error.empty()) {
+        Complain(error);
+        return ExitCode::CallFailed;
+    }
+    Say("recorded " + std::to_string(m_recorder->count()) + " messages");
+    return code;
+}
+
+std::string BusRecording::BecomeMonitor() {
+    GVariantBuilder rules;
+    g_variant_builder_init(&rules, G_VARIANT_TYPE("as"));
+    for (const std::string& rule : MatchRules()) {
+        g_variant_builder_add(&rules, "s", rule.c_str());
+    }
+    GError* error = nullptr;
+    const GVariantPtr reply(g_dbus_connection_call_sync(
+        m_connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+        "org.freedesktop.DBus.Monitoring", "BecomeMonitor", g_variant_new("(asu)", &rules, 0U),
+        nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
+    return reply ? std::string() : TakeMessage(error);
+}
+
+// Standard output may be the recording.
+void BusRecording::Say(const std::string& line) const {
+    if (m_file == "-") {
+        return;
+    }
+    static_cast<void>(WriteLine(line));
+}
+
+void BusRecording::cb_Closed(GDBusConnection* /*connection*/, int /*remotePeerVanished*/,
+                             GError* /*error*/, void* recording) noexcept {
+    Complain("the bus closed the connection");
+    static_cast<BusRecording*>(recording)->m_loop.End(ExitCode::NoBus);
+}
+
+}  // namespace applist::sim

@@ -1,0 +1,52 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/LineInput.h"
+
+#include <array>
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+#include <glib-unix.h>
+
+#include "common/Output.h"
+
+namespace applist::sim {
+
+void StreamInput::Resume(const std::string& /*prompt*/) {
+    m_source = OwnSource(g_unix_fd_add(
+        m_file, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), &cb_Readable, this));
+}
+
+bool StreamInput::Print(const std::string& line) {
+    return WriteLine(line);
+}
+
+void StreamInput::Read() {
+    std::array<char, 4096> buffer{};
+    const ssize_t size = read(m_file, buffer.data(), buffer.size());
+    if (size < 0 && (errno == EINTR || errno == EAGAIN)) {
+        return;
+    }
+    m_pending.append(buffer.data(), size > 0 ? static_cast<size_t>(size) : 0);
+    for (size_t end = 0; (end = m_pending.find('\n')) != std::string::npos;) {
+        const std::string line = m_pending.substr(0, end);
+        m_pending.erase(0, end + 1);
+        m_listener.line(line);
+    }
+    if (size <= 0) {
+        m_source.Release();
+        const std::string last = std::exchange(m_pending, {});
+        if (!last.empty()) {
+            m_listener.line(last);
+        }
+        m_listener.end();
+    }
+}
+
+int StreamInput::cb_Readable(int /*file*/, GIOCondition /*condition*/, void* input) noexcept {
+    static_cast<StreamInput*>(input)->Read();
+    return G_SOURCE_CONTINUE;
+}
+
+}  // namespace applist::sim
