@@ -10,9 +10,9 @@
 
 namespace applist::desktop {
 
-/// Which key of a keyboard or receiver is which key of the remote control. Keys have the names that
-/// the display gives them, such as "XF86Select", or "Keycode-360" where it has no name for the key.
-/// README.md of the port lists the built-in table and the names of the remote control's keys.
+/// Maps keys of keyboards and receivers to keys of the remote control. A key has the name that the
+/// display gives it, such as "XF86Select", or "Keycode-360" if the keymap does not name it.
+/// docs/settings.md lists the built-in table and the names of the remote control's keys.
 class KeyTable {
 public:
     using Entries = std::map<std::string, const char*, std::less<>>;
@@ -37,7 +37,7 @@ private:
     Entries m_entries;
 };
 
-/// A key table, and what was wrong with the file that it was read from: each text names the file.
+/// A key table and the problems of its file. Each problem starts with the path of the file.
 struct KeyTableReading {
     KeyTable table;
     std::vector<std::string> problems;

@@ -25,7 +25,7 @@ Eina_Bool OnRelease(void* keyboard, int, void* key) {
     return taken ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
 }
 
-// The toolkit's name for a key that the keymap has none for is made from its code on X only.
+// If the keymap does not name a key, the toolkit names it by its code on X, but not on Wayland.
 std::string NameOf(const Ecore_Event_Key& key) {
     const std::string_view name = key.key;
     return name.empty() || name == "NoSymbol" ? "Keycode-" + std::to_string(key.keycode)
