@@ -32,9 +32,9 @@ std::string_view TakeLine(std::string_view& text) {
 
 }  // namespace
 
-// Debian's keymaps name KEY_EXIT XF86Close, and do not name KEY_OK and KEY_SELECT, whose codes are 360
-// and 361 with X's offset of 8. X11 does not deliver codes above 255. Where a keymap has XF86Exit, on
-// code 182, the toolkit does not know the name.
+// Debian's keymaps name KEY_EXIT XF86Close, and do not name KEY_OK and KEY_SELECT, whose codes are
+// 360 and 361 with X's offset of 8. X11 does not deliver codes above 255. Where a keymap has
+// XF86Exit, on code 182, the toolkit does not know the name.
 KeyTable::KeyTable()
     : m_entries{
           {"Escape", "XF86Back"},    {"F10", "XF86Exit"},        {"Keycode-182", "XF86Exit"},
