@@ -13,8 +13,8 @@
 namespace applist::desktop {
 namespace {
 
-// A program that takes no name in this time will not: the caller may be what the viewer waits for.
-constexpr int START_PATIENCE_MS = 15000;
+// The caller waits this long for an answer, because the viewer may be waiting for the caller.
+constexpr int PATIENCE_MS = 1000;
 constexpr const char* BUS_NAME = "org.freedesktop.DBus";
 constexpr const char* BUS_PATH = "/org/freedesktop/DBus";
 
@@ -43,8 +43,21 @@ bool AskDaemon(GDBusConnection* bus, const char* interface, const char* method,
                GVariant* parameters, GError** error) {
     g_autoptr(GVariant) answer =
         g_dbus_connection_call_sync(bus, BUS_NAME, BUS_PATH, interface, method, parameters, nullptr,
-                                    G_DBUS_CALL_FLAGS_NONE, START_PATIENCE_MS, nullptr, error);
+                                    G_DBUS_CALL_FLAGS_NONE, PATIENCE_MS, nullptr, error);
     return answer != nullptr;
+}
+
+// Logs why the bus has not done it. A start that takes long is left to the direct launch: the
+// daemon drops a request whose sender has gone away, and two programs of one id sort out the
+// request between them.
+BusLaunch Failed(const char* what, const std::string& appId, const GError* error) {
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) != FALSE) {
+        LOG_INFO("%s %s over the bus takes too long", what, appId.c_str());
+        return BusLaunch::UNKNOWN;
+    }
+    LOG_ERROR("Cannot %s %s over the bus: [%d] %s", what, appId.c_str(), error->code,
+              error->message);
+    return BusLaunch::FAILED;
 }
 
 // Starting comes apart from the request: the daemon drops a request that waits for a start when
@@ -58,8 +71,7 @@ BusLaunch Start(GDBusConnection* bus, const std::string& appId) {
     if (g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) != FALSE) {
         return BusLaunch::UNKNOWN;
     }
-    LOG_ERROR("Cannot start %s over the bus: [%d] %s", appId.c_str(), error->code, error->message);
-    return BusLaunch::FAILED;
+    return Failed("start", appId, error);
 }
 
 GDBusMessage* ToMessage(const app_control_s& request) {
@@ -85,9 +97,7 @@ BusLaunch Deliver(GDBusConnection* bus, const app_control_s& request) {
         AskDaemon(bus, "org.freedesktop.DBus.Peer", "Ping", nullptr, &error)) {
         return BusLaunch::DELIVERED;
     }
-    LOG_ERROR("Cannot reach %s over the bus: [%d] %s", request.appId.c_str(), error->code,
-              error->message);
-    return BusLaunch::FAILED;
+    return Failed("reach", request.appId, error);
 }
 
 }  // namespace

@@ -10,7 +10,8 @@ namespace applist::desktop {
 enum class BusLaunch {
     /// The application runs and the bus has put the request into its queue.
     DELIVERED,
-    /// There is no session bus, or it knows no application of that id.
+    /// There is no session bus, it knows no application of that id, or it does not answer within a
+    /// second: launch the program directly.
     UNKNOWN,
     /// The bus knows the application, but could not start it or deliver the request; logged.
     FAILED

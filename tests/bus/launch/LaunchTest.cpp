@@ -142,6 +142,13 @@ TEST_F(LaunchOnABus, FailsForAnApplicationThatEndsWithoutTakingItsName) {
     EXPECT_THAT(log, HasSubstr(std::string("Cannot start ") + ID + " over the bus: ["));
 }
 
+TEST_F(LaunchOnABus, StartsTheInstalledProgramIfItsServiceIsSlow) {
+    InstallService(ID, "/bin/sleep 20");
+    InstallEntry(Receiver());
+    EXPECT_EQ(Send({ID, "text=Hello"}), 0) << log;
+    EXPECT_TRUE(Receives("start text=Hello;\n"));
+}
+
 TEST_F(LaunchOnABus, StartsAnInstalledProgramThatTheBusDoesNotKnow) {
     InstallEntry("\"" + Receiver() + "\" %U");
     EXPECT_EQ(Send({ID, "text=Hello"}), 0) << log;
