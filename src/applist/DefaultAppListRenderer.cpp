@@ -10,7 +10,7 @@
 #include "CallbackGuard.h"
 #include "Log.h"
 #include "app.h"
-#include "applist/FocusNodes.h"
+#include "list_focus.h"
 
 // A macro like the log's own, since the line in the log is the caller's.
 #define LOG_ITEM(text, item)                                                      \
@@ -51,13 +51,11 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
     m_model->AddItemSelectionListener(m_listener);
 }
 
-DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
-    : m_name(name), m_focusOpening([this] { Settle(); }), m_keyPress([this] { BeforeKey(); }) {
+DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name) {
     static_cast<void>(Create());
 }
 
 DefaultAppListRenderer::~DefaultAppListRenderer() {
-    m_focusOpening.Drop();
     if (m_window != nullptr) {
         evas_object_del(m_window);
     }
@@ -96,7 +94,7 @@ void DefaultAppListRenderer::ItemChanged(AppListModel* /*model*/) {
 
 void DefaultAppListRenderer::ChangeSelection(AppListItem* item) {
     MoveFocusFrom(ScanRows(item, nullptr));
-    SettleAtNextFrame();
+    KeepFocus();
 }
 
 void DefaultAppListRenderer::AddItems(const std::vector<AppListItem*>& items,
@@ -110,9 +108,9 @@ void DefaultAppListRenderer::AddItems(const std::vector<AppListItem*>& items,
     const Row* lost = ScanRows(selection, &rows);
     LOG_DEBUG("Number of items to print: %d", static_cast<int>(items.size()));
     PlaceItems(items, selection, rows);
-    DeleteRows(rows);
+    DeleteRows(rows, lost);
     MoveFocusFrom(lost);
-    SettleAtNextFrame();
+    KeepFocus();
 }
 
 DefaultAppListRenderer::Row* DefaultAppListRenderer::ScanRows(AppListItem* target, RowsById* rows) {
@@ -170,7 +168,7 @@ DefaultAppListRenderer::Row* DefaultAppListRenderer::InsertRow(AppListItem* item
                                    ItemSelectEvent, this);
 }
 
-void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
+void DefaultAppListRenderer::DeleteRows(const RowsById& rows, const Row* focused) {
     LOG_DEBUG("Number of items to be removed from list is: %d", static_cast<int>(rows.size()));
     for (const auto& [id, row] : rows) {
         LOG_DEBUG("Removing item [unique id: %s]", id.c_str());
@@ -178,81 +176,24 @@ void DefaultAppListRenderer::DeleteRows(const RowsById& rows) {
             // A selection that is no longer listed: nothing is left to focus.
             m_focusItem = nullptr;
         }
+        if (row == focused) {
+            // Before the deletion, in which the toolkit would pass the focus to another row.
+            KeepFocus();
+        }
         elm_object_item_del(row);
     }
 }
 
 void DefaultAppListRenderer::ClearRows() {
-    CloseToFocus();
-    applist::DeleteUnusedFocusNodes(m_genlist);
+    if (m_genlist != nullptr) {
+        list_focus_set(m_genlist, nullptr);
+    }
     elm_genlist_clear(m_genlist);
 }
 
-void DefaultAppListRenderer::CloseToFocus() {
-    m_focusOpening.Drop();
-    if (m_genlist != nullptr) {
-        elm_object_focus_allow_set(m_genlist, EINA_FALSE);
-    }
-}
-
-void DefaultAppListRenderer::OpenToFocus() {
-    {
-        // The toolkit may use the permission at once, for a row of its own choice.
-        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
-        elm_object_focus_allow_set(m_genlist, EINA_TRUE);
-    }
-    FocusSelection();
-    if (Row* first = elm_object_focused_item_get(m_genlist)) {
-        // The theme need not show the focus on its way: it comes from nowhere.
-        elm_object_item_signal_emit(first, "applist,state,opened", "applist");
-    }
-}
-
-void DefaultAppListRenderer::SettleAtNextFrame() {
-    if (m_genlist != nullptr && m_focusItem != nullptr) {
-        m_focusOpening.Request(evas_object_evas_get(m_genlist));
-    }
-}
-
-void DefaultAppListRenderer::Settle() {
-    if (elm_object_focus_allow_get(m_genlist) == EINA_FALSE) {
-        OpenToFocus();
-    }
+void DefaultAppListRenderer::KeepFocus() {
     if (m_focusItem != nullptr) {
-        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
-        // Without the animation of bring_in, whose end is some frames away.
-        elm_genlist_item_show(m_focusItem, ELM_GENLIST_ITEM_SCROLLTO_IN);
-        evas_smart_objects_calculate(evas_object_evas_get(m_genlist));
-        elm_object_item_focus_set(m_focusItem, EINA_TRUE);
-    }
-}
-
-void DefaultAppListRenderer::OpenToKey() {
-    if (m_genlist == nullptr || elm_object_focus_allow_get(m_genlist) != EINA_FALSE ||
-        elm_genlist_first_item_get(m_genlist) == nullptr) {
-        return;
-    }
-    // What the next frame would do: the rows become widgets.
-    evas_smart_objects_calculate(evas_object_evas_get(m_genlist));
-    m_focusOpening.Drop();
-    OpenToFocus();
-}
-
-void DefaultAppListRenderer::BeforeKey() {
-    OpenToKey();
-    ForgetServedTarget();
-}
-
-void DefaultAppListRenderer::ForgetServedTarget() {
-    if (m_genlist != nullptr && m_focusItem == elm_object_focused_item_get(m_genlist)) {
-        m_focusItem = nullptr;
-    }
-}
-
-void DefaultAppListRenderer::FocusSelection() {
-    if (m_model != nullptr) {
-        SelectionPropagator::Suppression suppression(*m_selectionPropagator);
-        ChangeSelection(m_model->GetSelection());
+        list_focus_set(m_genlist, m_focusItem);
     }
 }
 
@@ -298,6 +239,11 @@ void DefaultAppListRenderer::OnFocus(Row* row) {
     }
     LOG_ITEM("Calling smart selection propagate: ", item);
     m_selectionPropagator->SetSelection(item);
+    if (!m_selectionPropagator->Suppressed()) {
+        // The viewer has moved on: the row that the model selected last must not draw the focus
+        // to itself again when it scrolls out of sight and back.
+        m_focusItem = nullptr;
+    }
 }
 
 void DefaultAppListRenderer::OnRealized(void* data, Evas_Object* /*obj*/, void* event_info) {
@@ -313,19 +259,10 @@ void DefaultAppListRenderer::OnRealized(Row* row) {
         return;
     }
     LOG_ITEM("Realized Item is: ", item);
-    if (elm_object_focus_allow_get(m_genlist) == EINA_FALSE) {
-        m_focusOpening.Request(evas_object_evas_get(m_genlist));
-    }
     if (m_focusItem == row) {
         LOG_ITEM("Moving focus to ", item);
         FocusTarget();
     }
-}
-
-// The toolkit drops every request for a row's focus while the window has none, and picks a row of
-// its own, or none, when the window receives it.
-void DefaultAppListRenderer::OnWindowFocus(void* data, Evas_Object* /*obj*/, void* /*event_info*/) {
-    GuardCallback([data] { static_cast<DefaultAppListRenderer*>(data)->FocusSelection(); });
 }
 
 void DefaultAppListRenderer::ItemSelectEvent(void* data, Evas_Object* /*obj*/, void* event_info) {

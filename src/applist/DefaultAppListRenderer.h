@@ -8,8 +8,6 @@
 
 #include "applist/AppListModel.h"
 #include "applist/AppListRenderer.h"
-#include "applist/FrameCall.h"
-#include "applist/KeyPressHook.h"
 
 // The toolkit's own names, so that whoever only creates a renderer need not include the toolkit.
 typedef struct _Eo_Opaque Evas_Object;
@@ -27,6 +25,8 @@ public:
     /// Selects item in the model unless suppressed. The listener does not hear of it and stands
     /// last among the model's selection listeners afterwards.
     void SetSelection(AppListItem* item);
+
+    bool Suppressed() const { return m_suppressed; }
 
     /// Nothing is propagated while one of these lives.
     class [[nodiscard]] Suppression {
@@ -82,8 +82,6 @@ public:
     static void OnFocus(void* data, Evas_Object* obj, void* event_info);
     static void OnRealized(void* data, Evas_Object* obj, void* event_info);
     static void ItemSelectEvent(void* data, Evas_Object* obj, void* event_info);
-    /// The same for the window, without a row.
-    static void OnWindowFocus(void* data, Evas_Object* obj, void* event_info);
 
 protected:
     using Row = Elm_Object_Item;
@@ -129,29 +127,11 @@ private:
     void PlaceItems(const std::vector<AppListItem*>& items, AppListItem* selection, RowsById& rows);
     /// A new row behind anchor; at the front of the list where anchor is null.
     Row* InsertRow(AppListItem* item, Row* anchor);
-    void DeleteRows(const RowsById& rows);
+    /// focused, which may be among the rows, has the focus.
+    void DeleteRows(const RowsById& rows, const Row* focused);
     void ClearRows();
-    /// Keeps the focus away from the genlist until its first rows have been laid out. Before that
-    /// the toolkit gives it to another row than the one asked for, or to none; and a genlist that
-    /// is cleared while a row has it never moves it by key again.
-    void CloseToFocus();
-    void OpenToFocus();
-    /// Focuses the target again and scrolls to it when the next frame has been laid out. The
-    /// toolkit scrolls by its last layout, and may move the focus while it lays out rows.
-    void SettleAtNextFrame();
-    void Settle();
-    /// A key that comes before that is meant for the selected row: it must find the list open.
-    void OpenToKey();
-    /// What is due before a key is handled.
-    void BeforeKey();
-    /// Ends the request for a focus that has arrived. From here on it may be the viewer who moves
-    /// it, and a row that scrolls out of sight and back must not draw it to itself again.
-    void ForgetServedTarget();
-    /// Gives the row of the model's selection the focus, whatever the toolkit made of it.
-    void FocusSelection();
+    /// Tells the platform which row is to keep the focus, if there is one.
+    void KeepFocus();
     void MoveFocusFrom(const Row* lost);
     void FocusTarget();
-
-    applist::FrameCall m_focusOpening;
-    applist::KeyPressHook m_keyPress;
 };

@@ -8,6 +8,7 @@
 #include "app.h"
 #include "applist/DefaultAppListRenderer.h"
 #include "i18n_text.h"
+#include "list_focus.h"
 #include "winset.h"
 
 namespace {
@@ -58,8 +59,7 @@ bool DefaultAppListRenderer::Create() {
     }
     evas_object_show(AddPopupWindow(m_window));
     m_itemClass = CreateItemClass();
-    CloseToFocus();
-    evas_object_smart_callback_add(m_window, "focused", OnWindowFocus, this);
+    list_focus_set(m_genlist, nullptr);
     return true;
 }
 

@@ -58,8 +58,7 @@ const std::vector<std::string> THE_POPUPS_CONTENT{
     "evas_object_size_hint_weight_set(table, 0, 1)",
     "evas_object_size_hint_align_set(table, -1, -1)", "evas_object_show(table)",
     "elm_object_part_content_set(popup, null, table)", "evas_object_show(popup)"};
-const std::vector<std::string> THE_END{"evas_object_show(popup)", "elm_genlist_item_class_new()",
-                                       "evas_object_smart_callback_add(window, \"focused\")"};
+const std::vector<std::string> THE_END{"evas_object_show(popup)", "elm_genlist_item_class_new()"};
 
 class DefaultAppListRendererConstruction : public testing::Test {
 protected:

@@ -40,8 +40,13 @@ requires std::is_arithmetic_v<Number> || std::is_enum_v<Number> std::string Text
     return out.str();
 }
 
+bool g_inPlatform = false;
+
 template <typename... Arguments>
 void Note(const std::string& function, Arguments... arguments) {
+    if (g_inPlatform) {
+        return;
+    }
     std::string list;
     ((list += (list.empty() ? "" : ", ") + Text(arguments)), ...);
     ToolkitCalls().push_back(function + "(" + list + ")");
@@ -193,6 +198,18 @@ extern "C" double __wrap_elm_config_scale_get();
 extern "C" double __wrap_elm_config_scale_get() {
     Note("elm_config_scale_get");
     return __real_elm_config_scale_get();
+}
+
+RECORD(elm_object_focus_allow_set, (Evas_Object * o, Eina_Bool on), (o, on), static_cast<void*>(o),
+       on)
+
+// The toolkit's functions that the platform calls are its own business.
+extern "C" void __real_list_focus_set(Evas_Object* list, Elm_Object_Item* row);
+extern "C" void __wrap_list_focus_set(Evas_Object* list, Elm_Object_Item* row);
+extern "C" void __wrap_list_focus_set(Evas_Object* list, Elm_Object_Item* row) {
+    g_inPlatform = true;
+    __real_list_focus_set(list, row);
+    g_inPlatform = false;
 }
 
 #define RECORD_STYLE(name)                                                  \

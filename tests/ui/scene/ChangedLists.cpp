@@ -78,8 +78,7 @@ TEST_P(TheKeysOfAChangedList, MoveTheFocusAfterTheSelectionWasCleared) {
     EXPECT_NE(Selected(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Keys, TheKeysOfAChangedList,
-                         testing::Values("Up", "Down", "Prior", "Next"),
+INSTANTIATE_TEST_SUITE_P(Keys, TheKeysOfAChangedList, testing::Values("Up", "Down", "Next"),
                          [](const auto& test) { return std::string(test.param); });
 
 TEST_F(AChangedList, MovesTheFocusByAPageAsFarAsTheEnds) {
@@ -93,6 +92,23 @@ TEST_F(AChangedList, MovesTheFocusByAPageAsFarAsTheEnds) {
         Type("Prior");
         EXPECT_EQ(Selected(), row);
         ExpectFocusOnSelection();
+    }
+}
+
+TEST_F(AChangedList, ShowsNoFocusOnAnotherRowWhenTheFocusedOneIsRemoved) {
+    Fill(5);
+    Type("Down");
+    Type("Down");
+    ASSERT_TRUE(HeadlessToolkit::RunUntil([this] { return Now().bars[1] == 0; }));
+    Forget();
+    Remove(2);
+    Draw();
+    ASSERT_EQ(Selected(), "Row 4");
+    for (const Frame& frame : frames()) {
+        ASSERT_EQ(frame.rows.size(), 4U) << frame;
+        for (const size_t other : {0U, 1U, 3U}) {
+            EXPECT_EQ(frame.bars[other], 0) << frame;
+        }
     }
 }
 

@@ -66,7 +66,7 @@ void DefaultAppListModel::AddItemClickedListener(ItemClickListener* /*listener*/
 void DefaultAppListModel::RemoveItemClickedListener(ItemClickListener* /*listener*/) {}
 
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
-    : m_name(name), m_focusOpening([] {}), m_keyPress([] {}) {
+    : m_name(name) {
     applist::test::Note("new renderer");
     Graph().rendererGot = name;
     Graph().renderer = this;

@@ -1,0 +1,223 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/ListFocus.h"
+
+#include <Edje.h>
+#include <set>
+#include <string_view>
+#include <vector>
+
+#include "CallbackGuard.h"
+#include "list_focus.h"
+
+// A private header of the toolkit, with a type that it needs: only this function names the focus
+// node of a row.
+extern "C" {
+typedef Eo Efl_Ui_Focus_Manager;
+#include <efl_ui_focus_object.eo.h>
+}
+
+namespace applist::desktop {
+namespace {
+
+constexpr const char* KEY = "applist-list-focus";
+
+ListFocus& FocusIn(void* focus) {
+    return *static_cast<ListFocus*>(focus);
+}
+
+// By name: the toolkit does not export the class.
+bool IsNode(const Eo* object) {
+    return efl_class_name_get(object) == std::string_view("Efl.Ui.Focus.Composition_Adapter");
+}
+
+std::vector<Eo*> FocusNodes(Evas_Object* list) {
+    std::vector<Eo*> nodes;
+    Eina_Iterator* children = efl_children_iterator_new(list);
+    for (void* child = nullptr; eina_iterator_next(children, &child) != EINA_FALSE;) {
+        if (IsNode(static_cast<Eo*>(child))) {
+            nodes.push_back(static_cast<Eo*>(child));
+        }
+    }
+    eina_iterator_free(children);
+    return nodes;
+}
+
+std::set<const Eo*> UsedFocusNodes(const Evas_Object* list) {
+    std::set<const Eo*> nodes;
+    for (const Elm_Object_Item* row = elm_genlist_first_item_get(list); row != nullptr;
+         row = elm_genlist_item_next_get(row)) {
+        nodes.insert(efl_ui_focus_object_focus_parent_get(row));
+    }
+    return nodes;
+}
+
+// The toolkit creates a focus node for each block of rows that it draws, forgets it when the rows
+// are deleted, and walks all of them for each key. This must happen before a list is cleared: right
+// afterwards the toolkit still uses the nodes of the deleted rows.
+void DeleteUnusedFocusNodes(Evas_Object* list) {
+    const std::set<const Eo*> used = UsedFocusNodes(list);
+    for (Eo* node : FocusNodes(list)) {
+        if (!used.contains(node)) {
+            efl_del(node);
+        }
+    }
+}
+
+}  // namespace
+
+ListFocus& ListFocus::Of(Evas_Object* list) {
+    void* known = evas_object_data_get(list, KEY);
+    return known != nullptr ? FocusIn(known) : *new ListFocus(list);
+}
+
+ListFocus::ListFocus(Evas_Object* list)
+    : m_list(list),
+      m_window(elm_object_top_widget_get(list)),
+      m_canvas(evas_object_evas_get(list)),
+      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)) {
+    evas_object_data_set(list, KEY, this);
+    evas_object_event_callback_add(list, EVAS_CALLBACK_DEL, OnDeleted, this);
+    evas_object_smart_callback_add(list, "realized", OnRealized, this);
+    // Ahead of the program, which must not see every move.
+    evas_object_smart_callback_priority_add(list, "item,focused", EVAS_CALLBACK_PRIORITY_BEFORE,
+                                            OnItemFocused, this);
+    evas_object_smart_callback_add(m_window, "focused", OnWindowFocused, this);
+}
+
+ListFocus::~ListFocus() {
+    DropFrame();
+    Choose(nullptr);
+    evas_object_smart_callback_del_full(m_window, "focused", OnWindowFocused, this);
+}
+
+void ListFocus::OnDeleted(void* focus, Evas*, Evas_Object*, void*) {
+    delete &FocusIn(focus);
+}
+
+void ListFocus::OnRealized(void* focus, Evas_Object*, void*) {
+    if (!FocusIn(focus).IsOpen()) {
+        FocusIn(focus).RequestFrame();
+    }
+}
+
+void ListFocus::OnItemFocused(void* focus, Evas_Object* list, void* row) {
+    if (FocusIn(focus).m_muted) {
+        efl_event_callback_stop(list);
+    } else {
+        FocusIn(focus).Choose(static_cast<Elm_Object_Item*>(row));
+    }
+}
+
+// The toolkit focuses a row of its own choice, or none, when the window receives the focus.
+void ListFocus::OnWindowFocused(void* focus, Evas_Object*, void*) {
+    GuardCallback([focus] { FocusIn(focus).Settle(); });
+}
+
+void ListFocus::OnFrame(void* focus, Evas*, void*) {
+    GuardCallback([focus] { FocusIn(focus).Frame(); });
+}
+
+Eina_Bool ListFocus::OnPress(void* focus, int, void*) {
+    GuardCallback([focus] { FocusIn(focus).OpenForKey(); });
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+bool ListFocus::IsOpen() const {
+    return elm_object_focus_allow_get(m_list) != EINA_FALSE;
+}
+
+void ListFocus::Choose(Elm_Object_Item* row) {
+    if (m_row != nullptr) {
+        efl_wref_del(m_row, &m_row);
+    }
+    m_row = row;
+    if (m_row != nullptr) {
+        efl_wref_add(m_row, &m_row);
+    }
+}
+
+void ListFocus::Set(Elm_Object_Item* row) {
+    Choose(row);
+    if (row != elm_object_focused_item_get(m_list)) {
+        Settle();
+    }
+    RequestFrame();
+}
+
+void ListFocus::Close() {
+    DropFrame();
+    Choose(nullptr);
+    elm_object_focus_allow_set(m_list, EINA_FALSE);
+    DeleteUnusedFocusNodes(m_list);
+}
+
+void ListFocus::RequestFrame() {
+    if (!m_frameRequested) {
+        m_frameRequested = true;
+        evas_event_callback_add(m_canvas, EVAS_CALLBACK_RENDER_PRE, OnFrame, this);
+    }
+}
+
+void ListFocus::DropFrame() {
+    if (m_frameRequested) {
+        m_frameRequested = false;
+        evas_event_callback_del_full(m_canvas, EVAS_CALLBACK_RENDER_PRE, OnFrame, this);
+    }
+}
+
+// Everything is laid out and nothing is drawn. Signals to the theme would arrive in the next turn
+// of the loop, and change the next frame.
+void ListFocus::Frame() {
+    DropFrame();
+    Open();
+    edje_message_signal_process();
+    evas_smart_objects_calculate(m_canvas);
+}
+
+void ListFocus::Open() {
+    const bool closed = !IsOpen();
+    if (closed) {
+        m_muted = true;
+        elm_object_focus_allow_set(m_list, EINA_TRUE);
+        m_muted = false;
+    }
+    Settle();
+    Elm_Object_Item* focused = elm_object_focused_item_get(m_list);
+    if (closed && focused != nullptr) {
+        // The theme need not show the focus on its way: it does not come from another row.
+        elm_object_item_signal_emit(focused, "applist,state,opened", "applist");
+    }
+}
+
+// A key that arrives before the first frame is meant for the chosen row.
+void ListFocus::OpenForKey() {
+    if (!IsOpen() && elm_genlist_first_item_get(m_list) != nullptr) {
+        evas_smart_objects_calculate(m_canvas);
+        DropFrame();
+        Open();
+    }
+}
+
+void ListFocus::Settle() {
+    if (m_row == nullptr || !IsOpen()) {
+        return;
+    }
+    m_muted = true;
+    evas_smart_objects_calculate(m_canvas);
+    // At once, unlike bring_in, whose animation takes some frames.
+    elm_genlist_item_show(m_row, ELM_GENLIST_ITEM_SCROLLTO_IN);
+    evas_smart_objects_calculate(m_canvas);
+    elm_object_item_focus_set(m_row, EINA_TRUE);
+    m_muted = false;
+}
+
+}  // namespace applist::desktop
+
+extern "C" void list_focus_set(Evas_Object* list, Elm_Object_Item* row) {
+    using applist::desktop::ListFocus;
+    applist::GuardCallback([&] {
+        ListFocus& focus = ListFocus::Of(list);
+        row != nullptr ? focus.Set(row) : focus.Close();
+    });
+}

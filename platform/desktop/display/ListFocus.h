@@ -1,0 +1,66 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <Elementary.h>
+
+#include "display/EventHandler.h"
+
+namespace applist::desktop {
+
+/// Keeps the focus of a genlist on the row that the program or the viewer has chosen; see
+/// list_focus.h. Deletes itself together with the list. Main thread only.
+///
+/// The toolkit's genlist needs this for four reasons:
+/// - It scrolls by its last layout, and the focus gets lost on a row that is not laid out yet.
+/// - It drops a request for the focus while its window does not have the focus.
+/// - It moves the focus to other rows while it deletes rows or lays them out.
+/// - It never moves the focus by key again if it is cleared while a row has the focus. Until its
+///   first rows are laid out the list is therefore closed to focus.
+class ListFocus {
+public:
+    /// The object of this list, created on the first call.
+    static ListFocus& Of(Evas_Object* list);
+
+    ListFocus(const ListFocus&) = delete;
+    ListFocus& operator=(const ListFocus&) = delete;
+    ListFocus(ListFocus&&) = delete;
+    ListFocus& operator=(ListFocus&&) = delete;
+
+    /// Focuses row now if possible, and again in the next frame.
+    void Set(Elm_Object_Item* row);
+    /// The list does not have rows, or is about to lose them.
+    void Close();
+
+private:
+    explicit ListFocus(Evas_Object* list);
+    ~ListFocus();
+
+    static void OnDeleted(void* focus, Evas* canvas, Evas_Object* list, void* event);
+    static void OnRealized(void* focus, Evas_Object* list, void* row);
+    static void OnItemFocused(void* focus, Evas_Object* list, void* row);
+    static void OnWindowFocused(void* focus, Evas_Object* window, void* event);
+    static void OnFrame(void* focus, Evas* canvas, void* event);
+    static Eina_Bool OnPress(void* focus, int type, void* key);
+
+    bool IsOpen() const;
+    void Choose(Elm_Object_Item* row);
+    void RequestFrame();
+    void DropFrame();
+    void Frame();
+    void Open();
+    void OpenForKey();
+    /// Scrolls to the chosen row and focuses it, without an event to the program.
+    void Settle();
+
+    Evas_Object* m_list;
+    Evas_Object* m_window;
+    Evas* m_canvas;
+    /// A weak reference: null after the row was deleted.
+    Elm_Object_Item* m_row = nullptr;
+    EventHandler m_press;
+    bool m_frameRequested = false;
+    bool m_muted = false;
+};
+
+}  // namespace applist::desktop
