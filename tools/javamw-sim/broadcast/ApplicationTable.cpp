@@ -82,8 +82,8 @@ std::string TypeName(uint16_t type) {
 
 namespace {
 
-// Tags of TS 102 809; the location of a Ginga-NCL application (ABNT NBR 15606-3) is written as that
-// of a Java application is.
+// Tags of TS 102 809. A Ginga-NCL application (ABNT NBR 15606-3) encodes its location like a Java
+// application.
 constexpr uint8_t APPLICATION_DESCRIPTOR = 0x00;
 constexpr uint8_t NAME_DESCRIPTOR = 0x01;
 constexpr uint8_t TRANSPORT_DESCRIPTOR = 0x02;
@@ -94,13 +94,13 @@ constexpr uint8_t SIMPLE_LOCATION_DESCRIPTOR = 0x15;
 constexpr uint16_t HTTP_PROTOCOL = 0x0003;
 constexpr size_t LANGUAGE_SIZE = 3;
 
-/// A way by which applications reach the receiver.
+/// A transport that delivers applications to the receiver.
 struct Transport {
     uint8_t label = 0;
-    std::string urlBase;  ///< Empty for the ways that have no address.
+    std::string urlBase;  ///< Empty for transports without an address.
 };
 
-/// What is found in the descriptors before it is put together.
+/// Contents of the descriptors before they are combined.
 struct Found {
     std::vector<uint8_t> labels;  ///< The transports of the application, the preferred one first.
     std::vector<Transport> transports;
@@ -193,7 +193,7 @@ void ReadOwn(ByteSpan loop, TextCoding coding, Application& application, Found& 
     });
 }
 
-// The address of the first transport in the application's order of preference that has one.
+// Returns the address of the first transport, in the order of preference, that has one.
 std::string UrlBase(const Found& found) {
     for (const uint8_t label : found.labels) {
         for (const Transport& transport : found.transports) {
@@ -205,7 +205,7 @@ std::string UrlBase(const Found& found) {
     return {};
 }
 
-// An address that ends in a slash and a path that begins with one share it.
+// If the address ends in a slash and the path begins with one, keeps only one of them.
 std::string Joined(const std::string& base, const std::string& path) {
     const bool twoSlashes = base.ends_with('/') && path.starts_with('/');
     return base + (twoSlashes ? path.substr(1) : path);

@@ -15,7 +15,7 @@
 namespace applist::sim {
 namespace {
 
-// Versions of the schema differ in the year behind this.
+// Versions of the schema differ in the year that follows.
 constexpr std::string_view NAMESPACE = "urn:dvb:mhp:";
 
 struct FreeDocument {
@@ -31,7 +31,7 @@ std::string Text(const xmlChar* text) {
     return text != nullptr ? reinterpret_cast<const char*>(text) : "";
 }
 
-// A document type could name other files and nest entities without end.
+// A document type could name other files or nest entities without limit.
 void RefuseDocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) noexcept {
     xmlStopParser(static_cast<xmlParserCtxt*>(context));
 }
@@ -78,7 +78,7 @@ const xmlNode* Child(const xmlNode* parent, std::string_view name) {
     return child;
 }
 
-// Without the blanks that a document is laid out with.
+// Returns the text without the white space of the layout.
 std::string Content(const xmlNode* node) {
     if (node == nullptr) {
         return {};
@@ -104,7 +104,7 @@ std::optional<Number> ParseNumber(const std::string& text, int base) {
     return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
 }
 
-// The place of a word in its list; nothing for another word.
+// Returns the index of a word in its list, or nothing if it is not in the list.
 template <size_t size>
 std::optional<uint8_t> PlaceOf(const std::string& word,
                                const std::array<const char*, size>& words) {
@@ -171,7 +171,7 @@ std::optional<Application> ReadApplication(const xmlNode* node) {
     return application;
 }
 
-/// Applications by their type, as binary tables have them.
+/// Applications grouped by type, as in binary tables.
 using Tables = std::map<uint16_t, ApplicationTable>;
 
 void ReadElement(const xmlNode* node, Tables& tables, Damage& damage) {

@@ -8,14 +8,15 @@
 
 namespace applist::sim {
 
-/// Larger files are refused; those in use have a few kilobytes.
+/// Larger files are rejected; files in use have a few kilobytes.
 constexpr size_t MAX_XML_SIZE = size_t{4} * 1024 * 1024;
 
 /// Reads applications in their XML encoding (TS 102 809, 5.4): every Application of a document
-/// whose namespace is one of DVB's. They belong to one service without a number.
+/// whose namespace belongs to DVB. All of them belong to one service without a number.
 ///
-/// An application without an identifier that fits is malformed: skipped and counted. A document
-/// that is not well-formed, or brings a document type and thereby entities, is refused whole.
+/// An application without a valid identifier is malformed: it is skipped and counted. A document is
+/// rejected if it is not well-formed or has a document type, because a document type can define
+/// entities.
 Result<Broadcast> ReadApplicationXml(ByteSpan document);
 
 }  // namespace applist::sim

@@ -15,18 +15,18 @@ namespace applist::sim {
 
 /// One service of a broadcast and the application tables that it names.
 struct BroadcastService {
-    std::optional<uint16_t> id;  ///< The program number; none in a file that knows no services.
-    std::string name;            ///< UTF-8; empty when the broadcast does not say.
+    std::optional<uint16_t> id;  ///< The program number; absent in a file without services.
+    std::string name;            ///< UTF-8; empty if the broadcast does not contain it.
     std::vector<std::shared_ptr<const ApplicationTable>> tables;  ///< Never null.
 };
 
-/// What a broadcast says from a point in time on.
+/// The services of a broadcast from a point in time until the next snapshot.
 struct Snapshot {
-    std::optional<double> seconds;  ///< Since the start; none in a file without a clock.
+    std::optional<double> seconds;  ///< Since the start; absent in a file without a clock.
     std::vector<BroadcastService> services;
 };
 
-/// What a file says about applications, in the order of time.
+/// The contents of a broadcast file over time.
 struct Broadcast {
     std::vector<Snapshot> snapshots;  ///< Never empty; each differs from the one before.
     Damage damage;

@@ -13,7 +13,7 @@
 namespace applist::sim {
 namespace {
 
-/// Where a stream's tables are, from all versions that it carries, and the first of those.
+/// PIDs of all versions of the tables of a stream, and the first version of each table.
 struct Places {
     TransportState first;
     std::set<uint16_t> maps;
@@ -30,9 +30,8 @@ void ReadAll(ByteSpan stream, TableReader& tables) {
     tables.Finish();
 }
 
-// A later table's PIDs are known only after the earlier table, which may come behind it in a short
-// recording: the tables that lead to others get passes of their own. Damage is counted by the pass
-// that reads everything.
+// In a short recording a table may precede the one that names its PID, so the PAT and the PMTs are
+// read in separate passes. Damage is counted in the last pass, which reads everything.
 void FindMaps(ByteSpan stream, Places& places, Damage& uncounted) {
     TableReader reader(
         [&](uint16_t, const SubTable& table) {
@@ -102,7 +101,7 @@ public:
     const TransportState& state() const { return m_state; }
 
 private:
-    // What services are called changes no list.
+    // The name of a service does not change a list.
     void OnTable(uint16_t pid, const SubTable& table) {
         if (table.tableId == DESCRIPTION_TABLE) {
             m_state.TakeDescription(table, m_damage);
@@ -144,7 +143,7 @@ bool HasJapaneseNames(const Snapshot& snapshot) {
     return false;
 }
 
-// The table of services names no language; the names of its applications tell.
+// The service table contains no language, so the language of the application names is used.
 void NameServices(Broadcast& broadcast, const std::map<uint16_t, std::string>& names,
                   TextCoding coding) {
     const std::string language =

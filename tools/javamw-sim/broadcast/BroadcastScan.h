@@ -10,11 +10,11 @@
 
 namespace applist::sim {
 
-/// Reads a whole transport stream with packets of any size (PacketFormat.h): the Program
-/// Association Table, the Program Map Tables that it names and the Application Information Tables
+/// Reads a whole transport stream with packets of any size (PacketReader.h): the Program
+/// Association Table, the Program Map Tables that it names, and the Application Information Tables
 /// that those name. Damaged parts are skipped and counted.
 ///
-/// Without a coding the texts are taken for DVB's, unless the stream describes its data services
+/// Without a coding, texts are decoded as DVB text, unless the stream describes its data services
 /// as ISDB does.
 Broadcast ScanBroadcast(ByteSpan stream, std::optional<TextCoding> coding = std::nullopt);
 

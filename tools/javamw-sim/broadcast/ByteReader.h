@@ -10,10 +10,10 @@ namespace applist::sim {
 
 using ByteSpan = std::span<const uint8_t>;
 
-/// Reads big-endian fields from bytes that it does not own and never passes their end.
+/// Reads big-endian fields from bytes that it does not own, and never reads past their end.
 ///
-/// A read that finds too little fails: it gives zeros, and so does every read after it, so that a
-/// parser can read a whole structure and ask once.
+/// A read beyond the end fails: it returns zeros, and so does every later read. A parser can
+/// therefore read a whole structure and check once.
 class ByteReader {
 public:
     explicit ByteReader(ByteSpan bytes) : m_bytes(bytes) {}
@@ -25,7 +25,7 @@ public:
     uint16_t U16() { return static_cast<uint16_t>(Number(2)); }
     uint32_t U32() { return Number(4); }
 
-    /// The next count bytes; none when there are fewer.
+    /// Returns the next count bytes, or none if fewer are left.
     ByteSpan Take(size_t count) {
         if (m_failed || count > m_bytes.size()) {
             m_failed = true;
@@ -37,7 +37,7 @@ public:
         return taken;
     }
 
-    /// The bytes of a loop that is preceded by its 12-bit length.
+    /// Returns the bytes of a loop that is preceded by its 12-bit length.
     ByteSpan TakeLoop() { return Take(U16() & 0x0FFFU); }
 
 private:
@@ -53,7 +53,8 @@ private:
     bool m_failed = false;
 };
 
-/// Calls visit(tag, content) for each descriptor of a loop, up to the first that does not fit.
+/// Calls visit(tag, content) for each descriptor of a loop, and stops at the first that does not
+/// fit.
 template <typename Visit>
 void ForEachDescriptor(ByteSpan loop, Visit&& visit) {
     ByteReader reader(loop);

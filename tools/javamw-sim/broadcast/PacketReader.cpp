@@ -12,10 +12,10 @@ namespace {
 constexpr size_t TIMED_STRIDE = 192;
 constexpr size_t TIME_STAMP_SIZE = 4;
 constexpr std::array STRIDES{PACKET_SIZE, TIMED_STRIDE, size_t{204}};
-// Hundreds of packets: enough to tell, little to read.
+// A few hundred packets suffice to detect the format.
 constexpr size_t SAMPLE_SIZE = 65536;
 
-// Sync bytes at the best of all starts, as the part of the packets that should have one.
+// Returns the share of packets that have a sync byte, for the best offset.
 double Regularity(ByteSpan sample, size_t stride) {
     std::vector<size_t> found(stride, 0);
     for (size_t position = 0; position < sample.size(); ++position) {
@@ -29,7 +29,7 @@ double Regularity(ByteSpan sample, size_t stride) {
 
 PacketFormat DetectPacketFormat(ByteSpan stream) {
     const ByteSpan sample = stream.first(std::min(stream.size(), SAMPLE_SIZE));
-    // Below two packets any stride fits.
+    // With fewer than two packets every stride fits.
     if (sample.size() < 2 * STRIDES.back()) {
         return {};
     }
@@ -51,7 +51,8 @@ PacketFormat DetectPacketFormat(ByteSpan stream) {
 namespace {
 
 constexpr uint8_t TRANSPORT_ERROR = 0x80;
-// The sync byte is frequent as data too; three at a packet's distance are no accident.
+// The value of the sync byte is also frequent in data. Three of them at the distance of a packet
+// are not a coincidence.
 constexpr size_t PACKETS_TO_TRUST = 3;
 
 }  // namespace
@@ -74,7 +75,7 @@ std::optional<ByteSpan> PacketReader::Next() {
     return std::nullopt;
 }
 
-// What surrounds the last packet may be cut off; the packet itself may not.
+// The additions around the last packet may be truncated, but not the packet itself.
 bool PacketReader::IsStartOfPacket(size_t position) const {
     for (size_t packet = 0; packet < PACKETS_TO_TRUST; ++packet) {
         const size_t start = position + packet * m_format.stride;
@@ -88,7 +89,7 @@ bool PacketReader::IsStartOfPacket(size_t position) const {
     return true;
 }
 
-// While the rhythm holds one look suffices; only a search asks for several packets in a row.
+// While synchronised, one sync byte suffices. Only a search requires several in a row.
 bool PacketReader::FindSync() {
     if (m_position >= m_stream.size()) {
         return false;

@@ -10,11 +10,11 @@
 
 namespace applist::sim {
 
-/// A transport packet without what some formats put around it.
+/// The size of a transport packet without additions of the file format.
 constexpr size_t PACKET_SIZE = 188;
 constexpr uint8_t SYNC_BYTE = 0x47;
 
-/// How the packets of a file follow each other.
+/// The layout of packets in a file.
 struct PacketFormat {
     size_t stride = PACKET_SIZE;  ///< From one sync byte to the next.
     size_t prefix = 0;            ///< Bytes before the first sync byte that belong to its packet.
@@ -22,25 +22,24 @@ struct PacketFormat {
     bool operator==(const PacketFormat&) const = default;
 };
 
-/// Finds out whether packets have 188 bytes (ISO/IEC 13818-1), 192 (a time stamp of four bytes
-/// before each, as discs and recorders write them) or 204 (16 bytes of error correction behind
-/// each, EN 300 744; ISDB-T recorders fill them otherwise). Damage and a start in the middle of a
-/// packet do no harm. 188 where nothing tells.
+/// Detects the packet size: 188 bytes (ISO/IEC 13818-1), 192 (a time stamp of four bytes before
+/// each packet, as discs and recorders write them) or 204 (16 bytes of error correction after each
+/// packet, EN 300 744; ISDB-T recorders use them for other data). Damage and a start in the middle
+/// of a packet are tolerated. Returns 188 if the size cannot be detected.
 PacketFormat DetectPacketFormat(ByteSpan stream);
 
-/// The packet identifier of a whole transport packet.
+/// Returns the packet identifier of a whole transport packet.
 inline uint16_t PacketPid(ByteSpan packet) {
     return static_cast<uint16_t>((packet[1] & 0x1FU) << 8U | packet[2]);
 }
 
-/// Walks over the packets of a transport stream, whatever their format, and finds its way back
-/// after damage.
+/// Iterates over the packets of a transport stream in any format, and resynchronises after damage.
 class PacketReader {
 public:
-    /// stream and damage are not owned and must outlive the reader, which adds to damage.
+    /// stream and damage must outlive the reader. The reader adds to damage.
     PacketReader(ByteSpan stream, Damage& damage);
 
-    /// The 188 bytes of the next packet that the receiver did not mark as broken; nothing at the
+    /// Returns the 188 bytes of the next packet that is not marked as broken, or nothing at the
     /// end.
     std::optional<ByteSpan> Next();
 

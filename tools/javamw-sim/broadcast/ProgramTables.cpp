@@ -57,7 +57,7 @@ std::optional<std::vector<ProgramReference>> ParseProgramAssociation(ByteSpan se
 
 namespace {
 
-// The descriptors of one stream of a service.
+// Reads the descriptors of one stream of a service.
 struct StreamKind {
     bool signalled = false;
     bool isdb = false;
@@ -87,8 +87,8 @@ ByteSpan NameIn(ByteSpan descriptors) {
 
 }  // namespace
 
-// A service may name the kind of its application tables in a descriptor, but often leaves it empty
-// or out; the table's own id tells it from other private sections.
+// The descriptor that names the kind of application tables is optional and often empty, so the
+// table id identifies application tables among other private sections.
 std::optional<ProgramMap> ParseProgramMap(ByteSpan section) {
     const auto table = ParseTableSection(section);
     if (!table || table->tableId != MAP_TABLE) {

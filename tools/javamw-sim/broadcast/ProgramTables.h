@@ -18,18 +18,18 @@ constexpr uint8_t DESCRIPTION_TABLE = 0x42;
 constexpr uint16_t ASSOCIATION_PID = 0x0000;
 constexpr uint16_t DESCRIPTION_PID = 0x0011;
 
-/// What every section in the long form begins with, and the bytes between that and the CRC.
+/// The header of a section in the long form, and the bytes between it and the CRC.
 struct TableSection {
     uint8_t tableId = 0;
     uint16_t extension = 0;
     uint8_t version = 0;
-    bool current = false;  ///< False: announced, not yet valid.
+    bool current = false;  ///< False if the table is announced but not yet valid.
     uint8_t number = 0;
-    uint8_t lastNumber = 0;  ///< Of the sections that make up the table.
-    ByteSpan body;           ///< Into the section's bytes.
+    uint8_t lastNumber = 0;  ///< Number of the last section of the table.
+    ByteSpan body;           ///< Points into the bytes of the section.
 };
 
-/// Nothing for a section in the short form or one whose length does not fit its bytes.
+/// Returns nothing for a section in the short form or with an invalid length.
 std::optional<TableSection> ParseTableSection(ByteSpan section);
 
 /// One service of the Program Association Table and where its Program Map Table is.
@@ -38,27 +38,27 @@ struct ProgramReference {
     uint16_t pid = 0;
 };
 
-/// The services of one Program Association section; the network entry is none.
+/// Returns the services of one Program Association section, without the network entry.
 std::optional<std::vector<ProgramReference>> ParseProgramAssociation(ByteSpan section);
 
-/// Where one service carries its Application Information Tables.
+/// PIDs of the Application Information Tables of one service.
 struct ProgramMap {
     uint16_t number = 0;
     std::vector<uint16_t> applicationPids;
-    bool isdb = false;  ///< Described as ISDB describes its data services.
+    bool isdb = false;  ///< True if it is described as an ISDB data service.
 };
 
-/// Nothing when the section is no Program Map Table or its loops do not fit.
+/// Returns nothing if the section is a different table or if its loops do not fit.
 std::optional<ProgramMap> ParseProgramMap(ByteSpan section);
 
-/// What a service is called, in the broadcast's own coding.
+/// The name of a service in the coding of the broadcast.
 struct ServiceName {
     uint16_t service = 0;
-    ByteSpan text;  ///< Into the section's bytes.
+    ByteSpan text;  ///< Points into the bytes of the section.
 };
 
-/// The services of one section of the Service Description Table (EN 300 468, ARIB STD-B10) that
-/// are of this transport stream. Nothing for another table or when its loops do not fit.
+/// Returns the services of this transport stream in one section of the Service Description Table
+/// (EN 300 468, ARIB STD-B10), or nothing if it is a different table or if its loops do not fit.
 std::optional<std::vector<ServiceName>> ParseServiceDescription(ByteSpan section);
 
 }  // namespace applist::sim

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include <dvbpsi/dvbpsi.h>
-// The library's headers need this order.
+// The headers of the library must be included in this order.
 #include <dvbpsi/psi.h>
 
 #include "broadcast/PacketReader.h"
@@ -24,7 +24,7 @@ constexpr uint8_t SCRAMBLED = 0xC0;
 constexpr uint8_t HAS_ADAPTATION = 0x20;
 constexpr uint8_t HAS_PAYLOAD = 0x10;
 
-// The library follows the lengths within a packet without a look at its end.
+// The library does not check that lengths stay within the packet.
 bool LengthsFit(ByteSpan packet) {
     if ((packet[3] & HAS_PAYLOAD) == 0) {
         return true;
@@ -67,7 +67,7 @@ struct SectionAssembler::Library {
         Owner(handle).m_handler(ByteSpan(section->p_data, LENGTH_FIELD_END + section->i_length));
         dvbpsi_DeletePSISections(section);
     }
-    // The library tells what is wrong in words only.
+    // The library reports errors only as text.
     static void OnMessage(dvbpsi_t* handle, dvbpsi_msg_level_t /*level*/,
                           const char* text) noexcept {
         if (handle->p_sys != nullptr) {

@@ -10,13 +10,14 @@
 
 namespace applist::sim {
 
-/// Puts the sections of one PID together from its packets and checks their CRC.
+/// Assembles the sections of one PID from its packets and checks their CRC.
 class SectionAssembler {
 public:
-    /// Called with a whole section, from the table id to the CRC, valid during the call only.
+    /// Called with a whole section, from the table id to the CRC. The bytes are valid only during
+    /// the call.
     using SectionHandler = std::function<void(ByteSpan section)>;
 
-    /// damage must outlive the assembler, which adds to it what it gives up.
+    /// damage must outlive the assembler, which adds the sections that it drops.
     SectionAssembler(SectionHandler handler, Damage& damage);
     ~SectionAssembler();
     SectionAssembler(const SectionAssembler&) = delete;
@@ -24,7 +25,7 @@ public:
     SectionAssembler(SectionAssembler&&) = delete;
     SectionAssembler& operator=(SectionAssembler&&) = delete;
 
-    /// packet is a whole transport packet of the PID.
+    /// packet must be a whole transport packet of the PID.
     void Push(ByteSpan packet);
 
 private:

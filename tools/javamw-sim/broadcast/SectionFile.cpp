@@ -5,7 +5,7 @@
 #include <map>
 
 #include <dvbpsi/dvbpsi.h>
-// The library's headers need this order.
+// The headers of the library must be included in this order.
 #include <dvbpsi/psi.h>
 
 #include "broadcast/SubTableCollector.h"
@@ -20,7 +20,7 @@ constexpr uint8_t LONG_FORM = 0x80;
 constexpr size_t CRC_SIZE = 4;
 constexpr uint8_t STUFFING = 0xFF;
 
-// The size of the section that seems to begin here; 0 for none that is whole.
+// Returns the size of the section that begins here, or 0 if it is not complete.
 size_t SectionSize(ByteSpan bytes) {
     ByteReader reader(bytes);
     const uint8_t tableId = reader.U8();
@@ -33,7 +33,7 @@ bool HasCrc(ByteSpan section) {
     return (section[1] & LONG_FORM) != 0 && section.size() >= HEADER_SIZE + CRC_SIZE;
 }
 
-// The library reads only, but takes bytes that it could change.
+// The library does not modify the bytes, although its parameter is not const.
 bool CrcIsRight(ByteSpan section) {
     auto* data = const_cast<uint8_t*>(section.data());
     dvbpsi_psi_section_t view{};
@@ -44,13 +44,13 @@ bool CrcIsRight(ByteSpan section) {
     return dvbpsi_ValidPSISection(&view);
 }
 
-/// Walks from section to section and finds its way back behind damage.
+/// Iterates over the sections, and resynchronises after damage.
 class SectionReader {
 public:
-    /// file and damage are not owned and must outlive the reader, which adds to damage.
+    /// file and damage must outlive the reader. The reader adds to damage.
     SectionReader(ByteSpan file, Damage& damage) : m_left(file), m_damage(damage) {}
 
-    /// The next section in the long form with its CRC right; empty at the end.
+    /// Returns the next section in the long form with a correct CRC; empty at the end.
     ByteSpan Next() {
         while (!m_left.empty()) {
             const size_t size = SectionSize(m_left);
@@ -75,7 +75,7 @@ public:
     }
 
 private:
-    // Where the length was right, the next section follows; where it was not, nothing tells.
+    // If the length was correct, the next section follows. Otherwise its position is unknown.
     void SkipDamaged(size_t size) {
         const ByteSpan behind = m_left.subspan(size);
         if (behind.empty() || BeginsWithSection(behind)) {
@@ -95,7 +95,7 @@ private:
     Damage& m_damage;
 };
 
-/// The tables of applications by their type.
+/// Tables of applications by type.
 class SectionState {
 public:
     void Take(const SubTable& table, TextCoding coding, Damage& damage) {

@@ -8,12 +8,11 @@
 
 namespace applist::sim {
 
-/// True iff bytes begin with a whole section whose CRC is right.
+/// True iff bytes begin with a whole section whose CRC is correct.
 bool BeginsWithSection(ByteSpan bytes);
 
-/// Reads sections that stand back to back, as section filters write them to files. All
-/// Application Information Tables belong to one service without a number. Damaged parts are
-/// skipped and counted.
+/// Reads consecutive sections, as section filters write them to files. All Application Information
+/// Tables belong to one service without a number. Damaged parts are skipped and counted.
 Broadcast ScanSections(ByteSpan file, TextCoding coding = TextCoding::Dvb);
 
 }  // namespace applist::sim

@@ -12,7 +12,7 @@ constexpr uint8_t HAS_REFERENCE = 0x10;
 constexpr uint8_t SIZE_WITH_REFERENCE = 7;
 constexpr uint64_t TICKS_PER_SECOND = 90000;
 constexpr uint64_t TICKS_MASK = (uint64_t{1} << 33U) - 1;
-// References are 100 ms apart at most; what is far more is no passing of time.
+// References are at most 100 ms apart. A much larger difference is a jump of the clock.
 constexpr uint64_t LONGEST_STEP = 10 * TICKS_PER_SECOND;
 
 std::optional<uint64_t> Reference(ByteSpan packet) {

@@ -9,15 +9,15 @@
 
 namespace applist::sim {
 
-/// How much time a stream has taken, by the programme clock references (ISO/IEC 13818-1, 2.4.2.2)
-/// of the first PID that carries any.
+/// Measures the duration of a stream by the programme clock references (ISO/IEC 13818-1, 2.4.2.2)
+/// of the first PID that has any.
 class StreamClock {
 public:
-    /// packet is a whole transport packet of any PID.
+    /// packet must be a whole transport packet of any PID.
     void Push(ByteSpan packet);
 
-    /// Since the first reference; nothing before it. A jump of the clock, as where recordings were
-    /// joined, takes no time.
+    /// Returns the seconds since the first reference, or nothing before it. A jump of the clock,
+    /// for example where recordings were joined, counts as no time.
     std::optional<double> seconds() const;
 
 private:

@@ -17,19 +17,19 @@ namespace applist::sim {
 /// Reads the tables of several PIDs from a stream's packets.
 class TableReader {
 public:
-    /// Told of each sub-table that is news.
+    /// Called for each new sub-table.
     using Handler = std::function<void(uint16_t pid, const SubTable& table)>;
 
     /// damage must outlive the reader, which adds to it.
     TableReader(Handler handler, Damage& damage);
 
-    /// Tables with tableId on pid are to be read, from now on; others there are passed over.
+    /// Starts reading the tables with tableId on pid. Other tables on that PID are ignored.
     void Want(uint16_t pid, uint8_t tableId);
 
-    /// packet is a whole transport packet of any PID.
+    /// packet must be a whole transport packet of any PID.
     void Push(ByteSpan packet);
 
-    /// At the end of the stream: hands out what came of tables that never were complete.
+    /// Called at the end of the stream. Reports the parts of tables that never were complete.
     void Finish();
 
 private:

@@ -25,7 +25,7 @@ constexpr uint8_t FIRST_CHARACTER = 0x20;
 constexpr char32_t LINE_BREAK = 0x8A;
 constexpr char32_t TWO_BYTE_CONTROLS = 0xE000;
 
-/// The name under which iconv knows a table, and the text that follows the choice of it.
+/// The name of a character table for iconv, and the text after the bytes that select the table.
 struct Table {
     std::string name;
     ByteSpan text;
@@ -69,7 +69,7 @@ bool IsControl(char32_t code) {
     return code < FIRST_CHARACTER || (code >= 0x7F && code <= 0x9F);
 }
 
-// Appends what stands for a control code: a blank for a line break, nothing for the others.
+// Appends a blank for a line break and nothing for other control codes.
 void AppendControl(std::string& output, char32_t code) {
     if (code == LINE_BREAK) {
         output += ' ';
@@ -95,7 +95,7 @@ public:
         return m_handle != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
     }
 
-    /// Appends the UTF-8 of as much of text as is valid; returns what remains.
+    /// Appends the valid beginning of text as UTF-8 and returns the rest.
     ByteSpan Convert(ByteSpan text, std::string& output) {
         std::array<char, 1024> piece{};
         auto* input = reinterpret_cast<char*>(const_cast<uint8_t*>(text.data()));
@@ -113,7 +113,7 @@ public:
     }
 
 private:
-    // A table with combining marks holds a character back until it sees the next one.
+    // A table with combining marks holds a character back until it has seen the next one.
     void FlushHeldCharacter(std::string& output) {
         std::array<char, 16> piece{};
         char* position = piece.data();
@@ -125,7 +125,7 @@ private:
     iconv_t m_handle;
 };
 
-// One-byte control codes are taken out first: not every table of iconv lets them through.
+// Removes one-byte control codes first, because not every table of iconv accepts them.
 std::string WithoutControlBytes(ByteSpan text) {
     std::string clean;
     for (const uint8_t byte : text) {
@@ -138,7 +138,7 @@ std::string WithoutControlBytes(ByteSpan text) {
     return clean;
 }
 
-// The code point at the start of valid UTF-8, and its length there.
+// Returns the first code point of valid UTF-8 and its length in bytes.
 std::pair<char32_t, size_t> FirstCodePoint(ByteSpan utf8) {
     const uint8_t lead = utf8[0];
     const size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
@@ -206,16 +206,16 @@ std::optional<std::string> DecodeLatinText(ByteSpan text) {
 
 extern "C" {
 #include <aribb24/aribb24.h>
-// The library's headers need this order.
+// The headers of the library must be included in this order.
 #include <aribb24/decoder.h>
 }
 
 namespace applist::sim {
 namespace {
 
-// A macro of one byte stands for several characters.
+// One byte of a macro expands to several characters.
 constexpr size_t MAX_GROWTH = 16;
-// The library closes a text that fills its room with a zero behind it.
+// The library writes a terminating zero even if the text fills the buffer.
 constexpr size_t ROOM_FOR_ZERO = 1;
 
 struct DestroyInstance {
@@ -249,7 +249,7 @@ namespace {
 
 constexpr const char* JAPANESE = "jpn";
 
-// Bytes that choose a character table in DVB; ARIB has no use for them at the start of a text.
+// These bytes select a character table in DVB. ARIB does not use them at the start of a text.
 bool ChoosesDvbTable(ByteSpan text) {
     const uint8_t first = text.empty() ? 0 : text[0];
     return (first >= 0x01 && first <= 0x0B) || (first >= 0x10 && first <= 0x15) || first == 0x1F;

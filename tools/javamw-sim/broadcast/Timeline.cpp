@@ -9,7 +9,7 @@ namespace applist::sim {
 namespace {
 
 constexpr double FIRST_MOMENT_S = 10;
-// A day of a restless broadcaster; a stream with more is made to fill memory.
+// Far more than any real recording; beyond it the stream is assumed to be hostile.
 constexpr size_t MAX_MOMENTS = 1000;
 
 bool SameTables(const BroadcastService& one, const BroadcastService& other) {

@@ -10,23 +10,24 @@
 
 namespace applist::sim {
 
-/// Divides what tables say one after the other into snapshots.
+/// Divides a sequence of tables into snapshots.
 ///
-/// Tables are repeated in turn, so a reader that starts anywhere needs a while to have seen each
-/// once. All that comes before the first new version makes up the first snapshot, where there is a
-/// clock within the ten seconds after which every table has been repeated (TS 102 809, 5.3.4).
+/// Tables are repeated periodically, so a reader needs some time until it has seen each of them.
+/// All tables before the first new version belong to the first snapshot. If there is a clock, the
+/// first snapshot ends after ten seconds, in which every table must have been repeated (TS 102 809,
+/// 5.3.4).
 class Timeline {
 public:
-    /// The services as they are at the time of the call.
+    /// Returns the services at the time of the call.
     using State = std::function<std::vector<BroadcastService>()>;
 
     /// damage must outlive the timeline.
     Timeline(State state, Damage& damage);
 
-    /// Carries out change, which a table brings that replaces another or not.
+    /// Applies change. replaces is true if the table replaces another version.
     void Change(bool replaces, std::optional<double> seconds, const std::function<void()>& change);
 
-    /// REQUIRES: no change comes any more.
+    /// REQUIRES: Change() is not called any more.
     std::vector<Snapshot> Finish();
 
 private:

@@ -7,7 +7,7 @@
 namespace applist::sim {
 namespace {
 
-// More than any multiplex carries; a table that names more is made to fill memory.
+// Far more than any real multiplex; beyond it the stream is assumed to be hostile.
 constexpr size_t MAX_SERVICES = 1000;
 
 }  // namespace

@@ -13,13 +13,13 @@
 
 namespace applist::sim {
 
-/// One table of applications from all its sections; those that are none count as damage.
+/// Joins all sections of a table of applications. A section of a different table counts as damage.
 ApplicationTable JoinApplicationSections(const SubTable& table, TextCoding coding, Damage& damage);
 
-/// What the tables of a transport stream say, taken one after the other.
+/// The state that results from the tables of a transport stream, taken in order.
 class TransportState {
 public:
-    // Each counts as damage what is no such table after all.
+    // A section that is a different table counts as damage.
     void TakeAssociation(const SubTable& table, Damage& damage);
     void TakeMap(const SubTable& table, Damage& damage);
     void TakeDescription(const SubTable& table, Damage& damage);
@@ -28,10 +28,10 @@ public:
     const std::vector<ProgramReference>& programs() const { return m_programs; }
     const std::map<uint16_t, ProgramMap>& maps() const { return m_maps; }
 
-    /// The services in the order in which the stream names them, with their tables; without names.
+    /// Returns the services with their tables, without names, in the order of the stream.
     std::vector<BroadcastService> Services() const;
 
-    /// Names in the stream's own coding, by service.
+    /// Names by service, in the coding of the stream.
     const std::map<uint16_t, std::string>& names() const { return m_names; }
 
 private:

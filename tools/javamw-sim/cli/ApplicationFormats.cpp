@@ -15,7 +15,7 @@ using Row = std::vector<std::string>;
 
 constexpr size_t GAP = 2;
 
-// In columns of a terminal.
+// Returns the width in terminal columns.
 size_t Width(const std::string& text) {
     size_t width = 0;
     for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {

@@ -9,17 +9,17 @@
 
 namespace applist::sim {
 
-/// What the columns of a table, the keys in JSON and the head of CSV are called.
+/// Names of the columns of a table, of the keys in JSON and of the header of CSV.
 const std::vector<std::string>& ApplicationFields();
 
-/// A table for people, the columns under a head line. What the source does not say is "-".
+/// Returns a table for people, with a header line. An absent value is "-".
 std::string FormatTable(const std::vector<ListedApplication>& applications);
 
-/// An array of objects. What the source does not say is null.
+/// Returns an array of objects. An absent value is null.
 std::string FormatJson(const std::vector<ListedApplication>& applications);
 
-/// RFC 4180 with a head line, so every line ends with CR and LF. What the source does not say is
-/// empty; names are a JSON object.
+/// Returns RFC 4180 with a header line; every line ends with CR and LF. An absent value is empty;
+/// the names are a JSON object.
 std::string FormatCsv(const std::vector<ListedApplication>& applications);
 
 }  // namespace applist::sim

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
 
+#include "cli/ApplicationFormats.h"
 #include "cli/CommonOptions.h"
 #include "cli/Subcommand.h"
 #include "common/Output.h"
-#include "cli/ApplicationFormats.h"
 #include "feed/BroadcastFile.h"
 
 namespace applist::sim {

@@ -12,7 +12,7 @@
 namespace applist::sim {
 namespace {
 
-// A single call is made by someone who waits for its end.
+// The user of a single call waits for its result.
 constexpr unsigned TIMEOUT_S = 10;
 
 constexpr const char* DETAILS =

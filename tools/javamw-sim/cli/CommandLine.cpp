@@ -13,8 +13,8 @@
 namespace applist::sim {
 namespace {
 
-/// Reads options and words with GLib's parser, which knows the options of all subcommands: which
-/// one is meant is known only behind options that may precede its name.
+/// Reads options and words with the parser of GLib. The parser knows the options of all
+/// subcommands, because options may precede the name of the subcommand.
 class Reader {
 public:
     explicit Reader(const std::vector<Subcommand>& subcommands) {
@@ -24,7 +24,7 @@ public:
         }
     }
 
-    /// Empty on success, otherwise what is wrong.
+    /// Returns an empty string on success, otherwise the error.
     std::string Read(const std::vector<std::string>& arguments);
 
     const Arguments& given() const { return m_given; }
@@ -53,7 +53,7 @@ void Reader::AddOptions(const std::vector<Option>& options) {
     }
 }
 
-// Names and ids are bytes to us, whatever the locale: they are taken as file names are.
+// Names and ids may be any bytes in any locale, so they are parsed like file names.
 Reader::Context Reader::MakeContext() {
     const auto callback = reinterpret_cast<void*>(&Reader::cb_Option);
     std::vector<GOptionEntry> entries;
@@ -73,7 +73,7 @@ Reader::Context Reader::MakeContext() {
     return context;
 }
 
-// GLib's parser rearranges the arguments that it is given; it works on a copy.
+// The parser reorders its input, so it gets a copy.
 std::string Reader::Read(const std::vector<std::string>& arguments) {
     const Context context = MakeContext();
     char** copy = g_new0(char*, arguments.size() + 1);
@@ -111,7 +111,7 @@ Job PrintText(std::string text) {
     return [text] { return WriteLine(text) ? ExitCode::Success : ExitCode::CallFailed; };
 }
 
-/// given without the first word, which is the subcommand's name.
+/// Returns given without its first word, the name of the subcommand.
 Arguments BehindTheName(const Arguments& given) {
     Arguments rest;
     for (const auto& [name, values] : given.options()) {
@@ -125,7 +125,7 @@ Arguments BehindTheName(const Arguments& given) {
     return rest;
 }
 
-// Empty on success.
+// Returns an empty string on success.
 std::string Refuse(const Subcommand& subcommand, const Arguments& given) {
     for (const auto& entry : given.options()) {
         const std::string& name = entry.first;
@@ -164,7 +164,7 @@ std::vector<std::string> WithoutHelpWord(std::vector<std::string> arguments) {
     return arguments;
 }
 
-// An option that cannot be read is most likely the command's own.
+// An invalid option is most likely one of the subcommand.
 std::string HintFor(const std::vector<Subcommand>& subcommands,
                     const std::vector<std::string>& arguments) {
     for (size_t i = 1; i < arguments.size(); ++i) {

@@ -10,9 +10,9 @@
 
 namespace applist::sim {
 
-/// The work that arguments ask for: a subcommand's, or to print the help or the version. Options
-/// may stand anywhere; after "--" nothing is an option. arguments begin with the program's name. A
-/// failure says what is wrong and where to read more.
+/// Returns the work that arguments ask for: that of a subcommand, or printing the help or the
+/// version. Options may appear anywhere; after "--" all words are arguments. arguments begin with
+/// the name of the program. A failure contains the error and where to read more.
 Result<Job> ParseCommandLine(const std::vector<Subcommand>& subcommands,
                              const std::vector<std::string>& arguments);
 

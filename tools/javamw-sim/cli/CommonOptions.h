@@ -13,33 +13,33 @@
 
 namespace applist::sim {
 
-/// The value of an option that takes a number of at least 0. A failure names the option and what
-/// it takes: "whole seconds".
+/// Parses the value of an option that takes a number of at least 0. A failure names the option and
+/// the expected value: "whole seconds".
 Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
                              const std::string& text);
 
-/// A speed: a number above 0, or nothing for "max". A failure says what was given.
+/// Parses a speed: a number above 0, or nothing for "max".
 Result<std::optional<double>> Speed(const std::string& text);
 
-/// The options of every subcommand that reads a broadcast from a file.
+/// Options of every subcommand that reads a broadcast from a file.
 std::vector<Option> BroadcastOptions();
 
-/// What those options say, or what is wrong with them; the interval is not one of them.
+/// Parses those options. The interval is not one of them.
 Result<BroadcastFeedOptions> BroadcastFeedOptionsFrom(const Arguments& given);
 
-/// --address, for those that go to the bus in a way of their own.
+/// --address, for subcommands that do not use SessionOptionsAnd().
 Option AddressOption();
 
-/// --json, for those that print what happens.
+/// --json, for subcommands that print events.
 Option JsonOption();
 
-/// The options of a subcommand that waits for applications on the bus, followed by its own.
+/// Options of a subcommand that waits for applications on the bus, followed by own.
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own);
 
-/// The option of subcommands that are one session: record its traffic.
+/// --record, for subcommands that run one session.
 Option RecordOption();
 
-/// What those options say, or what is wrong with them.
+/// Parses the options of a session.
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given);
 
 }  // namespace applist::sim

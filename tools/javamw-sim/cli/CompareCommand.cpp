@@ -28,7 +28,7 @@ constexpr const char* DETAILS =
 
 constexpr int64_t MICROSECONDS = 1000;
 
-/// What was asked for.
+/// The options of the command.
 struct Comparison {
     std::string first;
     std::string second;

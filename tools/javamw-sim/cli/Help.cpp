@@ -32,7 +32,7 @@ struct Row {
     std::string right;
 };
 
-// Two columns; a left part too wide for its column stands on a line of its own.
+// Formats two columns. If the left part is too wide, the right part starts on the next line.
 std::string Columns(const std::vector<Row>& rows) {
     size_t width = 0;
     for (const Row& row : rows) {
@@ -68,7 +68,7 @@ std::string LowerCase(std::string text) {
     return text;
 }
 
-/// How many letters must be inserted, removed or replaced to make one word from the other.
+/// Returns how many letters must be inserted, removed or replaced to turn one word into the other.
 size_t EditDistance(const std::string& from, const std::string& to) {
     std::vector<size_t> row(to.size() + 1);
     std::iota(row.begin(), row.end(), 0);

@@ -9,16 +9,17 @@
 
 namespace applist::sim {
 
-/// What works with every subcommand and without any: --help and --version.
+/// Options that every subcommand and the program itself accept: --help and --version.
 const std::vector<Option>& GeneralOptions();
 
-/// What --help prints: every subcommand and the exit codes.
+/// Returns the output of --help: all subcommands and the exit codes.
 std::string ProgramHelp(const std::vector<Subcommand>& subcommands);
 
-/// What "SUBCOMMAND --help" prints.
+/// Returns the output of "SUBCOMMAND --help".
 std::string SubcommandHelp(const Subcommand& subcommand);
 
-/// " (did you mean WORD?)" with the word of known that is spelled most like word; empty if none is.
+/// Returns " (did you mean WORD?)" with the known word that is most similar to word, or an empty
+/// string if none is similar.
 std::string Suggestion(const std::string& word, const std::vector<std::string>& known);
 
 }  // namespace applist::sim

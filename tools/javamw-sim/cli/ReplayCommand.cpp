@@ -48,7 +48,7 @@ ExitCode Run(const SessionOptions& session, const ReplayOptions& options, unsign
     return Replay(session, options, conversations[number - 1]).Run();
 }
 
-/// Empty on success.
+/// Returns an empty string on success.
 std::string Take(const Arguments& given, ReplayOptions& options, unsigned& number) {
     if (given.words().size() != 1) {
         return "replay takes FILE";

@@ -32,7 +32,7 @@ std::string Details() {
     return text + "applist-scenario(5) explains them.\n";
 }
 
-/// All files or none; errors of all of them are reported.
+/// Loads all files, or none if one has an error. Reports the errors of all files.
 std::optional<std::vector<Scenario>> Load(const std::vector<std::string>& files) {
     std::vector<Scenario> scenarios;
     bool complete = true;

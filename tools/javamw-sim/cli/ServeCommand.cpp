@@ -78,7 +78,7 @@ std::vector<Option> OwnOptions() {
     return options;
 }
 
-// Empty, or an option that needs a broadcast and has none.
+// Returns the name of an option that needs --broadcast but is given without it, or an empty string.
 std::string StrayOption(const Arguments& given) {
     for (const char* name : {"service", "language", "text", "all", "interval"}) {
         if (given.Has(name) && !given.Has("broadcast")) {

@@ -12,16 +12,16 @@
 
 namespace applist::sim {
 
-/// An option as the command line and the help know it. An option of one name means the same and
-/// takes a value, or none, with every subcommand that has it.
+/// An option for the command line and the help. Options with the same name have the same meaning in
+/// every subcommand, and either all or none of them take a value.
 struct Option {
     std::string name;    ///< Without the dashes.
     char letter = '\0';  ///< The short form; none if 0.
-    std::string value;   ///< What the help calls its value; empty for an option that takes none.
-    std::string help;    ///< What it does, on one line.
+    std::string value;   ///< Name of its value in the help; empty if it takes none.
+    std::string help;    ///< Description on one line.
 };
 
-/// What was given to a subcommand: options that it has, and words.
+/// The options and words given to a subcommand.
 class Arguments {
 public:
     void AddOption(const std::string& name, const std::string& value) {
@@ -30,11 +30,11 @@ public:
     void AddWord(const std::string& word) { m_words.push_back(word); }
 
     bool Has(const std::string& name) const { return m_options.count(name) > 0; }
-    /// The value that was given last; empty if the option was not given.
+    /// Returns the last value of an option; empty if the option was not given.
     std::string Value(const std::string& name) const {
         return Has(name) ? m_options.at(name).back() : std::string();
     }
-    /// All values of an option that may be repeated, in their order.
+    /// Returns all values of an option that may be repeated, in order.
     std::vector<std::string> Values(const std::string& name) const {
         return Has(name) ? m_options.at(name) : std::vector<std::string>();
     }
@@ -46,26 +46,26 @@ private:
     std::vector<std::string> m_words;
 };
 
-/// The work of one run of the program; the result is the exit status.
+/// The work of one run of the program. Returns the exit status.
 using Job = std::function<ExitCode()>;
 
-/// One thing that the program can do: a row of the table in subcommands/Subcommands.cpp, from which
-/// the command line is read and the help is written.
+/// A subcommand. The command line is parsed and the help is written from the table of all
+/// subcommands.
 struct Subcommand {
     std::string name;
-    std::string words;    ///< What follows the name; empty for nothing: "FUNCTION [ARG...]".
-    std::string summary;  ///< What it does, on one line.
-    std::vector<Option> options;  ///< Besides --help.
-    std::string details;          ///< Paragraphs for its own help, examples last.
-    /// Checks what was given and returns the work. A failure is wrong usage; it says what is wrong.
-    /// What goes wrong with files or the bus is for the work itself to say.
+    std::string words;            ///< Arguments for the help, "FUNCTION [ARG...]"; empty if none.
+    std::string summary;          ///< Description on one line.
+    std::vector<Option> options;  ///< In addition to --help.
+    std::string details;          ///< Further paragraphs of the help, examples last.
+    /// Checks the arguments and returns the work. A failure is wrong usage. Errors of files or of
+    /// the bus are reported by the work itself.
     Result<Job> (*prepare)(const Arguments&) = nullptr;
 };
 
-/// All that the program can do, in the order of the help.
+/// All subcommands in the order of the help.
 const std::vector<Subcommand>& Subcommands();
 
-// The rows, each in a file of its own.
+// Each subcommand is defined in a file of its own.
 Subcommand ApplicationsSubcommand();
 Subcommand CallSubcommand();
 Subcommand CompareSubcommand();

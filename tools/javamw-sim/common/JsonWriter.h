@@ -12,13 +12,13 @@ using JsonBuilder = struct _JsonBuilder;
 
 namespace applist::sim {
 
-/// One JSON document, written from front to back. REQUIRES: what is opened is closed.
+/// Writes one JSON document from front to back. REQUIRES: every opened object and array is closed.
 class JsonWriter {
 public:
     JsonWriter();
 
-    /// Opens an object or array: a member of the object around it when named, otherwise the next
-    /// element or the whole.
+    /// Opens an object or array: as a member of the enclosing object if member is given, otherwise
+    /// as the next element or the root.
     JsonWriter& Object(const char* member = nullptr);
     JsonWriter& Array(const char* member = nullptr);
     JsonWriter& EndObject();
@@ -27,14 +27,14 @@ public:
     JsonWriter& Number(const char* member, int64_t value);
     JsonWriter& Null(const char* member);
     JsonWriter& NumberOrNull(const char* member, std::optional<int64_t> value);
-    /// What is no UTF-8 gets replacement characters.
+    /// Replaces invalid UTF-8 with replacement characters.
     JsonWriter& Text(const char* member, std::string_view value);
-    /// The same, but nothing at all for an empty value.
+    /// Does the same, but writes nothing for an empty value.
     JsonWriter& TextUnlessEmpty(const char* member, std::string_view value);
 
-    /// The document on one line. Once only.
+    /// Returns the document on one line. Call only once.
     std::string Finish();
-    /// The same, in lines for people.
+    /// Returns the document with indentation. Call only once.
     std::string FinishIndented();
 
 private:

@@ -8,7 +8,7 @@
 
 namespace applist::sim {
 
-/// A value, or the reason why there is none, in words for the person at the terminal.
+/// A value, or an error message for the user.
 template <typename Value>
 class Result {
 public:

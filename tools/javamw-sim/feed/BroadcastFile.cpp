@@ -25,7 +25,7 @@ bool EndsWith(const std::string& file, const char* suffix) {
            g_ascii_strcasecmp(file.c_str() + file.size() - wanted.size(), suffix) == 0;
 }
 
-// Behind a byte order mark and blanks; in two bytes a character, the mark is all there is to see.
+// Skips a byte order mark and white space. With two bytes per character, the mark alone suffices.
 bool BeginsAsXml(std::string_view content) {
     if (content.starts_with("\xFF\xFE") || content.starts_with("\xFE\xFF")) {
         return true;

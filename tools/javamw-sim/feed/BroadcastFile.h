@@ -11,16 +11,16 @@
 
 namespace applist::sim {
 
-/// Reads what a file says about applications: a transport stream, sections back to back (by the
-/// name's end ".sec", or by what the file begins with) or the XML encoding. coding is found out
-/// when none is given. A failure names the file and says why it is none of these.
+/// Reads a broadcast file: a transport stream, consecutive sections (recognised by the suffix
+/// ".sec" or by the first bytes) or the XML encoding. Without a coding it is detected. A failure
+/// names the file and the reason.
 Result<Broadcast> ReadBroadcastFile(const std::string& file,
                                     std::optional<TextCoding> coding = std::nullopt);
 
-/// "auto", "dvb", "isdb", "arib" or "latin" as a choice of coding; a failure lists them.
+/// Parses "auto", "dvb", "isdb", "arib" or "latin". A failure lists them.
 Result<std::optional<TextCoding>> ParseTextCoding(const std::string& name);
 
-/// A line for the person at the terminal that counts what was skipped; empty for nothing.
+/// Returns a line that counts the skipped parts, or an empty string if nothing was skipped.
 std::string DamageRemark(const std::string& file, const Damage& damage);
 
 }  // namespace applist::sim

@@ -13,7 +13,7 @@
 namespace applist::sim {
 namespace {
 
-// Names are compared as people do, without regard to case.
+// Names are compared without regard to case.
 std::string Folded(const std::string& text) {
     char* folded = g_utf8_casefold(text.c_str(), -1);
     std::string copy = folded;
@@ -21,7 +21,7 @@ std::string Folded(const std::string& text) {
     return copy;
 }
 
-// A number, decimal or in hexadecimal with "0x".
+// Parses a decimal number, or a hexadecimal one with "0x".
 bool IsNumber(const std::string& text, uint16_t number) {
     char* end = nullptr;
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
@@ -40,7 +40,7 @@ bool IsWanted(const BroadcastService& service, const BroadcastFilter& filter) {
                        [&](const std::string& wanted) { return Matches(service, wanted); });
 }
 
-/// Takes applications one after the other and tells apart what would look alike.
+/// Collects applications and makes equal names distinguishable.
 class ItemList {
 public:
     explicit ItemList(const BroadcastFilter& filter) : m_filter(filter) {}
@@ -93,7 +93,7 @@ std::string NameOf(const BroadcastService& service) {
     return service.name.empty() ? id : id + " (" + service.name + ')';
 }
 
-// Each service of any snapshot once.
+// Returns each service of all snapshots once.
 std::string ServiceList(const Broadcast& broadcast) {
     std::map<uint16_t, std::string> services;
     for (const Snapshot& snapshot : broadcast.snapshots) {

@@ -10,31 +10,32 @@
 
 namespace applist::sim {
 
-/// What of a broadcast is wanted, and how it is to be read.
+/// Selects applications of a broadcast and the language of their names.
 struct BroadcastFilter {
-    std::vector<std::string> services;   ///< By number or name; empty for all.
-    std::vector<std::string> languages;  ///< Of names, the preferred one first.
-    bool all = false;  ///< Hidden applications and those of trials are wanted, too.
+    std::vector<std::string> services;   ///< Numbers or names; empty for all.
+    std::vector<std::string> languages;  ///< Languages of names, the preferred one first.
+    bool all = false;                    ///< Includes hidden applications and those for trials.
 };
 
-/// True iff the broadcast offers the application to the viewer; with all, hidden applications and
-/// those of tables for trials count as offered, too.
+/// True iff the broadcast offers the application to the viewer. With all, hidden applications and
+/// those for trials count as offered.
 bool IsOffered(const ApplicationTable& table, const Application& application, bool all);
 
-/// The services of a snapshot that are wanted, in the order of the broadcast.
+/// Returns the selected services of a snapshot in the order of the broadcast.
 std::vector<BroadcastService> SelectServices(const Snapshot& snapshot,
                                              const BroadcastFilter& filter);
 
-/// Empty when each service that is wanted is there at some snapshot; otherwise which one is not,
-/// and which there are.
+/// Returns an empty string if each selected service exists in some snapshot. Otherwise returns
+/// which one is missing and which ones exist.
 std::string MissingService(const Broadcast& broadcast, const BroadcastFilter& filter);
 
-/// The applications that a snapshot offers to the viewer, as items of the list: AUTOSTART and
-/// PRESENT ones in the order in which services and tables name them.
+/// Returns the applications that a snapshot offers to the viewer, as items of the list: AUTOSTART
+/// and PRESENT ones in the order of services and tables.
 ///
-/// An application that several services offer under one name is one item; where its name differs
-/// there, each name is one, with "@" and the service behind the id. Different applications of one
-/// name get a number behind it. An application without a readable name goes by its id.
+/// An application that several services offer under one name becomes one item. If its name differs,
+/// each name becomes an item, with "@" and the service after the id. Different applications with
+/// the same name get a number after the name. An application without a readable name is shown by
+/// its id.
 Items OfferedItems(const Snapshot& snapshot, const BroadcastFilter& filter);
 
 }  // namespace applist::sim

@@ -11,8 +11,8 @@ namespace {
 constexpr size_t SHORT_SIZE = 2;
 constexpr size_t LONG_SIZE = 3;
 
-// Two letters (ISO 639-1), three (639-2, terminology) and, where that differs, three more
-// (639-2, bibliography), as in "frfra/fre". Broadcasts use either of the longer ones.
+// Two letters (ISO 639-1), three letters (639-2, terminology) and, where different, three letters
+// (639-2, bibliography), as in "frfra/fre". Broadcasts use both codes of three letters.
 constexpr std::string_view CODES =
     "aaaar ababk aeave afafr akaka amamh anarg arara asasm avava ayaym azaze babak bebel "
     "bgbul bhbih bibis bmbam bnben bobod/tib brbre bsbos cacat ceche chcha cocos crcre "
@@ -71,7 +71,7 @@ std::vector<std::string> ParseLanguages(const std::string& list) {
     return languages;
 }
 
-// GLib gives each locale in several spellings, and "C" as the last.
+// GLib returns each locale in several spellings, and "C" last.
 std::vector<std::string> LocaleLanguages() {
     std::vector<std::string> languages;
     for (const char* const* name = g_get_language_names(); *name != nullptr; ++name) {

@@ -10,28 +10,27 @@
 
 namespace applist::sim {
 
-/// All codes of ISO 639 for the language that one of them stands for: "it" or "ita" gives both,
-/// "fre" gives "fr", "fra" and "fre". An unknown code stands for itself.
+/// Returns all codes of ISO 639 for a language: "it" or "ita" returns both, "fre" returns "fr",
+/// "fra" and "fre". An unknown code returns itself.
 std::vector<std::string> LanguageCodes(std::string_view language);
 
-/// The languages of a list such as "ita,en", the preferred one first. Codes of two or three
-/// letters; case and what follows "_", "-" or "." do not count, so that locales are fine.
+/// Parses a list of languages such as "ita,en", the preferred one first. Codes have two or three
+/// letters. Case and the part after "_", "-" or "." are ignored, so locales are accepted.
 std::vector<std::string> ParseLanguages(const std::string& list);
 
-/// The languages of the person at the terminal, from the environment (LANGUAGE, LC_ALL,
-/// LC_MESSAGES, LANG).
+/// Returns the languages of the user from the environment (LANGUAGE, LC_ALL, LC_MESSAGES, LANG).
 std::vector<std::string> LocaleLanguages();
 
-/// The code of a language as broadcasts should send it: the letters of sent in lower case. Three
-/// bytes such as "fr\0" are in use.
+/// Returns a language code as a broadcast should send it: the letters of sent in lower case.
+/// Malformed codes such as "fr\0" are in use.
 std::string CleanLanguage(const std::string& sent);
 
-/// The name in the first of languages that there is one in, otherwise the first that is not empty.
-/// Empty when there is none.
+/// Returns the name in the first of languages that has one, otherwise the first name that is not
+/// empty. Empty if there is none.
 std::string PreferredName(const std::vector<ApplicationName>& names,
                           const std::vector<std::string>& languages);
 
-/// text with what is no UTF-8 replaced by U+FFFD.
+/// Returns text with invalid UTF-8 replaced by U+FFFD.
 std::string ValidUtf8(const std::string& text);
 
 }  // namespace applist::sim

@@ -13,10 +13,10 @@
 namespace applist::sim {
 namespace {
 
-/// Reads line after line into items; ids are unique.
+/// Parses line by line; ids must be unique.
 class ItemTextReader {
 public:
-    /// Empty on success, otherwise what is wrong with the line.
+    /// Returns an empty string on success, otherwise the error of the line.
     std::string Read(std::string_view line) {
         ++m_line;
         if (line.ends_with('\r')) {
@@ -82,7 +82,7 @@ double SecondsBetween(const Snapshot& earlier, const Snapshot& later) {
     return std::max(0.0, *later.seconds - *earlier.seconds);
 }
 
-// A snapshot that changes nothing for the viewer only takes its time.
+// A snapshot that changes nothing for the viewer only adds its duration.
 Feed Play(const Broadcast& broadcast, const BroadcastFeedOptions& options) {
     Feed feed;
     feed.items = OfferedItems(broadcast.snapshots.front(), options.filter);

@@ -14,40 +14,39 @@
 
 namespace applist::sim {
 
-/// Items from text: a line "id<TAB>name" each, UTF-8; blank lines and lines that begin with "#"
-/// are skipped. The reason of a failure begins with the number of the line: "3: ...".
+/// Parses items from UTF-8 text with a line "id<TAB>name" each. Blank lines and lines that begin
+/// with "#" are skipped. An error begins with the line number: "3: ...".
 Result<Items> ParseItemText(std::string_view text);
 
-/// A list and when it is to be shown.
+/// A list and the time at which it is shown.
 struct FeedStep {
-    double seconds = 0;  ///< Since the step before it.
+    double seconds = 0;  ///< Since the previous step.
     Items items;
 };
 
-/// Items to fill a list with, how they change in the course of time, and a remark for the person at
-/// the terminal, mostly empty.
+/// Items for a list and their changes over time. remark is a message for the user, usually empty.
 struct Feed {
     Items items;
     std::string remark;
     std::vector<FeedStep> changes{};
 };
 
-/// A few applications for a first look, without any file.
+/// Returns a few built-in applications.
 Feed SampleFeed();
 
-/// The items of a text file (ItemText.h). A failure names the file and the line.
+/// Reads the items of a text file (ParseItemText()). A failure names the file and the line.
 Result<Feed> TextFeed(const std::string& file);
 
-/// How a recorded broadcast is to be read and played.
+/// Options for reading and playing a recorded broadcast.
 struct BroadcastFeedOptions {
     BroadcastFilter filter;
     std::optional<TextCoding> coding;
-    std::optional<double> interval;  ///< Seconds between changes; none: as in the recording.
+    std::optional<double> interval;  ///< Seconds between changes; absent: as recorded.
 };
 
-/// The applications that a file's broadcast offers (BroadcastFile.h) from snapshot to snapshot. A
-/// file without a clock changes every second. A failure names the file; a broadcast that never
-/// offers any is one. The remark counts what was damaged.
+/// Returns the offered applications of each snapshot of a file (BroadcastFile.h). A file without a
+/// clock changes every second. Fails if the broadcast never offers an application. A failure names
+/// the file; the remark counts the damage.
 Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& options = {});
 
 }  // namespace applist::sim

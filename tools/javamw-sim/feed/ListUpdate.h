@@ -8,7 +8,7 @@
 
 namespace applist::sim {
 
-/// One call of the application.
+/// One call to the application.
 struct ListCall {
     Function function{};
     Items items;
@@ -16,21 +16,21 @@ struct ListCall {
     bool operator==(const ListCall&) const = default;
 };
 
-/// The calls that lead from one list to another, and the list after them.
+/// The calls that turn one list into another, and the resulting list.
 struct ListUpdate {
     std::vector<ListCall> calls;
-    Items items;  ///< Those that were wanted; those that stay keep their places.
+    Items items;  ///< The wanted items; items that stay keep their places.
     size_t added = 0;
     size_t removed = 0;
     size_t renamed = 0;
 };
 
-/// Leads from shown to wanted without clearing the list, so that the viewer's place in it holds:
-/// RemoveItem for each item that is gone, ModifyItem for each of another name, one AddItems for
-/// those that are new, which come last.
+/// Turns shown into wanted without clearing the list, so that the viewer keeps the position:
+/// RemoveItem for each removed item, ModifyItem for each renamed item, and one AddItems for the new
+/// items, which are appended.
 ///
-/// The application takes a ModifyItem to an id that it lists, and be it the item's own, for an
-/// order to remove the item: an item is renamed in two calls, by way of an id that nobody has.
+/// The application removes an item when ModifyItem names an id that is already in the list, even
+/// the own id of the item. An item is therefore renamed in two calls, with an unused id in between.
 ListUpdate UpdateList(const Items& shown, const Items& wanted);
 
 }  // namespace applist::sim

@@ -10,7 +10,7 @@
 namespace applist::sim {
 namespace {
 
-// How soon to try again when another middleware announces under the same name at this moment.
+// Interval of retries while another middleware owns the name.
 constexpr unsigned AGAIN_MS = 2;
 constexpr unsigned MOST_TRIES = 500;
 
@@ -54,7 +54,7 @@ void Announcer::AnnounceTimes(Announcement announcement, unsigned times) {
     }
 }
 
-// In order: an application must hear our SYN before the ACK that follows from it.
+// Keeps the order, because an application must receive our SYN before the ACK that follows from it.
 void Announcer::AnnounceQueued() {
     while (!m_queue.empty()) {
         Queued& first = m_queue.front();

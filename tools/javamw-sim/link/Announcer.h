@@ -12,28 +12,29 @@
 
 namespace applist::sim {
 
-/// Makes the middleware's announcements on a connection: as planned, one after the other, and again
-/// where another middleware is in the way. Runs on the thread of the default main context.
+/// Makes the announcements of the middleware on a connection, one after the other according to a
+/// plan. Retries while another middleware owns the name. Runs on the thread of the default main
+/// context.
 class Announcer {
 public:
     struct Listener {
         std::function<void(const std::string& error)> failed;
         /// The policy of the bus does not allow the announcement.
         std::function<void(const std::string& error)> denied;
-        /// An announcement that the plan delays was made.
+        /// A delayed announcement was made.
         std::function<void()> late;
     };
 
     /// connection must outlive the announcer.
     Announcer(GDBusConnection* connection, Listener listener, const HandshakePlan& plan);
 
-    /// How announcements are made from here on.
+    /// Sets the plan for the following announcements.
     void SetPlan(const HandshakePlan& plan) { m_plan = plan; }
-    /// Announces as the plan has it. False if that is not at once: late, or not at all.
+    /// Announces according to the plan. Returns false if the announcement is delayed or skipped.
     bool AnnounceAsPlanned(Announcement announcement);
-    /// Announces whatever the plan says.
+    /// Announces now and ignores the plan.
     void AnnounceNow(Announcement announcement);
-    /// Gives up what has not been announced yet.
+    /// Drops the announcements that are still pending.
     void Stop();
 
 private:

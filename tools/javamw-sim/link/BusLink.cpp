@@ -132,7 +132,7 @@ void BusLink::ReportUnanswered() {
     }
 }
 
-// The release of a handshake name is the announcement; its old owner is who made it.
+// The release of a handshake name is the announcement. Its former owner made it.
 void BusLink::OnNameOwnerChanged(Announcement announcement, GVariant* parameters) {
     const char* name = nullptr;
     const char* oldOwner = nullptr;

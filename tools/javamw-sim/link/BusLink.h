@@ -15,7 +15,7 @@
 
 namespace applist::sim {
 
-/// Told what happens on the link. application is a unique bus name everywhere.
+/// Callbacks of a link. application is always a unique bus name.
 class BusLinkListener {
 public:
     BusLinkListener() = default;
@@ -25,56 +25,55 @@ public:
     BusLinkListener(BusLinkListener&&) = delete;
     BusLinkListener& operator=(BusLinkListener&&) = delete;
 
-    /// The handshake is complete; calls and signals go both ways.
+    /// The handshake is complete; calls and signals work in both directions.
     virtual void Connected(const std::string& application) = 0;
-    /// The application made one of the handshake's announcements; what follows from it comes next.
+    /// The application made one announcement of the handshake. Called before its consequences.
     virtual void Announced(const std::string& /*application*/, Announcement /*announcement*/) {}
     /// A connected application left the bus.
     virtual void Disconnected(const std::string& application) = 0;
     /// The application sent a signal.
     virtual void Notified(const std::string& application, const Bytes& message) = 0;
-    /// The application called; the result is the reply.
+    /// The application called; returns the reply.
     virtual Bytes Called(const std::string& application, const Bytes& message) = 0;
-    /// Something did not work; error says what.
+    /// An operation failed; error is the reason.
     virtual void LinkFailed(const std::string& error) = 0;
     /// The policy of the bus does not allow this process to be a middleware; error says what was
     /// denied. May be called from the constructor of the link.
     virtual void LinkDenied(const std::string& error) { LinkFailed(error); }
-    /// The bus itself is gone: nothing comes any more.
+    /// The bus closed the connection.
     virtual void BusLost() = 0;
 };
 
-/// The middleware's side of the channel: finds applications, whichever started first, loses them
-/// and takes the next ones, and carries bytes without looking into them.
+/// The end of the channel that belongs to the middleware. Finds applications in either order of
+/// start, notices when they leave, and carries bytes without decoding them.
 ///
-/// Everything runs on the thread whose main context is the default one.
+/// All methods and callbacks run on the thread of the default main context.
 class BusLink : public MessageCaller {
 public:
     /// Listens for applications and announces the middleware as planned. listener must outlive the
     /// link.
     BusLink(ConnectionPtr connection, BusLinkListener& listener, const HandshakePlan& plan = {});
-    /// Gives up the calls under way without telling their callers, and closes the connection once
-    /// what was sent is on its way.
+    /// Cancels pending calls without running their callbacks, flushes the connection and closes it.
     ~BusLink() override;
     BusLink(const BusLink&) = delete;
     BusLink& operator=(const BusLink&) = delete;
     BusLink(BusLink&&) = delete;
     BusLink& operator=(BusLink&&) = delete;
 
-    /// How announcements are made from here on. An application counts as connected when ours are
-    /// complete, too.
+    /// Sets the plan for the following announcements. An application counts as connected when our
+    /// announcements are complete, too.
     void SetPlan(const HandshakePlan& plan) { m_announcer.SetPlan(plan); }
-    /// Announces whatever the plan says.
+    /// Announces now and ignores the plan.
     void AnnounceNow(Announcement announcement);
 
     void Call(const std::string& application, const Bytes& message, Done done) override;
 
-    /// Emits message as a signal to one application, without waiting for it. Empty on success,
-    /// otherwise the reason.
+    /// Emits message as a signal to one application and returns at once. Returns an empty string on
+    /// success, otherwise the reason.
     std::string Emit(const std::string& application, const Bytes& message);
 
 private:
-    /// What is held for each application that the handshake has established.
+    /// Held for each application that the handshake has established.
     struct Application {
         Registration watch;
         Registration signals;
@@ -94,7 +93,7 @@ private:
     void OnCalled(const char* sender, GVariant* parameters, GDBusMethodInvocation* invocation);
     void OnReply(PendingCall* call, GAsyncResult* result);
 
-    // Where the library calls back; memory running out there ends the program.
+    // Callbacks of the library. If memory runs out in one of them, the program ends.
     template <Announcement announcement>
     static void cb_NameOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
                                     const char*, GVariant* parameters, void* link) noexcept;
@@ -111,7 +110,7 @@ private:
     BusLinkListener& m_listener;
     std::string m_uniqueName;
     Handshake m_handshake;
-    std::set<std::string> m_unanswered;  ///< Connected but for an announcement of ours.
+    std::set<std::string> m_unanswered;  ///< Connected except for one of our announcements.
     std::map<std::string, Application> m_applications;
     Announcer m_announcer;
     GObjectPtr<GCancellable> m_cancellable;

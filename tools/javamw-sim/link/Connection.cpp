@@ -4,7 +4,7 @@
 
 namespace applist::sim {
 
-// As one fixed array: byte by byte would cost a hundred times as much.
+// A fixed array is about a hundred times as fast as byte by byte.
 GVariant* ToVariant(const Bytes& bytes) {
     return g_variant_new("(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(),
                                                             bytes.size(), sizeof(char)));

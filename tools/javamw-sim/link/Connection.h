@@ -10,7 +10,7 @@
 
 namespace applist::sim {
 
-/// What calls, replies and signals carry, "(ay)"; a floating reference.
+/// Returns the payload of calls, replies and signals, "(ay)", as a floating reference.
 GVariant* ToVariant(const Bytes& bytes);
 
 bool HoldsBytes(GVariant* parameters);
@@ -36,8 +36,8 @@ struct AnnounceResult {
     std::string error;  ///< Empty if announced.
 };
 
-/// Owns name for an instant: listeners learn this connection's unique name from the release.
-/// Blocks for two calls to the bus daemon.
+/// Owns name for an instant, so that listeners learn the unique name of this connection from the
+/// release. Blocks for two calls to the bus daemon.
 AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name);
 
 }  // namespace applist::sim

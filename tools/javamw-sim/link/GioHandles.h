@@ -28,7 +28,7 @@ struct GNodeInfoUnref {
 };
 using GNodeInfoPtr = std::unique_ptr<GDBusNodeInfo, GNodeInfoUnref>;
 
-/// The text of an error, which is freed. REQUIRES: error is not null.
+/// Returns the text of an error and frees it. REQUIRES: error is not null.
 inline std::string TakeMessage(GError* error) {
     g_dbus_error_strip_remote_error(error);
     std::string message = error->message;
@@ -36,7 +36,8 @@ inline std::string TakeMessage(GError* error) {
     return message;
 }
 
-/// Undoes something once, at the end of its life at the latest. Movable; a moved-from one is empty.
+/// Runs an undo function once, at the latest in its destructor. Movable; a moved-from object is
+/// empty.
 class [[nodiscard]] Registration {
 public:
     Registration() = default;
@@ -58,14 +59,14 @@ public:
             undo();
         }
     }
-    /// For what ended by itself.
+    /// Drops the undo function, because the registration ended by itself.
     void Forget() { m_undo = nullptr; }
 
 private:
     std::function<void()> m_undo;
 };
 
-/// A source of the main loop, removed at the end.
+/// Returns a registration that removes a source of the main loop.
 inline Registration OwnSource(unsigned id) {
     return Registration([id] { g_source_remove(id); });
 }

@@ -32,8 +32,8 @@ bool Handshake::IsConnected(const std::string& application) const {
     return found != m_applications.end() && found->second != State::SynAckSent;
 }
 
-// A application announces itself once in its life: when a known one does it again it has begun a new
-// one on the same bus connection and remembers nothing of us.
+// An application sends SYN once in its life. A known application that sends it again has started a
+// new life on the same bus connection and has forgotten us.
 HandshakeStep Handshake::HeardSyn(const std::string& application) {
     HandshakeStep step = Lost(application);
     m_applications[application] = State::SynAckSent;
@@ -42,8 +42,9 @@ HandshakeStep Handshake::HeardSyn(const std::string& application) {
     return step;
 }
 
-// Announcements reach everybody. One heard after our ACK answers some other middleware; but an ACK
-// that we heard may have been another's too, and then the application still waits for ours.
+// Announcements are broadcast. One that arrives after our ACK answers another middleware. An ACK
+// that we received may also belong to another middleware; then the application still waits for
+// ours.
 HandshakeStep Handshake::HeardSynAck(const std::string& application) {
     const auto known = m_applications.find(application);
     if (known != m_applications.end() && known->second == State::AckSent) {

@@ -11,13 +11,13 @@
 
 namespace applist::sim {
 
-/// The three announcements of a handshake; each side makes them under names of its own.
+/// The three announcements of a handshake. Each side has its own names for them.
 enum class Announcement { Syn, SynAck, Ack };
 
 inline constexpr std::array ANNOUNCEMENTS{Announcement::Syn, Announcement::SynAck,
                                           Announcement::Ack};
 
-/// "syn", "syn-ack", "ack".
+/// Returns "syn", "syn-ack" or "ack".
 std::string_view NameOf(Announcement announcement);
 
 /// How a middleware makes one of its announcements.
@@ -47,7 +47,7 @@ struct HandshakePlan {
 
 /// What to do, in this order, after an announcement was heard or an application was lost.
 struct HandshakeStep {
-    bool lost = false;                   ///< The application as known so far has left.
+    bool lost = false;                   ///< The application has left in its former life.
     bool establish = false;              ///< Watch the application and listen to its signals.
     std::optional<Announcement> answer;  ///< Announce this.
     bool connected = false;              ///< The application is connected from now on.
@@ -55,13 +55,14 @@ struct HandshakeStep {
     bool operator==(const HandshakeStep&) const = default;
 };
 
-/// Decides the middleware's half of the three-way handshake with any number of applications. Does not
-/// use the bus.
+/// Decides the middleware's half of the three-way handshake with any number of applications. Does
+/// not use the bus.
 ///
 ///  - application starts later: SYN heard, SYN_ACK answered, ACK heard.
 ///  - application runs already: our SYN, SYN_ACK heard, ACK answered.
 ///  - both start at once: SYN heard and SYN_ACK answered. The application ignores that answer,
-///    because it has heard our SYN. Its own SYN_ACK follows, and our ACK to it completes both sides.
+///    because it has heard our SYN. Its own SYN_ACK follows, and our ACK to it completes both
+///    sides.
 class Handshake {
 public:
     /// Called when application, a unique bus name, made the announcement.
@@ -75,7 +76,7 @@ public:
 private:
     enum class State {
         SynAckSent,
-        AckHeard,  ///< Connected, unless the ACK answered some other middleware.
+        AckHeard,  ///< Connected, unless the ACK answered another middleware.
         AckSent,   ///< Connected.
     };
     HandshakeStep HeardSyn(const std::string& application);

@@ -10,10 +10,10 @@
 
 namespace applist::sim {
 
-/// Carries one message to an application and its reply back.
+/// Sends a message to an application and delivers the reply.
 class MessageCaller {
 public:
-    /// The reply's payload, or why there is none.
+    /// The payload of the reply, or an error.
     using Done = std::function<void(const Result<Bytes>& reply)>;
 
     MessageCaller() = default;
@@ -23,24 +23,24 @@ public:
     MessageCaller(MessageCaller&&) = delete;
     MessageCaller& operator=(MessageCaller&&) = delete;
 
-    /// Returns at once; done runs later, on the thread of the main loop. Calls to one application
-    /// are answered in their order.
+    /// Returns at once. Runs done later on the thread of the main loop. Calls to one application
+    /// are answered in order.
     virtual void Call(const std::string& application, const Bytes& message, Done done) = 0;
 };
 
-/// The application's list as the middleware drives it: functions and items instead of bytes.
+/// Calls the functions of the list of an application with items instead of bytes.
 class ListClient {
 public:
-    /// The items of the reply, or why there are none. Most functions reply with no items.
+    /// The items of the reply, or an error. Most functions reply without items.
     using Done = std::function<void(const Result<Items>& reply)>;
 
     /// caller must outlive the client.
     explicit ListClient(MessageCaller& caller) : m_caller(caller) {}
 
-    /// Calls function of the application with the items that it takes.
+    /// Calls function of the application with items.
     ///
-    /// The application sends the events that a call causes before the reply to it, so whoever calls
-    /// from within an event must not wait for done there.
+    /// The application sends the events that a call causes before the reply, so an event handler
+    /// must not block until done runs.
     void Call(const std::string& application, Function function, const Items& items, Done done);
 
 private:

@@ -15,7 +15,7 @@ namespace {
 
 constexpr size_t ID_SIZE = 4;
 
-/// An item as the shared codec wants to read it.
+/// Adapts an item to the shared codec.
 class ItemView : public AppListItem {
 public:
     /// item must outlive the view.

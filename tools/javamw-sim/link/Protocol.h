@@ -13,8 +13,8 @@ namespace applist::sim {
 
 /// One entry of the application's list, as the middleware sees it.
 struct Item {
-    std::string id;    ///< The entry's identity; empty stands for no entry.
-    std::string name;  ///< What the viewer reads, UTF-8.
+    std::string id;    ///< Identity of the entry; empty means no entry.
+    std::string name;  ///< Visible name, UTF-8.
 
     bool operator==(const Item&) const = default;
 };
@@ -24,7 +24,7 @@ using Items = std::vector<Item>;
 /// A payload or a whole message on the bus.
 using Bytes = std::vector<char>;
 
-/// What the middleware can call; the value is the message id.
+/// Functions of the application; the value is the message id.
 enum class Function : int32_t {
     SetSelection = 2000,
     GetSelection = 2001,
@@ -37,7 +37,7 @@ enum class Function : int32_t {
     ModifyItem = 2008,
 };
 
-/// What the application tells the middleware; the value is the message id.
+/// Events of the application; the value is the message id.
 enum class Event : int32_t {
     ItemChanged = 1,
     ItemSelected = 2,
@@ -55,39 +55,39 @@ inline constexpr std::array EVENTS{Event::ItemChanged, Event::ItemSelected, Even
                                    Event::LocalCreated};
 
 std::string_view NameOf(Function function);
-/// "Unknown" for an id that is no event.
+/// Returns "Unknown" for an id that is not an event.
 std::string_view NameOf(Event event);
-/// Nothing when no function has the name.
+/// Returns nothing if no function has the name.
 std::optional<Function> FunctionByName(std::string_view name);
 
-/// The message that calls function with items: their forms back to back, then the id.
+/// Encodes a call of function: the items one after the other, then the id.
 Bytes EncodeCall(Function function, const Items& items);
 
-/// The items that stand back to back in payload; nothing when bytes are left that are no item.
+/// Decodes consecutive items; returns nothing if the rest is not a complete item.
 std::optional<Items> DecodeItems(const Bytes& payload);
 
-/// "id<TAB>name", each on one line.
+/// Returns "id<TAB>name", each escaped by OneLine().
 std::string ItemLine(const Item& item);
 
-/// A notification taken apart.
+/// A decoded notification.
 struct Notification {
     Event event{};
     size_t payloadSize = 0;
 };
 
-/// "event 1 ItemChanged", and what else it holds.
+/// Returns "event 1 ItemChanged", followed by the size of an unexpected payload.
 std::string DescribeNotification(const Notification& notification);
 
-/// Nothing when message is too short to hold an id.
+/// Returns nothing if message is too short for an id.
 std::optional<Notification> DecodeNotification(const Bytes& message);
 
-/// Two lower-case digits for each byte.
+/// Returns two lower-case digits for each byte.
 std::string ToHex(std::string_view bytes);
 inline std::string ToHex(const Bytes& bytes) {
     return ToHex(std::string_view(bytes.data(), bytes.size()));
 }
 
-/// Nothing when text is anything but pairs of digits.
+/// Returns nothing if text is not pairs of hexadecimal digits.
 std::optional<Bytes> FromHex(std::string_view text);
 
 }  // namespace applist::sim

@@ -11,7 +11,7 @@
 namespace applist::sim {
 namespace {
 
-// Answers name no interface; the reader picks those out that belong to a call it has seen.
+// Replies contain no interface; the reader selects the replies to calls that it has seen.
 std::array<std::string, 4> MatchRules() {
     return {std::string("interface='") + names::INTERFACE + "'",
             "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged'",
@@ -76,7 +76,7 @@ std::string BusRecording::BecomeMonitor() {
     return reply ? std::string() : TakeMessage(error);
 }
 
-// Standard output may be the recording.
+// Standard error, because standard output may be the recording.
 void BusRecording::Say(const std::string& line) const {
     if (m_file == "-") {
         return;

@@ -12,19 +12,19 @@
 
 namespace applist::sim {
 
-/// Records what others say to each other on a bus, until a signal ends it: a middleware of any make
-/// with its application. A bus lets only its owner and root look on.
+/// Records the traffic between other middlewares and applications on a bus until a signal ends it.
+/// A bus allows this only to its owner and to root.
 class BusRecording {
 public:
-    /// address: empty for the system bus. file: "-" for standard output.
+    /// address may be empty for the system bus; file may be "-" for standard output.
     BusRecording(std::string address, std::string file);
 
-    /// Once only.
+    /// Call only once.
     ExitCode Run();
 
 private:
     ExitCode Record();
-    /// Empty on success.
+    /// Returns an empty string on success.
     std::string BecomeMonitor();
     void Say(const std::string& line) const;
     static void cb_Closed(GDBusConnection*, int, GError*, void* recording) noexcept;

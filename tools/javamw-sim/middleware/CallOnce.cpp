@@ -19,7 +19,7 @@ void CallOnce::OnConnected(const std::string& application) {
     }
 }
 
-// The bus answers the call of an application that is gone with an error.
+// The bus replies with an error to a call of an application that has left.
 void CallOnce::OnDisconnected(const std::string& /*application*/) {}
 
 void CallOnce::OnNotified(const std::string& /*application*/,

@@ -24,7 +24,7 @@ private:
 
     Function m_function;
     Items m_arguments;
-    std::string m_application;  ///< Empty until one is called.
+    std::string m_application;  ///< Empty until an application has been called.
 };
 
 }  // namespace applist::sim

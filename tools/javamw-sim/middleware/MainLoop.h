@@ -12,10 +12,10 @@
 
 namespace applist::sim {
 
-/// One run of the default main context, to an end that somebody or SIGINT or SIGTERM gives it.
+/// Runs the default main context until End(), SIGINT or SIGTERM.
 class MainLoop {
 public:
-    /// Says what the signals mean.
+    /// Returns the exit code for a signal.
     using Interrupted = std::function<ExitCode()>;
 
     explicit MainLoop(Interrupted interrupted);
@@ -25,9 +25,9 @@ public:
     MainLoop(MainLoop&&) = delete;
     MainLoop& operator=(MainLoop&&) = delete;
 
-    /// Returns at once if the end came already. Once only.
+    /// Returns at once if End() was called before. Call only once.
     ExitCode Run();
-    /// Ends Run(); the first code given counts.
+    /// Ends Run(). The first code wins.
     void End(ExitCode code);
 
 private:

@@ -12,7 +12,7 @@ namespace applist::sim {
 namespace {
 
 constexpr int64_t MICROSECONDS = 1'000'000;
-// Eleven days in microseconds, which a timer can still count in milliseconds.
+// Eleven days in microseconds; a timer can count this in milliseconds.
 constexpr int64_t LONGEST_WAIT = 1'000'000'000'000;
 
 size_t CountEvents(const Recording& recording) {
@@ -46,8 +46,8 @@ void Replay::OnOpened(GDBusConnection* connection) {
                                          });
 }
 
-// The application reports its list once it has connected us; what is sent earlier is served, but
-// its events go astray. One that never reports is spoken to all the same.
+// The application sends LocalCreated once it has connected us. Earlier calls are answered, but
+// their events are lost. If it never sends LocalCreated, the replay starts without it.
 void Replay::OnConnected(const std::string& application) {
     if (m_application.empty()) {
         m_application = application;

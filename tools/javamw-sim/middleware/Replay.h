@@ -16,17 +16,18 @@
 namespace applist::sim {
 
 struct ReplayOptions {
-    std::string file;                 ///< What is replayed, for messages.
-    std::optional<double> speed = 1;  ///< Times as fast as recorded; none: as fast as it goes.
-    unsigned patience = 2;            ///< Seconds to wait for what is still expected.
+    std::string file;  ///< File name for messages.
+    /// Factor relative to the recording; absent: as fast as possible.
+    std::optional<double> speed = 1;
+    unsigned patience = 2;  ///< Seconds to wait for messages that are still missing.
     bool json = false;
 };
 
-/// Says to the first application that connects what the middleware of a conversation said, and
-/// reports where the application says something else than the one of the conversation did.
+/// Sends the messages of the recorded middleware to the first application that connects, and
+/// reports where the application behaves differently from the recorded one.
 ///
-/// Nothing is sent before as many calls are answered as were in the conversation; so the order of
-/// what the application says does not depend on the speed.
+/// A message is sent only after as many calls are answered as in the recording, so the order of the
+/// messages of the application does not depend on the speed.
 class Replay : public Session {
 public:
     Replay(SessionOptions session, ReplayOptions options, const Conversation& conversation);
@@ -41,11 +42,11 @@ protected:
 private:
     void Begin();
     void Advance();
-    /// Microseconds until message is due.
+    /// Returns the microseconds until message is due.
     int64_t Delay(const SentMessage& message) const;
     void Say(const SentMessage& message);
     void OnAnswer();
-    /// Waits for what is still expected, or ends.
+    /// Waits for messages that are still missing, or ends.
     void AwaitRest();
     void OnClock();
     void Finish();
@@ -56,18 +57,18 @@ private:
     Recording m_expected;
     std::vector<SentMessage> m_toSend;
     size_t m_expectedEvents = 0;
-    int64_t m_length = 0;  ///< Of the conversation, in microseconds.
+    int64_t m_length = 0;  ///< Duration of the conversation in microseconds.
 
-    std::string m_application;  ///< Empty until there is one.
-    bool m_created = false;     ///< It said that its list is there.
+    std::string m_application;  ///< Empty until an application has connected.
+    bool m_created = false;     ///< The application has sent LocalCreated.
     bool m_begun = false;
     int64_t m_beginning = 0;  ///< In microseconds of the monotonic clock.
-    size_t m_next = 0;        ///< The next message.
+    size_t m_next = 0;        ///< Index of the next message to send.
     size_t m_answers = 0;
     size_t m_events = 0;
     Registration m_clock;
 
-    std::mutex m_mutex;  ///< Guards m_heard, which grows on a thread of GIO's.
+    std::mutex m_mutex;  ///< Guards m_heard, which a thread of GIO fills.
     Recording m_heard;
     std::unique_ptr<TrafficTap> m_tap;
 };

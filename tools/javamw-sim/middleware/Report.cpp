@@ -46,7 +46,7 @@ private:
     bool m_colours;
 };
 
-// What is not UTF-8 is replaced in the text; then the bytes follow.
+// Invalid UTF-8 is replaced in the text, and the bytes are added in hexadecimal.
 void WriteBytes(JsonWriter& json, const std::string& member, const std::string& bytes) {
     json.Text(member.c_str(), bytes);
     if (g_utf8_validate_len(bytes.data(), bytes.size(), nullptr) == FALSE) {

@@ -9,14 +9,14 @@
 
 namespace applist::sim {
 
-/// How many items of a list an update touched.
+/// Counts of an update of a list.
 struct UpdateCounts {
     size_t added = 0;
     size_t removed = 0;
     size_t renamed = 0;
 };
 
-/// How the commands tell what happens: each of these is one line of output.
+/// Formats what happens in a session. Each method returns one line of output.
 class Report {
 public:
     Report() = default;
@@ -28,21 +28,21 @@ public:
 
     virtual std::string Connected(const std::string& application) const = 0;
     virtual std::string Disconnected(const std::string& application) const = 0;
-    /// The list of the application was filled with so many items.
+    /// The list of the application was filled with this number of items.
     virtual std::string Filled(const std::string& application, size_t items) const = 0;
-    /// The list of the application follows what is offered now.
+    /// The list of the application was updated.
     virtual std::string Updated(const std::string& application,
                                 const UpdateCounts& counts) const = 0;
     virtual std::string Event(const std::string& application, const Notification& notification,
                               const SelectedItem& selection) const = 0;
-    /// One item of the reply to a call.
+    /// An item of the reply to a call.
     virtual std::string ItemOfReply(const Item& item) const = 0;
 };
 
-/// For people. The words of a line are the same with colours and without.
+/// Returns lines for people. The words are the same with and without colours.
 std::unique_ptr<Report> TextReport(bool colours);
 
-/// For machines: one JSON object a line.
+/// Returns one JSON object per line.
 std::unique_ptr<Report> JsonReport();
 
 }  // namespace applist::sim

@@ -33,7 +33,7 @@ void Serve::OnNotified(const std::string& application, const Notification& notif
     }
 }
 
-// The list may hold what a middleware before this one left there.
+// Clears the list first, because an earlier middleware may have left items in it.
 void Serve::Fill(const std::string& application) {
     client().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
     client().Call(application, Function::AddItems, m_items,

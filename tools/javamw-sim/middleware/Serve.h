@@ -12,12 +12,12 @@
 
 namespace applist::sim {
 
-/// Fills the list of every application that reports its list, then watches and changes the lists
-/// as the feed does in the course of time, which begins when the first list is filled.
+/// Fills the list of every application that sends LocalCreated, then watches. Applies the changes
+/// of the feed over time, starting when the first list is filled.
 ///
-/// That report is what the application sends to each middleware once it has connected it. The
-/// handshake alone does not tell: its announcements reach everybody, and one that another
-/// middleware caused looks like ours. Calls made too early are served, but their events go astray.
+/// The application sends LocalCreated to each middleware that it has connected. The handshake alone
+/// is not sufficient: announcements are broadcast, so one that another middleware caused looks like
+/// ours. Calls before LocalCreated are answered, but their events are lost.
 class Serve : public Watch {
 public:
     Serve(SessionOptions options, Feed feed);
@@ -35,10 +35,10 @@ private:
     static int cb_Change(void* serve) noexcept;
 
     Items m_items;
-    std::deque<FeedStep> m_changes;  ///< Those to come.
+    std::deque<FeedStep> m_changes;  ///< Changes that are still to be made.
     Registration m_clock;
     bool m_playing = false;
-    std::set<std::string> m_filled;  ///< Applications of now.
+    std::set<std::string> m_filled;  ///< Connected applications whose list was filled.
 };
 
 }  // namespace applist::sim

@@ -16,16 +16,16 @@
 
 namespace applist::sim {
 
-/// What every command is given.
+/// Options of every session.
 struct SessionOptions {
-    std::string address;              ///< Of the bus; empty for the system bus.
-    std::optional<unsigned> timeout;  ///< Seconds to wait for an application; none: for ever.
-    bool json = false;                ///< Output for machines.
-    std::string recordFile;           ///< Where to record all traffic; empty for nowhere.
+    std::string address;              ///< Address of the bus; empty for the system bus.
+    std::optional<unsigned> timeout;  ///< Seconds to wait for an application; absent: no limit.
+    bool json = false;                ///< Prints JSON.
+    std::string recordFile;           ///< File for the recording; empty for none.
 };
 
-/// One run of a command: opens the bus, waits for applications and runs until the command or a
-/// signal ends it. The commands derive from it.
+/// Base class of the commands: opens the bus, waits for applications and runs until the command or
+/// a signal ends it.
 class Session : public BusLinkListener {
 public:
     explicit Session(SessionOptions options);
@@ -35,25 +35,25 @@ public:
     Session(Session&&) = delete;
     Session& operator=(Session&&) = delete;
 
-    /// Runs to the end on the default main context. Once only.
+    /// Runs the default main context to the end. Call only once.
     ExitCode Run();
 
 protected:
-    /// The bus is there; what passes connection begins after this.
+    /// Called once connected, before any traffic.
     virtual void OnOpened(GDBusConnection* /*connection*/) {}
     virtual void OnConnected(const std::string& application) = 0;
     virtual void OnDisconnected(const std::string& application) = 0;
     virtual void OnNotified(const std::string& application, const Notification& notification) = 0;
-    /// What SIGINT and SIGTERM mean: the regular end of a command that runs until then.
+    /// Returns the exit code for SIGINT and SIGTERM.
     virtual ExitCode OnInterrupted() { return ExitCode::Success; }
 
-    /// REQUIRES: Run() is under way.
+    /// REQUIRES: called during Run().
     ListClient& client() { return *m_client; }
     const Report& report() const { return *m_report; }
     BusLink& link() { return *m_link; }
-    /// Prints a line; the session ends when nobody can read it.
+    /// Prints a line. Ends the session if standard output cannot be written.
     void Print(const std::string& line);
-    /// Ends Run(); the first code given counts.
+    /// Ends Run(). The first code wins.
     void End(ExitCode code) { m_loop.End(code); }
 
 private:
@@ -65,7 +65,7 @@ private:
     void LinkDenied(const std::string& error) final;
     void BusLost() final;
 
-    /// Empty on success, otherwise what is wrong with the file.
+    /// Returns an empty string on success, otherwise the error of the file.
     std::string StartRecording(GDBusConnection* connection);
     ExitCode FinishRecording(ExitCode code);
     void WatchClock();

@@ -18,11 +18,11 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// The first of pcapng; then pcap with microseconds and nanoseconds, of either byte order.
+// Magic numbers: pcapng, then pcap with microseconds and nanoseconds in both byte orders.
 constexpr std::array MAGICS{"\x0a\x0d\x0d\x0a"sv, "\xa1\xb2\xc3\xd4"sv, "\xd4\xc3\xb2\xa1"sv,
                             "\xa1\xb2\x3c\x4d"sv, "\x4d\x3c\xb2\xa1"sv};
 
-// Of the year 9999: a damaged packet may claim any time.
+// The year 9999. A damaged packet may contain any time.
 constexpr int64_t LAST_SECOND = 253'402'300'799;
 
 struct CloseCapture {
@@ -31,7 +31,7 @@ struct CloseCapture {
 using Capture = std::unique_ptr<pcap_t, CloseCapture>;
 
 Result<Capture> Open(std::string_view bytes) {
-    // Opened for reading only.
+    // The file is opened for reading only.
     FILE* file = fmemopen(const_cast<char*>(bytes.data()), bytes.size(), "rb");
     if (file == nullptr) {
         return Result<Capture>::Failure("out of memory");
@@ -49,7 +49,7 @@ Result<Capture> Open(std::string_view bytes) {
     return capture;
 }
 
-/// Packet after packet.
+/// Reads packet by packet.
 class CaptureReader {
 public:
     void Read(const pcap_pkthdr& header, const uint8_t* bytes) {

@@ -7,16 +7,15 @@
 #include "common/Result.h"
 #include "recording/RecordedMessage.h"
 
-/// Captures of a whole bus, as "busctl capture" writes them: pcapng or pcap with the link type of
+/// Captures of a whole bus as "busctl capture" writes them: pcapng or pcap with the link type of
 /// D-Bus (231).
 namespace applist::sim {
 
-/// True iff bytes begin as such a file does, whatever its link type.
+/// True iff bytes begin like a capture, with any link type.
 bool IsCapture(std::string_view bytes);
 
-/// The traffic of applications and middlewares; a message's line is the number of its packet.
-/// Packets that hold no whole message are skipped and counted in the remark, and so is a damaged
-/// end.
+/// Returns the traffic between applications and middlewares. The line of a message is its packet
+/// number. Incomplete packets and a damaged end are skipped and counted in the remark.
 Result<Recording> ReadCapture(std::string_view bytes);
 
 }  // namespace applist::sim

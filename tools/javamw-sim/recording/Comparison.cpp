@@ -13,10 +13,10 @@
 namespace applist::sim {
 namespace {
 
-// How many steps to look ahead for one in common; the time grows with the square of it.
+// Number of steps to search for a common one; the cost grows with its square.
 constexpr size_t NEAR = 4000;
 
-/// The steps of both sides as numbers, equal iff the steps are.
+/// The steps of both sides as numbers that are equal iff the steps are.
 class Keys {
 public:
     std::vector<size_t> Number(const std::vector<Step>& steps) {
@@ -104,7 +104,7 @@ std::vector<Difference> Compare(const std::vector<Step>& first, const std::vecto
 
 namespace {
 
-/// Turns a recording into steps.
+/// Converts a recording to steps.
 class StepMaker {
 public:
     explicit StepMaker(bool names) : m_names(names) {}
@@ -141,7 +141,7 @@ private:
         m_calls.erase(call);
     }
 
-    // The bus daemon's own name stays.
+    // Keeps the name of the bus daemon.
     std::string Rename(const std::string& name, Side side) {
         if (m_names || !name.starts_with(':')) {
             return name;
@@ -153,7 +153,7 @@ private:
         return known->second;
     }
 
-    // An error's text names connections.
+    // The text of an error contains names of connections.
     std::string Key(const RecordedMessage& message) {
         const bool byName = m_names || message.kind != MessageKind::Error;
         const std::string from = Rename(message.from, message.side);
@@ -173,7 +173,7 @@ private:
     bool m_names;
     std::map<std::string, std::string> m_renamed;
     std::map<Side, int> m_count;
-    std::map<uint64_t, Step> m_calls;  ///< Not answered yet.
+    std::map<uint64_t, Step> m_calls;  ///< Calls without a reply so far.
     std::vector<Step> m_steps;
 };
 
@@ -213,7 +213,7 @@ std::string StepObject(int64_t number, const char* side, const std::string& file
         .Finish();
 }
 
-// One object for each side that has something to show.
+// Writes one object for each side that has the step.
 bool PrintObjects(const DifferenceReport& report) {
     int64_t number = 0;
     bool written = true;

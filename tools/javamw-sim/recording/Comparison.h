@@ -12,32 +12,33 @@
 
 namespace applist::sim {
 
-/// What counts when two recordings are compared.
+/// Options of a comparison.
 struct CompareOptions {
-    bool names = false;                ///< The unique bus names; else who is who among them.
-    std::optional<int64_t> tolerance;  ///< Microseconds by which times may differ; none: any.
+    bool names = false;  ///< Compares unique bus names; otherwise only the roles.
+    /// Allowed difference of times in microseconds; absent: any.
+    std::optional<int64_t> tolerance;
 };
 
-/// Something that can be compared: a message, or a call together with its answer.
+/// A unit of comparison: a message, or a call together with its reply.
 struct Step {
-    size_t line = 0;   ///< Of the call, where there is one.
-    int64_t time = 0;  ///< Of the answer, where there is one.
+    size_t line = 0;   ///< Line of the call, if it is one.
+    int64_t time = 0;  ///< Time of the reply, if it has one.
     std::string key;   ///< Equal iff the steps are.
-    std::string text;  ///< For people, on one line.
+    std::string text;  ///< Text for people on one line.
 };
 
-/// The steps of recording. A call stands where its answer is, or at the end without one: when
-/// exactly a call was made among the messages of the other side is chance.
+/// Returns the steps of recording. A call is placed at its reply, or at the end if it has none,
+/// because its position among the messages of the other side depends on timing.
 std::vector<Step> StepsOf(const Recording& recording, bool names);
 
-/// What one side has and the other has not, or at another time.
+/// A step that only one side has, or that both have at different times.
 struct Difference {
-    std::optional<Step> first;   ///< Nothing: only the second has it.
-    std::optional<Step> second;  ///< Nothing: only the first has it. Both: at different times.
+    std::optional<Step> first;   ///< Absent if only the second recording has the step.
+    std::optional<Step> second;  ///< Absent if only the first recording has the step.
 };
 
-/// What tells first from second, in order. After a difference both go on at the nearest step that
-/// they have in common; where there is none near, all that follows differs.
+/// Returns the differences in order. After a difference, the comparison continues at the nearest
+/// common step. If there is none nearby, all following steps differ.
 std::vector<Difference> Compare(const std::vector<Step>& first, const std::vector<Step>& second,
                                 std::optional<int64_t> tolerance);
 
@@ -45,16 +46,16 @@ struct DifferenceReport {
     const std::vector<Difference>& differences;
     std::string firstFile;
     std::string secondFile;
-    std::string same;   ///< The line to print when nothing differs.
+    std::string same;   ///< Line to print if there are no differences.
     bool json = false;  ///< JSON objects instead of lines for people.
 };
 
-/// What differs, as lines: "- FILE:12: ..." for what only the first has, "+ FILE:15: ..." for what
-/// only the second has, both with their times for what comes at different ones.
+/// Returns the lines of a difference: "- FILE:12: ..." for a step of the first file, "+ FILE:15:
+/// ..." for a step of the second, both with their times if only the times differ.
 std::string DifferenceLines(const Difference& difference, const std::string& firstFile,
                             const std::string& secondFile);
 
-/// Prints report on standard output. False when nobody can read it.
+/// Prints report on standard output. Returns false if standard output cannot be written.
 [[nodiscard]] bool PrintReport(const DifferenceReport& report);
 
 }  // namespace applist::sim

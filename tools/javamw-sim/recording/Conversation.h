@@ -9,29 +9,31 @@
 
 namespace applist::sim {
 
-/// What one middleware and one application said to each other, without the handshake.
+/// The messages between one middleware and one application, without the handshake.
 struct Conversation {
     std::string middleware;   ///< Its unique bus name.
     std::string application;  ///< Its unique bus name.
     Recording recording;
 };
 
-/// All of recording, in the order of their first messages. Signals to everybody belong to none.
+/// Returns all conversations in the order of their first messages. Broadcast signals belong to none
+/// of them.
 std::vector<Conversation> ConversationsOf(const Recording& recording);
 
-/// Something that the middleware sent.
+/// A message that the middleware sent.
 struct SentMessage {
     MessageKind kind{};  ///< Call or Signal.
     Bytes bytes;
-    int64_t time = 0;          ///< Microseconds since the first of the conversation.
-    size_t answersBefore = 0;  ///< How many calls had been answered.
+    int64_t time = 0;          ///< Microseconds since the first message.
+    size_t answersBefore = 0;  ///< Number of calls answered before it.
 };
 
-/// What the middleware sent, in order.
+/// Returns the messages of the middleware in order.
 std::vector<SentMessage> SentMessagesOf(const Conversation& conversation);
 
-/// What the application said: its signals, and its answers with the calls that they are to. That
-/// it created its list counts once: how often it says so when both start at once is chance.
+/// Returns the signals of the application, and its replies together with their calls. Repeated
+/// LocalCreated events count once; how many are sent when both sides start together depends on
+/// timing.
 Recording ApplicationSide(const Conversation& conversation);
 
 }  // namespace applist::sim

@@ -31,7 +31,7 @@ std::string DescribeItems(const Items& items) {
     return text;
 }
 
-// What follows a word that says what bytes belong to.
+// Returns the text after the word that names the kind of the payload.
 std::string DescribePayload(const Bytes& payload) {
     const auto items = DecodeItems(payload);
     return items ? DescribeItems(*items)

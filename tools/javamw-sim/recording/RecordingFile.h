@@ -11,19 +11,19 @@
 
 namespace applist::sim {
 
-/// Reads a recording, or a capture of a bus: the content tells which. A failure names the file.
+/// Reads a recording or a capture of a bus, detected by its content. A failure names the file.
 Result<Recording> LoadRecording(const std::string& file);
 
-/// A recording that is being made. Each message is in the file when Write() returns, so that a
-/// killed process leaves a whole recording. Any thread, one at a time.
+/// Writes a recording. Each message is flushed by Write(), so a killed process leaves a complete
+/// file. May be used from any thread, but from only one at a time.
 class RecordingFile {
 public:
-    /// Replaces what file held; "-" is standard output.
+    /// Replaces the contents of file; "-" is standard output.
     static Result<RecordingFile> Create(const std::string& file);
 
     void Write(const RecordedMessage& message);
     size_t count() const { return m_count; }
-    /// What went wrong first, with the file's name; empty for nothing.
+    /// The first error with the name of the file; empty if none.
     const std::string& error() const { return m_error; }
 
 private:

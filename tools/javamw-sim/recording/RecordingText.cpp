@@ -28,7 +28,7 @@ struct UnrefNode {
 };
 using NodePtr = std::unique_ptr<JsonNode, UnrefNode>;
 
-/// One object that a file holds. A member of the wrong type counts as a fault of the line.
+/// An object of the file. A member with a wrong type is an error of the line.
 class ObjectReader {
 public:
     explicit ObjectReader(JsonObject* object) : m_object(object) {}
@@ -74,7 +74,7 @@ public:
         }
         return std::move(*bytes);
     }
-    /// The first fault; empty for none.
+    /// The first error; empty if none.
     const std::string& fault() const { return m_fault; }
 
 private:
@@ -91,7 +91,7 @@ private:
     std::string m_fault;
 };
 
-// The parser calls itself for each level, however many there are; a message has only one.
+// The parser is recursive, so deep nesting is rejected first. A message has only one level.
 bool IsDeep(std::string_view line) {
     constexpr int LEVELS = 50;
     int brackets = 0;
@@ -161,10 +161,10 @@ Result<RecordedMessage> ParseMessage(std::string_view line) {
                                   : Result<RecordedMessage>::Failure(reader.fault());
 }
 
-/// Line after line.
+/// Reads line by line.
 class RecordingReader {
 public:
-    /// Empty on success.
+    /// Returns an empty string on success.
     std::string Read(std::string_view line) {
         ++m_line;
         if (line.find_first_not_of(" \t\r") == std::string_view::npos) {

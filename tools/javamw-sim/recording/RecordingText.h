@@ -22,14 +22,14 @@ namespace applist::sim {
 
 constexpr int64_t RECORDING_VERSION = 1;
 
-/// The line that begins a recording. started is a point in time, ISO 8601.
+/// Returns the first line of a recording. started is a point in time in ISO 8601.
 std::string RecordingHeader(const std::string& started);
 
-/// The line of one message.
+/// Returns the line of one message.
 std::string RecordingLine(const RecordedMessage& message);
 
-/// The reason of a failure begins with the number of the line: "3: ...". Blank lines and unknown
-/// members are skipped, so that later versions may add some.
+/// Parses a recording. An error begins with the line number: "3: ...". Blank lines and unknown
+/// members are skipped, so that later versions can add members.
 Result<Recording> ParseRecording(std::string_view text);
 
 }  // namespace applist::sim

@@ -31,7 +31,7 @@ bool IsOurs(GDBusMessage* message, const char* member) {
            Text(g_dbus_message_get_member(message)) == member;
 }
 
-// The bytes of a usual message; of an odd one the type of what it carries.
+// Stores the bytes of the payload, or the type of an unexpected one.
 void TakeContent(RecordedMessage& taken, GDBusMessage* message) {
     GVariant* body = g_dbus_message_get_body(message);
     if (body != nullptr && HoldsBytes(body)) {
@@ -160,7 +160,7 @@ std::optional<RecordedMessage> TrafficReader::ReadAnswer(GDBusMessage* message) 
     }
     const bool failed = g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_ERROR;
     RecordedMessage taken = Begin(message, failed ? MessageKind::Error : MessageKind::Reply);
-    // The bus answers in the place of who cannot.
+    // The bus daemon replies for a connection that cannot.
     taken.from = call->second.called;
     taken.side = Other(call->second.caller);
     taken.call = call->second.number;

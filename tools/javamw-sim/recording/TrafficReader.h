@@ -13,22 +13,22 @@
 
 namespace applist::sim {
 
-/// Picks the traffic between applications and middlewares out of the messages of a bus: the
-/// handshake's names, calls with their answers, signals, and who left.
+/// Selects the traffic between applications and middlewares from the messages of a bus: names of
+/// the handshake, calls and replies, signals, and disconnections.
 ///
-/// Which side somebody is on shows in the names of the handshake; for those who made it before the
-/// first message, who calls is a middleware and who signals an application.
+/// The names of the handshake determine the side of a connection. If the handshake is not in the
+/// messages, the caller is a middleware and the sender of a signal is an application.
 class TrafficReader {
 public:
-    /// ownName stands in for the sender of messages that the bus has not stamped yet: the outgoing
-    /// ones of a connection.
+    /// ownName is the sender of messages without a sender: the outgoing messages of the own
+    /// connection.
     explicit TrafficReader(std::string ownName = {}) : m_ownName(std::move(ownName)) {}
 
-    /// Nothing for a message that is none of theirs. Messages come in the order of the bus.
+    /// Returns nothing for an unrelated message. Messages must be passed in the order of the bus.
     std::optional<RecordedMessage> Read(GDBusMessage* message, int64_t time);
 
 private:
-    using CallKey = std::pair<std::string, uint32_t>;  ///< Who called, and the message's serial.
+    using CallKey = std::pair<std::string, uint32_t>;  ///< Caller and serial of the message.
     struct PendingCall {
         uint64_t number = 0;
         std::string called;
@@ -45,7 +45,7 @@ private:
 
     std::string m_ownName;
     std::map<std::string, Side> m_sides;
-    std::map<CallKey, PendingCall> m_calls;  ///< Those not answered yet.
+    std::map<CallKey, PendingCall> m_calls;  ///< Calls without a reply so far.
     uint64_t m_lastCall = 0;
 };
 

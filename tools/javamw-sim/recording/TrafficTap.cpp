@@ -10,7 +10,7 @@
 
 namespace applist::sim {
 
-/// Shared with the filter, which may be at work for a moment after it was removed.
+/// Shared with the filter, which may still run for a moment after it was removed.
 struct TrafficTap::State {
     State(std::string name, Use how, Take taker)
         : ownName(std::move(name)),
@@ -29,8 +29,7 @@ struct TrafficTap::State {
         }
     }
 
-    // Passed on, a call between others would be answered, and the bus shuts monitors out that
-    // speak.
+    // GIO would answer a call that is passed on, and the bus disconnects monitors that send.
     bool Keeps(GDBusMessage* message) const {
         const char* destination = g_dbus_message_get_destination(message);
         return use == Use::Monitor && (destination == nullptr || ownName != destination);
@@ -74,10 +73,11 @@ GDBusMessage* TrafficTap::cb_Message(GDBusConnection* /*connection*/, GDBusMessa
 
 namespace {
 
-// What all names of the handshake begin with.
+// Common prefix of all handshake names.
 constexpr const char* NAMESPACE = "org.vantu.JavaMW";
 
-// The bus tells a connection of its own names only when it asks; the tap hears the answer.
+// The bus reports the names of a connection only to subscribers. The tap sees the resulting
+// signals.
 Registration ListenToAnnouncements(GDBusConnection* connection) {
     const unsigned id = g_dbus_connection_signal_subscribe(
         connection, "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged",

@@ -13,16 +13,16 @@
 
 namespace applist::sim {
 
-/// Hears all that passes a connection between applications and middlewares, both ways and in the
-/// order of the wire, handshake included.
+/// Reports all traffic between applications and middlewares on a connection in both directions and
+/// in the order of the wire, including the handshake.
 class TrafficTap {
 public:
-    /// Runs on a thread of GIO's, one call at a time, and never after the tap is gone.
+    /// Runs on a thread of GIO, one call at a time. Never runs after the tap is destroyed.
     using Take = std::function<void(const RecordedMessage&)>;
 
     enum class Use {
-        Participant,  ///< The connection goes on doing its work.
-        Monitor,  ///< The connection only looks: what others sent to each other goes no further.
+        Participant,  ///< Messages are delivered as usual.
+        Monitor,      ///< Messages are only observed and not delivered.
     };
 
     /// connection must outlive the tap.
@@ -44,19 +44,19 @@ private:
     unsigned m_filter = 0;
 };
 
-/// Records what passes one connection into a file, from its beginning to its end.
+/// Records the traffic of one connection to a file.
 class SessionRecorder {
 public:
-    /// A partner's recorder also hears the announcements that the partner makes itself. connection
-    /// must outlive it. A failure names the file.
+    /// A participant also records its own announcements. connection must outlive the recorder. A
+    /// failure names the file.
     static Result<std::unique_ptr<SessionRecorder>> Start(GDBusConnection* connection,
                                                           TrafficTap::Use use,
                                                           const std::string& file);
     SessionRecorder(GDBusConnection* connection, TrafficTap::Use use, RecordingFile file);
 
-    /// Ends the recording. The first error of writing it; empty for none. Once only.
+    /// Ends the recording. Returns the first write error, or an empty string. Call only once.
     std::string Finish();
-    /// How many messages the file holds. REQUIRES: finished.
+    /// Number of messages in the file. REQUIRES: finished.
     size_t count() const { return m_file.count(); }
 
 private:

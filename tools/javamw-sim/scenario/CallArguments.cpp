@@ -43,7 +43,7 @@ Result<Items> ParsePairs(Function function, const Arguments& arguments) {
     return items;
 }
 
-// The item to be replaced is known by its id alone.
+// The item to replace may be given by its id alone.
 Result<Items> ParseReplacement(Function function, const Arguments& arguments) {
     if (arguments.size() != 2) {
         return Wrong(function);

@@ -10,10 +10,10 @@
 
 namespace applist::sim {
 
-/// How the arguments of function are written: "ID [NAME]"; empty for a function without any.
+/// Returns the syntax of the arguments of function: "ID [NAME]"; empty if it takes none.
 const char* ArgumentForm(Function function);
 
-/// The items that the arguments of a call stand for, or what is wrong with them.
+/// Converts the arguments of a call to items.
 Result<Items> ParseCallArguments(Function function, const std::vector<std::string>& arguments);
 
 }  // namespace applist::sim

@@ -13,7 +13,7 @@ namespace applist::sim {
 namespace {
 
 constexpr uint32_t LONGEST_MS = 24U * 60 * 60 * 1000;
-// The most that the bus carries in one array.
+// Maximum size of an array on the bus.
 constexpr uint32_t LARGEST_FRAME = 64U * 1024 * 1024;
 
 struct Unit {
@@ -21,7 +21,7 @@ struct Unit {
     uint32_t factor;
 };
 
-/// The number at the beginning of text and what is behind it; nothing if there is no number.
+/// Returns the number at the beginning of text and the text after it, or nothing.
 std::optional<std::pair<uint32_t, std::string>> NumberAndRest(const std::string& text) {
     uint32_t number = 0;
     const char* end = text.data() + text.size();
@@ -32,7 +32,7 @@ std::optional<std::pair<uint32_t, std::string>> NumberAndRest(const std::string&
     return std::pair(number, std::string(last, end));
 }
 
-/// Number and unit as one number, up to largest.
+/// Returns number times unit, up to largest.
 std::optional<uint32_t> Measure(const std::string& text, std::initializer_list<Unit> units,
                                 uint32_t largest) {
     const auto parts = NumberAndRest(text);
@@ -44,7 +44,7 @@ std::optional<uint32_t> Measure(const std::string& text, std::initializer_list<U
     return std::nullopt;
 }
 
-// Words stand in messages, and messages on one line.
+// Words are quoted in messages, which must stay on one line.
 std::string WithoutControls(std::string text) {
     std::replace_if(
         text.begin(), text.end(),

@@ -15,27 +15,27 @@
 
 namespace applist::sim {
 
-/// Takes the words of a line one after the other as what they should be. The first thing that is
-/// wrong is kept; after it everything taken is empty and nothing else is reported, so that a
-/// grammar is written as if all went well.
+/// Takes the words of a line one by one, each as an expected kind. Keeps the first error. After an
+/// error everything taken is empty and no other error is reported, so a grammar needs no error
+/// handling.
 class Cursor {
 public:
     /// line must outlive the cursor.
     explicit Cursor(const SplitLine& line) : m_line(line) {}
 
     const std::optional<WordError>& error() const { return m_error; }
-    /// No word is left, or nothing more is read after an error.
+    /// True if no word is left, or after an error.
     bool AtEnd() const { return m_error || m_next == m_line.words.size(); }
     /// Takes the next word iff it is this keyword.
     bool Skip(const std::string& keyword);
-    /// The next word is this keyword; it stays.
+    /// True if the next word is this keyword. Does not take it.
     bool IsNext(const std::string& keyword) const;
 
-    /// Takes the next word. what names it in the message that it is missing.
+    /// Takes the next word. what names it in the error if it is missing.
     std::string Text(const std::string& what);
     /// Takes one of these keywords and returns its index.
     size_t Choice(const std::vector<std::string_view>& keywords);
-    /// Takes the name of one of these.
+    /// Takes the name of one of these values.
     template <typename Named, size_t COUNT>
     Named OneOf(const std::array<Named, COUNT>& all) {
         std::vector<std::string_view> names(COUNT);
@@ -44,22 +44,22 @@ public:
         return all[Choice(names)];
     }
     uint32_t Number(const std::string& what, uint32_t first, uint32_t last);
-    /// "200ms", "5s", "1min".
+    /// Takes "200ms", "5s" or "1min".
     Duration Time();
-    /// "512", "64k", "16M": bytes.
+    /// Takes "512", "64k" or "16M", in bytes.
     size_t Size();
-    /// "within T" if it is there.
+    /// Takes "within T" if it is there.
     std::optional<Duration> Within();
     Function TakeFunction();
-    /// An id, with a name or without.
+    /// Takes an id with an optional name.
     ItemPattern Pattern();
-    /// "ID=NAME".
+    /// Takes "ID=NAME".
     Item Pair();
-    /// All words left, as hexadecimal digits in pairs.
+    /// Takes all remaining words as pairs of hexadecimal digits.
     Bytes Hex();
-    /// Nothing may be left.
+    /// Reports an error if a word is left.
     void End();
-    /// Reports the word taken last, if nothing has been reported before.
+    /// Reports an error at the last word, unless there is one already.
     void Refuse(const std::string& message);
 
 private:

@@ -23,7 +23,7 @@ std::string Numbered(std::string text, const std::string& number) {
     return text;
 }
 
-/// Makes the bytes of one copy.
+/// Encodes one copy.
 class Encoder {
 public:
     explicit Encoder(unsigned copy) : m_copy(copy) {}
@@ -47,7 +47,7 @@ public:
         return bytes;
     }
 
-    // The engine's numbers are the same everywhere; the library's distributions are not.
+    // The engine is portable, but the distributions of the library are not.
     Bytes operator()(const FlippedFrame& frame) const {
         Bytes bytes = (*this)(frame.call);
         std::mt19937 engine(frame.seed + m_copy - 1);

@@ -9,41 +9,41 @@
 
 namespace applist::sim {
 
-/// A call as it should be.
+/// A valid call.
 struct RegularFrame {
     Function function{};
     Items items;
 };
 
-/// Exactly these bytes.
+/// These exact bytes.
 struct RawFrame {
     Bytes bytes;
 };
 
-/// A call of size bytes in all, whose payload announces an item that it does not hold.
+/// A call with a total size of size bytes, whose payload announces a longer item than it contains.
 struct HugeFrame {
     size_t size = 0;
     Function function = Function::AddItems;
 };
 
-/// A call with bits changed at places that the seed determines, on every machine alike.
+/// A call with flipped bits. The seed determines their positions on every machine alike.
 struct FlippedFrame {
     RegularFrame call;
     uint32_t seed = 0;
     unsigned bits = 1;
 };
 
-/// A call whose payload ends early; the function's id is still there.
+/// A call with a truncated payload and an intact function id.
 struct CutFrame {
     RegularFrame call;
     size_t payloadSize = 0;
 };
 
-/// A message to the application, good or bad.
+/// A valid or invalid message to the application.
 using Frame = std::variant<RegularFrame, RawFrame, HugeFrame, FlippedFrame, CutFrame>;
 
-/// The bytes of the copy-th message, from 1, when a frame is sent several times: "{n}" in ids and
-/// names of items is that number, and a seed grows by one from copy to copy.
+/// Returns the bytes of copy number copy, from 1, of a frame that is sent several times. "{n}" in
+/// ids and names of items becomes that number, and a seed increases by one per copy.
 Bytes BytesOf(const Frame& frame, unsigned copy);
 
 }  // namespace applist::sim

@@ -11,38 +11,38 @@
 
 namespace applist::sim {
 
-/// What is wrong in a scenario, and where.
+/// An error in a scenario and its position.
 struct ScenarioError {
     size_t line = 0;    ///< From 1.
     size_t column = 0;  ///< In characters, from 1.
     std::string message;
 };
 
-/// What became of one line: a statement, an error, or neither if the line holds nothing.
+/// The result of parsing one line: a statement, an error, or neither if the line is empty.
 struct ParsedLine {
     std::optional<Statement> statement;
     std::optional<ScenarioError> error;
 };
 
-/// Parses one line without its line end. line is its number in messages. Takes any bytes.
+/// Parses one line without its line end. line is its number in messages. Accepts any bytes.
 ParsedLine ParseStatement(std::string_view text, size_t line = 1);
 
-/// A whole scenario. The statements are complete only without errors.
+/// A parsed scenario. The statements are complete only if there are no errors.
 struct ParsedScenario {
     std::vector<Statement> statements;
-    std::vector<ScenarioError> errors;  ///< In the order of the lines, one per line at most.
+    std::vector<ScenarioError> errors;  ///< In the order of the lines, at most one per line.
 };
 
-/// Parses text line by line to its end. Takes any bytes.
+/// Parses the whole text line by line. Accepts any bytes.
 ParsedScenario ParseScenario(std::string_view text);
 
-/// One kind of line in the language, for those who explain it or complete it as it is typed.
+/// A statement of the language, for help and completion.
 struct StatementForm {
     std::string keyword;
-    std::string words;    ///< What follows: "ID=NAME...".
-    std::string meaning;  ///< On one line.
+    std::string words;    ///< Arguments: "ID=NAME...".
+    std::string meaning;  ///< Description on one line.
 };
-/// All of them, in the order of the manual.
+/// All statements in the order of the manual.
 const std::vector<StatementForm>& StatementForms();
 
 }  // namespace applist::sim

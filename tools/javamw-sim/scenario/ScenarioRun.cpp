@@ -14,7 +14,7 @@
 namespace applist::sim {
 namespace {
 
-// What is seen in a long wait would bury the reason; the end of it tells most.
+// A long wait may produce many events; the last ones are the most useful.
 constexpr size_t MOST_SEEN = 20;
 
 size_t PointsOf(const Scenario& scenario) {
@@ -129,7 +129,7 @@ void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
     m_failedAt = where;
 }
 
-// Whoever reads the results may be gone.
+// The reader of the results may have closed the pipe.
 void ScenarioRun::Write(const std::string& line) {
     if (!WriteLine(line)) {
         End(ExitCode::CallFailed);

@@ -15,27 +15,27 @@
 
 namespace applist::sim {
 
-/// A scenario and where it came from.
+/// A scenario and its source.
 struct Scenario {
-    std::string file;  ///< As it was named; "-" is standard input.
+    std::string file;  ///< Name as given; "-" is standard input.
     std::vector<Statement> statements;
 };
 
-/// Reads and parses a file. A failure has one line for each error, "FILE:LINE:COLUMN: message".
+/// Reads and parses a file. A failure has one line for each error: "FILE:LINE:COLUMN: message".
 Result<Scenario> LoadScenario(const std::string& file);
 
 struct ScenarioOptions {
-    std::string address;     ///< Of the bus; empty for the system bus.
-    bool keepGoing = false;  ///< Goes on behind what failed.
+    std::string address;     ///< Address of the bus; empty for the system bus.
+    bool keepGoing = false;  ///< Continues after a failure.
 };
 
-/// Plays scenarios one after the other, each with middlewares of its own, and prints the results.
+/// Runs scenarios one after the other, each with its own middlewares, and prints the results.
 /// SIGINT and SIGTERM end it early.
 class ScenarioRun {
 public:
     ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenarios);
 
-    /// Runs to the end on the default main context. Once only.
+    /// Runs the default main context to the end. Call only once.
     ExitCode Run();
 
 private:
@@ -53,9 +53,9 @@ private:
     std::unique_ptr<StatementRunner> m_runner;
     std::vector<Registration> m_signals;
     std::vector<std::string> m_seen;
-    std::string m_failedAt;  ///< In this scenario; empty if all has held.
+    std::string m_failedAt;  ///< Position of the failure in this scenario; empty if none.
     bool m_allHeld = true;
-    std::optional<ExitCode> m_end;  ///< Nothing more is done.
+    std::optional<ExitCode> m_end;  ///< Set when the run must end.
 };
 
 }  // namespace applist::sim

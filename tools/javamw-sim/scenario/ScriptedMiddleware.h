@@ -14,11 +14,10 @@
 
 namespace applist::sim {
 
-/// One middleware on the bus with a connection of its own, which keeps what it hears until it is
-/// asked for.
+/// A middleware with its own connection to the bus. Keeps received events until they are consumed.
 class ScriptedMiddleware : public BusLinkListener {
 public:
-    /// Told of everything that happens to a middleware, as one line: "connected :1.2".
+    /// Called for everything that happens to a middleware, with one line: "connected :1.2".
     using Observer =
         std::function<void(const ScriptedMiddleware& middleware, const std::string& happening)>;
 
@@ -27,8 +26,8 @@ public:
         std::function<void(const ScriptedMiddleware& middleware, const Notification& event,
                            const SelectedItem& choice)>;
 
-    /// address is the bus'; empty for the system bus. Without a choice observer the middleware
-    /// makes no calls of its own.
+    /// address may be empty for the system bus. Without a choice observer the middleware makes no
+    /// calls of its own.
     ScriptedMiddleware(std::string name, std::string address, Observer observer,
                        ChoiceObserver choiceObserver);
     ~ScriptedMiddleware() override;
@@ -39,31 +38,31 @@ public:
 
     const std::string& name() const { return m_name; }
     const HandshakePlan& plan() const { return m_plan; }
-    /// How announcements are made from here on.
+    /// Sets the plan for the following announcements.
     void SetPlan(const HandshakePlan& plan);
 
-    /// Connects to the bus and begins the handshake as planned; nothing if that is done. Empty on
-    /// success, otherwise the reason. Blocks while it connects.
+    /// Connects to the bus and begins the handshake, unless already joined. Returns an empty string
+    /// on success, otherwise the reason. Blocks while it connects.
     std::string Join();
-    /// Closes the connection, after what was sent is on its way. What was heard is kept.
+    /// Flushes and closes the connection. Received events are kept.
     void Vanish();
     bool joined() const { return m_link != nullptr; }
-    /// Why the bus cannot be used any more: it closed the connection, or its policy denies the
-    /// middleware's names. Empty while it can be used.
+    /// Why the bus is unusable: it closed the connection, or its policy denies the names of the
+    /// middleware. Empty while it is usable.
     const std::string& busProblem() const { return m_busProblem; }
-    /// True if the choice observer is still to be called for an event 3 that has arrived.
+    /// True if an event 3 has arrived whose choice is not known yet.
     bool IsChoicePending() const {
         return m_selections && m_selections->IsPending(Event::ItemClicked);
     }
 
-    /// The application that calls go to: the one that connected last and is still there, otherwise
-    /// the one heard last in the handshake. Empty if none has been heard.
+    /// The application that receives calls: the one that connected last and is still connected,
+    /// otherwise the one whose announcement was received last. Empty if there is none.
     const std::string& application() const { return m_application; }
     bool connected() const { return m_connected; }
 
     // REQUIRES: joined().
     void Announce(Announcement announcement) { m_link->AnnounceNow(announcement); }
-    /// Empty on success, otherwise the reason.
+    /// Returns an empty string on success, otherwise the reason.
     std::string Signal(const Bytes& bytes) { return m_link->Emit(m_application, bytes); }
     void Call(const Bytes& bytes, MessageCaller::Done done) {
         m_link->Call(m_application, bytes, std::move(done));
@@ -71,7 +70,7 @@ public:
 
     std::deque<Bytes>& events() { return m_events; }
     std::deque<Announcement>& announcements() { return m_announcements; }
-    /// The reply of the call made last; nothing before the first.
+    /// The reply to the last call; absent before the first reply.
     std::optional<Result<Bytes>>& lastReply() { return m_lastReply; }
 
 private:
@@ -83,7 +82,7 @@ private:
     void LinkFailed(const std::string& error) override;
     void LinkDenied(const std::string& error) override;
     void BusLost() override;
-    /// True if the choice observer takes the event.
+    /// True if the choice observer handles the event.
     bool TakeChoice(const std::string& application, const Notification& event);
 
     std::string m_name;
@@ -102,7 +101,7 @@ private:
     std::optional<Result<Bytes>> m_lastReply;
 };
 
-/// "event 1 ItemChanged", or what else came as a notification.
+/// Returns "event 1 ItemChanged", or a description of an invalid notification.
 std::string DescribeMessage(const Bytes& message);
 
 }  // namespace applist::sim

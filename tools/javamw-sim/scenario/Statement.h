@@ -12,42 +12,43 @@
 #include "link/Protocol.h"
 #include "scenario/Frame.h"
 
-/// What the lines of a scenario mean: plain values, nothing is done yet.
+/// Statements of a scenario as plain values.
 namespace applist::sim {
 
 using Duration = std::chrono::milliseconds;
 
 // --- settings ---
 
-/// How long every wait, reply and expectation has that says nothing itself.
+/// Sets the default timeout of waits, replies and expectations.
 struct SetTimeout {
     Duration duration{};
 };
-/// Says something to the reader of the results.
+/// Prints a comment in the results.
 struct Note {
     std::string text;
 };
-/// Who acts from here on: one of several middlewares, each with a connection of its own.
+/// Selects the acting middleware. Each has its own connection.
 struct UseMiddleware {
     std::string name;
 };
-/// How the acting middleware makes its announcements from here on; all of them if none is named.
+/// Sets the plan for announcements of the acting middleware; for all of them if announcement is
+/// absent.
 struct PlanHandshake {
     std::optional<Announcement> announcement;
     unsigned times = 1;  ///< 0 to skip it.
     Duration delay{};
 };
-/// Drops the events and announcements that have come so far.
+/// Drops the events and announcements received so far.
 struct ForgetEvents {};
 
 // --- the bus ---
 
 struct Join {};
-/// Leaves the bus without a word.
+/// Closes the connection without further messages.
 struct Vanish {};
-/// Vanishes and joins under a new unique name.
+/// Leaves the bus and joins it under a new unique name.
 struct Restart {};
-/// Announces now, whatever the handshake's plan says.
+/// Announces now and ignores the plan.
 struct Announce {
     Announcement announcement{};
 };
@@ -68,10 +69,10 @@ struct WaitFor {
     Duration duration{};
 };
 struct WaitForConnection {
-    bool connected = true;  ///< Or for the end of the connection.
+    bool connected = true;  ///< False waits for the disconnection.
     std::optional<Duration> within;
 };
-/// The next events are these, nothing between them.
+/// Expects these as the next events, without others in between.
 struct ExpectEvent {
     Event event{};
     unsigned times = 1;
@@ -80,19 +81,19 @@ struct ExpectEvent {
 struct ExpectNoEvent {
     Duration duration{};
 };
-/// The application's next announcement is this.
+/// Expects this as the next announcement of the application.
 struct ExpectAnnouncement {
     Announcement announcement{};
     std::optional<Duration> within;
 };
-/// An item by its id, and by its name if that is given.
+/// Matches an item by its id, and by its name if given.
 struct ItemPattern {
     std::string id;
     std::optional<std::string> name;
 
     bool operator==(const ItemPattern&) const = default;
 };
-/// The list holds just these items in this order.
+/// Expects exactly these items in this order.
 struct ExpectList {
     std::vector<ItemPattern> items;
 };
@@ -100,13 +101,13 @@ struct ExpectCount {
     size_t count = 0;
 };
 struct ExpectSelection {
-    std::optional<ItemPattern> item;  ///< Nothing is selected if absent.
+    std::optional<ItemPattern> item;  ///< Absent if no item must be selected.
 };
-/// The last reply had these items, or these bytes.
+/// Expects these items, or these bytes, in the last reply.
 struct ExpectReply {
     std::variant<std::vector<ItemPattern>, Bytes> content;
 };
-/// The last call failed, with an error that contains text.
+/// Expects that the last call failed with an error that contains text.
 struct ExpectError {
     std::string text;
 };
@@ -116,14 +117,14 @@ using Action = std::variant<SetTimeout, Note, UseMiddleware, PlanHandshake, Forg
                             ExpectEvent, ExpectNoEvent, ExpectAnnouncement, ExpectList, ExpectCount,
                             ExpectSelection, ExpectReply, ExpectError>;
 
-/// One line that does something.
+/// A parsed statement.
 struct Statement {
     Action action;
     size_t line = 0;   ///< From 1.
-    std::string text;  ///< As it was written, without blanks and comment around it.
+    std::string text;  ///< As written, without surrounding blanks and comment.
 };
 
-/// True for what only sets something and cannot fail.
+/// True if the statement only changes a setting and cannot fail.
 inline bool IsSetting(const Action& action) {
     return std::holds_alternative<SetTimeout>(action) || std::holds_alternative<Note>(action) ||
            std::holds_alternative<UseMiddleware>(action) ||

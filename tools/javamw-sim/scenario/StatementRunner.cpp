@@ -14,7 +14,7 @@ namespace {
 constexpr Duration DEFAULT_TIMEOUT{5000};
 constexpr const char* FIRST_MIDDLEWARE = "middleware";
 
-/// "200 ms", "5 s".
+/// Returns "200 ms" or "5 s".
 std::string DescribeTime(Duration duration) {
     return duration.count() % 1000 == 0 ? std::to_string(duration.count() / 1000) + " s"
                                         : std::to_string(duration.count()) + " ms";
@@ -22,10 +22,10 @@ std::string DescribeTime(Duration duration) {
 
 }  // namespace
 
-/// The execution of one statement: what each kind of action does.
+/// Runs one statement: one operator for each kind of action.
 class StatementRunner::Execution {
 public:
-    /// runner must outlive it.
+    /// runner must outlive this object.
     Execution(StatementRunner& runner, bool errorExpected)
         : m_runner(runner), m_errorExpected(errorExpected) {}
 
@@ -233,7 +233,7 @@ Outcome StatementRunner::Execution::operator()(const WaitForConnection& action) 
 
 namespace {
 
-// The bus daemon lets one connection wait for no more than 128 replies at a time.
+// The bus daemon limits each connection to 128 pending replies.
 constexpr unsigned MOST_UNDER_WAY = 64;
 
 std::optional<Items> ItemsOf(const Result<Bytes>& reply) {
@@ -247,7 +247,7 @@ std::string Subject(const Frame& frame) {
 
 }  // namespace
 
-/// Calls under way. Replies may come when their statement has been given up, so that they share it.
+/// Shared with the reply callbacks, which may run after the statement has timed out.
 struct StatementRunner::Execution::PendingCalls {
     unsigned sent = 0;
     unsigned answered = 0;
@@ -371,7 +371,7 @@ bool Fit(const std::vector<ItemPattern>& patterns, const Items& items) {
     return std::equal(patterns.begin(), patterns.end(), items.begin(), items.end(), Fits);
 }
 
-// A long list says no more than its beginning and its length.
+// Truncates a long list, but includes its length.
 std::string Describe(const Items& items) {
     constexpr size_t MOST_SHOWN = 20;
     std::string text;

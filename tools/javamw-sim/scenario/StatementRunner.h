@@ -16,15 +16,15 @@ namespace applist::sim {
 enum class Verdict {
     Held,
     Failed,
-    Interrupted,  ///< By Interrupt(); whether it would have held is not known.
-    NoBus,        ///< The bus cannot be reached or closed the connection.
+    Interrupted,  ///< Ended by Interrupt(); the result is unknown.
+    NoBus,        ///< The bus is unreachable, lost or denies the names.
 };
 
-/// What became of a statement.
+/// The result of a statement.
 struct Outcome {
     Verdict verdict = Verdict::Held;
-    std::string problem;         ///< Why it did not hold; one line.
-    std::optional<Items> reply;  ///< The items with which a call was answered, if it was.
+    std::string problem;         ///< Reason of the failure; one line.
+    std::optional<Items> reply;  ///< The items of the reply, if there is one.
 };
 
 inline Outcome Held() {
@@ -34,14 +34,14 @@ inline Outcome Failed(const std::string& problem) {
     return {Verdict::Failed, problem, std::nullopt};
 }
 
-/// Does what statements say, one after the other, on the bus.
+/// Runs statements one after the other on the bus.
 ///
-/// Execute() runs the default main context until the statement is done, so that what else lives
-/// there goes on; it must not be called from within itself.
+/// Execute() runs the default main context until the statement is done. It must not be called
+/// recursively.
 class StatementRunner {
 public:
-    /// address is the bus'; empty for the system bus. observer is told of what happens while a
-    /// statement runs and at any other time that the main context runs.
+    /// address may be empty for the system bus. observer is called during statements and whenever
+    /// else the main context runs.
     StatementRunner(std::string address, ScriptedMiddleware::Observer observer,
                     ScriptedMiddleware::ChoiceObserver choiceObserver = nullptr);
     ~StatementRunner();
@@ -50,19 +50,19 @@ public:
     StatementRunner(StatementRunner&&) = delete;
     StatementRunner& operator=(StatementRunner&&) = delete;
 
-    /// The acting middleware joins the bus by itself when a statement needs that. A call that fails
-    /// is no failure iff errorExpected: the next statement is to look at it.
+    /// Joins the bus if the statement needs it. If errorExpected, a failed call is not a failure,
+    /// because the next statement checks the error.
     Outcome Execute(const Action& action, bool errorExpected = false);
 
-    /// Ends the statement that is under way, or else the next one. May be called from a callback
-    /// of the main context.
+    /// Ends the current statement, or the next one if none is running. May be called from a
+    /// callback of the main context.
     void Interrupt();
 
-    /// Runs the main context until the choice observer has been called for each event 3 that has
-    /// arrived; no longer than the timeout of statements.
+    /// Runs the main context until the choice of each received event 3 is known, or until the
+    /// default timeout.
     void FinishChoices();
 
-    /// Who acts.
+    /// The acting middleware.
     ScriptedMiddleware& middleware() { return *m_middleware; }
 
 private:
@@ -70,7 +70,7 @@ private:
     enum class Waited { Done, TooLong, Interrupted, BusLost };
 
     ScriptedMiddleware& MiddlewareNamed(const std::string& name);
-    /// Runs the main context until done returns true; it is asked after whatever happens.
+    /// Runs the main context until done returns true. done is checked after every iteration.
     Waited Await(const std::function<bool()>& done, Duration patience);
     static int cb_TooLong(void* tooLong) noexcept;
 

@@ -7,7 +7,7 @@
 namespace applist::sim {
 namespace {
 
-// A "#" would begin a directive.
+// Escapes "#", which begins a directive.
 std::string Description(const std::string& text) {
     std::string escaped;
     for (const char character : OneLine(text)) {

@@ -9,23 +9,23 @@
 
 namespace applist::sim {
 
-/// Results in the Test Anything Protocol, version 13, line by line.
+/// Writes results in the Test Anything Protocol, version 13, line by line.
 class Tap {
 public:
-    /// Takes each line as soon as it is true.
+    /// Called with each line as soon as it is known.
     using Write = std::function<void(const std::string& line)>;
 
     Tap(Write write, bool colours) : m_write(std::move(write)), m_colours(colours) {}
 
-    /// First of all, with the number of points to come.
+    /// Must be called first, with the number of following points.
     void Plan(size_t points);
     void Pass(const std::string& description);
     void Skip(const std::string& description, const std::string& reason);
-    /// where is "file:line"; seen is what happened meanwhile.
+    /// where is "file:line". seen lists the events since the previous point.
     void Fail(const std::string& description, const std::string& where, const std::string& problem,
               const std::vector<std::string>& seen);
     void Comment(const std::string& text);
-    /// The last line, when not all points could be tried.
+    /// The last line, if some points could not be run.
     void BailOut(const std::string& reason);
 
 private:

@@ -51,7 +51,7 @@ void AppendUtf8(std::string& text, uint32_t codePoint) {
     }
 }
 
-/// Reads one line from left to right; stops at the first fault.
+/// Reads one line from left to right and stops at the first error.
 class Splitter {
 public:
     explicit Splitter(std::string_view line) : m_line(line) {}
@@ -61,7 +61,7 @@ public:
 private:
     bool AtEnd() const { return m_position == m_line.size(); }
     char Current() const { return m_line[m_position]; }
-    /// Columns count characters: the bytes that continue one do not count.
+    /// Columns count characters, so continuation bytes of UTF-8 are not counted.
     void Advance() {
         ++m_position;
         if (AtEnd() || (static_cast<unsigned char>(Current()) & 0xC0U) != 0x80) {

@@ -9,7 +9,7 @@
 
 namespace applist::sim {
 
-/// Where a line went wrong and why.
+/// Position and text of an error in a line.
 struct WordError {
     size_t column = 0;  ///< In characters, from 1.
     std::string message;
@@ -18,23 +18,23 @@ struct WordError {
 /// One word of a line, with its quotes and escapes resolved.
 struct Word {
     std::string text;   ///< Any bytes.
-    size_t column = 0;  ///< Of its first character, from 1.
-    bool plain = true;  ///< Written without quotes: may be a keyword.
-    /// Where in text the first "=" outside quotes stands; it parts an id from a name.
+    size_t column = 0;  ///< Column of its first character, from 1.
+    bool plain = true;  ///< Written without quotes, so it may be a keyword.
+    /// Position in text of the first "=" outside quotes, which separates an id from a name.
     std::optional<size_t> equals;
 };
 
-/// The words of a line, or what is wrong with it.
+/// The words of a line, or the error in it.
 struct SplitLine {
     std::vector<Word> words;
-    size_t endColumn = 1;  ///< Where a word that is missing would stand.
-    size_t endByte = 0;    ///< Behind the last word; blanks or a comment follow.
+    size_t endColumn = 1;  ///< Column at which a missing word would begin.
+    size_t endByte = 0;    ///< End of the last word; blanks or a comment follow.
     std::optional<WordError> error;
 };
 
-/// Parts line at blanks. A word, or any part of it, may stand in double quotes; in these, \" \\ \n
-/// \t \xHH (one byte) and \u{H...} (one character, as UTF-8) are escapes. "#" at the beginning of a
-/// word begins a comment. Takes any bytes.
+/// Splits line at blanks. A word, or a part of it, may be in double quotes. In quotes, \" \\ \n \t
+/// \xHH (one byte) and \u{H...} (one character, as UTF-8) are escapes. "#" at the beginning of a
+/// word begins a comment. Accepts any bytes.
 SplitLine SplitWords(std::string_view line);
 
 }  // namespace applist::sim

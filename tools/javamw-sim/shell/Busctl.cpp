@@ -14,9 +14,9 @@ namespace {
 
 using Lines = Result<std::vector<std::string>>;
 
-// A kernel takes no longer command lines in all, and nobody pastes one nearly as long.
+// Longer command lines exceed the limit of the kernel.
 constexpr size_t LONGEST_MESSAGE = 20000;
-// More copies of a message are not written out.
+// Further copies of a message are omitted.
 constexpr unsigned MOST_COPIES = 10;
 
 std::string Quoted(const std::string& text) {
@@ -26,7 +26,7 @@ std::string Quoted(const std::string& text) {
     return result;
 }
 
-// As busctl takes an array of bytes: their count, then each.
+// An array of bytes for busctl: the count, then each byte.
 std::string ByteArray(const Bytes& bytes) {
     std::string text = "ay " + std::to_string(bytes.size());
     for (const char byte : bytes) {
@@ -35,7 +35,7 @@ std::string ByteArray(const Bytes& bytes) {
     return text;
 }
 
-/// What each kind of action is for busctl.
+/// Returns the busctl lines for each kind of action.
 class Translation {
 public:
     explicit Translation(const BusctlTarget& target) : m_target(target) {}
@@ -60,7 +60,7 @@ public:
         }
         return lines;
     }
-    // The bus takes the name back when busctl ends, right after the call: that announces it.
+    // The bus releases the name when busctl exits after the call, which is the announcement.
     Lines operator()(const Announce& action) const {
         return Line(
             " call org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus "

@@ -10,14 +10,15 @@
 
 namespace applist::sim {
 
-/// Where a busctl would find what the shell talks to.
+/// The bus and the application for the busctl command lines.
 struct BusctlTarget {
-    std::string address;      ///< Of the bus; empty for the system bus.
-    std::string application;  ///< Its unique name; empty if none has been heard.
+    std::string address;      ///< Address of the bus; empty for the system bus.
+    std::string application;  ///< Unique name; empty if no application is known.
 };
 
-/// The command lines for a POSIX shell that do with busctl what action does on the bus; of an
-/// expectation, those that show what it looks at. A failure says why there are none.
+/// Returns the command lines for a POSIX shell that do the same as action with busctl. For an
+/// expectation, they print the value that it checks. A failure contains the reason why there are
+/// none.
 Result<std::vector<std::string>> BusctlLines(const Action& action, const BusctlTarget& target);
 
 }  // namespace applist::sim

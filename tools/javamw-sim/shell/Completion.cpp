@@ -26,7 +26,7 @@ Words SplitAtBlanks(std::string_view text) {
     return words;
 }
 
-// "[within" and "ID[=NAME]..." are "within" and "ID".
+// Reduces "[within" and "ID[=NAME]..." to "within" and "ID".
 std::string Bare(const std::string& token) {
     const size_t begin = token.find_first_not_of("[|");
     if (begin == std::string::npos) {
@@ -49,12 +49,12 @@ bool NeedsNoQuotes(const std::string& id) {
     });
 }
 
-/// Gathers what may stand somewhere.
+/// Collects the candidates at a position.
 class Candidates {
 public:
     explicit Candidates(const std::set<std::string>& ids) : m_ids(ids) {}
 
-    /// The first words of statements, and of the shell's own commands.
+    /// Adds the first words of statements and the commands of the shell.
     void AddCommands() {
         AddStatements();
         for (const ShellCommand& command : ShellCommands()) {
@@ -66,7 +66,7 @@ public:
             m_words.insert(form.keyword.substr(0, form.keyword.find(' ')));
         }
     }
-    /// What follows the words that are there already.
+    /// Adds the candidates after the given words.
     void AddWhatFollows(const Words& before) {
         for (const StatementForm& form : StatementForms()) {
             const Words keyword = SplitAtBlanks(form.keyword);
@@ -128,7 +128,7 @@ std::vector<std::string> Completions(std::string_view text, const std::set<std::
     const std::string_view word = LastWord(text);
     Words before = SplitAtBlanks(text.substr(0, text.size() - word.size()));
     Candidates candidates(ids);
-    // These take a statement.
+    // These commands take a statement.
     const bool nested = !before.empty() && (before.front() == "busctl" || before.front() == "help");
     if (nested) {
         before.erase(before.begin());

@@ -9,23 +9,22 @@
 
 namespace applist::sim {
 
-/// What the word at the end of text could become, sorted: commands of the shell, keywords of the
-/// language, names of functions, events and steps, and ids. An id that must be written in quotes is
-/// not among them.
+/// Returns the completions of the last word of text, sorted: commands of the shell, keywords of the
+/// language, names of functions, events and steps, and ids. Ids that need quotes are omitted.
 std::vector<std::string> Completions(std::string_view text, const std::set<std::string>& ids);
 
-/// What has to be typed to reach what all candidates have in common, and a blank behind the only
-/// one. word is what of it is there.
+/// Returns the rest of the common prefix of all candidates after word, and a blank after the only
+/// candidate.
 std::string CommonRest(const std::vector<std::string>& candidates, std::string_view word);
 
-/// The word at the end of text; empty behind a blank.
+/// Returns the last word of text; empty after a blank.
 std::string_view LastWord(std::string_view text);
 
-/// What a shell understands besides the language.
+/// A command of the shell in addition to the language.
 struct ShellCommand {
     std::string name;
     std::string words;
-    std::string meaning;  ///< On one line.
+    std::string meaning;  ///< Description on one line.
 };
 const std::vector<ShellCommand>& ShellCommands();
 

@@ -49,10 +49,10 @@ namespace {
 
 constexpr int HISTORY_SIZE = 1000;
 constexpr char END_OF_FILE = '\x04';
-// What becomes of that key in a terminal that is not being read.
+// Default action of the key while the terminal is not being read.
 constexpr char END_OF_FILE_AHEAD = '\0';
 
-// The editor works in characters; where the locale has only bytes, UTF-8 is what ids and names are.
+// The editor works in characters. If the locale has only bytes, ids and names are taken as UTF-8.
 void UseCharacters() {
     if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) {
         static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));
@@ -102,7 +102,7 @@ void EditorInput::SetUp() {
     el_set(editor, EL_PROMPT, &EditorInput::cb_Prompt);
     el_set(editor, EL_EDITOR, "emacs");
     el_set(editor, EL_HIST, history, m_history.get());
-    // In wide characters, for of others the library makes copies that it never frees.
+    // Uses wide characters, because the library leaks the copies that it makes of narrow ones.
     el_wset(editor, EL_ADDFN, L"complete-word", L"Complete the word", &EditorInput::cb_Complete);
     el_set(editor, EL_BIND, "^I", "complete-word", nullptr);
     el_set(editor, EL_BIND, "^@", "em-delete-or-list", nullptr);
@@ -120,7 +120,7 @@ void EditorInput::LoadHistory() {
     }
 }
 
-// Several shells may end: the last one's history is kept.
+// If several shells end, the history of the last one is kept.
 void EditorInput::SaveHistory() const {
     HistEvent event{};
     if (!m_historyFile.empty()) {
@@ -172,8 +172,8 @@ bool EditorInput::Discard() {
     return typed;
 }
 
-// Unbuffered, the editor gives the line after each key, and with a line end when it is complete. A
-// line of the end-of-file key alone stands for that.
+// In unbuffered mode the editor returns the line after each key, and with a line end when it is
+// complete. A line that only contains the end-of-file key means the end.
 void EditorInput::ReadKey() {
     int count = 0;
     const char* text = el_gets(m_editor.get(), &count);
@@ -191,7 +191,7 @@ void EditorInput::ReadKey() {
     }
 }
 
-// What comes next on the terminal begins a line.
+// The next output starts on a new line.
 void EditorInput::End() {
     m_source.Release();
     static_cast<void>(std::fputc('\n', stdout));

@@ -14,11 +14,11 @@
 
 namespace applist::sim {
 
-/// How many columns of a screen the characters of text take; text is UTF-8.
+/// Returns the number of terminal columns of text, which is UTF-8.
 size_t ColumnsOf(std::string_view text);
 
-/// How many rows above the cursor text begins on a screen of so many columns, when the cursor is
-/// right behind it.
+/// Returns the number of rows between the beginning of text and the cursor at its end, on a
+/// terminal with this number of columns.
 size_t RowsAbove(std::string_view text, size_t columns);
 
 }  // namespace applist::sim
@@ -28,14 +28,14 @@ using History = struct history;
 
 namespace applist::sim {
 
-/// Lines that a person types at the terminal of standard input and output, with editing, history
-/// and completion. What is printed stands above the line being typed, which stays as it is.
+/// Reads lines from a terminal, with editing, history and completion. Output appears above the line
+/// that is being typed, which is redrawn.
 class EditorInput : public LineInput {
 public:
-    /// What the word at the end of text could become.
+    /// Returns the completions of the last word of text.
     using Complete = std::function<std::vector<std::string>(std::string_view text)>;
 
-    /// historyFile is read now and written at the end; empty for none.
+    /// Reads historyFile now and writes it in the destructor; empty for none.
     EditorInput(Listener listener, Complete complete, std::string historyFile);
     ~EditorInput() override;
     EditorInput(const EditorInput&) = delete;
@@ -64,7 +64,7 @@ private:
     void ReadKey();
     void End();
     void CompleteWord();
-    /// Removes prompt and line from the screen; Draw() puts them back where the cursor then is.
+    /// Removes prompt and line from the screen. Draw() draws them again at the cursor.
     void Erase() const;
     void Draw();
     static int cb_Readable(int, GIOCondition, void* input) noexcept;
@@ -83,8 +83,8 @@ private:
     Registration m_resized;
 };
 
-/// Where a person's history is kept between sessions: in the state folder of XDG. Empty if that
-/// cannot be made.
+/// Returns the file for the history in the state folder of XDG. Empty if the folder cannot be
+/// created.
 std::string HistoryFile();
 
 }  // namespace applist::sim

@@ -10,13 +10,13 @@
 
 namespace applist::sim {
 
-/// Where the lines of a shell come from, and where it prints.
+/// Source of the lines of a shell, and its output.
 class LineInput {
 public:
-    /// Whom the input tells, from the main context.
+    /// Callbacks, run on the main context.
     struct Listener {
         std::function<void(const std::string& line)> line;  ///< Without its line end.
-        std::function<void()> end;                          ///< No line comes any more.
+        std::function<void()> end;                          ///< Called at the end of the input.
     };
 
     LineInput() = default;
@@ -26,20 +26,21 @@ public:
     LineInput(LineInput&&) = delete;
     LineInput& operator=(LineInput&&) = delete;
 
-    /// Lines are wanted from here on; prompt says so to a person.
+    /// Starts reading lines; prompt is shown to a person.
     virtual void Resume(const std::string& prompt) = 0;
-    /// No more for now. Not from within the listener.
+    /// Stops reading. Must not be called from a callback.
     virtual void Pause() = 0;
-    /// Prints a line, now or as soon as nothing is being typed. False when nobody can read it.
+    /// Prints a line, if necessary once nothing is being typed. Returns false if the output cannot
+    /// be written.
     virtual bool Print(const std::string& line) = 0;
-    /// Drops what has been typed of a line; false if nothing has.
+    /// Drops the typed part of a line. Returns false if nothing was typed.
     virtual bool Discard() = 0;
 };
 
-/// Lines from a pipe or a file.
+/// Reads lines from a pipe or a file.
 class StreamInput : public LineInput {
 public:
-    /// file is a descriptor that must outlive the input.
+    /// file is a descriptor that must outlive this object.
     StreamInput(int file, Listener listener) : m_file(file), m_listener(std::move(listener)) {}
 
     void Resume(const std::string& prompt) override;
@@ -54,7 +55,7 @@ private:
     int m_file;
     Listener m_listener;
     Registration m_source;
-    std::string m_pending;  ///< A line that has not ended.
+    std::string m_pending;  ///< An incomplete line.
 };
 
 }  // namespace applist::sim

@@ -255,7 +255,7 @@ void Shell::Show(const std::string& line) {
     }
 }
 
-// A person sees it and goes on; whoever made a file of lines finds the line.
+// A person sees the error at once. The author of a file needs the line number.
 void Shell::Fail(const std::string& statement, const std::string& problem, ExitCode code,
                  size_t line) {
     if (m_person || m_options.json) {
@@ -275,7 +275,7 @@ void Shell::OnHappening(const ScriptedMiddleware& middleware, const std::string&
     }
 }
 
-// What is under way ends first, then what is being typed, then the shell.
+// Ends the running statement first, then the typed line, then the shell.
 void Shell::OnInterrupted() {
     if (m_executing) {
         m_runner.Interrupt();

@@ -19,13 +19,13 @@
 namespace applist::sim {
 
 struct ShellOptions {
-    std::string address;   ///< Of the bus; empty for the system bus.
-    bool offline = false;  ///< Join the bus only when a statement needs it.
+    std::string address;   ///< Address of the bus; empty for the system bus.
+    bool offline = false;  ///< Joins the bus only when a statement needs it.
     bool json = false;
 };
 
-/// Does what is typed, line by line, and prints what happens meanwhile. A person goes on after what
-/// failed; lines from a pipe end there.
+/// Runs statements line by line and prints events meanwhile. Continues after a failure for a
+/// person, and ends for input from a pipe.
 class Shell {
 public:
     explicit Shell(ShellOptions options);
@@ -35,11 +35,11 @@ public:
     Shell(Shell&&) = delete;
     Shell& operator=(Shell&&) = delete;
 
-    /// Runs to the end on the default main context. Once only.
+    /// Runs the default main context to the end. Call only once.
     ExitCode Run();
 
 private:
-    /// A call that failed, which is no failure if the next line expects that.
+    /// A failed call. It is not a failure if the next line expects an error.
     struct PendingFailure {
         Statement statement;
         std::string problem;
@@ -47,10 +47,10 @@ private:
 
     void OpenInput();
     void WatchSignals();
-    /// Waits for the next line; nothing at the end.
+    /// Waits for the next line; returns nothing at the end.
     std::optional<std::string> NextLine();
     void Do(const std::string& line);
-    /// True if line is one of the shell's own commands.
+    /// True if line is a command of the shell itself.
     bool DoCommand(const std::string& line);
     void DoStatement(const Statement& statement);
     void Judge(const Statement& statement, const Outcome& outcome);
@@ -75,7 +75,7 @@ private:
     static int cb_Terminated(void* shell) noexcept;
 
     ShellOptions m_options;
-    bool m_person;  ///< Somebody types; otherwise lines come from a pipe.
+    bool m_person;  ///< True for a terminal, false for a pipe.
     ShellOutput m_output;
     StatementRunner m_runner;
     std::unique_ptr<LineInput> m_input;
@@ -84,9 +84,9 @@ private:
     size_t m_lineNumber = 0;
     bool m_inputEnded = false;
     bool m_executing = false;
-    std::optional<Action> m_last;  ///< The last statement that reached the bus, or tried to.
+    std::optional<Action> m_last;  ///< The last statement that used the bus.
     std::optional<PendingFailure> m_pending;
-    std::set<std::string> m_ids;  ///< Of items that were seen.
+    std::set<std::string> m_ids;  ///< Ids of all items seen.
     std::optional<ExitCode> m_end;
 };
 

@@ -9,7 +9,7 @@
 
 namespace applist::sim {
 
-/// How a shell's lines look: for people, in colours where a terminal takes them, or as a JSON
+/// Formats the lines of a shell: for people, in colours if the terminal takes them, or as one JSON
 /// object each.
 class ShellOutput {
 public:
@@ -19,12 +19,12 @@ public:
     /// An event 3 and the item that the viewer chose.
     std::string Choice(const std::string& middleware, const Notification& event,
                        const SelectedItem& choice) const;
-    /// A statement that held.
+    /// A statement that succeeded.
     std::string Held(const std::string& statement) const;
     std::string Problem(const std::string& statement, const std::string& problem) const;
-    /// What a call returned.
+    /// The reply to a call.
     std::vector<std::string> Reply(const Items& items) const;
-    /// A line that was asked for.
+    /// A line of help or busctl.
     std::string Answer(const std::string& text) const;
 
 private:
