@@ -12,16 +12,16 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* DETAILS =
-    "FILE is a transport stream with packets of 188, 192 or 204 bytes, sections back to\n"
-    "back (.sec) or applications in XML. Every application is listed once for each\n"
-    "service, offered to viewers or not, as the file describes it last. What is damaged\n"
-    "is skipped and counted on standard error.\n"
+    "FILE is a transport stream with packets of 188, 192 or 204 bytes, consecutive\n"
+    "sections (.sec) or applications in XML; \"-\" is standard input. Every application is\n"
+    "listed once for each service, offered to viewers or not, as in its last version.\n"
+    "Damaged parts are skipped and counted on standard error.\n"
     "\n"
-    "Columns, keys of --json and head of --csv:\n"
+    "Columns, keys of --json and header of --csv:\n"
     "  service, organisation_id, application_id, type, control, visibility, priority,\n"
     "  name, names (by language), location\n"
-    "Visibility is 3 for viewers, 1 for other applications only, 0 for nobody. Type 1 is\n"
-    "DVB-J, 16 HbbTV. What the file does not say is - , null or empty.\n"
+    "Visibility is 3 for viewers, 1 for other applications only, 0 for none. Type 1 is\n"
+    "DVB-J, 16 HbbTV. An absent value is - , null or empty.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim applications recording.ts\n"
@@ -79,7 +79,7 @@ Subcommand ApplicationsSubcommand() {
     std::vector<Option> options = BroadcastOptions();
     options.push_back({"json", 'j', "", "Print an array of objects"});
     options.push_back({"csv", '\0', "", "Print comma-separated values (RFC 4180)"});
-    return {"applications",     "FILE",  "Print the applications that a recorded broadcast carries",
+    return {"applications",     "FILE",  "Print the applications in a recorded broadcast",
             std::move(options), DETAILS, &Prepare};
 }
 

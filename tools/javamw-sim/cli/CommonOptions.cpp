@@ -74,14 +74,14 @@ Option JsonOption() {
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
     std::vector<Option> options{
         AddressOption(),
-        {"timeout", 't', "SECONDS", "Wait so long for an application"},
+        {"timeout", 't', "SECONDS", "Limit the wait for an application"},
     };
     options.insert(options.end(), own.begin(), own.end());
     return options;
 }
 
 Option RecordOption() {
-    return {"record", 'r', "FILE", "Write down all that is said and heard; see record --help"};
+    return {"record", 'r', "FILE", "Record all traffic; see record --help"};
 }
 
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {

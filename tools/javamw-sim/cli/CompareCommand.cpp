@@ -13,10 +13,10 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* DETAILS =
-    "Each line that differs is printed, with \"-\" for what only FIRST has and \"+\" for\n"
-    "what only SECOND has, the file and the line (of a capture: the packet). A call\n"
-    "stands where its answer is. Times are not compared, nor unique bus names, which\n"
-    "differ from run to run: who is who shows in the order of appearance.\n"
+    "Prints each message that only FIRST has with \"-\", and each that only SECOND has with\n"
+    "\"+\", with file and line (of a capture: the packet). A call is placed at its reply.\n"
+    "Times and unique bus names are not compared, because they differ from run to run;\n"
+    "connections are matched by their order of appearance.\n"
     "\n"
     "Both may be recordings of this program or captures of \"busctl capture\".\n"
     "\n"
@@ -88,7 +88,7 @@ Result<Job> Prepare(const Arguments& given) {
 Subcommand CompareSubcommand() {
     return {"compare",
             "FIRST SECOND",
-            "Tell what differs between two recordings",
+            "Print the differences between two recordings",
             {{"names", '\0', "", "Compare unique bus names, too"},
              {"tolerance", '\0', "MS", "Compare times, too; they may differ by so much"},
              JsonOption()},

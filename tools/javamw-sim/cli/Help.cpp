@@ -11,19 +11,18 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* PURPOSE =
-    "Plays the broadcast middleware on the bus: fills the application's list, calls it\n"
-    "and shows what it reports. Works whichever of the two starts first.\n";
+    "Simulates the broadcast middleware on the bus: fills the list of the application,\n"
+    "calls it and prints its events. Either of the two may start first.\n";
 
 constexpr const char* EXIT_CODES =
     "Exit status:\n"
-    "  0  done; an endless command was ended by SIGINT or SIGTERM\n"
-    "  1  what was asked for did not come true: a call failed, an expectation did not\n"
-    "     hold, a comparison found a difference, the command was interrupted before its\n"
-    "     end, or the output was closed\n"
+    "  0  success; an endless command was ended by SIGINT or SIGTERM\n"
+    "  1  failure: a call failed, an expectation did not hold, a comparison found a\n"
+    "     difference, the command was interrupted, or the output was closed\n"
     "  2  wrong usage, or an input file that cannot be used\n"
     "  3  the bus cannot be reached, closed the connection, or denies this user the\n"
     "     middleware's names\n"
-    "  4  no application was there in time\n";
+    "  4  no application appeared in time\n";
 
 constexpr size_t WIDEST_LEFT = 24;
 

@@ -8,22 +8,22 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* DETAILS =
-    "Looks on and takes no part: a middleware of any make and the application may start\n"
-    "and end as they like. A bus lets only its owner and root look on; to record what\n"
-    "this program itself says and hears, use --record of serve, watch or call.\n"
+    "Only observes: any middleware and the application may start and end at any time. A\n"
+    "bus allows this only to its owner and to root. To record the traffic of this\n"
+    "program itself, use --record of serve, watch or call.\n"
     "\n"
-    "FILE holds a JSON object per line; \"-\" is standard output. The first line names\n"
-    "the version of the form, every other is a message:\n"
+    "FILE contains a JSON object per line; \"-\" is standard output. The first line names\n"
+    "the version of the format, every other line is a message:\n"
     "  us     microseconds since the recording began\n"
     "  kind   acquired, released (a name of the handshake), call, reply, error,\n"
     "         signal, or left (the bus)\n"
-    "  side   application or middleware: whose doing it is\n"
-    "  from   its unique bus name; to: whom it is meant for, if one\n"
-    "  call   the number of the call; an answer has that of its call\n"
-    "  name   the bus name, or the error's name; text: the error's text\n"
-    "  bytes  the content, hexadecimal\n"
-    "  note   what it says, for people; not read back\n"
-    "Members that are empty are left out. Runs until SIGINT or SIGTERM.\n"
+    "  side   application or middleware, which caused it\n"
+    "  from   its unique bus name; to: the receiver, if there is one\n"
+    "  call   the number of the call; a reply has that of its call\n"
+    "  name   the bus name or the name of the error; text: the text of the error\n"
+    "  bytes  the payload, hexadecimal\n"
+    "  note   a description for people; ignored when read\n"
+    "Empty members are omitted. Runs until SIGINT or SIGTERM.\n"
     "\n"
     "Examples:\n"
     "  sudo javamw-sim record session.jsonl\n"
@@ -42,12 +42,9 @@ Result<Job> Prepare(const Arguments& given) {
 }  // namespace
 
 Subcommand RecordSubcommand() {
-    return {"record",
-            "FILE",
-            "Write down what a middleware and the application say to each other",
-            {AddressOption()},
-            DETAILS,
-            &Prepare};
+    return {
+        "record",          "FILE",  "Record the traffic between a middleware and the application",
+        {AddressOption()}, DETAILS, &Prepare};
 }
 
 }  // namespace applist::sim

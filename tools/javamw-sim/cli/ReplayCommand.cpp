@@ -12,16 +12,16 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* DETAILS =
-    "Makes the handshake itself, then sends what the middleware sent, at the recorded\n"
-    "times divided by --speed, but never before the answers that came earlier in the\n"
-    "recording: with --speed=max as fast as those come. Then prints where the\n"
-    "application said something else: \"-\" is missing this time, \"+\" is new. What the\n"
-    "viewer did is part of a recording: press the same keys.\n"
+    "Makes the handshake, then sends the messages of the recorded middleware at the\n"
+    "recorded times divided by --speed. A message is never sent before the replies that\n"
+    "precede it in the recording. Then prints where the application behaved differently:\n"
+    "\"-\" is missing this time, \"+\" is new. Key presses of the viewer are not replayed;\n"
+    "press the same keys.\n"
     "\n"
     "FILE is a recording of this program or a capture of \"busctl capture\". One\n"
-    "conversation of it is played: that of one middleware with one application.\n"
+    "conversation in it is replayed, that of one middleware with one application.\n"
     "\n"
-    "Exit status 0: the application said the same, 1: it did not, or it ended early.\n"
+    "Exit status 0: no difference, 1: differences, or the application ended early.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim replay session.jsonl\n"
@@ -86,10 +86,10 @@ Result<Job> Prepare(const Arguments& given) {
 Subcommand ReplaySubcommand() {
     return {"replay",
             "FILE",
-            "Say to an application what was recorded, and tell what it says differently",
+            "Replay a recording to an application and print the differences",
             SessionOptionsAnd({
                 {"speed", '\0', "N|max", "So many times as fast as recorded (1)"},
-                {"wait", 'w', "SECONDS", "Wait so long for what is still expected (2)"},
+                {"wait", 'w', "SECONDS", "Limit the wait for missing messages (2)"},
                 {"conversation", '\0', "N", "Which of several to play (1)"},
                 JsonOption(),
             }),

@@ -13,9 +13,9 @@ namespace {
 
 constexpr const char* DETAILS =
     "Each FILE is a scenario, one statement a line; \"-\" is standard input. The results\n"
-    "come on standard output in the Test Anything Protocol, one point for each statement\n"
-    "that does or expects something. What stands behind a failure in a file is skipped.\n"
-    "Nothing is run if any file has an error.\n"
+    "are printed in the Test Anything Protocol, one point for each statement that does or\n"
+    "expects something. After a failure the rest of the file is skipped. Nothing is run\n"
+    "if any file has an error.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim run normal-session.scenario\n"
@@ -77,8 +77,8 @@ Subcommand RunSubcommand() {
             "FILE...",
             "Play scenarios and print whether their expectations hold",
             {AddressOption(),
-             {"check", 'c', "", "Only look for errors in the files"},
-             {"keep-going", 'k', "", "Go on behind what failed"}},
+             {"check", 'c', "", "Only check the files for errors"},
+             {"keep-going", 'k', "", "Continue after a failure"}},
             Details(),
             &Prepare};
 }

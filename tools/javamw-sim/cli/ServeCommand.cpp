@@ -14,7 +14,7 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* DETAILS =
-    "Lines on standard output, complete as soon as they are true:\n"
+    "Lines on standard output, flushed at once:\n"
     "  connected APPLICATION\n"
     "  filled APPLICATION with COUNT items\n"
     "  updated APPLICATION: COUNT added, COUNT removed, COUNT renamed\n"
@@ -22,16 +22,16 @@ constexpr const char* DETAILS =
     "  event 3 ItemClicked chose ID<TAB>NAME | none\n"
     "  event 3 ItemClicked choice unknown: REASON\n"
     "  disconnected APPLICATION\n"
-    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
+    "Control bytes in ids and names are printed as \\x0a, a backslash doubled.\n"
     "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
     "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\";\n"
     "filled has \"items\", updated \"added\", \"removed\" and \"renamed\".\n"
     "Without a file a built-in sample is served. Runs until SIGINT or SIGTERM.\n"
     "\n"
-    "A broadcast is a transport stream with packets of 188, 192 or 204 bytes, sections\n"
-    "back to back (.sec) or applications in XML. Offered is what starts by itself or is\n"
-    "present, is for viewers and not for trials. When its tables change, so do the lists,\n"
-    "as long after each other as in the recording, or every second if it has no clock.\n"
+    "A broadcast is a transport stream with packets of 188, 192 or 204 bytes, consecutive\n"
+    "sections (.sec) or applications in XML. Applications are offered if they start\n"
+    "automatically or are present, are visible to viewers and are not for trials. The\n"
+    "lists change with the tables: at the recorded times, or every second without a clock.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim serve\n"
@@ -65,14 +65,14 @@ ExitCode RunServe(const SessionOptions& session, const Arguments& given,
 
 std::vector<Option> OwnOptions() {
     std::vector<Option> options{
-        {"items", 'i', "FILE", "Lines id<TAB>name, # begins a comment"},
-        {"broadcast", 'b', "FILE", "What a recorded broadcast offers"},
+        {"items", 'i', "FILE", "Serve the lines id<TAB>name; # begins a comment"},
+        {"broadcast", 'b', "FILE", "Serve the applications of a recorded broadcast"},
     };
     const auto broadcast = BroadcastOptions();
     options.insert(options.end(), broadcast.begin(), broadcast.end());
     options.push_back(JsonOption());
     options.push_back(RecordOption());
-    options.push_back({"all", '\0', "", "Hidden applications and those of trials, too"});
+    options.push_back({"all", '\0', "", "Include hidden applications and trials"});
     options.push_back(
         {"interval", '\0', "SECONDS", "Time between changes instead of the recording's"});
     return options;
@@ -137,7 +137,7 @@ Result<Job> Prepare(const Arguments& given) {
 Subcommand ServeSubcommand() {
     return {"serve",
             "",
-            "Fill the list of each application that comes, then watch",
+            "Fill the list of each application that connects, then watch",
             SessionOptionsAnd(OwnOptions()),
             DETAILS,
             &Prepare};

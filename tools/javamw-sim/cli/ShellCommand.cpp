@@ -8,17 +8,17 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* DETAILS =
-    "Each line is a statement of the language of scenarios, done at once. Events are\n"
-    "printed as they come, above the line being typed. Besides statements:\n"
-    "  help [STATEMENT]         what can be typed\n"
-    "  busctl [STATEMENT]       the busctl lines that do the same as STATEMENT, or as the\n"
-    "                           last one\n"
-    "  quit                     end; so does Ctrl-D\n"
-    "Tab completes keywords and the ids of items that were seen; the arrow keys and\n"
+    "Each line is a statement of the scenario language and runs at once. Events are\n"
+    "printed above the line being typed. Further commands:\n"
+    "  help [STATEMENT]         list the statements\n"
+    "  busctl [STATEMENT]       print busctl lines that do the same as STATEMENT, or as\n"
+    "                           the last statement\n"
+    "  quit                     end; Ctrl-D does the same\n"
+    "Tab completes keywords and the ids of known items; the arrow keys and\n"
     "Ctrl-R find earlier lines, which are kept in $XDG_STATE_HOME/javamw-sim/history.\n"
-    "Ctrl-C ends a statement under way, drops the line being typed, or ends the shell.\n"
+    "Ctrl-C ends the running statement, drops the line being typed, or ends the shell.\n"
     "\n"
-    "Lines from a pipe end at the first that fails, named on standard error.\n"
+    "Input from a pipe ends at the first line that fails; the error names the line.\n"
     "\n"
     "Examples:\n"
     "  javamw-sim shell\n"
@@ -34,7 +34,7 @@ Result<Job> Prepare(const Arguments& given) {
 Subcommand ShellSubcommand() {
     return {"shell",
             "",
-            "Do what is typed, statement by statement",
+            "Run statements interactively",
             {AddressOption(),
              {"offline", '\0', "", "Join the bus only when a statement needs it"},
              JsonOption()},

@@ -8,13 +8,13 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* DETAILS =
-    "Lines on standard output, complete as soon as they are true:\n"
+    "Lines on standard output, flushed at once:\n"
     "  connected APPLICATION\n"
     "  event NUMBER NAME selection ID<TAB>NAME | none | unreadable: REASON\n"
     "  event 3 ItemClicked chose ID<TAB>NAME | none\n"
     "  event 3 ItemClicked choice unknown: REASON\n"
     "  disconnected APPLICATION\n"
-    "Control bytes in ids and names are printed as \\x0a, a backslash twice.\n"
+    "Control bytes in ids and names are printed as \\x0a, a backslash doubled.\n"
     "With --json each is an object whose \"type\" is the first word, with \"application\" and,\n"
     "for an event, \"number\", \"name\", \"selection\" (an item or null) and \"problem\".\n"
     "Runs until SIGINT or SIGTERM.\n"

@@ -22,8 +22,8 @@ struct SelectedItem {
 /// Interprets a reply to GetSelection.
 SelectedItem SelectedIn(const Result<Items>& reply);
 
-/// What was read after event: "chose ID<TAB>NAME" after event 3, which is the viewer's choice, and
-/// "selection ID<TAB>NAME" after any other; or why it is unknown.
+/// Returns "chose ID<TAB>NAME" after event 3, because its selection is the viewer's choice, and
+/// "selection ID<TAB>NAME" after any other event; or the reason why the selection is unknown.
 std::string DescribeSelection(Event event, const SelectedItem& selection);
 
 /// Reads the selection after each event.

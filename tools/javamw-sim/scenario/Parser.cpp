@@ -100,16 +100,16 @@ Action ReadWait(Cursor& cursor) {
 
 std::vector<Rule> StageRules() {
     return {
-        {{"timeout", "T", "How long waits and expectations have that say nothing"}, &ReadTimeout},
+        {{"timeout", "T", "Default timeout of waits and expectations"}, &ReadTimeout},
         {{"note", "TEXT...", "Print a comment"}, &ReadNote},
-        {{"partner", "NAME", "Who acts from here on"}, &ReadMiddleware},
+        {{"partner", "NAME", "Select the acting middleware"}, &ReadMiddleware},
         {{"handshake", "normal | manual | skip STEP | repeat STEP N | delay STEP T",
-          "How announcements are made"},
+          "Set how announcements are made"},
          &ReadHandshake},
-        {{"forget", "events", "Drop what has come so far"}, &ReadForget},
+        {{"forget", "events", "Drop the events received so far"}, &ReadForget},
         {{"join", "", "Connect to the bus"}, &ReadJoin},
-        {{"vanish", "", "Leave the bus without a word"}, &ReadVanish},
-        {{"restart", "", "Vanish and join under a new unique name"}, &ReadRestart},
+        {{"vanish", "", "Close the connection to the bus"}, &ReadVanish},
+        {{"restart", "", "Leave and join under a new unique name"}, &ReadRestart},
         {{"announce", "STEP", "Announce syn, syn-ack or ack now"}, &ReadAnnounce},
         {{"wait", "connected [within T] | disconnected [within T] | T", "Wait"}, &ReadWait},
     };
@@ -308,15 +308,16 @@ Action ReadError(Cursor& cursor) {
 
 std::vector<Rule> ExpectationRules() {
     return {
-        {{"event", "NAME [times N] [within T]", "The next event is this"}, &ReadEvent},
-        {{"no", "event for T", "No event comes for so long"}, &ReadNoEvent},
-        {{"announcement", "STEP [within T]", "The next announcement heard is this"},
+        {{"event", "NAME [times N] [within T]", "Expect this as the next event"}, &ReadEvent},
+        {{"no", "event for T", "Expect no event during T"}, &ReadNoEvent},
+        {{"announcement", "STEP [within T]", "Expect this as the next announcement"},
          &ReadAnnouncement},
-        {{"list", "empty | ID[=NAME]...", "The list holds these, in this order"}, &ReadList},
-        {{"count", "N", "The list holds so many items"}, &ReadCount},
-        {{"selection", "none | ID[=NAME]", "This is selected"}, &ReadSelection},
-        {{"reply", "empty | hex HEX... | ID[=NAME]...", "The last call returned this"}, &ReadReply},
-        {{"error", "[TEXT]", "The last call failed"}, &ReadError},
+        {{"list", "empty | ID[=NAME]...", "Expect exactly these items in this order"}, &ReadList},
+        {{"count", "N", "Expect this number of items"}, &ReadCount},
+        {{"selection", "none | ID[=NAME]", "Expect this selection"}, &ReadSelection},
+        {{"reply", "empty | hex HEX... | ID[=NAME]...", "Expect this reply to the last call"},
+         &ReadReply},
+        {{"error", "[TEXT]", "Expect that the last call failed"}, &ReadError},
     };
 }
 
@@ -332,7 +333,7 @@ std::vector<Rule> AllRules() {
     for (Rule& rule : MessageRules()) {
         rules.push_back(std::move(rule));
     }
-    rules.push_back({{"expect", "EXPECTATION", "What must be so"}, &ReadExpect});
+    rules.push_back({{"expect", "EXPECTATION", "Check an expectation"}, &ReadExpect});
     return rules;
 }
 
