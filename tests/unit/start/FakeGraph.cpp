@@ -65,8 +65,7 @@ void DefaultAppListModel::RemoveItemChangeListener(ItemChangeListener* /*listene
 void DefaultAppListModel::AddItemClickedListener(ItemClickListener* /*listener*/) {}
 void DefaultAppListModel::RemoveItemClickedListener(ItemClickListener* /*listener*/) {}
 
-DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name)
-    : m_name(name) {
+DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name) {
     applist::test::Note("new renderer");
     Graph().rendererGot = name;
     Graph().renderer = this;
