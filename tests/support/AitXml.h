@@ -7,7 +7,8 @@
 
 namespace applist::test {
 
-/// An application as the XML encoding describes it; every field is text as it is written.
+/// An application as the XML encoding describes it. Each field is written into the document as it
+/// is.
 struct XmlApplication {
     std::string organisation;
     std::string id;
@@ -22,7 +23,7 @@ struct XmlApplication {
 
 std::string XmlName(const std::string& language, const std::string& text);
 
-/// A whole document as TS 102 809 lays it out.
+/// Returns a whole document in the layout of TS 102 809.
 std::string AitXml(const std::vector<XmlApplication>& applications);
 
 }  // namespace applist::test

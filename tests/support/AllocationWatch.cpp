@@ -52,7 +52,7 @@ void* Allocate(std::size_t size) {
 }
 
 void Release(void* block) {
-    // What the callback itself gives back is not reported.
+    // Blocks that the callback itself frees are not reported.
     if (g_watch != nullptr && !g_watch->m_calling) {
         g_watch->m_calling = true;
         g_watch->m_onDelete(block);

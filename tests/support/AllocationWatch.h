@@ -5,11 +5,11 @@
 #include <cstddef>
 #include <functional>
 
-/// What the program under test takes from the heap and gives back. Linking it replaces the global
-/// operators new and delete by ones that count. Single thread only; one of each at a time.
+/// Counts the heap allocations of the program under test. Linking it replaces the global operators
+/// new and delete. Single thread only; one object of each class at a time.
 namespace applist::test {
 
-/// Measures the memory taken while it lives.
+/// Measures the memory allocated during its lifetime.
 class AllocationMeter {
 public:
     AllocationMeter();
@@ -19,10 +19,10 @@ public:
     AllocationMeter(AllocationMeter&&) = delete;
     AllocationMeter& operator=(AllocationMeter&&) = delete;
 
-    /// The sum of all blocks so far, in bytes, also of those given back.
+    /// The sum of all allocations so far in bytes, including blocks freed since.
     std::size_t Total() const { return m_total; }
-    /// What is held now beyond what was held at first, and the most at once; in bytes as the
-    /// allocator rounds them.
+    /// Held() is the memory in use now minus that at construction; Peak() is its maximum. Both in
+    /// bytes, rounded as the allocator does.
     std::size_t Held() const { return static_cast<std::size_t>(m_held); }
     std::size_t Peak() const { return static_cast<std::size_t>(m_peak); }
 
@@ -36,10 +36,10 @@ private:
     std::ptrdiff_t m_peak = 0;
 };
 
-/// Calls back for each block that is given back while it lives.
+/// Calls back for each block that is freed during its lifetime.
 class DeletionWatch {
 public:
-    /// onDelete gets the block's address, just before it goes, and may allocate.
+    /// onDelete receives the block's address just before it is freed. It may allocate.
     explicit DeletionWatch(std::function<void(const void*)> onDelete);
     ~DeletionWatch();
     DeletionWatch(const DeletionWatch&) = delete;

@@ -17,7 +17,7 @@ std::vector<std::string> CommandLine(const std::vector<std::string>& commands) {
 }
 
 void Replace(std::string& text, const std::string& what, const std::string& by) {
-    // Unique names stand between blanks, so that :1.1 is not found in :1.10.
+    // Unique names are matched with the blanks around them, so that :1.1 is not found in :1.10.
     const size_t found = (text + " ").find(" " + what + " ");
     if (found != std::string::npos) {
         text.replace(found + 1, what.size(), by);

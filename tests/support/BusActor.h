@@ -11,24 +11,26 @@
 
 namespace applist::test {
 
-/// The channel, written out: what the tests took from the product would follow its mistakes.
+/// The channel's names, not taken from the product: the tests would repeat a mistake made there.
 inline constexpr const char* CHANNEL_PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
 inline constexpr const char* CHANNEL_INTERFACE = "org.vantu.javamw.DbusCommunication";
 
-/// Somebody on the bus: the program bus_actor, run by some user. BusActorMain.cpp has its commands.
+/// A client on the bus: the program bus_actor, run as a given user. BusActorMain.cpp lists its
+/// commands.
 class Actor {
 public:
-    /// Returns once it is connected.
+    /// Returns once the program is connected.
     Actor(const PolicyBus& bus, const User& user, const std::vector<std::string>& commands);
 
     const std::string& UniqueName() const { return m_uniqueName; }
 
-    /// Waits until it receives, for one whose last command is that.
+    /// Waits until the program runs "receive", which must be its last command.
     void AwaitReceiving();
-    /// Ends one that receives, after all that the bus let through so far has arrived.
+    /// Ends a program that runs "receive", after every message that the bus delivered so far has
+    /// arrived.
     void End();
-    /// Waits for the end. All lines behind the first, with the names of these actors in place of
-    /// their unique ones.
+    /// Waits for the exit. Returns all output lines except the first, with unique names replaced by
+    /// the given names.
     std::vector<std::string> Lines(
         const std::vector<std::pair<std::string, std::string>>& names = {});
 

@@ -1,10 +1,10 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Somebody on the bus, for tests that start it as one user or another. Does what its arguments say,
-// one after the other on one connection, and prints a line for each: the outcome is the bus' word.
+// A client on the bus, for tests that start it as different users. Runs the commands in its
+// arguments in order on one connection and prints a line with the bus' answer for each:
 //
-//   own NAME                            asks for a name and gives it back
+//   own NAME                            requests a name and releases it
 //   call DESTINATION PATH INTERFACE MEMBER    calls; "-" is no interface; "Send" empties a list
 //   signal DESTINATION PATH INTERFACE MEMBER  emits, to all when DESTINATION is "-"
 //   listen RULE                         adds a match rule
@@ -51,7 +51,7 @@ const char* OrNull(const std::string& text) {
     return text == "-" ? nullptr : text.c_str();
 }
 
-// The call that empties the list: whoever gets this through does damage.
+// The call empties the list, so that a call that gets through has a visible effect.
 GVariant* RemoveAllItems() {
     static constexpr guint8 FRAME[]{0xD3, 0x07, 0, 0};
     return g_variant_new("(@ay)",
@@ -65,7 +65,7 @@ std::string Own(const Arguments& arguments) {
     return outcome;
 }
 
-// By hand, for the bus library itself makes no call without an interface.
+// Built by hand because the bus library does not make calls without an interface.
 std::string Call(const Arguments& arguments) {
     g_autoptr(GDBusMessage) call = g_dbus_message_new_method_call(
         arguments[0].c_str(), arguments[1].c_str(), OrNull(arguments[2]), arguments[3].c_str());
@@ -86,7 +86,7 @@ std::string Signal(const Arguments& arguments) {
     g_dbus_connection_emit_signal(bus, OrNull(arguments[0]), arguments[1].c_str(),
                                   arguments[2].c_str(), arguments[3].c_str(), RemoveAllItems(),
                                   &error);
-    // The bus takes messages in order: once it answers, the signal is where it belongs.
+    // The bus handles messages in order: after its answer the signal has been routed.
     AskDaemon("GetId", nullptr);
     return error != nullptr ? error->message : "sent";
 }
@@ -95,7 +95,8 @@ std::string Listen(const Arguments& arguments) {
     return AskDaemon("AddMatch", g_variant_new("(s)", arguments[0].c_str()));
 }
 
-// Runs on the library's thread, before anything is dispatched: whatever the bus let through.
+// Runs on the library's thread before dispatching, so it sees every message that the bus let
+// through.
 GDBusMessage* OnMessage(GDBusConnection* connection, GDBusMessage* message, gboolean incoming,
                         void* /*unused*/) {
     const GDBusMessageType type = g_dbus_message_get_message_type(message);
@@ -129,7 +130,7 @@ std::string Receive(const Arguments& /*none*/) {
     g_dbus_connection_add_filter(bus, OnMessage, nullptr, nullptr);
     std::cout << "receiving" << std::endl;
     const bool inTime = applist::test::RunUntil([&] { return ended; }, std::chrono::hours(1));
-    // What the bus took before this question arrives before its answer.
+    // Messages that the bus accepted before this question arrive before its answer.
     AskDaemon("GetId", nullptr);
     return inTime ? "ended" : "nobody ended it";
 }
@@ -148,7 +149,7 @@ const std::map<std::string, Command>& Commands() {
     return commands;
 }
 
-// Runs the command at the front and takes it off; false for one that there is not.
+// Runs the first command and removes it; false if the command is unknown.
 bool RunFirst(Arguments& left) {
     const auto command = Commands().find(left.front());
     if (command == Commands().end() || left.size() <= command->second.arguments) {

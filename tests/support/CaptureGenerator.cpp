@@ -16,7 +16,7 @@ GVariant* Content(std::string_view bytes) {
         "(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1));
 }
 
-// Takes message and content.
+// Takes ownership of message and content.
 std::string Finish(GDBusMessage* message, const std::string& from, const std::string& to,
                    uint32_t serial, GVariant* content) {
     g_dbus_message_set_sender(message, from.c_str());

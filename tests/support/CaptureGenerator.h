@@ -10,7 +10,7 @@
 
 namespace applist::test {
 
-/// Writes captures of a bus as tools for packets do, for tests of who reads them.
+/// Writes bus captures in the formats of packet capture tools, for tests of the capture reader.
 class CaptureGenerator {
 public:
     enum class Form { Pcap, PcapNanoseconds, PcapBigEndian, PcapNg };
@@ -18,7 +18,7 @@ public:
 
     explicit CaptureGenerator(Form form, uint32_t link = DBUS_LINK);
 
-    /// A packet of these bytes; size is what it had on the wire, if more than that.
+    /// Adds a packet with these bytes. size is its size on the wire if the capture cut it short.
     void Add(std::string_view bytes, uint64_t microseconds, size_t size = 0);
     const std::string& bytes() const { return m_bytes; }
 
@@ -31,7 +31,7 @@ private:
     std::string m_bytes;
 };
 
-/// What passes a bus. Each gives the bytes of one whole message.
+/// Bus messages. Each function returns the bytes of one whole message.
 namespace busmessage {
 
 std::string OwnerChanged(const std::string& name, const std::string& oldOwner,

@@ -74,7 +74,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& argv, const Environme
     for (const Stream& stream : m_streams) {
         fcntl(stream.fd, F_SETFL, O_NONBLOCK);
     }
-    // By number: this C library declares the function without C linkage.
+    // By number, because this C library declares the function without C linkage.
     m_pidFd = static_cast<int>(syscall(SYS_pidfd_open, m_pid, 0));
 }
 

@@ -13,11 +13,11 @@
 
 namespace applist::test {
 
-/// How long a test waits for something that is expected to happen. Long, since a loaded machine is
-/// no failure; a wait that succeeds never takes it.
+/// The time limit of a test's waits. Long, because a loaded machine must not fail a test; a wait
+/// that succeeds returns at once.
 constexpr std::chrono::seconds PATIENCE{30};
 
-/// A second process with its output read as it comes. Killed and reaped at the end.
+/// A child process whose output is read as it arrives. Killed and reaped by the destructor.
 class ChildProcess {
 public:
     /// Environment changes by name; no value removes the variable.
@@ -33,17 +33,17 @@ public:
     ChildProcess& operator=(ChildProcess&&) = delete;
 
     pid_t pid() const { return m_pid; }
-    /// All that came on standard output, or on standard error, so far.
+    /// Everything received so far on standard output and standard error.
     const std::string& Output() const { return m_streams[0].text; }
     const std::string& Errors() const { return m_streams[1].text; }
 
-    /// Reads until text stands on either stream; true iff it does in time.
+    /// Reads until either stream contains text; true iff it does in time.
     bool WaitForText(const std::string& text, std::chrono::milliseconds patience = PATIENCE);
-    /// Reads until condition, asked after each piece of output, holds; true iff it does in time.
+    /// Reads until condition holds, checked after each piece of output; true iff it does in time.
     bool WaitUntil(const std::function<bool()>& condition,
                    std::chrono::milliseconds patience = PATIENCE);
-    /// Reads to the end of the process; its exit status, 128 + n after signal n, nothing if it
-    /// still runs when patience ends.
+    /// Reads until the process ends. Returns its exit status, 128 + n after signal n, or nothing if
+    /// it still runs when patience ends.
     std::optional<int> WaitForExit(std::chrono::milliseconds patience = PATIENCE);
     void Signal(int number) const;
 
@@ -63,14 +63,14 @@ private:
     std::optional<int> m_status;
 };
 
-/// Turns a process between fork and exec into the program argv[0], which ends with its parent. One
-/// that cannot be started ends with 127.
+/// Executes argv[0] in a forked child; the program ends with its parent. Exits with 127 if it
+/// cannot be started.
 [[noreturn]] void BecomeProgram(const std::vector<std::string>& argv,
                                 const ChildProcess::Environment& changes);
 
-/// The path of a program that the build made, for tests that start it.
+/// The path of a program from the build, for tests that start it.
 std::string BuiltProgram(const std::string& name);
-/// The path of a program that tests alone start; it stands beside the running test.
+/// The path of a helper program for tests, in the folder of the running test.
 std::string TestProgram(const std::string& name);
 
 }  // namespace applist::test

@@ -11,7 +11,7 @@
 namespace applist::test {
 namespace {
 
-// A system bus refuses the 129th call of a connection that has no answer yet.
+// A system bus refuses a connection's 129th pending call.
 constexpr size_t CALLS_UNDER_WAY = 100;
 
 }  // namespace
@@ -66,7 +66,7 @@ std::optional<sim::Items> DrivenMiddleware::Ask(sim::Function function, const si
             ADD_FAILURE() << sim::NameOf(function) << ": " << reply.error();
         }
     });
-    // Beyond the bus library's own patience: the callback needs this frame.
+    // Longer than the bus library's timeout, because the callback uses this stack frame.
     EXPECT_TRUE(RunUntil([&ended] { return ended; }, 2 * PATIENCE));
     return answer;
 }

@@ -13,35 +13,34 @@
 
 namespace applist::test {
 
-/// A middleware in the test's own process: what it calls is the test's choice, what it is told is
-/// at hand. Lives while the default main context runs, that is, in the functions that wait. Main
-/// thread only.
+/// A middleware in the test's process: the test makes its calls and reads what it received. Works
+/// only while the default main context runs, that is, during the waiting functions. Main thread
+/// only.
 class DrivenMiddleware : public sim::BusLinkListener {
 public:
     /// Announces itself on the bus at address; a bus that cannot be reached fails the test.
     explicit DrivenMiddleware(const std::string& address);
 
-    /// Waits until an application has said that its list is there; true iff one does in time.
+    /// Waits until an application has announced its list; true iff one does in time.
     [[nodiscard]] bool AwaitApplication();
     /// Waits until that application has left the bus.
     [[nodiscard]] bool AwaitDisconnection();
-    /// Waits until it has sent so many events of this kind in all.
+    /// Waits until it has sent count events of this kind in all.
     [[nodiscard]] bool AwaitEvents(sim::Event event, size_t count);
     /// The application that connected last, by its unique bus name.
     const std::string& application() const { return m_application; }
     size_t Events(sim::Event event) const;
 
-    /// Calls without waiting for the answer, unless so many are under way that the bus would take
-    /// no more.
+    /// Calls without waiting for the reply, unless the bus would refuse one more pending call.
     void Call(sim::Function function, const sim::Items& items = {});
-    /// Waits until every call has ended, one way or the other.
+    /// Waits until every call has ended, with or without a reply.
     [[nodiscard]] bool AwaitReplies();
-    /// Calls and waits for the items of the reply; nothing, and a failure of the test, when there
-    /// is none.
+    /// Calls and returns the items of the reply. Without a reply it fails the test and returns
+    /// nothing.
     std::optional<sim::Items> Ask(sim::Function function, const sim::Items& items = {});
 
     size_t Answered() const { return m_answered; }
-    /// Calls that ended without an answer.
+    /// Calls that ended without a reply.
     size_t Failed() const { return m_failed; }
 
 private:

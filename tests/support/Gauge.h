@@ -13,17 +13,18 @@
 
 namespace applist::test {
 
-/// What a program holds at one moment.
+/// The resources of a program at one moment.
 struct Footprint {
-    /// Resident memory of its own. Pages of program files come and go with what others need.
+    /// Private resident memory. File-backed pages are not counted, since they depend on other
+    /// processes.
     size_t residentKiB = 0;
     size_t descriptors = 0;
-    /// What the bus daemon keeps for its connection.
+    /// Match rules that the bus daemon keeps for its connection.
     size_t matchRules = 0;
 };
 std::ostream& operator<<(std::ostream& out, const Footprint& footprint);
 
-// The address sanitizer keeps what was freed for a while, and records beside what is in use.
+// The address sanitizer keeps freed memory for a while and adds records to allocated memory.
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define APPLIST_TEST_MEMORY_FACTOR 8
@@ -32,24 +33,25 @@ std::ostream& operator<<(std::ostream& out, const Footprint& footprint);
 #ifndef APPLIST_TEST_MEMORY_FACTOR
 #define APPLIST_TEST_MEMORY_FACTOR 1
 #endif
-/// By how much more than as shipped a program under test may grow in this build.
+/// How many times the memory growth of a release build this build may show.
 inline constexpr size_t MEMORY_FACTOR = APPLIST_TEST_MEMORY_FACTOR;
 
-/// Reads what a program holds: from the kernel and from the bus daemon, not from the program.
+/// Reads a program's resources from the kernel and the bus daemon, without asking the program.
 class Gauge {
 public:
     /// The program with this process id that has this unique name on the bus at address.
     Gauge(pid_t program, const std::string& address, std::string uniqueName);
 
-    /// All zero, and a failure of the test, when the program or the bus is gone.
+    /// Returns all zero, and fails the test, if the program or the bus is gone.
     Footprint Read() const;
-    /// How often the program's main thread has gone to sleep, if it sleeps now. What it holds may
-    /// be compared only while that stays the same: the pixels of a frame alone are two megabytes.
+    /// The number of times that the program's main thread has gone to sleep, or nothing if it is
+    /// running. Compare footprints only if this number did not change in between, because the
+    /// pixels of one frame take two megabytes.
     std::optional<size_t> Sleeps() const;
 
 private:
-    /// The word behind the field's name in what the kernel tells of the program; empty, and a
-    /// failure of the test, when it is gone.
+    /// The first word of a field in /proc/PID/status. Returns an empty text, and fails the test, if
+    /// the program is gone.
     std::string Status(const std::string& field) const;
     size_t MatchRules() const;
 

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-/// GLib's warnings and worse of this process, kept instead of printed. Recording starts with the
-/// first call and lasts as long as the process. Any thread.
+/// Records this process' GLib warnings, critical messages and errors instead of printing them.
+/// Recording starts with the first call and does not end. Any thread.
 namespace applist::test {
 
-/// Starts recording, or starts it afresh.
+/// Starts recording, or discards the messages recorded so far.
 void RecordGlibMessages();
 
-/// What was recorded so far, oldest first, such as "GLib-GIO: Invalid id 7 passed to ...".
+/// The recorded messages, oldest first, such as "GLib-GIO: Invalid id 7 passed to ...".
 std::vector<std::string> GlibMessages();
 
 }  // namespace applist::test

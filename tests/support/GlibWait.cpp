@@ -40,7 +40,7 @@ bool RunUntil(const std::function<bool()>& condition, std::chrono::milliseconds 
 }
 
 bool RoundTrip(GDBusConnection* connection) {
-    // The bus answers in order, and the answer is dispatched behind what came before it.
+    // The bus answers in order, so earlier messages are dispatched before the answer.
     Answer answer;
     g_dbus_connection_call(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
                            "org.freedesktop.DBus.Peer", "Ping", nullptr, nullptr,

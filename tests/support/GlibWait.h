@@ -11,13 +11,14 @@
 
 namespace applist::test {
 
-/// Runs GLib's default main context until condition, asked after each dispatch, holds. Returns true
-/// iff it does in time.
+/// Runs GLib's default main context until condition holds, checked after each dispatch. Returns
+/// true iff it does in time.
 [[nodiscard]] bool RunUntil(const std::function<bool()>& condition,
                             std::chrono::milliseconds patience = PATIENCE);
 
-/// Runs the default main context until all that reached the connection before this call has been
-/// dispatched, and all that was sent on it has reached the bus. False when the bus does not answer.
+/// Runs the default main context until every message that reached the connection before this call
+/// has been dispatched and every message sent on it has reached the bus. False if the bus does not
+/// answer.
 [[nodiscard]] bool RoundTrip(GDBusConnection* connection);
 
 }  // namespace applist::test

@@ -44,7 +44,7 @@ void DrawAll() {
 }
 
 void SendKey(int type, const std::string& key) {
-    // The toolkit frees the event and nothing else; its strings live inside the same block.
+    // The toolkit frees only the event, so its strings are in the same block.
     auto* event =
         static_cast<Ecore_Event_Key*>(calloc(1, sizeof(Ecore_Event_Key) + key.size() + 1));
     char* text = reinterpret_cast<char*>(event + 1);
@@ -55,7 +55,7 @@ void SendKey(int type, const std::string& key) {
     ecore_event_add(type, event, nullptr, nullptr);
 }
 
-// Ends the wait before it begins once the condition holds.
+// Skips the wait if the condition holds already.
 Eina_Bool OnBeforeWait(void* data) {
     const auto& condition = *static_cast<const std::function<bool()>*>(data);
     if (condition()) {
@@ -74,7 +74,7 @@ HeadlessToolkit::HeadlessToolkit(const std::vector<std::filesystem::path>& theme
     efreet_cache_disable();
     elm_init(0, nullptr);
     for (const std::filesystem::path& theme : themes) {
-        // The toolkit would ignore a missing file without a word.
+        // The toolkit ignores a missing file without an error.
         EXPECT_TRUE(std::filesystem::exists(theme)) << theme;
         elm_theme_overlay_add(nullptr, theme.c_str());
     }
@@ -84,7 +84,7 @@ HeadlessToolkit::~HeadlessToolkit() {
     elm_shutdown();
     eina_log_print_cb_set(eina_log_print_cb_stderr, nullptr);
     eina_shutdown();
-    // The folder goes with this object; the next one's must not be looked for in it.
+    // The folder is deleted with this object; the next object must not search it.
     unsetenv("TMPDIR");
     for (const std::string& text : m_expected) {
         ADD_FAILURE() << "the toolkit did not complain as expected: " << text;
@@ -102,7 +102,7 @@ bool HeadlessToolkit::RunUntil(const std::function<bool()>& condition,
             return ECORE_CALLBACK_RENEW;
         },
         &late);
-    // A turn runs timers before it waits: what they brought about is looked at before the wait.
+    // A turn runs its timers before it waits, so the condition is checked before the wait.
     Ecore_Idle_Enterer* beforeWait = ecore_idle_enterer_add(OnBeforeWait, &condition);
     bool holds = condition();
     while (!holds && !late) {
@@ -115,7 +115,7 @@ bool HeadlessToolkit::RunUntil(const std::function<bool()>& condition,
 }
 
 void HeadlessToolkit::Settle() {
-    // Events and jobs change what is drawn, and drawing makes rows, which raise events again.
+    // Repeats, because events and jobs cause drawing, and drawing creates rows, which raise events.
     constexpr int ROUNDS = 4;
     for (int round = 0; round < ROUNDS; ++round) {
         bool idle = false;
@@ -133,8 +133,7 @@ void HeadlessToolkit::Settle() {
 }
 
 void HeadlessToolkit::GiveFocus(Evas_Object* window) {
-    // A window in memory claims the focus from the start, without anybody having noticed: only a
-    // change is heard.
+    // A window in memory has the focus from the start without an event. Only a change raises one.
     ecore_evas_focus_set(CanvasOf(window), EINA_FALSE);
     ecore_evas_focus_set(CanvasOf(window), EINA_TRUE);
     Settle();
@@ -172,7 +171,7 @@ void HeadlessToolkit::OnLog(const Eina_Log_Domain* domain, Eina_Log_Level level,
 }
 
 void HeadlessToolkit::OnError(const std::string& text) {
-    // A busy machine, no fault: the frame comes later.
+    // Harmless: on a busy machine the frame is drawn later.
     if (text.find("timeout waiting for async rendering") != std::string::npos) {
         return;
     }

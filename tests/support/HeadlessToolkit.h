@@ -13,39 +13,40 @@
 
 namespace applist::test {
 
-/// The toolkit drawing into memory: no display, no bus, no daemon, a home of its own. Real widgets,
-/// real theme, real focus and keys. One at a time; several in one process may follow each other.
+/// The toolkit drawing into memory, with real widgets, theme, focus and keys. Needs no display, bus
+/// or daemon and has a temporary home folder. One object at a time; a process may create several in
+/// turn.
 ///
-/// An error that the toolkit logs fails the test, unless the test announced it.
+/// An error that the toolkit logs fails the test unless the test expects it.
 class HeadlessToolkit {
 public:
-    /// themes are files laid over the default theme.
+    /// themes are theme files that override parts of the default theme.
     explicit HeadlessToolkit(const std::vector<std::filesystem::path>& themes = {});
-    /// Shuts the toolkit down; whatever it complains about then counts too.
+    /// Shuts the toolkit down. Errors that it logs meanwhile fail the test too.
     ~HeadlessToolkit();
     HeadlessToolkit(const HeadlessToolkit&) = delete;
     HeadlessToolkit& operator=(const HeadlessToolkit&) = delete;
     HeadlessToolkit(HeadlessToolkit&&) = delete;
     HeadlessToolkit& operator=(HeadlessToolkit&&) = delete;
 
-    /// Runs the main loop until condition, asked after each turn, holds; true iff it does in time.
+    /// Runs the main loop until condition holds, checked after each turn; true iff it does in time.
     static bool RunUntil(const std::function<bool()>& condition,
                          std::chrono::milliseconds patience = PATIENCE);
     /// Runs the main loop until every event, job and frame that is due now has been handled.
     static void Settle();
 
-    /// Moves the keyboard's focus to the window, or away from it, as a window manager does.
+    /// Gives the keyboard focus to the window or takes it away, as a window manager does.
     static void GiveFocus(Evas_Object* window);
     static void TakeFocus(Evas_Object* window);
-    /// Sends a key the way a display does: through the event handlers to the widgets.
+    /// Sends a key as a display does, through the event handlers to the widgets.
     static void PressKey(const std::string& key);
     static void ReleaseKey(const std::string& key);
-    /// Puts a key, going down or coming up, behind those that wait to be handled.
+    /// Queues a key press or release after the pending events.
     static void QueueKey(const std::string& key, bool down);
 
-    /// The next toolkit error that contains text is no failure; that it is missing is one.
+    /// Expects one toolkit error that contains text. The test fails if that error does not occur.
     void ExpectError(const std::string& text) { m_expected.push_back(text); }
-    /// The toolkit's errors so far, the announced ones left out.
+    /// The toolkit's unexpected errors so far.
     const std::vector<std::string>& Errors() const { return m_errors; }
 
 private:

@@ -26,7 +26,7 @@ Journal::Journal(const std::string& path)
 }
 
 Journal::~Journal() {
-    // Wakes the reader, which then reads nothing.
+    // Wakes the reader with an empty read.
     shutdown(m_socket, SHUT_RD);
     m_reader.join();
     close(m_socket);

@@ -10,10 +10,10 @@
 
 namespace applist::test {
 
-/// The journal of a bus broker: a datagram socket whose messages are read as they come.
+/// The journal of a bus broker: a datagram socket whose messages are read as they arrive.
 ///
-/// A writer blocks as soon as net.unix.max_dgram_qlen messages wait (the kernel's default is 10),
-/// so a thread of its own reads them whatever the test does meanwhile.
+/// A writer blocks when net.unix.max_dgram_qlen messages are pending (10 by default), so a separate
+/// thread reads them at all times.
 class Journal {
 public:
     /// Binds the socket to path; a failure fails the running test.
@@ -24,7 +24,7 @@ public:
     Journal(Journal&&) = delete;
     Journal& operator=(Journal&&) = delete;
 
-    /// Waits until condition holds for the log so far, lines of the form "FIELD=text"; true iff it
+    /// Waits until condition holds for the log so far, whose lines are "FIELD=text"; true iff it
     /// does within PATIENCE.
     bool WaitUntil(const std::function<bool(const std::string& log)>& condition);
 

@@ -22,7 +22,7 @@ constexpr uint32_t ORGANISATION = 0x0000002A;
 constexpr uint8_t AUTOSTART = 1;
 constexpr uint8_t PRESENT = 2;
 constexpr uint8_t FOR_APPLICATIONS_ONLY = 1;
-// Every 100 ms or so in a real stream; a few times are enough for a reader that starts anywhere.
+// A real stream repeats its tables every 100 ms or so; a few repetitions are enough here.
 constexpr int REPETITIONS = 4;
 
 TsApplication Named(uint16_t id, uint8_t controlCode, const std::string& name) {

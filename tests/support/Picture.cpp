@@ -10,7 +10,7 @@ namespace {
 
 constexpr uint32_t OPACITY = 0xFF000000;
 
-// The smallest box around every pixel whose index in the picture is wanted.
+// The smallest box around all pixels whose index in the picture is wanted.
 template <typename Wanted>
 Box Bounds(const Picture& picture, Wanted wanted) {
     int left = picture.width;
@@ -31,7 +31,7 @@ Box Bounds(const Picture& picture, Wanted wanted) {
     return right > 0 ? Box{left, top, right - left, bottom - top} : Box{};
 }
 
-// What an sRGB channel amounts to in light.
+// Converts an sRGB channel to linear light.
 double Linear(uint32_t channel) {
     const double value = channel / 255.0;
     return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);

@@ -9,7 +9,7 @@
 
 namespace applist::test {
 
-/// A rectangle of the screen, in pixels. Right and bottom are the first that are outside.
+/// A rectangle of the screen in pixels. Right and bottom are exclusive.
 struct Box {
     int x = 0;
     int y = 0;
@@ -35,16 +35,16 @@ struct Picture {
     uint32_t At(int x, int y) const {
         return pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)];
     }
-    /// The part of it in the box, which must lie inside.
+    /// Returns the part in the box, which must lie inside the picture.
     Picture Cut(const Box& box) const;
-    /// The smallest box around every pixel of a window that is not wholly transparent.
+    /// The smallest box around all pixels of a window that are not fully transparent.
     Box Painted() const;
     bool operator==(const Picture&) const = default;
 };
 
-/// The smallest box around every pixel in which the two, of the same size, differ.
+/// The smallest box around all pixels that differ between two pictures of the same size.
 Box Difference(const Picture& before, const Picture& after);
-/// The smallest box around every pixel of the colour.
+/// The smallest box around all pixels of the colour.
 Box AreaOf(const Picture& picture, uint32_t colour);
 
 /// The contrast ratio of two opaque colours as WCAG 2 defines it, 1 to 21.

@@ -19,8 +19,8 @@ namespace fs = std::filesystem;
 
 constexpr const char* ADDRESS_VARIABLE = "DBUS_SYSTEM_BUS_ADDRESS";
 
-// Mounts are the started program's alone: it has a mount namespace of its own. Arguments: pairs of
-// what is to appear where, "--" and the program.
+// The program runs in its own mount namespace, so other processes do not see its mounts. Arguments:
+// pairs of source and mount point, "--" and the program.
 constexpr const char* MOUNT_AND_RUN =
     R"(while [ "$1" != -- ]; do mount --bind "$1" "$2" || exit 126; shift 2; done; shift; exec "$@")";
 
@@ -33,7 +33,7 @@ std::vector<std::string> WithMounts(const std::vector<std::string>& mounts,
     return command;
 }
 
-// True iff line is the account of one of ours, or of one with its name.
+// True iff line is the account of one of the test's users, or has the same name.
 bool IsOurs(const std::string& line) {
     for (const User* user : {&APPLICATION_USER, &MIDDLEWARE_USER, &STRANGER}) {
         if (line.rfind(user->name + ":", 0) == 0) {
@@ -43,7 +43,7 @@ bool IsOurs(const std::string& line) {
     return false;
 }
 
-// The lines by which dbus-daemon and dbus-broker report a message of sender that the policy denied.
+// Counts the lines in which dbus-daemon or dbus-broker report a denied message of sender.
 size_t CountDenials(const std::string& log, const std::string& sender) {
     const std::regex denial(R"((Rejected|denied)\b.*\W)" + sender + R"((\W|$))");
     std::istringstream lines(log);
@@ -151,8 +151,8 @@ void PolicyBus::StartDaemon() {
     EXPECT_TRUE(m_daemon->WaitForText("guid=")) << "dbus-daemon: " << m_daemon->Errors();
 }
 
-// The broker's launcher expects what process 1 gives to a service: a socket to listen on, which the
-// first connection wakes it by, and a journal.
+// The broker's launcher expects what process 1 passes to a service: a listening socket, whose first
+// connection starts the broker, and a journal.
 void PolicyBus::StartBroker() {
     fs::create_directories(Path("run/systemd/journal"));
     m_journal = std::make_unique<Journal>(Path("run/systemd/journal/socket"));
@@ -168,7 +168,7 @@ void PolicyBus::StartBroker() {
 std::unique_ptr<ChildProcess> PolicyBus::Start(const User& user,
                                                const std::vector<std::string>& argv,
                                                const ChildProcess::Environment& environment) const {
-    // The tree of the build may stand where other users cannot look.
+    // The build tree may be in a folder that other users cannot read.
     const std::vector<std::string> mounts{BuiltProgram(".."), Path("built"), TEST_PROGRAMS,
                                           Path("tests")};
     const std::string id = std::to_string(user.id);

@@ -13,8 +13,7 @@
 
 namespace applist::test {
 
-/// Somebody who runs programs on a set. The name is known to the bus only, the number to everybody;
-/// neither needs an account on this machine.
+/// A user of a set. Only the bus knows the name. The number needs no account on this machine.
 struct User {
     std::string name;
     unsigned id;
@@ -24,22 +23,22 @@ inline const User MIDDLEWARE_USER{APPLIST_MIDDLEWARE_USER, 64102};
 inline const User STRANGER{"stranger", 64103};
 inline const User ROOT{"root", 0};
 
-/// A bus of type "system" on which rules of a policy hold, and which tells users apart. Needs root;
-/// ends with this object.
+/// A bus of type "system" that applies a policy and can distinguish users. Needs root; ends with
+/// this object.
 class PolicyBus {
 public:
-    /// What serves the bus.
+    /// The bus implementation.
     enum class Daemon { DBUS_DAEMON, DBUS_BROKER };
 
-    /// As Debian's system bus: names and calls are denied, signals and replies allowed.
+    /// Like Debian's system bus: names and calls are denied, signals and replies allowed.
     static const std::string USUAL_RULES;
-    /// Signals are denied, too, and so is receiving anything but the bus' own words and replies.
+    /// Also denies signals, and receiving anything except replies and the bus' own messages.
     static const std::string CLOSED_RULES;
-    /// As a developer's: everybody may do everything.
+    /// Like a developer's bus: everything is allowed.
     static const std::string OPEN_RULES;
 
-    /// rules hold by default; policyFile, unless empty, is read after them. A bus that does not
-    /// start fails the running test.
+    /// rules are the default policy; policyFile, if not empty, is read after them. A bus that does
+    /// not start fails the running test.
     PolicyBus(Daemon daemon, const std::string& rules, const std::string& policyFile);
     ~PolicyBus() = default;
     PolicyBus(const PolicyBus&) = delete;
@@ -47,19 +46,19 @@ public:
     PolicyBus(PolicyBus&&) = delete;
     PolicyBus& operator=(PolicyBus&&) = delete;
 
-    /// Starts a program as user, with no capability and no other group. A program of the build goes
-    /// by its file name. environment comes on top of the bus' address.
+    /// Starts a program as user, without capabilities and other groups. A program of the build is
+    /// named by its file name. environment is added to the bus' address.
     std::unique_ptr<ChildProcess> Start(const User& user, const std::vector<std::string>& argv,
                                         const ChildProcess::Environment& environment = {}) const;
 
-    /// Waits until the bus has logged that it denied sender, a unique name, at least count
-    /// messages. Returns how many it has logged, fewer than count only after PATIENCE.
+    /// Waits until the bus has logged at least count denied messages of sender, a unique name.
+    /// Returns the number logged, which is less than count only after PATIENCE.
     size_t AwaitDenials(const std::string& sender, size_t count) const;
 
-    /// A new folder that belongs to user alone.
+    /// Creates a folder that only user can access.
     std::string FolderOf(const User& user, const std::string& name) const;
 
-    /// Where started programs find what the build made beside bin/: themes, texts.
+    /// The folder in which started programs find the build's data beside bin/: themes, texts.
     std::string Share() const { return Path("built/share"); }
 
 private:
@@ -74,10 +73,11 @@ private:
     std::unique_ptr<ChildProcess> m_daemon;
 };
 
-/// Skips the running test, with the reason, unless it is run by root. Nothing else skips it.
+/// Skips the running test, with the reason, unless it runs as root. There is no other reason to
+/// skip.
 void SkipUnlessRoot();
 
-/// Such as "DbusDaemon"; part of the names of tests.
+/// The name of the implementation, such as "DbusDaemon", for the names of tests.
 std::string NameOf(PolicyBus::Daemon daemon);
 inline std::ostream& operator<<(std::ostream& out, PolicyBus::Daemon daemon) {
     return out << NameOf(daemon);

@@ -10,19 +10,19 @@
 
 namespace applist::test {
 
-/// A real dbus-daemon of the test's own, like a set's system bus, on which everybody may do
-/// everything. Ready for connections once constructed; ends with this object.
+/// A real dbus-daemon for one test, like a set's system bus but without restrictions. The bus
+/// accepts connections once constructed and ends with this object.
 class PrivateBus {
 public:
-    /// The environment variable that makes a program take a bus for the system bus.
+    /// The environment variable that makes a program use this bus as the system bus.
     static constexpr const char* ADDRESS_VARIABLE = "DBUS_SYSTEM_BUS_ADDRESS";
 
-    /// rules are elements of the daemon's configuration, such as "<deny own='a.b'/>", that follow
-    /// and so overrule what allows everything. A daemon that does not start fails the running test
-    /// and leaves the address empty.
+    /// rules are elements of the daemon's configuration, such as "<deny own='a.b'/>". They follow,
+    /// and thus override, the rule that allows everything. A daemon that does not start fails the
+    /// running test and leaves the address empty.
     explicit PrivateBus(const std::string& rules = "");
 
-    /// Where the bus listens; the value for ADDRESS_VARIABLE.
+    /// The bus' address; the value for ADDRESS_VARIABLE.
     const std::string& Address() const { return m_address; }
 
     /// The environment for a ChildProcess on this bus.
@@ -30,8 +30,7 @@ public:
 
     /// Kills the daemon, which closes every connection.
     void Stop();
-    /// Makes the daemon deaf, as one that hangs is: it keeps its connections and reads nothing from
-    /// them. Thaw() makes it go on.
+    /// Stops the daemon as if it hung: connections stay open but are not read. Thaw() resumes it.
     void Freeze() const;
     void Thaw() const;
 

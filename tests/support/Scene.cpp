@@ -24,7 +24,7 @@ std::string GroupOf(const Evas_Object* object) {
     return group != nullptr ? group : "";
 }
 
-// The toolkit complains about being asked for the members of an object that cannot have any.
+// The toolkit logs an error when asked for the members of an object that is not a group.
 bool HasMembers(const Evas_Object* object) {
     constexpr std::array<std::string_view, 7> PLAIN{"rectangle", "image", "text",   "textblock",
                                                     "line",      "vg",    "polygon"};

@@ -17,24 +17,23 @@ inline const std::string POPUP_GROUP = "elm/popup/base/default";
 inline const std::string LIST_GROUP = "elm/genlist/base/default";
 inline const std::string ROW_GROUP = "elm/genlist/item/1text_left_styleA/default";
 
-/// What the window shows now.
+/// Returns a picture of the window's current content.
 Picture Draw(Evas_Object* window);
-/// Writes and reads PNG files with the toolkit's own code; window lends its canvas. False, or a
-/// picture without pixels, where the file cannot be written or read.
+/// Write and read PNG files with the toolkit's own code on the window's canvas. On failure they
+/// return false and a picture without pixels.
 bool SavePng(Evas_Object* window, const Picture& picture, const std::filesystem::path& file);
 Picture LoadPng(Evas_Object* window, const std::filesystem::path& file);
 
-/// The visible objects on the window's canvas that draw this group of the theme, from top to
-/// bottom of the screen.
+/// The visible objects on the window's canvas that use this group of the theme, from top to bottom.
 std::vector<Evas_Object*> ObjectsOf(Evas_Object* window, const std::string& group);
-/// Where an object, and a part of it, stands.
+/// The box of an object, and of one of its parts.
 Box BoxOf(const Evas_Object* object);
 Box BoxOf(const Evas_Object* object, const char* part);
-/// Where the letters of a text part stand: a part may be larger than its text.
+/// The box of the letters in a text part, which may be smaller than the part.
 Box TextBoxOf(const Evas_Object* object, const char* part);
-/// What a text part draws, cut or not.
+/// The whole text of a text part, even if it is drawn cut.
 std::string TextOf(const Evas_Object* object, const char* part);
-/// The state that a part is in or on its way to.
+/// The state of a part, or the state to which it is changing.
 std::string StateOf(const Evas_Object* object, const char* part);
 
 }  // namespace applist::test

@@ -14,7 +14,7 @@
 namespace applist::test {
 namespace {
 
-// Written out here once more: a partner that took them from the product would follow its mistakes.
+// Not taken from the product, because the partner would repeat a mistake made there.
 constexpr const char* PREFIX = "org.vantu.JavaMW.";
 constexpr const char* INTERFACE = "org.vantu.javamw.DbusCommunication";
 
@@ -65,7 +65,7 @@ ScriptedPeer::ScriptedPeer(const std::string& address, const std::string& channe
     m_subscriptions.push_back(g_dbus_connection_signal_subscribe(
         m_connection, nullptr, INTERFACE, nullptr, nullptr, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
         OnSignal, this, nullptr));
-    // Whoever announces himself from now on must be heard.
+    // Announcements from now on must be received.
     CallDaemon("GetId", nullptr);
 }
 
@@ -73,7 +73,7 @@ ScriptedPeer::~ScriptedPeer() {
     for (const unsigned id : m_subscriptions) {
         g_dbus_connection_signal_unsubscribe(m_connection, id);
     }
-    // Fails the calls that nobody answered; their callbacks need this object.
+    // Fails the calls that are still pending, whose callbacks use this object.
     g_dbus_connection_close_sync(m_connection, nullptr, nullptr);
     EXPECT_TRUE(RunUntil([this] { return m_pending == 0; }));
     g_object_unref(m_connection);

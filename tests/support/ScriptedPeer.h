@@ -10,7 +10,7 @@
 
 namespace applist::test {
 
-/// One thing that reached a ScriptedPeer.
+/// One message that reached a ScriptedPeer.
 struct PeerEvent {
     enum Kind {
         ANNOUNCEMENT,  ///< text: the announced name without the channel's base name
@@ -20,7 +20,7 @@ struct PeerEvent {
     };
     Kind kind = ANNOUNCEMENT;
     std::string text;
-    /// The unique name it came from; empty for replies and failures.
+    /// The sender's unique name; empty for replies and failures.
     std::string sender;
     std::vector<char> bytes;
 
@@ -28,12 +28,13 @@ struct PeerEvent {
 };
 std::ostream& operator<<(std::ostream& out, const PeerEvent& event);
 
-/// The middleware's side of a channel, each step under the test's control, on a connection of its
-/// own. It hears all announcements of the other side, and every signal of the channel's interface
-/// that the bus hands it, while the default main context runs. Main thread only.
+/// The middleware's side of a channel on a separate connection; the test controls each step. It
+/// receives all announcements of the other side, and every signal of the channel's interface that
+/// the bus delivers, while the default main context runs. Main thread only.
 class ScriptedPeer {
 public:
-    /// Connects to the bus at address; a failure ends the process, for no test can go on.
+    /// Connects to the bus at address. A failure ends the process, because the tests cannot
+    /// continue.
     explicit ScriptedPeer(const std::string& address, const std::string& channel = "Applist");
     ~ScriptedPeer();
     ScriptedPeer(const ScriptedPeer&) = delete;
@@ -44,13 +45,13 @@ public:
     const std::string& UniqueName() const { return m_uniqueName; }
     GDBusConnection* Connection() const { return m_connection; }
 
-    /// Owns, releases, or does both at once with, the channel's name of that ending, such as
-    /// "_CLIENT_SYN". The bus has done it on return.
+    /// Own, release, or own and at once release the channel's name with this ending, such as
+    /// "_CLIENT_SYN". The bus has done so on return.
     void Own(const std::string& ending);
     void Release(const std::string& ending);
     void Announce(const std::string& ending);
 
-    /// Calls "Send" on an object of destination. The answer becomes an event, however late.
+    /// Calls "Send" on an object of destination. The reply becomes an event when it arrives.
     void Send(const std::string& destination, const std::string& path,
               const std::vector<char>& bytes);
     /// The same for any method and arguments.
@@ -64,13 +65,13 @@ public:
     void Notify(const std::string& destination, const std::string& path,
                 const std::vector<char>& bytes);
 
-    /// All that arrived, oldest first; without the announcements for the second.
+    /// All that arrived, oldest first. The second function omits announcements.
     const std::vector<PeerEvent>& Events() const { return m_events; }
     std::vector<PeerEvent> Traffic() const;
 
-    /// Runs the main context until the channel announced that ending, counted since the last call.
+    /// Runs the main context until the channel has announced that ending since the last call.
     [[nodiscard]] bool AwaitAnnouncement(const std::string& ending);
-    /// Runs the main context until so many things beside announcements have arrived in all.
+    /// Runs the main context until count messages other than announcements have arrived in all.
     [[nodiscard]] bool AwaitTraffic(size_t count);
 
 private:
@@ -91,7 +92,7 @@ private:
     size_t m_awaited = 0;  ///< Events that AwaitAnnouncement() has passed.
 };
 
-/// Bytes as tests write them.
+/// Formats bytes as the tests write them.
 inline std::vector<char> BytesFrom(const std::string& text) {
     return {text.begin(), text.end()};
 }

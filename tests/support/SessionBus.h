@@ -9,8 +9,8 @@
 
 namespace applist::test {
 
-/// A session bus of the test's own, set up as a desktop's: it starts the services that the data
-/// folders of its environment hold, in its environment. What they print is on the daemon's streams.
+/// A session bus for one test, set up like a desktop's. It starts the services in the data folders
+/// of its environment, with that environment. Their output appears on the daemon's streams.
 class SessionBus {
 public:
     /// A daemon that does not start fails the running test.

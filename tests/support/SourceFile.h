@@ -6,10 +6,10 @@
 
 namespace applist::test {
 
-/// Where a file of the source tree is, such as "docs/protocol.md".
+/// The path of a file in the source tree, such as "docs/protocol.md".
 std::string SourcePath(const std::string& path);
 
-/// The content of such a file. One that is not there fails the running test and is taken for empty.
+/// The content of such a file. A missing file fails the running test and counts as empty.
 std::string SourceFile(const std::string& path);
 
 }  // namespace applist::test

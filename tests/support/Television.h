@@ -14,18 +14,18 @@
 
 namespace applist::test {
 
-/// A middleware in a second process: javamw-sim, whose lines are read in order.
+/// A middleware in a child process: javamw-sim, whose output lines are read in order.
 class Middleware {
 public:
     Middleware(const std::vector<std::string>& arguments,
                const ChildProcess::Environment& environment);
 
-    /// Reads on until a line contains text; true iff one does in time. Lines before it are
-    /// skipped, the next wait starts behind it.
+    /// Reads until a line contains text; true iff one does in time. The next wait starts after that
+    /// line.
     bool Sees(const std::string& text);
-    /// The same for the event that the selection moved to the item with this id and name.
+    /// The same for the event that the item with this id and name was selected.
     bool SeesSelected(const std::string& id, const std::string& name);
-    /// All that was printed so far, for messages of failed tests.
+    /// All output so far, for failure messages.
     const std::string& Transcript() const { return m_process.Output(); }
     ChildProcess& process() { return m_process; }
 
@@ -46,30 +46,30 @@ public:
     static constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
     static constexpr uint32_t PANEL_COLOUR = 0x12161C;
 
-    /// changes come on top of what every program of the set finds in its environment.
+    /// changes are added to the environment of every program of the set.
     explicit Television(const ChildProcess::Environment& changes = {},
                         const Desktop& desktop = {"openbox", "picom"});
 
-    /// Starts the program; it is on its own from then on. wrapper precedes it on the command line.
+    /// Starts the program, without waiting for it. wrapper precedes it on the command line.
     std::unique_ptr<ChildProcess> StartApplication(const std::vector<std::string>& wrapper = {});
     std::unique_ptr<Middleware> StartMiddleware(const std::vector<std::string>& arguments);
-    /// A middleware that fills the list with the items a "Alpha", b "Bravo" and c "Charlie".
+    /// Starts a middleware that fills the list with the items a "Alpha", b "Bravo" and c "Charlie".
     std::unique_ptr<Middleware> StartMiddlewareWithThreeItems();
 
-    /// Starts both, the middleware with these lines of items.
+    /// Starts the application and a middleware with these lines of items.
     void Show(const std::string& items, const std::vector<std::string>& wrapper = {});
-    /// Both, with the list filled, on the screen and the first row selected.
+    /// Starts both and waits until the list is filled and visible and its first row is selected.
     void ShowThreeItems();
 
-    /// Waits until the window with this title gets the keys; true iff it does in time.
+    /// Waits until the window with this title has the keyboard focus; true iff it does in time.
     bool WaitForWindow(const std::string& title = LIST);
-    /// Waits until there is no such window; true iff so in time.
+    /// Waits until no window has this title; true iff that happens in time.
     bool WaitForNoWindow(const std::string& title);
-    /// Waits until a row with the focus mark stands on the screen and gets the keys, or no row has
-    /// the mark; true iff so in time.
+    /// Waits until a row with the focus mark is visible and its window has the keyboard focus, or
+    /// until no row has the mark; true iff that happens in time.
     bool WaitForFocusedRow();
     bool WaitForNoFocusedRow();
-    /// Waits until a row has the mark, whoever gets the keys.
+    /// Waits until a row has the mark, with or without the keyboard focus.
     bool WaitForFocusMark();
     /// Runs platformctl and returns its exit status.
     int Configure(const std::vector<std::string>& arguments);
@@ -77,7 +77,7 @@ public:
 
     XDisplay& screen() { return m_screen; }
     PrivateBus& systemBus() { return m_systemBus; }
-    /// Its daemon's streams hold what the programs print that it starts.
+    /// The output of the programs that it starts appears on its daemon's streams.
     SessionBus& sessionBus() { return *m_sessionBus; }
     ChildProcess& application() { return *m_application; }
     Middleware& middleware() { return *m_middleware; }

@@ -55,7 +55,7 @@ void TerminalProcess::HangUp() {
     }
 }
 
-// The read fails once nobody has the terminal open any more.
+// The read fails once the last process has closed the terminal.
 bool TerminalProcess::ReadSome(Clock::time_point deadline) {
     const auto left =
         std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());

@@ -13,8 +13,8 @@
 
 namespace applist::test {
 
-/// A program at a terminal of its own, 80 columns wide, where a test types. Killed and reaped at
-/// the end.
+/// A program on a pseudo-terminal, 80 columns wide, on which the test types. Killed and reaped by
+/// the destructor.
 class TerminalProcess {
 public:
     explicit TerminalProcess(const std::vector<std::string>& argv,
@@ -27,14 +27,14 @@ public:
 
     /// As a person types it: "\r" is Enter, "\x03" Ctrl-C.
     void Type(const std::string& keys) const;
-    /// Takes the terminal away, as the end of its window does.
+    /// Closes the terminal, as closing its window does.
     void HangUp();
-    /// All that came on the terminal so far, with its control sequences.
+    /// All output on the terminal so far, including control sequences.
     const std::string& Output() const { return m_output; }
-    /// Reads until text stands behind what was found before; true iff it does in time.
+    /// Reads until text appears after the text found last; true iff it does in time.
     bool WaitFor(const std::string& text);
-    /// Reads to the end of the program; its exit status, 128 + n after signal n, nothing if it
-    /// still runs when patience ends.
+    /// Reads until the program ends. Returns its exit status, 128 + n after signal n, or nothing if
+    /// it still runs when patience ends.
     std::optional<int> WaitForExit();
 
 private:

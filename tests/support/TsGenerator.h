@@ -13,8 +13,8 @@ namespace applist::test {
 
 using TsBytes = std::vector<uint8_t>;
 
-/// An application as a broadcaster describes it. Names are language and text, the text in the
-/// broadcast's own coding with its table byte.
+/// An application as a broadcaster describes it. Names are pairs of language and text. The text is
+/// in the broadcast's encoding and starts with the byte that selects the character table.
 struct TsApplication {
     uint32_t organisation = 0;
     uint16_t id = 0;
@@ -29,43 +29,43 @@ struct TsApplication {
 /// DataComponent is how ISDB describes data services.
 enum class Signalling { Described, EmptyDescriptor, NoDescriptor, DataComponent };
 
-/// A whole section in the long form, CRC included.
+/// Returns a whole section in the long form, CRC included.
 TsBytes TsSection(uint8_t tableId, uint16_t extension, const TsBytes& body, uint8_t version = 0,
                   uint8_t number = 0);
 
-/// section as one of several: the last of them has the number last. The CRC is made anew.
+/// Sets the section's number and the table's last section number, and recomputes the CRC.
 TsBytes TsOneOf(TsBytes section, uint8_t number, uint8_t last);
 
-/// Program numbers and the PIDs of their maps.
+/// A table of program numbers and the PIDs of their program maps.
 TsBytes TsAssociation(const std::map<uint16_t, uint16_t>& programs, uint8_t version = 0);
 
-/// Services and what they are called, in the broadcast's own coding.
+/// A table of services and their names in the broadcast's encoding.
 TsBytes TsDescription(const std::map<uint16_t, std::string>& names);
 
-/// One service with a picture and application tables on the PIDs given.
+/// The program map of a service with video and application tables on the PIDs given.
 TsBytes TsMap(uint16_t program, const std::vector<uint16_t>& applicationPids,
               Signalling signalling = Signalling::Described, uint8_t version = 0);
 
-/// type 0x0001 is DVB-J; the highest bit marks a table for trials.
+/// type 0x0001 is DVB-J; the highest bit marks a test table.
 TsBytes TsApplications(const std::vector<TsApplication>& applications, uint16_t type = 0x0001,
                        uint8_t version = 0);
 
-/// Transport over the interaction channel from an address that begins with base.
+/// Transport over the interaction channel from a URL that begins with base.
 TsBytes TsHttpTransport(uint8_t label, const std::string& base);
 
 /// One descriptor: tag, length, content.
 TsBytes TsDescriptor(uint8_t tag, const TsBytes& content);
 
-/// Puts a CRC behind bytes.
+/// Appends a CRC to bytes.
 void TsAppendCrc(TsBytes& bytes);
 
-/// A transport stream that grows section by section.
+/// A transport stream, built section by section.
 class TsGenerator {
 public:
-    /// Cuts section into packets of pid, which begin with it.
+    /// Splits section into packets of pid, starting in a new packet.
     void Add(uint16_t pid, const TsBytes& section);
 
-    /// A packet of pid with nothing but a clock reference, in ticks of 90 kHz.
+    /// Adds a packet of pid with only a clock reference, in ticks of 90 kHz.
     void AddClock(uint16_t pid, uint64_t ticks);
 
     const TsBytes& stream() const { return m_stream; }
@@ -75,8 +75,8 @@ private:
     std::map<uint16_t, uint8_t> m_counters;
 };
 
-/// stream with before and behind bytes of filling around each packet: 4 and 0 make packets of 192
-/// bytes, 0 and 16 packets of 204.
+/// Adds padding of before and behind bytes around each packet: 4 and 0 make packets of 192 bytes, 0
+/// and 16 packets of 204.
 TsBytes TsRepacked(const TsBytes& stream, size_t before, size_t behind);
 
 }  // namespace applist::test

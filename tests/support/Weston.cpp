@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* SOCKET = "wayland-set";
 
-// A television's screen: nothing on it that is not asked for, and no effects.
+// As on a television: no panel, no effects.
 constexpr const char* CONFIGURATION = R"([core]
 idle-time=0
 [shell]
@@ -55,9 +55,10 @@ Weston::Weston(Television& set)
     EXPECT_TRUE(m_screen.WaitUntil([&] {
         return m_screen.Pixel(all.CentreX() / 2, all.CentreY()) == BACKGROUND;
     })) << m_process.Errors();
-    // Weston draws the pointer where it last saw it move; in the last corner only its tip is left.
-    // It adds up the moves, of which it does not see those before it listens nor the one by which
-    // the pointer comes in: across the whole screen and back its sum is right wherever it began.
+    // Weston draws the pointer at the last position that it saw; in the bottom right corner only
+    // the tip is visible. Weston adds up relative moves and misses those before it listens and the
+    // first one onto its window. Moving across the whole screen and back makes its position correct
+    // from any start.
     EXPECT_TRUE(m_screen.WaitUntil([&] {
         m_screen.MovePointer(all.CentreX(), all.CentreY());
         m_screen.MovePointer(all.Right() - 1, all.Bottom() - 1);

@@ -10,20 +10,20 @@
 
 namespace applist::test {
 
-/// Wayland on a set: Weston, drawn over the whole of the set's X screen. What is typed, clicked and
-/// seen there is typed, clicked and seen in Weston.
+/// Weston as a Wayland compositor that covers the set's X screen. Keys and clicks on that screen
+/// reach Weston, and pictures of it show Weston's output.
 class Weston {
 public:
-    /// What everybody else on the set must be told, so that they use it.
+    /// Environment variables that make the set's other programs use Weston.
     static ChildProcess::Environment Clients();
-    /// What stands for the broadcast.
+    /// The background colour, which represents the broadcast.
     static constexpr uint32_t BACKGROUND = 0x204060;
 
-    /// The set has no window manager and Clients() in its environment. Weston has drawn its
-    /// background when the constructor returns; if it does not start, that fails the test.
+    /// The set must not have a window manager and must have Clients() in its environment. Weston
+    /// has drawn its background when the constructor returns; the test fails if it does not start.
     explicit Weston(Television& set);
 
-    /// What is seen, but for the edges at which the pointer rests.
+    /// A picture of the screen without the edges on which the pointer rests.
     Picture Grab() const;
 
 private:

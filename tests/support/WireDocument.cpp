@@ -45,7 +45,7 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
-/// Without the remark that a semicolon outside quotes begins.
+/// Removes the comment that a semicolon outside quotes begins.
 std::string_view WithoutRemark(std::string_view line) {
     bool quoted = false;
     for (size_t i = 0; i < line.size(); ++i) {
@@ -66,7 +66,7 @@ std::optional<char> HexByte(std::string_view text) {
     return static_cast<char>(std::stoi(std::string(text.substr(0, 2)), nullptr, 16));
 }
 
-/// Pairs of hexadecimal digits and quoted texts; nothing for anything else.
+/// Parses pairs of hexadecimal digits and quoted texts; returns nothing for other input.
 std::optional<std::string> BytesOf(std::string_view text) {
     std::string bytes;
     for (text = Trimmed(text); !text.empty(); text = Trimmed(text)) {
@@ -87,7 +87,7 @@ std::optional<std::string> BytesOf(std::string_view text) {
     return bytes;
 }
 
-/// Where the bracket closes that opens text; nothing when it does not.
+/// The position of the bracket that closes the one at the start of text; nothing if it is missing.
 std::optional<size_t> ClosingBracket(std::string_view text) {
     int depth = 0;
     for (size_t i = 0; i < text.size(); ++i) {
@@ -100,7 +100,7 @@ std::optional<size_t> ClosingBracket(std::string_view text) {
     return std::nullopt;
 }
 
-/// Takes "[name value]" groups off the front of text. False when one has no end.
+/// Removes "[name value]" groups from the start of text. False if a closing bracket is missing.
 bool TakeOptions(std::string_view& text, std::map<std::string, std::string>& options) {
     for (text = Trimmed(text); text.starts_with('['); text = Trimmed(text)) {
         const auto end = ClosingBracket(text);

@@ -8,7 +8,7 @@
 
 namespace applist::test {
 
-/// One line of an example: what one side does, or what the middleware then hears.
+/// One line of an example: an action of one side, or a message that the middleware then receives.
 struct WireStep {
     enum Kind {
         CALL,           ///< bytes: the whole frame; or the option "arguments" in their place
@@ -26,29 +26,29 @@ struct WireStep {
     int line = 0;
     std::string text;
     std::string bytes;
-    /// What a CALL or SIGNAL has other than the usual: "path", "interface", "member", "arguments"
+    /// Deviations of a CALL or SIGNAL from the default: "path", "interface", "member", "arguments"
     /// (a GVariant in text form).
     std::map<std::string, std::string> options;
 };
 
-/// One block of examples and the heading that it stands under.
+/// One block of examples and its heading.
 struct WireExample {
     std::string heading;
     int line = 0;
     std::vector<WireStep> steps;
 };
 
-/// The examples of docs/protocol.md, which says how they are written.
+/// The examples of docs/protocol.md, which describes their syntax.
 struct WireDocument {
     std::vector<WireExample> examples;
-    /// Lines that no reader could follow, each with its number and what is wrong.
+    /// One message for each line that cannot be parsed, with its number and the reason.
     std::vector<std::string> errors;
 };
 
-/// Takes the blocks marked "wire" out of a Markdown text. Pure; never fails.
+/// Extracts the blocks marked "wire" from a Markdown text. Pure; never fails.
 WireDocument ParseWireDocument(const std::string& text);
 
-/// The number at the end of a frame; -1 for a frame too short to have one.
+/// The message id at the end of a frame; -1 for a frame that is too short.
 long long MessageIdOf(const std::string& frame);
 
 }  // namespace applist::test

@@ -20,7 +20,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds LOOK_AGAIN{250};
 
-// Windows come and go while a test looks at them.
+// Windows can disappear while a test examines them.
 int IgnoreError(Display*, XErrorEvent*) {
     return 0;
 }
@@ -63,7 +63,7 @@ void XDisplay::StartServer() {
     m_name = ":" + output.substr(0, output.find('\n'));
 }
 
-// Xlib ends a process whose server is gone.
+// Xlib ends a process whose server has exited.
 void XDisplay::Disconnect() {
     if (m_display != nullptr) {
         XCloseDisplay(std::exchange(m_display, nullptr));
@@ -95,8 +95,8 @@ ChildProcess::Environment XDisplay::Environment() const {
 void XDisplay::StartWindowManager(const std::string& program) {
     m_windowManager =
         std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
-    // The first is set when it takes over; the second once it manages windows. One that comes in
-    // between may never get the focus.
+    // A window manager sets the first property when it takes over and the second when it manages
+    // windows. A window created in between may never receive the focus.
     if (!WaitUntil([this] {
             return HasProperty("_NET_SUPPORTING_WM_CHECK") && HasProperty("_NET_CLIENT_LIST");
         })) {
@@ -105,11 +105,10 @@ void XDisplay::StartWindowManager(const std::string& program) {
 }
 
 void XDisplay::StartCompositor(const std::string& program) {
-    // One that nobody reads and whose complaints have filled the pipe would stop, with the whole
-    // screen in its hands.
+    // Without a reader its messages would fill the pipe and block it, and the screen with it.
     m_compositor = std::make_unique<ChildProcess>(
         std::vector<std::string>{"sh", "-c", "exec \"$0\" 2>/dev/null", program}, Environment());
-    // Owning this selection is what makes a program the compositor. It also draws the screen then.
+    // The owner of this selection is the compositor, which also draws the screen.
     if (!WaitUntil([this] { return HasSelectionOwner("_NET_WM_CM_S0"); })) {
         GiveUp(program + " does not start");
     }
@@ -160,7 +159,7 @@ bool XDisplay::WaitUntil(const std::function<bool()>& condition,
         if (condition()) {
             return true;
         }
-        // The condition's own requests may have brought events in.
+        // The condition's requests may have read events.
         if (XPending(m_display) > 0) {
             continue;
         }
@@ -169,7 +168,7 @@ bool XDisplay::WaitUntil(const std::function<bool()>& condition,
         if (now >= deadline) {
             return false;
         }
-        // A compositor may paint without an event reaching us; look again now and then.
+        // A compositor may draw without an event on this connection, so check again at intervals.
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - now);
         poll(&connection, 1, static_cast<int>(std::min(left, LOOK_AGAIN).count()));
     }

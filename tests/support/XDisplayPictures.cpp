@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What the screen shows.
+// Reads the pixels of the screen.
 #include <algorithm>
 #include <memory>
 
@@ -33,7 +33,7 @@ bool XDisplay::PaintGradient() {
     if (painter.WaitForExit() != 0) {
         return false;
     }
-    // Some compositors do not look at the background again before something else has changed.
+    // Some compositors read the background again only after something else has changed.
     Cover();
     const bool covered = WaitUntil([this] { return Pixel(5, 5) == COLOUR_MASK; });
     Uncover();
