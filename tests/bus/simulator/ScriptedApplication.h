@@ -65,8 +65,9 @@ public:
         }
     }
 
-    std::vector<std::string> heard;  ///< Announcements by their suffix, and signals.
-    std::string middleware;          ///< Who made the last announcement.
+    std::vector<std::string> heard;       ///< Announcements by their suffix, and signals.
+    std::string middleware;               ///< Who made the last announcement.
+    std::vector<std::string> announcers;  ///< The sender of each announcement.
 
 private:
     void Subscribe(const char* interface, const char* member) {
@@ -94,6 +95,7 @@ private:
         if (std::string(name).starts_with(base) && *newOwner == '\0') {
             heard.push_back(name + base.size());
             middleware = oldOwner;
+            announcers.emplace_back(oldOwner);
         }
     }
 
