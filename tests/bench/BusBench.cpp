@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The channel beside the least that a program on the bus can do: both on one bus, in turns.
+// Compares the channel with a minimal program on the bus: both on one bus, in turns.
 #include <memory>
 #include <vector>
 
@@ -20,7 +20,7 @@ using test::BuiltProgram;
 using test::ChildProcess;
 using test::PrivateBus;
 
-/// A bus, a program on it that answers calls, and partners of it.
+/// A bus, a program on it that answers calls, and its partners.
 class Conversation {
 public:
     Conversation(const std::string& program, int partners)
@@ -36,7 +36,7 @@ public:
 
     Partner& first() { return *m_partners.front(); }
     const std::string& name() const { return m_name; }
-    /// Has the program tell all partners something, and waits for the last one to hear it.
+    /// Makes the program notify all partners and waits until the last one has received it.
     void Tell() {
         first().SendWithoutWaiting(m_name, {'E', 0, 0, 0});
         for (const auto& partner : m_partners) {
@@ -66,7 +66,7 @@ void Event(benchmark::State& state, const std::string& program) {
     }
 }
 
-// The whole application, a list on a screen: its loop is the toolkit's.
+// The whole application with a list on a screen, running the toolkit's main loop.
 void SendToList(benchmark::State& state) {
     Stage stage;
     ScreenWatch watch(stage.screen().Name());

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Filling the list, beside what its rule of looking items up costs alone: each item is compared
-// with all before it, by two ids fetched anew.
+// Compares filling the list with the cost of its lookup rule alone: each item is compared with all
+// earlier ones, and both ids are fetched for each comparison.
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -16,7 +16,7 @@
 namespace applist::bench {
 namespace {
 
-// As long as the middleware's ids are.
+// The length of the middleware's ids.
 std::string IdOf(int item) {
     std::string id = "application-id-of-forty-characters-00000";
     const std::string number = std::to_string(item);

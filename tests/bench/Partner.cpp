@@ -43,7 +43,7 @@ Partner::Partner(const std::string& address) {
         g_dbus_connection_signal_subscribe(m_connection, DAEMON, DAEMON, "NameOwnerChanged",
                                            nullptr, "org.vantu.JavaMW.Applist_SERVICE_SYN",
                                            G_DBUS_SIGNAL_FLAGS_NONE, cb_Announced, this, nullptr);
-    // Whoever announces itself from now on is heard.
+    // Announcements from now on are received.
     CallDaemon("GetId", nullptr);
 }
 

@@ -10,8 +10,8 @@
 
 namespace applist::bench {
 
-/// A middleware's end of the channel with as little in it as can be, so that a measure is of the
-/// other end. On a connection of its own; main thread only. What goes wrong ends the program.
+/// A minimal middleware, so that a benchmark measures the other side of the channel. Uses a
+/// separate connection; main thread only. An error ends the program.
 class Partner {
 public:
     explicit Partner(const std::string& address);
@@ -21,19 +21,19 @@ public:
     Partner(Partner&&) = delete;
     Partner& operator=(Partner&&) = delete;
 
-    /// Makes the handshake with every list on the bus. It is complete for whoever answers a call
-    /// after it: the bus keeps the order.
+    /// Completes the handshake with every list on the bus. The bus keeps the order, so it is
+    /// complete for a list that answers a later call.
     void Announce();
-    /// Waits for a list to announce itself; its unique bus name. A call that came before would find
-    /// a connection in the making, and no answer.
+    /// Waits until a list announces itself and returns its unique bus name. A call sent earlier
+    /// would not be answered.
     std::string AwaitList();
     /// Calls "Send" and waits for the answer.
     std::vector<char> Send(const std::string& destination, const std::vector<char>& bytes);
-    /// Calls "Send" and lets the answer come when it may.
+    /// Calls "Send" without waiting for the answer.
     void SendWithoutWaiting(const std::string& destination, const std::vector<char>& bytes);
-    /// Waits for so many signals since the last call of this function.
+    /// Waits for this many signals since the last call of this function.
     void AwaitSignals(size_t count);
-    /// How many signals came since AwaitSignals().
+    /// The number of signals since AwaitSignals().
     size_t signals() const { return m_signals; }
 
 private:
@@ -52,7 +52,7 @@ private:
     size_t m_signals = 0;
 };
 
-/// A call of the list: what it carries and the number of the function behind it.
+/// A frame that calls the list: the payload, then the function's number.
 std::vector<char> Frame(std::vector<char> content, int function);
 
 constexpr int GET_SELECTION = 2001;

@@ -1,9 +1,10 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// screen-bench [REPETITIONS [IDLE_SECONDS [SUBJECT [MEASURE]]]]: what a viewer waits for, of
-// applist and of what it is compared with, or of one subject, or one of start, fill, keys, rest and
-// end. Prints a JSON object on each line: measure, subject, rows, unit, samples.
+// screen-bench [REPETITIONS [IDLE_SECONDS [SUBJECT [MEASURE]]]]: measures delays that a viewer
+// notices, for applist and the programs it is compared with. SUBJECT limits it to one program,
+// MEASURE to one of start, fill, keys, rest and end. Prints a JSON object on each line: measure,
+// subject, rows, unit, samples.
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -85,7 +86,7 @@ private:
         const char* name;
         void (ScreenBench::*run)(const Subject& subject, int rows);
         std::vector<int> rows;
-        /// What only applist has: rows that come later, a key that ends it.
+        /// Only applist can do this: rows that arrive later, a key that ends it.
         bool oursOnly = false;
     };
     static const std::vector<Measure> MEASURES;
@@ -98,7 +99,7 @@ private:
         }
     }
 
-    /// Starts the subject and waits until its picture stands still.
+    /// Starts the subject and waits until its picture stops changing.
     std::unique_ptr<ChildProcess> Show(const Subject& subject, int rows) {
         m_stage.Prepare(subject, rows);
         m_watch.Forget();
@@ -134,7 +135,7 @@ private:
         return CountEdges(strip) >= ROWS_SHOWN * CountEdges(m_settled);
     }
 
-    /// When the strip changed last, before all was quiet.
+    /// The time of the strip's last change before the screen became quiet.
     Clock::time_point LastChange(Clock::time_point changed) {
         Strip last = m_watch.Grab(m_x);
         while (const auto drawn = m_watch.AwaitDamage(Clock::now() + SETTLED)) {
@@ -174,11 +175,11 @@ private:
 
     void MeasureRest(const Subject& subject, int rows) {
         const auto process = Show(subject, rows);
-        // Toolkits drop what a frame needed a while after it.
+        // Toolkits free a frame's memory some time after the frame.
         m_watch.AwaitQuiet(SETTLED);
         const long sleeps = Sleeps(process->pid());
         const long long used = ProcessorNanoseconds(process->pid());
-        // Nothing tells the end of doing nothing; the time itself is what is waited for.
+        // Measures an idle period of fixed length, without an event to wait for.
         ::sleep(static_cast<unsigned>(m_idle.count()));
         Series wakes("idle: wake-ups", subject, rows, "times");
         wakes.Add(static_cast<double>(Sleeps(process->pid()) - sleeps));
@@ -188,7 +189,8 @@ private:
         memory.Add(static_cast<double>(ResidentKilobytes(process->pid())) / 1024);
     }
 
-    /// From the reply to the call that filled an empty list, to its rows on the screen.
+    /// Measures from the reply to the call that filled an empty list until its rows are on the
+    /// screen.
     void MeasureFill(const Subject& subject, int rows) {
         Show(subject, rows).reset();
         Series shown("fill: reply to rows shown", subject, rows, "ms");

@@ -14,20 +14,20 @@ namespace applist::bench {
 
 using Clock = std::chrono::steady_clock;
 
-/// How wide a strip is: some letters, so that no two rows look the same in it.
+/// The width of a strip in pixels: a few letters, so that no two rows look the same in it.
 constexpr int STRIP_WIDTH = 48;
 
-/// The pixels of an upright strip of the screen, row by row from its top, as 0xRRGGBB.
+/// The pixels of a vertical strip of the screen, row by row from the top, as 0xRRGGBB.
 using Strip = std::vector<uint32_t>;
 
-/// How many borders of letters and boxes the strip holds: what tells a strip through rows of text
-/// from one through an empty panel, however either is coloured.
+/// The number of edges of letters and boxes in the strip. It distinguishes a strip with rows of
+/// text from an empty panel, whatever the colours.
 int CountEdges(const Strip& strip);
 
-/// Watches a display for changes at the cost of one shared-memory copy of a strip for each.
+/// Watches a display for changes. Each change costs one shared-memory copy of a strip.
 class ScreenWatch {
 public:
-    /// name is the display's, ":7". Ends the program if it cannot be watched.
+    /// name is the display's name, such as ":7". Ends the program if the display cannot be watched.
     explicit ScreenWatch(const std::string& name);
     ~ScreenWatch();
     ScreenWatch(const ScreenWatch&) = delete;
@@ -35,23 +35,24 @@ public:
     ScreenWatch(ScreenWatch&&) = delete;
     ScreenWatch& operator=(ScreenWatch&&) = delete;
 
-    /// The pixels of the strip from x on, now.
+    /// The current pixels of the strip that starts at x.
     Strip Grab(int x);
-    /// Where the strip begins that holds most edges, now.
+    /// The start of the strip that now contains the most edges.
     int BusiestStrip();
 
-    /// Waits until something is drawn; when that was reported, or nothing if until passes first.
+    /// Waits until something is drawn. Returns the time of the report, or nothing if until passes
+    /// first.
     std::optional<Clock::time_point> AwaitDamage(Clock::time_point until);
-    /// Waits until nothing has been drawn for quiet.
+    /// Waits until nothing has been drawn for the time quiet.
     void AwaitQuiet(std::chrono::milliseconds quiet);
-    /// Asks after each drawing whether what is wanted is in the strip from x on; when that drawing
-    /// was reported, or nothing if patience ends first.
+    /// Checks the strip at x with wanted after each drawing. Returns the time at which the matching
+    /// drawing was reported, or nothing if patience ends first.
     std::optional<Clock::time_point> AwaitStrip(int x,
                                                 const std::function<bool(const Strip&)>& wanted,
                                                 std::chrono::milliseconds patience);
-    /// Waits until a window leaves the screen; when.
+    /// Waits until a window leaves the screen and returns the time.
     std::optional<Clock::time_point> AwaitUnmap(std::chrono::milliseconds patience);
-    /// Forgets what was reported so far.
+    /// Discards the pending reports.
     void Forget();
 
 private:

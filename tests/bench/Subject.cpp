@@ -20,7 +20,7 @@ bool Installed(const std::string& program) {
     return ChildProcess({"sh", "-c", "command -v " + program}).WaitForExit() == 0;
 }
 
-// Sums a number that stands in a file of every thread of a process.
+// Sums a field of the given file over all threads of a process.
 template <typename Read>
 long long SumOverThreads(pid_t process, const char* file, Read read) {
     long long sum = 0;
@@ -55,7 +55,7 @@ std::string IdOf(int row) {
     return "0000000b." + std::to_string(row);
 }
 
-// Ends the program: a measure without its middleware would measure the wrong thing.
+// Ends the program, because without its middleware it would measure the wrong thing.
 [[noreturn]] void GiveUp(const char* what) {
     std::fprintf(stderr, "Stage: %s\n", what);
     std::exit(1);
@@ -103,7 +103,8 @@ ChildProcess::Environment Stage::Environment() const {
     environment["XDG_CONFIG_HOME"] = std::nullopt;
     environment["DBUS_SESSION_BUS_ADDRESS"] = std::nullopt;
     environment["LC_ALL"] = "C.UTF-8";
-    // What the others would wait for in vain here, and need not.
+    // Services that are missing here; without these settings the other programs would wait for
+    // them.
     environment["GTK_A11Y"] = "none";
     environment["NO_AT_BRIDGE"] = "1";
     environment["GSETTINGS_BACKEND"] = "memory";

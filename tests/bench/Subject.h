@@ -13,36 +13,36 @@
 
 namespace applist::bench {
 
-/// A program that shows a list, ours or one to compare it with.
+/// A program that shows a list: applist or one to compare it with.
 struct Subject {
     std::string name;
     /// Started by "sh -c"; $ROWS is the number of rows, $ITEMS a file with a name on each line.
     std::string command;
-    /// Its rows come over the bus from a middleware.
+    /// Its rows are sent over the bus by a middleware.
     bool needsMiddleware = false;
-    /// A key changes something that can be seen.
+    /// A key causes a visible change.
     bool showsKeys = true;
 };
 
-/// applist and what it is compared with, of those that are installed.
+/// applist and the programs it is compared with, as far as installed.
 std::vector<Subject> Subjects();
 
-/// A screen with a window manager and no compositor, a bus, and a set that offers the list: what
-/// every subject runs in.
+/// The environment of all subjects: a screen with a window manager and without a compositor, a bus,
+/// and a set that offers the list.
 class Stage {
 public:
     Stage();
 
-    /// Makes rows items ready for the next Start().
+    /// Prepares this many items for the next Start().
     void Prepare(const Subject& subject, int rows);
     std::unique_ptr<test::ChildProcess> Start(const Subject& subject) const;
-    /// Waits until the middleware, where there is one, has the reply to what it filled in.
+    /// Waits until the middleware, if the subject has one, has received the reply to its call.
     void AwaitFilled(const Subject& subject);
-    /// The items of the last Prepare() as a call carries them.
+    /// The items of the last Prepare() in wire format.
     std::vector<char> ItemsOnTheWire() const;
-    /// Ends the middleware that fills the list; a partner can take its place.
+    /// Ends the middleware that fills the list, so that a Partner can take its place.
     void DismissMiddleware() { m_middleware.reset(); }
-    /// What every program on the stage finds in its environment.
+    /// The environment of every program on the stage.
     test::ChildProcess::Environment Environment() const;
 
     test::XDisplay& screen() { return m_screen; }
@@ -60,11 +60,11 @@ private:
     std::string m_items;
 };
 
-/// Kilobytes of memory that a process has resident.
+/// A process' resident memory in kilobytes.
 long ResidentKilobytes(pid_t process);
-/// Nanoseconds of processor time that its threads have used, those that ended not counted.
+/// The processor time of its threads in nanoseconds, without threads that have ended.
 long long ProcessorNanoseconds(pid_t process);
-/// How often its threads have gone to sleep.
+/// How many times its threads have gone to sleep.
 long Sleeps(pid_t process);
 
 }  // namespace applist::bench

@@ -17,12 +17,12 @@ namespace {
 
 constexpr unsigned int PATIENCE_SECONDS = 30;
 
-// Of the child alone.
+// Used only in the child.
 int g_story = -1;
 pthread_t g_thread;
 
 const Plan& PlanOf(void* data) {
-    // Every callback comes on the thread of ui_app_main().
+    // Every callback must run on the thread of ui_app_main().
     if (pthread_equal(g_thread, pthread_self()) == 0) {
         Tell("(on another thread)");
     }
@@ -70,7 +70,7 @@ int Run(const Plan& plan) {
     alarm(PATIENCE_SECONDS);
     const int result = Run(plan);
     Tell(result < 0 ? "failed" : std::to_string(result));
-    // Not exit(): what the test program has set up is the parent's.
+    // Not exit(), which would run the parent's cleanup.
     _exit(::testing::Test::HasFailure() ? 1 : 0);
 }
 

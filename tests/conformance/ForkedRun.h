@@ -9,32 +9,31 @@
 
 namespace applist::test {
 
-/// What an application does in its callbacks, besides telling that they came.
+/// The actions of an application in its callbacks, besides reporting them.
 struct Plan {
-    /// What create answers.
+    /// The result of create.
     bool start = true;
     std::function<void()> inCreate = [] {};
     std::function<void()> inLaunch = [] {};
 };
 
-/// One ui_app_main() in a process of its own, since a toolkit may start once in a process. It ends
-/// after half a minute by itself.
+/// One ui_app_main() in a child process, because a toolkit may start only once in a process. The
+/// child ends itself after 30 seconds.
 class ForkedRun {
 public:
-    /// Starts. The platform is not touched in the calling process.
+    /// Starts the child. The platform is not used in the calling process.
     explicit ForkedRun(const Plan& plan);
-    /// Kills what still runs.
+    /// Kills the child if it still runs.
     ~ForkedRun();
     ForkedRun(const ForkedRun&) = delete;
     ForkedRun& operator=(const ForkedRun&) = delete;
     ForkedRun(ForkedRun&&) = delete;
     ForkedRun& operator=(ForkedRun&&) = delete;
 
-    /// Everything that happens until the end, a word each, as in "create launch terminate 0" with
-    /// the result of ui_app_main() last; "failed" stands for a negative one. Without it: the
-    /// process died.
+    /// All events until the end, one word each, such as "create launch terminate 0". The last word
+    /// is the result of ui_app_main(), "failed" if negative; it is missing if the process died.
     std::string Story();
-    /// Reads the story up to the first text of this kind; true iff it comes.
+    /// Reads events until they contain this text; true iff it arrives.
     bool Reach(const std::string& text);
 
 private:
@@ -45,7 +44,7 @@ private:
     std::string m_story;
 };
 
-/// Adds a word to the story of the process that this is called in.
+/// Adds a word to the events of the calling child process.
 void Tell(const std::string& word);
 
 }  // namespace applist::test

@@ -1,7 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// app.h: what runs on the loop, and what ends it. The fakes have none.
+// app.h: sources that the main loop must run, and ways to end it. Not for the fakes, which do not
+// have a loop.
 #include <Elementary.h>
 #include <csignal>
 #include <unistd.h>
@@ -35,7 +36,7 @@ Eina_Bool EndFromToolkit(void* /*data*/) {
     return ECORE_CALLBACK_CANCEL;
 }
 
-// Without this no call of the middleware is ever answered.
+// Without this the application cannot answer calls of the middleware.
 TEST_F(Loop, DispatchesGlibsDefaultMainContext) {
     EXPECT_EQ(Of({.inLaunch = [] { g_idle_add(EndFromGlib, nullptr); }}),
               "create launch glib terminate 0");
@@ -48,7 +49,7 @@ TEST_F(Loop, RunsTheToolkitsTimers) {
               "create launch toolkit terminate 0");
 }
 
-// A system bus that goes away raises SIGTERM in the bus library.
+// The bus library raises SIGTERM when the system bus disappears.
 TEST_F(Loop, EndsWellAtASignal) {
     EXPECT_EQ(Of({.inLaunch = [] { kill(getpid(), SIGTERM); }}), "create launch terminate 0");
     EXPECT_EQ(Of({.inLaunch = [] { kill(getpid(), SIGINT); }}), "create launch terminate 0");
@@ -67,7 +68,7 @@ TEST_F(Loop, BringsTheLaunchOfASecondStartToTheFirst) {
     EXPECT_EQ(first.Story(), "create launch launch terminate 0");
 }
 
-// What the program asks of the theme by name; the toolkit takes another style without a word.
+// The style names that the program uses. The toolkit replaces a missing style without an error.
 TEST_F(Loop, HasTheStylesOfTheListInItsTheme) {
     const auto lookUp = [] {
         for (const char* group : {"elm/genlist/item/1text_left_styleA/default",

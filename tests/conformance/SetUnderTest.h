@@ -7,8 +7,8 @@
 
 namespace applist::test {
 
-/// What the conformance test needs of a set besides the functions under test: something to read.
-/// Each port has one source file that implements it and MakeSet(); docs/porting.md tells how.
+/// Provides settings and factory items for the functions under test. Each port has one source file
+/// that implements it and MakeSet(); docs/porting.md describes how.
 class SetUnderTest {
 public:
     SetUnderTest() = default;
@@ -18,15 +18,15 @@ public:
     SetUnderTest(SetUnderTest&&) = delete;
     SetUnderTest& operator=(SetUnderTest&&) = delete;
 
-    /// From now on the settings have this value under key.
+    /// Stores the value under key in the settings.
     virtual void HoldBool(const std::string& key, bool value) = 0;
     virtual void HoldInt(const std::string& key, int value) = 0;
-    /// From now on the factory item with this id is this number.
+    /// Stores the number as the factory item with this id.
     virtual void HoldFactoryItem(int id, int value) = 0;
 };
 
-/// A set without any settings, without factory item 194, and without an application that runs;
-/// called once for each test, before anything of the platform is. It leaves with the object.
+/// A set without settings, without factory item 194 and without running applications. Called once
+/// for each test, before any function of the platform. The set is removed with the object.
 std::unique_ptr<SetUnderTest> MakeSet();
 
 }  // namespace applist::test

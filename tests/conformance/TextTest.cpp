@@ -12,7 +12,7 @@
 namespace applist::test {
 namespace {
 
-// All that the program asks for.
+// All message ids that the program uses.
 constexpr const char* IDS[] = {"TV_DATA_SERVICE_LIST", "SID_DATA_SERVICE_IS_NOT_PROVIDED",
                                "TV_SID_NOT_AVAILABLE_AUTO_RUN_DATA_MSG", "SID_NOT_AVAILABLE"};
 

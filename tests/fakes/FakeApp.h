@@ -8,30 +8,30 @@
 
 #include "app.h"
 
-/// The application framework as a recorder. Linking it provides ui_app_main(), ui_app_exit() and
-/// app_get_preinitialized_window(). Each exit is also noted in the history of FakePlatformLog, as
-/// "ui_app_exit".
+/// Records the calls of the application framework. Linking it provides ui_app_main(), ui_app_exit()
+/// and app_get_preinitialized_window(). Each exit is also noted in the history of FakePlatformLog,
+/// as "ui_app_exit".
 namespace applist::test {
 
 struct FakeApp {
-    /// How often ui_app_exit() was called.
+    /// The number of calls of ui_app_exit().
     int exits = 0;
-    /// The names under which app_get_preinitialized_window() was asked.
+    /// The names passed to app_get_preinitialized_window().
     std::vector<std::string> windowRequests;
-    /// What app_get_preinitialized_window() answers.
+    /// The result of app_get_preinitialized_window().
     Evas_Object* preinitializedWindow = nullptr;
     /// The tables, user data and last arguments that ui_app_main() received.
     std::vector<ui_app_callbacks> runs;
     std::vector<void*> userData;
     int argc = -1;
     char** argv = nullptr;
-    /// What happens within ui_app_main(), which calls nothing by itself.
+    /// Called by ui_app_main(), which calls nothing else.
     std::function<void(const ui_app_callbacks&, void*)> life = [](const auto&, void*) {};
-    /// What ui_app_main() returns.
+    /// The result of ui_app_main().
     int result = 0;
 };
 
-/// The one framework of the process; tests assign FakeApp{} to start afresh.
+/// The one framework of the process; tests assign FakeApp{} to reset it.
 FakeApp& TheApp();
 
 }  // namespace applist::test

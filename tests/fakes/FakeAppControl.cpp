@@ -11,7 +11,7 @@ struct app_control_s {};
 namespace applist::test {
 namespace {
 
-// The one request that there ever is: its address is all that callers see.
+// The only request. Callers use nothing but its address.
 app_control_s theRequest;
 
 int Record(app_control_h request, const std::string& call, int result = APP_CONTROL_ERROR_NONE) {

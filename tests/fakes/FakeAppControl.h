@@ -6,7 +6,7 @@
 
 #include "app_control.h"
 
-/// Launch requests as a history. Linking it provides the functions of app_control.h.
+/// Records launch requests. Linking it provides the functions of app_control.h.
 ///
 /// Each call is noted in the history of FakePlatformLog with its arguments: "create",
 /// "add text=Hello", "app id org.vantu.x", "send", "send with reply", "destroy". A call with a
@@ -14,16 +14,16 @@
 namespace applist::test {
 
 struct FakeAppControl {
-    /// What app_control_create() and app_control_send_launch_request() return.
+    /// The results of app_control_create() and app_control_send_launch_request().
     int createResult = APP_CONTROL_ERROR_NONE;
     int sendResult = APP_CONTROL_ERROR_NONE;
-    /// Requests made and not ended.
+    /// Requests created and not yet destroyed.
     int alive = 0;
-    /// The application that the request names; without one it cannot be sent.
+    /// The application id of the request; without it the request cannot be sent.
     std::string appId;
 };
 
-/// The one launcher of the process; tests assign FakeAppControl{} to start afresh.
+/// The one launcher of the process; tests assign FakeAppControl{} to reset it.
 FakeAppControl& TheAppControl();
 
 }  // namespace applist::test

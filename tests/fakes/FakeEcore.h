@@ -8,33 +8,33 @@
 #include <string>
 #include <vector>
 
-/// Timers and event handlers without a loop, over a clock that the test moves. Linking it provides
-/// ecore_timer_add(), _reset(), _del(), ecore_event_handler_add(), _del() and ECORE_EVENT_KEY_UP
-/// and _DOWN.
+/// Timers and event handlers without a main loop, with a clock that the test advances. Linking it
+/// provides ecore_timer_add(), _reset(), _del(), ecore_event_handler_add(), _del() and
+/// ECORE_EVENT_KEY_UP and _DOWN.
 namespace applist::test {
 
 class FakeEcore {
 public:
     /// Every call, oldest first: "ecore_timer_add(65)", "ecore_timer_reset(null)".
     std::vector<std::string> history;
-    /// Called with each entry of the history as it is made.
+    /// Called with each entry of the history when it is added.
     std::function<void(const std::string&)> onCall = [](const std::string&) {};
     /// The next registration of the kind returns null.
     bool failTimer = false;
     bool failHandler = false;
 
-    /// Lets time pass; a timer that comes due is called, and again until it ends.
+    /// Advances the clock and calls each timer when it is due, repeatedly until it ends.
     void Advance(double seconds);
-    /// Delivers a key event to the handlers of its type; the result is the last handler's, and
-    /// ECORE_CALLBACK_PASS_ON where there is none.
+    /// Delivers a key event to the handlers of its type. Returns the last handler's result, or
+    /// ECORE_CALLBACK_PASS_ON without a handler.
     Eina_Bool Send(int type, const char* keyname, const char* key);
-    /// A key released whose keyname is its key.
+    /// Delivers a key release whose keyname equals its key.
     Eina_Bool Release(const char* key) { return Send(ECORE_EVENT_KEY_UP, key, key); }
 
     bool HasTimer() const { return m_timer.function != nullptr; }
     bool HasHandler() const { return m_handler.function != nullptr; }
 
-    // What the replaced functions do.
+    // The implementations of the replaced functions.
     Ecore_Timer* AddTimer(double interval, Ecore_Task_Cb function, const void* data);
     void ResetTimer(Ecore_Timer* timer);
     void* DeleteTimer(Ecore_Timer* timer);
@@ -60,7 +60,7 @@ private:
     Handler m_handler;
 };
 
-/// The one loop of the process; tests assign FakeEcore{} to start afresh.
+/// The one loop of the process; tests assign FakeEcore{} to reset it.
 FakeEcore& TheEcore();
 
 }  // namespace applist::test

@@ -6,8 +6,8 @@
 
 namespace applist::test {
 
-// What the service may write for one item; a caller with a smaller buffer does not survive it. Not
-// the constant that callers take the size from.
+// The most that the service may write for one item; a smaller buffer overflows. Deliberately not
+// the constant from which callers take the size.
 constexpr size_t ITEM_SIZE = 1008;
 
 FakeFactoryData& TheFactoryData() {

@@ -7,12 +7,12 @@
 
 #include "factory_data.h"
 
-/// The factory-data service as a script. Linking it provides GetDataDirect().
+/// Plays the factory-data service from a script. Linking it provides GetDataDirect().
 namespace applist::test {
 
 struct FakeFactoryData {
-    /// One answer of the service. The value reaches the caller with any status, in the first word
-    /// of an item that fills the whole buffer.
+    /// One answer of the service. The value is written with any status, into the first word of an
+    /// item that fills the whole buffer.
     struct Answer {
         int status = FACTORY_DATA_INTEGER;
         int value = 0;
@@ -23,17 +23,17 @@ struct FakeFactoryData {
         void* buffer;
     };
 
-    /// What the next reads give, in order; the last answer stays. None at all: status -1, and the
-    /// buffer is left as it was.
+    /// The answers to the next reads, in order; the last one is repeated. If empty, reads return -1
+    /// and do not change the buffer.
     std::deque<Answer> answers;
     /// Every read, oldest first.
     std::vector<Read> reads;
 
-    /// The item is there and holds value.
+    /// Makes reads succeed with value.
     void Hold(int value) { answers = {{FACTORY_DATA_INTEGER, value}}; }
 };
 
-/// The one service of the process; tests assign FakeFactoryData{} to start afresh.
+/// The one service of the process; tests assign FakeFactoryData{} to reset it.
 FakeFactoryData& TheFactoryData();
 
 }  // namespace applist::test

@@ -7,10 +7,10 @@
 
 #include "list_focus.h"
 
-/// Rows that were to have the focus, as a history. Linking it provides list_focus_set().
+/// Records the rows that were asked to take the focus. Linking it provides list_focus_set().
 namespace applist::test {
 
-/// Every list and row so far, oldest first; tests clear it to start afresh.
+/// Every list and row so far, oldest first; tests clear it.
 std::vector<std::pair<Evas_Object*, Elm_Object_Item*>>& FocusedRows();
 
 }  // namespace applist::test

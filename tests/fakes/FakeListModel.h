@@ -11,25 +11,25 @@
 
 namespace applist::test {
 
-/// A model without rules: it holds what the test puts into it, notifies its listeners when told to
-/// and keeps the calls that it received.
+/// A model without logic: it holds the items that the test sets, notifies its listeners when the
+/// test asks, and records the calls that it receives.
 class FakeListModel : public AppListModel {
 public:
-    /// What GetAllItems() and GetSelection() answer. SetSelection() takes any item.
+    /// The results of GetAllItems() and GetSelection(). SetSelection() accepts any item.
     std::vector<AppListItem*> items;
     AppListItem* selection = &nothing;
 
     /// Every call, oldest first: "GetAllItems", "SetSelection(id)". Registrations name the
     /// listener only by kind: "AddItemSelectionListener".
     std::vector<std::string> history;
-    /// Called with each entry of the history as it is made.
+    /// Called with each entry of the history when it is added.
     std::function<void(const std::string&)> onCall = [](const std::string&) {};
     std::vector<ItemSelectionListener*> selectionListeners;
     std::vector<ItemChangeListener*> changeListeners;
 
-    /// Puts the items in, selects one and announces it, as a model does.
+    /// Sets the items, selects one and notifies the listeners, as a model does.
     void Show(const std::vector<AppListItem*>& newItems, AppListItem* newSelection);
-    /// Selects the item and announces it.
+    /// Selects the item and notifies the listeners.
     void Select(AppListItem* item);
 
     void SetSelection(AppListItem* item) override;

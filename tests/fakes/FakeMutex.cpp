@@ -7,7 +7,7 @@
 namespace applist::test {
 namespace {
 
-// The test framework has mutexes, too: only those initialised since the start are recorded.
+// Only mutexes initialised since the start are recorded, because the test framework has some, too.
 bool IsRecorded(const pthread_mutex_t* mutex) {
     const auto& alive = TheMutexes().alive;
     return std::find(alive.begin(), alive.end(), mutex) != alive.end();

@@ -6,21 +6,21 @@
 #include <string>
 #include <vector>
 
-/// The mutexes of the code under test as a history. Linking it sends the calls of
+/// Records the mutex calls of the code under test. Linking it routes the calls of
 /// pthread_mutex_init(), _destroy(), _lock(), _trylock() and _unlock() in the test program through
-/// the recorder, which passes them on.
+/// the recorder, which forwards them.
 namespace applist::test {
 
 struct FakeMutex {
-    /// Every call for a mutex that was initialised since the last start, oldest first: "init",
-    /// "init with attributes", "lock", "trylock", "unlock", "destroy".
+    /// Every call on a mutex that was initialised since the last start, oldest first: "init", "init
+    /// with attributes", "lock", "trylock", "unlock", "destroy".
     std::vector<std::string> calls;
-    /// The mutexes that exist, and how many of these are locked.
+    /// The number of existing mutexes, and how many of them are locked.
     std::vector<const pthread_mutex_t*> alive;
     int held = 0;
 };
 
-/// The one recorder of the process; tests assign FakeMutex{} to start afresh. Single thread only.
+/// The one recorder of the process; tests assign FakeMutex{} to reset it. Single thread only.
 FakeMutex& TheMutexes();
 
 }  // namespace applist::test

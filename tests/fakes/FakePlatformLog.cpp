@@ -102,7 +102,7 @@ extern "C" int __dlog_print(int log_id, int priority, const char* tag, const cha
     va_start(arguments, format);
     const std::string text = applist::test::Format(format, arguments);
     va_end(arguments);
-    // The platform's log takes lines from any thread.
+    // The platform's log may be called from any thread.
     static std::mutex mutex;
     const std::lock_guard lock(mutex);
     Lines().push_back(applist::test::Parse(priority, text));

@@ -6,16 +6,15 @@
 #include <string>
 #include <vector>
 
-/// A platform log that keeps what is written, for tests to assert on. Linking it provides
-/// __dlog_print().
+/// A platform log that stores its lines for assertions. Linking it provides __dlog_print().
 namespace applist::test {
 
-/// One written line, taken apart.
+/// One parsed line.
 struct LogLine {
     int priority = 0;
-    /// What follows the position prefix, line ends included.
+    /// The text after the position prefix, line ends included.
     std::string message;
-    /// From the prefix.
+    /// Read from the position prefix.
     std::string file;
     std::string function;
 
@@ -27,8 +26,8 @@ struct LogLine {
 };
 std::ostream& operator<<(std::ostream& out, const LogLine& line);
 
-/// Builders for expectations. A line that names its function matches only if that function wrote
-/// it.
+/// Builders for expected lines. If a function is given, only a line written by that function
+/// matches.
 LogLine Debug(std::string message, std::string function = "");
 LogLine Info(std::string message, std::string function = "");
 LogLine Error(std::string message, std::string function = "");
@@ -37,13 +36,13 @@ LogLine Event(std::string event);
 /// All lines since the last ClearLog(), oldest first. A line with a wrong tag, log id or prefix
 /// fails the running test where it is written.
 const std::vector<LogLine>& Log();
-/// The messages alone, any priority.
+/// Only the messages, of any priority.
 std::vector<std::string> LogMessages();
-/// The functions that wrote the lines, one for each line; events are left out.
+/// The name of the function that wrote each line. Events are omitted.
 std::vector<std::string> LogFunctions();
 void ClearLog();
-/// Puts an event of the test's own behind the lines so far, for the order between the two. Fakes
-/// that take part in such an order note what is done to them.
+/// Appends a test's own event to the recorded lines, so that a test can check the order of both.
+/// Fakes note their calls here for the same reason.
 void Note(std::string event);
 
 }  // namespace applist::test

@@ -7,17 +7,17 @@
 
 #include <sys/types.h>
 
-/// Sleep that takes no time. Linking it provides usleep() in place of the C library's.
+/// Replaces the C library's usleep() by one that returns at once.
 namespace applist::test {
 
 struct FakeSleep {
     /// Every pause in microseconds, oldest first.
     std::vector<useconds_t> pauses;
-    /// Called during each pause, for what happens meanwhile.
+    /// Called during each pause, so that a test can change the state during it.
     std::function<void()> meanwhile;
 };
 
-/// The one clock of the process; tests assign FakeSleep{} to start afresh.
+/// The one clock of the process; tests assign FakeSleep{} to reset it.
 FakeSleep& TheSleep();
 
 }  // namespace applist::test

@@ -4,11 +4,11 @@
 
 #include <string>
 
-/// A catalogue that knows every id: capitals, digits and underscores. Linking it provides
-/// i18n_get_text().
+/// A message catalogue that contains every id of capitals, digits and underscores. Linking it
+/// provides i18n_get_text().
 namespace applist::test {
 
-/// The text that i18n_get_text() gives for an id: visibly not the id itself.
+/// The text that i18n_get_text() returns for an id. It differs from the id.
 inline std::string TranslationOf(const std::string& messageId) {
     return "translated(" + messageId + ")";
 }

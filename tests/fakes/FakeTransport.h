@@ -9,37 +9,37 @@
 
 #include "ipc/javamw-dbus-local.h"
 
-/// The channel to the middleware without a bus. Linking it provides JavaMWDbusLocal, all but the
-/// callbacks for GIO, which nobody calls here.
+/// The channel to the middleware without a bus. Linking it provides JavaMWDbusLocal except for its
+/// GIO callbacks, which are not called here.
 ///
-/// Tests play the bus: they call the hooks of the live transport. Construction, destruction and
-/// each notification are also noted in the history of FakePlatformLog, as "transport created:
+/// Tests take the bus' role by calling the hooks of the live transport. Construction, destruction
+/// and each notification are also noted in the history of FakePlatformLog, as "transport created:
 /// NAME", "transport destroyed" and "notify WHOM: BYTES".
 namespace applist::test {
 
 struct SentNotification {
     std::vector<char> bytes;
-    /// Nothing when it went to all partners.
+    /// Not set if the notification was sent to all partners.
     std::optional<std::string> partner;
 
     bool operator==(const SentNotification&) const = default;
 };
 
 struct FakeTransport {
-    /// The transport built last, null once it is destroyed.
+    /// The transport created last; null after its destruction.
     JavaMWDbusLocal* live = nullptr;
-    /// The channel name that it was given.
+    /// The channel name passed to its constructor.
     std::string name;
-    /// Whom IsConnectionReady() confirms.
+    /// The partners for which IsConnectionReady() returns true.
     std::set<std::string> connected;
     /// Oldest first.
     std::vector<SentNotification> sent;
 };
 
-/// The one transport of the process; tests assign FakeTransport{} to start afresh.
+/// The one transport of the process; tests assign FakeTransport{} to reset it.
 FakeTransport& TheTransport();
 
-/// The history's form of bytes: "01 00 ff".
+/// Formats bytes as the history does: "01 00 ff".
 std::string ToHex(const std::vector<char>& bytes);
 
 }  // namespace applist::test

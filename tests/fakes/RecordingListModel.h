@@ -10,16 +10,16 @@
 
 namespace applist::test {
 
-/// Stands where calls are passed on to a model: notes each in the history of FakePlatformLog,
-/// between what others do, keeps its arguments and answers what a test set. It tells nobody
-/// anything; for a model that its listeners hear of see FakeListModel.
+/// A model for tests of classes that forward calls. It notes each call in the history of
+/// FakePlatformLog, so that the order relative to other events can be checked, stores the arguments
+/// and returns what the test has set. It does not notify listeners; FakeListModel does.
 class RecordingListModel : public AppListModel {
 public:
-    /// The answers.
+    /// The results of the calls.
     AppListItem* selection = nullptr;
     std::vector<AppListItem*> items;
     int count = 0;
-    /// The arguments that came last.
+    /// The last arguments.
     AppListItem* item = nullptr;
     AppListItem* newItem = nullptr;
     std::vector<AppListItem*> added;

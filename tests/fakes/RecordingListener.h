@@ -10,8 +10,9 @@
 
 namespace applist::test {
 
-/// What a model shows to someone who asks: "[a b*]", the ids in list order, the selected object
-/// starred. A selection that is not in the list follows as "[a] ~b", an empty one as nothing.
+/// The state of a model as text: "[a b*]", the ids in list order with a star after the selected
+/// object. A selection that is not in the list is appended as "[a] ~b"; an empty selection is not
+/// shown.
 inline std::string StateOf(AppListModel* model) {
     AppListItem* selection = model->GetSelection();
     std::string ids;
@@ -26,15 +27,15 @@ inline std::string StateOf(AppListModel* model) {
     return "[" + ids + "]" + (selectionListed || stray.empty() ? "" : " ~" + stray);
 }
 
-/// Hears everything that a model reports and notes it in the history of FakePlatformLog together
-/// with what the model shows at that moment: "NAME changed [a b*]".
+/// Receives all events of a model and notes each in the history of FakePlatformLog with the model's
+/// state at that moment: "NAME changed [a b*]".
 class RecordingListener : public ItemSelectionListener,
                           public ItemChangeListener,
                           public ItemClickListener {
 public:
     explicit RecordingListener(std::string name) : m_name(std::move(name)) {}
 
-    /// Registers it for all three kinds.
+    /// Registers it for all three kinds of events.
     void ListenTo(AppListModel& model) {
         model.AddItemSelectionListener(this);
         model.AddItemChangeListener(this);

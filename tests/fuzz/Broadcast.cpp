@@ -20,7 +20,7 @@ namespace {
 using sim::Broadcast;
 using sim::Items;
 
-// As large as a section can hold.
+// The most that a section can hold.
 constexpr size_t MAX_BODY = 4000;
 
 sim::ByteSpan Span(std::string_view bytes) {
@@ -48,23 +48,23 @@ bool Leads(const Items& shown, const Items& wanted) {
 
 std::string Check(const Broadcast& broadcast) {
     if (broadcast.snapshots.empty()) {
-        return "a broadcast without a moment";
+        return "a broadcast without a snapshot";
     }
     Items shown;
     for (const sim::Snapshot& snapshot : broadcast.snapshots) {
         const Items items = sim::OfferedItems(snapshot, {{}, {"ita"}, true});
         if (LooksAlike(items)) {
-            return "two items look alike, or one has no name";
+            return "two items have the same name and id, or one has an empty name";
         }
         if (!Leads(shown, items)) {
-            return "an update leads to another list";
+            return "an update gives a list other than the wanted one";
         }
         shown = items;
     }
     const auto list = sim::ListApplications(broadcast, {});
     const bool readable = IsUtf8(sim::FormatTable(list)) && IsUtf8(sim::FormatJson(list)) &&
                           IsUtf8(sim::FormatCsv(list));
-    return readable ? "" : "an application is listed in bytes that are no UTF-8";
+    return readable ? "" : "an application is listed in bytes that are not UTF-8";
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 #include "fuzz/Properties.h"
 
-/// What libFuzzer calls. FUZZED_PROPERTY is the check of this program.
+/// libFuzzer's entry point. FUZZED_PROPERTY is the check of this program.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const std::string broken = applist::test::FUZZED_PROPERTY(bytes);

@@ -6,46 +6,47 @@
 #include <string_view>
 #include <vector>
 
-/// What must hold for any bytes. Each check returns the first property that does not, in words, or
-/// an empty string; memory errors are the sanitizers' to find.
+/// Properties that must hold for any bytes. Each check returns a description of the first violated
+/// property, or an empty string. The sanitizers detect memory errors.
 namespace applist::test {
 
-/// Reads items from bytes until a read fails: what was read, written again, is how bytes begin,
-/// and the failed read changed nothing.
+/// Reads items from bytes until a read fails. The items written again must equal the start of
+/// bytes, and the failed read must not change its item.
 std::string CheckItemStream(std::string_view bytes);
 
-/// Takes bytes for one frame: id and payload reach the handler whole, too short a frame nobody.
+/// Treats bytes as one frame. Id and payload must reach the handler unchanged; a frame that is too
+/// short must not reach it.
 std::string CheckAdapterFrame(std::string_view bytes);
 
-/// Takes bytes for a session of remote calls and local actions (see SessionStep), with a view that
-/// holds on to what it saw: list, selection and responses agree after each step.
+/// Treats bytes as a session of remote calls and local actions (see SessionStep), with a view that
+/// keeps the items it has read. List, selection and responses must agree after each step.
 std::string CheckRemoteProtocol(std::string_view bytes);
 
-/// Takes bytes for a recording or a capture of a bus: what can be read can be written and read back
-/// without a difference, what cannot is refused with a reason.
+/// Treats bytes as a recording or a capture of a bus. A readable one must be the same after it was
+/// written and read back; an unreadable one must be refused with a reason.
 std::string CheckRecordedTraffic(std::string_view bytes);
 
-/// Takes bytes for a file of the set's settings and for one setting's text: what can be read can be
-/// changed, value by value, without becoming unreadable and without touching the other values.
+/// Treats bytes as a file of the set's settings and as the text of one setting. Changing a value of
+/// a readable file must leave it readable and the other values unchanged.
 std::string CheckSettingsFile(std::string_view bytes);
 
-/// Takes bytes for a scenario of the middleware's double: each line is a statement that its own
-/// text means again, an error inside that line, or nothing.
+/// Treats bytes as a scenario of the simulated middleware. Each line must give a statement whose
+/// text parses to the same statement, an error inside that line, or nothing.
 std::string CheckScenario(std::string_view bytes);
 
-/// Takes bytes for a recorded transport stream, for sections back to back, for the body of a table
-/// (in a section whose length and CRC are right) and for applications in XML: whatever comes out
-/// makes lists without look-alikes, updates that lead from each to the next, and text in UTF-8.
+/// Treats bytes as a recorded transport stream, as consecutive sections, as the body of a table (in
+/// a section with correct length and CRC) and as applications in XML. The resulting lists must not
+/// contain duplicates, each update must lead to the next list, and texts must be UTF-8.
 std::string CheckBroadcastStream(std::string_view bytes);
 std::string CheckSectionFile(std::string_view bytes);
 std::string CheckTableBody(std::string_view bytes);
 std::string CheckApplicationXml(std::string_view bytes);
 
 /// One step of a session: the action's number, the payload's length in one byte, the payload.
-/// 0 to 10 are the functions 1999 to 2009; others are the viewer's selections and clicks.
+/// Actions 0 to 10 are the functions 1999 to 2009; others are the viewer's selections and clicks.
 std::string SessionStep(int action, const std::string& payload);
 
-// Where a fuzzer may begin.
+// The fuzzers' start inputs.
 std::vector<std::string> ItemStreamSeeds();
 std::vector<std::string> AdapterFrameSeeds();
 std::vector<std::string> RecordedTrafficSeeds();
@@ -57,9 +58,9 @@ std::vector<std::string> SectionFileSeeds();
 std::vector<std::string> TableBodySeeds();
 std::vector<std::string> ApplicationXmlSeeds();
 
-/// What long runs of a fuzzer have found, each of which takes the code another way: of those that
-/// face what comes from other processes and files, "item_stream", "adapter_frame",
-/// "remote_protocol" and "settings_file". Nothing for others.
+/// Inputs found in long fuzzing runs; each takes another path through the code. They exist for the
+/// fuzzers of data from other processes and files: "item_stream", "adapter_frame",
+/// "remote_protocol" and "settings_file". Empty for other names.
 std::vector<std::string> Corpus(const std::string& fuzzer);
 
 }  // namespace applist::test

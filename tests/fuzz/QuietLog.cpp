@@ -6,8 +6,8 @@
 #include "fakes/FakePlatformLog.h"
 #include "platform_log.h"
 
-// A log that formats every line, since that reads the arguments, and keeps nothing: a fuzzer writes
-// millions.
+// A log that formats every line, so that the arguments are read, and discards it, because a fuzzer
+// writes millions.
 
 extern "C" int __dlog_print(int /*log_id*/, int /*priority*/, const char* /*tag*/,
                             const char* format, ...) {
@@ -21,7 +21,7 @@ extern "C" int __dlog_print(int /*log_id*/, int /*priority*/, const char* /*tag*
 
 namespace applist::test {
 
-// The fake's signature.
+// The signature must match the fake's.
 void Note(std::string /*event*/) {}  // NOLINT(performance-unnecessary-value-param)
 
 }  // namespace applist::test

@@ -40,10 +40,10 @@ std::string CheckRecordedTraffic(std::string_view bytes) {
     }
     const auto again = sim::ParseRecording(TextOf(*read));
     if (!again) {
-        return "what was read cannot be read back: " + again.error();
+        return "the written recording cannot be read: " + again.error();
     }
     if (TextOf(*again) != TextOf(*read)) {
-        return "what was read reads back as something else";
+        return "the recording differs after writing and reading";
     }
     return Compare(StepsOf(*read, false), StepsOf(*again, false), 0).empty()
                ? ""

@@ -33,8 +33,8 @@ std::string WireForm(AppListItem* item) {
     return Number(name.size()) + name + Number(id.size()) + id;
 }
 
-/// Reads, during each event, the items of the last one before it takes the new ones, as rows of
-/// the screen are read until they are replaced.
+/// Reads the previous items on each event before it takes the new ones, as the screen reads its
+/// rows until they are replaced.
 class RowsOnScreen : public ItemSelectionListener,
                      public ItemChangeListener,
                      public ItemClickListener {
@@ -54,7 +54,7 @@ private:
     std::string m_read;
 };
 
-/// One application with a view, played by a session's steps.
+/// One application with a view, driven by the steps of a session.
 class Session {
 public:
     Session() {

@@ -18,8 +18,8 @@ void ExpectToHold(Property property, const std::string& bytes) {
     ClearLog();
 }
 
-/// The seeds, each cut at every place, and each with one byte changed to the values that lengths
-/// and signs turn on.
+/// Each seed, cut at every position, and with each byte replaced by the boundary values of lengths
+/// and signs.
 void ExpectToHoldAround(Property property, const std::vector<std::string>& seeds) {
     for (const std::string& seed : seeds) {
         ExpectToHold(property, seed);

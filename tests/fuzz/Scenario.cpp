@@ -23,14 +23,14 @@ bool IsInside(const sim::ScenarioError& error, const std::vector<std::string_vie
            error.column <= lines[error.line - 1].size() + 1 && !error.message.empty();
 }
 
-// What is kept of a statement is all of it.
+// True if the statement's text parses to the same statement.
 bool ReadsBack(const sim::Statement& statement) {
     const auto again = sim::ParseStatement(statement.text, statement.line);
     return again.statement && again.statement->text == statement.text &&
            again.statement->action.index() == statement.action.index();
 }
 
-// Large frames are made of the same few bytes; they only take time.
+// Large frames are skipped: they repeat the same few bytes and only take time.
 bool HasItsSize(const sim::Statement& statement) {
     constexpr size_t SMALL = 4096;
     const auto* send = std::get_if<sim::Send>(&statement.action);

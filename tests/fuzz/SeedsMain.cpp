@@ -26,7 +26,7 @@ bool Write(const std::filesystem::path& folder, std::vector<std::string> seeds) 
 
 }  // namespace
 
-/// Writes the seeds and the corpus of each fuzzer to a folder of its own in the folder named.
+/// Writes the seeds and the corpus of each fuzzer to a subfolder of the given folder.
 int main(int argc, char** argv) {
     if (argc != 2) {
         std::cerr << "usage: fuzz_seeds FOLDER\n";

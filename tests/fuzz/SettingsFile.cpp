@@ -37,7 +37,7 @@ bool ReadsBack(std::string_view text) {
     return !setting || Decode(Encode(*setting)) == setting;
 }
 
-/// Changes one value after the other, each in the file as the change before left it.
+/// Changes the values one by one, each in the file that the previous change has left.
 std::string CheckChanges(KeyFile& file) {
     for (size_t changed = 0; changed < KEYS.size(); ++changed) {
         Values expected = ValuesOf(file);

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Hours of a set in minutes: calls of all kinds, keys, and middlewares that come and die, without a
-// pause. What the application holds must stay flat once it has warmed up.
+// Hours of a set's use in minutes: calls of all kinds, keys, and middlewares that start and die,
+// without a pause. After the warm-up the application's memory and descriptors must stay flat.
 //   APPLIST_SOAK_SECONDS   how long; 120 without it
 #include <chrono>
 #include <csignal>
@@ -29,11 +29,10 @@ constexpr int SAMPLES = 20;
 constexpr int WARM_UP = SAMPLES / 4;
 constexpr int CALLS = 50;
 constexpr int KEYS = 8;
-/// What caches may still take after the warm-up, however long it goes on.
+/// The most that caches may grow after the warm-up, however long the test runs.
 constexpr double CACHES_KIB = 512;
 
-/// How much y grows over all the points, by the straight line that fits them best; they are equally
-/// far apart.
+/// The growth of y over all points along the least-squares line; the points are equally spaced.
 double FittedGrowth(const std::vector<double>& y) {
     const auto count = static_cast<double>(y.size());
     const double middle = (count - 1) / 2;
@@ -67,7 +66,8 @@ protected:
                     Optional(Items{m_reference.selection()}));
     }
 
-    /// All four directions; each moves the selection, which the middleware is told.
+    /// Presses keys of all four directions. Each moves the selection, and the middleware is
+    /// notified.
     void PressKeys() {
         static constexpr const char* DIRECTIONS[] = {"Down", "Right", "Up", "Left", "Down"};
         Replace({{"k1", "Kilo"}, {"k2", "Keys"}, {"k3", "Knob"}});
@@ -77,11 +77,11 @@ protected:
             m_set.screen().TypeKey(DIRECTIONS[m_keys++ % std::size(DIRECTIONS)]);
             ASSERT_TRUE(m_middleware->AwaitEvents(Event::ItemSelected, before + 1));
         }
-        // Wherever they led to.
+        // Clears the selection that the keys have left.
         Apply(Function::SetSelection, {{}});
     }
 
-    /// Another middleware, which only looks on and dies.
+    /// Starts another middleware, which only watches, and kills it.
     void Visit() {
         const auto visitor = m_set.StartMiddleware({"watch"});
         ASSERT_TRUE(visitor->Sees("connected")) << visitor->Transcript();
@@ -89,7 +89,7 @@ protected:
         visitor->process().WaitForExit();
     }
 
-    /// Works until then and reads what the application holds, with a short list.
+    /// Works until end and then measures the application with a short list.
     Footprint WorkUntil(Clock::time_point end) {
         Visit();
         while (Clock::now() < end && !HasFailure()) {

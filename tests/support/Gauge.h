@@ -15,8 +15,7 @@ namespace applist::test {
 
 /// The resources of a program at one moment.
 struct Footprint {
-    /// Private resident memory. File-backed pages are not counted, since they depend on other
-    /// processes.
+    /// Private resident memory. Excludes file-backed pages, because other processes affect them.
     size_t residentKiB = 0;
     size_t descriptors = 0;
     /// Match rules that the bus daemon keeps for its connection.

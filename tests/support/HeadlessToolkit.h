@@ -22,7 +22,7 @@ class HeadlessToolkit {
 public:
     /// themes are theme files that override parts of the default theme.
     explicit HeadlessToolkit(const std::vector<std::filesystem::path>& themes = {});
-    /// Shuts the toolkit down. Errors that it logs meanwhile fail the test too.
+    /// Shuts the toolkit down. Errors logged during the shutdown fail the test, too.
     ~HeadlessToolkit();
     HeadlessToolkit(const HeadlessToolkit&) = delete;
     HeadlessToolkit& operator=(const HeadlessToolkit&) = delete;

@@ -73,7 +73,7 @@ private:
     std::unique_ptr<ChildProcess> m_daemon;
 };
 
-/// Skips the running test, with the reason, unless it runs as root. There is no other reason to
+/// Skips the running test, with the reason, unless it runs as root. This is the only reason to
 /// skip.
 void SkipUnlessRoot();
 

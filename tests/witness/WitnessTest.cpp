@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Middlewares of other languages, written from the protocol's document alone, and the built
-// application. README.md tells how a witness and this test talk.
+// Runs middlewares in other languages, written only from the protocol's document, against the built
+// application. README.md describes how a witness and this test communicate.
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -30,7 +30,7 @@ Language Python() {
     return {"Python", {PYTHON, "-B", SourcePath("tests/witness/python/witness.py")}};
 }
 
-// One small program once: no time for the compiler's second thoughts, and no file in /tmp.
+// The program is small and runs once: skip the optimising compiler and the file in /tmp.
 Language Java() {
     return {"Java",
             {JAVA, "-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-XX:-UsePerfData", "-cp",
@@ -39,7 +39,7 @@ Language Java() {
 
 class AWitness : public testing::TestWithParam<Language> {
 protected:
-    /// Starts the witness and does what it asks for, until it ends.
+    /// Starts the witness and carries out its requests until it ends.
     void RunWitness() {
         m_witness = std::make_unique<ChildProcess>(GetParam().command, m_set.Environment());
         while (const auto line = NextLine()) {
@@ -49,7 +49,7 @@ protected:
         }
     }
 
-    /// Nothing at the end of the witness.
+    /// Reads a line; nothing at the end of the witness.
     std::optional<std::string> NextLine() {
         const auto& output = m_witness->Output();
         size_t end = std::string::npos;
@@ -87,7 +87,7 @@ protected:
 
 TEST_P(AWitness, GetsOnWithTheApplicationByTheDocumentAlone) {
     ASSERT_NE(GetParam().command[0], "") << "not found: scripts/setup test installs it";
-    // The witness begins with an application that was there first.
+    // The application is running before the witness starts.
     ASSERT_TRUE(m_set.WaitForWindow());
     ASSERT_NO_FATAL_FAILURE(RunWitness());
     EXPECT_EQ(m_witness->WaitForExit(), 0) << m_witness->Errors();

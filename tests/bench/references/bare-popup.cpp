@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// bare-popup ROWS: the toolkit's own popup with a list in it and nothing else, to measure against:
-// what of the application's cost is the toolkit's.
+// bare-popup ROWS: only the toolkit's popup with a list in it. Comparing with it shows which part
+// of the application's cost is the toolkit's.
 #include <Elementary.h>
 #include <cstdlib>
 #include <cstring>
@@ -34,8 +34,7 @@ void Fill(Evas_Object* list, int rows) {
 }  // namespace
 
 EAPI_MAIN int elm_main(int argc, char** argv) {
-    // Windows without a window manager's blessing and the desktop's icon cache are none of what
-    // is measured.
+    // Do not wait for a window manager or for the desktop's icon cache, which are not measured.
     elm_config_agressive_withdrawn_set(EINA_FALSE);
     elm_policy_set(ELM_POLICY_QUIT, ELM_POLICY_QUIT_LAST_WINDOW_CLOSED);
     Evas_Object* window = elm_win_util_standard_add("bare-popup", "bare-popup");

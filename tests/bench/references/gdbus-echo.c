@@ -1,9 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// gdbus-echo: the least that a program on the bus can do with a call, to measure against. "Send"
-// answers with the bytes of the call; 'P' makes the caller a partner, 'E' is sent on to all
-// partners. Prints its unique bus name.
+// gdbus-echo: the minimal program that answers calls on the bus, for comparison. "Send" answers
+// with the bytes of the call; 'P' makes the caller a partner, 'E' is forwarded to all partners.
+// Prints its unique bus name.
 #include <stdio.h>
 
 #include <gio/gio.h>

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// gtk-list ROWS: a full-screen GTK 4 list that does nothing else, to measure against.
+// gtk-list ROWS: a full-screen GTK 4 list without any function, for comparison.
 #include <gtk/gtk.h>
 
 #include "row-name.h"

@@ -4,8 +4,8 @@
 
 #include <stdio.h>
 
-/// The name of a row, for C and C++: no two neighbours begin with the same letters, so that a list
-/// that scrolled by one looks different everywhere. name has room for 32 bytes.
+/// Writes the name of a row, for C and C++. Two neighbours never start with the same letters, so
+/// that scrolling by one row changes the whole picture. name has room for 32 bytes.
 static inline void write_row_name(char* name, int row) {
     snprintf(name, 32, "%c%c%c application %d", 'A' + row * 7 % 26, 'a' + row * 11 % 26,
              'a' + row * 17 % 26, row);

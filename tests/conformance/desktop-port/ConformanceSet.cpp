@@ -13,7 +13,7 @@
 namespace applist::test {
 namespace {
 
-/// A home, a store and a session bus of its own, and no screen.
+/// A temporary home and store, a private session bus and no screen.
 class DesktopSet : public SetUnderTest {
 public:
     DesktopSet() {

@@ -9,7 +9,7 @@
 namespace applist::test {
 namespace {
 
-// A life in order. The fakes have no loop, so the end is there once everything was delivered.
+// A normal life. The fakes do not have a loop, so it ends after all callbacks.
 void Live(const ui_app_callbacks& callbacks, void* data) {
     TheApp().result = -1;
     if (!callbacks.create(data)) {
