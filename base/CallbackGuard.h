@@ -9,23 +9,24 @@
 
 namespace applist {
 
-/// Runs the body of a callback that C code called, so that no exception crosses into C. The only
-/// ones that can arise are the standard library's own, out of memory above all.
+/// Runs the body of a callback that C code calls. Exceptions must not cross C stack frames, so
+/// every callback goes through here. In practice only standard-library exceptions occur, mostly
+/// std::bad_alloc.
 ///
-/// Returns what the body returns, or fallback after an exception, which is logged.
+/// Returns the body's result. If the body throws, logs an error and returns fallback.
 template <typename Result, typename Body>
 Result GuardCallback(Result fallback, Body&& body) noexcept {
     try {
         return std::forward<Body>(body)();
     } catch (const std::exception& error) {
-        LOG_ERROR("Callback given up: %s", error.what());
+        LOG_ERROR("Callback aborted: %s", error.what());
     } catch (...) {
-        LOG_ERROR("Callback given up: unknown exception");
+        LOG_ERROR("Callback aborted: unknown exception");
     }
     return fallback;
 }
 
-/// The same for a body without a result.
+/// Overload for a body that returns void.
 template <typename Body>
 void GuardCallback(Body&& body) noexcept {
     GuardCallback(false, [&body] {

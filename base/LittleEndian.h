@@ -7,15 +7,15 @@
 #include <cstdint>
 #include <span>
 
-/// Numbers as they cross the wire: four bytes, the least significant first, whatever the order of
-/// the machine. Any thread.
+/// Conversion of 32-bit numbers to and from the wire format: four bytes, least significant byte
+/// first, on every machine. Any thread.
 
 namespace applist {
 
-/// How many bytes a number takes on the wire.
+/// Size of a number on the wire, in bytes.
 constexpr std::size_t WIRE_NUMBER_SIZE = 4;
 
-/// The bytes of value.
+/// Returns the wire form of value.
 constexpr std::array<char, WIRE_NUMBER_SIZE> ToLittleEndian(std::uint32_t value) {
     std::array<char, WIRE_NUMBER_SIZE> bytes{};
     for (char& byte : bytes) {
@@ -25,7 +25,7 @@ constexpr std::array<char, WIRE_NUMBER_SIZE> ToLittleEndian(std::uint32_t value)
     return bytes;
 }
 
-/// The value of the bytes.
+/// Returns the number that bytes encode.
 constexpr std::uint32_t FromLittleEndian(std::span<const char, WIRE_NUMBER_SIZE> bytes) {
     std::uint32_t value = 0;
     for (std::size_t i = bytes.size(); i > 0; --i) {

@@ -4,12 +4,12 @@
 
 #include "platform_log.h"
 
-/// Log lines of the program. Every line starts with where it was written, twice, as the set's log
-/// tools expect: "file: function(line) > [function:line] ". Any thread.
+/// Logging macros of the program. Every line starts with the source position, given twice because
+/// the set's log tools expect it: "file: function(line) > [function:line] ". Any thread.
 
 namespace applist {
 
-/// The part of a path behind its last slash, found while compiling.
+/// Returns the file name of a path, without its folders. Evaluated at compile time.
 constexpr const char* BaseName(const char* path) {
     const char* base = path;
     for (const char* c = path; *c != '\0'; ++c) {
@@ -20,7 +20,7 @@ constexpr const char* BaseName(const char* path) {
     return base;
 }
 
-/// A place in the source. As a default argument, Here() is the place of the call.
+/// A position in the source. As a default argument, Here() gives the position of the call.
 struct LogPlace {
     const char* file;
     const char* function;
@@ -35,8 +35,8 @@ struct LogPlace {
 
 }  // namespace applist
 
-// Macros, because the line and the function are the caller's. The platform checks the priority
-// before it formats anything.
+// These are macros so that __LINE__ and __func__ are the caller's. The platform checks the priority
+// before it formats a message.
 #define APPLIST_LOG(priority, format, ...)                                                      \
     static_cast<void>(                                                                          \
         __dlog_print(PLATFORM_LOG_MAIN, (priority), "applist", "%s: %s(%d) > [%s:%d] " format,  \
@@ -46,7 +46,7 @@ struct LogPlace {
 #define LOG_DEBUG(...) APPLIST_LOG(PLATFORM_LOG_DEBUG, __VA_ARGS__)
 #define LOG_INFO(...) APPLIST_LOG(PLATFORM_LOG_INFO, __VA_ARGS__)
 #define LOG_ERROR(...) APPLIST_LOG(PLATFORM_LOG_ERROR, __VA_ARGS__)
-/// The same for a helper, as a line of the function that called it.
+/// Like LOG_ERROR, with the position of another function: a helper logs with its caller's position.
 #define LOG_ERROR_AT(place, format, ...)                                                   \
     static_cast<void>(__dlog_print(                                                        \
         PLATFORM_LOG_MAIN, PLATFORM_LOG_ERROR, "applist", "%s: %s(%d) > [%s:%d] " format,  \

@@ -18,14 +18,15 @@ public:
     void Lock() { pthread_mutex_lock(&m_mutex); }
     void Unlock() { pthread_mutex_unlock(&m_mutex); }
 
-    /// Takes the lock if it is free; returns true iff it was taken.
+    /// Locks the mutex if it is free, without waiting. Returns true if it was locked.
     bool TryLock() { return pthread_mutex_trylock(&m_mutex) == 0; }
 
 private:
     pthread_mutex_t m_mutex;
 };
 
-/// Holds a PTMutex from construction to destruction. The mutex must outlive it.
+/// Locks a PTMutex in the constructor and unlocks it in the destructor. The mutex must outlive this
+/// object.
 class [[nodiscard]] PTAutoLock {
 public:
     explicit PTAutoLock(PTMutex& mutex) : m_mutex(mutex) { m_mutex.Lock(); }

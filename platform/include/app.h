@@ -8,8 +8,8 @@
 extern "C" {
 #endif
 
-/* The life of an application, as the platform runs it. All functions belong to the thread that
- * called ui_app_main(), and all callbacks come on it, one at a time. */
+/* The life cycle of an application. All functions must be called on the thread that called
+ * ui_app_main(). All callbacks run on that thread, one at a time. */
 
 typedef struct _Eo_Opaque Evas_Object;
 struct app_control_s;
@@ -17,44 +17,44 @@ struct app_control_s;
 /* The callbacks of one application. All five must be set. Each receives the user data given to
  * ui_app_main(). */
 typedef struct ui_app_callbacks {
-    /* The toolkit is ready: build the application. False abandons the start; terminate is then
-     * not called. */
+    /* The toolkit is ready: build the application. If this returns false, the start is abandoned
+     * and terminate is not called. */
     bool (*create)(void* user_data);
-    /* The loop has ended: take everything down. Called once after each successful create, while
-     * the toolkit still works. */
+    /* The main loop has ended: release everything. Called once after each successful create, while
+     * the toolkit is still usable. */
     void (*terminate)(void* user_data);
-    /* The application's window is no longer visible. Not called before the first resume, nor for
-     * windows that go in terminate. */
+    /* The application's window is no longer visible. Not called before the first resume, and not
+     * for windows that are deleted in terminate. */
     void (*pause)(void* user_data);
     /* The application's window is visible (again). */
     void (*resume)(void* user_data);
-    /* A request to launch: the one that started the program, right after create, and every later
-     * one while it runs. The request is the platform's and lives as long as the call. */
+    /* A launch request. Called once right after create with the request that started the program,
+     * and again for every later request. The platform owns the request, which is valid during the
+     * call only. */
     void (*app_control)(struct app_control_s* request, void* user_data);
 } ui_app_callbacks;
 
-/* Runs the application until ui_app_exit(), SIGTERM, SIGINT or the wish of the window manager to
- * close its window.
+/* Runs the application until ui_app_exit(), SIGTERM, SIGINT or a close request from the window
+ * manager.
  *
  * callbacks and user_data must outlive the call; the table is not copied. Returns 0 after a normal
- * run, and also when another instance of the program was already running and has taken over the
- * launch request. Returns a negative number when the application could not be run: no callbacks,
- * a toolkit that does not start, no display, or create returning false. */
+ * run. Also returns 0 if another instance of the program was already running and has received the
+ * launch request. Returns a negative number if the application could not run: callbacks is null or
+ * incomplete, the toolkit does not start, there is no display, or create returned false. */
 int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, void* user_data);
 
-/* Asks the loop of ui_app_main() to end; returns at once. May be called from any callback, from
- * create on, and any number of times. Asked for in create, the end comes after the first launch
- * request has been delivered. Outside ui_app_main() it does nothing.
+/* Asks ui_app_main() to end and returns at once. May be called from any callback, starting with
+ * create, any number of times. If called in create, the first launch request is still delivered
+ * before the application ends. Outside ui_app_main() this does nothing.
  *
- * If a window is shown, the platform hides it and returns the keyboard at once. From then on a new
+ * If a window is shown, the platform hides it and releases the keyboard at once. From then on a new
  * launch starts a new instance. The loop continues for up to half a second, so that other programs
- * can still read from this one what the viewer has chosen; then terminate is called. During this
- * time no key, no pause and no launch request is delivered. A signal ends the loop at once. */
+ * can still read the viewer's choice from this one; then terminate is called. During this time no
+ * keys, no pause and no launch requests are delivered. A signal ends the loop at once. */
 void ui_app_exit(void);
 
-/* The window that the platform has made ready for the application called name before it asked for
- * one, or null where there is none and the application makes its own. The caller owns the window
- * and deletes it. */
+/* Returns the window that the platform has created in advance for the application called name, or
+ * null if the application must create its own. The caller owns the window and deletes it. */
 Evas_Object* app_get_preinitialized_window(const char* name);
 
 #ifdef __cplusplus

@@ -6,9 +6,9 @@
 extern "C" {
 #endif
 
-/* The text for a message id in the viewer's language, in UTF-8. Falls back to English where the
- * language has none, and to the id itself for an id that nobody knows. The result is the
- * platform's and stays valid while the program runs. Main thread only. */
+/* Returns the text for a message id in the viewer's language, in UTF-8. Falls back to English if
+ * the language lacks the text, and to the id itself if the id is unknown. The platform owns the
+ * result, which stays valid until the program ends. Main thread only. */
 const char* i18n_get_text(const char* message_id);
 
 #ifdef __cplusplus

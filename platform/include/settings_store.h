@@ -6,13 +6,13 @@
 extern "C" {
 #endif
 
-/* The set's settings: typed values under slash-separated keys. Keys under "db/" outlive a reboot,
- * keys under "memory/" do not. Any thread; each call reads the store anew.
+/* The set's settings: typed values with slash-separated keys. Keys under "db/" persist across
+ * reboots, keys under "memory/" do not. Any thread; each call reads the store again.
  *
- * Both functions return 0 and write *value, or return a negative number and leave *value alone: a
- * key that is missing, has another type or cannot be read is a failure, never a default. */
+ * Both functions return 0 and write *value, or return a negative number and leave *value unchanged.
+ * A key that is missing, has another type or cannot be read is a failure; there are no defaults. */
 
-/* Reads a truth value as 0 or 1. */
+/* Reads a boolean as 0 or 1. */
 int vconf_get_bool(const char* key, int* value);
 
 /* Reads a 32-bit signed number. */

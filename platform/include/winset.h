@@ -8,8 +8,8 @@ extern "C" {
 
 typedef struct _Eo_Opaque Evas_Object;
 
-/* Sends a number to the theme object of a widget, by which the set's theme picks one of its own
- * variants. A platform whose theme knows no such messages ignores it. Main thread only. */
+/* Sends a number to the theme object of a widget. The set's theme selects one of its variants by
+ * this number; a theme without such variants ignores it. Main thread only. */
 void edje_object_message_send_to_winset(Evas_Object* widget, int message);
 
 #ifdef __cplusplus

@@ -78,6 +78,7 @@ int PlatformSettings::GetDataServiceFlag() {
 }
 
 int PlatformSettings::GetLocalSet() {
+    // Aligned because GetDataDirect() writes an int into it.
     alignas(int32_t) FactoryBuffer buffer{};
     for (int attempt = 0; attempt < LOCALSET_ATTEMPTS; ++attempt) {
         LOG_DEBUG("GetData(ID_LOCALSET, ...) loop=%d;", attempt);
@@ -89,7 +90,7 @@ int PlatformSettings::GetLocalSet() {
         }
         usleep(LOCALSET_PAUSE_US);
     }
-    // The number in this line is the buffer's address; there is no value to show.
+    // The line prints the buffer's address in place of a value, because no value could be read.
     LOG_ERROR("GetData failed or is not int for ID_LOCALSET[value = %d]",
               static_cast<int>(reinterpret_cast<intptr_t>(buffer.data())));
     return LOCAL_NONE_OF;

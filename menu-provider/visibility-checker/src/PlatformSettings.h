@@ -4,7 +4,8 @@
 
 #include <string>
 
-/// The region of the set, as this program numbers it. The three ISDB regions are treated alike.
+/// The region of the set. The program treats the three ISDB regions (Brazil, Argentina, Uruguay)
+/// alike.
 enum LocalSet {
     LOCAL_NONE_OF = 0,
     LOCAL_ITALY = 1,
@@ -13,7 +14,7 @@ enum LocalSet {
     LOCAL_URUGUAY = 4,
 };
 
-/// The factory's item that holds the region, and the values that mean one of these.
+/// The id of the factory item that holds the region, and the item's values for the known regions.
 constexpr int ID_LOCALSET = 194;
 constexpr int FACTORY_ITALY = 8;
 constexpr int FACTORY_BRAZIL = 81;
@@ -24,30 +25,31 @@ constexpr int FACTORY_URUGUAY = 85;
 enum DataServiceFlag {
     /// A data service exists.
     DATA_SERVICE_EXISTS = 1 << 1,
-    /// What offers data services in the ISDB regions: either of these two bits.
+    /// Either of these bits means that a data service is available in an ISDB region.
     DATA_SERVICE_ISDB_MASK = DATA_SERVICE_EXISTS | 1 << 2,
 };
 
-/// The few settings of the set on which the offer of data services depends.
+/// Reads the settings that decide whether data services are offered.
 ///
-/// No state: each call reads the platform's stores anew. No call fails: a value that cannot be read
-/// leaves an error line in the log and becomes the neutral one (false, 0, LOCAL_NONE_OF).
+/// Stateless: each call reads the platform's stores again. A value that cannot be read is logged as
+/// an error and replaced by its neutral value (false, 0 or LOCAL_NONE_OF). Any thread.
 class PlatformSettings {
 public:
     PlatformSettings() = delete;
 
-    /// Bool: the viewer's menu setting that data services start by themselves.
+    /// Bool: true if the viewer has chosen in the menu that data services start automatically.
     static const std::string AUTORUN_DATA_SERVICE_KEY;
-    /// Int: what the TV viewer says of the current channel, see DataServiceFlag.
+    /// Int: the TV viewer's flags for the current channel, see DataServiceFlag.
     static const std::string DATA_SERVICE_KEY;
-    /// Int: not 0 while the middleware has an auto-start application.
+    /// Int: non-zero while the middleware has an auto-start application.
     static const std::string AUTOSTART_APP;
 
     static bool IsAutorunDataService();
     static bool IsAutostartApp();
     static int GetDataServiceFlag();
 
-    /// The region, a LocalSet, from the factory's data. That service may come up later than this
-    /// program, so a failed read is tried again: blocks for up to five seconds.
+    /// Returns the region, a LocalSet, from the factory data. The factory-data service may start
+    /// later than this program, so a failed read is retried every 500 ms. Blocks for up to five
+    /// seconds.
     static int GetLocalSet();
 };

@@ -43,7 +43,7 @@ bool CheckVisibility() {
 
 bool CheckDVBVisibility() {
     LOG_DEBUG("CheckDVBVisibility function start");
-    // All three are read always, so that the log tells the whole state.
+    // Read all three even if the first one decides, so that the log shows the complete state.
     const bool dataServiceExists =
         (PlatformSettings::GetDataServiceFlag() & DATA_SERVICE_EXISTS) != 0;
     const bool autorunOn = PlatformSettings::IsAutorunDataService();

@@ -2,29 +2,31 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Are data services offered on this set, in this region, with these settings?
+/// Returns true if data services are offered, which depends on the set's region and settings.
 ///
-/// No state: each call reads the settings anew, and blocks for up to five seconds when the region
+/// Stateless: each call reads the settings again. Blocks for up to five seconds if the region
 /// cannot be read (see PlatformSettings::GetLocalSet()).
 bool CheckVisibility();
 
-/// The rule of the DVB region, whatever the region: a data service exists, and it is not the case
-/// that it starts by itself anyway.
+/// Applies the DVB rule without checking the region: true if a data service exists, unless
+/// automatic start is on and the middleware has an auto-start application.
 bool CheckDVBVisibility();
 
-/// The rule of the ISDB regions, whatever the region: the TV viewer's flags offer a service.
+/// Applies the ISDB rule without checking the region: true if the TV viewer's flags announce a data
+/// service.
 bool CheckISDBVisibility();
 
-// The set's menu looks these four up by name and asks whether an entry is shown: 1 shown, 0 not.
-// The program exports them, and the loadable module exports nothing else. The module leaves its
-// host process as it found it and may be unloaded at any time between two calls.
+// The set's menu looks up these four functions by name and asks whether an entry is shown: 1 for
+// shown, 0 for hidden. The program exports them; the loadable module exports only these. The module
+// leaves no threads, handlers or other state in the host process, so it may be unloaded between any
+// two calls.
 extern "C" {
 
-/// CheckVisibility() for "menu/system/application-list"; 0, without asking, for any other key and
-/// for null.
+/// Returns CheckVisibility() as 0 or 1 for the key "menu/system/application-list". Returns 0 for
+/// any other key and for null, without reading any setting.
 int check_visibility_int(const char* key);
 
-/// Always 1: only the form for int carries the decision. The key is not looked at.
+/// Always returns 1 and ignores key: only check_visibility_int() decides.
 int check_visibility_bool(const char* key);
 int check_visibility_double(const char* key);
 int check_visibility_string(const char* key);

@@ -190,7 +190,7 @@ TEST_F(Handshake, GoesOnAfterAReadyHookThatRanOutOfMemory) {
     channel.onReady = [](bool, const std::string&) { throw std::bad_alloc(); };
     ScriptedPeer peer(Address());
     Connect(peer);
-    EXPECT_EQ(Log().back(), Error("Callback given up: std::bad_alloc"));
+    EXPECT_EQ(Log().back(), Error("Callback aborted: std::bad_alloc"));
     // The lock is free again, or this would hang.
     peer.Announce("_CLIENT_ACK");
     Settle(peer);

@@ -129,7 +129,7 @@ TEST_F(Call, IsNotAnsweredWhenTheHookRunsOutOfMemory) {
     peer.Send(Self(), PATH, BytesFrom("too much"));
     EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("next")), BytesFrom("next"));
     EXPECT_THAT(Log(),
-                ElementsAre(Debug(CallLine(peer, PATH)), Error("Callback given up: std::bad_alloc"),
+                ElementsAre(Debug(CallLine(peer, PATH)), Error("Callback aborted: std::bad_alloc"),
                             Debug(CallLine(peer, PATH))));
     EXPECT_THAT(peer.Traffic(), testing::SizeIs(1));
 }
