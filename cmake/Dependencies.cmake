@@ -1,9 +1,9 @@
-# What the program needs of every system. A folder that needs more looks for it itself.
+# Libraries that every build needs. Folders with further dependencies find them themselves.
 find_package(PkgConfig REQUIRED)
 
-# An imported target from a pkg-config module. pkg_check_modules' own IMPORTED_TARGET fails at
-# generate time when a module names an include folder that does not exist, as the toolkit's do.
-# Two folders may ask for the same one.
+# Creates an imported target from a pkg-config module. The IMPORTED_TARGET option of
+# pkg_check_modules fails at generate time if a module names a missing include folder, as the
+# toolkit's modules do. Does nothing if another folder has already created the target.
 function(applist_pkg_target target)
     if(TARGET ${target})
         return()

@@ -1,4 +1,4 @@
-# Protections of everything that is installed, a port's code included. The sanitizers replace them.
+# Hardening flags for all installed code, including the port's. Not used together with sanitizers.
 if(APPLIST_SANITIZE)
     return()
 endif()
@@ -12,7 +12,7 @@ check_cxx_compiler_flag(-fcf-protection APPLIST_HAS_CF_PROTECTION) # x86 only
 if(APPLIST_HAS_CF_PROTECTION)
     add_compile_options(-fcf-protection)
 endif()
-# The checks need an optimised build. A packager's own level takes precedence.
+# _FORTIFY_SOURCE requires an optimised build. A level set by the packager takes precedence.
 if(NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
     add_compile_options(
         "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")

@@ -1,4 +1,4 @@
-# A library whose public headers are verified to stand alone.
+# Adds a library. The build can verify that its public headers are self-contained.
 #   applist_add_library(NAME ROOT include-root HEADERS ... SOURCES ... LINK PUBLIC-targets ...
 #                       [PRIVATE_LINK targets ...])
 function(applist_add_library name)
@@ -15,7 +15,7 @@ function(applist_add_library name)
     target_link_libraries(${name} ${scope} ${arg_LINK})
 endfunction()
 
-# A test program whose cases ctest runs each in a process of its own.
+# Adds a test program; ctest runs each test case in its own process.
 #   applist_add_test(NAME LABEL unit|bus|ui|e2e SOURCES ... LINK ... [TIMEOUT s] [DEPENDS ...]
 #                    [ENVIRONMENT NAME=value ...])
 # DEPENDS names programs that the test starts; they are found in $APPLIST_BIN.
@@ -31,8 +31,9 @@ function(applist_add_test name)
     if(arg_DEPENDS)
         add_dependencies(${name} ${arg_DEPENDS})
     endif()
-    # The discovery mangles a property that is a list, as an environment of several variables is;
-    # so env sets them, which becomes the test itself. The sanitizer looks at started programs, too.
+    # gtest_discover_tests() mangles list-valued properties such as an environment with several
+    # variables. Therefore env sets the variables and then runs the test. The leak sanitizer also
+    # checks the programs that a test starts.
     set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR
         "/usr/bin/env;APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${arg_ENVIRONMENT}")
     include(GoogleTest)

@@ -1,5 +1,5 @@
-# Warnings for the targets of this tree, and sanitizers. System headers and a port outside the tree are
-# exempt from the warnings.
+# Compiler warnings and sanitizers for the targets of this tree. The warnings do not apply to system
+# headers or to a port outside the tree.
 set(APPLIST_WARNINGS -Wall -Wextra -Wshadow -Wconversion)
 if(APPLIST_WERROR)
     list(APPEND APPLIST_WARNINGS -Werror)
