@@ -20,6 +20,7 @@ void TakeOption(CommandLine& line, const std::string& option) {
 }
 
 bool LooksLikeOption(const std::string& word) {
+    // Words with a single '-' may be negative numbers.
     return word == "-h" || word.starts_with("--");
 }
 

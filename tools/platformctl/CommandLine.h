@@ -10,18 +10,19 @@ namespace applist::desktop {
 /// The exit statuses of the program.
 enum Exit { DONE = 0, FAILED = 1, WRONG_USAGE = 2 };
 
-/// What the program was asked, before anybody looked at what the words mean.
+/// The parsed command line. The words are not validated yet.
 struct CommandLine {
     bool help = false;
     bool version = false;
     bool json = false;
     /// The command and its arguments.
     std::vector<std::string> words;
-    /// The first option that nobody knows; empty when all are known.
+    /// The first unknown option; empty if all are known.
     std::string unknownOption;
 };
 
-/// Options stand anywhere before a "--"; a negative number is no option.
+/// Parses the arguments. Options may appear anywhere before a "--". A negative number is not an
+/// option.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
 /// Prints "platformctl: PROBLEM" on standard error; returns status.

@@ -7,11 +7,11 @@
 
 #include "CommandLine.h"
 
-/// The commands of platformctl. Each prints its result on standard output, what went wrong on
-/// standard error, and returns the program's exit status.
+/// The commands of platformctl. Each prints its result to standard output and errors to standard
+/// error, and returns the program's exit status.
 namespace applist::desktop {
 
-/// The words behind a command; their number has been checked.
+/// The arguments of a command. The caller has checked their number.
 struct Request {
     std::vector<std::string> arguments;
     bool json = false;
@@ -26,13 +26,13 @@ Exit SetFactoryItem(const Request& request);
 Exit UnsetFactoryItem(const Request& request);
 Exit SetRegion(const Request& request);
 
-/// All that is known, with its values.
+/// Prints all known settings and factory items with their values.
 Exit ListData(const Request& request);
 
-/// The keys that stand for keys of the remote control.
+/// Prints the key table: which keys act as keys of the remote control.
 Exit ListKeys(const Request& request);
 
-/// Asks the menu's question and tells the answer and its reason.
+/// Prints whether the menu shows the list's entry, and the values that decided it.
 Exit TellVisible(const Request& request);
 
 Exit Launch(const Request& request);

@@ -11,9 +11,11 @@ std::vector<std::string> DecidingInItaly(const Circumstances& circumstances) {
     if ((circumstances.dataServiceFlag & DATA_SERVICE_EXISTS) == 0) {
         return {PlatformSettings::DATA_SERVICE_KEY};
     }
+    // The entry is hidden only if both are on, so both together decided.
     if (circumstances.autorun && circumstances.autostart) {
         return {PlatformSettings::AUTORUN_DATA_SERVICE_KEY, PlatformSettings::AUTOSTART_APP};
     }
+    // The entry is shown; one of the two being off is enough, so one of them is named.
     return {PlatformSettings::DATA_SERVICE_KEY, circumstances.autorun
                                                     ? PlatformSettings::AUTOSTART_APP
                                                     : PlatformSettings::AUTORUN_DATA_SERVICE_KEY};

@@ -7,7 +7,7 @@
 
 namespace applist::desktop {
 
-/// What the visibility decision looked at.
+/// The inputs of the visibility decision.
 struct Circumstances {
     /// A LocalSet.
     int localSet = 0;
@@ -16,8 +16,8 @@ struct Circumstances {
     bool autostart = false;
 };
 
-/// The keys of the settings that decided, beside the region: with these values the answer is what
-/// it is, whatever the other settings hold. Empty when the region alone decided.
+/// Returns the keys of the settings that decided, in addition to the region: while these keep their
+/// values, no other setting can change the result. Empty if the region alone decided.
 std::vector<std::string> DecidingSettings(const Circumstances& circumstances);
 
 }  // namespace applist::desktop

@@ -12,22 +12,23 @@ using JsonBuilder = struct _JsonBuilder;
 
 namespace applist::desktop {
 
-/// One JSON document, written from front to back. REQUIRES: what is opened is closed.
+/// Writes one JSON document sequentially. REQUIRES: every opened object and array is closed before
+/// Print().
 class Json {
 public:
     Json();
 
-    /// Opens an object, or the array called name in the object around it.
+    /// Object() opens an object; Array() opens the array called name in the current object.
     Json& Object();
     Json& Array(const char* name);
-    /// Closes the innermost of either kind.
+    /// EndObject() and EndArray() close the innermost object or array.
     Json& EndObject();
     Json& EndArray();
 
-    /// Members of an object.
+    /// Adds a member to the current object.
     Json& Member(const char* name, const std::string& text);
     Json& Member(const char* name, const char* text);
-    /// No value is null.
+    /// Adds a member; a missing value is written as null.
     Json& Member(const char* name, const std::optional<Setting>& value);
 
     /// Writes the document and a line end to standard output.

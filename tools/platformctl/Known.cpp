@@ -20,7 +20,7 @@ std::string Quoted(const std::string& text) {
     return "'" + text + "'";
 }
 
-/// "italy, brazil, ...": the names of a table, for a message.
+/// Returns the names of a table's entries for a message: "italy, brazil, ...".
 template <typename Table, typename Name>
 std::string Names(const Table& table, Name name) {
     std::string names;
@@ -37,13 +37,13 @@ Reading<Setting> ParseBool(const std::string& value) {
     if (value == "false" || value == "0") {
         return {false, {}};
     }
-    return {{}, "value " + Quoted(value) + " is no bool: true, false, 1 or 0"};
+    return {{}, "value " + Quoted(value) + " is not a bool: true, false, 1 or 0"};
 }
 
 Reading<int32_t> ParseInt(const std::string& value) {
     const auto number = ParseNumber(value);
     if (!number) {
-        return {{}, "value " + Quoted(value) + " is no 32-bit number"};
+        return {{}, "value " + Quoted(value) + " is not a 32-bit number"};
     }
     return {number, {}};
 }
@@ -74,8 +74,8 @@ std::span<const KnownSetting> KnownSettings() {
 }
 
 std::span<const KnownRegion> KnownRegions() {
-    // "none" is a set whose factory wrote a region without data services. A set without the item
-    // is another thing: the program waits for it.
+    // "none" writes a region without data services. This differs from an unset item, for which the
+    // program waits.
     static constexpr std::array<KnownRegion, 5> regions{{
         {"italy", FACTORY_ITALY},
         {"brazil", FACTORY_BRAZIL},

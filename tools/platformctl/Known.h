@@ -9,29 +9,29 @@
 #include "Reading.h"
 #include "SettingsStore.h"
 
-/// The settings and factory items that the program reads: the only ones that can be written, so
-/// that a slip of the keyboard is told and not stored.
+/// The settings and factory items that the program reads. Only these can be written, so that a
+/// mistyped key is an error and is not stored.
 namespace applist::desktop {
 
 struct KnownSetting {
     std::string key;
-    /// An example of the type; the value does not matter.
+    /// A value of the setting's type; the value itself is not used.
     Setting type;
-    /// The range of a number.
+    /// The valid range of an int setting.
     int32_t least;
     int32_t most;
 };
 
 struct KnownRegion {
     const char* name;
-    /// What the factory item of the region holds.
+    /// The value of the region's factory item.
     int32_t factoryValue;
 };
 
 std::span<const KnownSetting> KnownSettings();
 std::span<const KnownRegion> KnownRegions();
 
-/// Each names what was wrong in its problem when the words make no sense.
+/// Parse words of the command line. If a word is invalid, the problem says why.
 Reading<KnownSetting> FindSetting(const std::string& key);
 Reading<int> FindFactoryItem(const std::string& id);
 Reading<KnownRegion> FindRegion(const std::string& name);
@@ -39,15 +39,15 @@ Reading<Setting> ParseSetting(const KnownSetting& setting, const std::string& ty
                               const std::string& value);
 Reading<int32_t> ParseFactoryValue(const std::string& value);
 
-/// Reads a setting as the program would: another type than the known one is a problem.
+/// Reads a setting like the program does: a value of another type is a problem.
 Reading<Setting> ReadKnownSetting(const KnownSetting& setting);
 
 /// Reads the factory item that holds the region.
 Reading<Setting> ReadRegionItem();
 
-/// "true", "false" or a number.
+/// Returns "true", "false" or the number.
 std::string ValueText(const Setting& setting);
-/// The same, "not set" or "unreadable".
+/// Returns the value's text, "not set" or "unreadable".
 std::string ValueText(const Reading<Setting>& reading);
 
 }  // namespace applist::desktop

@@ -17,7 +17,7 @@ struct Destroy {
 };
 using LaunchRequest = std::unique_ptr<app_control_s, Destroy>;
 
-/// KEY=VALUE; the value may be empty and may hold more of '='.
+/// Parses KEY=VALUE. The value may be empty and may contain '='.
 Reading<Pair> ParsePair(const std::string& word) {
     const size_t sign = word.find('=');
     if (sign == std::string::npos || sign == 0) {

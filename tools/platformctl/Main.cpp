@@ -13,7 +13,7 @@ namespace {
 constexpr size_t ANY_NUMBER = ~size_t{0};
 
 struct Command {
-    /// The words that name it.
+    /// The words of its name.
     std::vector<std::string> name;
     const char* arguments;
     size_t least;
@@ -37,8 +37,8 @@ const std::array<Command, 11>& Commands() {
          1,
          1,
          SetRegion,
-         "make this a set of that region"},
-        {{"visible"}, "", 0, 0, TellVisible, "are data services offered, and what decided it"},
+         "store the region of the set"},
+        {{"visible"}, "", 0, 0, TellVisible, "print whether data services are offered, and why"},
         {{"launch"}, "APP_ID [KEY=VALUE...]", 1, ANY_NUMBER, Launch, "launch an application"},
     }};
     return commands;
@@ -60,7 +60,7 @@ std::string Usage(const Command& command) {
 void PrintHelp() {
     std::puts(
         "Usage: platformctl [--json] COMMAND [ARGUMENT...]\n\n"
-        "The menus and factory tools of the set that this desktop stands in for.\n");
+        "Replaces the menus and factory tools of a television set on a desktop.\n");
     for (const Command& command : Commands()) {
         std::printf("  %-43s %s\n", Usage(command).c_str(), command.purpose);
     }
@@ -69,7 +69,7 @@ void PrintHelp() {
         "  --version   print the version and stop\n"
         "  --help      print this text and stop\n\n"
         "Data lives under $APPLIST_PLATFORM_ROOT, else in the user's own folders.\n\n"
-        "Exit status: 0 done, 1 it could not be done (a value that is not set, a damaged\n"
+        "Exit status: 0 success, 1 failure (a value that is not set, a damaged\n"
         "file, an application that is not installed), 2 wrong usage; nothing was written.");
 }
 

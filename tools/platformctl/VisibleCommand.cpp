@@ -19,14 +19,14 @@ struct Fact {
     Reading<Setting> reading;
 };
 
-/// A setting that cannot be read counts as 0, which is what the decision makes of it.
+/// Returns a setting's value, or 0 if it cannot be read, as in the decision itself.
 int NumberOf(const std::string& key) {
     const auto value = ReadKnownSetting(*FindSetting(key).value).value;
     return value ? std::visit([](auto number) { return static_cast<int>(number); }, *value) : 0;
 }
 
-/// The region and the settings that decided, read as the decision read them. The region is asked
-/// for only when it can be read at once.
+/// Returns the region and the settings that decided. If the region cannot be read at once,
+/// GetLocalSet() is not called, because it would wait for another five seconds.
 std::vector<Fact> DecidingFacts() {
     std::vector<Fact> facts{{"factory " + std::to_string(ID_LOCALSET), ReadRegionItem()}};
     if (!facts[0].reading.value) {
@@ -63,7 +63,7 @@ void PrintJson(bool shown, const std::vector<Fact>& facts) {
 Exit TellVisible(const Request& request) {
     if (!ReadRegionItem().value) {
         static_cast<void>(std::fputs(
-            "platformctl: the set has no region; the decision waits about five seconds\n", stderr));
+            "platformctl: the region is not set; the decision takes about five seconds\n", stderr));
     }
     const bool shown = check_visibility_int(MENU_KEY) != 0;
     const auto facts = DecidingFacts();

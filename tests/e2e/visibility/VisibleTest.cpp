@@ -61,13 +61,13 @@ TEST_F(VisibleSet, WithoutARegionIsHiddenAfterAWaitThatIsAnnounced) {
     Do({"set", DATA_SERVICE, "int", "2"});
     const auto result = Run({"visible"});
     EXPECT_EQ(result.output, "hidden\n  factory 194: not set\n");
-    EXPECT_THAT(result.errors, HasSubstr("platformctl: the set has no region"));
+    EXPECT_THAT(result.errors, HasSubstr("platformctl: the region is not set"));
 }
 
 TEST_F(VisibleSet, TakesARegionThatComesWhileItWaits) {
     Do({"set", DATA_SERVICE, "int", "2"});
     ChildProcess visible(CommandOf({"visible"}));
-    ASSERT_TRUE(visible.WaitForText("the set has no region"));
+    ASSERT_TRUE(visible.WaitForText("the region is not set"));
     Do({"region", "argentina"});
     EXPECT_EQ(visible.WaitForExit(), 0);
     EXPECT_EQ(visible.Output(), "shown\n  factory 194: 84\n  " + DATA_SERVICE + ": 2\n");
