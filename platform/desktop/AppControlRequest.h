@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-/// A launch request, as the desktop carries it: who is to be launched, and string values by key in
-/// the order in which they were added. The platform's headers know it by name only.
+/// A launch request: the application to launch, and string values by key in the order in which they
+/// were added. The platform's headers only declare this type.
 struct app_control_s {
     std::string appId;
     std::vector<std::pair<std::string, std::string>> extraData;

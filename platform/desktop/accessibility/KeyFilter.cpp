@@ -12,7 +12,7 @@ using AddFilter = decltype(&ecore_event_filter_add);
 
 bool g_keep = false;
 
-// The filter that was asked for. The toolkit adds but one, that of its bridge.
+// The most recently added filter. The toolkit adds only one, that of its accessibility bridge.
 Ecore_Filter_Cb g_filter = nullptr;
 
 Eina_Bool SeeAndPassOn(void* data, void* loopData, int type, void* event) {
@@ -37,7 +37,8 @@ bool FilterWasAdded() {
 
 }  // namespace applist::desktop
 
-// The dynamic linker prefers the program's symbols to a library's.
+// Replaces the library's function, because the dynamic linker resolves symbols from the program
+// first.
 extern "C" Ecore_Event_Filter* ecore_event_filter_add(Ecore_Data_Cb start, Ecore_Filter_Cb filter,
                                                       Ecore_End_Cb end, const void* data) {
     using namespace applist::desktop;

@@ -4,13 +4,16 @@
 
 namespace applist::desktop {
 
-/// The toolkit's bridge to screen readers asks the reader about every key, and then throws the key
-/// away whatever the answer is: with a reader on, no key would do anything. This program therefore
-/// puts a function of its own in the place of the toolkit's ecore_event_filter_add(). From this
-/// call on, filters that are added get to see every event, but none can take it away.
+/// Makes event filters that are added from now on unable to discard events.
+///
+/// The toolkit's accessibility bridge adds an event filter that sends every key to the screen
+/// reader and then discards the key, whatever the reader replies, so that no key would work while a
+/// reader is on. The program therefore replaces the toolkit's ecore_event_filter_add() with a
+/// version whose filters see every event but always pass it on.
 void KeepFilteredEvents();
 
-/// True iff a filter was added since then: the bridge does so once it is connected.
+/// Returns true if a filter has been added since then. The bridge adds its filter once it is
+/// connected.
 bool FilterWasAdded();
 
 }  // namespace applist::desktop

@@ -16,7 +16,7 @@ constexpr const char* OBJECT = "/org/a11y/bus";
 constexpr const char* INTERFACE = "org.a11y.Status";
 constexpr const char* PROPERTY = "ScreenReaderEnabled";
 
-// A request that was cancelled comes back too, when whoever made it is gone.
+// A cancelled call also completes here, when its ScreenReader may already be deleted.
 void OnConnected(GObject*, GAsyncResult* result, gpointer reader) {
     g_autoptr(GError) error = nullptr;
     GDBusProxy* status = g_dbus_proxy_new_for_bus_finish(result, &error);
@@ -24,7 +24,7 @@ void OnConnected(GObject*, GAsyncResult* result, gpointer reader) {
         return;
     }
     if (error != nullptr) {
-        LOG_INFO("Nobody tells whether there is a screen reader: %s", error->message);
+        LOG_INFO("Cannot query the screen-reader status: %s", error->message);
     }
     GuardCallback([&] { static_cast<ScreenReader*>(reader)->Connected(status); });
 }
@@ -67,7 +67,7 @@ void ScreenReader::Connected(GDBusProxy* status) {
     if (m_status == nullptr) {
         return;
     }
-    // The viewer keeps the list when the session ends.
+    // The list must stay open if the session bus disconnects.
     g_dbus_connection_set_exit_on_close(g_dbus_proxy_get_connection(m_status), FALSE);
     g_signal_connect(m_status, "g-properties-changed", G_CALLBACK(OnChanged), this);
     g_signal_connect(m_status, "notify::g-name-owner", G_CALLBACK(OnOwnerChanged), this);

@@ -8,12 +8,11 @@
 
 namespace applist::desktop {
 
-/// Whether a screen reader is on, as the session bus tells it, from the first turn of the main loop
-/// on. Asks nobody who is not there: nothing is started for it, and a bus that hangs holds up
-/// nothing. Main thread only.
+/// Watches on the session bus whether a screen reader is on. Starts with the first main-loop
+/// iteration. Never auto-starts the accessibility service and never blocks. Main thread only.
 class ScreenReader {
 public:
-    /// Called when it is turned on and when it is turned off again; it is off at first.
+    /// Called when the screen reader is turned on or off. The initial state is off.
     using Listener = std::function<void(bool on)>;
 
     explicit ScreenReader(Listener listener);
@@ -23,9 +22,10 @@ public:
     ScreenReader(ScreenReader&&) = delete;
     ScreenReader& operator=(ScreenReader&&) = delete;
 
-    /// The bus has the status, or not: takes over the proxy, which is null then.
+    /// For the GIO callback: the connection attempt has ended. Takes ownership of status, which is
+    /// null if the attempt failed.
     void Connected(GDBusProxy* status);
-    /// The status, or who gives it, may have changed.
+    /// For the GIO callbacks: the property or its owner may have changed.
     void Update();
 
 private:

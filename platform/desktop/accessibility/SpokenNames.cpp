@@ -13,7 +13,7 @@
 #include "accessibility/KeyFilter.h"
 #include "display/ShownText.h"
 
-// Elementary's own list of headers leaves it out.
+// Elementary.h does not include this header.
 extern "C" {
 #include <efl_access_object.eo.h>
 }
@@ -21,11 +21,11 @@ extern "C" {
 namespace applist::desktop {
 namespace {
 
-// The part that holds the text of a row with one text.
+// The theme part that shows the text of a row.
 constexpr const char* TEXT_PART = "elm.text";
 
-// The toolkit waits a tenth of a second for the address of the accessibility bus, and asks but
-// once; on a busy machine that bus takes longer to start.
+// The toolkit asks only once for the address of the accessibility bus, with a timeout of 100 ms. On
+// a busy machine that bus needs longer to start, so the connection is retried.
 constexpr double RETRY_SECONDS = 1.0;
 
 struct FreeText {
@@ -48,13 +48,14 @@ void NameRow(const Eo* list, Eo* row) {
     const std::unique_ptr<char, FreeText> text(kind->func.text_get(
         elm_object_item_data_get(row), const_cast<Evas_Object*>(list), TEXT_PART));
     if (text) {
-        // The accessibility bus carries valid UTF-8 only; anything else hangs the reader.
+        // The accessibility bus accepts valid UTF-8 only; other text makes the screen reader hang.
         g_autofree char* name = g_utf8_make_valid(ShownText(text.get()).c_str(), -1);
         efl_access_object_i18n_name_set(row, name);
     }
 }
 
 void NameList(Eo* list) {
+    // The list is nested in the popup, which has the title.
     const Evas_Object* around = elm_object_parent_widget_get(list);
     while (around != nullptr && !IsA(around, "Elm.Popup")) {
         around = elm_object_parent_widget_get(around);
@@ -74,7 +75,7 @@ void NameAll(Eo* list) {
     }
 }
 
-// Every list in or below object.
+// Names every list in the tree below object.
 void NameListsIn(Eo* object) {
     if (IsList(object)) {
         NameAll(object);
@@ -87,7 +88,7 @@ void NameListsIn(Eo* object) {
     eina_list_free(children);
 }
 
-// The toolkit calls this for every event of everything that a reader can see.
+// Called for every accessibility event of every object, so it returns early for most of them.
 void OnEvent(void*, const Efl_Event* event) {
     if (event->desc != EFL_ACCESS_OBJECT_EVENT_CHILDREN_CHANGED) {
         return;

@@ -8,9 +8,10 @@ typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
 
 namespace applist::desktop {
 
-/// Connects the toolkit to the screen reader and gives what it leaves nameless a name: a list that
-/// of its popup, a row its text. The toolkit knows the texts only of rows that are drawn; a reader
-/// goes through all of them. Main thread only; lives while the toolkit does.
+/// Connects the toolkit to the screen reader and names the objects that the toolkit leaves unnamed:
+/// lists get the title of their popup, rows get their text. The toolkit knows only the texts of
+/// rows that are drawn, but a reader visits all rows. Main thread only; must be destroyed before
+/// the toolkit shuts down.
 class SpokenNames {
 public:
     SpokenNames() = default;
@@ -20,12 +21,12 @@ public:
     SpokenNames(SpokenNames&&) = delete;
     SpokenNames& operator=(SpokenNames&&) = delete;
 
-    /// Switches it on, for everything that is there and that is still to come, or off. It is off at
-    /// first, and then costs nothing.
+    /// Connects and names all present and future rows, or disconnects. Initially off, at no cost.
     void Turn(bool on);
-    /// Something has become part of list.
+    /// For the toolkit's event callback: row has been added to list.
     static void RowAdded(Eo* list, Eo* row);
-    /// Connects again where the toolkit gave up; true iff it has to be looked at once more.
+    /// For the timer: connects again if the toolkit is not connected yet. Returns true if the timer
+    /// must call again.
     bool Retry();
 
 private:

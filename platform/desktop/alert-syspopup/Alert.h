@@ -9,16 +9,17 @@
 
 namespace applist::desktop {
 
-/// What a launch request asks the alert popup to say.
+/// The content of an alert, from a launch request.
 struct Alert {
     enum class Kind { NOTIFICATION, UNAVAILABLE };
     Kind kind = Kind::NOTIFICATION;
-    /// UTF-8, shown as it is: no markup.
+    /// UTF-8 plain text. Markup is not interpreted.
     std::string text;
 };
 
-/// Reads the extra data "text" and "type". Nothing without a text. A type other than "unavailable"
-/// is a notification, so that a text from a newer program is shown all the same.
+/// Reads the extra data "text" and "type". Returns nothing if the text is missing or empty. Any
+/// type other than "unavailable" is a notification, so that alerts from newer programs are still
+/// shown.
 std::optional<Alert> ReadAlert(const app_control_s& request);
 
 }  // namespace applist::desktop

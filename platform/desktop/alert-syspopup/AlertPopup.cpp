@@ -14,7 +14,7 @@
 namespace applist::desktop {
 namespace {
 
-// The remote control's Back and Exit, and what keyboards and remote controls send for OK.
+// Back and Exit of the remote control, and the names that OK has on keyboards and remote controls.
 constexpr std::array<std::string_view, 5> CLOSING_KEYS{"XF86Back", "XF86Exit", "Return", "KP_Enter",
                                                        "Select"};
 
@@ -65,13 +65,13 @@ void AlertPopup::Terminate() {
 void AlertPopup::Launch(const app_control_s& request) {
     const std::optional<Alert> alert = ReadAlert(request);
     if (!alert) {
-        LOG_ERROR("Launch request refused: its extra data holds no \"text\" to show");
+        LOG_ERROR("Launch request refused: its extra data does not contain \"text\"");
     } else if (m_window || (m_window = AlertWindow::Create(m_title.c_str()))) {
         m_window->Show(*alert);
         LOG_DEBUG("Showing as %s: %s", NameOf(alert->kind), alert->text.c_str());
         RestartTimer();
     } else {
-        LOG_ERROR("There is no display to show this on: %s", alert->text.c_str());
+        LOG_ERROR("Cannot open a display to show the alert: %s", alert->text.c_str());
     }
     if (!m_window) {
         ui_app_exit();
@@ -89,7 +89,8 @@ void AlertPopup::KeyReleased(std::string_view key) {
     }
 }
 
-// The toolkit deletes a timer that is not renewed.
+// release() and not reset(), because the toolkit deletes the timer when its callback does not renew
+// it.
 void AlertPopup::TimeOver() {
     static_cast<void>(m_timer.release());
     LOG_DEBUG("Closed after its time");

@@ -14,31 +14,32 @@
 
 namespace applist::desktop {
 
-/// The alert popup as an application: shows what launch requests ask it to say, one alert at a
-/// time, and ends after a while or at the viewer's key. Main thread only.
+/// The alert popup application. Shows one alert at a time and ends after a timeout or when the
+/// viewer presses a closing key. Main thread only.
 class AlertPopup {
 public:
-    /// How long an alert stays by itself: time to read four lines from a sofa.
+    /// Seconds until an alert closes: enough to read four lines from a sofa.
     static constexpr double SHOWN_SECONDS = 10.0;
 
-    /// title names the window.
+    /// title is the window's name.
     explicit AlertPopup(std::string title, double shownSeconds = SHOWN_SECONDS);
 
-    /// Begins to listen. Ends the program, too, when no request comes.
+    /// Starts to listen for keys and starts the timer, which also ends the program if no request
+    /// arrives.
     void Create();
-    /// Takes everything down; to be called while the toolkit works.
+    /// Releases everything. Call while the toolkit is still usable.
     void Terminate();
-    /// Shows the request's alert, in place of the one before. A request without a text is refused:
-    /// the alert before stays, and where there is none the program ends.
+    /// Shows the request's alert and replaces the previous one. A request without a text is
+    /// refused: the previous alert stays, or the program ends if there is none.
     void Launch(const app_control_s& request);
 
-    /// A key acts when it is released, but only if it was pressed here, too: the release of the key
-    /// that brought the popup up is not meant for it.
+    /// A key acts on release, and only if its press was seen here as well. This ignores the release
+    /// of the key that opened the popup.
     void KeyPressed(std::string_view key);
     void KeyReleased(std::string_view key);
     void TimeOver();
 
-    /// What is on the screen; null before the first request.
+    /// The window, or null before the first request.
     const AlertWindow* window() const { return m_window.get(); }
 
 private:

@@ -10,7 +10,7 @@
 namespace applist::desktop {
 namespace {
 
-// The toolkit takes every text of a theme's part as markup.
+// The toolkit parses the text of theme parts as markup, so plain text must be escaped.
 void SetText(Evas_Object* panel, const char* part, const char* text) {
     char* markup = elm_entry_utf8_to_markup(text);
     elm_layout_text_set(panel, part, markup);
@@ -39,7 +39,7 @@ std::unique_ptr<AlertWindow> AlertWindow::Create(const char* title) {
     return std::unique_ptr<AlertWindow>(new AlertWindow(window));
 }
 
-// The panel does not fill the window, so it stands in its middle, as large as it must be.
+// The table fills the window and centres the panel at its minimum size.
 AlertWindow::AlertWindow(Evas_Object* window) : m_window(window), m_panel(elm_layout_add(window)) {
     elm_layout_theme_set(m_panel, "layout", "alert", "default");
     SetText(m_panel, "elm.text.hint", i18n_get_text("ALERT_CLOSE_HINT"));
@@ -50,7 +50,7 @@ AlertWindow::AlertWindow(Evas_Object* window) : m_window(window), m_panel(elm_la
     evas_object_show(table);
 }
 
-// Takes everything in it along.
+// Also deletes the objects in the window.
 AlertWindow::~AlertWindow() {
     evas_object_del(m_window);
 }

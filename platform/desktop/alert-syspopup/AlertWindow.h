@@ -9,11 +9,11 @@
 
 namespace applist::desktop {
 
-/// The alert on the screen: a panel over the running broadcast. Main thread only, between the
-/// toolkit's start and its end.
+/// The alert's window: a panel over the running broadcast. Main thread only, while the toolkit is
+/// running.
 class AlertWindow {
 public:
-    /// Makes the window, with nothing in it yet; null where there is no display.
+    /// Creates the window without an alert. Returns null if there is no display.
     static std::unique_ptr<AlertWindow> Create(const char* title);
     ~AlertWindow();
     AlertWindow(const AlertWindow&) = delete;
@@ -21,10 +21,10 @@ public:
     AlertWindow(AlertWindow&&) = delete;
     AlertWindow& operator=(AlertWindow&&) = delete;
 
-    /// Shows the alert in place of what was shown before.
+    /// Shows the alert and replaces the previous one.
     void Show(const Alert& alert);
 
-    /// The toolkit's objects; they stay this object's.
+    /// The toolkit's objects, owned by this object.
     Evas_Object* window() const { return m_window; }
     Evas_Object* panel() const { return m_panel; }
 

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The system's alert popup: a program of its own that others launch with what it shall say.
+// Alert popup of the desktop port: a separate program that other programs launch to show a message.
 
 #include "CallbackGuard.h"
 #include "alert-syspopup/AlertPopup.h"

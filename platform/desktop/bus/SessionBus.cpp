@@ -13,6 +13,7 @@ bool HasSessionBus() {
     if (address != nullptr && *address != '\0') {
         return true;
     }
+    // The default address that D-Bus clients use: $XDG_RUNTIME_DIR/bus.
     const char* folder = std::getenv("XDG_RUNTIME_DIR");
     std::error_code ignored;
     return folder != nullptr &&

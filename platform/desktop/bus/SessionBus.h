@@ -4,8 +4,9 @@
 
 namespace applist::desktop {
 
-/// True iff the environment names a session bus or one listens at its usual place. Ask before GIO
-/// does: where there is none, GIO starts one, and that would outlive the program. Any thread.
+/// Returns true if the environment names a session bus or a bus socket exists at the default path.
+/// Call this before GIO connects: without a session bus, GIO starts one, and that process would
+/// outlive the program. Any thread.
 bool HasSessionBus();
 
 }  // namespace applist::desktop

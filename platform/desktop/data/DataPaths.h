@@ -4,17 +4,17 @@
 
 #include <string>
 
-/// Where the set's data lives: under $APPLIST_PLATFORM_ROOT when that is set and not empty, else
-/// in the user's own folders. docs/settings.md lists the files. Any thread.
+/// Paths of the set's data files: under $APPLIST_PLATFORM_ROOT if it is set and not empty, else in
+/// the user's own folders. docs/settings.md lists the files. Any thread.
 namespace applist::desktop {
 
-/// Settings that outlive a reboot.
+/// Settings that persist across reboots ("db/").
 std::string PersistentSettingsPath();
-/// Settings that do not.
+/// Settings that do not ("memory/").
 std::string VolatileSettingsPath();
-/// What the factory wrote into the set.
+/// Factory items.
 std::string FactoryDataPath();
-/// Which keys the set's remote control and keyboards have; for ReadKeyTable().
+/// Key names of the set's remote control and keyboards; for ReadKeyTable().
 std::string KeyTablePath();
 
 }  // namespace applist::desktop

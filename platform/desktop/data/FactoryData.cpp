@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* GROUP = "items";
 
-/// GetDataDirect(): no number could be read.
+/// Result of GetDataDirect(): no number could be read.
 constexpr int FACTORY_DATA_FAILED = -1;
 
 int Get(int id, void* buffer) {
@@ -45,7 +45,7 @@ Reading<int32_t> ReadFactoryItem(int id) {
     }
     const auto number = ParseNumber(*text);
     if (!number) {
-        return {{}, path + ": factory item " + std::to_string(id) + " is no number"};
+        return {{}, path + ": factory item " + std::to_string(id) + " is not a 32-bit number"};
     }
     return {number, {}};
 }

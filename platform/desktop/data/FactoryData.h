@@ -6,17 +6,19 @@
 
 #include "Reading.h"
 
-/// The items behind GetDataDirect(), and what only the factory may do: change them. Any thread, any
-/// number of processes; each call works on the file anew.
+/// Storage of the factory items that GetDataDirect() reads. Only factory tools write them. Any
+/// thread, any number of processes; each call reads the file again.
 namespace applist::desktop {
 
-/// Reads one item. A damaged file and an item that is no 32-bit number are problems.
+/// Reads one item. A damaged file, or an item that is not a 32-bit number, is reported as a
+/// problem.
 Reading<int32_t> ReadFactoryItem(int id);
 
-/// Stores an item in place of any before. Fails when the file cannot be read or replaced.
+/// Stores an item and replaces its previous value. Fails if the file cannot be read or replaced.
 Failure WriteFactoryItem(int id, int32_t value);
 
-/// Removes an item; nothing happens when there is none. Fails as WriteFactoryItem() does.
+/// Removes an item; succeeds without a change if the item does not exist. Fails like
+/// WriteFactoryItem().
 Failure RemoveFactoryItem(int id);
 
 }  // namespace applist::desktop

@@ -14,7 +14,9 @@ namespace applist::desktop {
 FileLock::FileLock(const std::string& path)
     : m_fd(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
     while (m_fd >= 0 && flock(m_fd, LOCK_EX) != 0) {
+        // A signal handler may interrupt the wait; only other errors end it.
         if (errno != EINTR) {
+            // close() may overwrite errno, which IsHeld() promises to leave for the caller.
             const int reason = errno;
             close(std::exchange(m_fd, -1));
             errno = reason;

@@ -6,12 +6,13 @@
 
 namespace applist::desktop {
 
-/// Holds an exclusive lock between processes, and between threads, from construction to
-/// destruction. The system releases it when its holder is killed.
+/// Holds an exclusive file lock, between processes and between threads, from construction to
+/// destruction. The system releases it if the holder is killed.
 class [[nodiscard]] FileLock {
 public:
-    /// Waits for the lock on the file at path, which is created if need be and never removed:
-    /// who removed it would let two holders in.
+    /// Waits for the lock on the file at path and creates the file if necessary. The file is never
+    /// removed: if it were, one process could hold a lock on the removed file while another locks
+    /// the new one.
     explicit FileLock(const std::string& path);
     ~FileLock();
     FileLock(FileLock&& other) noexcept;
@@ -19,7 +20,8 @@ public:
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
-    /// False when the file could not be opened or locked; errno says why.
+    /// False if the file could not be opened or locked. errno then gives the reason, until the next
+    /// system call.
     bool IsHeld() const { return m_fd >= 0; }
 
 private:

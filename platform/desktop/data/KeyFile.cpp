@@ -13,7 +13,7 @@
 namespace applist::desktop {
 namespace {
 
-/// "PATH: what happened", with what the system says.
+/// Returns "PATH: WHAT: " and the system's text for the error code.
 std::string SystemProblem(const std::string& path, const char* what, int code) {
     return path + ": " + what + ": " + std::strerror(code);
 }
@@ -23,13 +23,15 @@ Failure MakeFolderOf(const std::string& path) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) {
-        return folder.string() + ": cannot be made: " + error.message();
+        return folder.string() + ": cannot be created: " + error.message();
     }
     return {};
 }
 
 Failure Replace(const std::string& path, const std::string& text) {
     g_autoptr(GError) error = nullptr;
+    // CONSISTENT writes a new file and renames it; DURABLE syncs it first, so that a power loss
+    // cannot leave an empty file.
     const auto flags = static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT |
                                                           G_FILE_SET_CONTENTS_DURABLE);
     if (g_file_set_contents_full(path.c_str(), text.data(), static_cast<gssize>(text.size()), flags,
@@ -48,9 +50,10 @@ void KeyFile::Free::operator()(GKeyFile* file) const {
 KeyFile::KeyFile() : m_file(g_key_file_new()) {}
 
 Reading<KeyFile> KeyFile::Parse(std::string_view content) {
-    // What a file system may leave after a loss of power; the parser takes it for the file's end.
+    // A file system may leave zero bytes after a power loss. The parser would take the first one
+    // for the end of the file and drop the rest without an error.
     if (content.find('\0') != std::string_view::npos) {
-        return {{}, "damaged: it holds zero bytes"};
+        return {{}, "damaged: contains zero bytes"};
     }
     KeyFile file;
     g_autoptr(GError) error = nullptr;
@@ -83,7 +86,7 @@ std::optional<std::string> KeyFile::Get(const char* group, const std::string& ke
     if (value == nullptr) {
         return {};
     }
-    // The parser's idea of a line's end differs from one place in the file to the next.
+    // GKeyFile keeps a trailing '\r' or blank in some places of a file and strips it in others.
     return g_strchomp(value);
 }
 
@@ -110,9 +113,10 @@ Failure UpdateKeyFile(const std::string& path, const std::function<void(KeyFile&
     if (!lock.IsHeld()) {
         return SystemProblem(lockPath, "cannot be locked", errno);
     }
+    // Read only after locking, so that changes of other writers are included.
     auto file = KeyFile::Load(path);
     if (!file.value) {
-        return file.problem + "; left as it is, repair or remove it first";
+        return file.problem + "; not changed, repair or remove it first";
     }
     change(*file.value);
     return Replace(path, file.value->Text());

@@ -14,21 +14,23 @@ using GKeyFile = struct _GKeyFile;
 
 namespace applist::desktop {
 
-/// The text of one of the port's files, taken apart: groups of keys with values. What a person
-/// wrote beside the values (comments, other groups) is kept. One thread at a time.
+/// The parsed content of one of the port's files: groups of keys with values. Comments and unknown
+/// groups are kept. One thread at a time.
 class KeyFile {
 public:
-    /// Takes content apart; a problem when it is no key file.
+    /// Parses content; reports a problem if it is not a key file.
     static Reading<KeyFile> Parse(std::string_view content);
-    /// Reads the file at path; one that does not exist is an empty key file. Takes no lock: files
-    /// are replaced as a whole, so a reader sees one state or the next.
+    /// Reads the file at path; a missing file gives an empty key file. Takes no lock: files are
+    /// replaced as a whole, so a reader sees either the old state or the new one.
     static Reading<KeyFile> Load(const std::string& path);
 
-    /// The value as it stands in the file, without blanks around it.
+    /// Returns the value as written in the file, without surrounding blanks, or nothing if the key
+    /// is missing.
     std::optional<std::string> Get(const char* group, const std::string& key) const;
-    /// REQUIRES: key and value are plain words, without brackets, '=', line ends or outer blanks.
+    /// Sets a value. REQUIRES: key and value do not contain brackets, '=' or line ends, and do not
+    /// start or end with a blank.
     void Set(const char* group, const std::string& key, const std::string& value);
-    /// Removes a value; nothing happens when there is none.
+    /// Removes a value; does nothing if it does not exist.
     void Remove(const char* group, const std::string& key);
     std::string Text() const;
 
@@ -41,11 +43,11 @@ private:
     std::unique_ptr<GKeyFile, Free> m_file;
 };
 
-/// Changes the file at path so that a killed process leaves the old state or the new one, and
-/// writers at the same time lose none of their changes: read, change and replacement stand under
-/// a lock (path + ".lock"), and the replacement is one step. Folders are made as needed.
+/// Applies change to the file at path. The whole read, change and replacement happens under a lock
+/// (path + ".lock"), so concurrent writers do not lose changes. The file is replaced in one step,
+/// so a killed process leaves either the old state or the new one. Missing folders are created.
 ///
-/// A file that cannot be read is left alone, and that is the failure.
+/// Fails without a change if the file exists but cannot be read.
 Failure UpdateKeyFile(const std::string& path, const std::function<void(KeyFile&)>& change);
 
 }  // namespace applist::desktop

@@ -9,7 +9,7 @@
 namespace applist::desktop {
 namespace {
 
-// What the application and the toolkit's list act on.
+// The keys that the application and the toolkit's list handle.
 constexpr std::array<const char*, 9> REMOTE_CONTROL{
     "Up", "Down", "Left", "Right", "Return", "Prior", "Next", "XF86Back", "XF86Exit",
 };
@@ -22,7 +22,7 @@ std::string_view Trimmed(std::string_view text) {
                : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-// Cuts the first line off text.
+// Removes the first line from text and returns it.
 std::string_view TakeLine(std::string_view& text) {
     const size_t end = std::min(text.find('\n'), text.size());
     const std::string_view line = text.substr(0, end);
@@ -32,9 +32,10 @@ std::string_view TakeLine(std::string_view& text) {
 
 }  // namespace
 
-// Debian's keymaps name KEY_EXIT XF86Close, and do not name KEY_OK and KEY_SELECT, whose codes are
-// 360 and 361 with X's offset of 8. X11 does not deliver codes above 255. Where a keymap has
-// XF86Exit, on code 182, the toolkit does not know the name.
+// Debian's keymaps name KEY_EXIT "XF86Close". They do not name KEY_OK and KEY_SELECT, whose key
+// codes are 360 and 361 (including X's offset of 8). X11 does not deliver codes above 255, so these
+// two work on Wayland only. Key code 182 is XF86Exit in some keymaps, but the toolkit does not know
+// that name.
 KeyTable::KeyTable()
     : m_entries{
           {"Escape", "XF86Back"},    {"F10", "XF86Exit"},        {"Keycode-182", "XF86Exit"},
@@ -64,6 +65,8 @@ std::string KeyTable::AddLine(std::string_view line) {
         return "not KEY=NAME";
     }
     const std::string_view name = Trimmed(line.substr(sign + 1));
+    // insert_or_assign() stores the pointer from REMOTE_CONTROL, because the entries must outlive
+    // content.
     const auto* const known = std::find(REMOTE_CONTROL.begin(), REMOTE_CONTROL.end(), name);
     if (known != REMOTE_CONTROL.end() && *known != key) {
         m_entries.insert_or_assign(key, *known);

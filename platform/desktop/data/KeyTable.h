@@ -31,7 +31,7 @@ public:
     const Entries& All() const { return m_entries; }
 
 private:
-    /// Returns the problem, or an empty text.
+    /// Returns the problem of the line, or an empty string.
     std::string AddLine(std::string_view line);
 
     Entries m_entries;

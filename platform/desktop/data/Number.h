@@ -9,7 +9,8 @@
 
 namespace applist::desktop {
 
-/// A decimal number of 32 bits, digits behind an optional '-' and nothing else.
+/// Parses a signed 32-bit decimal number: an optional '-', then digits. Returns nothing for any
+/// other text.
 inline std::optional<int32_t> ParseNumber(std::string_view text) {
     int32_t number = 0;
     const char* end = text.data() + text.size();

@@ -7,16 +7,16 @@
 
 namespace applist::desktop {
 
-/// What reading one thing came to. Neither value nor problem: it is not there.
+/// The result of reading one item. If both value and problem are empty, the item does not exist.
 template <typename Value>
 struct Reading {
     std::optional<Value> value;
-    /// Why it is there and cannot be read; names the file.
+    /// Why the item exists but cannot be read, including the name of the file.
     std::string problem;
 };
 
-/// What changing something came to: nothing, or why it could not be done. A failed change leaves
-/// everything as it was.
+/// The result of a change: nothing on success, else the reason for the failure. A failed change
+/// leaves everything as it was.
 using Failure = std::optional<std::string>;
 
 }  // namespace applist::desktop

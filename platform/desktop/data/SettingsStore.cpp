@@ -18,7 +18,7 @@ constexpr const char* GROUP = "settings";
 constexpr std::string_view BOOL_TAG = "bool:";
 constexpr std::string_view INT_TAG = "int:";
 
-/// The file of a key; a problem for a key of no file.
+/// Returns the path of the file that holds key, or a problem if key is in neither group.
 Reading<std::string> FileOf(const std::string& key) {
     if (key.starts_with("db/")) {
         return {PersistentSettingsPath(), {}};
@@ -44,8 +44,8 @@ Failure Update(const std::string& key, const std::function<void(KeyFile&)>& chan
     return path.value ? UpdateKeyFile(*path.value, change) : Failure(path.problem);
 }
 
-/// What both functions of the platform do. Missing keys are the caller's to report: it knows what
-/// they are for.
+/// Implements vconf_get_bool() and vconf_get_int(). Does not log a missing key, because the caller
+/// logs it with a description of the setting.
 template <typename Type>
 int Get(const char* key, int* value) {
     const auto reading = ReadSetting(key);
@@ -107,7 +107,7 @@ Reading<Setting> ReadSetting(const std::string& key) {
     }
     const auto setting = Decode(*text);
     if (!setting) {
-        return {{}, *path.value + ": setting '" + key + "' has no value of a known type"};
+        return {{}, *path.value + ": setting '" + key + "' does not have a bool or int value"};
     }
     return {setting, {}};
 }

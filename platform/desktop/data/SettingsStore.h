@@ -9,35 +9,35 @@
 
 #include "Reading.h"
 
-/// The settings behind vconf_get_bool() and vconf_get_int(), and what only the set's menus may do:
-/// change them. Any thread, any number of processes; each call works on the files anew.
+/// Storage of the settings that vconf_get_bool() and vconf_get_int() read. Only the set's menus
+/// write them. Any thread, any number of processes; each call reads the files again.
 namespace applist::desktop {
 
-/// The type is part of what is stored.
+/// The value of a setting. Its type is stored with it.
 using Setting = std::variant<bool, int32_t>;
 
-/// A setting as the files hold it, "bool:true" or "int:-5", and back. Nothing for any other text,
-/// other spellings and numbers beyond 32 bits included.
+/// Convert a setting to and from its stored form, such as "bool:true" or "int:-5". Decode() returns
+/// nothing for any other text, including other spellings and numbers that exceed 32 bits.
 std::string Encode(Setting setting);
 std::optional<Setting> Decode(std::string_view text);
 
-/// The port's own setting, beside those that the program reads: true for the high-contrast theme.
+/// A setting of this port only: true selects the high-contrast theme.
 inline constexpr const char* HIGH_CONTRAST_KEY = "db/menu/accessibility/high-contrast";
 
-/// "bool" or "int".
+/// Returns "bool" or "int".
 const char* TypeName(const Setting& setting);
 
-/// Reads one setting. A key that is neither under "db/" nor under "memory/", a damaged file and a
-/// damaged value are problems.
+/// Reads one setting. Reports a problem if key is neither under "db/" nor under "memory/", or if
+/// the file or the value is damaged.
 Reading<Setting> ReadSetting(const std::string& key);
 
-/// Stores a setting in place of any before, of whatever type.
+/// Stores a setting and replaces its previous value, whatever type that had.
 ///
-/// Fails for a key that cannot be stored (the folders above, then letters, digits and any of
-/// "/_-."), and when the file cannot be read or replaced.
+/// Fails if key is invalid or the file cannot be read or replaced. A valid key starts with one of
+/// the folders above and consists of letters, digits, '/', '_', '-' and '.'.
 Failure WriteSetting(const std::string& key, Setting setting);
 
-/// Removes a setting; nothing happens when there is none. Fails as WriteSetting() does.
+/// Removes a setting; succeeds without a change if it does not exist. Fails like WriteSetting().
 Failure RemoveSetting(const std::string& key);
 
 }  // namespace applist::desktop

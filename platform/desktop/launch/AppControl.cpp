@@ -18,7 +18,7 @@ namespace {
 using applist::GuardCallback;
 using applist::desktop::BusLaunch;
 
-// What the bus can carry and a desktop entry can be called.
+// D-Bus strings must be valid UTF-8.
 bool IsText(const char* text) {
     return text != nullptr && g_utf8_validate(text, -1, nullptr) != FALSE;
 }
@@ -36,7 +36,7 @@ int AddExtraData(app_control_s& request, const char* key, const char* value) {
 
 int Launch(const app_control_s& request) {
     if (g_application_id_is_valid(request.appId.c_str()) == FALSE) {
-        LOG_ERROR("Cannot launch '%s': that is no application id", request.appId.c_str());
+        LOG_ERROR("Cannot launch '%s': not an application id", request.appId.c_str());
         return -EINVAL;
     }
     const BusLaunch launch = applist::desktop::LaunchOverBus(request);
@@ -78,7 +78,7 @@ extern "C" int app_control_add_extra_data(app_control_h request, const char* key
     return GuardCallback<int>(-ENOMEM, [&] { return AddExtraData(*request, key, value); });
 }
 
-// The answer is the acceptance: an application of the desktop returns none of its own.
+// The reply only reports that the launch was accepted: desktop applications do not return a reply.
 extern "C" int app_control_send_launch_request(app_control_h request, app_control_reply_cb reply,
                                                void* user_data) {
     if (request == nullptr) {

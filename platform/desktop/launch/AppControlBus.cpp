@@ -13,12 +13,13 @@
 namespace applist::desktop {
 namespace {
 
-// The caller waits this long for an answer, because the viewer may be waiting for the caller.
+// Limit for each reply of the bus, because the viewer may be waiting for the caller.
 constexpr int PATIENCE_MS = 1000;
 constexpr const char* BUS_NAME = "org.freedesktop.DBus";
 constexpr const char* BUS_PATH = "/org/freedesktop/DBus";
 
-// A connection of our own: the process' shared one would end the process with the bus.
+// Opens a private connection. The process' shared connection ends the process when the bus closes
+// it.
 GDBusConnection* Connect() {
     if (!HasSessionBus()) {
         return nullptr;
@@ -38,7 +39,7 @@ GDBusConnection* Connect() {
     return bus;
 }
 
-// Calls the bus daemon itself and drops the answer's content.
+// Calls a method of the bus daemon and discards the content of the reply.
 bool AskDaemon(GDBusConnection* bus, const char* interface, const char* method,
                GVariant* parameters, GError** error) {
     g_autoptr(GVariant) answer =
@@ -47,12 +48,12 @@ bool AskDaemon(GDBusConnection* bus, const char* interface, const char* method,
     return answer != nullptr;
 }
 
-// Logs why the bus has not done it. A start that takes long is left to the direct launch: the
-// daemon drops a request whose sender has gone away, and two programs of one id sort out the
-// request between them.
+// Logs the failure of a bus call. If the call has timed out, the program is launched directly
+// instead: the daemon drops the pending request when this connection closes, and if the bus starts
+// the program as well, the second instance forwards its request to the first.
 BusLaunch Failed(const char* what, const std::string& appId, const GError* error) {
     if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) != FALSE) {
-        LOG_INFO("%s %s over the bus takes too long", what, appId.c_str());
+        LOG_INFO("Timed out: %s %s over the bus", what, appId.c_str());
         return BusLaunch::UNKNOWN;
     }
     LOG_ERROR("Cannot %s %s over the bus: [%d] %s", what, appId.c_str(), error->code,
@@ -60,8 +61,8 @@ BusLaunch Failed(const char* what, const std::string& appId, const GError* error
     return BusLaunch::FAILED;
 }
 
-// Starting comes apart from the request: the daemon drops a request that waits for a start when
-// its sender goes away first, and a caller may end right after the launch.
+// The start and the request are separate calls. The daemon drops a request that waits for a start
+// if its sender disconnects, and the caller may exit right after the launch.
 BusLaunch Start(GDBusConnection* bus, const std::string& appId) {
     g_autoptr(GError) error = nullptr;
     if (AskDaemon(bus, BUS_NAME, "StartServiceByName", g_variant_new("(su)", appId.c_str(), 0U),
@@ -87,8 +88,8 @@ GDBusMessage* ToMessage(const app_control_s& request) {
     return message;
 }
 
-// The daemon handles a connection's messages in order: its answer to a later question proves that
-// the request stands in the application's queue.
+// The daemon handles the messages of a connection in order. Its reply to the Ping therefore proves
+// that the request is in the application's queue.
 BusLaunch Deliver(GDBusConnection* bus, const app_control_s& request) {
     g_autoptr(GError) error = nullptr;
     g_autoptr(GDBusMessage) message = ToMessage(request);

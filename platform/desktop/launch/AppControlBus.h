@@ -6,20 +6,20 @@
 
 namespace applist::desktop {
 
-/// How a request fared on the session bus.
+/// The result of a launch over the session bus.
 enum class BusLaunch {
-    /// The application runs and the bus has put the request into its queue.
+    /// The application is running and the bus has queued the request for it.
     DELIVERED,
-    /// There is no session bus, it knows no application of that id, or it does not answer within a
-    /// second: launch the program directly.
+    /// There is no session bus, the bus does not know the application id, or the bus did not reply
+    /// within a second. The caller should launch the program directly.
     UNKNOWN,
-    /// The bus knows the application, but could not start it or deliver the request; logged.
+    /// The bus knows the application but could not start it or deliver the request; logged.
     FAILED
 };
 
-/// Has the session bus start the application, unless it runs, and passes it the request. Waits for
-/// the application to take its name, not for it to handle the request. Main thread.
-/// REQUIRES: request.appId is a valid application id.
+/// Sends a request over the session bus, which starts the application if it is not running. Waits
+/// until the application has taken its bus name, but not until it has handled the request. Main
+/// thread. REQUIRES: request.appId is a valid application id.
 BusLaunch LaunchOverBus(const app_control_s& request);
 
 }  // namespace applist::desktop

@@ -17,12 +17,13 @@ namespace {
 
 using Command = std::vector<std::string>;
 
-// A placeholder of a desktop entry's command line, such as "%U", which stands for files to open.
+// Desktop entries use field codes such as "%U" as placeholders for files to open.
 bool IsFieldCode(const std::string& word) {
     return word.size() == 2 && word[0] == '%' && word[1] != '%';
 }
 
-// The words of a desktop entry's command line, which may be quoted; nothing for none.
+// Splits a desktop entry's command line, which may contain quotes, and drops the field codes. Empty
+// if the command line is missing or malformed.
 Command Words(const char* commandLine) {
     g_auto(GStrv) words = nullptr;
     if (commandLine == nullptr || g_shell_parse_argv(commandLine, nullptr, &words, nullptr) == 0) {
@@ -33,8 +34,8 @@ Command Words(const char* commandLine) {
     return command;
 }
 
-// The command that the application's desktop entry names; empty when there is no entry, or none
-// whose program exists.
+// Returns the command of the application's desktop entry. Empty if there is no such entry or its
+// program does not exist.
 Command CommandOf(const std::string& appId) {
     const std::string entry = appId + ".desktop";
     const std::string ours = FindData("applications/" + entry);

@@ -6,10 +6,10 @@
 
 namespace applist::desktop {
 
-/// Starts the installed program of the application, with the request's extra data as arguments.
-/// Its desktop entry names the program; ours beside this program goes before those of the system.
-/// No shell takes part. Returns true iff the program was started; else the reason is logged.
-/// Main thread. REQUIRES: request.appId is a valid application id.
+/// Starts the program of an installed application, with the request's extra data as arguments, and
+/// without a shell. The desktop entry names the program; an entry in this program's own share
+/// folder takes precedence over the system's. Returns true if the program was started; otherwise
+/// logs the reason. Main thread. REQUIRES: request.appId is a valid application id.
 bool LaunchDirectly(const app_control_s& request);
 
 }  // namespace applist::desktop

@@ -23,7 +23,7 @@ const char* LevelName(int priority) {
     return priority >= PLATFORM_LOG_INFO ? "info" : "debug";
 }
 
-// The numbers of syslog(3).
+// Priorities of syslog(3): error, info and debug.
 const char* SyslogPriority(int priority) {
     if (priority >= PLATFORM_LOG_ERROR) {
         return "3";
@@ -64,7 +64,8 @@ std::optional<int> ParseLogLevel(std::string_view value) {
 }
 
 std::optional<CodeLocation> ParseLocation(std::string_view message) {
-    // A function may be called "operator()", so its end is the last bracket before the arrow.
+    // A function name may contain a bracket ("operator()"), so the line number starts after the
+    // last bracket before the arrow.
     const size_t arrow = message.find(") > [");
     const size_t colon = message.find(": ");
     if (arrow == std::string_view::npos || colon >= arrow) {

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-/// What a log line consists of, and how it looks in each place it can go to. Pure functions.
+/// The parts of a log line and its formats for each destination. Pure functions, any thread.
 namespace applist::desktop {
 
-/// Where a message was written.
+/// The source position of a message.
 struct CodeLocation {
     std::string file;
     std::string function;
@@ -20,44 +20,45 @@ struct CodeLocation {
     bool operator==(const CodeLocation&) const = default;
 };
 
-/// One message on its way out. The priority is one of PLATFORM_LOG_*.
+/// One message to be written. priority is one of PLATFORM_LOG_*.
 struct LogRecord {
     int priority = 0;
-    /// The program or library that speaks.
+    /// The name of the program or library that logs the message.
     std::string tag;
     std::string message;
     std::optional<CodeLocation> location;
 };
 
-/// The value of APPLIST_LOG as the lowest priority to be written: "error", "info" or "debug".
-/// Nothing for anything else.
+/// Parses the value of APPLIST_LOG ("error", "info" or "debug") into the lowest priority that is
+/// written. Returns nothing for any other value.
 std::optional<int> ParseLogLevel(std::string_view value);
 
-/// Reads the position "file: function(line) > [function:line] " that a message starts with.
-/// Nothing when it starts otherwise.
+/// Parses the position "file: function(line) > [function:line] " at the start of message. Returns
+/// nothing if message does not start with a position.
 std::optional<CodeLocation> ParseLocation(std::string_view message);
 
-/// The message without the line ends at its end; they are the writer's way to set lines apart and
-/// have no place in a record.
+/// Returns message without trailing line ends. They only separate the sender's lines and are not
+/// part of a record.
 std::string_view WithoutLineEnds(std::string_view message);
 
-/// The record as the one line that standard error shows, line end included: "tag level: message".
-/// Control characters, which names from a broadcast may hold, are written as \xNN.
+/// Formats the record for standard error as one line, including the line end: "tag level: message".
+/// Control characters are written as \xNN, because application names from the broadcast may contain
+/// them.
 std::string StandardErrorLine(const LogRecord& record);
 
-/// The record as the journal's fields, names before values.
+/// Formats the record as journal fields: pairs of name and value.
 std::vector<std::pair<std::string, std::string>> JournalFields(const LogRecord& record);
 
-/// True iff this is GLib's complaint about a name watch that does not exist.
+/// Returns true if this is GLib's warning about an unknown name watch.
 ///
-/// The transport ends its three signal subscriptions through the same call as its name watches,
-/// and GLib complains once for each. That is known and harmless.
+/// The transport ends its three signal subscriptions with g_bus_unwatch_name(), so GLib logs one
+/// warning for each. They are harmless.
 bool IsUnknownWatchComplaint(std::string_view domain, std::string_view message);
 
-/// True iff this is one of the toolkit's complaints about itself that mean nothing to anybody: that
-/// a list's row holds nothing that could take the focus instead of it, when the focus goes to a row
-/// that has just been drawn; and two by which it loses its way among its own objects while a
-/// screen reader asks for them.
+/// Returns true if this is one of three toolkit messages about its own internal state that are
+/// harmless. One is logged when the focus moves to a list row that has just been drawn and contains
+/// no focusable object. The other two are logged while a screen reader queries the toolkit's
+/// objects.
 bool IsHarmlessToolkitComplaint(std::string_view function, std::string_view message);
 
 }  // namespace applist::desktop

@@ -12,7 +12,7 @@
 namespace applist::desktop {
 namespace {
 
-// One write(2), so that lines of several threads do not mix.
+// A single write(2), so that lines from several threads are not interleaved.
 bool WriteToStandardError(const LogRecord& record) {
     const std::string line = StandardErrorLine(record);
     return write(STDERR_FILENO, line.data(), line.size()) == static_cast<ssize_t>(line.size());
@@ -20,9 +20,10 @@ bool WriteToStandardError(const LogRecord& record) {
 
 std::string Format(const char* format, va_list arguments) {
     std::array<char, 512> buffer{};
+    // A va_list can be used once only, and a long message is formatted twice.
     va_list again;
     va_copy(again, arguments);
-    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it is the caller's, and started
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the caller has started it
     const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
     std::string text;
     if (length >= static_cast<int>(buffer.size())) {
@@ -72,7 +73,8 @@ LogRecord RecordOf(GLogLevelFlags level, const GLogField* fields, gsize count) {
     return record;
 }
 
-// No exception may leave into C, and nothing can be logged about one that arises while logging.
+// C code calls the functions below, so exceptions must not escape. An exception that occurs while
+// logging cannot itself be logged.
 template <typename Body>
 bool Try(Body body) noexcept {
     try {
@@ -123,7 +125,7 @@ LogWriter& LogWriter::Get() {
 }
 
 void TakeGlibMessages() {
-    // GLib aborts if it is given a second writer.
+    // GLib aborts the program if a second writer is set.
     static const bool taken = [] {
         g_log_set_writer_func(OnGlibMessage, nullptr, nullptr);
         return true;
@@ -157,7 +159,7 @@ bool LogWriter::WriteToJournal(const LogRecord& record) const {
     for (const auto& [name, value] : fields) {
         raw.push_back({name.c_str(), value.data(), static_cast<gssize>(value.size())});
     }
-    // The level given here plays no part: the priority is among the fields.
+    // journald reads the priority from the fields, so the level passed here has no effect.
     return g_log_writer_journald(G_LOG_LEVEL_MESSAGE, raw.data(), raw.size(), nullptr) ==
            G_LOG_WRITER_HANDLED;
 }

@@ -10,21 +10,21 @@
 
 namespace applist::desktop {
 
-/// Writes the log lines of __dlog_print() and, in a program that asks for it, those of the toolkit
-/// and of GLib. They go to the journal when standard error is connected to it, else to standard
-/// error. Any thread. Changes nothing in the process, because a module that another program loads
-/// uses it as well.
+/// Writes the messages of __dlog_print() and, in programs that request it, those of the toolkit and
+/// GLib. Writes to the journal if standard error is connected to it, else to standard error. Does
+/// not change any process-wide state, because a module loaded by another program uses it, too. Any
+/// thread.
 ///
-/// The environment variable APPLIST_LOG chooses what is written: "error" (the default), "info" or
-/// "debug", each with what is more urgent.
+/// The environment variable APPLIST_LOG sets the lowest priority that is written: "error" (the
+/// default), "info" or "debug".
 class LogWriter {
 public:
-    /// The process' writer. Created on the first call.
+    /// Returns the writer of the process, created on the first call.
     static LogWriter& Get();
 
-    /// False when records of this priority are dropped; then nothing of them need be prepared.
+    /// Returns false if records of this priority are dropped; the caller can then skip formatting.
     bool Writes(int priority) const { return priority >= m_threshold; }
-    /// Writes one record whatever its priority; false when it could not be written.
+    /// Writes one record, whatever its priority. Returns false if it could not be written.
     bool Write(const LogRecord& record) const;
 
 private:
@@ -35,13 +35,13 @@ private:
     int m_threshold;
 };
 
-/// Sends GLib's messages to the writer for the rest of the process' life. May be called repeatedly.
-/// Only a program may call it, never a module: GLib accepts one writer per process, and a module's
-/// writer would be called after the module is unloaded.
+/// Redirects GLib's messages to the writer until the process ends. May be called repeatedly. Only a
+/// program may call it, not a module: GLib accepts one writer per process, and would call a
+/// module's writer after the module is unloaded.
 void TakeGlibMessages();
 
-/// While it lives, the toolkit's messages go to the writer. At most one at a time; made on the main
-/// thread before the toolkit starts.
+/// Redirects the toolkit's messages to the writer while it exists. At most one may exist at a time;
+/// create it on the main thread before the toolkit starts.
 class ToolkitMessages {
 public:
     ToolkitMessages();

@@ -9,7 +9,7 @@ namespace applist::desktop {
 
 namespace {
 
-// Empty where the system does not tell where the program is.
+// Without /proc the result is "share", relative to the working directory.
 std::filesystem::path ShareBesideProgram() {
     std::error_code unreadable;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", unreadable);

@@ -6,9 +6,10 @@
 
 namespace applist::desktop {
 
-/// The absolute path of one of the program's data files or folders, named relative to share/.
-/// Looks in ../share beside the program first, so that a build tree and a moved installation find
-/// their own, then under the prefix of the installation. Empty when it is in neither. Any thread.
+/// Returns the absolute path of one of the program's data files or folders, given relative to
+/// share/. First looks in ../share next to the program's folder, so that a build tree and a
+/// relocated installation use their own files; then under the installation prefix. Returns an empty
+/// string if both lack it. Any thread.
 std::string FindData(const std::string& relative);
 
 }  // namespace applist::desktop

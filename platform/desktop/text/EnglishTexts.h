@@ -12,7 +12,7 @@ struct EnglishText {
     const char* text;
 };
 
-/// The English catalogue, compiled in from po/en.po.
+/// The English catalogue, generated from po/en.po and compiled in.
 inline constexpr auto ENGLISH_TEXTS = std::to_array<EnglishText>({
 #include "EnglishTexts.inc"
 });

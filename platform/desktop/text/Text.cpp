@@ -22,8 +22,8 @@ namespace {
 constexpr const char* DOMAIN = "applist";
 constexpr const char* LAST_RESORT = "en";
 
-// The viewer's languages, best first, as gettext's LANGUAGE lists them, and English behind all.
-// The plain C locale is left out: it would end gettext's search.
+// Returns the viewer's languages in order of preference, in the format of gettext's LANGUAGE, with
+// English last. Omits the plain C locale, because gettext stops searching when it reaches that.
 std::string Languages() {
     std::string languages;
     for (const char* const* name = g_get_language_names(); *name != nullptr; ++name) {
@@ -35,13 +35,14 @@ std::string Languages() {
     return languages + LAST_RESORT;
 }
 
-// gettext takes the languages from the environment alone, which must not change once there are
-// other threads: this runs before main.
+// gettext reads the languages from the environment only. The environment must not be changed once
+// other threads run, so this initialiser sets it before main().
 const bool LANGUAGES_CHOSEN =
     GuardCallback(false, [] { return g_setenv("LANGUAGE", Languages().c_str(), TRUE) != FALSE; });
 
-// Sets a locale for one look-up in this thread. gettext ignores the languages in the plain C
-// locale, and the viewer's own may not be generated on this system; C.UTF-8 always is there.
+// Sets the locale of this thread for one look-up. In the plain C locale gettext ignores LANGUAGE,
+// and the locale of the viewer's language may not be generated on this system. C.UTF-8 is always
+// available.
 class ScopedLocale {
 public:
     ScopedLocale() : m_locale(newlocale(LC_MESSAGES_MASK, "C.UTF-8", nullptr)) {
@@ -67,8 +68,8 @@ bool BindCatalogues() {
     const std::string catalogues = FindData("locale");
     if (catalogues.empty()) {
         LOG_ERROR(
-            "No message catalogues: there is no folder share/locale of this program; texts "
-            "are English");
+            "No message catalogues: cannot find the program's folder share/locale; texts are "
+            "English");
         return false;
     }
     bindtextdomain(DOMAIN, catalogues.c_str());
@@ -76,8 +77,8 @@ bool BindCatalogues() {
     return true;
 }
 
-// What is compiled in; null for an id that nobody knows. A viewer without catalogues, or with one
-// that is cut short, gets English, not ids.
+// Returns the compiled-in text, or null if the id is unknown. It is used if the catalogues are
+// missing or incomplete, so that the viewer sees English and not message ids.
 const char* English(std::string_view messageId) {
     const auto* const found =
         std::find_if(ENGLISH_TEXTS.begin(), ENGLISH_TEXTS.end(),
@@ -85,7 +86,8 @@ const char* English(std::string_view messageId) {
     return found != ENGLISH_TEXTS.end() ? found->text : nullptr;
 }
 
-// The id itself must outlive the call, too, like a text: it may be the caller's temporary.
+// Returns a copy of the id that is never freed. Callers may keep any returned text, but messageId
+// may be a temporary of the caller.
 const char* Keep(const char* messageId) {
     static std::set<std::string> ids;
     return ids.insert(messageId).first->c_str();
@@ -104,14 +106,15 @@ const char* Translate(const char* messageId) {
 
 }  // namespace
 
-// The catalogue answers, since it may not be in the language that was asked for first.
+// Asks the catalogue, because gettext may have fallen back to a language other than the first one
+// that the viewer prefers.
 bool TextRunsRightToLeft() {
     return std::strcmp(i18n_get_text("TEXT_DIRECTION"), "rtl") == 0;
 }
 
 }  // namespace applist::desktop
 
-// An empty id is the key of a catalogue's own header, no message.
+// gettext returns the catalogue's header for the empty id, so it is handled here.
 extern "C" const char* i18n_get_text(const char* message_id) {
     if (message_id == nullptr || *message_id == '\0') {
         return "";

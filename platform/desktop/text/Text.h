@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// What i18n_get_text() knows beyond the texts themselves.
+/// Properties of the texts that i18n_get_text() returns.
 ///
-/// The viewer's languages are those of LANGUAGE, LC_ALL, LC_MESSAGES and LANG as the process was
-/// started; a language needs a catalogue, but no locale on the system.
+/// The viewer's languages are taken from LANGUAGE, LC_ALL, LC_MESSAGES and LANG at the start of the
+/// process. A language needs a catalogue, but its locale need not be installed.
 namespace applist::desktop {
 
-/// True iff the language in which texts are given is written from right to left. Main thread.
+/// Returns true if the language of the texts is written from right to left. Main thread.
 bool TextRunsRightToLeft();
 
 }  // namespace applist::desktop

@@ -18,7 +18,7 @@ namespace {
 constexpr const char* STANDARD = "applist/theme/applist.edj";
 constexpr const char* HIGH_CONTRAST = "applist/theme/applist-high-contrast.edj";
 
-// Not as an application reads its settings: it is no error that the viewer never chose.
+// Does not use vconf_get_bool(), because a missing setting is normal here and must not be logged.
 bool WantsHighContrast() {
     const Reading<Setting> setting = ReadSetting(HIGH_CONTRAST_KEY);
     if (!setting.problem.empty()) {
@@ -32,13 +32,14 @@ bool WantsHighContrast() {
 void LoadTheme() {
     const char* name = WantsHighContrast() ? HIGH_CONTRAST : STANDARD;
     const std::string theme = FindData(name);
-    // The toolkit says nothing about an overlay that it cannot have; rows would just have no style.
+    // elm_theme_overlay_add() does not report a file that it cannot load; the list's rows would
+    // silently lack their style.
     if (theme.empty()) {
-        LOG_ERROR("The theme is missing: share/%s, beside the program's folder", name);
+        LOG_ERROR("Cannot find the theme share/%s", name);
         return;
     }
     if (access(theme.c_str(), R_OK) != 0) {
-        LOG_ERROR("The theme cannot be read: %s: %s", theme.c_str(), std::strerror(errno));
+        LOG_ERROR("Cannot read the theme %s: %s", theme.c_str(), std::strerror(errno));
         return;
     }
     elm_theme_overlay_add(nullptr, theme.c_str());

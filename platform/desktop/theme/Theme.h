@@ -4,9 +4,9 @@
 
 namespace applist::desktop {
 
-/// Lays the theme that HIGH_CONTRAST_KEY asks for, the standard one unless it is set, over the
-/// toolkit's own. A theme that is missing, and a setting that cannot be read, are logged. Main
-/// thread only, once, before the first window.
+/// Loads the program's theme as an overlay over the toolkit's default theme: the high-contrast
+/// variant if the setting HIGH_CONTRAST_KEY is true, else the standard one. Logs a missing theme
+/// and an unreadable setting. Main thread only; call once, before the first window is created.
 void LoadTheme();
 
 }  // namespace applist::desktop

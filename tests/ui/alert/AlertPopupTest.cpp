@@ -22,7 +22,7 @@ namespace {
 using desktop::AlertPopup;
 using testing::ElementsAre;
 
-constexpr const char* REFUSAL = "Launch request refused: its extra data holds no \"text\" to show";
+constexpr const char* REFUSAL = "Launch request refused: its extra data does not contain \"text\"";
 constexpr double A_LONG_TIME = 3600.0;
 constexpr double NO_TIME = 0.001;
 

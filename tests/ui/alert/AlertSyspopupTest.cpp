@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 
 constexpr const char* ID = "org.vantu.alert-syspopup";
-constexpr const char* REFUSAL = "Launch request refused: its extra data holds no \"text\" to show";
+constexpr const char* REFUSAL = "Launch request refused: its extra data does not contain \"text\"";
 // The badge of either kind.
 constexpr uint32_t INFORM = 0x76B4FF;
 constexpr uint32_t WARN = 0xFFB040;

@@ -80,13 +80,13 @@ TEST_F(AppControl, RefusesNull) {
 
 TEST_F(AppControl, LaunchesNothingWithoutAnApplicationId) {
     EXPECT_LT(app_control_send_launch_request(request, nullptr, nullptr), 0);
-    EXPECT_THAT(Log(), ElementsAre(Error("Cannot launch '': that is no application id")));
+    EXPECT_THAT(Log(), ElementsAre(Error("Cannot launch '': not an application id")));
 }
 
 TEST_F(AppControl, LaunchesNoPath) {
     app_control_set_app_id(request, "/bin/true");
     EXPECT_LT(app_control_send_launch_request(request, nullptr, nullptr), 0);
-    EXPECT_THAT(Log(), ElementsAre(Error("Cannot launch '/bin/true': that is no application id")));
+    EXPECT_THAT(Log(), ElementsAre(Error("Cannot launch '/bin/true': not an application id")));
 }
 
 }  // namespace

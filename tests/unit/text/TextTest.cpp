@@ -141,7 +141,7 @@ TEST_F(Text, RunsInTheDirectionOfTheLanguageThatIsShown) {
 TEST_F(Text, IsEnglishWithAnErrorLineWithoutAnyCatalogue) {
     fs::remove_all(Locale());
     const std::string error = Line(
-        "log: No message catalogues: there is no folder share/locale of this program; texts are "
+        "log: No message catalogues: cannot find the program's folder share/locale; texts are "
         "English");
     EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE) + error);
     EXPECT_EQ(Lookup("--direction", {{"LANG", "ar_EG.UTF-8"}}), Line("ltr") + error);

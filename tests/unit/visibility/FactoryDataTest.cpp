@@ -51,8 +51,8 @@ TEST_F(FactoryItems, ThatAreNoNumberAreFailuresThatNameTheFile) {
         m_root.Write(FILE_NAME, std::string("[items]\n194=") + text + "\n");
         EXPECT_NE(Read(194), FACTORY_DATA_INTEGER) << text;
         EXPECT_EQ(m_word, 77);
-        EXPECT_THAT(Log(),
-                    ElementsAre(Error(m_root.Path(FILE_NAME) + ": factory item 194 is no number")));
+        EXPECT_THAT(Log(), ElementsAre(Error(m_root.Path(FILE_NAME) +
+                                             ": factory item 194 is not a 32-bit number")));
     }
 }
 

@@ -150,7 +150,7 @@ TEST_F(SettingsStore, LogsADamagedValueAndReadsTheOthers) {
     EXPECT_LT(vconf_get_int("db/a", &m_value), 0);
     EXPECT_EQ(m_value, 77);
     EXPECT_THAT(Log(), ElementsAre(Error(m_root.Path(PERSISTENT) +
-                                         ": setting 'db/a' has no value of a known type")));
+                                         ": setting 'db/a' does not have a bool or int value")));
     EXPECT_EQ(vconf_get_int("db/b", &m_value), 0);
     EXPECT_EQ(m_value, 2);
 }
@@ -172,7 +172,7 @@ TEST_P(DamagedSettings, AreNotOverwritten) {
     const auto failure = WriteSetting("db/a", 1);
     ASSERT_TRUE(failure);
     EXPECT_THAT(*failure, HasSubstr(m_root.Path(PERSISTENT) + ": damaged: "));
-    EXPECT_THAT(*failure, HasSubstr("left as it is"));
+    EXPECT_THAT(*failure, HasSubstr("not changed"));
     EXPECT_TRUE(RemoveSetting("db/a"));
     EXPECT_EQ(m_root.Content(PERSISTENT), GetParam());
 }
@@ -201,7 +201,7 @@ TEST_F(SettingsStore, FailsWhereItsFolderIsAFile) {
     m_root.Write("db", "in the way");
     const auto failure = WriteSetting("db/a", 1);
     ASSERT_TRUE(failure);
-    EXPECT_THAT(*failure, HasSubstr(m_root.Path("db") + ": cannot be made: "));
+    EXPECT_THAT(*failure, HasSubstr(m_root.Path("db") + ": cannot be created: "));
     EXPECT_EQ(m_root.Content("db"), "in the way");
 }
 
