@@ -97,7 +97,8 @@ void AppListEntry::Delete() {
     DeleteAndClear(m_list);
     DeleteAndClear(m_renderer);
     DeleteAndClear(m_control);
-    // The local model listens to the default model and holds items that it still lists.
+    // The local model must go first: it is a listener of the default model and owns items that the
+    // default model still lists.
     DeleteAndClear(m_localModel);
     DeleteAndClear(m_defaultModel);
     m_launched = false;

@@ -11,11 +11,11 @@ class DefaultAppListRenderer;
 class LocalAppListModel;
 struct app_control_s;
 
-/// The list application: builds the object graph of the list when the platform starts it, owns the
-/// graph, and takes it down when the platform ends it. Main thread only.
+/// The list application: builds its object graph when the platform starts it, owns the graph, and
+/// deletes it when the platform ends it. Main thread only.
 class AppListEntry {
 public:
-    /// Builds nothing yet. appId becomes the window's name.
+    /// Does not build the graph yet. appId becomes the window's name.
     explicit AppListEntry(const std::string& appId);
     ~AppListEntry();
     AppListEntry(const AppListEntry&) = delete;
@@ -23,24 +23,26 @@ public:
     AppListEntry(AppListEntry&&) = delete;
     AppListEntry& operator=(AppListEntry&&) = delete;
 
-    // The platform's lifecycle callbacks; data is the entry.
+    // The platform's lifecycle callbacks; data is the AppListEntry.
 
-    /// Builds the graph. Returns false, which abandons the start, without an entry.
+    /// Builds the graph. Returns false, which abandons the start, if data is null or an exception
+    /// occurs.
     static bool Create(void* data);
-    /// Takes the graph down.
+    /// Deletes the graph.
     static void Terminate(void* data);
     static void Pause(void* data);
     static void Resume(void* data);
-    /// A launch request: the first one shows the list, any later one closes it.
+    /// Handles a launch request: the first one shows the list, a later one closes it.
     static void Service(app_control_s* request, void* data);
 
 private:
     void Build();
-    /// Returns 0, or a number that makes Service() end the application. What the request carries
-    /// is of no interest: launching is all there is to ask for.
+    /// Returns 0 on success; any other value makes Service() end the application. The content of
+    /// the request is ignored.
     int HandleService(app_control_s* request);
     void HandleCmd();
-    /// Deletes what was built, views before the models that they observe. May be called again.
+    /// Deletes the graph: first the views, then the models that they observe. May be called
+    /// repeatedly.
     void Delete();
 
     std::string m_appId;

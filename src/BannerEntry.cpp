@@ -16,11 +16,11 @@ namespace {
 
 constexpr const char* ALERT_POPUP_ID = "org.vantu.alert-syspopup";
 
-/// What the popup receives; sent in the order of the keys.
+/// The popup's extra data, sent in the order of the keys.
 using ExtraData = std::map<std::string, std::string>;
 
-// Either bit counts here, although the DVB rule of the decision looks at the first alone: a service
-// that only the second announces is explained by the auto-run setting.
+// Checks both bits, although the DVB rule of the decision checks only the first one. If only the
+// second bit is set, the auto-run text is shown.
 const char* WhyNotInItaly() {
     return (PlatformSettings::GetDataServiceFlag() & DATA_SERVICE_ISDB_MASK) == 0
                ? i18n_get_text("SID_DATA_SERVICE_IS_NOT_PROVIDED")

@@ -4,14 +4,15 @@
 
 struct app_control_s;
 
-/// The life of the program where data services are not offered: it has the system's alert popup say
-/// why, and ends. The functions are those of a ui_app_callbacks table; their user data is not used.
+/// The application's callbacks if data services are not offered: the program launches the set's
+/// alert popup with the reason, and ends. The functions belong to a ui_app_callbacks table; their
+/// user data is not used.
 
-/// Launches the alert popup with the reason and asks the platform's loop to end, whatever became of
-/// the launch. Blocks for up to five seconds while the set's region cannot be read. Returns true.
+/// Launches the alert popup with the reason and asks the platform's loop to end, even if the launch
+/// fails. Blocks for up to five seconds if the set's region cannot be read. Returns true.
 bool BannerCreate(void* data);
 
-/// The rest of the life, in which nothing is left to do.
+/// The other callbacks do nothing.
 void BannerTerminate(void* data);
 void BannerPause(void* data);
 void BannerResume(void* data);

@@ -12,18 +12,17 @@
 
 namespace {
 
-// What the first line has always said; whoever reads a set's log looks for it. The release is the
-// package's version.
+// The version string that log readers search for. The package has its own version number.
 constexpr const char* VERSION = "plm-applist-20150201.1";
 constexpr const char* APP_ID = "org.vantu.applist";
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    // A standard output whose reader has gone must not end the program.
+    // A closed pipe on standard output must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
     std::printf("APPLIST v: %s\n", VERSION);
-    // A reader at the other end of a pipe sees it at the start, not the end.
+    // Standard output is buffered if it is a pipe; flush it so that the line appears at the start.
     static_cast<void>(std::fflush(stdout));
     ui_app_callbacks callbacks{BannerCreate, BannerTerminate, BannerPause, BannerResume,
                                BannerService};

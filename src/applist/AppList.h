@@ -9,18 +9,17 @@
 class AppListControl;
 class AppListRenderer;
 
-/// Binds a model to what shows it and what drives it, and offers a narrow front to the model.
+/// Connects a model with its renderer and control, and offers a part of the model's operations.
 ///
-/// Owns nothing: model, renderer and control must outlive it. What would let a caller edit or
-/// activate single items is left out; renderer and control reach that through the model itself.
-/// Main thread only.
+/// Owns nothing: model, renderer and control must outlive it. Operations that edit or activate
+/// single items are left out; renderer and control call them on the model itself. Main thread only.
 class AppList {
 public:
-    /// Connects first the renderer and then the control to the model, so that the list is on the
-    /// screen before a key can act on it. None may be null.
+    /// Connects the model to the renderer and then to the control, so that the list is shown before
+    /// a key can act on it. The arguments must not be null.
     AppList(AppListModel* model, AppListRenderer* renderer, AppListControl* control);
 
-    // Each is the model's operation of the same name.
+    // These forward to the model's operation of the same name.
     void RemoveAllItems();
     void AddItems(const std::vector<AppListItem*>& items);
     void AddItemAtEnd(AppListItem* item);

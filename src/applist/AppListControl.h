@@ -4,10 +4,10 @@
 
 class AppListModel;
 
-/// Lets the remote control act on a model. Main thread only.
+/// Makes the remote control act on a model. Main thread only.
 class AppListControl {
 public:
-    /// Connects it to the model, which is not owned and must outlive it. Called once.
+    /// Connects the control to the model, which is not owned and must outlive it. Call once.
     virtual void SetModel(AppListModel* model) = 0;
     virtual ~AppListControl() = default;
 };

@@ -4,39 +4,39 @@
 
 #include <string>
 
-/// An entry of the list: a data-service application that the broadcast offers.
+/// An entry of the list: a data-service application of the broadcast.
 ///
-/// Items are passed and kept by pointer; whoever creates one keeps it alive for as long as a model
-/// refers to it. Main thread only.
+/// Items are passed and stored by pointer. The creator owns an item and must keep it alive while a
+/// model refers to it. Main thread only.
 class AppListItem {
 public:
     AppListItem() = default;
 
-    /// The text that the viewer reads, in UTF-8. It plays no part in matching.
+    /// Returns the text that the viewer sees, in UTF-8. It is not used to match items.
     virtual std::string GetVisibleName() = 0;
 
-    /// The item's identity: two items with byte-equal ids are the same entry. An empty id stands
-    /// for no item at all.
+    /// Returns the item's identity: two items with byte-equal ids are the same entry. An empty id
+    /// means "no item".
     virtual std::string GetUnigueId() = 0;
 
     virtual ~AppListItem() = default;
 
 protected:
-    // For the implementations, which are values; a copy through the base would cut them.
+    // Protected: copying through the base class would slice the item.
     AppListItem(const AppListItem&) = default;
     AppListItem& operator=(const AppListItem&) = default;
     AppListItem(AppListItem&&) = default;
     AppListItem& operator=(AppListItem&&) = default;
 };
 
-/// The predicate by which items are matched: an element is the one looked for when its unique id
-/// equals the target's, byte for byte. Meant for a search from the front, where the first wins.
+/// Predicate that matches items: true if an element's unique id is byte-equal to the target's. For
+/// searches from the front of a list, which return the first match.
 class ApplistItemComparator {
 public:
     /// target is not owned and must outlive the search.
     explicit ApplistItemComparator(AppListItem* target) : m_target(target) {}
 
-    /// Fetches both ids anew each time, since an item may change them between two calls.
+    /// Reads both ids on each call, because items may change them.
     bool operator()(AppListItem* element) const {
         return element->GetUnigueId() == m_target->GetUnigueId();
     }

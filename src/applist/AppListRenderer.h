@@ -4,10 +4,10 @@
 
 class AppListModel;
 
-/// Presents a model on the screen. Main thread only.
+/// Shows a model on the screen. Main thread only.
 class AppListRenderer {
 public:
-    /// Connects it to the model, which is not owned and must outlive it. Called once.
+    /// Connects the renderer to the model, which is not owned and must outlive it. Call once.
     virtual void SetModel(AppListModel* model) = 0;
     virtual ~AppListRenderer() = default;
 };

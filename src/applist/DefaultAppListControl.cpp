@@ -18,8 +18,8 @@ namespace {
 
 using Items = std::vector<AppListItem*>;
 
-// Looked up by pointer, not by id: a selected object that is not itself in the list has no
-// neighbours there.
+// Searches by pointer and not by id: a selected object that is not itself in the list does not have
+// neighbours.
 Items::const_iterator FindSelected(const Items& items, AppListModel* model) {
     return std::find(items.begin(), items.end(), model->GetSelection());
 }
@@ -80,7 +80,7 @@ void DefaultAppListControl::ItemSelected(AppListModel* /*model*/) {
 
 void DefaultAppListControl::ResetTimer() {
     PTAutoLock lock(m_timerMutex);
-    // Null once the timer has fired: the toolkit ignores a null timer.
+    // m_timer is null after the timer has fired; the toolkit ignores null.
     ecore_timer_reset(m_timer);
 }
 
@@ -92,7 +92,8 @@ Eina_Bool DefaultAppListControl::OnTimer(void* data) {
 void DefaultAppListControl::OnTimer() {
     LOG_DEBUG("Executed timer function");
     {
-        // The timer ends with this call; nobody may reset or delete it any more.
+        // The toolkit deletes the timer after this call, so it must not be reset or deleted any
+        // more.
         PTAutoLock lock(m_timerMutex);
         m_timer = nullptr;
     }
@@ -117,7 +118,7 @@ Eina_Bool DefaultAppListControl::OnKey(void* data, int type, void* event) {
 
 Eina_Bool DefaultAppListControl::OnKey(const Ecore_Event_Key& event) {
     LOG_DEBUG("Event values: keyname=%s, key=%s", event.keyname, event.key);
-    // The key is what the viewer means; the keyname only says where on the device it sits.
+    // key is the logical key; keyname is the physical key of the device.
     const std::string_view key = event.key != nullptr ? event.key : "";
     for (const KeyAction& action : KEY_ACTIONS) {
         if (key == action.key) {

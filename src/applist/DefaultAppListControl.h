@@ -6,24 +6,26 @@
 #include "applist/AppListControl.h"
 #include "applist/AppListModel.h"
 
-// The toolkit's own names, so that whoever only creates a control need not include the toolkit.
+// Forward declarations of the toolkit's types, so that users of this header need not include the
+// toolkit.
 typedef struct _Eo_Opaque Ecore_Timer;
 typedef struct _Ecore_Event_Handler Ecore_Event_Handler;
 typedef struct _Ecore_Event_Key Ecore_Event_Key;
 typedef unsigned char Eina_Bool;
 
-/// The keys that the list widget leaves alone, and the end of the program when nobody presses any.
+/// Handles the keys that the list widget does not handle, and closes the application after a time
+/// without input.
 ///
-/// Back and Exit close the application, Right and Left step through the items and wrap round. The
-/// application closes by itself AUTO_CLOSE_SECONDS after it was built, after the last of the keys
-/// Up, Down, Right and Left, or after the last change of the selection, whichever came last. Keys
-/// act when they are released. Main thread only, with the toolkit running.
+/// Back and Exit close the application. Right and Left select the next and the previous item and
+/// wrap around. The application closes AUTO_CLOSE_SECONDS after the latest of: its start, a release
+/// of Up, Down, Right or Left, and a change of the selection. Keys act on release. Main thread
+/// only, while the toolkit is running.
 class DefaultAppListControl : public AppListControl, public ItemSelectionListener {
 public:
     static constexpr int AUTO_CLOSE_SECONDS = 65;
 
-    /// Starts the timer and listens to the keys. A failure of either is logged, and the control
-    /// goes on without it.
+    /// Starts the timer and listens to keys. If either fails, an error is logged and the control
+    /// works without it.
     DefaultAppListControl();
     ~DefaultAppListControl() override;
     DefaultAppListControl(const DefaultAppListControl&) = delete;
@@ -32,18 +34,18 @@ public:
     DefaultAppListControl& operator=(DefaultAppListControl&&) = delete;
 
     void SetModel(AppListModel* model) override;
-    /// Restarts the timer, whoever moved the selection.
+    /// Restarts the timer on every change of the selection.
     void ItemSelected(AppListModel* model) override;
 
-    /// Restarts the timer; without one this has no effect.
+    /// Restarts the timer; has no effect if there is none.
     void ResetTimer();
 
-    /// What the toolkit calls, with the control as data.
+    /// Callbacks for the toolkit; data is the control.
     static Eina_Bool OnTimer(void* data);
     static Eina_Bool OnKey(void* data, int type, void* event);
 
 private:
-    /// What one key does; the result says whether other handlers hear of it.
+    /// The action of one key. Its result tells the toolkit whether to call further handlers.
     struct KeyAction {
         const char* key;
         Eina_Bool (DefaultAppListControl::*act)();
@@ -58,7 +60,7 @@ private:
     Eina_Bool HandleDown();
     Eina_Bool HandleRight();
     Eina_Bool HandleLeft();
-    /// Selects the item after, or before, the selected one; nothing when that is not listed.
+    /// Select the next or previous item. Do nothing if the selected item is not listed.
     void StepForward();
     void StepBack();
 

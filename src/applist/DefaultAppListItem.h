@@ -6,10 +6,10 @@
 
 #include "applist/AppListItem.h"
 
-/// The plain item: two strings, fixed at construction.
+/// An item with two strings that are fixed at construction.
 class DefaultAppListItem : public AppListItem {
 public:
-    /// Name and id both empty: the item that stands for no item.
+    /// Name and id are empty: represents "no item".
     DefaultAppListItem() = default;
     DefaultAppListItem(const std::string& visibleName, const std::string& uniqueId);
 

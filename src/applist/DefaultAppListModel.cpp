@@ -17,7 +17,7 @@ void AddOnce(std::vector<Listener*>& listeners, Listener* listener) {
     }
 }
 
-// The low bits of an address tell listeners apart well enough for a log line.
+// The low 32 bits of an address are sufficient to distinguish listeners in the log.
 int AddressForLog(const void* listener) {
     return static_cast<int>(reinterpret_cast<std::intptr_t>(listener));
 }
@@ -198,7 +198,7 @@ AppListItem* DefaultAppListModel::FindNearestItem(AppListItem* item) {
         LOG_DEBUG("Next element is nearest");
         return *(position + 1);
     }
-    // Of two or more items the last one always has one before it.
+    // The list has at least two items, so the last one has a predecessor.
     LOG_DEBUG("Previous element is nearest");
     return *(position - 1);
 }
@@ -215,7 +215,7 @@ bool DefaultAppListModel::IsSelected(AppListItem* item) {
     return m_selection->GetUnigueId() == item->GetUnigueId();
 }
 
-// By id and never by address: an item with an empty id is no selection either.
+// Compares ids and not addresses: any item with an empty id means "no selection".
 bool DefaultAppListModel::IsSelectionEmpty() {
     return IsSelected(m_emptyItem);
 }

@@ -6,41 +6,41 @@
 
 #include "applist/AppListModel.h"
 
-/// The list held in this process, with the rules by which the selection follows its changes.
+/// The in-process list, with rules for how the selection follows changes of the list.
 ///
-/// Items are matched by ApplistItemComparator, from the front. Change listeners hear of an
-/// operation before selection listeners do, each kind in the order of registration. Neither items
-/// nor listeners are ever deleted here.
+/// Items are matched by ApplistItemComparator from the front. Each operation calls the change
+/// listeners before the selection listeners, each kind in the order of registration. Items and
+/// listeners are never deleted here.
 class DefaultAppListModel : public AppListModel {
 public:
     DefaultAppListModel();
-    /// Tells nobody and touches no item.
+    /// Does not call listeners and does not access items.
     ~DefaultAppListModel() override;
     DefaultAppListModel(const DefaultAppListModel&) = delete;
     DefaultAppListModel& operator=(const DefaultAppListModel&) = delete;
     DefaultAppListModel(DefaultAppListModel&&) = delete;
     DefaultAppListModel& operator=(DefaultAppListModel&&) = delete;
 
-    /// Selects the listed item with the argument's id, which need not be the argument itself. An
-    /// id that is not listed changes nothing. Clearing, by null or an empty id, is silent: only
-    /// the move to an item of the list is an event.
+    /// Selects the listed item that has the argument's id, which need not be the argument itself.
+    /// An unlisted id has no effect. Clearing the selection, by null or an empty id, does not call
+    /// the listeners.
     void SetSelection(AppListItem* item) override;
     AppListItem* GetSelection() override;
     std::vector<AppListItem*> GetAllItems() override;
     void SetClicked(AppListItem* item) override;
-    /// A list that was not empty reports both a change and a selection, the latter even when
-    /// nothing had been selected.
+    /// If the list was not empty, calls both the change and the selection listeners, the latter
+    /// even if nothing was selected.
     void RemoveAllItems() override;
-    /// One change event for the batch, none when every id was listed already. With nothing
-    /// selected the front of the list becomes the selection, after the change listeners heard.
+    /// Calls the change listeners once for the whole batch, unless all ids were already listed. If
+    /// nothing is selected, the first item of the list is then selected.
     void AddItems(const std::vector<AppListItem*>& items) override;
-    /// Unlike AddItems(), selects the argument itself when nothing is selected, even when its id
-    /// was listed already and it was not appended.
+    /// Unlike AddItems(), selects the argument itself if nothing is selected, even if its id was
+    /// already listed and the argument was not appended.
     void AddItemAtEnd(AppListItem* item) override;
-    /// A removed selection passes to the nearest item, before anybody is told.
+    /// If the item was selected, selects the nearest item before the listeners are called.
     void RemoveItem(AppListItem* item) override;
-    /// A replaced selection passes to newItem, before anybody is told. Whether newItem's id is
-    /// listed elsewhere is not looked at.
+    /// If the item was selected, selects newItem before the listeners are called. Does not check
+    /// whether newItem's id is listed elsewhere.
     void ModifyItem(AppListItem* oldItem, AppListItem* newItem) override;
     int GetItemsCount() override;
 
@@ -51,8 +51,8 @@ public:
     void AddItemClickedListener(ItemClickListener* listener) override;
     void RemoveItemClickedListener(ItemClickListener* listener) override;
 
-    /// The item to select when the given one goes away: the one behind it, else the one before it.
-    /// Null when the item is not listed or nothing else is.
+    /// Returns the item to select if the given one is removed: the next one, else the previous one.
+    /// Returns null if the item is not listed or is the only one.
     AppListItem* FindNearestItem(AppListItem* item);
 
 private:
@@ -62,12 +62,12 @@ private:
     bool IsListed(AppListItem* item);
     bool IsSelected(AppListItem* item);
     bool IsSelectionEmpty();
-    // Without log lines: a line carries the name of the operation, so it is written there.
+    // These do not log, because a log line carries the name of the calling operation.
     void NotifyChanged();
     void NotifySelected();
 
     Items m_items;
-    AppListItem* m_selection;  ///< Never null; the empty item when nothing is selected.
+    AppListItem* m_selection;  ///< Never null; m_emptyItem if nothing is selected.
     AppListItem* m_emptyItem;  ///< Owned; its name and id are empty.
     std::vector<ItemSelectionListener*> m_selectionListeners;
     std::vector<ItemChangeListener*> m_changeListeners;

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What happens between the model and the rows; the widgets are built beside it.
+// Events between the model and the rows. DefaultAppListRendererWidgets.cpp creates the widgets.
 #include "applist/DefaultAppListRenderer.h"
 
 #include <Elementary.h>
@@ -12,7 +12,7 @@
 #include "app.h"
 #include "list_focus.h"
 
-// A macro like the log's own, since the line in the log is the caller's.
+// A macro, so that the line number in the log is the caller's.
 #define LOG_ITEM(text, item)                                                      \
     LOG_DEBUG(text "[name: %s, unique id: %s]", (item)->GetVisibleName().c_str(), \
               (item)->GetUnigueId().c_str())
@@ -25,7 +25,8 @@ AppListItem* ItemOf(const Elm_Object_Item* row) {
     return static_cast<AppListItem*>(elm_object_item_data_get(row));
 }
 
-// The item of a row that the toolkit reports; null, with the error logged, where there is none.
+// Returns the item of a row that the toolkit reports. Logs noRow or noItem and returns null if the
+// row or its item is null.
 AppListItem* ReportedItemOf(const Elm_Object_Item* row, const char* noRow, const char* noItem) {
     if (row == nullptr) {
         LOG_ERROR("%s", noRow);
@@ -46,6 +47,7 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
         return;
     }
     LOG_DEBUG("Propagate event up to data model");
+    // The listener has caused this change, so it must not be called for it.
     m_model->RemoveItemSelectionListener(m_listener);
     m_model->SetSelection(item);
     m_model->AddItemSelectionListener(m_listener);
@@ -173,11 +175,11 @@ void DefaultAppListRenderer::DeleteRows(const RowsById& rows, const Row* focused
     for (const auto& [id, row] : rows) {
         LOG_DEBUG("Removing item [unique id: %s]", id.c_str());
         if (row == m_focusItem) {
-            // A selection that is no longer listed: nothing is left to focus.
+            // The selected item is no longer listed, so there is no row to focus.
             m_focusItem = nullptr;
         }
         if (row == focused) {
-            // Before the deletion, in which the toolkit would pass the focus to another row.
+            // The toolkit would move the focus to another row while it deletes this one.
             KeepFocus();
         }
         elm_object_item_del(row);
@@ -240,8 +242,8 @@ void DefaultAppListRenderer::OnFocus(Row* row) {
     LOG_ITEM("Calling smart selection propagate: ", item);
     m_selectionPropagator->SetSelection(item);
     if (!m_selectionPropagator->Suppressed()) {
-        // The viewer has moved on: the row that the model selected last must not draw the focus
-        // to itself again when it scrolls out of sight and back.
+        // The viewer has moved the focus. The row that the model selected before must not take it
+        // back when it scrolls out of view and back.
         m_focusItem = nullptr;
     }
 }

@@ -9,26 +9,27 @@
 #include "applist/AppListModel.h"
 #include "applist/AppListRenderer.h"
 
-// The toolkit's own names, so that whoever only creates a renderer need not include the toolkit.
+// Forward declarations of the toolkit's types, so that users of this header need not include the
+// toolkit.
 typedef struct _Eo_Opaque Evas_Object;
 typedef struct _Eo_Opaque Elm_Object_Item;
 typedef struct _Elm_Gen_Item_Class Elm_Genlist_Item_Class;
 
-/// Carries the viewer's moves up into the model, except while the renderer itself moves the focus
-/// because the model changed: without that the two would echo each other.
+/// Forwards the viewer's focus moves to the model. Suppressed while the renderer moves the focus
+/// because of a change of the model, because that change must not be sent back to the model.
 class SelectionPropagator {
 public:
-    /// Neither is owned. listener is the one that need not hear of the moves made here.
+    /// Does not own the arguments. listener is not called for changes made by this object.
     SelectionPropagator(AppListModel* model, ItemSelectionListener* listener)
         : m_model(model), m_listener(listener) {}
 
-    /// Selects item in the model unless suppressed. The listener does not hear of it and stands
-    /// last among the model's selection listeners afterwards.
+    /// Selects item in the model unless suppressed. The listener is not called, and is the last of
+    /// the model's selection listeners afterwards.
     void SetSelection(AppListItem* item);
 
     bool Suppressed() const { return m_suppressed; }
 
-    /// Nothing is propagated while one of these lives.
+    /// Suppresses the propagation while it exists.
     class [[nodiscard]] Suppression {
     public:
         explicit Suppression(SelectionPropagator& propagator) : m_propagator(propagator) {
@@ -50,20 +51,19 @@ private:
     bool m_suppressed = false;
 };
 
-/// The list on the screen: a transparent full-screen window, a popup with a title and a genlist
-/// with a row for each item of the model.
+/// Shows the list: a transparent full-screen window, a popup with a title and a genlist with one
+/// row per item of the model.
 ///
-/// A change of the model brings the rows in line and moves the focus to the selected one; a focus
-/// that the viewer moved becomes the model's selection, and a row that the viewer activates is
-/// reported as clicked and ends the application. Rows point at the model's items: an item must
-/// live until the change that takes it off the list was announced. Main thread only, with the
-/// toolkit running.
+/// If the model changes, updates the rows and focuses the selected one. If the viewer moves the
+/// focus, updates the model's selection. If the viewer activates a row, reports its item as clicked
+/// and ends the application. Rows refer to the model's items: an item must stay valid until the
+/// change that removes it has been announced. Main thread only, while the toolkit is running.
 class DefaultAppListRenderer : public AppListRenderer,
                                public ItemSelectionListener,
                                public ItemChangeListener {
 public:
-    /// Builds and shows the empty list; name is the window's name and title. Where no window can
-    /// be had that is logged, and the renderer shows nothing.
+    /// Creates and shows the empty list; name is the window's name and title. If the window cannot
+    /// be created, an error is logged and the renderer does not show anything.
     explicit DefaultAppListRenderer(const std::string& name);
     ~DefaultAppListRenderer() override;
     DefaultAppListRenderer(const DefaultAppListRenderer&) = delete;
@@ -71,13 +71,13 @@ public:
     DefaultAppListRenderer(DefaultAppListRenderer&&) = delete;
     DefaultAppListRenderer& operator=(DefaultAppListRenderer&&) = delete;
 
-    /// Listens to the model. The list stays empty until the model's next change.
+    /// Starts to listen to the model. The list stays empty until the model's next change.
     void SetModel(AppListModel* model) override;
     void ItemSelected(AppListModel* model) override;
     void ItemChanged(AppListModel* model) override;
 
-    /// What the toolkit calls, with the renderer as data and the row as event_info; for the label
-    /// the item is the data, and the result is the caller's to free.
+    /// Callbacks for the toolkit: data is the renderer and event_info the row. For the label
+    /// function data is the item, and the caller frees the result.
     static char* ItemLabelGetFunction(void* data, Evas_Object* obj, const char* part);
     static void OnFocus(void* data, Evas_Object* obj, void* event_info);
     static void OnRealized(void* data, Evas_Object* obj, void* event_info);
@@ -87,21 +87,22 @@ protected:
     using Row = Elm_Object_Item;
     using RowsById = std::map<std::string, Row*>;
 
-    /// Builds everything; false when there is no window, in which case nothing else is built.
+    /// Creates all objects. Returns false if the window cannot be created; nothing else is created
+    /// then.
     bool Create();
-    /// The shown, empty window, or null. The renderer owns it.
+    /// Creates and shows the empty window. The renderer owns the result, which may be null.
     Evas_Object* CreateWindow(const char* name);
-    /// The popup inside parent, with the genlist in it; both go with parent.
+    /// Creates the popup in parent, with the genlist in it. parent owns both.
     Evas_Object* AddPopupWindow(Evas_Object* parent);
-    /// A table on parent that holds obj and is never smaller than w by h pixels.
+    /// Returns a table in parent that contains obj and has a minimum size of w by h pixels.
     static Evas_Object* WidgetMinSet(Evas_Object* obj, Evas_Object* parent, int w, int h);
-    /// The class of all rows; the caller frees it.
+    /// Returns the class of all rows; the caller frees it.
     static Elm_Genlist_Item_Class* CreateItemClass();
 
-    /// Brings the rows in line with items and gives the row of selection the focus. Rows of items
-    /// that were there before stay where they are, with the label that they have.
+    /// Updates the rows to match items and focuses the row of selection. Rows of items that were
+    /// listed before keep their place and label.
     void AddItems(const std::vector<AppListItem*>& items, AppListItem* selection);
-    /// Gives the row with the item's id the focus.
+    /// Focuses the row with the item's id.
     void ChangeSelection(AppListItem* item);
 
     Evas_Object* m_window = nullptr;
@@ -111,8 +112,8 @@ protected:
     std::string m_name;
     AppListModel* m_model = nullptr;
     SelectionPropagator* m_selectionPropagator = nullptr;
-    /// The row that is to carry the focus. Compared with living rows, never followed: after the
-    /// list was cleared it still names a row that is gone.
+    /// The row that is to get the focus. Only compared with existing rows and never dereferenced
+    /// otherwise, because it is not reset when the list is cleared.
     Row* m_focusItem = nullptr;
 
 private:
@@ -120,17 +121,17 @@ private:
     void OnRealized(Row* row);
     void ItemSelectEvent(Row* row);
 
-    /// Points m_focusItem at the last row with target's id, null where there is none. Returns the
-    /// row that has the focus; rows, where given, receives every row.
+    /// Sets m_focusItem to the last row with target's id, or to null. Returns the row that has the
+    /// focus. If rows is not null, adds every row to it.
     Row* ScanRows(AppListItem* target, RowsById* rows);
-    /// Takes the items' ids out of rows, and inserts a row for each id that is not in it.
+    /// Removes the items' ids from rows and inserts a row for each item whose id is not in it.
     void PlaceItems(const std::vector<AppListItem*>& items, AppListItem* selection, RowsById& rows);
-    /// A new row behind anchor; at the front of the list where anchor is null.
+    /// Inserts a row after anchor, or at the front of the list if anchor is null.
     Row* InsertRow(AppListItem* item, Row* anchor);
-    /// focused, which may be among the rows, has the focus.
+    /// Deletes the rows. focused is the row that has the focus and may be one of them.
     void DeleteRows(const RowsById& rows, const Row* focused);
     void ClearRows();
-    /// Tells the platform which row is to keep the focus, if there is one.
+    /// Asks the platform to keep the focus on m_focusItem, if it is set.
     void KeepFocus();
     void MoveFocusFrom(const Row* lost);
     void FocusTarget();

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The widgets that the renderer builds once: window, popup, genlist, class of the rows.
+// Creates the renderer's widgets: window, popup, genlist and row class.
 #include <Elementary.h>
 
 #include "Log.h"
@@ -17,7 +17,7 @@ constexpr int WINDOW_WIDTH = 1920;
 constexpr int WINDOW_HEIGHT = 1080;
 constexpr int LIST_MIN_WIDTH = 300;
 constexpr int LIST_MIN_HEIGHT = 425;
-// The variant of the popup that the set's theme draws for a list.
+// The number of the set theme's popup variant for lists.
 constexpr int WINSET_LIST_POPUP = 220;
 
 int Scaled(int length) {
@@ -41,7 +41,7 @@ void SetWindowProperties(Evas_Object* window, const char* name) {
     elm_win_fullscreen_set(window, EINA_TRUE);
 }
 
-// The broadcast shows through: the background only keeps the window's content together.
+// The background is transparent, so that the broadcast is visible; it only resizes with the window.
 void PlaceBackground(Evas_Object* background, Evas_Object* window) {
     evas_object_color_set(background, 0, 0, 0, 0);
     SetExpand(background);
@@ -77,7 +77,7 @@ Evas_Object* DefaultAppListRenderer::CreateWindow(const char* name) {
 
     m_background = elm_bg_add(window);
     if (m_background == nullptr) {
-        // The window was never shown; the toolkit takes it along when it shuts down.
+        // The window is not visible yet. The toolkit deletes it when it shuts down.
         LOG_ERROR("Creating background failed. Exiting...");
         return nullptr;
     }
@@ -107,7 +107,7 @@ Evas_Object* DefaultAppListRenderer::AddPopupWindow(Evas_Object* parent) {
 
     Evas_Object* table = WidgetMinSet(m_genlist, popup, static_cast<int>(LIST_MIN_WIDTH * scale),
                                       static_cast<int>(LIST_MIN_HEIGHT * scale));
-    // The list may grow in height, but it does not widen the popup.
+    // The list may grow in height but must not widen the popup.
     evas_object_size_hint_weight_set(table, 0.0, EVAS_HINT_EXPAND);
     SetFill(table);
     evas_object_show(table);
@@ -119,7 +119,7 @@ Evas_Object* DefaultAppListRenderer::AddPopupWindow(Evas_Object* parent) {
 Evas_Object* DefaultAppListRenderer::WidgetMinSet(Evas_Object* obj, Evas_Object* parent, int w,
                                                   int h) {
     Evas_Object* table = elm_table_add(parent);
-    // Never shown: it shares the widget's cell only to hold it open.
+    // Invisible: it shares the cell with the widget and enforces the minimum size.
     Evas_Object* rectangle = evas_object_rectangle_add(evas_object_evas_get(table));
     evas_object_size_hint_min_set(rectangle, w, h);
     SetExpand(rectangle);

@@ -27,7 +27,7 @@ enum EventId {
 
 const std::string ALL_PARTNERS;
 
-// A model other than the default one may have no item to return.
+// The default model never returns null, but another implementation might.
 std::string NameOf(AppListItem* item) {
     return item == nullptr ? std::string() : item->GetVisibleName();
 }
@@ -226,7 +226,7 @@ void LocalAppListModel::CallAddItemAtEnd(std::istream& request, std::ostream& /*
     auto* item = new RemoteAppListItem;
     request >> *item;
     m_model->AddItemAtEnd(item);
-    // Kept even when the model did not list it: it may have become the selection all the same.
+    // Kept even if the model did not list it, because it may have become the selection.
     m_remoteItems.push_back(item);
 }
 
@@ -241,8 +241,8 @@ void LocalAppListModel::CallRemoveItem(std::istream& request, std::ostream& /*re
     PrivateRemoveItem(item);
 }
 
-// A new id that is already taken costs the old item its place, its own id included: a rename under
-// the same id removes the item. The middleware counts on it, as ids stay unique this way.
+// If the new id is already used, even by the old item itself, the old item is removed: renaming an
+// item without changing its id removes it. The middleware relies on this; it keeps ids unique.
 void LocalAppListModel::CallModifyItem(std::istream& request, std::ostream& /*response*/) {
     LOG_DEBUG("Remote call: ModifyItem");
     RemoteAppListItem oldItem;
@@ -263,7 +263,7 @@ void LocalAppListModel::PrivateRemoveItem(RemoteAppListItem item) {
     RemoteAppListItem* element = *position;
     LOG_DEBUG("Removing item name: %s, uniqueId: %s", element->GetVisibleName().c_str(),
               element->GetUnigueId().c_str());
-    // The listeners may look at the element once more, so it goes only afterwards.
+    // Deleted after the call, because listeners may still read the element.
     m_model->RemoveItem(element);
     delete element;
     m_remoteItems.erase(position);

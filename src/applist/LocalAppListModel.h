@@ -11,22 +11,21 @@
 #include "ipc/IPCApplist.h"
 #include "ipc/javamw-dbus-local.h"
 
-/// The model that the screen and the keys see, and the one place where the list meets the
-/// middleware.
+/// The model for the renderer and the control, and the link between the list and the middleware.
 ///
-/// Carries out the middleware's calls on a wrapped model, owns the items that those calls create,
-/// and tells the middleware what happens to the wrapped model. Only the middleware changes the
-/// list: of the local operations, those that would edit it are refused with a log line, while
-/// selection, clicks, reads and listeners pass through. Main thread only.
+/// Executes the middleware's calls on a wrapped model, owns the items that these calls create, and
+/// sends the wrapped model's events to the middleware. Only the middleware changes the list: local
+/// operations that would edit it are refused with a log line, all others are forwarded. Main thread
+/// only.
 class LocalAppListModel : public AppListModel,
                           public ItemSelectionListener,
                           public ItemChangeListener,
                           public ItemClickListener {
 public:
     /// Opens the channel to the middleware and listens to model, which is not owned and must
-    /// outlive this object. Being built before the views, it is the first to hear of each event.
+    /// outlive this object. It is created before the views, so it receives each event first.
     explicit LocalAppListModel(AppListModel* model);
-    /// Deletes the items without telling the model, which may only be destroyed afterwards.
+    /// Deletes the items without notifying the model. Destroy the model only afterwards.
     ~LocalAppListModel() override;
     LocalAppListModel(const LocalAppListModel&) = delete;
     LocalAppListModel& operator=(const LocalAppListModel&) = delete;
@@ -37,16 +36,16 @@ public:
     AppListItem* GetSelection() override;
     std::vector<AppListItem*> GetAllItems() override;
     void SetClicked(AppListItem* item) override;
-    // Refused.
+    // These log that they are not implemented.
     void RemoveAllItems() override;
     void AddItems(const std::vector<AppListItem*>& items) override;
     void AddItemAtEnd(AppListItem* item) override;
     void RemoveItem(AppListItem* item) override;
     void ModifyItem(AppListItem* oldItem, AppListItem* newItem) override;
-    /// Always 0, whatever the list holds; the size is that of GetAllItems().
+    /// Always returns 0, whatever the list contains; use GetAllItems() for the size.
     int GetItemsCount() override;
 
-    // Listeners registered here are the wrapped model's.
+    // Listeners are registered with the wrapped model.
     void AddItemSelectionListener(ItemSelectionListener* listener) override;
     void RemoveItemSelectionListener(ItemSelectionListener* listener) override;
     void AddItemChangeListener(ItemChangeListener* listener) override;
@@ -54,25 +53,27 @@ public:
     void AddItemClickedListener(ItemClickListener* listener) override;
     void RemoveItemClickedListener(ItemClickListener* listener) override;
 
-    /// Each sends its event to every partner.
+    /// These send the event to all partners.
     void ItemSelected(AppListModel* model) override;
     void ItemChanged(AppListModel* model) override;
     void ItemClicked(AppListModel* model) override;
 
     /// Executes one remote call and returns its response. Unknown functions, incomplete items and
-    /// surplus bytes are no errors: the answer is empty, or what the readable part leads to.
+    /// surplus bytes are not errors: the function processes the readable part, and the response may
+    /// be empty.
     std::vector<char> OnMessageReceive(int functionId, const std::vector<char>& payload);
 
-    /// Tells a partner that has just connected that this side exists. An empty name tells all.
+    /// Sends LOCAL_CREATED_EVENT to a partner that has connected, or to all partners if the name is
+    /// empty.
     void OnConnectionReady(const std::string& partner);
 
 private:
     using RemoteItems = std::vector<RemoteAppListItem*>;
-    /// A remote call: reads its items from request and writes its answer to response.
+    /// A remote call: reads its items from request and writes its response to response.
     using RemoteFunction = void (LocalAppListModel::*)(std::istream& request,
                                                        std::ostream& response);
 
-    /// The function behind an id, null for none.
+    /// Returns the function with this id, or null if it is unknown.
     static RemoteFunction FunctionOf(int functionId);
 
     void CallSetSelection(std::istream& request, std::ostream& response);
@@ -93,7 +94,8 @@ private:
 
     IPCApplist<JavaMWDbusLocal, LocalAppListModel> m_ipc;
     AppListModel* m_model;
-    /// Owned: what remote calls created, in that order. Items that the model refused as already
-    /// listed stay here too until a call names their id or clears the list.
+    /// Owned: the items that remote calls created, in that order. Items that the model did not
+    /// list, because their ids were already listed, stay here until a call names their id or clears
+    /// the list.
     RemoteItems m_remoteItems;
 };

@@ -24,8 +24,8 @@ void WriteString(std::ostream& out, const std::string& text) {
     out.write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
-// The bytes pass through a fixed buffer, so that a false length costs no memory: the string grows
-// only by what the stream did hold.
+// Reads through a fixed buffer, so that a wrong length does not allocate memory: the string grows
+// only by the bytes that the stream contains.
 bool ReadBytes(std::istream& in, std::size_t count, std::string& text) {
     std::array<char, 4096> piece;  // NOLINT(*-member-init): read() fills it
     while (count > 0) {

@@ -7,28 +7,28 @@
 
 #include "applist/AppListItem.h"
 
-/// The item that crosses the wire to the middleware and back.
+/// An item that is exchanged with the middleware.
 ///
-/// Its wire form is the visible name followed by the unique id, each as an unsigned 32-bit length,
-/// least significant byte first, and that many bytes of any value. Items stand back to back with
-/// nothing between them.
+/// Its wire form is the visible name followed by the unique id. Each is an unsigned 32-bit length,
+/// least significant byte first, and that many bytes of any value. Consecutive items are not
+/// separated.
 class RemoteAppListItem : public AppListItem {
 public:
-    /// Name and id both empty.
+    /// Name and id are empty.
     RemoteAppListItem() = default;
-    /// Takes over the name and the id that item has now.
+    /// Copies the current name and id of item.
     explicit RemoteAppListItem(AppListItem& item);
 
     std::string GetVisibleName() override;
     std::string GetUnigueId() override;
 
-    /// Writes the wire form of item. A string too long for its length field sets the fail state
-    /// and writes nothing.
+    /// Writes the wire form of item. If a string is too long for its length field, sets the fail
+    /// state and does not write anything.
     friend std::ostream& operator<<(std::ostream& out, const RemoteAppListItem& item);
 
-    /// Reads one item, leaving the stream right behind it. Where the stream holds no complete item
-    /// the fail state is set and item is unchanged. Memory is taken only for bytes that arrived,
-    /// whatever length they announce. Works on streams that cannot seek.
+    /// Reads one item; the stream is then positioned after it. If the stream does not contain a
+    /// complete item, sets the fail state and leaves item unchanged. Allocates memory only for
+    /// bytes that have arrived, whatever length they announce. Works on streams that cannot seek.
     friend std::istream& operator>>(std::istream& in, RemoteAppListItem& item);
 
 private:

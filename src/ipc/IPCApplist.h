@@ -12,8 +12,8 @@
 
 namespace applist {
 
-/// Takes the message id off the end of a frame, where the last four bytes are it, and leaves the
-/// payload. Nothing, and an unchanged frame, when it is too short to hold an id.
+/// Removes the message id, the last four bytes, from frame and returns it; frame then holds the
+/// payload. Returns nothing and leaves frame unchanged if it is too short.
 inline std::optional<int> TakeMessageId(std::vector<char>& frame) {
     if (frame.size() < WIRE_NUMBER_SIZE) {
         return std::nullopt;
@@ -26,23 +26,23 @@ inline std::optional<int> TakeMessageId(std::vector<char>& frame) {
 
 }  // namespace applist
 
-/// A transport whose incoming frames go to member functions of a handler object.
+/// Dispatches the transport's incoming frames to member functions of a handler object.
 ///
-/// Transport is the base, with the hooks of JavaMWDbusLocal. Handlers are not owned and must
-/// unregister before they go. A frame that nobody can take is a log line and an empty reply, never
-/// an error towards the transport. Main thread only; HandleConnectionReady() may come with the
-/// transport's lock held.
+/// Transport is the base class, with the hooks of JavaMWDbusLocal. Handlers are not owned and must
+/// unregister before they are destroyed. A frame without an id or without a registered handler is
+/// logged and answered with an empty reply. Main thread only; HandleConnectionReady() may be called
+/// while the transport's lock is held.
 template <typename Transport, typename Handler>
 class IPCApplist : public Transport {
 public:
-    /// Gets the message id and the payload; returns the whole response.
+    /// Receives the message id and the payload; returns the whole response.
     using MessageMethod = std::vector<char> (Handler::*)(int, const std::vector<char>&);
-    /// Gets the message id and the payload.
+    /// Receives the message id and the payload.
     using NotificationMethod = void (Handler::*)(int, const std::vector<char>&);
-    /// Gets the name of the partner that is now connected.
+    /// Receives the name of the partner that has connected.
     using ConnectionReadyMethod = void (Handler::*)(const std::string&);
 
-    /// name goes to the transport.
+    /// name is passed to the transport.
     explicit IPCApplist(const std::string& name) : Transport(name) { LOG_DEBUG("IPCApplist"); }
     ~IPCApplist() override = default;
     IPCApplist(const IPCApplist&) = delete;
@@ -50,19 +50,19 @@ public:
     IPCApplist(IPCApplist&&) = delete;
     IPCApplist& operator=(IPCApplist&&) = delete;
 
-    /// From now on method of object answers every call, in place of whoever did before.
+    /// Sets the handler of calls: method of object. Replaces the previous handler.
     void RegisterOnMessage(Handler* object, MessageMethod method) {
         callbackMessageObject = object;
         callbackMessageMethod = method;
     }
 
-    /// From now on method of object hears of every connected partner.
+    /// Sets the handler of new connections: method of object. Replaces the previous handler.
     void RegisterOnConnectionReady(Handler* object, ConnectionReadyMethod method) {
         connectionReadyCallbackObject = object;
         connectionReadyCallbackMethod = method;
     }
 
-    /// Does nothing unless object is the one registered, so that nobody removes another.
+    /// Removes the handler of calls. Does nothing if another object is registered.
     void UnregisterOnMessage(Handler* object) {
         if (callbackMessageObject != nullptr && callbackMessageObject == object) {
             callbackMessageObject = nullptr;
@@ -70,7 +70,7 @@ public:
         }
     }
 
-    /// Does nothing unless object is the one registered.
+    /// Removes the handler of new connections. Does nothing if another object is registered.
     void UnregisterOnConnectionReady(Handler* object) {
         if (connectionReadyCallbackObject != nullptr && connectionReadyCallbackObject == object) {
             connectionReadyCallbackObject = nullptr;
@@ -78,7 +78,7 @@ public:
         }
     }
 
-    /// Hands a call to the handler and returns its response; data shrinks to the payload.
+    /// Passes a call to the handler and returns its response; data is reduced to the payload.
     std::vector<char> HandleMessage(std::vector<char>& data) override {
         LOG_DEBUG("IPC HandleMessage");
         const std::optional<int> messageId = applist::TakeMessageId(data);
@@ -93,7 +93,7 @@ public:
         return (callbackMessageObject->*callbackMessageMethod)(*messageId, data);
     }
 
-    /// Hands a notification to the handler; data shrinks to the payload.
+    /// Passes a notification to the handler; data is reduced to the payload.
     void HandleNotification(std::vector<char>& data) override {
         LOG_DEBUG("IPC HandleNotification");
         const std::optional<int> messageId = applist::TakeMessageId(data);
@@ -108,7 +108,7 @@ public:
         (callbackNotificationObject->*callbackNotificationMethod)(*messageId, data);
     }
 
-    /// Tells the handler of a new partner. It never hears of a lost one.
+    /// Reports a new partner to the handler. Lost partners are not reported.
     void HandleConnectionReady(bool state, const std::string& partner) override {
         LOG_DEBUG("HandleConnectionReady state=%d, partner=%s", static_cast<int>(state),
                   partner.c_str());
@@ -120,10 +120,10 @@ public:
     }
 
 private:
-    // A null object means an empty slot; its method is then never looked at.
+    // If the object is null, no handler is registered and the method is not used.
     Handler* callbackMessageObject = nullptr;
     MessageMethod callbackMessageMethod = nullptr;
-    Handler* callbackNotificationObject = nullptr;  ///< Nobody asks for notifications so far.
+    Handler* callbackNotificationObject = nullptr;  ///< Currently never registered.
     NotificationMethod callbackNotificationMethod = nullptr;
     Handler* connectionReadyCallbackObject = nullptr;
     ConnectionReadyMethod connectionReadyCallbackMethod = nullptr;

@@ -8,27 +8,27 @@
 #include "Log.h"
 #include "ipc/javamw-dbus-local.h"
 
-/// How a callback of the bus library reaches its channel.
+/// Safe access to a channel from callbacks of the bus library.
 ///
-/// The object registration and the three name subscriptions of a channel last as long as the
-/// process' shared bus connection, and anyone else's reference may keep that alive longer than the
-/// channel. So a callback's user data is looked up among the living before it is used.
+/// The object registration and the three name subscriptions last as long as the process' shared bus
+/// connection. Other references may keep the connection alive after the channel is destroyed.
+/// Therefore a callback checks its user data against the set of live channels before it uses it.
 /// Main thread only.
 namespace applist {
 
-/// A channel counts as living from here on.
-void EnterLiving(const JavaMWDbusLocal* channel);
-/// ... until here.
-void LeaveLiving(const JavaMWDbusLocal* channel);
-/// Returns true iff userData is a living channel.
-bool IsLiving(const void* userData);
+/// Adds a channel to the set of live channels.
+void AddLiveChannel(const JavaMWDbusLocal* channel);
+/// Removes a channel from the set.
+void RemoveLiveChannel(const JavaMWDbusLocal* channel);
+/// Returns true if userData is a live channel.
+bool IsLiveChannel(const void* userData);
 
-/// Runs body on the channel that user data names; logs and does nothing without a connection or a
-/// living channel. The log line is one of place, the callback.
+/// Runs body with the channel that user_data points to. If the connection is null or the channel is
+/// no longer alive, logs an error with the position place (the callback's) instead.
 template <typename Body>
 void WithChannel(const GDBusConnection* connection, void* userData, Body&& body,
                  LogPlace place = LogPlace::Here()) noexcept {
-    if (connection == nullptr || !IsLiving(userData)) {
+    if (connection == nullptr || !IsLiveChannel(userData)) {
         LOG_ERROR_AT(place, "Empty user_data or connection not valid.\n\n");
         return;
     }

@@ -10,27 +10,29 @@
 
 #include "Log.h"
 
-/// What the transport's files share in dealing with GIO. Any thread.
+/// GIO helpers of the transport. Any thread.
 namespace applist {
 
-/// The wire form of every payload: one byte array in a tuple, "(ay)". The result is floating.
+/// Returns the wire form of a payload: a byte array in a tuple, "(ay)". The result is floating.
 GVariant* PayloadOf(const std::vector<char>& data);
 
-/// The bytes of a "(ay)"; nothing for null or any other type. parameters stays the caller's.
+/// Returns the bytes of a "(ay)", or nothing if parameters is null or of another type. The caller
+/// keeps ownership of parameters.
 std::optional<std::vector<char>> BytesOf(GVariant* parameters);
 
-/// Who owned a bus name before and after a change; empty means nobody.
+/// The owners of a bus name before and after a change; an empty string means no owner.
 struct NameOwnerChange {
     std::string name;
     std::string oldOwner;
     std::string newOwner;
 };
 
-/// The content of a NameOwnerChanged signal; nothing for null or any type but "(sss)".
+/// Returns the content of a NameOwnerChanged signal, or nothing if parameters is null or not of
+/// type "(sss)".
 std::optional<NameOwnerChange> NameOwnerChangeOf(GVariant* parameters);
 
-/// Logs what failed and error, as a line of place, frees error and sets it to null. Does nothing
-/// for null.
+/// Logs what and error with the position place, frees error and sets it to null. Does nothing if
+/// error is null.
 void LogAndClear(const char* what, GError*& error, LogPlace place = LogPlace::Here());
 
 }  // namespace applist

@@ -1,8 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// How the channel finds its partners and loses them. A side announces itself by owning a name for
-// an instant; the other side hears of the release and so learns the unique name behind it.
+// The handshake: how the channel finds and loses partners. A side announces itself by owning a bus
+// name for an instant. The NameOwnerChanged signal of the release then gives the other side its
+// unique name.
 #include <utility>
 
 #include <gio/gio.h>
@@ -94,10 +95,11 @@ void JavaMWDbusLocal::OnAck(GVariant* parameters) {
     if (!owner) {
         return;
     }
+    // Also creates an empty record for an unknown partner, which is then refused.
     ConnectionPartner& partner = m_partner[*owner];
     if (partner.watchId == 0 || partner.signalSubscriptionId == 0) {
-        // The words of a duplicate, though here it is the partner that is missing: log readers
-        // know this line for every announcement that was refused.
+        // The text says "already exists" although the partner is missing, because log readers know
+        // this line as the one for every refused announcement.
         LOG_DEBUG("Owner %s already exists\n", owner->c_str());
         return;
     }
@@ -114,6 +116,7 @@ std::optional<std::string> JavaMWDbusLocal::Announcer(const char* callback,
     }
     LOG_DEBUG("%s %s %s from '%s' => '%s' \n\n", callback, change->name.c_str(),
               m_uniqueName.c_str(), change->oldOwner.c_str(), change->newOwner.c_str());
+    // Only the release of a name by another connection is an announcement.
     if (!change->newOwner.empty() || change->oldOwner == m_uniqueName) {
         return std::nullopt;
     }
@@ -168,6 +171,7 @@ void JavaMWDbusLocal::OnPartnerVanished(GDBusConnection* connection, const std::
         partner.state = 0;
     }
     LOG_DEBUG("Removed %s connection owner from m_partner\n", name.c_str());
+    // The record is removed even if it was empty.
     m_partner.erase(name);
 }
 

@@ -14,13 +14,13 @@
 
 namespace {
 
-constexpr uint32_t DO_NOT_QUEUE = 4;   // flag of RequestName
-constexpr uint32_t PRIMARY_OWNER = 1;  // answer of RequestName
+constexpr uint32_t DO_NOT_QUEUE = 4;   // flag of RequestName: fail if the name is owned
+constexpr uint32_t PRIMARY_OWNER = 1;  // reply of RequestName
 constexpr int DEFAULT_TIMEOUT = -1;
-// Long for a bus that is busy, short for a viewer who waits for the screen.
+// Long enough for a busy bus, short enough for a viewer who waits for the list to close.
 constexpr int FLUSH_TIMEOUT_MS = 1000;
 
-std::set<const void*>& Living() {
+std::set<const void*>& LiveChannels() {
     static std::set<const void*> channels;
     return channels;
 }
@@ -43,16 +43,16 @@ void Unwatch(uint32_t& id) {
 
 namespace applist {
 
-void EnterLiving(const JavaMWDbusLocal* channel) {
-    Living().insert(channel);
+void AddLiveChannel(const JavaMWDbusLocal* channel) {
+    LiveChannels().insert(channel);
 }
 
-void LeaveLiving(const JavaMWDbusLocal* channel) {
-    Living().erase(channel);
+void RemoveLiveChannel(const JavaMWDbusLocal* channel) {
+    LiveChannels().erase(channel);
 }
 
-bool IsLiving(const void* userData) {
-    return Living().count(userData) != 0;
+bool IsLiveChannel(const void* userData) {
+    return LiveChannels().count(userData) != 0;
 }
 
 }  // namespace applist
@@ -70,7 +70,7 @@ const char* const JavaMWDbusLocal::INTERFACE_XML =
 const GDBusInterfaceVTable JavaMWDbusLocal::m_vtable = {cb_MethodCall, nullptr, nullptr, {nullptr}};
 
 JavaMWDbusLocal::JavaMWDbusLocal(std::string name) : m_name(std::move(name)) {
-    applist::EnterLiving(this);
+    applist::AddLiveChannel(this);
     LOG_DEBUG("Constructor\n\n");
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
     g_type_init();
@@ -93,8 +93,8 @@ JavaMWDbusLocal::~JavaMWDbusLocal() {
     if (m_ownerId != 0) {
         g_bus_unown_name(std::exchange(m_ownerId, 0));
     }
-    // The name-watch call for subscriptions, deliberately: the bus library complains of ids that
-    // it does not know, and the subscriptions themselves go with the connection.
+    // The name-watch call is used for subscriptions on purpose, because the log shows GLib's
+    // warnings about unknown ids. The subscriptions themselves end with the connection.
     Unwatch(m_synSubscriptionId);
     Unwatch(m_synAckSubscriptionId);
     Unwatch(m_ackSubscriptionId);
@@ -108,14 +108,15 @@ JavaMWDbusLocal::~JavaMWDbusLocal() {
         g_signal_handlers_disconnect_by_data(m_connection, this);
     }
     g_clear_object(&m_connection);
-    applist::LeaveLiving(this);
+    applist::RemoveLiveChannel(this);
 }
 
-// The bus library sends from a thread of its own, which ends with the program: without this the
-// viewer's choice gets lost now and then, since the application ends right after it. The daemon
-// takes messages in order, so its answer to one more says that it has all before. It is one that
-// every system bus answers; a ping is denied on most. A flush of the connection would say less, and
-// would wait without end for a daemon that hangs.
+// Ensures that the viewer's choice is sent, because the application ends right after it. The bus
+// library sends from a separate thread, which ends with the program, so messages may be lost. The
+// daemon handles messages in order, so its reply to one more call proves that it has received all
+// earlier ones. GetId is used because every system bus allows it, while most deny Ping.
+// g_dbus_connection_flush_sync() would not prove delivery and would wait forever for a hanging
+// daemon.
 void JavaMWDbusLocal::Flush() const {
     if (m_connection == nullptr || g_dbus_connection_is_closed(m_connection) != FALSE) {
         return;
@@ -124,9 +125,9 @@ void JavaMWDbusLocal::Flush() const {
     g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
         m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
         "GetId", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, FLUSH_TIMEOUT_MS, nullptr, &error);
-    // A connection may close while it is asked; then there is nobody to lose anything to.
+    // If the connection closes during the call, the partners are gone, too.
     if (answer == nullptr && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CLOSED)) {
-        LOG_ERROR("What was sent last may be lost: [%d] %s\n\n", error->code, error->message);
+        LOG_ERROR("The last messages may be lost: [%d] %s\n\n", error->code, error->message);
     }
 }
 
@@ -144,7 +145,7 @@ bool JavaMWDbusLocal::Connect() {
     return true;
 }
 
-// The bus library ends the program right after this, without a word.
+// The bus library ends the program after this callback without logging anything.
 void JavaMWDbusLocal::cb_Closed(GDBusConnection* /*connection*/, int /*remote_peer_vanished*/,
                                 GError* error, void* /*user_data*/) {
     if (error != nullptr) {
@@ -266,7 +267,7 @@ void JavaMWDbusLocal::cb_MethodCall(GDBusConnection* connection, const char* sen
                                     GDBusMethodInvocation* invocation, void* user_data) {
     LOG_DEBUG("cb_MethodCall sender=%s obj_path=%s iface_name=%s method_name=%s\n\n", sender,
               object_path, interface_name, method_name);
-    // Ours, answered or not: a kept invocation would keep the connection.
+    // This callback owns the invocation, which would keep the connection alive if it leaked.
     g_autoptr(GDBusMethodInvocation) owned = invocation;
     applist::WithChannel(connection, user_data, [&](JavaMWDbusLocal& channel) {
         channel.OnMethodCall(object_path, parameters, owned);
@@ -284,7 +285,7 @@ void JavaMWDbusLocal::OnMethodCall(const char* objectPath, GVariant* parameters,
         return;
     }
     const std::vector<char> reply = HandleMessage(*data);
-    // Answering takes one reference to the invocation.
+    // The functions that send the reply consume a reference to the invocation.
     g_object_ref(invocation);
     if (reply.size() > MAX_REPLY_BYTES) {
         LOG_ERROR("Reply with %zu bytes exceeds the limit of %zu bytes\n\n", reply.size(),
@@ -313,7 +314,7 @@ void JavaMWDbusLocal::OnSignal(const char* sender, const char* objectPath, const
     if (objectPath != m_objectPath) {
         return;
     }
-    // Nobody has checked a signal's type: the interface declares none.
+    // GIO does not check the types of signals, because the interface does not declare any.
     auto data = applist::BytesOf(parameters);
     if (!data) {
         LOG_ERROR("Signal %s from %s carries %s instead of (ay) and is ignored.\n\n", signalName,

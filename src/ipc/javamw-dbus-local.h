@@ -11,7 +11,8 @@
 
 #include "PTMutex.h"
 
-// GIO's types by name only, so that this header can be used without GIO. The underscores are GIO's.
+// Forward declarations of GIO's types, so that this header can be used without GIO. The underscores
+// in the names are GIO's.
 typedef struct _GError GError;
 typedef struct _GDBusConnection GDBusConnection;
 typedef struct _GDBusInterfaceVTable GDBusInterfaceVTable;
@@ -20,7 +21,7 @@ typedef struct _GDBusNodeInfo GDBusNodeInfo;
 typedef struct _GDBusProxy GDBusProxy;
 typedef struct _GVariant GVariant;
 
-/// What the transport knows of one partner. It owns the resources that its ids and the proxy name.
+/// The transport's record of one partner. Owns the watch, the proxy and the subscription.
 struct ConnectionPartner {
     static constexpr int32_t SYN_SEEN = 2;
     static constexpr int32_t CONNECTED = 3;
@@ -34,21 +35,21 @@ struct ConnectionPartner {
 
 /// The bus channel between the application and the broadcast middleware.
 ///
-/// Connects to the system bus, exports one object with the method "Send", finds its partners by a
-/// three-way handshake of bus names and carries opaque bytes: calls from a partner with a reply,
-/// and signals in both directions. It never looks inside the bytes.
+/// Connects to the system bus, exports one object with the method "Send" and finds partners by a
+/// three-way handshake of bus names. Transfers opaque bytes: calls from a partner with a reply, and
+/// signals in both directions.
 ///
-/// Main thread only: GIO calls back on the thread whose default main context it uses. The mutex
-/// guards the partner map in the handshake callbacks, which hold it during HandleConnectionReady().
-/// No operation reports a failure to its caller; each is a log line, and the channel goes on as far
-/// as it can.
+/// Main thread only: GIO calls back on the thread of the default main context. The mutex protects
+/// the partner map in the handshake callbacks, which hold it during HandleConnectionReady().
+/// Failures are not returned to the caller but logged; the channel continues with the parts that
+/// work.
 class JavaMWDbusLocal {
 public:
     static const char* const INTERFACE_XML;
     static constexpr const char* JAVAMW_DBUS_OBJ_NAME = "/org/vantu/javamw/CommunicationChannel";
     static const GDBusInterfaceVTable m_vtable;
-    /// What the names on the bus are made of. A handshake name that ends in LISTEN_PREFIX and a
-    /// step is the middleware's, one in BROADCAST_PREFIX and a step the application's.
+    /// The parts of the bus names. A handshake name with LISTEN_PREFIX is the middleware's, one
+    /// with BROADCAST_PREFIX the application's; a suffix for the step follows.
     static constexpr const char* JAVAMW_DBUS_PREFIX = "org.vantu.JavaMW";
     static constexpr const char* LISTEN_PREFIX = "_CLIENT";
     static constexpr const char* JAVAMW_DBUS_SYN_SUFFIX = "_SYN";
@@ -64,14 +65,13 @@ public:
     static constexpr std::size_t MAX_REPLY_BYTES = (std::size_t{32} << 20U) - 512;
 
     /// Connects, exports the object, subscribes to the partner's announcements and announces the
-    /// application. name is the channel's: the last element of the object path and of the
-    /// handshake names. Without a bus the object is built all the same and reaches nobody.
+    /// application. name is the last element of the object path and part of the handshake names.
+    /// Without a bus the object is constructed, but it has no partners.
     explicit JavaMWDbusLocal(std::string name);
 
-    /// Releases every partner without an upcall. What was sent is with the bus daemon on return,
-    /// unless that hangs: then it is given up after a second. A callback that the bus connection
-    /// delivers later, because something else keeps it alive, finds no object and is refused with a
-    /// log line.
+    /// Releases all partners without calling HandleConnectionReady(). Waits up to a second until
+    /// the bus daemon has received all sent messages. If a callback arrives after the destruction,
+    /// because another reference keeps the connection alive, it is refused with a log line.
     virtual ~JavaMWDbusLocal();
 
     JavaMWDbusLocal(const JavaMWDbusLocal&) = delete;
@@ -79,36 +79,36 @@ public:
     JavaMWDbusLocal(JavaMWDbusLocal&&) = delete;
     JavaMWDbusLocal& operator=(JavaMWDbusLocal&&) = delete;
 
-    /// Announces name by owning it for an instant: who listens learns this connection's unique
-    /// name from the release. Blocks for two calls to the bus daemon.
+    /// Announces this connection by owning name for an instant: listeners learn its unique name
+    /// from the release. Blocks for two calls to the bus daemon.
     void BroadcastName(std::string& name);
 
-    /// Calls to a partner are not supported: sends nothing and returns an empty vector.
+    /// Calls to a partner are not supported: does not send anything and returns an empty vector.
     std::vector<char> SendMessage(std::vector<char>& data);
 
-    /// Emits data as a signal to one connected partner, named by its unique bus name. Does not wait
+    /// Sends data as a signal to one connected partner, given by its unique bus name. Does not wait
     /// for the partner.
     void SendNotification(std::vector<char>& data, const std::string& partner);
 
-    /// Emits data to every partner, in the order of their unique names.
+    /// Sends data to every partner, in the order of their unique names.
     void SendNotification(std::vector<char>& data);
 
-    /// Returns true iff the handshake with the partner is complete. Asking for an unknown name
-    /// leaves an empty record under it.
+    /// Returns true if the handshake with the partner is complete. If the name is unknown, an empty
+    /// record is added for it.
     bool IsConnectionReady(const std::string& partner);
 
-    /// Upcall for each incoming call; data is its whole payload. Returns the whole reply. The
-    /// caller gets the error LimitsExceeded instead of a reply over MAX_REPLY_BYTES.
+    /// Called for each incoming call with its whole payload; returns the whole reply. If the reply
+    /// exceeds MAX_REPLY_BYTES, the caller receives the error LimitsExceeded instead.
     virtual std::vector<char> HandleMessage(std::vector<char>& data);
 
-    /// Upcall for each incoming signal; data is its whole payload.
+    /// Called for each incoming signal with its whole payload.
     virtual void HandleNotification(std::vector<char>& data);
 
-    /// Upcall when a partner has become connected (ready) or was lost. Comes with the mutex held:
-    /// an override may send notifications and ask IsConnectionReady(), which take no lock.
+    /// Called when a partner has connected (ready is true) or was lost. The mutex is held: an
+    /// override may send notifications and call IsConnectionReady(), which do not lock it.
     virtual void HandleConnectionReady(bool ready, const std::string& partner);
 
-    // Callbacks for GIO, each with the object as user_data.
+    // Callbacks for GIO; user_data is the channel.
     static void cb_MethodCall(GDBusConnection* connection, const char* sender,
                               const char* object_path, const char* interface_name,
                               const char* method_name, GVariant* parameters,
@@ -142,18 +142,18 @@ private:
     void SubscribeToAnnouncements();
     uint32_t SubscribeToName(const std::string& name, SignalCallback callback);
 
-    /// Waits, a second at most, until the bus daemon has all that was sent.
+    /// Waits up to a second until the bus daemon has received all sent messages.
     void Flush() const;
 
-    /// A name of this channel, such as "org.vantu.JavaMW.Applist_SERVICE_SYN".
+    /// Returns a handshake name of this channel, such as "org.vantu.JavaMW.Applist_SERVICE_SYN".
     std::string HandshakeName(const char* side, const char* suffix) const;
-    /// BroadcastName() of the application's own name with that suffix.
+    /// Calls BroadcastName() with the application's handshake name for that suffix.
     void Announce(const char* suffix);
-    /// Calls a method of the bus daemon that answers with a code; takes floating parameters.
-    /// Returns the answer, the caller's to unref, or null.
+    /// Calls a method of the bus daemon that returns a code; parameters may be floating. Returns
+    /// the reply, which the caller must unref, or null on failure.
     GVariant* CallDaemon(const char* method, GVariant* parameters, GError** error);
 
-    // What the callbacks do once they know that the object is there.
+    // The callbacks' implementation, called after the check that the channel is alive.
     void OnMethodCall(const char* objectPath, GVariant* parameters,
                       GDBusMethodInvocation* invocation);
     void OnSignal(const char* sender, const char* objectPath, const char* signalName,
@@ -163,21 +163,22 @@ private:
     void OnAck(GVariant* parameters);
     void OnPartnerVanished(GDBusConnection* connection, const std::string& name);
 
-    /// Logs the change for a callback. Returns the unique name of the partner that announced
-    /// itself by it; nothing for the first half of an announcement or an own one.
+    /// Logs the owner change. Returns the unique name of the partner that announced itself; nothing
+    /// if the name was acquired (not released) or the announcement is this connection's own.
     std::optional<std::string> Announcer(const char* callback, GVariant* parameters) const;
-    /// Watches the partner and listens to it. Returns its record, null if it had one in use.
+    /// Starts to watch the partner and subscribes to its signals. Returns its record, or null if
+    /// the partner was already known.
     ConnectionPartner* Establish(GDBusConnection* connection, const std::string& owner);
     void CreateProxy(GDBusConnection* connection, ConnectionPartner& partner) const;
-    /// Gives back what the record holds, watch first.
+    /// Releases the record's watch, proxy and subscription, in this order.
     static void ReleaseResources(GDBusConnection* connection, ConnectionPartner& partner);
 
     std::string m_name;
     std::string m_uniqueName;
     std::string m_objectPath;
     GDBusNodeInfo* m_introspectionData = nullptr;
-    uint32_t m_ownerId = 0;         ///< No operation owns a name for long; stays 0.
-    uint32_t m_registrationId = 0;  ///< Never unregistered: the object goes with the connection.
+    uint32_t m_ownerId = 0;         ///< Always 0, because no name is kept.
+    uint32_t m_registrationId = 0;  ///< Never unregistered: the object ends with the connection.
     uint32_t m_synSubscriptionId = 0;
     uint32_t m_synAckSubscriptionId = 0;
     uint32_t m_ackSubscriptionId = 0;

@@ -7,9 +7,9 @@
 
 namespace applist::desktop {
 
-/// The application id of a program: "org.vantu." and the program file's name without its folder, so
-/// "/usr/bin/applist" is "org.vantu.applist". A program that is named by its whole id keeps it.
-/// Empty when that is no valid id.
+/// Returns the application id of a program: "org.vantu." and the file name without its folder, so
+/// "/usr/bin/applist" becomes "org.vantu.applist". A file name that is already a complete id is
+/// returned unchanged. Returns an empty string if the result is not a valid id.
 std::string ApplicationIdOf(std::string_view program);
 
 }  // namespace applist::desktop

@@ -11,9 +11,10 @@
 
 namespace applist::desktop {
 
-/// Bounds those synchronous GIO calls that have no timeout of their own and look at their
-/// cancellable while they wait: cancels them from a thread of its own when its time is over before
-/// its life. (g_dbus_connection_flush_sync() takes a cancellable and does not look at it.)
+/// Limits the duration of synchronous GIO calls that do not have a timeout parameter. A separate
+/// thread cancels the cancellable when the time is over, unless this object is destroyed first.
+/// Works only for calls that check their cancellable while they wait;
+/// g_dbus_connection_flush_sync() does not.
 class Deadline {
 public:
     explicit Deadline(std::chrono::milliseconds time)
@@ -29,7 +30,7 @@ public:
     Deadline(Deadline&&) = delete;
     Deadline& operator=(Deadline&&) = delete;
 
-    /// For the calls to be bounded; lives as long as this object.
+    /// The cancellable to pass to the calls; owned by this object.
     GCancellable* cancellable() const { return m_cancellable; }
 
 private:
@@ -44,7 +45,7 @@ private:
     GCancellable* m_cancellable;
     std::mutex m_mutex;
     std::condition_variable_any m_ended;
-    // Last, since it uses the others.
+    // The last member, because the thread uses all others.
     std::jthread m_thread;
 };
 

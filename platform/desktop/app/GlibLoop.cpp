@@ -12,7 +12,7 @@
 namespace applist::desktop {
 namespace {
 
-// The toolkit's function takes no user data.
+// The toolkit's select function does not have a user-data argument.
 GlibLoop* g_loop = nullptr;
 
 int OnSelect(int count, fd_set* reads, fd_set* writes, fd_set* exceptions, timeval* timeout) {
@@ -29,7 +29,7 @@ bool Holds(const fd_set* set, int descriptor) {
     return set != nullptr && FD_ISSET(descriptor, set);
 }
 
-// Keeps the descriptor in its set only if it is ready; true iff it stays.
+// Removes the descriptor from its set unless it is ready. Returns true if it stays.
 bool Keep(fd_set* set, const pollfd& polled, int readiness) {
     if (!Holds(set, polled.fd)) {
         return false;
@@ -41,7 +41,7 @@ bool Keep(fd_set* set, const pollfd& polled, int readiness) {
     return true;
 }
 
-// The shorter of the toolkit's and GLib's patience; nothing for a wait without end.
+// Returns the shorter of the toolkit's and GLib's timeouts; nothing if both are unlimited.
 std::optional<timespec> Shorter(const timeval* toolkit, int glibMilliseconds) {
     std::optional<timespec> wait;
     if (glibMilliseconds >= 0) {
@@ -57,8 +57,8 @@ std::optional<timespec> Shorter(const timeval* toolkit, int glibMilliseconds) {
     return wait;
 }
 
-// Half a second after a frame the toolkit is done with it, and a name that slides rests for a
-// second.
+// Returns true if a wait of this length counts as idle. The toolkit finishes a frame within 500 ms,
+// and a sliding name pauses for 1 s, so 250 ms separates both.
 bool MayRest(const std::optional<timespec>& wait) {
     constexpr long QUARTER_SECOND_NS = 250'000'000;
     return !wait || wait->tv_sec > 0 || wait->tv_nsec >= QUARTER_SECOND_NS;
@@ -80,14 +80,14 @@ GPollFD* AsGlib(pollfd* descriptors) {
 
 GlibLoop::GlibLoop(std::function<void()> beforeRest)
     : m_beforeRest(std::move(beforeRest)), m_context(g_main_context_default()) {
-    // Owned for good, not only while dispatching: GLib wakes a sleeping context only for a source
-    // that another thread adds (GDBus' does) when some thread owns it.
+    // Stays acquired while this object exists. If another thread adds a source, as GDBus does, GLib
+    // wakes up a waiting context only if a thread owns it.
     g_main_context_acquire(m_context);
     g_loop = this;
     m_replaced = ecore_main_loop_select_func_get();
     ecore_main_loop_select_func_set(OnSelect);
     m_afterWait = ecore_idle_exiter_add(OnTurn, this);
-    // A single turn of the loop, as nested loops make, ends without the exiter.
+    // Nested loops run single iterations, which do not call the idle exiter.
     m_beforeWait = ecore_idle_enterer_before_add(OnTurn, this);
 }
 
@@ -111,6 +111,7 @@ int GlibLoop::Select(int count, fd_set* reads, fd_set* writes, fd_set* exception
     }
     const int polled =
         ppoll(m_descriptors.data(), m_descriptors.size(), wait ? &*wait : nullptr, nullptr);
+    // g_main_context_check() may overwrite errno.
     const int error = errno;
     m_timeWasUp = polled == 0 && TakesTime(wait);
     m_ready = g_main_context_check(m_context, priority,
@@ -120,6 +121,7 @@ int GlibLoop::Select(int count, fd_set* reads, fd_set* writes, fd_set* exception
         return -1;
     }
     const int ready = Report(reads, writes, exceptions);
+    // The toolkit runs the idle exiter only if something is ready.
     return ready == 0 && m_ready ? 1 : ready;
 }
 
@@ -167,7 +169,7 @@ int GlibLoop::Report(fd_set* reads, fd_set* writes, fd_set* exceptions) const {
             errno = EBADF;
             return -1;
         }
-        // select(2) counts an end of file and an error as readable, an error as writable.
+        // select(2) reports end of file and errors as readable, and errors also as writable.
         ready += Keep(reads, polled, POLLIN | POLLHUP | POLLERR) ? 1 : 0;
         ready += Keep(writes, polled, POLLOUT | POLLERR) ? 1 : 0;
         ready += Keep(exceptions, polled, POLLPRI) ? 1 : 0;

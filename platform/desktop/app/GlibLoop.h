@@ -10,20 +10,20 @@
 
 namespace applist::desktop {
 
-/// While it lives, GLib's default main context runs on the toolkit's main loop: D-Bus callbacks,
-/// timeouts and idle sources are dispatched between two turns of it.
+/// Runs GLib's default main context on the toolkit's main loop while it exists: D-Bus callbacks,
+/// timeouts and idle sources are dispatched between two iterations of that loop.
 ///
-/// The toolkit waits in a function that can be replaced. Ours waits for GLib's descriptors and
-/// timeouts together with the toolkit's, so nothing is polled and an idle program sleeps. What
-/// became ready is not dispatched in there, where the toolkit's clock still stands at the time
-/// before the wait, but right after it.
+/// It replaces the toolkit's select function by one that waits for the descriptors and timeouts of
+/// both libraries. Nothing is polled, so an idle program sleeps. GLib sources are not dispatched in
+/// that function but right after it, because until then the toolkit's clock still shows the time
+/// before the wait.
 ///
-/// REQUIRES: made and ended on the main thread, between the toolkit's start and end; one at a time.
+/// REQUIRES: created and destroyed on the main thread while the toolkit is initialised; at most one
+/// at a time.
 class GlibLoop {
 public:
-    /// beforeRest is called before each wait that may take a quarter of a second or longer and
-    /// follows one in which nothing happened: not while a start or a viewer waits for the next
-    /// event.
+    /// beforeRest is called when the program is idle: before a wait that may take 250 ms or longer,
+    /// if the previous wait ended by its timeout.
     explicit GlibLoop(std::function<void()> beforeRest = [] {});
     ~GlibLoop();
     GlibLoop(const GlibLoop&) = delete;
@@ -31,19 +31,21 @@ public:
     GlibLoop(GlibLoop&&) = delete;
     GlibLoop& operator=(GlibLoop&&) = delete;
 
-    /// What the toolkit calls to wait; select(2)'s contract, except that it may report one ready
-    /// descriptor too many when GLib has work.
+    /// Select function for the toolkit. Follows select(2), except that it may report one ready
+    /// descriptor too many if GLib has work to dispatch.
     int Select(int count, fd_set* reads, fd_set* writes, fd_set* exceptions, timeval* timeout);
-    /// Runs the callbacks of what the last wait found ready.
+    /// Dispatches the GLib sources that the last wait found ready.
     void Dispatch();
 
 private:
-    /// Takes the toolkit's descriptors as the first entries of m_descriptors.
+    /// Stores the toolkit's descriptors as the first entries of m_descriptors.
     void CollectToolkit(int count, const fd_set* reads, const fd_set* writes,
                         const fd_set* exceptions);
-    /// Adds GLib's behind them; returns how many, and GLib's timeout in milliseconds or -1.
+    /// Appends GLib's descriptors. Returns their number, and in timeout GLib's timeout in
+    /// milliseconds or -1.
     int CollectGlib(int* priority, int* timeout);
-    /// Writes the first entries back; returns how many are ready, or -1 for an invalid descriptor.
+    /// Writes the results of the toolkit's descriptors back to its sets. Returns the number of
+    /// ready descriptors, or -1 if one is invalid.
     int Report(fd_set* reads, fd_set* writes, fd_set* exceptions) const;
 
     std::function<void()> m_beforeRest;

@@ -32,14 +32,14 @@
 namespace applist::desktop {
 namespace {
 
-// Time for a slow partner on the bus to read what the viewer has chosen. A garbage collection that
-// holds it up takes some 200 ms.
+// Time for a slow partner on the bus to read the viewer's choice. A garbage collection delays it by
+// about 200 ms.
 constexpr double LEAVE_SECONDS = 0.5;
 
-// For ui_app_exit(), which has no argument.
+// For ui_app_exit(), which does not have an argument.
 Lifecycle* g_running = nullptr;
 
-// The bus starts a program with this, and sends the request that it was started for afterwards.
+// The bus passes this argument when it starts a program, and sends the launch request afterwards.
 bool IsServiceStart(int argc, const char* const* argv) {
     return std::any_of(argv, argv + argc, [](const char* argument) {
         return std::string_view(argument) == SERVICE_ARGUMENT;
@@ -63,8 +63,8 @@ gboolean OnEndSignal(void*) {
     return G_SOURCE_CONTINUE;
 }
 
-// Ends the loop at SIGTERM and SIGINT while it lives. The toolkit does so as well, but ignores both
-// signals for ever if it could not create its pipe for them.
+// Ends the loop on SIGTERM and SIGINT while it exists. The toolkit handles both signals as well,
+// but ignores them permanently if it could not create its signal pipe.
 class EndSignals {
 public:
     EndSignals() = default;
@@ -126,13 +126,14 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     const KeyFrames frames(windows);
     SpokenNames names;
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
-    m_makePlace = [&] {
+    m_leaveScreen = [&] {
         instance->Release();
         keyboard.Close();
         return windows.Hide();
     };
     const Result result = RunApplication();
-    // From here on a launch must start a new instance: nobody would see it in this one.
+    // A request for this instance would be lost from here on, so later launches must start a new
+    // instance.
     instance.reset();
     if (result == ENDED) {
         m_callbacks.terminate(m_userData);
@@ -150,7 +151,7 @@ Lifecycle::Result Lifecycle::RunApplication() {
         return CREATE_REFUSED;
     }
     m_created = true;
-    // Inside the loop, where an end asked for takes effect. The toolkit forgets one before.
+    // Runs inside the loop, because elm_exit() before elm_run() has no effect.
     ecore_job_add(OnFirstTurn, this);
     m_looping = true;
     elm_run();
@@ -185,21 +186,21 @@ void Lifecycle::Leave() {
     if (std::exchange(m_leaving, true)) {
         return;
     }
-    if (m_makePlace()) {
+    if (m_leaveScreen()) {
         m_wait = ecore_timer_add(LEAVE_SECONDS, OnWaitOver, this);
     } else {
         elm_exit();
     }
 }
 
-// The toolkit deletes the timer.
+// The toolkit deletes the timer after this callback.
 void Lifecycle::WaitOver() {
     m_wait = nullptr;
     elm_exit();
 }
 
 void Lifecycle::Relaunched(app_control_s& request) {
-    // A main context that runs inside create would bring requests before their time.
+    // If create runs the main context, a request can arrive before the application is built.
     if (!m_created || m_leaving) {
         return;
     }
@@ -254,7 +255,7 @@ extern "C" void ui_app_exit(void) {
     }
 }
 
-// A desktop keeps no windows ready.
+// A desktop does not create windows in advance.
 extern "C" Evas_Object* app_get_preinitialized_window(const char* /*name*/) {
     return nullptr;
 }

@@ -14,10 +14,11 @@ namespace applist::desktop {
 
 class SingleInstance;
 
-/// One run of an application, from its place among other instances to its end. Main thread only.
+/// One run of an application: decides its role among other instances, runs it and shuts it down.
+/// Main thread only.
 class Lifecycle {
 public:
-    /// What Run() returns; zero and below, as app.h says.
+    /// Results of Run(), which ui_app_main() returns: 0 or negative, see app.h.
     enum Result {
         ENDED = 0,
         NO_CALLBACKS = -1,
@@ -29,21 +30,21 @@ public:
     };
 
     /// callbacks and userData must outlive the object. launch is the request that started the
-    /// program; nothing when the bus started it to send the first request later.
+    /// program, or nothing if the bus started it and sends the first request later.
     Lifecycle(const ui_app_callbacks& callbacks, void* userData, std::string applicationId,
               std::optional<app_control_s> launch);
 
     Result Run(int argc, char** argv);
-    /// Ends the run; see ui_app_exit(). An application that shows a window leaves the screen and
-    /// the session at once, and its loop a little later, so that others can still ask it what the
-    /// viewer has chosen. A signal ends the loop without this wait.
+    /// Ends the run; see ui_app_exit(). If a window is shown, it is hidden and the bus name is
+    /// released at once, and the loop ends later, so that other programs can still query the
+    /// viewer's choice. A signal ends the loop without this wait.
     void Exit();
 
-    /// A later launch.
+    /// Handles a launch request from another instance.
     void Relaunched(app_control_s& request);
-    /// The loop's first turn.
+    /// Called in the first iteration of the loop.
     void Started();
-    /// The wait at the end is over.
+    /// Called by the timer when the wait before the end is over.
     void WaitOver();
     void VisibilityChanged(bool visible);
 
@@ -51,7 +52,7 @@ private:
     Result RunToolkit(int argc, char** argv);
     Result RunApplication();
     Result HandOver(SingleInstance& first);
-    /// Hands the launch that started the program to the application, the first time it is called.
+    /// Delivers the request that started the program to the application, on the first call only.
     void DeliverLaunch();
     void Leave();
 
@@ -63,9 +64,9 @@ private:
     bool m_exitAsked = false;
     bool m_looping = false;
     bool m_leaving = false;
-    /// Makes place for other windows and other instances; true iff a window was shown. Set while
-    /// the toolkit works.
-    std::function<bool()> m_makePlace;
+    /// Hides the windows and releases the keyboard and the bus name. Returns true if a window was
+    /// shown. Set while the toolkit is running.
+    std::function<bool()> m_leaveScreen;
     Ecore_Timer* m_wait = nullptr;
 };
 

@@ -12,11 +12,13 @@
 namespace applist::desktop {
 namespace {
 
-// Long for a bus and for an instance that is busy starting, short for a viewer.
+// Time limit for the bus or another instance: long enough if they are busy starting, short enough
+// for a waiting viewer.
 constexpr std::chrono::seconds PATIENCE{3};
 
-// Waits until the bus daemon has all that was sent on the connection: it takes messages in order,
-// so its answer to one more says so. A flush would wait without end for a daemon that hangs.
+// Waits until the bus daemon has received all messages sent on the connection. It handles messages
+// in order, so its reply to a Ping proves that. g_dbus_connection_flush_sync() is not used because
+// it would wait forever for a hanging daemon.
 bool Reaches(GDBusConnection* bus, GError** error) {
     g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
         bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer", "Ping",
@@ -39,9 +41,9 @@ void OnLaunchAction(GSimpleAction*, GVariant* values, gpointer self) {
 SingleInstance::SingleInstance(std::string applicationId, Receiver receiver)
     : m_applicationId(std::move(applicationId)), m_receiver(std::move(receiver)) {
     if (m_applicationId.empty()) {
-        LOG_ERROR("The program's name makes no application id; this instance stands alone");
+        LOG_ERROR("The program's name is not a valid application id; other instances are not detected");
     } else if (!HasSessionBus()) {
-        LOG_INFO("There is no session bus; this instance of %s stands alone",
+        LOG_INFO("No session bus; %s does not detect other instances",
                  m_applicationId.c_str());
     } else {
         Register();
@@ -61,7 +63,7 @@ SingleInstance::~SingleInstance() {
     }
 }
 
-// The application object stays: the caller may be one of its signal handlers.
+// Keeps the application object, because the caller may be one of its signal handlers.
 void SingleInstance::Release() {
     if (m_role == Role::First) {
         g_dbus_connection_call(g_application_get_dbus_connection(m_application.get()),
@@ -78,17 +80,17 @@ void SingleInstance::Register() {
     const Deadline deadline(PATIENCE);
     g_autoptr(GError) error = nullptr;
     if (g_application_register(m_application.get(), deadline.cancellable(), &error) == FALSE) {
-        LOG_ERROR("%s cannot take its place on the session bus and stands alone: [%d] %s",
+        LOG_ERROR("%s cannot register on the session bus and does not detect other instances: [%d] %s",
                   m_applicationId.c_str(), error->code, error->message);
         return;
     }
     GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
     if (bus == nullptr) {
-        LOG_ERROR("The session bus does not answer; this instance of %s stands alone",
+        LOG_ERROR("The session bus does not reply; %s does not detect other instances",
                   m_applicationId.c_str());
         return;
     }
-    // The viewer keeps the list when the session ends.
+    // The list must stay open if the session bus disconnects.
     g_dbus_connection_set_exit_on_close(bus, FALSE);
     const bool later = g_application_get_is_remote(m_application.get()) != FALSE;
     m_role = later ? Role::Later : Role::First;
@@ -113,7 +115,7 @@ bool SingleInstance::HandOver(const app_control_s& request) {
     if (Reaches(g_application_get_dbus_connection(m_application.get()), &error)) {
         return true;
     }
-    LOG_ERROR("The launch request for the running %s could not be sent: [%d] %s",
+    LOG_ERROR("Cannot send the launch request to the running %s: [%d] %s",
               m_applicationId.c_str(), error->code, error->message);
     return false;
 }

@@ -12,26 +12,28 @@
 
 namespace applist::desktop {
 
-/// The program's place on the session bus, under its application id: the first instance owns the id
-/// and takes launch requests, every later one can only hand its own request over.
+/// Ensures that the program runs once per session. The first instance owns the application id as
+/// its bus name and receives launch requests; a later instance forwards its own request to the
+/// first one.
 ///
-/// Requests arrive as launch/LaunchProtocol.h says. Main thread only.
+/// launch/LaunchProtocol.h defines the form of the requests. Main thread only.
 class SingleInstance {
 public:
     enum class Role {
-        /// Owns the id; later launches arrive here.
+        /// Owns the id; later launch requests arrive here.
         First,
         /// Another instance owns the id.
         Later,
-        /// There is no usable session bus: nobody can tell whether there are others.
+        /// The session bus is not usable, so other instances cannot be detected.
         Alone,
     };
     using Receiver = std::function<void(app_control_s&)>;
 
-    /// Finds the role; waits a few seconds at most for a bus or an instance that does not answer,
-    /// and stands alone then. receiver is called from the main context, never from here.
+    /// Determines the role. If the bus or the first instance does not reply within a few seconds,
+    /// the role is Alone. receiver is called from the main context, not from the constructor.
     SingleInstance(std::string applicationId, Receiver receiver);
-    /// Gives the id up, if Release() has not, and waits a few seconds at most until the bus knows.
+    /// Releases the id unless Release() has done so. Waits up to a few seconds until the bus has
+    /// received the release.
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
@@ -39,12 +41,12 @@ public:
     SingleInstance& operator=(SingleInstance&&) = delete;
 
     Role role() const { return m_role; }
-    /// Sends a launch request to the first instance; true iff the bus has taken it.
-    /// REQUIRES: role() == Role::Later.
+    /// Sends a launch request to the first instance. Returns true if the bus has received it;
+    /// otherwise logs the reason. REQUIRES: role() == Role::Later.
     bool HandOver(const app_control_s& request);
 
-    /// Gives the id up without waiting, so that a launch from now on starts a new instance. A
-    /// request that is on its way here already still arrives.
+    /// Releases the id without waiting, so that later launches start a new instance. A request that
+    /// is already on its way still arrives here.
     void Release();
 
     void Activated();

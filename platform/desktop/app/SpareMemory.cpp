@@ -11,10 +11,11 @@
 namespace applist::desktop {
 namespace {
 
-// The pixels of two rows are more.
+// Trims only if at least this much memory is unused; the pixels of two rows are more.
 constexpr ptrdiff_t MUCH = 128 << 10;
 
-// What the process holds of its own, without pages of files; 0 where the kernel does not tell.
+// Returns the resident memory in bytes without file-backed pages, or 0 if the kernel does not
+// provide it.
 ptrdiff_t Resident() {
     std::array<char, 64> text{};
     const int file = open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
@@ -23,7 +24,7 @@ ptrdiff_t Resident() {
     }
     const bool known = read(file, text.data(), text.size() - 1) > 0;
     close(file);
-    // Behind what is mapped: what is resident, and which part of that is of files.
+    // Fields in pages: total size (skipped), resident, file-backed resident.
     char* field = text.data();
     static_cast<void>(std::strtol(field, &field, 10));
     const long all = std::strtol(field, &field, 10);

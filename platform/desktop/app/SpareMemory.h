@@ -6,22 +6,23 @@
 
 namespace applist::desktop {
 
-/// Gives memory back to the system that was taken for a while: the C library gives back only what
-/// is empty at its heap's end. A frame's pixels lie between objects that stay, and to lay out a row
-/// the toolkit makes two dozen objects that live for one turn of the loop: after 10,000 rows a
-/// third of the heap is empty. Main thread only.
+/// Returns unused heap memory to the system, because the C library releases memory only at the end
+/// of its heap. A frame's pixels lie between objects that stay allocated. The toolkit also creates
+/// two dozen temporary objects to lay out a row, so that a third of the heap is unused after 10,000
+/// rows. Main thread only.
 class SpareMemory {
 public:
     SpareMemory() : m_unused(Unused()) {}
 
-    /// Does so if more is spare than when it was last done, which costs a few milliseconds: for
-    /// when nothing else is to be done. To find out costs a sixth of a microsecond for each free
-    /// piece.
+    /// Trims the heap if at least 128 KiB more is unused than after the last trim. Trimming takes a
+    /// few milliseconds, so call this when idle. The check takes about 0.2 microseconds for each
+    /// free block.
     void GiveBack();
 
 private:
-    /// In bytes: what the process holds and the allocator has not handed out, and what the process
-    /// never got from there. Both stay as they are where nothing is spare.
+    /// Returns the resident memory that the allocator has not handed out, in bytes. This includes a
+    /// constant part, memory that does not come from the allocator, so only differences are
+    /// meaningful.
     static ptrdiff_t Unused();
 
     ptrdiff_t m_unused;

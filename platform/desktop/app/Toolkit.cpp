@@ -20,22 +20,24 @@
 namespace applist::desktop {
 namespace {
 
-// Xlib would print these to standard error: the toolkit asks for extensions that it can do without
-// and that virtual displays do not have.
+// Xlib would print a message to standard error. The toolkit queries optional extensions that
+// virtual displays lack.
 int OnMissingExtension(Display*, const char* name, const char* reason) {
     LOG_DEBUG("X extension %s: %s", name, reason);
     return 0;
 }
 
-// The modules that watch power and time zone report errors for a set without a system bus, and are
-// of no use to a popup. The cache of desktop files would be built by a daemon that outlives us.
+// Disables toolkit modules that watch power and time zone: a popup does not need them, and they log
+// errors on a set without a system bus. Also disables the cache of desktop files, which a daemon
+// would build that outlives the program.
 void KeepOutHelpers() {
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
     efreet_cache_disable();
 }
 
-// Without this the toolkit ends the program silently if the X server closes the connection before
-// the first window is created. Later the toolkit uses a handler of its own, with the same status.
+// Without this handler the toolkit exits silently if the X server closes the connection before the
+// first window is created. Later the toolkit installs its own handler, which exits with the same
+// status.
 void OnConnectionLost(void*) {
     constexpr int DISPLAY_LOST = 101;
     LOG_ERROR("The connection to the X server is lost");
@@ -48,7 +50,8 @@ bool NeedsDisplay() {
            std::strstr(engine, "wayland") != nullptr;
 }
 
-// On a connection of its own: the toolkit's tells X11 from Wayland by whether it is connected.
+// Uses a separate connection. Opening the toolkit's connection here would make the toolkit choose
+// X11 over Wayland.
 bool XServerAnswers() {
     Display* display = XOpenDisplay(nullptr);
     if (display != nullptr) {
@@ -57,8 +60,8 @@ bool XServerAnswers() {
     return display != nullptr;
 }
 
-// To wake a thread costs more than to draw two rows; and a frame that a thread of the toolkit still
-// draws while Wayland gives the window another size ends the program on a busy machine.
+// Waking the render thread takes longer than drawing two rows. In addition, the program may crash
+// on a busy machine if Wayland resizes the window while a toolkit thread still draws a frame.
 void DrawOnOneThread() {
     setenv("ECORE_EVAS_FORCE_SYNC_RENDER", "1", 0);
 }
@@ -73,11 +76,11 @@ Toolkit::Toolkit(int argc, char** argv) {
     ecore_x_io_error_handler_set(OnConnectionLost, nullptr);
     m_started = elm_init(argc, argv) > 0;
     if (!m_started) {
-        LOG_ERROR("The toolkit cannot be started");
+        LOG_ERROR("Cannot start the toolkit");
         return;
     }
-    // Without a window manager nobody marks a window as not withdrawn, and withdrawn windows are
-    // never drawn.
+    // Without a window manager a window keeps the state "withdrawn", and the toolkit does not draw
+    // withdrawn windows.
     elm_config_agressive_withdrawn_set(EINA_FALSE);
     LoadTheme();
     elm_config_mirrored_set(TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);

@@ -6,13 +6,13 @@
 
 namespace applist::desktop {
 
-/// The toolkit, started and configured for a program that draws one popup and leaves nothing
-/// behind. Main thread only, one at a time.
+/// Initialises the toolkit and configures it for a program that draws one popup and leaves no
+/// helper processes or files. Main thread only, at most one at a time.
 class Toolkit {
 public:
     /// The arguments must outlive the object. Sets ECORE_NO_SYSTEM_MODULES and
-    /// ECORE_EVAS_FORCE_SYNC_RENDER in the environment, where they are not set, and switches off
-    /// shared memory with the display and the cache of desktop files.
+    /// ECORE_EVAS_FORCE_SYNC_RENDER in the environment unless they are already set. Disables shared
+    /// memory with the X server and the cache of desktop files.
     Toolkit(int argc, char** argv);
     ~Toolkit();
     Toolkit(const Toolkit&) = delete;
@@ -20,10 +20,10 @@ public:
     Toolkit(Toolkit&&) = delete;
     Toolkit& operator=(Toolkit&&) = delete;
 
-    /// False when the toolkit could not be started; then nothing of it may be used.
+    /// Returns false if the toolkit could not be initialised; it must not be used then.
     bool Started() const { return m_started; }
-    /// False when windows cannot be shown: the toolkit has to draw on X11 or Wayland, and neither
-    /// can be reached. REQUIRES: Started().
+    /// Returns false if windows cannot be shown: the toolkit is to draw on X11 or Wayland, but
+    /// neither accepts connections. REQUIRES: Started().
     static bool HasDisplay();
 
 private:

@@ -7,15 +7,15 @@
 
 namespace applist::desktop {
 
-/// A toolkit event handler, deleted at the end of its life. Must not outlive the toolkit.
+/// Owns a toolkit event handler and deletes it in the destructor. Must not outlive the toolkit.
 class [[nodiscard]] EventHandler {
 public:
     EventHandler() = default;
-    /// Sees events of the type before every handler that is registered so far.
+    /// Registers a handler ahead of all handlers registered so far.
     static EventHandler InFront(int type, Ecore_Event_Handler_Cb callback, const void* data) {
         return EventHandler(ecore_event_handler_prepend(type, callback, data));
     }
-    /// Sees them after every handler that is registered so far.
+    /// Registers a handler after all handlers registered so far.
     static EventHandler Behind(int type, Ecore_Event_Handler_Cb callback, const void* data) {
         return EventHandler(ecore_event_handler_add(type, callback, data));
     }

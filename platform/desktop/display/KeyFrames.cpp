@@ -23,7 +23,7 @@ Eina_Bool OnBeforeWait(void* frames) {
 
 }  // namespace
 
-// Behind the others that act before a wait: they are part of what the key brought about.
+// The enterer is added after the others, because their changes belong to the same frame.
 KeyFrames::KeyFrames(Windows& windows)
     : m_windows(windows),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnKey, this)),

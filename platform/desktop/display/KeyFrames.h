@@ -11,18 +11,18 @@
 
 namespace applist::desktop {
 
-/// Draws what a key has changed as soon as it is changed. The toolkit would wait for its next tick,
-/// up to a frame later, which is most of what a viewer waits for. Keys that came together share one
-/// frame. Main thread only.
+/// Draws a frame as soon as a key has been handled. The toolkit would wait for its next tick, up to
+/// one frame later, which is most of the delay that a viewer notices. Keys that arrive together
+/// share one frame. Main thread only.
 class KeyFrames {
 public:
-    /// Made after whatever else handles keys, so that no key is kept from it. windows must outlive
-    /// the object.
+    /// Create it after all other key handlers: its handlers are then called first and see every
+    /// key. windows must outlive the object.
     explicit KeyFrames(Windows& windows);
 
-    /// A key went down or came up in a window.
+    /// A key was pressed or released in a window.
     void Note(Ecore_Window window) { m_window = window; }
-    /// All that the keys brought about is done.
+    /// Called before the loop waits, when all changes by the keys have been made.
     void Draw();
 
 private:

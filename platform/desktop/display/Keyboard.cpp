@@ -25,7 +25,8 @@ Eina_Bool OnRelease(void* keyboard, int, void* key) {
     return taken ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
 }
 
-// If the keymap does not name a key, the toolkit names it by its code on X, but not on Wayland.
+// If the keymap does not name a key, the toolkit names it by its code on X11 but not on Wayland, so
+// this does the same for both.
 std::string NameOf(const Ecore_Event_Key& key) {
     const std::string_view name = key.key;
     return name.empty() || name == "NoSymbol" ? "Keycode-" + std::to_string(key.keycode)
@@ -78,13 +79,13 @@ void Keyboard::ReleaseGrab() {
     }
 }
 
-// The strings of an event lie behind it in one piece of memory, which is freed as a whole, so
-// pointers to other strings may replace the pointers to them.
+// The event's strings are stored in the same memory block as the event and freed with it, so the
+// pointers may be replaced by pointers to other strings.
 void Keyboard::Rename(Ecore_Event_Key& key) const {
     if (const char* name = m_keys.Find(NameOf(key))) {
         key.key = name;
         key.keyname = name;
-        // What the key would type.
+        // The text that the original key would type.
         key.string = nullptr;
         key.compose = nullptr;
     }

@@ -12,28 +12,31 @@
 
 namespace applist::desktop {
 
-/// Stands between a desktop keyboard and those who listen to keys, the toolkit included, and makes
-/// it a remote control. In particular no popup sees Escape, which would dismiss it and leave an
-/// empty window, and none of them sees a key while the window that it goes to cannot be seen. A
-/// release is passed on only if its press was: a key that was held down before the window opened
-/// does nothing until it is pressed again. A handler that is prepended after this one still sees
-/// the original key. Main thread only; lives while the toolkit does.
+/// Makes a desktop keyboard act as a remote control. It handles key events ahead of all other
+/// handlers, including the toolkit's.
+///
+/// It hides Escape from popups, which it would dismiss so that an empty window stays. It discards
+/// keys for a window that is not visible. It passes a release on only if it has passed the press
+/// on, so a key that was held down before the window opened has no effect until it is pressed
+/// again. A handler prepended after this one still sees the original key. Main thread only, while
+/// the toolkit is running.
 class Keyboard {
 public:
-    /// windows must outlive the object. keys says which key is which of the remote control.
+    /// windows must outlive the object. keys maps keys to keys of the remote control.
     explicit Keyboard(Windows& windows, KeyTable keys = {});
 
-    /// A key goes down; true iff nobody else may see it.
+    /// Handles a key press. Returns true if other handlers must not see it.
     bool Press(Ecore_Event_Key& key);
-    /// A key comes up; the same.
+    /// Handles a key release, with the same result.
     bool Release(Ecore_Event_Key& key);
-    /// Passes no key on any more. Call it before the windows are hidden: on X11 a key that is down
-    /// then, or goes down meanwhile, stays with this program until it is released, at most as long
-    /// as this object lives, so that no other window receives its release alone. On Wayland the
-    /// compositor tells the next window which keys are down, and the release goes to that window.
+    /// Discards all keys from now on. Call it before the windows are hidden. On X11, this program
+    /// then keeps receiving the keys that are down, or that are pressed until then, until they are
+    /// released or this object is destroyed. Otherwise another window would receive a release
+    /// without its press. On Wayland the compositor tells the next window which keys are down, and
+    /// that window receives the releases.
     void Close();
-    /// True while a key is down that was pressed in a visible window of ours. The release of such a
-    /// key is missed if the window loses the keyboard first.
+    /// True while a key is down that was pressed in a visible window of this program. If the window
+    /// loses the keyboard first, the key's release is missed.
     bool HasKeysDown() const { return !m_down.empty(); }
     /// See Windows::OnKeyboardMoved().
     void Moved(const Windows::Keys& held);
@@ -45,9 +48,10 @@ private:
     Windows& m_windows;
     KeyTable m_keys;
     ListSteps m_listSteps;
-    /// Keys that were pressed in a visible window and have not been released since.
+    /// Keys that were pressed in a visible window and not released since.
     Windows::Keys m_down;
-    /// Keys that were pressed before, and whose repeats arrive like new presses.
+    /// Keys that were pressed before the window had the keyboard. Their repeats look like new
+    /// presses.
     Windows::Keys m_heldBefore;
     std::optional<KeyboardGrab> m_grab;
     bool m_closed = false;

@@ -6,14 +6,13 @@
 
 namespace applist::desktop {
 
-/// While it lives, all keys go to an invisible window of this program, whatever window has the
-/// focus. X11 only; main thread only, while the toolkit works.
+/// Directs all keys to an invisible window of this program while it exists, whichever window has
+/// the focus. X11 only; main thread only, while the toolkit is running.
 class KeyboardGrab {
 public:
     KeyboardGrab() : m_window(ecore_x_window_input_new(0, -1, -1, 1, 1)) {
         ecore_x_window_show(m_window);
-        // Fails while another program holds such a grab; the keys then go where that one sends
-        // them.
+        // Fails if another program already grabs the keyboard. Keys then go to that program.
         static_cast<void>(ecore_x_keyboard_grab(m_window));
     }
     ~KeyboardGrab() {

@@ -20,7 +20,7 @@ Neighbour Towards(bool up) {
     return up ? elm_genlist_item_prev_get : elm_genlist_item_next_get;
 }
 
-// The first row from here on that can take the focus, or null.
+// Returns the first row, starting with row itself, that can take the focus, or null.
 Elm_Object_Item* Focusable(Elm_Object_Item* row, bool up) {
     while (row != nullptr && elm_object_item_disabled_get(row) != 0) {
         row = Towards(up)(row);
@@ -36,7 +36,8 @@ Evas_Object* FocusedLoopingList(const Evas_Object* window) {
     return looping ? focused : nullptr;
 }
 
-// The row after this one. Round the end from the last row, and if there is none.
+// Returns the next row that can take the focus. After the last row, or if row is null, continues at
+// the other end of the list.
 Elm_Object_Item* StepTarget(const Evas_Object* list, const Elm_Object_Item* row, bool up) {
     Elm_Object_Item* next = row != nullptr ? Focusable(Towards(up)(row), up) : nullptr;
     if (next != nullptr) {
@@ -45,7 +46,7 @@ Elm_Object_Item* StepTarget(const Evas_Object* list, const Elm_Object_Item* row,
     return Focusable(up ? elm_genlist_last_item_get(list) : elm_genlist_first_item_get(list), up);
 }
 
-// All rows are of the same height.
+// Returns how many rows fit into the visible part; all rows have the same height.
 int RowsInView(const Evas_Object* list) {
     int viewHeight = 0;
     int listHeight = 0;
@@ -55,7 +56,7 @@ int RowsInView(const Evas_Object* list) {
     return listHeight > 0 ? rows * viewHeight / listHeight : 1;
 }
 
-// The row a page after this one, or the last one.
+// Returns the row one page after row, or the last one that can take the focus.
 Elm_Object_Item* PageTarget(const Evas_Object* list, Elm_Object_Item* row, bool up) {
     if (row == nullptr) {
         return StepTarget(list, row, up);
@@ -69,16 +70,16 @@ Elm_Object_Item* PageTarget(const Evas_Object* list, Elm_Object_Item* row, bool 
     return row != nullptr ? row : target;
 }
 
-bool IsReal(const Evas_Object* list, const Elm_Object_Item* row) {
+bool IsRealized(const Evas_Object* list, const Elm_Object_Item* row) {
     Eina_List* rows = elm_genlist_realized_items_get(list);
-    const bool real = eina_list_data_find(rows, row) != nullptr;
+    const bool realized = eina_list_data_find(rows, row) != nullptr;
     eina_list_free(rows);
-    return real;
+    return realized;
 }
 
 // The focus would get lost on a row that is not a widget yet, as are the rows out of sight. The
 // list scrolls by its last layout, which must include all changes.
-void MakeReal(const Evas_Object* list, Elm_Object_Item* row) {
+void Realize(const Evas_Object* list, Elm_Object_Item* row) {
     Evas* canvas = evas_object_evas_get(list);
     evas_smart_objects_calculate(canvas);
     elm_genlist_item_show(row, ELM_GENLIST_ITEM_SCROLLTO_IN);
@@ -112,8 +113,8 @@ void ListSteps::Focus(const Evas_Object* list, Elm_Object_Item* row) {
     if (row == nullptr) {
         return;
     }
-    if (!IsReal(list, row)) {
-        MakeReal(list, row);
+    if (!IsRealized(list, row)) {
+        Realize(list, row);
     }
     elm_object_item_focus_set(row, EINA_TRUE);
 }

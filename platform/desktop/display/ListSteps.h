@@ -19,7 +19,7 @@ public:
     /// windows must outlive the object.
     explicit ListSteps(Windows& windows) : m_windows(windows) {}
 
-    /// True iff the key is dealt with here; then the toolkit must not see it.
+    /// Handles a key press. Returns true if the toolkit must not see the key.
     bool Press(const Ecore_Event_Key& key);
 
 private:

@@ -12,11 +12,11 @@ namespace applist::desktop {
 namespace {
 
 constexpr double DRAWN_FOR_HEIGHT = 1080.0;
-constexpr double NOBODYS_SCALE = 1.0;
+constexpr double DEFAULT_SCALE = 1.0;
 
 bool HasOwnScale() {
     static const bool own =
-        std::getenv("ELM_SCALE") != nullptr || elm_config_scale_get() != NOBODYS_SCALE;
+        std::getenv("ELM_SCALE") != nullptr || elm_config_scale_get() != DEFAULT_SCALE;
     return own;
 }
 
@@ -26,7 +26,8 @@ void FitToHeight(int height) {
     }
 }
 
-// The monitor in the corner at which windows appear; the whole screen where there are none.
+// Returns the monitor at the origin, where windows appear, or the whole screen if monitors are not
+// known.
 Eina_Rectangle FirstMonitor() {
     Eina_Rectangle found{0, 0, 0, 0};
     for (int i = 0; i < ecore_x_xinerama_screen_count_get(); ++i) {
@@ -59,7 +60,7 @@ void FitToScreen(Evas_Object* window) {
     }
 }
 
-// Past the toolkit, which refuses to resize a window that it takes for full-screen.
+// Calls X directly, because the toolkit does not resize a window that it considers full-screen.
 void FillScreen(Ecore_X_Window window) {
     const Eina_Rectangle monitor = FirstMonitor();
     ecore_x_window_move_resize(window, monitor.x, monitor.y, monitor.w, monitor.h);

@@ -5,15 +5,15 @@
 #include <Ecore_X.h>
 #include <Evas.h>
 
-/// What the application draws is measured for a screen 1080 pixels high. On others the toolkit's
-/// scale keeps the proportions; a scale that the viewer chose for the toolkit is left alone.
-/// Main thread only, while the toolkit works.
+/// Adapts the application, which is designed for a screen 1080 pixels high, to other screens by the
+/// toolkit's scale factor. A scale factor that the viewer has set is kept. Main thread only, while
+/// the toolkit is running.
 namespace applist::desktop {
 
-/// Sets the scale for the screen on which the new window is to appear. On a display without screens
-/// it is set when the window gets a size, and again when that changes.
+/// Sets the scale factor for the screen on which the new window will appear. If the display does
+/// not report screens, sets it whenever the window's size changes.
 void FitToScreen(Evas_Object* window);
-/// Makes an X window as large as the screen, which nobody does where there is no window manager.
+/// Resizes an X window to the size of its screen. Needed if there is no window manager to do so.
 void FillScreen(Ecore_X_Window window);
 
 }  // namespace applist::desktop

@@ -20,7 +20,8 @@ void DrawWithoutSharedMemory() {
 
 }  // namespace applist::desktop
 
-// The dynamic linker prefers the program's symbols to a library's.
+// Replaces the library's function, because the dynamic linker resolves symbols from the program
+// first.
 extern "C" __attribute__((visibility("default"))) Bool XShmQueryExtension(Display* display) {
     static auto* const replaced =
         reinterpret_cast<decltype(&XShmQueryExtension)>(dlsym(RTLD_NEXT, "XShmQueryExtension"));

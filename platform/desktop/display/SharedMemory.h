@@ -4,11 +4,13 @@
 
 namespace applist::desktop {
 
-/// The toolkit takes new memory to share with an X server for each frame, and gives it back: that
-/// costs a key's frame, two rows, more than sending the pixels through the connection. What is
-/// taken when the program is killed is never given back, too, and the kernel counts it. This
-/// program therefore puts a function of its own in the place of XShmQueryExtension(); from this
-/// call on, no display has shared memory. Call it before the toolkit starts.
+/// Makes the toolkit send pixels through the X connection instead of shared memory. Call it before
+/// the toolkit starts.
+///
+/// The toolkit allocates and frees a shared-memory segment for each frame. For the two rows that a
+/// key changes, this takes longer than sending the pixels. In addition, segments of a killed
+/// program are never freed. The program therefore replaces XShmQueryExtension(), which reports from
+/// this call on that no display supports shared memory.
 void DrawWithoutSharedMemory();
 
 }  // namespace applist::desktop

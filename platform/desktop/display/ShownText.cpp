@@ -25,20 +25,21 @@ std::string ShownText(const char* text) {
     while (end < size && (ContinuesCharacter(text[end]) || ++characters <= SHOWN_CHARACTERS)) {
         ++end;
     }
-    // Malformed text may continue a character without end.
+    // Malformed text may contain any number of continuation bytes, so the search is limited.
     std::size_t start = end;
     while (ContinuesCharacter(text[start]) && start > 0 && end - start < LONGEST_CHARACTER) {
         --start;
     }
     std::string shown(text, ContinuesCharacter(text[start]) ? end : start);
-    // The toolkit draws a replacement character for a tab.
+    // The toolkit would draw a tab as a replacement character.
     std::replace(shown.begin(), shown.end(), '\t', ' ');
     return shown;
 }
 
 }  // namespace applist::desktop
 
-// The dynamic linker prefers the program's symbols to a library's.
+// Replaces the library's function, because the dynamic linker resolves symbols from the program
+// first.
 extern "C" Eina_Bool edje_object_part_text_escaped_set(Evas_Object* obj, const char* part,
                                                        const char* text) {
     static auto* const replaced = reinterpret_cast<decltype(&edje_object_part_text_escaped_set)>(

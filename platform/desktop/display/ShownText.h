@@ -7,19 +7,18 @@
 
 namespace applist::desktop {
 
-/// The toolkit lays out a whole text on the stack, so that a row's text of some megabytes ends the
-/// program. This program therefore puts a function of its own in the place of the toolkit's
-/// edje_object_part_text_escaped_set(), through which rows get their texts, and passes on
-/// ShownText(). Linking this file is enough.
+/// The toolkit lays out a whole text on the stack, so a row text of some megabytes overflows it.
+/// The program therefore replaces the toolkit's edje_object_part_text_escaped_set(), which sets row
+/// texts, by a version that passes on ShownText(). Linking this file is sufficient.
 ///
-/// The most characters of a text that are drawn or spoken. A focused name slides to its end within
-/// 20 seconds, in which a viewer reads some 300 letters.
+/// The maximum number of characters of a text that are drawn or spoken. A focused name slides to
+/// its end within 20 seconds, in which a viewer reads about 300 letters.
 constexpr std::size_t SHOWN_CHARACTERS = 1000;
-/// The same in bytes, of which UTF-8 takes up to four for a character. Bounds malformed text, too.
+/// The maximum number of bytes: up to four per character in UTF-8. Also limits malformed text.
 constexpr std::size_t SHOWN_BYTES = 4 * SHOWN_CHARACTERS;
 
-/// Returns the start of text, within both limits, with no character cut in two, and with a space
-/// for each tab. text may be malformed UTF-8. Any thread.
+/// Returns the beginning of text, within both limits and without cutting a character. Tabs become
+/// spaces. text may be malformed UTF-8. Any thread.
 std::string ShownText(const char* text);
 
 }  // namespace applist::desktop

@@ -7,9 +7,9 @@
 
 namespace applist::desktop {
 
-/// Lets themes act on what widgets have told them before a frame is drawn. The toolkit hands the
-/// signals over in the next turn of its loop, and may draw in between: the focus would be seen one
-/// frame behind the key. Main thread only; lives while the toolkit does.
+/// Delivers the widgets' signals to the theme before a frame is drawn. The toolkit would deliver
+/// them in the next loop iteration and may draw before that, so that the focus would be shown one
+/// frame late. Main thread only, while the toolkit is running.
 class ThemeSignals {
 public:
     ThemeSignals();

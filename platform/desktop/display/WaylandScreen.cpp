@@ -65,7 +65,7 @@ Screen AskForScreen(wl_display* display) {
     Screen screen;
     wl_registry* registry = wl_display_get_registry(display);
     wl_registry_add_listener(registry, &listener, &screen);
-    // The first answer names the screens, the second describes the one that was chosen.
+    // The first round trip lists the screens, the second one describes the bound screen.
     wl_display_roundtrip(display);
     wl_display_roundtrip(display);
     if (screen.output != nullptr) {
@@ -86,8 +86,8 @@ bool WaylandAnswers() {
     return Connection(wl_display_connect(nullptr)) != nullptr;
 }
 
-// On a connection of its own: on the toolkit's, which it may be about to read, the wait could be
-// for itself.
+// Uses a separate connection. The toolkit may be about to read from its own one, so waiting on that
+// could deadlock.
 int WaylandScreenHeight(const Evas_Object* window) {
     if (!IsDrawnByWayland(window)) {
         return 0;

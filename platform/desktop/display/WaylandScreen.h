@@ -6,11 +6,12 @@
 
 namespace applist::desktop {
 
-/// True iff a Wayland display accepts connections.
+/// Returns true if a Wayland display accepts connections.
 bool WaylandAnswers();
 
-/// The height in pixels of the screen for a window on Wayland, 0 elsewhere. Waits for the display's
-/// answer: what is built before it comes by itself would be measured for another screen.
+/// Returns the height of the screen in pixels for a window on Wayland, 0 otherwise. Waits for the
+/// display's reply, because widgets created before the toolkit receives the size would be scaled
+/// for another screen.
 int WaylandScreenHeight(const Evas_Object* window);
 
 }  // namespace applist::desktop

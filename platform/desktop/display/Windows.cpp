@@ -15,11 +15,11 @@
 namespace applist::desktop {
 namespace {
 
-// How long a window must stay hidden to count as hidden: managers that take a window over, and the
-// toolkit's own first frame, hide it for a moment.
+// How long a window must be hidden before it is reported as hidden. Window managers that take over
+// a window, and the toolkit's first frame, hide it for a moment.
 constexpr double SETTLING_SECONDS = 0.1;
 
-// The toolkit's trap takes no user data.
+// The toolkit's window trap does not have user data.
 Windows* g_windows = nullptr;
 
 void* OnAdded(Evas_Object* window) {
@@ -35,13 +35,13 @@ bool IsOnWayland(const Evas_Object* window) {
     return elm_win_wl_window_get(window) != nullptr;
 }
 
-// On Wayland nothing may be seen behind a full-screen window, not even where it is transparent; a
-// maximised one is as large, and lies over a full-screen video once it is active.
+// On Wayland a full-screen window hides everything below it, even where it is transparent. A
+// maximised window has the same size and, when active, lies over a full-screen video.
 Eina_Bool OnFullscreenSet(void*, Evas_Object* window, Eina_Bool fullscreen) {
     if (!IsOnWayland(window)) {
         return EINA_TRUE;
     }
-    // The toolkit would draw a frame and a title bar.
+    // Otherwise the toolkit draws a frame and a title bar.
     elm_win_borderless_set(window, fullscreen);
     elm_win_maximized_set(window, fullscreen);
     return EINA_FALSE;
@@ -71,7 +71,8 @@ Eina_Bool OnHidden(void* windows, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
-// One bit for each key. The protocol does not fill the first byte; X has no keys below 8.
+// One bit per key code. X does not use key codes below 8, and the protocol does not fill the first
+// byte.
 Windows::Keys KeysIn(const char (&bits)[32]) {
     Windows::Keys keys;
     for (unsigned int key = 8; key < 256; ++key) {
@@ -82,9 +83,9 @@ Windows::Keys KeysIn(const char (&bits)[32]) {
     return keys;
 }
 
-// Kept from the toolkit. Without a compositor it cuts a transparent window to the shape of what is
-// drawn. The first frame of ours is empty, so is its shape, the server calls the window obscured,
-// and the toolkit would stop drawing it for good.
+// Hides the event from the toolkit. Without a compositor the toolkit shapes a transparent window to
+// its drawn content. The first frame is empty, so the shape is empty, too, and the server reports
+// the window as obscured. The toolkit would then stop drawing it permanently.
 Eina_Bool OnVisibility(void* windows, int, void* event) {
     const auto* change = static_cast<Ecore_X_Event_Window_Visibility_Change*>(event);
     const bool ours = GuardCallback(false, [&] {
@@ -93,8 +94,8 @@ Eina_Bool OnVisibility(void* windows, int, void* event) {
     return ours ? ECORE_CALLBACK_DONE : ECORE_CALLBACK_PASS_ON;
 }
 
-// The server sends the state of all keys right after it has given a window the keyboard, so that no
-// press gets between the two.
+// The server sends the state of all keys right after it has given the keyboard to a window, so that
+// no press is missed between the two.
 Eina_Bool OnXEvent(void* windows, int, void* event) {
     const auto& any = *static_cast<const XEvent*>(event);
     if (any.type == KeymapNotify) {
@@ -139,7 +140,7 @@ Elm_Win_Trap MakeTrap() {
 }  // namespace
 
 Windows::Windows(Listener listener) : m_listener(std::move(listener)) {
-    // The toolkit keeps the pointer.
+    // Static, because the toolkit keeps the pointer.
     static const Elm_Win_Trap trap = MakeTrap();
     g_windows = this;
     elm_win_trap_set(&trap);
@@ -172,7 +173,7 @@ bool Windows::Hide() {
     bool shown = false;
     for (const Window& window : m_windows) {
         shown = shown || evas_object_visible_get(window.object) != EINA_FALSE;
-        // Clicks that have already arrived must not act any more.
+        // Pending mouse clicks must not take effect any more.
         evas_event_freeze(evas_object_evas_get(window.object));
         evas_object_hide(window.object);
     }
@@ -214,8 +215,8 @@ void Windows::Mapped(Ecore_Window id, bool mapped) {
         return;
     }
     window->mapped = mapped;
-    // The focus is a window manager's to give, and the whole screen. Without one nobody does, and
-    // no key would arrive.
+    // A window manager gives the window the focus and the screen's size. Without one, this program
+    // must do both, or no key arrives.
     if (mapped && !HasWindowManager()) {
         FillScreen(static_cast<Ecore_X_Window>(id));
         ecore_x_window_focus(static_cast<Ecore_X_Window>(id));
@@ -256,7 +257,7 @@ void Windows::Settle() {
     Report(std::any_of(m_windows.begin(), m_windows.end(), Visible));
 }
 
-// A window of no shape is called obscured although nothing lies on it.
+// The server reports a window with an empty shape as obscured even if no other window covers it.
 bool Windows::Visible(const Window& window) {
     return window.mapped &&
            !(window.obscured &&

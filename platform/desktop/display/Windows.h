@@ -13,19 +13,22 @@
 
 namespace applist::desktop {
 
-/// The program's windows, seen from their making on, and what a desktop does to them.
+/// Tracks all windows of the program from their creation, reports their visibility and adapts them
+/// to a desktop.
 ///
-/// Main thread only, one at a time, made before the first window and ended after the last.
+/// Main thread only. At most one at a time; created before the first window and destroyed after the
+/// last.
 class Windows {
 public:
     struct Listener {
-        /// Some window is visible now, or none any more. Starts as not visible.
+        /// Called when the first window becomes visible (true) or the last one becomes hidden
+        /// (false). Initially not visible.
         std::function<void(bool visible)> visibilityChanged;
-        /// The window manager was asked to close a window.
+        /// Called when the viewer asks the window manager to close a window.
         std::function<void()> closeRequested;
     };
 
-    /// Codes of keys, as in Ecore_Event_Key.
+    /// Key codes, as in Ecore_Event_Key.
     using Keys = std::set<unsigned int>;
 
     explicit Windows(Listener listener);
@@ -35,38 +38,38 @@ public:
     Windows(Windows&&) = delete;
     Windows& operator=(Windows&&) = delete;
 
-    /// Our window with this id, or null.
+    /// Returns the window with this id, or null if it does not belong to this program.
     Evas_Object* Find(Ecore_Window id);
 
-    /// False for a key that reaches a window of ours while it cannot be seen: on a display without
-    /// a window manager the focus stays with a window that something else has come to lie over.
+    /// Returns false if keys for this window must be discarded, because the window is not visible.
+    /// Without a window manager the focus stays on a window that another one has covered.
     bool TakesKeys(Ecore_Window id);
 
-    /// Calls listener when a window of ours receives the keyboard on X, or loses it on Wayland.
-    /// held are the keys that are down at this moment: their repeats and releases may reach the
-    /// window. On Wayland they do not, and held is empty. listener must stay valid while there are
-    /// windows.
+    /// Calls listener when a window of this program gets the keyboard on X11, or loses it on
+    /// Wayland. held contains the keys that are down at that time, because their repeats and
+    /// releases may reach the window. On Wayland they do not, so held is empty. listener must stay
+    /// valid while windows exist.
     void OnKeyboardMoved(std::function<void(const Keys& held)> listener) {
         m_keyboardMoved = std::move(listener);
     }
 
-    /// Takes all windows off the screen and ignores their input from now on. True iff one was
-    /// shown.
+    /// Hides all windows and ignores their input from now on. Returns true if one was shown.
     bool Hide();
 
     void Added(Evas_Object* window);
     void Deleted(const Evas_Object* window);
     void CloseRequested() const { m_listener.closeRequested(); }
-    /// The X server has put the window on the screen, or taken it away.
+    /// The X server has mapped or unmapped the window.
     void Mapped(Ecore_Window id, bool mapped);
-    /// The X server says how much of the window can be seen. True iff the window is ours.
+    /// The X server has reported whether the window is obscured. Returns true if the window belongs
+    /// to this program.
     bool Obscured(Ecore_Window id, bool obscured);
-    /// The window has become the active one, or is it no more. On Wayland this is all that a
-    /// program learns of whether it can be seen; elsewhere it says nothing.
+    /// The window has become active or inactive. On Wayland this is the only information about its
+    /// visibility; on other displays it is ignored.
     void Activated(const Evas_Object* object, bool active);
-    /// A window of ours may get keys from now on, or gets them no more.
+    /// The keyboard has moved to or from a window of this program; see OnKeyboardMoved().
     void KeyboardMoved(const Keys& held) const { m_keyboardMoved(held); }
-    /// The time to wait for a change back is over.
+    /// Called by the timer: reports the windows as hidden unless they were shown again.
     void Settle();
 
 private:

@@ -5,8 +5,7 @@
 #include <Edje.h>
 #include <Elementary.h>
 
-// A theme that has variants reads the number in its "message" script; for any other the message is
-// lost, as it should be.
+// A theme with variants handles the number in its "message" script. Other themes ignore it.
 extern "C" void edje_object_message_send_to_winset(Evas_Object* widget, int message) {
     Evas_Object* theme = widget != nullptr ? elm_layout_edje_get(widget) : nullptr;
     if (theme != nullptr) {

@@ -68,7 +68,7 @@ TEST_F(EndWithoutAListener, DoesNotWaitForABusThatHangs) {
     ClearLog();
     channel.reset();  // or the test hangs
     EXPECT_THAT(Log(), testing::ElementsAre(
-                           Error("What was sent last may be lost: [24] Timeout was reached\n\n")));
+                           Error("The last messages may be lost: [24] Timeout was reached\n\n")));
     TheBus().Thaw();
     EXPECT_TRUE(peer.AwaitTraffic(1));
 }

@@ -109,20 +109,20 @@ TEST(SingleInstance, EachStartStandsAloneWithoutASessionBus) {
     EXPECT_TRUE(first.WaitForLines(LAUNCH, 1));
     EXPECT_TRUE(second.WaitForLines(LAUNCH, 1));
     EXPECT_TRUE(first.WaitForText(
-        "There is no session bus; this instance of org.vantu.port-sample stands alone\n"));
+        "No session bus; org.vantu.port-sample does not detect other instances\n"));
 }
 
 TEST(SingleInstance, StandsAloneAndSaysSoWhenTheSessionBusIsGone) {
     SampleProcess sample({"--no-window"}, SessionBus("unix:path=/nonexistent/bus"));
     EXPECT_TRUE(sample.WaitForLines(LAUNCH, 1));
-    EXPECT_TRUE(sample.WaitForText("stands alone\n"));
+    EXPECT_TRUE(sample.WaitForText("does not detect other instances\n"));
 }
 
 TEST(SingleInstance, DoesNotHangWhenTheSessionBusIsSilent) {
     const SilentBus bus;
     SampleProcess sample({"--no-window"}, SessionBus("unix:path=" + bus.Path()));
     EXPECT_TRUE(sample.WaitForLines(LAUNCH, 1));
-    EXPECT_TRUE(sample.WaitForText("stands alone\n"));
+    EXPECT_TRUE(sample.WaitForText("does not detect other instances\n"));
 }
 
 TEST(SingleInstance, DoesNotHangWhenTheFirstInstanceIsStuck) {
@@ -131,7 +131,7 @@ TEST(SingleInstance, DoesNotHangWhenTheFirstInstanceIsStuck) {
     ASSERT_TRUE(first.WaitForLines(LAUNCH, 1));
     first.Process().Signal(SIGSTOP);
     SampleProcess second({"--no-window"}, SessionBus(bus.Address()));
-    EXPECT_TRUE(second.WaitForText("stands alone"));
+    EXPECT_TRUE(second.WaitForText("does not detect other instances"));
     first.Process().Signal(SIGCONT);
 }
 
