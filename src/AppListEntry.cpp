@@ -43,6 +43,8 @@ bool AppListEntry::Create(void* data) {
 
 void AppListEntry::Build() {
     m_defaultModel = new DefaultAppListModel();
+    // Created before the views, so that it is the first listener and the middleware receives each
+    // event before the screen changes.
     m_localModel = new LocalAppListModel(m_defaultModel);
     m_renderer = new DefaultAppListRenderer(m_appId);
     m_control = new DefaultAppListControl();
@@ -71,6 +73,8 @@ int AppListEntry::HandleService(app_control_s* /*request*/) {
 void AppListEntry::HandleCmd() {
     LOG_DEBUG("_handle_cmd function calling");
     if (m_launched) {
+        // The first request comes with the start itself; a second start of the program closes the
+        // list.
         LOG_DEBUG("Closing application by calling app_efl_exit()");
         ui_app_exit();
     }

@@ -40,6 +40,7 @@ void Send(const char* appId, const ExtraData& extraData) {
         return;
     }
     for (const auto& [key, value] : extraData) {
+        // The result is not checked: the popup refuses a request that lacks its text.
         app_control_add_extra_data(request, key.c_str(), value.c_str());
         LOG_DEBUG("Adding extra data: key=%s, value=%s", key.c_str(), value.c_str());
     }
@@ -57,6 +58,7 @@ bool BannerCreate(void* /*data*/) {
     const int localSet = PlatformSettings::GetLocalSet();
     LOG_DEBUG("Localset is: %d", localSet);
     applist::GuardCallback([localSet] { Send(ALERT_POPUP_ID, Explain(localSet)); });
+    // Ends even if the launch has failed, because this program does not have a window of its own.
     LOG_DEBUG("Exiting EFL main loop.");
     ui_app_exit();
     return true;

@@ -44,7 +44,7 @@ public:
     /// Selects the listed item that has the argument's id. Null or an empty id clears the
     /// selection.
     virtual void SetSelection(AppListItem* item) = 0;
-    /// Returns the selected item. If there is none, returns an item with an empty id, never null.
+    /// Returns the selected item, or an item with an empty id if nothing is selected; never null.
     virtual AppListItem* GetSelection() = 0;
     /// Returns the items in list order. The caller owns the vector but not the items.
     virtual std::vector<AppListItem*> GetAllItems() = 0;

@@ -37,7 +37,7 @@ public:
     /// Restarts the timer on every change of the selection.
     void ItemSelected(AppListModel* model) override;
 
-    /// Restarts the timer; has no effect if there is none.
+    /// Restarts the timer if it is running.
     void ResetTimer();
 
     /// Callbacks for the toolkit; data is the control.

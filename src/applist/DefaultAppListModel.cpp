@@ -113,6 +113,7 @@ void DefaultAppListModel::RemoveItem(AppListItem* item) {
     if (removed == m_items.end()) {
         return;
     }
+    // The new selection is chosen before the removal, because it depends on the item's position.
     const bool selectionChanged = IsSelected(*removed);
     if (selectionChanged) {
         AppListItem* nearest = FindNearestItem(*removed);
@@ -142,6 +143,7 @@ void DefaultAppListModel::ModifyItem(AppListItem* oldItem, AppListItem* newItem)
     const bool selectionChanged = IsSelected(*replaced);
     if (selectionChanged) {
         m_selection = newItem;
+        // Log readers know this text, although the selection moves to newItem.
         LOG_DEBUG("Selection cleared");
     }
     *replaced = newItem;

@@ -22,8 +22,8 @@ public:
     DefaultAppListModel& operator=(DefaultAppListModel&&) = delete;
 
     /// Selects the listed item that has the argument's id, which need not be the argument itself.
-    /// An unlisted id has no effect. Clearing the selection, by null or an empty id, does not call
-    /// the listeners.
+    /// Does nothing if the id is not listed. Clearing the selection, by null or an empty id, does
+    /// not call the listeners.
     void SetSelection(AppListItem* item) override;
     AppListItem* GetSelection() override;
     std::vector<AppListItem*> GetAllItems() override;

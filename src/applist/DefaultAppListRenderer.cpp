@@ -65,6 +65,7 @@ DefaultAppListRenderer::~DefaultAppListRenderer() {
         m_model->RemoveItemSelectionListener(this);
         m_model->RemoveItemChangeListener(this);
     }
+    // The genlist is already deleted, so its callbacks no longer use the propagator.
     delete m_selectionPropagator;
     if (m_background != nullptr) {
         evas_object_del(m_background);
@@ -143,6 +144,7 @@ void DefaultAppListRenderer::PlaceItems(const std::vector<AppListItem*>& items,
     for (AppListItem* item : items) {
         const auto known = rows.find(item->GetUnigueId());
         if (known != rows.end()) {
+            // anchor is the row of the preceding item, so that new rows follow the order of items.
             anchor = known->second;
             rows.erase(known);
             continue;
@@ -175,7 +177,7 @@ void DefaultAppListRenderer::DeleteRows(const RowsById& rows, const Row* focused
     for (const auto& [id, row] : rows) {
         LOG_DEBUG("Removing item [unique id: %s]", id.c_str());
         if (row == m_focusItem) {
-            // The selected item is no longer listed, so there is no row to focus.
+            // The selected item is no longer listed, so a row to focus does not exist.
             m_focusItem = nullptr;
         }
         if (row == focused) {
@@ -224,6 +226,7 @@ char* DefaultAppListRenderer::ItemLabelGetFunction(void* data, Evas_Object* /*ob
         return nullptr;
     }
     return GuardCallback<char*>(nullptr, [data] {
+        // The toolkit frees the label with free().
         return strdup(static_cast<AppListItem*>(data)->GetVisibleName().c_str());
     });
 }

@@ -156,6 +156,7 @@ std::vector<char> LocalAppListModel::OnMessageReceive(int functionId,
 }
 
 LocalAppListModel::RemoteFunction LocalAppListModel::FunctionOf(int functionId) {
+    // In the order of the function ids, starting with FIRST_FUNCTION_ID.
     static constexpr std::array<RemoteFunction, 9> FUNCTIONS = {
         &LocalAppListModel::CallSetSelection, &LocalAppListModel::CallGetSelection,
         &LocalAppListModel::CallGetAllItems,  &LocalAppListModel::CallRemoveAllItems,
@@ -176,6 +177,7 @@ void LocalAppListModel::CallSetSelection(std::istream& request, std::ostream& /*
     request >> item;
     LOG_DEBUG("Selected item name: %s, uniqueId: %s", item.GetVisibleName().c_str(),
               item.GetUnigueId().c_str());
+    // A temporary is sufficient: the model only compares its id and keeps its own item.
     m_model->SetSelection(&item);
 }
 
@@ -202,6 +204,7 @@ void LocalAppListModel::CallGetAllItems(std::istream& /*request*/, std::ostream&
 void LocalAppListModel::CallRemoveAllItems(std::istream& /*request*/, std::ostream& /*response*/) {
     LOG_DEBUG("Remote call: RemoveAllItems");
     m_model->RemoveAllItems();
+    // Deleted after the call, because listeners may still read the items.
     LOG_DEBUG("Removing items");
     DeleteRemoteItems();
 }
@@ -210,6 +213,7 @@ void LocalAppListModel::CallAddItems(std::istream& request, std::ostream& /*resp
     LOG_DEBUG("Remote call: AddItems");
     std::vector<AppListItem*> batch;
     RemoteAppListItem buffer;
+    // Ends at the first incomplete item.
     while (request >> buffer) {
         auto* item = new RemoteAppListItem(buffer);
         batch.push_back(item);

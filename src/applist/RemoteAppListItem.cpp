@@ -59,6 +59,7 @@ std::string RemoteAppListItem::GetUnigueId() {
 }
 
 std::ostream& operator<<(std::ostream& out, const RemoteAppListItem& item) {
+    // Both are checked before writing, so that a part of an item is never written.
     if (!FitsTheWire(item.m_visibleName) || !FitsTheWire(item.m_uniqueId)) {
         out.setstate(std::ios_base::failbit);
         return out;
@@ -71,6 +72,7 @@ std::ostream& operator<<(std::ostream& out, const RemoteAppListItem& item) {
 std::istream& operator>>(std::istream& in, RemoteAppListItem& item) {
     std::string visibleName;
     std::string uniqueId;
+    // Assigned only if both are complete, so that a failed read leaves item unchanged.
     if (ReadString(in, visibleName) && ReadString(in, uniqueId)) {
         item.m_visibleName = std::move(visibleName);
         item.m_uniqueId = std::move(uniqueId);

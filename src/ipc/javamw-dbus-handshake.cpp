@@ -153,6 +153,7 @@ void JavaMWDbusLocal::CreateProxy(GDBusConnection* connection, ConnectionPartner
                                           nullptr, partner.uniqueName.c_str(), m_objectPath.c_str(),
                                           JAVAMW_DBUS_OBJ_IFACE, nullptr, &error);
     if (error != nullptr) {
+        // The partner stays usable, because the proxy is never called.
         LOG_ERROR("Error while registering proxy  %s\n\n", error->message);
     }
 }

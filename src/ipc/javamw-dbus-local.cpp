@@ -72,6 +72,7 @@ const GDBusInterfaceVTable JavaMWDbusLocal::m_vtable = {cb_MethodCall, nullptr, 
 JavaMWDbusLocal::JavaMWDbusLocal(std::string name) : m_name(std::move(name)) {
     applist::AddLiveChannel(this);
     LOG_DEBUG("Constructor\n\n");
+    // Required before GLib 2.36; later versions ignore the call.
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
     g_type_init();
     G_GNUC_END_IGNORE_DEPRECATIONS
@@ -83,6 +84,7 @@ JavaMWDbusLocal::JavaMWDbusLocal(std::string name) : m_name(std::move(name)) {
     }
     RegisterObject();
     SubscribeToAnnouncements();
+    // Announced last: partners may call the object as soon as they see the announcement.
     LOG_DEBUG("Notify others using name %s\n\n", HandshakeName("", "").c_str());
     m_announced = 1;
     Announce(JAVAMW_DBUS_SYN_SUFFIX);
@@ -196,6 +198,8 @@ void JavaMWDbusLocal::BroadcastName(std::string& name) {
 }
 
 GVariant* JavaMWDbusLocal::CallDaemon(const char* method, GVariant* parameters, GError** error) {
+    // Takes the floating reference even without a connection, so that the parameters are always
+    // freed.
     g_autoptr(GVariant) arguments = g_variant_ref_sink(parameters);
     if (m_connection == nullptr) {
         return nullptr;

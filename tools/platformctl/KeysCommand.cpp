@@ -3,9 +3,9 @@
 #include <cstdio>
 
 #include "Commands.h"
-#include "DataPaths.h"
 #include "Json.h"
 #include "KeyTable.h"
+#include "SettingsPaths.h"
 
 namespace applist::desktop {
 namespace {

@@ -29,8 +29,8 @@ public:
     void Create();
     /// Releases everything. Call while the toolkit is still usable.
     void Terminate();
-    /// Shows the request's alert and replaces the previous one. A request without a text is
-    /// refused: the previous alert stays, or the program ends if there is none.
+    /// Shows the request's alert and replaces the previous one. Refuses a request without a text:
+    /// the previous alert stays, or the program ends if it does not show an alert yet.
     void Launch(const app_control_s& request);
 
     /// A key acts on release, and only if its press was seen here as well. This ignores the release

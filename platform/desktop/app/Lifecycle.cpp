@@ -12,9 +12,9 @@
 #include <glib-unix.h>
 
 #include "CallbackGuard.h"
-#include "DataPaths.h"
 #include "KeyTable.h"
 #include "Log.h"
+#include "SettingsPaths.h"
 #include "accessibility/ScreenReader.h"
 #include "accessibility/SpokenNames.h"
 #include "app/ApplicationId.h"

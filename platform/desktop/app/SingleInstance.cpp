@@ -41,10 +41,10 @@ void OnLaunchAction(GSimpleAction*, GVariant* values, gpointer self) {
 SingleInstance::SingleInstance(std::string applicationId, Receiver receiver)
     : m_applicationId(std::move(applicationId)), m_receiver(std::move(receiver)) {
     if (m_applicationId.empty()) {
-        LOG_ERROR("The program's name is not a valid application id; other instances are not detected");
+        LOG_ERROR(
+            "The program's name is not a valid application id; other instances are not detected");
     } else if (!HasSessionBus()) {
-        LOG_INFO("No session bus; %s does not detect other instances",
-                 m_applicationId.c_str());
+        LOG_INFO("No session bus; %s does not detect other instances", m_applicationId.c_str());
     } else {
         Register();
     }
@@ -80,8 +80,9 @@ void SingleInstance::Register() {
     const Deadline deadline(PATIENCE);
     g_autoptr(GError) error = nullptr;
     if (g_application_register(m_application.get(), deadline.cancellable(), &error) == FALSE) {
-        LOG_ERROR("%s cannot register on the session bus and does not detect other instances: [%d] %s",
-                  m_applicationId.c_str(), error->code, error->message);
+        LOG_ERROR(
+            "%s cannot register on the session bus and does not detect other instances: [%d] %s",
+            m_applicationId.c_str(), error->code, error->message);
         return;
     }
     GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
@@ -115,8 +116,8 @@ bool SingleInstance::HandOver(const app_control_s& request) {
     if (Reaches(g_application_get_dbus_connection(m_application.get()), &error)) {
         return true;
     }
-    LOG_ERROR("Cannot send the launch request to the running %s: [%d] %s",
-              m_applicationId.c_str(), error->code, error->message);
+    LOG_ERROR("Cannot send the launch request to the running %s: [%d] %s", m_applicationId.c_str(),
+              error->code, error->message);
     return false;
 }
 

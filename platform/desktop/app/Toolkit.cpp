@@ -12,7 +12,7 @@
 #include <X11/extensions/Xext.h>
 
 #include "Log.h"
-#include "display/SharedMemory.h"
+#include "display/NoSharedMemory.h"
 #include "display/WaylandScreen.h"
 #include "text/Text.h"
 #include "theme/Theme.h"

@@ -5,10 +5,10 @@
 #include <cstring>
 
 #include "CallbackGuard.h"
-#include "DataPaths.h"
 #include "KeyFile.h"
 #include "Log.h"
 #include "Number.h"
+#include "SettingsPaths.h"
 #include "factory_data.h"
 
 namespace applist::desktop {

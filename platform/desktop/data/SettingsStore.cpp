@@ -5,10 +5,10 @@
 #include <algorithm>
 
 #include "CallbackGuard.h"
-#include "DataPaths.h"
 #include "KeyFile.h"
 #include "Log.h"
 #include "Number.h"
+#include "SettingsPaths.h"
 #include "settings_store.h"
 
 namespace applist::desktop {

@@ -15,11 +15,11 @@ namespace applist::desktop {
 /// Makes a desktop keyboard act as a remote control. It handles key events ahead of all other
 /// handlers, including the toolkit's.
 ///
-/// It hides Escape from popups, which it would dismiss so that an empty window stays. It discards
-/// keys for a window that is not visible. It passes a release on only if it has passed the press
-/// on, so a key that was held down before the window opened has no effect until it is pressed
-/// again. A handler prepended after this one still sees the original key. Main thread only, while
-/// the toolkit is running.
+/// It hides Escape from popups, because the toolkit would dismiss the popup and leave an empty
+/// window. It discards keys for a window that is not visible. It passes a release on only if it has
+/// passed the press on, so a key that was held down before the window opened is ignored until it is
+/// pressed again. A handler prepended after this one still sees the original key. Main thread only,
+/// while the toolkit is running.
 class Keyboard {
 public:
     /// windows must outlive the object. keys maps keys to keys of the remote control.
@@ -29,11 +29,11 @@ public:
     bool Press(Ecore_Event_Key& key);
     /// Handles a key release, with the same result.
     bool Release(Ecore_Event_Key& key);
-    /// Discards all keys from now on. Call it before the windows are hidden. On X11, this program
-    /// then keeps receiving the keys that are down, or that are pressed until then, until they are
-    /// released or this object is destroyed. Otherwise another window would receive a release
-    /// without its press. On Wayland the compositor tells the next window which keys are down, and
-    /// that window receives the releases.
+    /// Discards all keys from now on. Call it before the windows are hidden. On X11, if a key is
+    /// down, this program keeps receiving all keys until none is down, at most until this object is
+    /// destroyed. Otherwise another window would receive a release without its press. On Wayland
+    /// the compositor sends the next window the keys that are down, and that window receives the
+    /// releases.
     void Close();
     /// True while a key is down that was pressed in a visible window of this program. If the window
     /// loses the keyboard first, the key's release is missed.

@@ -79,7 +79,7 @@ ListFocus::ListFocus(Evas_Object* list)
     evas_object_data_set(list, KEY, this);
     evas_object_event_callback_add(list, EVAS_CALLBACK_DEL, OnDeleted, this);
     evas_object_smart_callback_add(list, "realized", OnRealized, this);
-    // Ahead of the program, which must not see every move.
+    // Called ahead of the program's handler, which must not see every move.
     evas_object_smart_callback_priority_add(list, "item,focused", EVAS_CALLBACK_PRIORITY_BEFORE,
                                             OnItemFocused, this);
     evas_object_smart_callback_add(m_window, "focused", OnWindowFocused, this);
@@ -109,7 +109,7 @@ void ListFocus::OnItemFocused(void* focus, Evas_Object* list, void* row) {
     }
 }
 
-// The toolkit focuses a row of its own choice, or none, when the window receives the focus.
+// When the window receives the focus, the toolkit may focus any row or none.
 void ListFocus::OnWindowFocused(void* focus, Evas_Object*, void*) {
     GuardCallback([focus] { FocusIn(focus).Settle(); });
 }
@@ -166,8 +166,8 @@ void ListFocus::DropFrame() {
     }
 }
 
-// Everything is laid out and nothing is drawn. Signals to the theme would arrive in the next turn
-// of the loop, and change the next frame.
+// At this point everything is laid out but not drawn. Signals to the theme are delivered here,
+// because they would otherwise arrive in the next loop iteration and change only the next frame.
 void ListFocus::Frame() {
     DropFrame();
     Open();
@@ -185,7 +185,7 @@ void ListFocus::Open() {
     Settle();
     Elm_Object_Item* focused = elm_object_focused_item_get(m_list);
     if (closed && focused != nullptr) {
-        // The theme need not show the focus on its way: it does not come from another row.
+        // The focus does not come from another row, so the theme shows it without an animation.
         elm_object_item_signal_emit(focused, "applist,state,opened", "applist");
     }
 }

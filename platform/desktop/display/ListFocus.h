@@ -29,7 +29,7 @@ public:
 
     /// Focuses row now if possible, and again in the next frame.
     void Set(Elm_Object_Item* row);
-    /// The list does not have rows, or is about to lose them.
+    /// Prepares for a list without rows: before it is filled and before it is cleared.
     void Close();
 
 private:

@@ -13,7 +13,7 @@ namespace applist::desktop {
 /// Sets the scale factor for the screen on which the new window will appear. If the display does
 /// not report screens, sets it whenever the window's size changes.
 void FitToScreen(Evas_Object* window);
-/// Resizes an X window to the size of its screen. Needed if there is no window manager to do so.
+/// Resizes an X window to the size of its screen, for displays without a window manager.
 void FillScreen(Ecore_X_Window window);
 
 }  // namespace applist::desktop

@@ -159,7 +159,7 @@ bool LogWriter::WriteToJournal(const LogRecord& record) const {
     for (const auto& [name, value] : fields) {
         raw.push_back({name.c_str(), value.data(), static_cast<gssize>(value.size())});
     }
-    // journald reads the priority from the fields, so the level passed here has no effect.
+    // The level passed here is ignored, because journald reads the priority from the fields.
     return g_log_writer_journald(G_LOG_LEVEL_MESSAGE, raw.data(), raw.size(), nullptr) ==
            G_LOG_WRITER_HANDLED;
 }

@@ -10,7 +10,7 @@
 
 #include "Log.h"
 #include "SettingsStore.h"
-#include "paths/DataPath.h"
+#include "paths/ProgramFiles.h"
 
 namespace applist::desktop {
 namespace {

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "display/SharedMemory.h"
+#include "display/NoSharedMemory.h"
 
 #include <dlfcn.h>
 
