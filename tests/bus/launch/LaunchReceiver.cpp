@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 
-// An application that can be launched: takes the id given as its first argument and writes a line
+// An application for launch tests: registers the id given as its first argument and writes a line
 // to the file in $LAUNCH_LINES for each request, "PID bus KEY=VALUE;..." or "PID start
 // KEY=VALUE;...".
 

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 
-// Launch requests between real processes. The sender is platformctl, which ends as soon as the
-// request is handed over, so what arrives did not need it any longer.
+// Launch requests between real processes. The sender is platformctl, which ends as soon as it has
+// sent the request, so these tests also show that delivery does not depend on the sender.
 
 #include <filesystem>
 #include <fstream>
@@ -26,7 +26,7 @@ using testing::HasSubstr;
 constexpr const char* ID = "org.vantu.test-receiver";
 constexpr int NOT_LAUNCHED = 1;
 
-// A home in which one application is installed. Its lines come through a pipe with a name.
+// A home folder with one installed application, whose lines arrive through a named pipe.
 class Launch : public testing::Test {
 protected:
     Launch() {
@@ -62,7 +62,7 @@ protected:
                 {"LAUNCH_LINES", m_folder.path() / "lines"}};
     }
 
-    // The exit status of a sender in that environment; its log is kept for the test.
+    // Runs a sender in that environment and returns its exit status; stores its log.
     int Send(const ChildProcess::Environment& environment,
              const std::vector<std::string>& request) {
         std::vector<std::string> command{BuiltProgram("platformctl"), "launch"};
@@ -163,7 +163,7 @@ TEST_F(LaunchWithoutABus, StartsTheInstalledProgramWithTheExtraDataInOrder) {
     EXPECT_TRUE(Receives("start text=$(touch x) \"è\";type=a=b;c=;\n"));
 }
 
-// What stands for files to open is left out: there are none.
+// The command's placeholder for files is dropped, because a launch request does not carry files.
 TEST_F(LaunchWithoutABus, KeepsTheWordsOfTheInstalledCommandInFront) {
     InstallEntry("\"" + Receiver() + "\" --extra \"own=1 2\" %u");
     EXPECT_EQ(Send(Home(), {ID, "text=Hello"}), 0) << log;

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Who may call the application. What arrives is seen by a receiver that takes everything: it is the
-// bus that keeps the rest away.
+// Which users may call the application. The receiver accepts every call, so only the bus can deny
+// one.
 #include <algorithm>
 
 #include "bus/policy/PolicyTest.h"
@@ -17,8 +17,8 @@ const std::string INTERFACE = CHANNEL_INTERFACE;
 constexpr const char* ANSWERED = ": answered";
 constexpr const char* DENIED = ": org.freedesktop.DBus.Error.AccessDenied";
 
-/// Everything that somebody may try on the application: its method, the method without an
-/// interface, what the bus library answers for every object, and another object.
+/// All calls to try on the application: its method, the method without an interface, a method that
+/// the bus library answers for every object, and a call to another object.
 const std::vector<Lines> CALLS{
     {PATH, INTERFACE, "Send"},
     {PATH, "-", "Send"},
@@ -36,8 +36,8 @@ std::string Joined(const Lines& words) {
     return text;
 }
 
-/// Makes all those calls to the receiver as user and returns what the user sees. The bus must log
-/// each denial.
+/// Makes all those calls to the receiver as user and returns the outcomes. The bus must log each
+/// denial.
 Lines CallAll(const PolicyBus& bus, const User& user, const Actor& receiver) {
     Lines commands;
     for (const Lines& call : CALLS) {
@@ -52,7 +52,7 @@ Lines CallAll(const PolicyBus& bus, const User& user, const Actor& receiver) {
     return lines;
 }
 
-/// What is seen when so many of the calls, from the first on, are answered.
+/// The expected outcomes if only the first calls, as many as given, are answered.
 Lines Answered(size_t count) {
     Lines lines;
     for (const Lines& call : CALLS) {
@@ -79,7 +79,7 @@ TEST_P(PolicyOfCalls, TheMiddlewareCallsSendAndNobodyElseAnything) {
     EXPECT_THAT(arrived[1], testing::EndsWith(" " + PATH + " " + INTERFACE + " Send"));
 }
 
-// The middleware is not led to hand a list to somebody else.
+// The middleware cannot be made to send a list to another program.
 TEST_P(PolicyOfCalls, NobodyButTheApplicationReceivesACall) {
     const auto bus = MakeBus();
     Actor stranger(*bus, STRANGER, {"receive"});
@@ -89,7 +89,7 @@ TEST_P(PolicyOfCalls, NobodyButTheApplicationReceivesACall) {
     EXPECT_EQ(stranger.Lines(), (Lines{"receiving", "receive: ended"}));
 }
 
-// The policy does not lean on a bus that denies calls anyway.
+// The policy does not depend on a bus that denies calls by default.
 TEST_P(PolicyOfCalls, TheChannelStaysClosedWhereEverythingElseIsAllowed) {
     const PolicyBus bus(GetParam().daemon, PolicyBus::OPEN_RULES, BUS_POLICY);
     Actor application(bus, APPLICATION_USER, {"receive"});

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Who may announce himself: the six names of the handshake, and some beside them, each asked for by
-// everybody.
+// Which users may own the six names of the handshake, and similar names. Every user requests each
+// of them.
 #include <algorithm>
 
 #include "bus/policy/PolicyTest.h"
@@ -18,7 +18,7 @@ const Names SERVICE_NAMES{"org.vantu.JavaMW.Applist_SERVICE_SYN",
 const Names CLIENT_NAMES{"org.vantu.JavaMW.Applist_CLIENT_SYN",
                          "org.vantu.JavaMW.Applist_CLIENT_SYN_ACK",
                          "org.vantu.JavaMW.Applist_CLIENT_ACK"};
-// A lasting name would be one to call the application by; it has none.
+// The application must not own a permanent name under which it could be called.
 const Names OTHER_NAMES{"org.vantu.JavaMW.Applist", "org.vantu.applist"};
 
 Names AllNames() {
@@ -28,7 +28,7 @@ Names AllNames() {
     return all;
 }
 
-/// What a bus_actor prints that asks for all names and gets these.
+/// The expected output of a bus_actor that requests all names and is granted these.
 std::vector<std::string> Grants(const Names& granted) {
     std::vector<std::string> lines;
     for (const std::string& name : AllNames()) {
@@ -58,7 +58,7 @@ TEST_P(PolicyOfNames, EachSideOwnsItsThreeAndNobodyElseAny) {
     EXPECT_EQ(Ask(*bus, ROOT), Grants({}));
 }
 
-// A name that was mistyped, or an account that is not there yet, opens nothing.
+// A mistyped user name or a missing account must not grant anything.
 TEST_P(PolicyOfNames, NobodyOwnsAnyWhereTheUsersAreUnknown) {
     const PolicyBus bus(GetParam().daemon, GetParam().rules, POLICY_OF_UNKNOWN_USERS);
     for (const User* user : {&APPLICATION_USER, &MIDDLEWARE_USER, &STRANGER, &ROOT}) {
@@ -74,7 +74,7 @@ TEST_P(PolicyOfNames, OneUserMayBeBothSides) {
     EXPECT_EQ(Ask(bus, MIDDLEWARE_USER), Grants({}));
 }
 
-// The developer's bus, which tells that the tests above can fail.
+// Shows on a developer's bus that the tests above can fail.
 TEST_P(PolicyOfNames, AStrangerOwnsAllWhereEverythingIsAllowed) {
     const PolicyBus bus(GetParam().daemon, PolicyBus::OPEN_RULES, "");
     EXPECT_EQ(Ask(bus, STRANGER), Grants(AllNames()));

@@ -14,7 +14,7 @@
 
 namespace applist::test {
 
-/// Where a policy holds; the parameter of tests for every such place.
+/// A bus to test a policy on; the parameter of the tests.
 struct Place {
     PolicyBus::Daemon daemon;
     std::string name;
@@ -23,8 +23,8 @@ struct Place {
 
 std::ostream& operator<<(std::ostream& out, const Place& place);
 
-/// Tests that need users, and so root. Where the parameter says, the policy that is installed
-/// holds.
+/// Tests that need several users, and so root. Uses the installed policy on the bus that the
+/// parameter describes.
 class PolicyTest : public testing::TestWithParam<Place> {
 protected:
     void SetUp() override;

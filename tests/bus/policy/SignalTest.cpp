@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Whose signals arrive where. Nobody is told whether a signal was let through; so each receiver is
-// asked in the end what came.
+// Which users' signals arrive where. The bus does not report whether it delivered a signal, so each
+// receiver is asked at the end what it received.
 #include "bus/policy/PolicyTest.h"
 
 namespace applist::test {
@@ -13,7 +13,7 @@ using Lines = std::vector<std::string>;
 const std::string PATH = CHANNEL_PATH;
 const std::string INTERFACE = CHANNEL_INTERFACE;
 
-/// Three who listen to the channel, and what came to them in the end.
+/// Three listeners on the channel, and the signals that each received.
 struct Audience {
     explicit Audience(const PolicyBus& bus)
         : application(bus, APPLICATION_USER, COMMANDS),
@@ -31,8 +31,8 @@ struct Audience {
     Actor stranger;
 };
 
-/// Emits the channel's signal to each of them and to everybody, another one, and the channel's on
-/// another interface. Returns the emitter's name.
+/// Emits three signals as user to each listener and to all: the channel's signal, another signal,
+/// and the channel's signal on another interface. Returns the emitter's name.
 std::string EmitAll(const PolicyBus& bus, const User& user, const Audience& audience) {
     Lines commands;
     for (const std::string& to :
@@ -47,7 +47,7 @@ std::string EmitAll(const PolicyBus& bus, const User& user, const Audience& audi
     return emitter.UniqueName();
 }
 
-/// What came to a receiver, by the names of the senders.
+/// The signals that a receiver got, with the names of the senders.
 Lines Arrived(Actor& receiver, const std::vector<std::pair<std::string, std::string>>& senders) {
     receiver.End();
     Lines lines = receiver.Lines(senders);
@@ -70,7 +70,7 @@ TEST_P(PolicyOfSignals, PassBetweenApplicationAndMiddlewareOnly) {
     for (const User* user : {&STRANGER, &ROOT, &APPLICATION_USER, &MIDDLEWARE_USER}) {
         senders.emplace_back(EmitAll(*bus, *user, audience), user->name);
     }
-    // One to the receiver alone and one to everybody.
+    // One directed signal and one broadcast.
     const Lines expected{
         SendSignalFrom(APPLICATION_USER.name), SendSignalFrom(APPLICATION_USER.name),
         SendSignalFrom(MIDDLEWARE_USER.name), SendSignalFrom(MIDDLEWARE_USER.name)};
@@ -87,7 +87,7 @@ TEST_P(PolicyOfSignals, OfAStrangerArriveWhereEverythingIsAllowed) {
     EXPECT_EQ(Arrived(audience.stranger, {{stranger, "stranger"}}).size(), 6U);
 }
 
-// What the bus itself offers to those who want to read along.
+// The bus' own ways to eavesdrop.
 TEST_P(PolicyOfSignals, NobodyListensToWhatIsMeantForOthers) {
     const auto bus = MakeBus();
     for (const User* user : {&STRANGER, &MIDDLEWARE_USER}) {

@@ -1,9 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The click is the last thing that an application says: activating a row ends it at once.
-//   APPLIST_CLICKS   how many rows are activated; 50 without it
-//   APPLIST_LOAD     how many programs keep the processor busy meanwhile; none without it
+// The click is the application's last message: activating a row ends it at once.
+//   APPLIST_CLICKS   number of rows to activate; default 50
+//   APPLIST_LOAD     number of programs that keep the processor busy; default 0
 #include <iostream>
 
 #include "e2e/faults/FaultTest.h"
@@ -16,8 +16,8 @@ using sim::Function;
 
 class AClick : public FaultTest {
 protected:
-    /// One list from its start to the end that the viewer's choice makes; true iff the middleware
-    /// heard of the choice.
+    /// Starts a list and activates a row, which ends the list; true iff the middleware received the
+    /// click.
     bool Arrives() {
         const auto application = m_set.StartApplication();
         EXPECT_TRUE(m_middleware->AwaitApplication());
@@ -25,7 +25,7 @@ protected:
         EXPECT_TRUE(m_set.WaitForFocusedRow());
         m_set.screen().TypeKey("Return");
         EXPECT_EQ(application->WaitForExit(), 0) << application->Errors();
-        // The bus tells of the end after all that the application had sent.
+        // The bus reports the disconnection after all messages of the application.
         EXPECT_TRUE(m_middleware->AwaitDisconnection());
         return m_middleware->Events(Event::ItemClicked) == 1;
     }

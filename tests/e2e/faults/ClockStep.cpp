@@ -1,9 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Preloaded into a program, plays a machine whose wall clock somebody sets: it is off by the number
-// of seconds that stands, as an int64_t, in the file that APPLIST_CLOCK_STEP names, at every
-// moment. The clock that only counts is left alone, as setting the time leaves it.
+// Simulates setting the wall clock of the program into which it is preloaded. The clock is off by
+// the number of seconds, an int64_t, in the file named by APPLIST_CLOCK_STEP, which is read on each
+// call. The monotonic clock does not change, as when the time is really set.
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>

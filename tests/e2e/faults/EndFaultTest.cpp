@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What comes while the list begins or ends: calls, launches, the end of the screen.
+// Events while the list starts or ends: calls, launches, the loss of the screen.
 #include <algorithm>
 #include <csignal>
 
@@ -21,7 +21,7 @@ constexpr int NO_DISPLAY = 101;
 
 using AnEnd = FaultTest;
 
-// Wherever the end falls among the calls, each of them ends too, answered or refused.
+// Every call gets a reply or an error, wherever the end falls among them.
 TEST_F(AnEnd, MayComeBetweenAnyCalls) {
     constexpr int ENDS = 10;
     constexpr size_t CALLS = 300;
@@ -49,11 +49,11 @@ TEST_F(AnEnd, MayComeBetweenAnyCalls) {
 
 class TheDisplayServer : public FaultTest {
 protected:
-    // The toolkit ends the program from within itself, where all that it holds would be a leak.
+    // The toolkit calls exit() itself, so that everything still allocated would count as a leak.
     TheDisplayServer() : FaultTest({{"ASAN_OPTIONS", "detect_leaks=0"}}) {}
 };
 
-// The toolkit cannot do without it, says so and ends the program with a status of its own.
+// Without its display the toolkit logs an error and ends the program with its own exit status.
 TEST_F(TheDisplayServer, EndsTheListWithItsOwnEndAndTheNextListFindsAnother) {
     ASSERT_NO_FATAL_FAILURE(ShowThree());
     const auto middleware = NewMiddleware();
@@ -77,7 +77,7 @@ TEST_F(TheDisplayServer, EndsTheListWithItsOwnEndAndTheNextListFindsAnother) {
     EXPECT_EQ(next.WaitForExit(), 0) << next.Errors();
 }
 
-// The handshake and its events would make a middleware fill a list that is never shown.
+// After the handshake and its events a middleware would fill a list that is never shown.
 TEST_F(TheDisplayServer, IsReachedBeforeTheListConnects) {
     const auto middleware = NewMiddleware();
     auto environment = m_set.Environment();
@@ -105,7 +105,7 @@ protected:
     }
 };
 
-// The higher the number, the later in the start of the first window the connection breaks.
+// The higher the number, the later the connection breaks during the start of the first window.
 TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
     for (const int number : {60, 120, 400}) {
         StartWithFailure("recvmsg", "ECONNRESET", number);
@@ -127,7 +127,7 @@ TEST_F(AFailingCall, LeavesAListThatASignalEnds) {
 
 using ASecondLaunch = FaultTest;
 
-// Two at once: one of them is the second, which closes the first as ever.
+// Two applications start at once. One of them counts as the second and closes the first.
 TEST_F(ASecondLaunch, ClosesTheListAlsoWhileThatStarts) {
     constexpr int TIMES = 10;
     for (int time = 0; time < TIMES && !HasFailure(); ++time) {
@@ -140,7 +140,7 @@ TEST_F(ASecondLaunch, ClosesTheListAlsoWhileThatStarts) {
     ExpectCleanEnd();
 }
 
-// The first one waits for a system bus that does not answer when the second one comes.
+// The second application starts while the first one waits for a system bus that does not answer.
 TEST_F(ASecondLaunch, ClosesAListThatIsHeldUpInItsStart) {
     m_set.systemBus().Freeze();
     const auto first = m_set.StartApplication();

@@ -32,13 +32,14 @@ size_t Setting(const char* variable, size_t usual) {
 
 const sim::Items FaultTest::THREE{{"a", "Alpha"}, {"b", "Bravo"}, {"c", "Charlie"}};
 
-// Without a compositor: on a busy machine picom misses a change now and then, and shows an old
+// Without a compositor, because on a busy machine picom sometimes misses a change and shows an old
 // frame until the next one.
 FaultTest::FaultTest(const ChildProcess::Environment& changes)
     : m_set(Frugal(changes), {"openbox", ""}) {}
 
 void FaultTest::StartApplication(const std::vector<std::string>& wrapper) {
-    // Into a file: nobody reads a pipe meanwhile, and a full one would stop the application.
+    // To a file, because the test does not read a pipe while it waits, and a full pipe would block
+    // the application.
     m_log = m_set.WriteFile("log", "");
     std::vector<std::string> command{"sh", "-c", "exec \"$@\" 2>>\"$0\"", m_log};
     command.insert(command.end(), wrapper.begin(), wrapper.end());

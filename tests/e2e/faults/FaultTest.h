@@ -15,37 +15,38 @@
 
 namespace applist::test {
 
-/// How often or how long, by an environment variable; usual where it is not set.
+/// A count or duration from an environment variable; usual if the variable is not set.
 size_t Setting(const char* variable, size_t usual);
 
-/// A whole set to which something bad is done, and what must hold afterwards.
+/// A whole set for tests that cause a fault and check the state afterwards.
 class FaultTest : public testing::Test {
 protected:
     /// a "Alpha", b "Bravo" and c "Charlie".
     static const sim::Items THREE;
 
-    /// changes come on top of what every program of the set finds in its environment.
+    /// changes are added to the environment of every program of the set.
     explicit FaultTest(const ChildProcess::Environment& changes = {});
 
     /// Starts the application; wrapper precedes it on the command line.
     void StartApplication(const std::vector<std::string>& wrapper = {});
-    /// The application and a middleware that filled its list: on the screen, first row selected.
+    /// Starts the application and a middleware that fills its list, and waits until the list is
+    /// visible and the first row selected.
     void ShowThree();
     ChildProcess& application() { return *m_application; }
-    /// All that the application has logged.
+    /// The application's log so far.
     std::string Log() const;
 
     std::unique_ptr<DrivenMiddleware> NewMiddleware();
-    /// The application as driver knows it.
+    /// A gauge of the application that driver is connected to.
     Gauge GaugeOf(const DrivenMiddleware& driver);
-    /// What the application holds when it has slept for a second: the toolkit drops what its last
-    /// frame needed half a second later, and the application then gives back what is spare.
+    /// The application's footprint after it has slept for a second. The toolkit frees its last
+    /// frame's memory half a second after the frame, and then the application returns spare memory.
     Footprint AtRest(const Gauge& gauge);
 
-    /// The list holds these, and the screen has a row for each in their order: Down visits them all
-    /// and comes back to the first. Leaves the first one selected.
+    /// Expects these items in the list and a row for each on the screen, in this order: Down visits
+    /// them all and returns to the first. Leaves the first one selected.
     void ExpectList(DrivenMiddleware& driver, const sim::Items& items);
-    /// Closes the list as a viewer does; it takes its leave without a fault.
+    /// Closes the list as a viewer does and expects an exit without errors.
     void ExpectCleanEnd();
 
     Television m_set;

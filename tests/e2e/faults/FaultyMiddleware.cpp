@@ -1,12 +1,11 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A middleware that does what its arguments say, one after the other, says so and then stays until
-// it is killed:
+// A middleware that carries out its arguments in order, prints "done" and then waits to be killed:
 //   faulty_middleware BUS-ADDRESS [own:ENDING | announce:ENDING | await:ENDING | freeze:PID |
 //                                  add:ID]...
-// An ending is that of a name of the handshake, such as "_CLIENT_SYN". An item is added with a call
-// that the bus has taken, but nobody answered yet, when the next step comes.
+// An ending is that of a name of the handshake, such as "_CLIENT_SYN". "add" calls without waiting
+// for the reply: the next step starts as soon as the bus has accepted the call.
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -27,7 +26,8 @@ bool Add(ScriptedPeer& peer, const std::string& id) {
     namespace sim = applist::sim;
     peer.Send(peer.Events().back().sender, sim::names::OBJECT_PATH,
               sim::EncodeCall(sim::Function::AddItems, {{id, "Item " + id}}));
-    // The bus takes messages in order; this one it answers.
+    // The bus handles messages in order, so its answer to this one means that it has accepted the
+    // earlier ones.
     peer.Own("_CLIENT_SYN");
     return true;
 }

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Names and lists as large as the bus lets through.
+// Names and lists of the largest size that the bus allows.
 #include <gmock/gmock.h>
 
 #include "e2e/faults/FaultTest.h"
@@ -53,7 +53,7 @@ TEST_P(AHugeName, IsShownAndReadBackAsItCame) {
     ASSERT_TRUE(m_middleware->Ask(Function::AddItems, items));
     EXPECT_TRUE(m_set.WaitForFocusedRow());
     EXPECT_THAT(m_middleware->Ask(Function::GetSelection), Optional(sim::Items{items.front()}));
-    // A failed comparison would print it all.
+    // Not EXPECT_EQ, which would print the whole text on failure.
     EXPECT_TRUE(m_middleware->Ask(Function::GetAllItems) == items);
     m_set.screen().TypeKey("Down");
     EXPECT_TRUE(m_middleware->AwaitEvents(sim::Event::ItemSelected, 2));
@@ -69,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Kind{"CutCharacters", "\xE4\xB8", 4 * MIB}, Kind{"LineBreaks", "\n", 4 * MIB}),
     [](const auto& kind) { return kind.param.name; });
 
-// The bus would disconnect a sender of more than 32 MiB, which ends the program.
+// The bus disconnects a sender of more than 32 MiB, which would end the program.
 TEST_F(HugeInput, OfThreeCallsIsTooMuchForOneReplyButStaysOnTheList) {
     sim::Items items;
     for (const char* id : {"1", "2", "3"}) {

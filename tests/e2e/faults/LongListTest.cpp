@@ -1,9 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// More rows than any broadcast offers.
-//   APPLIST_ROWS   how many; 1000 or 4000 without it
-//   APPLIST_SAME   so many items without name and id instead, as many as 16 MiB hold
+// More rows than any real broadcast offers.
+//   APPLIST_ROWS   number of rows; default 1000 or 4000
+//   APPLIST_SAME   number of items without name and id; default 1000, 16 MiB hold 2097152
 #include <chrono>
 #include <fstream>
 #include <iostream>
@@ -32,7 +32,7 @@ protected:
         return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - since).count();
     }
 
-    /// What the program held at most so far.
+    /// The peak of the program's resident memory.
     size_t PeakKiB() {
         std::ifstream status("/proc/" + std::to_string(application().pid()) + "/status");
         std::string word;
@@ -83,7 +83,7 @@ TEST_F(ALongList, GivesItsMemoryBackWhenItIsEmptied) {
     EXPECT_TRUE(m_set.WaitForNoFocusedRow());
     const Footprint emptied = AtRest(gauge);
     std::cout << before << "; full " << full << "; emptied " << emptied << '\n';
-    // The caches of the first rows, and what may be spare.
+    // The first rows' caches, and memory that the application need not return.
     EXPECT_LT(emptied.residentKiB, before.residentKiB + 4096 * MEMORY_FACTOR);
     ExpectCleanEnd();
 }

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What the machine below can do to a list: a clock that is set, a disk that is full.
+// Faults of the machine: the clock is set, the disk is full.
 #include <cstdint>
 #include <fstream>
 #include <unistd.h>
@@ -21,13 +21,13 @@ constexpr int64_t DAY_S = int64_t{24} * 60 * 60;
 
 class TheClock : public FaultTest {
 protected:
-    /// Sets the application's wall clock so many seconds off, at once.
+    /// Sets the application's wall clock off by this many seconds at once.
     void Set(int64_t seconds) {
         std::ofstream(m_step, std::ios::binary)
             .write(reinterpret_cast<const char*>(&seconds), sizeof seconds);
     }
 
-    /// The list with this clock; it runs so many times as fast.
+    /// Shows the list with this clock, which runs faster by the given factor.
     void Show(const std::string& speed) {
         StartApplication({"env", "APPLIST_LOG=debug", std::string("LD_PRELOAD=") + CLOCK_STEP,
                           "APPLIST_CLOCK_STEP=" + m_step, "faketime", "-f", "+0 x" + speed});
@@ -40,7 +40,7 @@ protected:
     std::unique_ptr<DrivenMiddleware> m_middleware;
 };
 
-// The list stays, and goes on.
+// The list stays open and works.
 TEST_F(TheClock, MayBeSetADayAhead) {
     ASSERT_NO_FATAL_FAILURE(Show("1"));
     Set(DAY_S);
@@ -57,8 +57,8 @@ TEST_F(TheClock, MayBeSetADayBackAndTheListStillClosesItself) {
 
 using TheDisk = FaultTest;
 
-// A disk of one page, which the settings take: seen by this shell and the tool, $0, alone. $1 is
-// where the set keeps its data, $2 a file for the copy.
+// Mounts a disk of one page, which the settings fill and which only this shell and the tool ($0)
+// see. $1 is the set's data folder, $2 a file for the copy.
 constexpr const char* ON_A_FULL_DISK = R"(
     set -e
     cp "$1/memory/settings.ini" "$2"
@@ -81,11 +81,12 @@ TEST_F(TheDisk, MayBeFullAndKeepsTheSettingsThatItHas) {
     EXPECT_THAT(shell.Errors(),
                 StartsWith("platformctl: " + root + "/memory/settings.ini: cannot be written: "));
     EXPECT_THAT(shell.Errors(), EndsWith("No space left on device\n"));
-    // Nor is half a file left behind.
+    // No partial file is left.
     EXPECT_EQ(shell.Output(), "2\nsettings.ini\nsettings.ini.lock\n");
 }
 
-// No file may grow here: the same to a program that writes, and the list can be shown beside it.
+// A file size limit of 0 has the same effect on a writer, and the list can be shown at the same
+// time.
 TEST_F(TheDisk, MayBeFullWhenASettingIsChanged) {
     ChildProcess tool(
         {"sh", "-c", "trap '' XFSZ; ulimit -f 0; exec \"$0\" \"$@\"", BuiltProgram("platformctl"),
@@ -93,7 +94,7 @@ TEST_F(TheDisk, MayBeFullWhenASettingIsChanged) {
         m_set.Environment());
     EXPECT_EQ(tool.WaitForExit(), 1);
     EXPECT_THAT(tool.Errors(), HasSubstr("File too large"));
-    // The old setting, which offers the list, is still there.
+    // The old setting, with which the list is offered, is still stored.
     ASSERT_NO_FATAL_FAILURE(ShowThree());
     const auto middleware = NewMiddleware();
     ASSERT_TRUE(middleware->AwaitApplication());

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A middleware that is killed, again and again, at any moment; that hangs; that is not alone.
+// A middleware that is killed again and again at any moment, one that hangs, and several at once.
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -16,11 +16,11 @@ using sim::Event;
 using sim::Function;
 using testing::Optional;
 
-/// The three announcements that the application waits for; of the middleware, its name and its
-/// signals.
+/// The application's match rules: three for the announcements, and two for the middleware's name
+/// and its signals.
 constexpr size_t RULES_WITH_ONE_MIDDLEWARE = 5;
 
-/// A record of a partner that stayed behind with its proxy would be some 3 KiB each time.
+/// Leaking one partner with its proxy would take some 3 KiB each time.
 constexpr size_t TOLERANCE_KIB = 256;
 
 void Kill(ChildProcess& process) {
@@ -30,7 +30,7 @@ void Kill(ChildProcess& process) {
 
 struct Moment {
     const char* name;
-    /// Whether the middleware is there when the application starts.
+    /// True if the middleware is connected before the application starts.
     bool first;
     std::vector<std::string> steps;
 };
@@ -49,7 +49,7 @@ protected:
         return process;
     }
 
-    /// What the application holds with one middleware there.
+    /// The application's footprint with one middleware connected.
     Footprint Checkpoint() {
         const auto middleware = NewMiddleware();
         EXPECT_TRUE(middleware->AwaitApplication());
@@ -59,7 +59,7 @@ protected:
 
 class AKilledMiddleware : public AMiddleware, public testing::WithParamInterface<Moment> {
 protected:
-    /// One that goes as far as the moment, and dies there.
+    /// Starts a middleware that runs up to this moment and is killed there.
     void Suffer(bool startApplication) {
         const auto faulty = StartFaulty(GetParam().steps);
         if (startApplication) {
@@ -126,7 +126,7 @@ TEST_F(AMiddleware, ThatDiesBetweenCallAndReplyHasCalledAllTheSame) {
     ExpectCleanEnd();
 }
 
-// Each finds the list of the one before and replaces it.
+// Each middleware finds the previous one's list and replaces it.
 TEST_F(AMiddleware, MayBeKilledAndRestartedTwoHundredTimes) {
     constexpr int RESTARTS = 200;
     constexpr int WARM_UP = 50;
@@ -164,7 +164,7 @@ TEST_F(AMiddleware, ThatNeverFinishesTheHandshakeIsNotWaitedFor) {
     ExpectCleanEnd();
 }
 
-// It reads nothing any more; the bus keeps what is sent to it.
+// The stopped middleware does not read its messages; the bus queues them.
 TEST_F(AMiddleware, ThatHangsKeepsNeitherTheViewerNorAnotherOneWaiting) {
     m_set.ShowThreeItems();
     m_set.middleware().process().Signal(SIGSTOP);
@@ -193,7 +193,7 @@ TEST_F(AMiddleware, IsNotTheOnlyOne) {
     }
     ASSERT_TRUE(one->AwaitReplies());
     ASSERT_TRUE(two->AwaitReplies());
-    // Both hear of what either did.
+    // Each receives the events that both have caused.
     EXPECT_TRUE(one->AwaitEvents(Event::ItemChanged, size_t{2} * EACH));
     EXPECT_TRUE(two->AwaitEvents(Event::ItemChanged, size_t{2} * EACH));
     const auto seen = one->Ask(Function::GetAllItems);

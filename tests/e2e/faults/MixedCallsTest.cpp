@@ -1,9 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Calls of all kinds in an order that nobody thought of, against a list that the test keeps.
-//   APPLIST_CALLS   how many; 9000 without it
-//   APPLIST_SEED    another order
+// Calls of all kinds in a random order, compared with a reference list in the test.
+//   APPLIST_CALLS   number of calls; default 9000
+//   APPLIST_SEED    seed of the random order
 #include <iostream>
 
 #include <gmock/gmock.h>
@@ -20,12 +20,13 @@ using sim::Items;
 using testing::Optional;
 
 constexpr size_t BATCH = 250;
-/// What caches may take after the first third, and what may be spare when the application rests.
+/// The most that caches may grow after the first third, plus memory that the application need not
+/// return at rest.
 constexpr size_t SPARE_KIB = 1024;
 
 class MixedCalls : public FaultTest {
 protected:
-    /// A batch of calls, whose answers come while the next ones are on their way.
+    /// Sends a batch of calls, each without waiting for the previous reply.
     void CallBatch(size_t size) {
         for (size_t i = 0; i < size; ++i) {
             const Function function = m_calls.NextFunction();
@@ -52,7 +53,7 @@ protected:
         }
     }
 
-    /// What the application holds when the list is empty and nothing happens.
+    /// The application's footprint at rest with an empty list.
     Footprint Emptied(const Gauge& gauge) {
         m_middleware->Call(Function::RemoveAllItems);
         m_reference.Apply(Function::RemoveAllItems, {});

@@ -10,13 +10,14 @@
 
 namespace applist::test {
 
-/// Chooses calls. There are fewer ids than the calls name, so that many meet again.
+/// Generates random calls. They share a small set of ids, so that calls often refer to the same
+/// item.
 class RandomCalls {
 public:
     explicit RandomCalls(size_t seed) : m_random(seed) {}
 
     sim::Function NextFunction() {
-        // Few that empty the list; most that change it.
+        // Picks a function: rarely one that empties the list, mostly one that changes it.
         static constexpr sim::Function OFTEN[] = {
             sim::Function::AddItems,   sim::Function::AddItems,     sim::Function::AddItemAtEnd,
             sim::Function::RemoveItem, sim::Function::RemoveItem,   sim::Function::ModifyItem,
@@ -32,7 +33,7 @@ public:
             case sim::Function::AddItems:
                 return SomeItems(Below(5));
             case sim::Function::SetSelection:
-                // Now and then an item without an id, which means none.
+                // Sometimes returns an item without an id, which means no item.
                 return Below(10) == 0 ? sim::Items{sim::Item{}} : SomeItems(1);
             case sim::Function::AddItemAtEnd:
             case sim::Function::RemoveItem:

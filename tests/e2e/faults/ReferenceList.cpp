@@ -68,7 +68,7 @@ void ReferenceList::AddItems(const Items& items) {
     }
 }
 
-// The new item becomes the selection even where it was no new one.
+// The new item becomes the selection even if its id was already listed.
 void ReferenceList::AddItemAtEnd(const Item& item) {
     Append(item);
     if (m_selection.id.empty()) {
@@ -102,7 +102,7 @@ void ReferenceList::RemoveItem(const std::string& id) {
     m_items.erase(listed);
 }
 
-// An id that is taken costs the old item its place.
+// If the new id is already taken, the old item is removed.
 void ReferenceList::ModifyItem(const Item& oldItem, const Item& newItem) {
     if (m_kept.count(newItem.id) != 0) {
         return RemoveItem(oldItem.id);

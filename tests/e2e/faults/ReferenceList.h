@@ -9,15 +9,15 @@
 
 namespace applist::test {
 
-/// The list as the middleware's calls must leave it: written once more from what each call means,
-/// on values instead of objects.
+/// The expected list after the middleware's calls: a second implementation of each call, on values
+/// instead of objects.
 class ReferenceList {
 public:
-    /// What the application does on this call. items are those that the call takes.
+    /// Applies a call of this function with these items.
     void Apply(sim::Function function, const sim::Items& items);
 
     const sim::Items& items() const { return m_items; }
-    /// Both empty when nothing is selected.
+    /// Name and id are empty if nothing is selected.
     const sim::Item& selection() const { return m_selection; }
 
 private:
@@ -29,13 +29,13 @@ private:
     void RemoveItem(const std::string& id);
     void ModifyItem(const sim::Item& oldItem, const sim::Item& newItem);
     bool Append(const sim::Item& item);
-    /// Whether the application had an item of that id; it has one less now.
+    /// Removes one item of that id from the application's items; true iff there was one.
     bool TakeKept(const std::string& id);
 
     sim::Items m_items;
     sim::Item m_selection;
-    /// How many items of an id the application keeps: a duplicate is not listed, but kept until a
-    /// call names its id once more.
+    /// The number of items that the application owns for each id. A duplicate is not listed, but is
+    /// owned until a later call names its id.
     std::map<std::string, int> m_kept;
 };
 

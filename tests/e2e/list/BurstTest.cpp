@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A viewer who presses faster than the list draws: every key counts, in its order.
+// Keys that arrive faster than the list draws: each key counts, in order.
 #include <csignal>
 #include <fstream>
 #include <sstream>
@@ -16,9 +16,9 @@ namespace {
 struct Burst {
     const char* name;
     int rows;
-    /// Keys and how often, from the first row on: "Down 20 Up 3".
+    /// Keys and their numbers of presses, starting on the first row: "Down 20 Up 3".
     const char* keys;
-    /// The row on which they end, from 0.
+    /// The index of the row that is focused at the end.
     int end;
 };
 
@@ -40,14 +40,16 @@ protected:
         for (int row = 0; row < count; ++row) {
             items += Id(row) + "\t" + Name(row) + "\n";
         }
-        // Into a file: nobody reads a pipe meanwhile, and a full one would stop the list.
+        // To a file, because the test does not read a pipe while it waits, and a full pipe would
+        // block the list.
         m_log = m_set.WriteFile("log", "");
         m_set.Show(items, {"sh", "-c", "APPLIST_LOG=debug exec \"$1\" 2>\"$0\"", m_log});
         ASSERT_TRUE(m_set.middleware().SeesSelected(Id(0), Name(0)));
         ASSERT_TRUE(m_set.WaitForWindow());
     }
 
-    /// All at once: the list is held until the last key lies in its queue. Returns their number.
+    /// Presses all keys while the list is stopped, so that it finds them all in its queue. Returns
+    /// their number.
     int Press(const std::string& keys) {
         int total = 0;
         m_set.application().Signal(SIGSTOP);
@@ -62,7 +64,7 @@ protected:
         return total;
     }
 
-    /// The selection that the middleware reads after so many moves.
+    /// True iff the middleware receives this many selection events and the last one names this row.
     testing::AssertionResult EndsOn(int row, int moves) {
         for (int move = 0; move + 1 < moves; ++move) {
             if (!m_set.middleware().Sees("event 2 ItemSelected")) {
@@ -76,7 +78,7 @@ protected:
         return testing::AssertionSuccess();
     }
 
-    /// The row that the screen shows as focused is the one that OK activates.
+    /// OK activates the row that the screen shows as focused.
     testing::AssertionResult Activates(int row) {
         m_set.screen().TypeKey("Return");
         m_set.application().WaitForExit();

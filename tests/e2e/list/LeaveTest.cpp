@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What the list does between the viewer's choice and its own end.
+// The list between the viewer's choice and its own end.
 #include <csignal>
 #include <memory>
 #include <string>
@@ -21,7 +21,7 @@ using testing::EndsWith;
 
 class LeavingTheScreen : public testing::Test {
 protected:
-    /// All keys reach the list before it handles the first one.
+    /// All keys are queued before the list handles the first one.
     void TypeAtOnce(const std::vector<std::string>& keys) {
         m_set.application().Signal(SIGSTOP);
         for (const std::string& key : keys) {
@@ -58,7 +58,8 @@ TEST_F(LeavingTheScreen, IgnoresKeysAfterTheChoice) {
     EXPECT_EQ(m_set.application().WaitForExit(), 0);
 }
 
-// Stopped as soon as its window is gone, the first list can only be one that has left the session.
+// The first list is stopped as soon as its window is gone, so by then it must have left the session
+// bus.
 TEST_F(LeavingTheScreen, MakesPlaceForANewList) {
     ASSERT_NO_FATAL_FAILURE(m_set.ShowThreeItems());
     m_set.screen().TypeKey("Escape");
@@ -73,7 +74,8 @@ TEST_F(LeavingTheScreen, MakesPlaceForANewList) {
     EXPECT_EQ(next->WaitForExit(), 0) << next->Errors();
 }
 
-// The list's clock runs slower, so that a busy machine cannot outlast the time that it keeps a key.
+// The list's clock runs slower, so that the time limit for holding a key cannot pass on a busy
+// machine.
 TEST_F(LeavingTheScreen, KeepsBothHalvesOfTheKeyThatChose) {
     const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
     ASSERT_NE(player, 0U);
@@ -83,7 +85,7 @@ TEST_F(LeavingTheScreen, KeepsBothHalvesOfTheKeyThatChose) {
     m_set.screen().PressKey("Return");
     ASSERT_TRUE(m_set.screen().WaitUntil([&] { return m_set.screen().FocusedWindow() == player; }));
     m_set.screen().ReleaseKey("Return");
-    // The list gives the keyboard back once it has handled the release.
+    // The list releases the keyboard once it has handled the key release.
     EXPECT_TRUE(m_set.screen().WaitUntil([&] {
         m_set.screen().TypeKey("x");
         return !m_set.screen().ReceivedKeys().empty();
@@ -91,7 +93,7 @@ TEST_F(LeavingTheScreen, KeepsBothHalvesOfTheKeyThatChose) {
     EXPECT_THAT(m_set.screen().ReceivedKeys(), Each(EndsWith(" x")));
 }
 
-// Keys that act when they are released leave nothing to keep.
+// For a key that acts on its release the list does not hold the keyboard.
 TEST_F(LeavingTheScreen, GivesTheKeyboardBackAtOnceWhenNoKeyIsDown) {
     const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
     ASSERT_NE(player, 0U);
@@ -107,7 +109,7 @@ TEST_F(LeavingTheScreen, GivesTheKeyboardBackAtOnceWhenNoKeyIsDown) {
     EXPECT_EQ(m_set.application().WaitForExit(), 0);
 }
 
-// The clock of the list runs a hundred times slower: a wait would take a minute.
+// The list's clock runs at a hundredth of the speed, so that a wait would take a minute.
 class LeavingSlowly : public LeavingTheScreen {
 protected:
     void SetUp() override {
@@ -118,7 +120,7 @@ protected:
     }
     void Terminate() const { kill(std::stoi(m_faketime->Output()), SIGTERM); }
 
-    /// Starts the list, waits for it and ends with its status.
+    /// Starts the list, waits for it and exits with its status.
     std::unique_ptr<ChildProcess> m_faketime;
 };
 

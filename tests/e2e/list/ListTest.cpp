@@ -1,7 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The built program and the built middleware on a real bus and a real screen, driven by real keys.
+// The built program and the simulated middleware on a real bus and a real screen, operated with
+// real keys.
 #include <csignal>
 #include <sstream>
 #include <string>
@@ -20,8 +21,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-// What stands on standard error, without the one line that a thread of the toolkit writes past
-// every log when a busy machine lets it oversleep.
+// The lines on standard error, without the one that a thread of the toolkit prints when it wakes up
+// late on a busy machine.
 std::vector<std::string> ErrorLines(const ChildProcess& process) {
     std::vector<std::string> kept;
     std::istringstream lines(process.Errors());
@@ -127,7 +128,7 @@ TEST_F(TheList, PrintsOnlyItsVersionOnANormalRun) {
     EXPECT_THAT(ErrorLines(m_set.application()), IsEmpty());
 }
 
-/// What a list goes through in which the toolkit could find something to complain about.
+/// Situations in which the toolkit might log errors.
 class ASilentList : public testing::Test {
 protected:
     void Show(int rows) {
@@ -146,8 +147,8 @@ protected:
         ASSERT_TRUE(m_set.WaitForFocusedRow());
         m_set.screen().TypeKey("Escape");
         ASSERT_EQ(m_set.application().WaitForExit(), 0);
-        // The program's own lines tell of the tool that made a call and went. Nobody else has a
-        // say.
+        // Only the program's own lines are allowed, about the tool that connected, called and
+        // disconnected.
         EXPECT_THAT(ErrorLines(m_set.application()),
                     Each(StartsWith("applist error: javamw-dbus-local.cpp: ")));
     }
@@ -256,7 +257,7 @@ TEST(ASet, ShowsTheListWhenStandardOutputHasNoReader) {
     EXPECT_EQ(application->WaitForExit(), 0);
 }
 
-// The clock of the application runs fifty times as fast; nobody presses a key.
+// The application's clock runs 50 times as fast, and the test presses no key.
 TEST(ASet, ClosesTheListWhenNobodyUsesIt) {
     Television set(ChildProcess::Environment{{"APPLIST_LOG", "debug"}});
     const auto application = set.StartApplication({"faketime", "-f", "+0 x50"});

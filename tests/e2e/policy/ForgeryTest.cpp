@@ -1,9 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The application, its middleware and a stranger, each run by a user of his own, on a bus with the
-// policy that is installed: what the stranger forges reaches nothing. On a bus that allows
-// everything the same forgeries do their damage, so that these tests can fail.
+// The application, its middleware and a stranger, each run as a separate user on a bus with the
+// installed policy. The stranger's forged messages must not reach the others. On a bus that allows
+// everything the same messages have an effect, which shows that these tests can fail.
 #include <algorithm>
 #include <csignal>
 #include <fstream>
@@ -24,7 +24,7 @@ const std::string INTERFACE = CHANNEL_INTERFACE;
 
 constexpr const char* THREE_ITEMS = "a\tAlpha\nb\tBravo\nc\tCharlie\n";
 
-/// A set whose programs belong to different users, with the list filled.
+/// A set whose programs run as different users, with the list filled.
 class Set {
 public:
     Set(PolicyBus::Daemon daemon, const std::string& rules, const std::string& policyFile)
@@ -44,19 +44,19 @@ public:
         int status;
         std::string output;
     };
-    /// Runs a program to its end.
+    /// Runs a program and returns its exit status and output.
     Result Run(const User& user, const std::vector<std::string>& argv) const {
         const auto process = m_bus.Start(user, argv, Environment());
         const int status = process->WaitForExit().value_or(-1);
         return {status, process->Output()};
     }
 
-    /// What the list holds, as the middleware reads it.
+    /// The list's items, as the middleware reads them.
     std::string List() const {
         return Run(MIDDLEWARE_USER, {"javamw-sim", "call", "GetAllItems"}).output;
     }
 
-    /// Ends the application. Every line that it has logged.
+    /// Ends the application and returns its whole log.
     const std::string& EndAndReadLog() {
         m_application->Signal(SIGTERM);
         EXPECT_EQ(m_application->WaitForExit(), 0);
@@ -67,7 +67,7 @@ public:
     XDisplay& screen() { return m_screen; }
     const PolicyBus& bus() const { return m_bus; }
 
-    /// The application's unique name, which everybody on a bus can find out.
+    /// The application's unique name, which any program on a bus can find out.
     std::string ApplicationName() const {
         const std::string& line = m_middleware->Output();
         return line.substr(line.find(':'), line.find('\n') - line.find(':'));
@@ -103,16 +103,17 @@ private:
     std::unique_ptr<ChildProcess> m_middleware;
 };
 
-// Of the theme: a row that can be activated.
+// The theme's colour of the focused row.
 constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
 
-/// Poses as a middleware: shakes hands, empties the list, signals to the application and to all.
+/// Acts as a middleware: completes the handshake, empties the list, and signals to the application
+/// and to all.
 class Forger {
 public:
     Forger(const Set& set, const User& user)
         : m_actor(set.bus(), user, Commands(set.ApplicationName())), m_lines(m_actor.Lines()) {}
 
-    /// How often the bus refused, of six names and calls.
+    /// The number of denials, out of six names and calls.
     long Denials() const {
         return std::count_if(m_lines.begin(), m_lines.end(), [](const std::string& line) {
             return line.find("Error.AccessDenied") != std::string::npos;
@@ -158,7 +159,8 @@ TEST_P(Forgery, OfAStrangerReachesNothing) {
     const Forger stranger(set, STRANGER);
     EXPECT_EQ(stranger.Denials(), 6);
     EXPECT_EQ(set.List(), THREE_ITEMS);
-    // The application never heard of him: he is in none of its lines.
+    // The application has not received anything from the stranger: its log does not contain the
+    // name.
     EXPECT_THAT(set.EndAndReadLog(), Not(HasSubstr(stranger.UniqueName())));
 }
 
@@ -194,7 +196,7 @@ TEST_P(Forgery, AStrangersSimulatorFindsNoApplication) {
     EXPECT_EQ(set.List(), THREE_ITEMS);
 }
 
-// The policy takes nothing from those whom it is for.
+// The policy does not restrict its own users.
 TEST_P(Forgery, IsKeptOutWhileTheViewerAndTheMiddlewareNoticeNothing) {
     Set set(GetParam(), PolicyBus::USUAL_RULES, BUS_POLICY);
     ASSERT_TRUE(set.screen().WaitUntil([&] {
@@ -207,7 +209,7 @@ TEST_P(Forgery, IsKeptOutWhileTheViewerAndTheMiddlewareNoticeNothing) {
     set.screen().TypeKey("Return");
     EXPECT_TRUE(set.middleware().WaitForText("event 3 ItemClicked"));
     EXPECT_EQ(set.application().WaitForExit(), 0);
-    // Nor does the application run into a denial of its own.
+    // The application's own messages are not denied either.
     EXPECT_THAT(set.application().Errors(), Not(HasSubstr("AccessDenied")));
 }
 

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The built application does what docs/protocol.md says, byte for byte.
+// The built application behaves as docs/protocol.md describes, byte for byte.
 #include <gmock/gmock.h>
 
 #include "e2e/protocol/WireSession.h"
@@ -19,7 +19,7 @@ TEST(TheApplication, DoesWhatTheProtocolsDocumentSays) {
     }
 }
 
-/// The session itself must notice what is wrong, or the test above would mean nothing.
+/// Shows that the session detects wrong examples, so that the test above can fail.
 class ASession : public testing::Test {
 protected:
     testing::AssertionResult Play(const std::string& lines) {

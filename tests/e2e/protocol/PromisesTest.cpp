@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What docs/protocol.md says about two middlewares, lost partners and the bus, which the examples
-// of one middleware cannot show.
+// Statements of docs/protocol.md about two middlewares, lost partners and the bus, which the
+// examples with one middleware cannot show.
 #include <csignal>
 
 #include <gio/gio.h>
@@ -27,7 +27,7 @@ const std::vector<char> GET_ALL_ITEMS = {'\xD2', 7, 0, 0};
 const std::vector<char> ADD_ONE_ITEM = {1, 0, 0, 0, 'A', 1, 0, 0, 0, 'a', '\xD5', 7, 0, 0};
 const std::vector<char> ONE_ITEM = {1, 0, 0, 0, 'A', 1, 0, 0, 0, 'a'};
 
-/// An application that a first middleware has heard of.
+/// An application to which a first middleware is connected.
 class TheProtocol : public testing::Test {
 protected:
     void SetUp() override {
@@ -51,7 +51,7 @@ protected:
     static bool Heard(const ScriptedPeer& middleware, const PeerEvent& event) {
         return testing::Matches(testing::Contains(event))(middleware.Events());
     }
-    /// Has the middleware read the list, behind all that it was sent before.
+    /// Makes the middleware read the list after all messages sent to it before.
     void ReadList(ScriptedPeer& middleware) {
         const size_t before = middleware.Traffic().size();
         middleware.Send(m_name, PATH, GET_ALL_ITEMS);

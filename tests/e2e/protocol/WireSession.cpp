@@ -13,7 +13,7 @@ using testing::AssertionFailure;
 using testing::AssertionResult;
 using testing::AssertionSuccess;
 
-// Written out once more, as in the document: what the product says is under test.
+// The names as in the document, not taken from the product, which is under test.
 const std::string BASE = "org.vantu.JavaMW.Applist";
 const std::string PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
 const std::string INTERFACE = "org.vantu.javamw.DbusCommunication";
@@ -23,7 +23,7 @@ std::string OptionOr(const WireStep& step, const char* name, const std::string& 
     return found != step.options.end() ? found->second : usual;
 }
 
-/// The caller's to unref. Null for arguments that are no GVariant.
+/// Returns a value that the caller must unref, or null if arguments is not a GVariant.
 GVariant* ArgumentsOf(const WireStep& step) {
     const auto text = step.options.find("arguments");
     if (text != step.options.end()) {
@@ -96,7 +96,7 @@ AssertionResult WireSession::PlayApplication(const std::string& what) {
     if (what == "starts") {
         m_application = m_set.StartApplication();
         m_applicationName.clear();
-        // The window comes after the announcement, so what follows finds the application there.
+        // The window opens after the announcement, so the application is ready for the next line.
         return Succeeds(m_set.WaitForWindow(), "the application shows no window");
     }
     const auto status = m_application ? m_application->WaitForExit() : std::nullopt;
@@ -148,7 +148,7 @@ AssertionResult WireSession::Hear(const PeerEvent& expected) {
     }
     const PeerEvent heard = events[m_heard++];
     PeerEvent wanted = expected;
-    // A new application is known by its first announcement.
+    // A first announcement means a new application.
     if (expected.kind == PeerEvent::ANNOUNCEMENT && m_applicationName.empty()) {
         m_applicationName = heard.sender;
         wanted.sender = heard.sender;
@@ -161,7 +161,7 @@ AssertionResult WireSession::HearsNoMore() {
     if (!m_middleware || !m_application || m_applicationName.empty()) {
         return AssertionSuccess();
     }
-    // A frame without an id asks for nothing. Its answer comes behind all that came before.
+    // A frame without an id has no effect. Its reply arrives after all earlier messages.
     WireStep fence;
     Send(fence);
     return Hear({PeerEvent::REPLY, "", "", {}});

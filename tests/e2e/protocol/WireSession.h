@@ -13,12 +13,12 @@
 
 namespace applist::test {
 
-/// A set on which examples are played, one after the other, as one session: the built application,
-/// and a middleware that does what the examples say and compares all that it hears, in its order.
+/// Plays examples in order as one session on a set with the built application. It acts as the
+/// middleware, and compares all messages that it receives, in order.
 class WireSession {
 public:
-    /// Plays one example. Fails at its first line that turns out otherwise, and on anything heard
-    /// that the example does not tell of.
+    /// Plays one example. Fails at the first line that does not match and on any message that the
+    /// example does not contain.
     testing::AssertionResult Play(const WireExample& example);
 
 private:
@@ -28,13 +28,13 @@ private:
     testing::AssertionResult PressKey(const std::string& key);
     testing::AssertionResult Send(const WireStep& step);
     testing::AssertionResult Hear(const PeerEvent& expected);
-    /// Nothing more has come than was told of, nor is on its way.
+    /// Expects that every message received was in an example and that no other is on its way.
     testing::AssertionResult HearsNoMore();
 
     Television m_set;
     std::unique_ptr<ChildProcess> m_application;
     std::unique_ptr<ScriptedPeer> m_middleware;
-    /// The unique name behind the application's last announcement.
+    /// The unique name of the application that announced itself last.
     std::string m_applicationName;
     size_t m_heard = 0;  ///< Of the middleware's events.
 };

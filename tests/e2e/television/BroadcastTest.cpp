@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The list and what runs on the screen besides: the broadcast behind it, other windows around it.
+// The list together with other content of the screen: the broadcast below it and other windows.
 #include "LoggedList.h"
 
 namespace applist::test {
@@ -14,7 +14,7 @@ class OverTheBroadcast : public LoggedList {
 protected:
     XDisplay& screen() { return m_set.screen(); }
     XlibWindow List() { return screen().WindowTitled(Television::LIST); }
-    /// Waits until the list is back, and finds its first row still selected.
+    /// Waits until the list is visible again, with its first row still selected.
     void ExpectFirstRowSelected() {
         ASSERT_TRUE(m_set.WaitForFocusedRow());
         screen().TypeKey("Return");
@@ -27,8 +27,7 @@ TEST_F(OverTheBroadcast, ThePictureOutsideThePanelIsTheBroadcastsToThePixel) {
     const Picture broadcast = screen().Grab();
     ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
     const Box panel = Difference(broadcast, screen().Grab());
-    // A twentieth of each edge is what a set may cut off; a dimmed broadcast would differ up to
-    // there.
+    // A set may cut off a twentieth at each edge; a dimmed broadcast would differ up to there.
     EXPECT_TRUE(SAFE_AREA.Contains(panel)) << panel;
     EXPECT_NEAR(panel.CentreX(), 1920 / 2, 1);
     EXPECT_NEAR(panel.CentreY(), 1080 / 2, 1);

@@ -11,10 +11,11 @@
 
 namespace applist::test {
 
-/// A set whose list tells in a file which row was activated; the middleware can no longer ask then.
+/// A set whose list writes the activated row to a file, because the middleware cannot ask after the
+/// list's end.
 class LoggedList : public testing::Test {
 protected:
-    /// The list with three items, on the screen and the first row selected.
+    /// Shows the list with three items, the first row selected.
     void ShowThreeItems() {
         m_log = m_set.WriteFile("log", "");
         m_set.Show("a\tAlpha\nb\tBravo\nc\tCharlie\n",
@@ -23,7 +24,7 @@ protected:
         ASSERT_TRUE(m_set.WaitForFocusedRow());
     }
 
-    /// Waits for the end of the list; true iff it came with the row of this name.
+    /// Waits for the end of the list; true iff the row of this name was activated.
     testing::AssertionResult Activated(const std::string& name) {
         m_set.application().WaitForExit();
         std::ifstream file(m_log);

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A remote control that points, an air mouse: it points at rows and clicks.
+// A remote control with a pointer, an air mouse: it points at rows and clicks.
 #include "LoggedList.h"
 
 namespace applist::test {

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What a viewer hears who cannot see the list. The test takes the reader's place, on the real
+// The list for viewers who use a screen reader. The test acts as the reader on the real
 // accessibility bus.
 #include <sstream>
 
@@ -48,9 +48,9 @@ protected:
         ASSERT_TRUE(m_set.middleware().SeesSelected("id1", Name(1)));
         ASSERT_TRUE(m_set.WaitForFocusedRow());
     }
-    /// The lines "role<TAB>name" of all that there is, once something has this name.
+    /// The lines "role<TAB>name" of all accessible objects, once one of them has this name.
     std::vector<std::string> HeardWith(const std::string& name) {
-        // Debian's own interpreter has the bindings; PATH may find another first.
+        // Debian's own interpreter, because another one in PATH may not have the bindings.
         Run({"/usr/bin/python3",
              std::string(std::getenv("APPLIST_SOURCE")) + "/tests/e2e/television/spoken-tree.py",
              name});

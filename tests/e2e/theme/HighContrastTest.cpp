@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The viewer's setting, and what it changes on the screen.
+// The viewer's high-contrast setting and its effect on the screen.
 #include <gtest/gtest.h>
 
 #include "support/Television.h"
@@ -12,7 +12,7 @@ namespace {
 constexpr const char* SETTING = "db/menu/accessibility/high-contrast";
 constexpr const char* ROWS = "a\tAlpha\nb\tBravo\n";
 
-// Of the high-contrast variant: the focused row's bar, and the panel.
+// Colours of the high-contrast variant: the focused row's bar, and the panel.
 constexpr uint32_t HIGH_CONTRAST_BAR = 0xFFE700;
 constexpr uint32_t HIGH_CONTRAST_PANEL = 0x000000;
 

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Screens of other sizes than the one that the list is drawn for.
+// Screens of other sizes than the list's design size.
 #include <gtest/gtest.h>
 
 #include "support/Television.h"
@@ -12,14 +12,14 @@ namespace {
 class AScreen : public testing::TestWithParam<Desktop> {
 protected:
     XDisplay& screen() { return set.screen(); }
-    /// A length on this screen as one on a screen 1080 high.
+    /// Converts a length on this screen to a screen 1080 pixels high.
     double Unscaled(int length) { return length * 1080.0 / screen().Area().height; }
 
     Television set{{}, GetParam()};
 };
 
 TEST_P(AScreen, ShowsThePanelInItsMiddleAtItsProportions) {
-    // A pixel of a small screen is one and a half of a full one.
+    // One pixel on a small screen is 1.5 pixels at the design size.
     constexpr int ROUNDING = 3;
     ASSERT_TRUE(screen().PaintGradient());
     const Picture broadcast = screen().Grab();
@@ -31,7 +31,7 @@ TEST_P(AScreen, ShowsThePanelInItsMiddleAtItsProportions) {
     EXPECT_NEAR(panel.CentreX(), screen().Area().CentreX(), 1);
     EXPECT_NEAR(panel.CentreY(), screen().Area().CentreY(), 1);
     const Box row = AreaOf(picture, Television::FOCUS_COLOUR);
-    // Its edges are blends of two colours.
+    // The edges are blends of two colours.
     EXPECT_NEAR(Unscaled(row.height), 72, 2 * ROUNDING);
     EXPECT_NEAR(Unscaled(row.width), 760, 2 * ROUNDING);
 }

@@ -27,7 +27,7 @@ std::string ModulePath() {
     return BuiltProgram("../lib/applist/visibility-checker.so");
 }
 
-/// The names that a program or module defines for others.
+/// The symbols that a program or module exports.
 std::set<std::string> ExportsOf(const std::string& path) {
     ChildProcess nm({"nm", "-D", "--defined-only", path});
     EXPECT_EQ(nm.WaitForExit(), 0) << nm.Errors();

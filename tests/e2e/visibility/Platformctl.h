@@ -18,7 +18,7 @@ inline const std::string DATA_SERVICE = "memory/tv-viewer/data_service";
 inline const std::string AUTOSTART = "memory/javamw/autostart-app";
 inline const std::string HIGH_CONTRAST = "db/menu/accessibility/high-contrast";
 
-/// A set of its own, and the tool that changes it as a process.
+/// A private set, and the tool that changes it as a child process.
 class Platformctl : public testing::Test {
 protected:
     using Arguments = std::vector<std::string>;

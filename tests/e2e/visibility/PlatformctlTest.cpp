@@ -140,7 +140,7 @@ TEST_F(Platformctl, UsesTheUsersFoldersWithoutARoot) {
     EXPECT_EQ(Run({"get", AUTORUN}).status, 1);
 }
 
-/// Starts write what they were started with into $STARTED.
+/// Started programs write their arguments to $STARTED.
 class LaunchingPlatformctl : public Platformctl {
 protected:
     LaunchingPlatformctl() {
@@ -148,11 +148,11 @@ protected:
                      "[Desktop Entry]\nType=Application\nName=App\nExec=" + Script() + "\n");
         m_root.Write("app", "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$STARTED\"\n");
         std::filesystem::permissions(Script(), std::filesystem::perms::owner_all);
-        // The reader of a pipe knows when the started program is done.
+        // The reader of a pipe sees its end when the started program has exited.
         mkfifo(m_root.Path("started").c_str(), 0600);
     }
     std::string Script() const { return m_root.Path("app"); }
-    /// No session bus: the port starts programs itself.
+    /// Without a session bus the port starts programs itself.
     ChildProcess::Environment Alone() const {
         return {{"DBUS_SESSION_BUS_ADDRESS", std::nullopt},
                 {"XDG_RUNTIME_DIR", m_root.Path("run")},

@@ -1,10 +1,10 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Sets of each region, from their stored settings to what stands on the screen: the list, or the
-// alert popup that says why there is none.
+// Sets of each region, from their stored settings to the screen: the list, or the alert popup with
+// the reason why there is no list.
 //
-// With APPLIST_PICTURES=FOLDER a run leaves a picture of each screen there.
+// With APPLIST_PICTURES=FOLDER the tests save a picture of each screen there.
 #include <cstdlib>
 #include <ostream>
 #include <string>
@@ -21,7 +21,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-// The badges of the two kinds of alert in the desktop's theme.
+// The badge colours of the two kinds of alert in the desktop's theme.
 constexpr uint32_t INFORM = 0x76B4FF;
 constexpr uint32_t WARN = 0xFFB040;
 
@@ -47,7 +47,7 @@ public:
                   0);
     }
 
-    /// The popup is up, of this kind and with this text; nothing else is.
+    /// True iff the popup of this kind with this text is the only window.
     void ExpectAlert(const std::string& type, const std::string& text) {
         ASSERT_TRUE(m_set.WaitForWindow(Television::ALERT_POPUP)) << Popup().Errors();
         EXPECT_TRUE(Popup().WaitForText("Showing as " + type + ": " + text + "\n"))
@@ -57,7 +57,7 @@ public:
         EXPECT_EQ(screen().WindowTitled(Television::LIST), 0U);
     }
 
-    /// What the viewer does with a popup.
+    /// The viewer's keys to close a popup.
     void CloseAlert() {
         screen().TypeKey("Return");
         EXPECT_TRUE(m_set.WaitForNoWindow(Television::ALERT_POPUP));
@@ -81,7 +81,7 @@ private:
     Television m_set;
 };
 
-/// The lines of the program that tell what it gave to the popup.
+/// The program's log lines about the popup's launch request.
 std::vector<std::string> ExtraDataOf(const std::string& log) {
     const std::string start = "Adding extra data: ";
     std::vector<std::string> lines;

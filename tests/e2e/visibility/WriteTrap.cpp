@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Preloaded into a writer, stops it at a chosen step of replacing a file:
+// Stops the writer into which it is preloaded at a chosen step of replacing a file:
 //   APPLIST_TRAP=write|fsync|rename|renamed   half of the data written; all of it; before the new
 //                                             file takes the old one's place; right after
 //   APPLIST_TRAP_DO=kill|wait                 die there, or say so and go on after SIGUSR1
@@ -58,7 +58,7 @@ void Reach(std::string_view step) {
     sigwait(&set, &number);
 }
 
-/// Before main, so that a go-ahead that comes early waits.
+/// Before main(), so that an early SIGUSR1 stays pending.
 __attribute__((constructor)) void HoldTheGoAhead() {
     const sigset_t set = TheGoAhead();
     sigprocmask(SIG_BLOCK, &set, nullptr);

@@ -28,7 +28,8 @@ protected:
         ASSERT_TRUE(set.middleware().SeesSelected("a", "Alpha"));
         ASSERT_TRUE(set.WaitForFocusMark());
     }
-    /// Another program's window, as large as the screen. It gets the keys; false if it is not seen.
+    /// Opens another program's full-screen window, which takes the keyboard focus; false if it does
+    /// not appear.
     bool OpenFullScreen() {
         terminal = std::make_unique<ChildProcess>(
             std::vector<std::string>{"weston-terminal", "--fullscreen", "--shell=/bin/cat"},
@@ -40,13 +41,13 @@ protected:
             screen().TypeKey(key);
         }
     }
-    /// What the list has logged so far.
+    /// The list's log so far.
     std::string Log() const {
         std::ifstream file(m_log);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    /// Waits for the end of the list; true iff it came with the row of this name, and the toolkit
-    /// had nothing to complain about.
+    /// Waits for the end of the list; true iff the row of this name was activated and the toolkit
+    /// logged no errors.
     testing::AssertionResult Activated(const std::string& name) {
         const bool ended = set.application().WaitForExit() == 0;
         for (const char* complaint : {"ERR<", "CRI<"}) {
@@ -195,7 +196,7 @@ TEST_P(OnAWaylandScreen, ThePanelKeepsItsProportions) {
     EXPECT_NEAR(panel.height / scale, 730, ROUNDING);
 }
 
-// From twice the size on, the toolkit's own frame around a window would be a row of pixels too low.
+// From a scale of 2 the toolkit's own frame around a window would be one row of pixels too low.
 INSTANTIATE_TEST_SUITE_P(Sizes, OnAWaylandScreen,
                          testing::Values(Size{1280, 720}, Size{3840, 2160}), [](const auto& size) {
                              return "Height" + std::to_string(size.param.height);

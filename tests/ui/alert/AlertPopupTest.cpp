@@ -41,7 +41,7 @@ protected:
     }
     void TearDown() override { popup.Terminate(); }
 
-    // What stands in a part of the panel, taken back from markup.
+    // The text of a part of the panel, decoded from markup.
     std::string Shown(const char* part) const {
         char* text = elm_entry_markup_to_utf8(elm_layout_text_get(popup.window()->panel(), part));
         std::string shown = text;

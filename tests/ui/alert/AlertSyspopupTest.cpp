@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The program on a screen, launched over a session bus as others launch it.
+// The program on a screen, launched over a session bus as other programs launch it.
 
 #include <filesystem>
 #include <memory>
@@ -25,7 +25,7 @@ using testing::HasSubstr;
 
 constexpr const char* ID = "org.vantu.alert-syspopup";
 constexpr const char* REFUSAL = "Launch request refused: its extra data does not contain \"text\"";
-// The badge of either kind.
+// The badge colour of each kind.
 constexpr uint32_t INFORM = 0x76B4FF;
 constexpr uint32_t WARN = 0xFFB040;
 
@@ -37,7 +37,7 @@ protected:
         m_bus = std::make_unique<SessionBus>(Environment());
     }
 
-    // A desktop whose only applications are those of the build.
+    // A desktop with only the build's applications.
     ChildProcess::Environment Environment() const {
         ChildProcess::Environment environment = screen.Environment();
         environment["HOME"] = m_home.path();
@@ -117,12 +117,12 @@ TEST_P(AlertKey, ClosesTheAlert) {
     ASSERT_TRUE(Shows(INFORM)) << bus().Errors();
     ASSERT_TRUE(GetsKeys());
     screen.TypeKey(GetParam().first);
-    // The alert would also go by itself.
+    // The alert must close because of the key, not after its time limit.
     EXPECT_TRUE(bus().WaitForText(std::string("Closed by the key ") + GetParam().second));
     EXPECT_TRUE(IsGone());
 }
 
-// Back, Exit and OK as a keyboard has them.
+// Back, Exit and OK by their names on a keyboard.
 INSTANTIATE_TEST_SUITE_P(Keys, AlertKey,
                          testing::Values(std::pair("Escape", "XF86Back"),
                                          std::pair("F10", "XF86Exit"),

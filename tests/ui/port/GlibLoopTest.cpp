@@ -14,11 +14,11 @@
 namespace applist::desktop {
 namespace {
 
-/// The toolkit's loop without the toolkit's screen.
+/// The toolkit's main loop without a screen.
 class GlibLoopTest : public testing::Test {
 protected:
     GlibLoopTest() {
-        // They look for a system bus, and complain where there is none.
+        // The toolkit's system modules look for a system bus and log an error if there is none.
         ecore_app_no_system_modules();
         ecore_init();
     }
@@ -44,7 +44,7 @@ TEST_F(GlibLoopTest, RunsTimeouts) {
     EXPECT_EQ(calls, 1);
 }
 
-/// Waits as the toolkit does, at most that long, for something or for nothing.
+/// Waits as the toolkit does, at most that long, with or without a descriptor that becomes ready.
 void Wait(GlibLoop& loop, timeval patience, bool forSomething) {
     int ends[2] = {-1, -1};
     ASSERT_EQ(pipe(ends), 0);
@@ -198,7 +198,7 @@ TEST_F(GlibLoopTest, SleepsWhileThereIsNothingToDo) {
     ecore_timer_add(0.5, QuitToolkit, &calls);
     ecore_main_loop_begin();
     ecore_idle_enterer_del(counter);
-    // One sleep until the timer; a few turns of start-up and end are allowed, not a poll.
+    // One sleep until the timer. A few turns at start and end are allowed, but not polling.
     EXPECT_LE(turns, 4);
 }
 
@@ -239,7 +239,7 @@ TEST_F(GlibLoopTest, GivesTheToolkitItsOwnWaitBackAtTheEnd) {
         EXPECT_NE(ecore_main_loop_select_func_get(), before);
     }
     EXPECT_EQ(ecore_main_loop_select_func_get(), before);
-    // The context is free again for whoever wants to run it.
+    // The context can be acquired again.
     EXPECT_TRUE(g_main_context_acquire(nullptr));
     g_main_context_release(nullptr);
 }

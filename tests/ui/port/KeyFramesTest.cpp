@@ -19,7 +19,7 @@ TEST(AKeysFrame, IsDrawnWithoutWaitingForATick) {
     SampleProcess sample({"--no-ticks"}, display.Environment());
     ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); }))
         << sample.Output() << sample.Errors();
-    // Down acts when it is pressed, Right when it is released.
+    // Down acts on the key press, Right on the release.
     for (const auto& [key, row] :
          {std::pair("Down", "focused 2"), std::pair("Right", "focused 3")}) {
         const Picture before = display.Grab();
@@ -29,7 +29,7 @@ TEST(AKeysFrame, IsDrawnWithoutWaitingForATick) {
     }
 }
 
-// What is taken from the kernel for that stays there when a program is killed.
+// Shared memory segments would remain in the kernel after the program is killed.
 TEST(AFrame, TakesNoSharedMemoryWithTheDisplay) {
     XDisplay display({"openbox", ""});
     SampleProcess sample({}, display.Environment());

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A small application on the port, with the kind of window the list has: transparent, full screen,
-// a popup with rows. It tells on standard output, line by line, what happens to it. Options:
+// A small application on the port with a window like the list's: transparent, full screen, a popup
+// with rows. It reports events on standard output, one per line. Options:
 //   --rows N          so many rows in the popup (default 3)
 //   --late-popup      the window is empty for its first frames
 //   --no-window       no window at all
@@ -103,7 +103,7 @@ Eina_Bool OnKeyDown(void*, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
-// Right moves the focus when it is released, as it does in the list.
+// Right moves the focus on the key release, as in the list.
 Eina_Bool OnKeyUp(void* data, int, void* event) {
     const auto* key = static_cast<Ecore_Event_Key*>(event);
     std::printf("key %s %s\n", key->key, key->keyname);
@@ -116,7 +116,8 @@ Eina_Bool OnKeyUp(void* data, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
-// The rows come when the window has the focus, as the list's come some time after its start.
+// The rows are added when the window has the focus, as the list's are added some time after its
+// start.
 void OnWindowFocused(void* data, Evas_Object* window, void*) {
     auto& sample = *static_cast<Sample*>(data);
     evas_object_smart_callback_del(window, "focus,in", OnWindowFocused);
@@ -191,7 +192,7 @@ void OnBusClosed(GDBusConnection*, gboolean, GError*, gpointer) {
     ecore_timer_add(0.1, OnLater, nullptr);
 }
 
-// The connection is the process' shared one, and lives as long.
+// This is the process' shared connection, which is never closed.
 void WatchBus() {
     g_signal_connect(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr), "closed",
                      G_CALLBACK(OnBusClosed), nullptr);
@@ -206,7 +207,7 @@ bool Create(void* data) {
     ecore_event_handler_add(ECORE_EVENT_KEY_DOWN, OnKeyDown, nullptr);
     ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKeyUp, &sample);
     if (sample.noTicks) {
-        // In front: keys that move the focus are not passed on.
+        // Prepended, because keys that move the focus are not passed on.
         ecore_event_handler_prepend(ECORE_EVENT_KEY_DOWN, StopTicks, nullptr);
     }
     if (sample.rawKeys) {

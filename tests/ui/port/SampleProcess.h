@@ -12,8 +12,8 @@
 
 namespace applist::test {
 
-/// The sample application as a second process, in a home of its own, and without any bus or screen
-/// that it was not given. Its program writes what happens to it; see SampleApp.cpp.
+/// The sample application as a child process with a temporary home. It has only the buses and
+/// screens in the environment that the test passes. SampleApp.cpp describes its output.
 class SampleProcess {
 public:
     explicit SampleProcess(const std::vector<std::string>& options,
@@ -25,14 +25,14 @@ public:
     const std::string& Errors() const { return m_process.Errors(); }
     bool WaitForText(const std::string& text) { return m_process.WaitForText(text); }
     std::optional<int> WaitForExit() { return m_process.WaitForExit(); }
-    /// Home, run-time folder and folder of temporary files, all in one.
+    /// The folder for home, run-time files and temporary files.
     const std::filesystem::path& Home() const { return m_home.path(); }
-    /// True iff the line has been written that often.
+    /// True iff the line has been written at least count times.
     bool WaitForLines(const std::string& line, int count) {
         return m_process.WaitUntil([&] { return Count(line) >= count; });
     }
     int Count(const std::string& line) const { return CountText("\n" + line + "\n"); }
-    /// Lines that start so.
+    /// The lines that start with this text.
     int CountStarting(const std::string& start) const { return CountText("\n" + start); }
 
 private:

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// How much of a name reaches the toolkit.
+// The part of a name that is passed to the toolkit.
 #include <gtest/gtest.h>
 
 #include "display/ShownText.h"

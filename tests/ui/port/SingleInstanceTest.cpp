@@ -19,7 +19,7 @@ ChildProcess::Environment SessionBus(const std::string& address) {
     return {{"DBUS_SESSION_BUS_ADDRESS", address}};
 }
 
-/// A bus that lets everybody in and never says a word.
+/// A bus that accepts connections and never answers.
 class SilentBus {
 public:
     SilentBus() : m_socket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The sample application on a real X server, with and without what a desktop has.
+// The sample application on a real X server, with and without a window manager and a compositor.
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
@@ -17,11 +17,11 @@
 namespace applist::test {
 namespace {
 
-// Of the theme: the bar of the focused row, and the panel.
+// Colours of the theme: the bar of the focused row, and the panel.
 constexpr uint32_t BAR = 0xFFD140;
 constexpr uint32_t PANEL = 0x12161C;
 
-/// The sample on a display of its own.
+/// The sample on a private display.
 class OnDisplay {
 public:
     explicit OnDisplay(const Desktop& desktop, const std::vector<std::string>& options = {})
@@ -39,7 +39,8 @@ public:
     SampleProcess sample;
 };
 
-// The toolkit's animator thread writes, past every log, when a busy machine lets it oversleep.
+// The toolkit's animator thread writes this line directly to standard error when it wakes up late
+// on a busy machine.
 std::string WithoutAnimatorLines(const std::string& errors) {
     std::istringstream lines(errors);
     std::string rest;
@@ -51,7 +52,7 @@ std::string WithoutAnimatorLines(const std::string& errors) {
     return rest;
 }
 
-// Processes that were started with this home, by what they are called.
+// The names of the processes that have this home in their environment.
 std::vector<std::string> ProcessesWithHome(const std::string& home) {
     std::vector<std::string> names;
     std::error_code gone;
@@ -102,7 +103,7 @@ TEST_P(Window, IsResumedOnceAndNotPausedWhileItIsShown) {
     OnDisplay on(GetParam());
     ASSERT_TRUE(on.WaitForPicture());
     ASSERT_TRUE(on.sample.WaitForLines("resume", 1));
-    // What the display did to the window at its start lies before these keys.
+    // The display's events from the window's start are handled before these keys.
     on.display.TypeKey("Down");
     ASSERT_TRUE(on.sample.WaitForLines("key Down Down", 1));
     on.sample.Process().Signal(SIGTERM);

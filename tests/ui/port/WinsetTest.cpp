@@ -18,7 +18,7 @@ protected:
 
     const std::vector<std::string>& Answers() const { return m_answers; }
 
-    /// A widget whose answers are kept.
+    /// A widget that records the messages it receives.
     Evas_Object* Widget(const char* style) {
         Evas_Object* layout = elm_layout_add(m_window);
         EXPECT_TRUE(elm_layout_theme_set(layout, "layout", "winset", style));

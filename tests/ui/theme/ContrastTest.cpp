@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Computed from what is drawn, not from what the theme says.
+// Computed from the drawn pixels, not from the theme's source.
 #include <algorithm>
 
 #include <gtest/gtest.h>
@@ -15,8 +15,8 @@ uint32_t MiddleOf(const Picture& picture, const Box& box) {
     return picture.At(box.x + box.width / 2, box.y + box.height / 2);
 }
 
-// The contrast of a text with the ground that it stands on: that of the strokes' cores, since
-// their edges are blends.
+// The contrast of a text with its background. Only the core of a stroke counts, because the edges
+// are blends.
 double TextContrast(const Picture& picture, const Box& text, uint32_t ground) {
     double best = 0;
     for (const uint32_t pixel : picture.Cut(text).pixels) {
@@ -53,7 +53,8 @@ TEST_P(TheContrast, OfTheTextsSuffices) {
 TEST_P(TheContrast, OfTheFocusDoesNotRestOnColour) {
     const Evas_Object* focused = list.row("Second");
     const Evas_Object* other = list.row("First");
-    // A bar of another brightness, a marker in it, and a text that has moved.
+    // The focused row differs by the brightness of its bar, by the marker and by the text's
+    // position.
     EXPECT_GE(Contrast(Bar(), panel), 7.0);
     EXPECT_GE(Contrast(MiddleOf(picture, BoxOf(focused, "marker")), Bar()), 7.0);
     EXPECT_EQ(MiddleOf(picture, BoxOf(other, "marker")), panel);

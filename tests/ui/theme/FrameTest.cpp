@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The list around its rows: empty, filled, scrolled, mirrored.
+// The list's panel around its rows: empty, filled, scrolled, mirrored.
 #include <Edje.h>
 #include <algorithm>
 

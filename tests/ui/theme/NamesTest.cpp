@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Names come from the broadcast: whatever is in them is shown, and does nothing.
+// Names from the broadcast may contain anything. It must be shown literally, without any effect.
 #include <Edje.h>
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ Picture PictureOf(const ThemedList& list, const std::string& name) {
 
 class AHostileName : public testing::TestWithParam<const char*> {};
 
-// That it stays in its line is what makes it harmless; the toolkit's complaints fail the test.
+// Expects each text on a single line. Errors that the toolkit logs also fail the test.
 TEST_P(AHostileName, IsShownLetterByLetterInOneLine) {
     ThemedList list;
     list.Show({"Plain", GetParam(), "Last"}, 2);
@@ -72,7 +72,7 @@ TEST(AName, ReordersNeitherItsNeighboursNorTheTitle) {
 
 class AScript : public testing::TestWithParam<const char*> {};
 
-// A letter that no font has is drawn as the replacement character.
+// A letter missing from all fonts is drawn as the replacement character.
 TEST_P(AScript, HasAFont) {
     const std::string name = GetParam();
     std::string replaced;
@@ -109,7 +109,7 @@ TEST(ARightToLeftName, StandsAtItsSide) {
 class ANameAgainstTheListsDirection : public testing::TestWithParam<bool> {
 protected:
     bool mirrored() const { return GetParam(); }
-    /// How far the name begins from the side of the row at which it is read.
+    /// The distance of the name from the side of the row at which reading starts.
     int Inset(const Evas_Object* row) const {
         const Box text = TextBoxOf(row, "name");
         return mirrored() ? text.x - BoxOf(row).x : BoxOf(row).Right() - text.Right();

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Every state against the picture of it that docs/theme.md shows. scripts/pictures makes them anew.
+// Compares every state with its picture in docs/theme.md. scripts/pictures creates the pictures.
 #include <Edje.h>
 #include <algorithm>
 #include <cstdlib>
@@ -18,13 +18,13 @@ namespace {
 using desktop::Alert;
 using desktop::AlertWindow;
 
-// Half a television's size: small files, and still every part.
+// Half the size of a television's screen keeps the files small and all parts visible.
 constexpr int HEIGHT = 540;
 
-// The fonts are those of one release, and so are the pixels, but for the last bits of blends that
-// differ with the processor's instructions, and edges of letters that an update of the font engine
-// may move: a channel may differ by a tenth, and in a few pixels by anything. The smallest thing
-// that matters, the focused row's marker, has twice as many.
+// The fonts belong to one release, and so do the pixels, with two exceptions: the last bits of
+// blends depend on the processor's instructions, and an update of the font engine may move edges of
+// letters. So a channel may differ by a tenth, and a few pixels may differ by any amount. The
+// smallest part that matters, the focused row's marker, has twice that many pixels.
 constexpr int CHANNEL_TOLERANCE = 24;
 constexpr int PIXEL_TOLERANCE = 40;
 
@@ -147,14 +147,14 @@ INSTANTIATE_TEST_SUITE_P(
                                Alert::Kind::UNAVAILABLE}),
     [](const auto& state) { return std::string(state.param.name); });
 
-/// The stored picture of rows, and the same rows with something of the focused one taken away.
+/// Compares the stored picture of rows with the same rows after removing a part of the focused row.
 class AStoredPicture : public testing::Test {
 protected:
     AStoredPicture() {
         ShowRows(list);
         row = list.row(FEW_ROWS[1]);
     }
-    // The toolkit lends its part to look at.
+    // The toolkit returns a const object, but it may be hidden.
     void Hide(const char* part) {
         evas_object_hide(const_cast<Evas_Object*>(edje_object_part_object_get(row, part)));
     }

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What a viewer three metres away needs, on each of the screens that there are.
+// Sizes that a viewer at a distance of three metres needs, on each supported screen.
 #include <Edje.h>
 #include <algorithm>
 #include <cmath>
@@ -21,7 +21,7 @@ struct Screen {
     int height;
 };
 
-/// The size of a text part's letters on the screen, in pixels.
+/// The height of a text part's letters on the screen, in pixels.
 double LetterSize(const Evas_Object* object, const char* part) {
     const Evas_Object* text = edje_object_part_object_get(object, part);
     int size = 0;
@@ -29,7 +29,7 @@ double LetterSize(const Evas_Object* object, const char* part) {
     return size * evas_object_scale_get(text);
 }
 
-/// A colour that is scaled loses a step of 255 here and there.
+/// Scaling changes a colour by a step of 255 in places.
 bool AreAlike(uint32_t one, uint32_t other) {
     for (const int shift : {0, 8, 16, 24}) {
         const auto channel = [&](uint32_t colour) {
@@ -78,11 +78,11 @@ TEST_P(Sizes, CutNothing) {
 
 TEST_P(Sizes, KeepTheProportionsOfAScreen1080High) {
     const auto expected = [this](const Box& box) {
-        // The window's middle counts, since the panel stands there.
+        // Only the sizes are scaled; the tests do not compare positions.
         return Box{box.x, box.y, static_cast<int>(std::lround(box.width / Scale())),
                    static_cast<int>(std::lround(box.height / Scale()))};
     };
-    // A pixel of a small screen is one and a half of this one.
+    // One pixel on the smallest screen is 1.5 pixels at this size.
     constexpr int ROUNDING = 3;
     const Box panel = expected(BoxOf(list.panel()));
     EXPECT_NEAR(panel.width, 816, ROUNDING);
@@ -100,7 +100,7 @@ TEST_P(Sizes, HoldEightRowsWithoutAScrollBar) {
     EXPECT_TRUE(BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(list.row("Row 8"))));
 }
 
-// What is drawn in pieces, edges and a middle, must not show it.
+// The pieces of an image, edges and middle, must meet without a visible seam.
 TEST_P(Sizes, LeaveNoSeamInTheFocusBarNorInThePanel) {
     const Picture picture = Draw(list.window());
     const auto isEven = [&](int x, int y, int right, int bottom) {

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Names that are too long for their row.
+// Names that are too long for their rows.
 #include <Edje.h>
 
 #include <gtest/gtest.h>
@@ -14,9 +14,9 @@ namespace {
 const std::string LONG = "A name that is far too long to fit into one row of this list";
 const std::string LONG_HEBREW =
     "שם ארוך מאוד של יישום שאינו יכול להיכנס לשורה אחת ברשימה הזאת בשום אופן";
-// A second, and what a busy machine takes.
+// One second plus a margin for a busy machine.
 constexpr double PATIENCE_SECONDS = 20.0;
-// Longer than it takes to begin to slide.
+// Longer than the delay before sliding starts.
 constexpr double LONG_ENOUGH = 1.5;
 
 bool IsVisible(const Evas_Object* row, const char* part) {
@@ -67,7 +67,7 @@ TEST_F(ALongName, FadesOutAtBothEndsOfItsRoomWhileItSlides) {
     const Box room = BoxOf(row, "room");
     EXPECT_EQ(sight.x, room.x - 16);
     EXPECT_EQ(sight.Right(), room.Right() + 16);
-    // The column of pixels at the very end shows the bar and no letter.
+    // The last column of pixels shows the bar and no letter.
     ASSERT_TRUE(HeadlessToolkit::RunUntil([&] { return BoxOf(row, "slider").x < sight.x - 100; }));
     const Picture picture = Draw(list.window());
     const Box bar = BoxOf(row, "bar");
@@ -78,7 +78,7 @@ TEST_F(ALongName, FadesOutAtBothEndsOfItsRoomWhileItSlides) {
     EXPECT_FALSE(IsVisible(row, "slider_ends"));
 }
 
-// At a row's height in a second, a ninth of this name would take a minute.
+// At a speed of one row height per second, a ninth of this name would take a minute.
 TEST_F(ALongName, SlidesFasterTheLongerItIs) {
     std::string name;
     for (int word = 0; word < 300; ++word) {
@@ -103,7 +103,7 @@ TEST_F(ALongName, StandsStillOnceTheFocusHasLeft) {
     EXPECT_EQ(StateOf(row, "name"), "default");
 }
 
-/// How often the canvas is drawn.
+/// Counts how many times the canvas is drawn.
 class Frames {
 public:
     explicit Frames(const Evas_Object* window) : m_canvas(evas_object_evas_get(window)) {
@@ -126,7 +126,7 @@ private:
     int m_count = 0;
 };
 
-// Each turn of an animation is a turn of the loop.
+// Each step of an animation takes a turn of the loop.
 int TurnsWhileNothingHappens() {
     int turns = 0;
     HeadlessToolkit::RunUntil(
@@ -138,8 +138,8 @@ int TurnsWhileNothingHappens() {
     return turns;
 }
 
-// At sixty frames a second it would be ninety of each. What the list does when it is emptied, and
-// what the test itself does, takes some.
+// At 60 frames per second there would be 90 of each. Emptying the list and the test itself cause a
+// few.
 constexpr int FEW = 45;
 
 TEST_F(ALongName, CostsNothingWhereItFits) {

@@ -12,7 +12,7 @@
 namespace applist::test {
 namespace {
 
-// Eased in to its end, or out: the mark's opacity.
+// The mark's opacity at the end of fading in or out.
 int MarkOf(const Evas_Object* row) {
     int opacity = 0;
     evas_object_color_get(edje_object_part_object_get(row, "bar"), nullptr, nullptr, nullptr,

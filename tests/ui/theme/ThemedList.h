@@ -17,17 +17,17 @@
 namespace applist::test {
 
 enum class Variant { STANDARD, HIGH_CONTRAST };
-/// The compiled theme.
+/// The path of the compiled theme.
 std::filesystem::path ThemeFile(Variant variant);
 
-/// How something is to be shown.
+/// A way to show the list.
 struct Look {
     Variant variant = Variant::STANDARD;
-    /// Of the screen, whose width follows.
+    /// The screen's height in pixels; its width follows from it.
     int height = 1080;
     bool rightToLeft = false;
 };
-/// Makes the toolkit, which must have the theme, draw that way, as the desktop's port does.
+/// Makes the toolkit, which must have loaded the theme, draw that way, as the desktop's port does.
 void Apply(const Look& look);
 
 /// The real list in the desktop's theme, drawn into memory and filled by the test.
@@ -35,25 +35,26 @@ class ThemedList {
 public:
     explicit ThemedList(const Look& look = {});
 
-    /// Shows rows with these names and waits until the focus mark of one of them stands still.
+    /// Shows rows with these names and waits until the focus mark on one of them has stopped
+    /// moving.
     void Show(const std::vector<std::string>& names, size_t focused = 0);
-    /// Moves the focus, and waits in the same way.
+    /// Moves the focus and waits until the mark has stopped moving.
     void Focus(size_t row);
     /// Empties the list.
     void Clear();
-    /// Waits until the focused name slides, or until this many seconds are over.
+    /// Waits until the focused name slides; false if it does not within this many seconds.
     bool WaitForSlide(double seconds) const;
-    /// Runs for this time: for what must not happen in it.
+    /// Runs the main loop for this time, to show that something does not happen.
     static void Pass(double seconds);
 
     Evas_Object* window() const;
-    /// The one panel, popup and list.
+    /// The list's panel, popup and list widget.
     Evas_Object* panel() const { return Only(PANEL_GROUP); }
     Evas_Object* popup() const { return Only(POPUP_GROUP); }
     Evas_Object* list() const { return Only(LIST_GROUP); }
-    /// The rows of which something can be seen, from the top of the screen.
+    /// The rows that are at least partly visible, from the top of the screen.
     std::vector<Evas_Object*> rows() const;
-    /// The one of them that shows this name, or null.
+    /// The visible row with this name, or null.
     Evas_Object* row(const std::string& name) const;
     HeadlessToolkit& toolkit() { return m_toolkit; }
 

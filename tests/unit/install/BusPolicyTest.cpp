@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What of the buses' files goes to a set.
+// The bus files that are installed on a set.
 #include <gmock/gmock.h>
 
 #include "unit/install/InstalledData.h"
@@ -19,7 +19,7 @@ TEST_F(InstalledBusPolicy, StandsWhereTheSystemBusLooksAndNamesBothUsers) {
     EXPECT_THAT(policy, HasSubstr("<policy user=\"" APPLIST_MIDDLEWARE_USER "\">"));
 }
 
-// Theirs are buses on which everybody may do everything.
+// The policy files of a developer's buses, which allow everything.
 TEST_F(InstalledBusPolicy, IsNotThatOfADeveloper) {
     EXPECT_THAT(FilesNamed("developer"), testing::IsEmpty());
     EXPECT_THAT(FilesNamed("org.vantu.applist.conf"),

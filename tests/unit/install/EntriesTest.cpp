@@ -1,7 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What a desktop reads to start the programs, under another prefix than the configured one.
+// The desktop entries and services of the programs, installed with a prefix other than the
+// configured one.
 #include <string>
 #include <utility>
 

@@ -11,15 +11,15 @@
 
 namespace applist::test {
 
-/// What `cmake --install` puts of the folder data/ on a set with the prefix /usr.
+/// Runs `cmake --install` for the folder data/ with the prefix /usr.
 class InstalledData : public testing::Test {
 protected:
     void SetUp() override;
-    /// The installed paths with part in their file names, sorted.
+    /// The sorted installed paths whose file names contain part.
     std::vector<std::string> FilesNamed(const std::string& part) const;
-    /// The content of the file with this installed path; empty when there is none.
+    /// The content of the file with this installed path; empty if the file does not exist.
     std::string Content(const std::string& path) const;
-    /// A folder to write to.
+    /// A temporary folder for the test's files.
     std::string Scratch() const { return m_scratch.path(); }
 
 private:

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What systemd thinks of the unit that is given as an example. scripts/try-unit starts it.
+// Checks the example unit with systemd's own tools. scripts/try-unit starts it.
 #include <fstream>
 #include <optional>
 
@@ -24,7 +24,7 @@ protected:
         ASSERT_THAT(m_unit, HasSubstr("\n[Service]\n")) << UNIT;
     }
     const std::string& unit() const { return m_unit; }
-    /// The name of a file with the unit, after one change to it.
+    /// Writes the unit with one text replaced and returns the file's name.
     std::string Write(const std::string& what, const std::string& by) const {
         std::string unit = m_unit;
         const size_t found = unit.find(what);
@@ -33,13 +33,13 @@ protected:
         std::ofstream(Scratch() + "/applist.service") << unit;
         return Scratch() + "/applist.service";
     }
-    /// Its verdict on the unit: whether its exposure is 1.5 or less.
+    /// The exit status of systemd's rating: 0 for an exposure of 1.5 or less, else 1.
     static std::optional<int> Judge(const std::string& file) {
         ChildProcess analyze(
             {"systemd-analyze", "security", "--offline=yes", "--threshold=15", "--no-pager", file});
         return analyze.WaitForExit();
     }
-    /// What it has to complain of in the unit, where the program is there to be started.
+    /// The errors that systemd reports for the unit when the program exists.
     static std::string Complaints(const std::string& file) {
         ChildProcess analyze({"systemd-analyze", "verify", "--man=no", file});
         EXPECT_TRUE(analyze.WaitForExit().has_value());
@@ -54,7 +54,7 @@ private:
 
 TEST_F(UnitFile, IsExposedByOnePointFiveAtMost) {
     EXPECT_EQ(Judge(Write("", "")), 0);
-    // The measure is one that a careless change fails.
+    // A single weakened setting must fail the check.
     EXPECT_EQ(Judge(Write("CapabilityBoundingSet=\n", "")), 1);
 }
 

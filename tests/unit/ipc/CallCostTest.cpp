@@ -1,8 +1,9 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What a call can make the program allocate: in proportion to what came, never to what it claims.
-// Without a log that keeps lines, whose memory would count, too.
+// The memory that a call can make the program allocate must be proportional to the bytes received,
+// not to the lengths in them. Linked with a log that does not store lines, because their memory
+// would count, too.
 #include <string>
 #include <vector>
 
@@ -23,7 +24,7 @@ constexpr size_t MIB = KIB * KIB;
 constexpr unsigned long LENGTHS[] = {0UL,        1UL,          8UL,          28UL,        4096UL,
                                      0x100000UL, 0x7FFFFFFFUL, 0x80000000UL, 0xFFFFFFFFUL};
 
-/// The whole frame of a call, as the transport hands it on.
+/// The whole frame of a call, as the transport passes it.
 std::vector<char> Frame(const std::string& payload, int function) {
     return Bytes(payload + Length(static_cast<unsigned long>(function)));
 }
@@ -36,7 +37,7 @@ protected:
     LocalAppListModel m_local{&m_model};
 };
 
-/// All that one call of 40 bytes to an empty list takes, given back or not.
+/// The sum of all allocations of one 40-byte call to an empty list, including freed ones.
 size_t CostOf(std::string payload, int function) {
     payload.resize(SHORT_CALL - 4);
     std::vector<char> frame = Frame(payload, function);
@@ -61,7 +62,7 @@ TEST(AShortCall, TakesUnderFourKibibytesWhateverItClaims) {
     }
 }
 
-// The most items for the bytes: no name, no id.
+// Items without name and id give the most items for the bytes.
 TEST_F(ACall, OfSixteenMebibytesOfTheSmallestItemsTakesLessThanTwentyTimesThat) {
     std::vector<char> frame = Frame(std::string(16 * MIB, '\0'), 2004);
     const AllocationMeter meter;
@@ -76,7 +77,7 @@ TEST_F(ACall, ThatEmptiesTheListGivesAllOfItBack) {
     Deliver(Frame(std::string(MIB, '\0'), 2004));
     const size_t full = meter.Held();
     Deliver(Frame("", 2003));
-    // The emptied tables stay, for the next items.
+    // The emptied hash tables are kept for the next items.
     EXPECT_LT(meter.Held(), full / 3);
 }
 

@@ -38,7 +38,7 @@ public:
 using Adapter = IPCApplist<JavaMWDbusLocal, Handler>;
 static_assert(std::is_convertible_v<Adapter*, JavaMWDbusLocal*>);
 
-/// An adapter driven through the transport's hooks, as the bus would.
+/// An adapter driven through the transport's hooks, as by the bus.
 class IPCApplistAdapter : public testing::Test {
 protected:
     IPCApplistAdapter() { ClearLog(); }

@@ -16,7 +16,7 @@
 namespace applist::test {
 namespace {
 
-/// A stream buffer that cannot seek and gives its bytes a few at a time, as a pipe would.
+/// A stream buffer without seeking that returns its bytes a few at a time, like a pipe.
 class PipeBuffer : public std::streambuf {
 public:
     explicit PipeBuffer(std::string bytes) : m_bytes(std::move(bytes)) {}
@@ -38,7 +38,7 @@ private:
     size_t m_given = 0;
 };
 
-/// A stream buffer that breaks when it is read.
+/// A stream buffer that fails when read.
 class BrokenBuffer : public std::streambuf {
 protected:
     int_type underflow() override { throw 1; }

@@ -12,7 +12,7 @@ using testing::IsEmpty;
 namespace applist::test {
 namespace {
 
-/// The local side of the model, over one that notes what reaches it.
+/// The local side of the model, over a model that records the calls.
 class LocalAppListModelOperations : public testing::Test {
 protected:
     LocalAppListModelOperations() {

@@ -100,7 +100,7 @@ TEST_F(RemoteAddItemAtEnd, OfAListedIdSelectsTheDuplicateWhenNothingIsSelected) 
                 ElementsAre(Debug("Remote call: AddItemAtEnd"),
                             Debug("There is not selected item. Make newly added Item selected"),
                             SelectionLine(), SelectionSent(), Event("view selected [a b c] ~b")));
-    // It is kept for as long as it may be asked for.
+    // The duplicate is kept until its id is removed.
     EXPECT_EQ(Call(GET_SELECTION), ItemBytes("Again", "b"));
 }
 

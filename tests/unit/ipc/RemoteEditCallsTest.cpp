@@ -12,7 +12,7 @@ using testing::IsEmpty;
 namespace applist::test {
 namespace {
 
-/// Notes which of the items now listed are deleted, as "deleted ID", while it lives.
+/// Notes the deletion of each item that is listed at its construction, as "deleted ID".
 class ItemMourner {
 public:
     explicit ItemMourner(AppListModel& model) {
@@ -221,7 +221,7 @@ TEST_F(RemoteModifyItem, IgnoresSurplusBytes) {
     EXPECT_EQ(Call(GET_ALL_ITEMS), ItemBytes("Delta", "d") + B + C);
 }
 
-/// Holds on to an item and reads it during each event, as a row on the screen does.
+/// Keeps an item and reads it during each event, as a row on the screen does.
 class RowOf : public ItemSelectionListener, public ItemChangeListener {
 public:
     explicit RowOf(AppListItem* item) : m_item(item) {}

@@ -28,7 +28,7 @@ enum FunctionId {
     MODIFY_ITEM = 2008,
 };
 
-/// The remote protocol over the real list, with a view that listens like the screen does.
+/// The remote protocol over the real list, with a view that listens as the screen does.
 class RemoteFixture : public testing::Test {
 protected:
     RemoteFixture() {
@@ -38,12 +38,12 @@ protected:
         ClearLog();
     }
 
-    /// One call of the middleware; returns the response's bytes.
+    /// Makes one call as the middleware; returns the response's bytes.
     std::string Call(int functionId, const std::string& payload = "") {
         return Text(local->OnMessageReceive(functionId, Bytes(payload)));
     }
 
-    /// Lists the items a, b and c as the middleware would, and forgets what that wrote.
+    /// Lists the items a, b and c as the middleware, and clears the log.
     void FillWithThree() {
         Call(ADD_ITEMS, A + B + C);
         Forget();
@@ -56,7 +56,8 @@ protected:
 
     AppListItem* Listed(size_t position) { return model.GetAllItems().at(position); }
 
-    // What each model event writes: the line, the notification, and then the view's turn.
+    // The expected lines of each model event: the log line and the notification. The view's line
+    // follows them.
     static LogLine ChangeLine() { return Debug("Sending Item Change Event to remote object"); }
     static LogLine ChangeSent() { return Event("notify all: 01 00 00 00"); }
     static LogLine SelectionLine() {
@@ -67,7 +68,7 @@ protected:
     const std::string A = ItemBytes("Alpha", "a");
     const std::string B = ItemBytes("Beta", "b");
     const std::string C = ItemBytes("Gamma", "c");
-    /// Cut off within its id.
+    /// An item truncated within its id.
     const std::string DAMAGED = ItemBytes("Alpha", "a").substr(0, 12);
 
     RecordingListener view{"view"};

@@ -39,7 +39,7 @@ TEST_F(RemoteGetSelection, KeepsZerosThatTheLogCutsOff) {
                                          "uniqueId: ")));
 }
 
-/// The remote protocol over a model that does as it is told.
+/// The remote protocol over a model whose answers the test sets.
 class RemoteReadOfAnyModel : public testing::Test {
 protected:
     RemoteReadOfAnyModel() { ClearLog(); }

@@ -7,7 +7,7 @@
 
 namespace applist::test {
 
-/// A length field written by hand, so that tests do not lean on the code that they check.
+/// Encodes a length field independently of the code under test.
 inline std::string Length(unsigned long value) {
     std::string bytes;
     for (int i = 0; i < 4; ++i) {

@@ -30,8 +30,8 @@
 namespace applist::test {
 namespace {
 
-/// The position of a virtual function in the table of its class. The pointer to such a function
-/// holds the function's offset there; on some machines its lowest bit says that it is virtual.
+/// The index of a virtual function in its class' table. The pointer to such a function contains the
+/// function's offset there; on some machines the lowest bit marks it as virtual.
 template <typename Function>
 size_t SlotOf(Function function) {
     size_t offset = 0;
@@ -40,7 +40,7 @@ size_t SlotOf(Function function) {
     return offset / sizeof(void*);
 }
 
-/// Expects the functions in the slots from the given one on.
+/// Expects the functions in consecutive slots, starting at the given one.
 template <typename... Functions>
 void ExpectSlotsFrom(size_t first, Functions... functions) {
     std::vector<size_t> expected(sizeof...(functions));
@@ -126,7 +126,7 @@ TEST(BaseClasses, FollowEachOther) {
     EXPECT_EQ((OffsetOfBase<RemoteAppListItem, AppListItem>()), 0);
 }
 
-// Other tests use the names.
+// Other tests use these constants by name, so only this test checks their values.
 TEST(PlatformNumbers, AreThoseOfTheSet) {
     EXPECT_EQ(PLATFORM_LOG_DEBUG, 3);
     EXPECT_EQ(PLATFORM_LOG_INFO, 4);

@@ -62,7 +62,7 @@ TEST_F(AppListFacade, LeavesEverybodyAloneAtItsEnd) {
     ClearLog();
     list.reset();
     EXPECT_THAT(Log(), IsEmpty());
-    // All three still answer.
+    // All three objects still exist.
     renderer.SetModel(nullptr);
     control.SetModel(nullptr);
     model.RemoveAllItems();

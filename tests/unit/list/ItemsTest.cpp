@@ -67,7 +67,7 @@ TEST(ApplistItemComparator, ComparesByteForByte) {
     EXPECT_TRUE(Match("", ""));
 }
 
-/// An item that counts how often it is asked for its id.
+/// An item that counts the calls for its id.
 class CountingItem : public AppListItem {
 public:
     CountingItem(std::string id, int& calls) : m_id(std::move(id)), m_calls(calls) {}

@@ -13,7 +13,7 @@
 
 namespace applist::test {
 
-/// A change listener that selects an item, or nothing where that is null.
+/// A change listener that selects an item, or clears the selection if the item is null.
 class Selecting : public ItemChangeListener {
 public:
     explicit Selecting(AppListItem* item) : m_item(item) {}
@@ -23,7 +23,7 @@ private:
     AppListItem* m_item;
 };
 
-/// A model with one listener, and items to put into it.
+/// A model with one listener, and items for it.
 class ModelFixture : public testing::Test {
 protected:
     ModelFixture() {
@@ -31,7 +31,7 @@ protected:
         ClearLog();
     }
 
-    /// Lists the items with the selection given, null for none, and forgets what that wrote.
+    /// Lists the items, selects the given one (null clears the selection) and clears the log.
     void Fill(const std::vector<AppListItem*>& items, AppListItem* selection) {
         model.AddItems(items);
         model.SetSelection(selection);

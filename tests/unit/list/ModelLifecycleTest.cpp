@@ -29,7 +29,7 @@ TEST_F(DefaultAppListModelLifecycle, HandsOutACopyOfItsList) {
     EXPECT_EQ(model.GetItemsCount(), 2);
 }
 
-/// An item that notes its end.
+/// An item that notes its destruction.
 class MortalItem : public DefaultAppListItem {
 public:
     using DefaultAppListItem::DefaultAppListItem;

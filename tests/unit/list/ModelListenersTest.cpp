@@ -11,7 +11,7 @@ using testing::IsEmpty;
 namespace applist::test {
 namespace {
 
-/// An address as the log shows it, given the interface that the model sees.
+/// The address of the listener's interface as the log shows it.
 template <typename Interface>
 std::string Address(Interface* listener) {
     return std::to_string(static_cast<int>(reinterpret_cast<std::intptr_t>(listener)));

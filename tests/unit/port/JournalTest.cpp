@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Lines on their way to a journal: sockets where programs look for it, in a /run that only this
-// process sees.
+// Lines written to a journal: the test creates the journal's sockets at their usual paths in a /run
+// that only this process sees.
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
@@ -42,7 +42,7 @@ bool At(const std::string& name, Function* function, int socket) {
     return function(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
-/// A field as the journal's protocol has those of any bytes: the length stands before the value.
+/// A field in the journal's binary form: name, length, value.
 std::string Field(const std::string& name, const std::string& value) {
     std::string length(sizeof(uint64_t), '\0');
     length[0] = static_cast<char>(value.size());
@@ -66,7 +66,7 @@ protected:
         close(m_streams);
     }
 
-    /// Standard error as the journal gives it to the programs of a service.
+    /// Connects standard error as the journal does for the programs of a service.
     static void ConnectStandardError() {
         const int stream = socket(AF_UNIX, SOCK_STREAM, 0);
         ASSERT_TRUE(At("stdout", connect, stream));
@@ -74,7 +74,7 @@ protected:
         close(stream);
     }
 
-    /// The next record, as its bytes; empty when there is none.
+    /// The bytes of the next record; empty if none is pending.
     std::string Record() const {
         std::string bytes(4096, '\0');
         const ssize_t size = recv(m_records, bytes.data(), bytes.size(), MSG_DONTWAIT);

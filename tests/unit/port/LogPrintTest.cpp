@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Each case is a process of its own, and sets its environment before the first line is logged.
+// Each case runs in a separate process that sets its environment before the first line is logged.
 #include <cstdlib>
 #include <glib.h>
 #include <string>

@@ -27,7 +27,7 @@ size_t Resident() {
 
 using Objects = std::vector<std::unique_ptr<char[]>>;
 
-/// Takes that much in small pieces.
+/// Allocates that much memory in small pieces.
 Objects Take(size_t bytes) {
     Objects objects(bytes / OBJECT);
     for (auto& object : objects) {
@@ -36,7 +36,7 @@ Objects Take(size_t bytes) {
     return objects;
 }
 
-/// The same, and gives it back but for a piece at its end.
+/// Allocates as above and frees all but the last piece.
 std::unique_ptr<char[]> Fill(size_t bytes) {
     return std::move(Take(bytes).back());
 }

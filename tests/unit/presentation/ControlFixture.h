@@ -18,11 +18,11 @@
 
 namespace applist::test {
 
-/// The interval as the control logs it: "65s".
+/// The interval in the form of the control's log: "65s".
 inline const std::string INTERVAL = std::to_string(DefaultAppListControl::AUTO_CLOSE_SECONDS) + "s";
 
-/// A control connected to a model of the items a, b and c, of which b is selected. Each test also
-/// checks that the control holds its mutex whenever it uses the timer.
+/// A control connected to a model of the items a, b and c, with b selected. Each test also checks
+/// that the control holds its mutex whenever it uses the timer.
 class ControlTest : public testing::Test {
 protected:
     ControlTest() {

@@ -12,7 +12,7 @@ constexpr double SECONDS = DefaultAppListControl::AUTO_CLOSE_SECONDS;
 
 class DefaultAppListControlTimer : public ControlTest {};
 
-/// Each of what restarts the timer.
+/// Each event that restarts the timer.
 class DefaultAppListControlRestart : public ControlTest,
                                      public testing::WithParamInterface<const char*> {
 protected:

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The protocol's document and its man page name what the code knows, all of it and nothing else.
+// The protocol's document and its man page list exactly the names that the code defines.
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -45,7 +45,7 @@ std::vector<Entry> AllEntries() {
     return entries;
 }
 
-/// The entries that a page's tables have: the two groups of each line that has this form.
+/// The entries of a page's tables: the two groups of each line that matches the pattern.
 std::vector<Entry> EntriesIn(const std::string& page, const std::regex& row) {
     std::vector<Entry> entries;
     std::istringstream lines(page);
@@ -58,7 +58,7 @@ std::vector<Entry> EntriesIn(const std::string& page, const std::regex& row) {
     return entries;
 }
 
-/// Headings under which an example calls the function or hears the event of that id.
+/// The headings under which an example calls the function or receives the event with that id.
 template <typename Id>
 std::set<std::string> HeadingsWith(Id id, WireStep::Kind kind) {
     std::set<std::string> headings;
@@ -88,7 +88,7 @@ std::vector<std::string> NamesOnTheBus() {
     return names;
 }
 
-/// A heading as the links to it spell it.
+/// The anchor of a heading, as links spell it.
 std::string Anchor(const std::string& heading) {
     std::string anchor;
     for (const char c : heading) {

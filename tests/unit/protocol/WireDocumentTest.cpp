@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The examples in a document, as the tests read them.
+// Parsing the examples in a document.
 #include <gmock/gmock.h>
 
 #include "support/WireDocument.h"

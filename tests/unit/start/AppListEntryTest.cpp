@@ -32,7 +32,7 @@ protected:
 
     void Launch() { AppListEntry::Service(nullptr, &*m_entry); }
 
-    // Without what the channel inside the local model writes.
+    // The log without the lines of the channel inside the local model.
     static std::vector<LogLine> EntryLog() {
         std::vector<LogLine> lines;
         std::copy_if(Log().begin(), Log().end(), std::back_inserter(lines),

@@ -29,7 +29,7 @@ constexpr const char* POPUP = "org.vantu.alert-syspopup";
 constexpr const char* FLAG_KEY = "memory/tv-viewer/data_service";
 constexpr const char* AUTORUN_KEY = "db/menu/broadcasting/autorun-dataservice";
 constexpr const char* AUTOSTART_KEY = "memory/javamw/autostart-app";
-// The factory's number of each region, at the place of the program's own number.
+// The factory data's number of each region, indexed by the program's own number.
 constexpr int FACTORY_VALUE[] = {0, 8, 81, 84, 85};
 
 class Banner : public testing::Test {
@@ -49,7 +49,7 @@ protected:
         TheSettings().ints[FLAG_KEY] = flag;
     }
 
-    // The banner's own lines and what it asks of the platform.
+    // The banner's log lines and its calls of the platform.
     static std::vector<LogLine> Steps() {
         std::vector<LogLine> steps;
         std::copy_if(Log().begin(), Log().end(), std::back_inserter(steps), [](const auto& line) {
@@ -77,7 +77,7 @@ Explanation Expected(int localSet, int flag) {
 // Every region with every value of the flag's three bits.
 class BannerTable : public Banner, public testing::WithParamInterface<std::tuple<int, int>> {
 protected:
-    // The other two settings in all their states, which play no part.
+    // The other two settings in all their states, which must not matter.
     void ForEachRow(const std::function<void()>& check) const {
         for (const int state : {0, 1, 2, 3}) {
             Reset();

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The entry with a request handler that fails, which the real one never does. The entry is a shared
-// library here, so that the definition below replaces its own.
+// The entry with a request handler that fails, which the real handler never does. The entry is in a
+// shared library here, so that the definition below overrides the real one.
 #include <Elementary.h>
 
 #include <gmock/gmock.h>

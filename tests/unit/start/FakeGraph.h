@@ -10,30 +10,30 @@ class AppListControl;
 class AppListModel;
 class AppListRenderer;
 
-/// Stand-ins for the classes of the list's object graph: the same declarations, other bodies, which
-/// only write down who was built with what and who was deleted when.
+/// Replaces the classes of the list's object graph: the same declarations with function bodies that
+/// only record constructor arguments and deletions.
 namespace applist::test {
 
 struct GraphJournal {
     std::vector<std::string> events;
-    // The models built last.
+    // The models created last.
     const AppListModel* defaultModel = nullptr;
     const AppListModel* localModel = nullptr;
-    // The list built last, until its memory is released. The class has no destructor to fake: a
-    // test that needs its deletion watches the memory.
+    // The list created last; null once its memory is freed. The class does not declare a destructor
+    // that a fake could replace, so a test that needs its deletion watches the memory.
     const AppList* list = nullptr;
-    // What the objects were given.
+    // The constructor arguments of the objects.
     const AppListModel* localModelGot = nullptr;
     std::string rendererGot;
     const AppListModel* listModel = nullptr;
     const AppListRenderer* listRenderer = nullptr;
     const AppListControl* listControl = nullptr;
-    // The views built last.
+    // The views created last.
     const AppListRenderer* renderer = nullptr;
     const AppListControl* control = nullptr;
 };
 
-/// The one journal of the process; tests assign GraphJournal{} to start afresh.
+/// The one journal of the process; tests assign GraphJournal{} to reset it.
 GraphJournal& Graph();
 
 }  // namespace applist::test

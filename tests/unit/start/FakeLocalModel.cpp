@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The local model of the fake graph: no calls, no events.
+// The local model of the fake graph. It ignores all calls and sends no events.
 #include "applist/LocalAppListModel.h"
 #include "unit/start/FakeGraph.h"
 

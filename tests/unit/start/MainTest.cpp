@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The program's entry, built with its main renamed, over a recorded framework.
+// Tests the program's main(), renamed in this build, with a fake framework that records calls.
 #include <string>
 
 #include <gmock/gmock.h>
@@ -23,7 +23,7 @@ std::string g_printedBefore;
 
 }  // namespace
 
-// The decision, as a test wants it.
+// The decision that a test sets.
 bool CheckVisibility() {
     ++g_decisions;
     g_printedBefore = testing::internal::GetCapturedStdout();
@@ -38,7 +38,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::Not;
 
-// The name that main has in this program.
+// The name of main in this program.
 constexpr const char* SELF = "applist_main";
 
 class Main : public testing::Test {

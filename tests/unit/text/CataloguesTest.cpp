@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The catalogues as their translators left them.
+// Tests the translators' catalogue files.
 
 #include <cstdlib>
 #include <filesystem>
@@ -33,7 +33,7 @@ std::string Read(const fs::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// All that the pattern's group matches in the text.
+// All matches of the pattern's group in the text.
 std::set<std::string> Matches(const std::string& text, const char* pattern) {
     const std::regex regex(pattern, std::regex::ECMAScript | std::regex::multiline);
     std::set<std::string> found;
@@ -47,7 +47,7 @@ std::set<std::string> Template() {
     return Matches(Read(Source() / "po" / "applist.pot"), R"re(^msgid "(.+)"$)re");
 }
 
-// The ids that the program asks for, wherever it does.
+// All ids that the source code uses.
 std::set<std::string> UsedIds() {
     std::set<std::string> used;
     for (const char* folder : {"src", "platform", "menu-provider"}) {
@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(Languages, Catalogue,
                          testing::Values("ar", "en", "es", "es_AR", "es_UY", "it", "pt_BR"),
                          [](const auto& language) { return language.param; });
 
-// es_AR and es_UY hold what differs from es.
+// es_AR and es_UY contain only the differences from es.
 class WholeCatalogue : public Catalogue {};
 
 TEST_P(WholeCatalogue, TranslatesEveryId) {

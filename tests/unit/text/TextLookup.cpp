@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 
-// Prints one line for each message id that it is given: the text. Then what was logged. Tests copy
-// it beside catalogues of their own, since it finds them by its place.
+// Prints the text of each message id in its arguments, one per line, and then the log lines. It
+// looks for catalogues relative to its own path, so tests copy it beside their catalogues.
 
 #include <cstdio>
 #include <string>

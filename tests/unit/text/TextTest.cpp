@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 
-// i18n_get_text() in a process of its own, since the languages are those of the process' start.
+// Runs i18n_get_text() in a child process, because a process reads its languages at the start.
 
 #include <filesystem>
 #include <fstream>
@@ -23,7 +23,7 @@ using testing::HasSubstr;
 constexpr const char* TITLE = "TV_DATA_SERVICE_LIST";
 constexpr const char* ENGLISH_TITLE = "Data services";
 
-// A program with its catalogues in a folder of its own, as an installation has them.
+// A program with its catalogues in a temporary folder, laid out as installed.
 class Text : public testing::Test {
 protected:
     Text() {
@@ -39,7 +39,7 @@ protected:
         return Locale() / language / "LC_MESSAGES" / "applist.mo";
     }
 
-    // Replaces a language's catalogue by one that holds nothing but this.
+    // Replaces a language's catalogue by one with only this content.
     void Write(const std::string& language, const std::string& id, const std::string& text) const {
         const fs::path source = m_root.path() / "source.po";
         std::ofstream(source)
@@ -50,7 +50,7 @@ protected:
         ASSERT_EQ(msgfmt.WaitForExit(), 0) << msgfmt.Errors();
     }
 
-    // What the program prints for one argument where these variables alone tell the language.
+    // The program's output for one argument when only these variables set the language.
     std::string Lookup(const std::string& argument,
                        const ChildProcess::Environment& languages) const {
         ChildProcess::Environment environment{

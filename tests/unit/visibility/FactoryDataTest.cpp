@@ -21,7 +21,7 @@ constexpr const char* FILE_NAME = "factory.ini";
 class FactoryItems : public testing::Test {
 protected:
     FactoryItems() { ClearLog(); }
-    /// Reads as the program does; the buffer has just one word that anybody may touch.
+    /// Reads as the program does. Only one word of the buffer is accessible.
     int Read(int id) { return GetDataDirect(id, &m_word); }
 
     PlatformRoot m_root;

@@ -11,7 +11,7 @@
 
 namespace applist::test {
 
-/// A set of its own for this process: APPLIST_PLATFORM_ROOT names a new folder.
+/// A private set for this process: APPLIST_PLATFORM_ROOT names a new folder.
 class PlatformRoot {
 public:
     PlatformRoot() { setenv("APPLIST_PLATFORM_ROOT", m_dir.path().c_str(), 1); }
@@ -22,12 +22,12 @@ public:
     PlatformRoot& operator=(PlatformRoot&&) = delete;
 
     std::string Path(const std::string& name) const { return m_dir.path() / name; }
-    /// Puts text into the file called name, as a person with an editor would.
+    /// Writes text into the file called name, as a user does with an editor.
     void Write(const std::string& name, const std::string& text) const {
         std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
         std::ofstream(Path(name), std::ios::binary) << text;
     }
-    /// The bytes of the file called name; none when there is no such file.
+    /// The bytes of the file called name; empty if the file does not exist.
     std::string Content(const std::string& name) const {
         std::ifstream file(Path(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};

@@ -8,8 +8,8 @@
 #include "fakes/FakePlatformLog.h"
 #include "visibility-checker.h"
 
-// Settings whose local set can be any number, which the real ones never give; this definition
-// comes before theirs.
+// Settings whose local set can be any number, unlike the real ones. This definition overrides
+// theirs.
 namespace {
 int localSet = 0;
 int otherReads = 0;

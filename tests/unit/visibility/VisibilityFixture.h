@@ -18,7 +18,7 @@ inline const std::string AUTORUN = "db/menu/broadcasting/autorun-dataservice";
 inline const std::string DATA_SERVICE = "memory/tv-viewer/data_service";
 inline const std::string AUTOSTART = "memory/javamw/autostart-app";
 
-/// A set whose stores are fakes and whose clock stands still.
+/// A set with fake stores and a fake clock.
 class Set : public testing::Test {
 protected:
     Set() {
@@ -28,7 +28,7 @@ protected:
         ClearLog();
     }
 
-    /// All three settings are there.
+    /// Stores all three settings.
     static void Hold(int flag, bool autorun, int autostart) {
         TheSettings().ints = {{DATA_SERVICE, flag}, {AUTOSTART, autostart}};
         TheSettings().bools = {{AUTORUN, autorun ? 1 : 0}};

@@ -23,7 +23,7 @@ struct Row {
     bool autorun;
     bool autostart;
 
-    /// The row's last column, written out as it is read aloud.
+    /// The row's last column in words.
     bool IsShown() const {
         switch (localSet) {
             case 0:
@@ -60,7 +60,7 @@ protected:
         }
     }
 
-    /// The settings that the region reads, in order, whatever they hold.
+    /// The settings that must be read for the region, in order, whatever their values.
     static void ExpectReads() {
         const Reads reads =
             GetParam() == 0   ? Reads{}

@@ -18,8 +18,8 @@ import org.vantu.javamw.DbusCommunication;
 import static java.nio.charset.StandardCharsets.UTF_8;
 
 /**
- * One connection to the bus; the application is whoever announced itself last. The library's one
- * worker thread hears, the main thread does everything else.
+ * One connection to the bus. The application is the one that announced itself last. The library's
+ * single worker thread receives messages; the main thread does everything else.
  */
 final class Middleware implements DbusCommunication {
     private static final String PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
