@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Stops the writer into which it is preloaded at a chosen step of replacing a file:
-//   APPLIST_TRAP=write|fsync|rename|renamed   half of the data written; all of it; before the new
-//                                             file takes the old one's place; right after
-//   APPLIST_TRAP_DO=kill|wait                 die there, or say so and go on after SIGUSR1
-// Every process with the trap also says when it has to wait for a lock.
+//   APPLIST_TRAP=write|fsync|rename|renamed   after half of the data; after all data; before the
+//                                             new file replaces the old one; right after that
+//   APPLIST_TRAP_DO=kill|wait                 kills the writer, or prints "trapped" and waits for
+//                                             SIGUSR1
+// Every process with the trap also reports when it has to wait for a lock.
 #include <array>
 #include <csignal>
 #include <cstdlib>

@@ -3,18 +3,17 @@
 //
 // A small application on the port with a window like the list's: transparent, full screen, a popup
 // with rows. It reports events on standard output, one per line. Options:
-//   --rows N          so many rows in the popup (default 3)
-//   --late-popup      the window is empty for its first frames
-//   --no-window       no window at all
-//   --refuse          create returns false
-//   --exit-in WHERE   asks for its end, three times, in "create" or "launch"
-//   --elm-exit        ends the toolkit's loop by itself in the first launch
-//   --exit-on-second  a second launch ends it
-//   --watch-bus       tells when the session bus has gone, and that it is still there a little
-//   later
-//   --no-ticks        from its first key on, the toolkit's clock for frames stands still
-//   --raw-keys        tells of every key that goes down, before the port has seen it
-//   --complain        GLib, GLib's bus watches and the toolkit complain once each
+//   --rows N          number of rows in the popup (default 3)
+//   --late-popup      leaves the window empty for its first frames
+//   --no-window       does not create a window
+//   --refuse          returns false from create
+//   --exit-in WHERE   calls ui_app_exit() three times in "create" or "launch"
+//   --elm-exit        ends the toolkit's loop directly in the first launch
+//   --exit-on-second  exits on a second launch
+//   --watch-bus       reports the loss of the session bus, and shortly after that it still runs
+//   --no-ticks        stops the toolkit's frame clock from its first key on
+//   --raw-keys        reports every key press before the port handles it
+//   --complain        makes GLib, GLib's bus watches and the toolkit log one error each
 
 #include <Elementary.h>
 #include <cstdio>
