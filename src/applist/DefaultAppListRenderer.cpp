@@ -213,6 +213,7 @@ void DefaultAppListRenderer::MoveFocusFrom(const Row* lost) {
 
 void DefaultAppListRenderer::FocusTarget() {
     elm_genlist_item_bring_in(m_focusItem, ELM_GENLIST_ITEM_SCROLLTO_IN);
+    // If the row is not laid out yet, the toolkit may ignore this; OnRealized() then repeats it.
     elm_object_item_focus_set(m_focusItem, EINA_TRUE);
 }
 

@@ -59,6 +59,7 @@ bool DefaultAppListRenderer::Create() {
     }
     evas_object_show(AddPopupWindow(m_window));
     m_itemClass = CreateItemClass();
+    // The list starts without rows; see list_focus.h.
     list_focus_set(m_genlist, nullptr);
     return true;
 }

@@ -33,7 +33,7 @@ Exit ListData(const Request& request);
 Exit ListKeys(const Request& request);
 
 /// Prints whether the menu shows the list's entry, and the values that decided it.
-Exit TellVisible(const Request& request);
+Exit PrintVisible(const Request& request);
 
 Exit Launch(const Request& request);
 

@@ -30,6 +30,7 @@ void PrintJson(const KeyTable& table) {
 Exit ListKeys(const Request& request) {
     const KeyTableReading reading = ReadKeyTable(KeyTablePath());
     (request.json ? PrintJson : PrintText)(reading.table);
+    // The keys are printed despite problems, because the other lines of the file take effect.
     for (const std::string& problem : reading.problems) {
         Complain(problem, FAILED);
     }

@@ -99,6 +99,7 @@ Reading<KnownSetting> FindSetting(const std::string& key) {
 }
 
 Reading<int> FindFactoryItem(const std::string& id) {
+    // The program reads only this item.
     if (ParseNumber(id) != ID_LOCALSET) {
         return {{},
                 "unknown factory item " + Quoted(id) + "; known: " + std::to_string(ID_LOCALSET)};

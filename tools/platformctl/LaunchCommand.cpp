@@ -42,6 +42,7 @@ bool Send(const std::string& id, const std::vector<Pair>& data) {
         return false;
     }
     const LaunchRequest request(handle);
+    // Without a reply callback, because the return value reports whether the launch was accepted.
     return Fill(handle, id, data) &&
            app_control_send_launch_request(handle, nullptr, nullptr) == APP_CONTROL_ERROR_NONE;
 }

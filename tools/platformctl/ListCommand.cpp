@@ -50,6 +50,7 @@ void PrintJson(const std::vector<Entry>& entries) {
 Exit ListData(const Request& request) {
     const auto entries = ReadAll();
     request.json ? PrintJson(entries) : PrintText(entries);
+    // Problems are printed after the values, so that one damaged file does not hide the rest.
     Exit status = DONE;
     for (const Entry& entry : entries) {
         if (!entry.reading.problem.empty()) {

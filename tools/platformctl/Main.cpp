@@ -38,7 +38,7 @@ const std::array<Command, 11>& Commands() {
          1,
          SetRegion,
          "store the region of the set"},
-        {{"visible"}, "", 0, 0, TellVisible, "print whether data services are offered, and why"},
+        {{"visible"}, "", 0, 0, PrintVisible, "print whether data services are offered, and why"},
         {{"launch"}, "APP_ID [KEY=VALUE...]", 1, ANY_NUMBER, Launch, "launch an application"},
     }};
     return commands;
@@ -90,6 +90,7 @@ Exit Run(const CommandLine& line) {
     }
     const auto first = line.words.begin() + static_cast<std::ptrdiff_t>(command->name.size());
     const Request request{{first, line.words.end()}, line.json};
+    // Checked here, because the commands access their arguments by index.
     const size_t count = request.arguments.size();
     if (count < command->least || count > command->most) {
         return Complain("usage: platformctl " + Usage(*command), WRONG_USAGE);

@@ -60,11 +60,12 @@ void PrintJson(bool shown, const std::vector<Fact>& facts) {
 
 }  // namespace
 
-Exit TellVisible(const Request& request) {
+Exit PrintVisible(const Request& request) {
     if (!ReadRegionItem().value) {
         static_cast<void>(std::fputs(
             "platformctl: the region is not set; the decision takes about five seconds\n", stderr));
     }
+    // The entry point of the menu, so that the output shows the answer that a menu gets.
     const bool shown = check_visibility_int(MENU_KEY) != 0;
     const auto facts = DecidingFacts();
     request.json ? PrintJson(shown, facts) : PrintText(shown, facts);

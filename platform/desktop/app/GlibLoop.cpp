@@ -59,7 +59,7 @@ std::optional<timespec> Shorter(const timeval* toolkit, int glibMilliseconds) {
 
 // Returns true if a wait of this length counts as idle. The toolkit finishes a frame within 500 ms,
 // and a sliding name pauses for 1 s, so 250 ms separates both.
-bool MayRest(const std::optional<timespec>& wait) {
+bool IsIdle(const std::optional<timespec>& wait) {
     constexpr long QUARTER_SECOND_NS = 250'000'000;
     return !wait || wait->tv_sec > 0 || wait->tv_nsec >= QUARTER_SECOND_NS;
 }
@@ -78,8 +78,8 @@ GPollFD* AsGlib(pollfd* descriptors) {
 
 }  // namespace
 
-GlibLoop::GlibLoop(std::function<void()> beforeRest)
-    : m_beforeRest(std::move(beforeRest)), m_context(g_main_context_default()) {
+GlibLoop::GlibLoop(std::function<void()> beforeIdle)
+    : m_beforeIdle(std::move(beforeIdle)), m_context(g_main_context_default()) {
     // Stays acquired while this object exists. If another thread adds a source, as GDBus does, GLib
     // wakes up a waiting context only if a thread owns it.
     g_main_context_acquire(m_context);
@@ -106,14 +106,14 @@ int GlibLoop::Select(int count, fd_set* reads, fd_set* writes, fd_set* exception
     int glibTimeout = -1;
     const int glibCount = CollectGlib(&priority, &glibTimeout);
     const auto wait = Shorter(timeout, glibTimeout);
-    if (std::exchange(m_timeWasUp, false) && MayRest(wait)) {
-        m_beforeRest();
+    if (std::exchange(m_timedOut, false) && IsIdle(wait)) {
+        m_beforeIdle();
     }
     const int polled =
         ppoll(m_descriptors.data(), m_descriptors.size(), wait ? &*wait : nullptr, nullptr);
     // g_main_context_check() may overwrite errno.
     const int error = errno;
-    m_timeWasUp = polled == 0 && TakesTime(wait);
+    m_timedOut = polled == 0 && TakesTime(wait);
     m_ready = g_main_context_check(m_context, priority,
                                    AsGlib(m_descriptors.data() + m_toolkitCount), glibCount) != 0;
     if (polled < 0) {

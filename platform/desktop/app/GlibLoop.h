@@ -22,9 +22,9 @@ namespace applist::desktop {
 /// at a time.
 class GlibLoop {
 public:
-    /// beforeRest is called when the program is idle: before a wait that may take 250 ms or longer,
+    /// beforeIdle is called when the program is idle: before a wait that may take 250 ms or longer,
     /// if the previous wait ended by its timeout.
-    explicit GlibLoop(std::function<void()> beforeRest = [] {});
+    explicit GlibLoop(std::function<void()> beforeIdle = [] {});
     ~GlibLoop();
     GlibLoop(const GlibLoop&) = delete;
     GlibLoop& operator=(const GlibLoop&) = delete;
@@ -48,7 +48,7 @@ private:
     /// ready descriptors, or -1 if one is invalid.
     int Report(fd_set* reads, fd_set* writes, fd_set* exceptions) const;
 
-    std::function<void()> m_beforeRest;
+    std::function<void()> m_beforeIdle;
     GMainContext* m_context;
     Ecore_Select_Function m_replaced;
     Ecore_Idle_Exiter* m_afterWait;
@@ -56,7 +56,7 @@ private:
     std::vector<pollfd> m_descriptors;
     size_t m_toolkitCount = 0;
     bool m_ready = false;
-    bool m_timeWasUp = false;
+    bool m_timedOut = false;
 };
 
 }  // namespace applist::desktop

@@ -14,7 +14,7 @@ namespace {
 
 // Time limit for the bus or another instance: long enough if they are busy starting, short enough
 // for a waiting viewer.
-constexpr std::chrono::seconds PATIENCE{3};
+constexpr std::chrono::seconds REPLY_TIMEOUT{3};
 
 // Waits until the bus daemon has received all messages sent on the connection. It handles messages
 // in order, so its reply to a Ping proves that. g_dbus_connection_flush_sync() is not used because
@@ -23,7 +23,7 @@ bool Reaches(GDBusConnection* bus, GError** error) {
     g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
         bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer", "Ping",
         nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE,
-        std::chrono::duration_cast<std::chrono::duration<int, std::milli>>(PATIENCE).count(),
+        std::chrono::duration_cast<std::chrono::duration<int, std::milli>>(REPLY_TIMEOUT).count(),
         nullptr, error);
     return answer != nullptr;
 }
@@ -77,7 +77,7 @@ void SingleInstance::Release() {
 void SingleInstance::Register() {
     m_application.reset(g_application_new(m_applicationId.c_str(), G_APPLICATION_DEFAULT_FLAGS));
     AcceptRequests();
-    const Deadline deadline(PATIENCE);
+    const Deadline deadline(REPLY_TIMEOUT);
     g_autoptr(GError) error = nullptr;
     if (g_application_register(m_application.get(), deadline.cancellable(), &error) == FALSE) {
         LOG_ERROR(

@@ -12,7 +12,7 @@ namespace applist::desktop {
 namespace {
 
 // Trims only if at least this much memory is unused; the pixels of two rows are more.
-constexpr ptrdiff_t MUCH = 128 << 10;
+constexpr ptrdiff_t TRIM_THRESHOLD = 128 << 10;
 
 // Returns the resident memory in bytes without file-backed pages, or 0 if the kernel does not
 // provide it.
@@ -40,7 +40,7 @@ ptrdiff_t SpareMemory::Unused() {
 }
 
 void SpareMemory::GiveBack() {
-    if (Unused() >= m_unused + MUCH) {
+    if (Unused() >= m_unused + TRIM_THRESHOLD) {
         malloc_trim(0);
         m_unused = Unused();
     }

@@ -14,7 +14,7 @@ namespace applist::desktop {
 namespace {
 
 // Limit for each reply of the bus, because the viewer may be waiting for the caller.
-constexpr int PATIENCE_MS = 1000;
+constexpr int REPLY_TIMEOUT_MS = 1000;
 constexpr const char* BUS_NAME = "org.freedesktop.DBus";
 constexpr const char* BUS_PATH = "/org/freedesktop/DBus";
 
@@ -44,7 +44,7 @@ bool AskDaemon(GDBusConnection* bus, const char* interface, const char* method,
                GVariant* parameters, GError** error) {
     g_autoptr(GVariant) answer =
         g_dbus_connection_call_sync(bus, BUS_NAME, BUS_PATH, interface, method, parameters, nullptr,
-                                    G_DBUS_CALL_FLAGS_NONE, PATIENCE_MS, nullptr, error);
+                                    G_DBUS_CALL_FLAGS_NONE, REPLY_TIMEOUT_MS, nullptr, error);
     return answer != nullptr;
 }
 

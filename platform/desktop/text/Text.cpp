@@ -20,7 +20,7 @@ namespace applist::desktop {
 namespace {
 
 constexpr const char* DOMAIN = "applist";
-constexpr const char* LAST_RESORT = "en";
+constexpr const char* FALLBACK_LANGUAGE = "en";
 
 // Returns the viewer's languages in order of preference, in the format of gettext's LANGUAGE, with
 // English last. Omits the plain C locale, because gettext stops searching when it reaches that.
@@ -32,7 +32,7 @@ std::string Languages() {
             languages += std::string(*name) + ":";
         }
     }
-    return languages + LAST_RESORT;
+    return languages + FALLBACK_LANGUAGE;
 }
 
 // gettext reads the languages from the environment only. The environment must not be changed once
