@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // How partners connect, in both orders and out of order.
+#include <atomic>
 #include <memory>
 #include <new>
 
@@ -232,6 +233,51 @@ TEST_F(Handshake, HearsNothingOfOtherChannels) {
     peer.Announce("_CLIENT_SYN");
     Settle(peer);
     EXPECT_THAT(Log(), IsEmpty());
+}
+
+// A signal to the application alone needs no match rule: only its sender shows that it is forged.
+TEST_F(Handshake, IgnoresANameChangeThatTheBusDaemonDidNotSend) {
+    RecordingChannel channel;
+    ScriptedPeer forger(Address());
+    const ScriptedPeer victim(Address());
+    ClearLog();
+    for (const char* ending : {"_CLIENT_SYN", "_CLIENT_SYN_ACK", "_CLIENT_ACK"}) {
+        const std::string name = std::string("org.vantu.JavaMW.Applist") + ending;
+        EXPECT_TRUE(g_dbus_connection_emit_signal(
+            forger.Connection(), Self().c_str(), "/org/freedesktop/DBus", "org.freedesktop.DBus",
+            "NameOwnerChanged",
+            g_variant_new("(sss)", name.c_str(), victim.UniqueName().c_str(), ""), nullptr));
+    }
+    Settle(forger);
+    EXPECT_THAT(Log(), IsEmpty());
+    EXPECT_THAT(forger.Events(), IsEmpty());
+    EXPECT_THAT(channel.readiness, IsEmpty());
+    EXPECT_FALSE(channel.IsConnectionReady(victim.UniqueName()));
+}
+
+/// Counts the method calls that reach a connection, in the bus library's own thread.
+GDBusMessage* CountCalls(GDBusConnection* /*connection*/, GDBusMessage* message, int incoming,
+                         void* count) {
+    if (incoming != FALSE &&
+        g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_METHOD_CALL) {
+        ++*static_cast<std::atomic<int>*>(count);
+    }
+    return message;
+}
+
+TEST_F(Handshake, NeverCallsThePartner) {
+    RecordingChannel channel;
+    ScriptedPeer peer(Address());
+    std::atomic<int> calls = 0;
+    const guint filter =
+        g_dbus_connection_add_filter(peer.Connection(), CountCalls, &calls, nullptr);
+    Connect(peer);
+    EXPECT_EQ(Call(peer, BytesFrom("question")), BytesFrom("question"));
+    Bytes event = BytesFrom("event");
+    channel.SendNotification(event, peer.UniqueName());
+    Settle(peer);
+    g_dbus_connection_remove_filter(peer.Connection(), filter);
+    EXPECT_EQ(calls, 0);
 }
 
 TEST_F(Handshake, IgnoresAChangeWithoutItsThreeNames) {

@@ -31,6 +31,7 @@ public:
         return {};
     }
     void OnConnectionReady(const std::string& partner) { Note("ready " + partner); }
+    void OnOtherConnectionReady(const std::string& partner) { Note("other ready " + partner); }
 
     std::vector<char> response;
 };
@@ -147,6 +148,16 @@ TEST_F(IPCApplistAdapter, AsksTheHandlerThatRegisteredLast) {
     adapter.RegisterOnMessage(&stranger, &Handler::OnOtherMessage);
     Call(std::string("\xD0\x07\x00\x00", 4));
     EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"), Event("other message 2000")));
+}
+
+TEST_F(IPCApplistAdapter, ReportsPartnersToTheHandlerThatRegisteredLast) {
+    Register();
+    adapter.RegisterOnConnectionReady(&stranger, &Handler::OnOtherConnectionReady);
+    TheTransport().live->HandleConnectionReady(true, ":1.7");
+    adapter.UnregisterOnConnectionReady(&handler);
+    EXPECT_THAT(Log(),
+                ElementsAre(Debug("HandleConnectionReady state=1, partner=:1.7"),
+                            Debug("Calling connection ready callback"), Event("other ready :1.7")));
 }
 
 TEST_F(IPCApplistAdapter, ForgetsTheHandlerThatUnregisters) {

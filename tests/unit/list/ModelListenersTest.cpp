@@ -94,17 +94,38 @@ TEST_F(DefaultAppListModelListeners, HearNothingOnceRemoved) {
                             Debug("Number of clicked listeners: 1"), Event("second clicked [a*]")));
 }
 
-TEST_F(DefaultAppListModelListeners, KeepTheirOrderWhenOneIsRemoved) {
+TEST_F(DefaultAppListModelListeners, KeepTheirPlaceWhenTheyRegisterAgain) {
+    first.ListenTo(model);
+    second.ListenTo(model);
+    first.ListenTo(model);
+    model.AddItems({&a});
+    ClearLog();
+    model.RemoveAllItems();
+    model.SetClicked(&a);
+    EXPECT_THAT(Log(), ElementsAre(Event("first changed []"), Event("second changed []"),
+                                   Event("first selected []"), Event("second selected []"),
+                                   Debug("Menu item clicked: [name: Alpha, unique id: a]"),
+                                   Debug("Number of clicked listeners: 2"),
+                                   Event("first clicked []"), Event("second clicked []")));
+}
+
+TEST_F(DefaultAppListModelListeners, KeepTheirOrderWhenTheFirstIsRemoved) {
     RecordingListener third("third");
     first.ListenTo(model);
     second.ListenTo(model);
     third.ListenTo(model);
-    model.RemoveItemChangeListener(&second);
+    model.RemoveItemSelectionListener(&first);
+    model.RemoveItemChangeListener(&first);
+    model.RemoveItemClickedListener(&first);
     model.AddItems({&a});
     ClearLog();
-    model.AddItems({&b});
-    EXPECT_THAT(Log(), ElementsAre(Debug("AddItems"), Event("first changed [a* b]"),
-                                   Event("third changed [a* b]")));
+    model.RemoveAllItems();
+    model.SetClicked(&a);
+    EXPECT_THAT(Log(), ElementsAre(Event("second changed []"), Event("third changed []"),
+                                   Event("second selected []"), Event("third selected []"),
+                                   Debug("Menu item clicked: [name: Alpha, unique id: a]"),
+                                   Debug("Number of clicked listeners: 2"),
+                                   Event("second clicked []"), Event("third clicked []")));
 }
 
 TEST_F(DefaultAppListModelListeners, MayBeUnknownToTheirRemoval) {
