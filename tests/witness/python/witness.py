@@ -61,7 +61,7 @@ def report(line):
 
 
 class Middleware:
-    """One connection to the bus; the application is whoever announced itself last."""
+    """One connection to the bus; the application is the one that announced itself last."""
 
     def __init__(self):
         self.application = None

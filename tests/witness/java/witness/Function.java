@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 package witness;
 
-/** What can be called. */
+/** The functions of the list. */
 enum Function {
     SetSelection(2000),
     GetSelection(2001),

@@ -12,13 +12,13 @@ import static java.nio.charset.StandardCharsets.UTF_8;
 
 /** An entry of the list and its bytes. */
 record Item(String id, String name) {
-    /** From "id=name". */
+    /** Parses "id=name". */
     static Item of(String text) {
         int sign = text.indexOf('=');
         return new Item(text.substring(0, sign), text.substring(sign + 1));
     }
 
-    /** A call: the items back to back, then the function's number. */
+    /** Encodes a call: the consecutive items, then the function's number. */
     static byte[] frame(List<Item> items, int function) {
         ByteArrayOutputStream out = new ByteArrayOutputStream();
         for (Item item : items) {
@@ -29,7 +29,7 @@ record Item(String id, String name) {
         return out.toByteArray();
     }
 
-    /** The items of a reply. */
+    /** Decodes the items of a reply. */
     static List<Item> parse(byte[] reply) {
         ByteBuffer in = ByteBuffer.wrap(reply).order(ByteOrder.LITTLE_ENDIAN);
         List<Item> items = new ArrayList<>();
