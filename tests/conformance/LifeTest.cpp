@@ -48,7 +48,7 @@ TEST_F(Life, IsNotEndedByAWishFromBeforeIt) {
     EXPECT_EQ(Of({.inLaunch = ui_app_exit}), "create launch terminate 0");
 }
 
-TEST_F(Life, HasNoPreparedWindowForAnApplicationThatNobodyKnows) {
+TEST_F(Life, HasNoPreparedWindowForAnUnknownApplication) {
     EXPECT_EQ(app_get_preinitialized_window("org.vantu.conformance-test.unknown"), nullptr);
 }
 

@@ -82,7 +82,7 @@ TEST_F(Stores, ReadsAnew) {
     EXPECT_EQ(value, 2);
 }
 
-TEST_F(Stores, TellAMissingItemFromOneThatIsZero) {
+TEST_F(Stores, DistinguishAMissingItemFromOneThatIsZero) {
     m_set->HoldBool("db/a/truth", false);
     m_set->HoldInt("memory/a/number", 0);
     int value = 77;

@@ -40,7 +40,7 @@ TEST_F(Texts, StayWhereTheyAreWhileTheProgramRuns) {
     EXPECT_EQ(i18n_get_text(IDS[0]), kept);
 }
 
-TEST_F(Texts, AreTheIdWhereNobodyKnowsIt) {
+TEST_F(Texts, AreTheIdWhenItIsUnknown) {
     const char* text = nullptr;
     {
         const std::string id = "no message of any program";

@@ -65,7 +65,7 @@ Lines Answered(size_t count) {
 class PolicyOfCalls : public PolicyTest {};
 INSTANTIATE_TEST_SUITE_P(On, PolicyOfCalls, testing::ValuesIn(AllPlaces()), NameOfPlace);
 
-TEST_P(PolicyOfCalls, TheMiddlewareCallsSendAndNobodyElseAnything) {
+TEST_P(PolicyOfCalls, LetsOnlyTheMiddlewareCallAndOnlySend) {
     const auto bus = MakeBus();
     Actor application(*bus, APPLICATION_USER, {"receive"});
     application.AwaitReceiving();
@@ -80,7 +80,7 @@ TEST_P(PolicyOfCalls, TheMiddlewareCallsSendAndNobodyElseAnything) {
 }
 
 // The middleware cannot be made to send a list to another program.
-TEST_P(PolicyOfCalls, NobodyButTheApplicationReceivesACall) {
+TEST_P(PolicyOfCalls, OnlyTheApplicationReceivesACall) {
     const auto bus = MakeBus();
     Actor stranger(*bus, STRANGER, {"receive"});
     stranger.AwaitReceiving();

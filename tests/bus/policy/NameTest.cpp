@@ -50,7 +50,7 @@ std::vector<std::string> Ask(const PolicyBus& bus, const User& user) {
 class PolicyOfNames : public PolicyTest {};
 INSTANTIATE_TEST_SUITE_P(On, PolicyOfNames, testing::ValuesIn(AllPlaces()), NameOfPlace);
 
-TEST_P(PolicyOfNames, EachSideOwnsItsThreeAndNobodyElseAny) {
+TEST_P(PolicyOfNames, GrantsEachSideItsThreeAndOtherUsersNone) {
     const auto bus = MakeBus();
     EXPECT_EQ(Ask(*bus, APPLICATION_USER), Grants(SERVICE_NAMES));
     EXPECT_EQ(Ask(*bus, MIDDLEWARE_USER), Grants(CLIENT_NAMES));
@@ -59,7 +59,7 @@ TEST_P(PolicyOfNames, EachSideOwnsItsThreeAndNobodyElseAny) {
 }
 
 // A mistyped user name or a missing account must not grant anything.
-TEST_P(PolicyOfNames, NobodyOwnsAnyWhereTheUsersAreUnknown) {
+TEST_P(PolicyOfNames, GrantsNoneWhenTheUsersAreUnknown) {
     const PolicyBus bus(GetParam().daemon, GetParam().rules, POLICY_OF_UNKNOWN_USERS);
     for (const User* user : {&APPLICATION_USER, &MIDDLEWARE_USER, &STRANGER, &ROOT}) {
         EXPECT_EQ(Ask(bus, *user), Grants({})) << user->name;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Which users' signals arrive where. The bus does not report whether it delivered a signal, so each
-// receiver is asked at the end what it received.
+// receiver prints at the end what it received.
 #include "bus/policy/PolicyTest.h"
 
 namespace applist::test {
@@ -88,7 +88,7 @@ TEST_P(PolicyOfSignals, OfAStrangerArriveWhereEverythingIsAllowed) {
 }
 
 // The bus' own ways to eavesdrop.
-TEST_P(PolicyOfSignals, NobodyListensToWhatIsMeantForOthers) {
+TEST_P(PolicyOfSignals, KeepsOtherUsersFromEavesdropping) {
     const auto bus = MakeBus();
     for (const User* user : {&STRANGER, &MIDDLEWARE_USER}) {
         const Lines lines =

@@ -54,7 +54,7 @@ protected:
 };
 
 // Without its display the toolkit logs an error and ends the program with its own exit status.
-TEST_F(TheDisplayServer, EndsTheListWithItsOwnEndAndTheNextListFindsAnother) {
+TEST_F(TheDisplayServer, EndsTheListWhenItStopsAndTheNextListUsesAnother) {
     ASSERT_NO_FATAL_FAILURE(ShowThree());
     const auto middleware = NewMiddleware();
     ASSERT_TRUE(middleware->AwaitApplication());

@@ -217,7 +217,7 @@ TEST_F(TheList, TakesKeysAfterItWasEmptiedAndFilledAgain) {
     EXPECT_TRUE(Selected("p", "Papa"));
 }
 
-TEST_F(TheList, MovesTheFocusToWhatTheMiddlewareSelects) {
+TEST_F(TheList, MovesTheFocusToTheItemThatTheMiddlewareSelects) {
     const auto call = m_set.StartMiddleware({"call", "SetSelection", "b"});
     ASSERT_EQ(call->process().WaitForExit(), 0);
     ASSERT_TRUE(Selected("b", "Bravo"));
@@ -258,7 +258,7 @@ TEST(ASet, ShowsTheListWhenStandardOutputHasNoReader) {
 }
 
 // The application's clock runs 50 times as fast, and the test presses no key.
-TEST(ASet, ClosesTheListWhenNobodyUsesIt) {
+TEST(ASet, ClosesTheListAfterItsTimeLimitWithoutAKey) {
     Television set(ChildProcess::Environment{{"APPLIST_LOG", "debug"}});
     const auto application = set.StartApplication({"faketime", "-f", "+0 x50"});
     EXPECT_EQ(application->WaitForExit(), 0);

@@ -47,7 +47,7 @@ TEST_F(ASession, FailsOnAnotherReply) {
     EXPECT_THAT(result.message(), testing::StartsWith("docs/protocol.md:3: heard REPLY"));
 }
 
-TEST_F(ASession, FailsOnAnEventThatTheExampleDoesNotTellOf) {
+TEST_F(ASession, FailsOnAnEventMissingFromTheExample) {
     ASSERT_NO_FATAL_FAILURE(Connect());
     EXPECT_FALSE(
         Play("-> call 00 00 00 00 01 00 00 00 61 D5 07 00 00\n"
@@ -55,7 +55,7 @@ TEST_F(ASession, FailsOnAnEventThatTheExampleDoesNotTellOf) {
              "<- reply\n"));
 }
 
-TEST_F(ASession, FailsOnAnEventBehindTheLastLine) {
+TEST_F(ASession, FailsOnAnEventAfterTheLastLine) {
     ASSERT_NO_FATAL_FAILURE(Connect());
     EXPECT_FALSE(Play("-> announce org.vantu.JavaMW.Applist_CLIENT_ACK\n"));
 }

@@ -73,7 +73,7 @@ TEST_F(TheProtocol, TellsEveryMiddlewareOfEveryAnswerButEvent4OnlyTheOneConcerne
     EXPECT_THAT(m_second.Traffic(), ElementsAre(Reply({})));
 }
 
-TEST_F(TheProtocol, SendsEachEventToEveryMiddlewareWhoeverCausedIt) {
+TEST_F(TheProtocol, SendsEachEventAlsoToMiddlewaresThatDidNotCauseIt) {
     Connect(m_first);
     Connect(m_second);
     m_second.Send(m_name, PATH, ADD_ONE_ITEM);
@@ -143,7 +143,7 @@ TEST_F(TheProtocol, FailsACallBeyondThoseThatTheBusKeepsUnderWay) {
     EXPECT_THAT(m_first.Traffic(), testing::Contains(Reply({})).Times(CALLS_UNDER_WAY));
 }
 
-TEST_F(TheProtocol, LosesWhoSendsMoreThanTheBusLetsPassAndNobodyElse) {
+TEST_F(TheProtocol, LosesOnlyAMiddlewareThatSendsMoreThanTheBusAllows) {
     m_first.Send(m_name, PATH, std::vector<char>(size_t{32} << 20U));
     ASSERT_TRUE(
         RunUntil([this] { return g_dbus_connection_is_closed(m_first.Connection()) != FALSE; }));

@@ -117,7 +117,7 @@ TEST_F(Platformctl, LeavesADamagedFileAsItIs) {
     EXPECT_THAT(Run({"list"}).output, HasSubstr(DATA_SERVICE + "\tint\tunreadable\n"));
 }
 
-TEST_F(Platformctl, TellsASettingThatIsStoredWithTheWrongType) {
+TEST_F(Platformctl, ReportsASettingThatIsStoredWithTheWrongType) {
     m_root.Write("memory/settings.ini", "[settings]\n" + DATA_SERVICE + "=bool:true\n");
     const auto result = Run({"get", DATA_SERVICE});
     EXPECT_EQ(result.status, 1);
@@ -185,7 +185,7 @@ struct Mistake {
 
 class MistakenPlatformctl : public Platformctl, public testing::WithParamInterface<Mistake> {};
 
-TEST_P(MistakenPlatformctl, SaysWhatWasWrongAndWritesNothing) {
+TEST_P(MistakenPlatformctl, ReportsTheMistakeAndWritesNothing) {
     const auto result = Run(GetParam().arguments);
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.output, "");

@@ -38,7 +38,7 @@ TEST_F(VisibleSet, InItalyFollowsAllThreeSettings) {
               "shown\n  factory 194: 8\n  " + DATA_SERVICE + ": 2\n  " + AUTOSTART + ": 0\n");
 }
 
-TEST_F(VisibleSet, TellsItsReasonsAsJson) {
+TEST_F(VisibleSet, PrintsItsReasonsAsJson) {
     Do({"region", "brazil"});
     Do({"set", DATA_SERVICE, "int", "0"});
     const auto result = Run({"visible", "--json"});

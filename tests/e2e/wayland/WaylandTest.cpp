@@ -159,7 +159,7 @@ TEST_F(OnWayland, TheListIsPausedWhileAnotherWindowHasTheKeys) {
     EXPECT_TRUE(logs("_pause callback function calling"));
 }
 
-TEST_F(OnWayland, ThePopupThatSaysWhyThereIsNoListComesAndGoes) {
+TEST_F(OnWayland, ThePopupWithTheReasonForNoListOpensAndCloses) {
     ASSERT_EQ(set.Configure({"set", "memory/tv-viewer/data_service", "int", "0"}), 0);
     const Picture broadcast = weston.Grab();
     const auto application = set.StartApplication();

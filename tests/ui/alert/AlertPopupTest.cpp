@@ -83,7 +83,7 @@ TEST_F(Popup, ShowsMarkupAsItIs) {
     EXPECT_EQ(Shown("elm.text"), "<b>Bread & butter</b>");
 }
 
-TEST_F(Popup, TellsTheTwoKindsApart) {
+TEST_F(Popup, ShowsTheTwoKindsDifferently) {
     popup.Launch(Request("notification", "Hello"));
     EXPECT_EQ(Shown("elm.text.title"), TranslationOf("ALERT_TITLE_NOTIFICATION"));
     EXPECT_EQ(Look(), "default");

@@ -18,7 +18,7 @@ namespace {
 class GlibLoopTest : public testing::Test {
 protected:
     GlibLoopTest() {
-        // The toolkit's system modules look for a system bus and log an error if there is none.
+        // The toolkit's system modules look for a system bus and log an error without one.
         ecore_app_no_system_modules();
         ecore_init();
     }
@@ -60,7 +60,7 @@ void Wait(GlibLoop& loop, timeval patience, bool forSomething) {
 constexpr timeval SHORT{0, 1000};
 constexpr timeval LONG{0, 400'000};
 
-TEST_F(GlibLoopTest, TellsOfARestAfterAWaitInWhichNothingHappened) {
+TEST_F(GlibLoopTest, ReportsARestAfterAWaitWithoutEvents) {
     int rests = 0;
     GlibLoop loop([&rests] { ++rests; });
     Wait(loop, SHORT, false);
@@ -68,7 +68,7 @@ TEST_F(GlibLoopTest, TellsOfARestAfterAWaitInWhichNothingHappened) {
     EXPECT_EQ(rests, 1);
 }
 
-TEST_F(GlibLoopTest, TellsOfNoRestWhereTheNextEventIsWaitedFor) {
+TEST_F(GlibLoopTest, ReportsNoRestWhenAnEventEndsTheWait) {
     int rests = 0;
     GlibLoop loop([&rests] { ++rests; });
     Wait(loop, SHORT, true);
@@ -76,7 +76,7 @@ TEST_F(GlibLoopTest, TellsOfNoRestWhereTheNextEventIsWaitedFor) {
     EXPECT_EQ(rests, 0);
 }
 
-TEST_F(GlibLoopTest, TellsOfNoRestBeforeAShortWait) {
+TEST_F(GlibLoopTest, ReportsNoRestBeforeAShortWait) {
     int rests = 0;
     GlibLoop loop([&rests] { ++rests; });
     Wait(loop, SHORT, false);

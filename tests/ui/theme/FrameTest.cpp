@@ -122,7 +122,7 @@ TEST(AMirroredFrame, BeginsAtTheRight) {
     EXPECT_LE(BoxOf(list.list(), "track").Right(), BoxOf(row).x);
 }
 
-TEST(ATitle, StandsAtTheSideOfItsLanguage) {
+TEST(ATitle, IsAlignedToTheSideWhereItsLanguageStarts) {
     ThemedList list;
     const Box popup = BoxOf(list.popup());
     EXPECT_LT(TextBoxOf(list.popup(), "elm.text.title").x, popup.x + 40);

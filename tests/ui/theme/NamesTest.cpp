@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(Names, AScript,
                          testing::Values("العربية", "עברית", "हिन्दी", "ภาษาไทย", "中文", "日本語",
                                          "한국어", "Ελληνικά", "Русский", "😀📺"));
 
-TEST(ARightToLeftName, StandsAtItsSide) {
+TEST(ARightToLeftName, IsAlignedToTheRight) {
     ThemedList list;
     list.Show({"Latin", "אבג", "العربية", "123"}, 0);
     for (const char* name : {"אבג", "العربية"}) {

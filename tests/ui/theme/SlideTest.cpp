@@ -93,7 +93,7 @@ TEST_F(ALongName, SlidesFasterTheLongerItIs) {
         [&] { return BoxOf(row, "room").x - BoxOf(row, "slider").x > distance / 9; }));
 }
 
-TEST_F(ALongName, StandsStillOnceTheFocusHasLeft) {
+TEST_F(ALongName, StopsWhenTheFocusLeaves) {
     list.Show({LONG, "Short"});
     ASSERT_TRUE(list.WaitForSlide(PATIENCE_SECONDS));
     list.Focus(1);

@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 class InstalledBusPolicy : public InstalledData {};
 
-TEST_F(InstalledBusPolicy, StandsWhereTheSystemBusLooksAndNamesBothUsers) {
+TEST_F(InstalledBusPolicy, IsInstalledForTheSystemBusAndNamesBothUsers) {
     const std::string policy = Content("/usr/share/dbus-1/system.d/org.vantu.applist.conf");
     EXPECT_THAT(policy, HasSubstr("<policy user=\"" APPLIST_USER "\">"));
     EXPECT_THAT(policy, HasSubstr("<policy user=\"" APPLIST_MIDDLEWARE_USER "\">"));

@@ -169,7 +169,7 @@ TEST_F(IPCApplistAdapter, ForgetsTheHandlerThatUnregisters) {
                             Info("callbackMessageObject object is NULL")));
 }
 
-TEST_F(IPCApplistAdapter, LetsNobodyUnregisterAnother) {
+TEST_F(IPCApplistAdapter, KeepsItsHandlerWhenAnotherOneUnregisters) {
     Register();
     adapter.UnregisterOnMessage(&stranger);
     adapter.UnregisterOnConnectionReady(&stranger);
@@ -182,7 +182,7 @@ TEST_F(IPCApplistAdapter, LetsNobodyUnregisterAnother) {
                             Debug("Calling connection ready callback"), Event("ready :1.7")));
 }
 
-TEST_F(IPCApplistAdapter, SaysNothingWhenTheSlotIsEmptyAlready) {
+TEST_F(IPCApplistAdapter, LogsNothingWhenNoHandlerIsRegistered) {
     adapter.UnregisterOnMessage(&handler);
     adapter.UnregisterOnConnectionReady(&handler);
     adapter.UnregisterOnMessage(nullptr);
@@ -213,7 +213,7 @@ TEST_F(IPCApplistAdapter, ReportsAConnectedPartner) {
                             Debug("Calling connection ready callback"), Event("ready :1.7")));
 }
 
-TEST_F(IPCApplistAdapter, KeepsALostPartnerToItself) {
+TEST_F(IPCApplistAdapter, DoesNotReportALostPartner) {
     Register();
     TheTransport().live->HandleConnectionReady(false, ":1.7");
     EXPECT_THAT(Log(), ElementsAre(Debug("HandleConnectionReady state=0, partner=:1.7")));

@@ -74,7 +74,7 @@ TEST(DamagedItem, IsRejectedWhereverItIsCutOff) {
     }
 }
 
-TEST(DamagedItem, IsRejectedWhereverItIsCutOffBehindAWholeOne) {
+TEST(DamagedItem, IsRejectedWhereverItIsCutOffAfterAWholeOne) {
     const std::string whole = ItemBytes("Weather", "w1");
     for (size_t size = 0; size < whole.size(); ++size) {
         SCOPED_TRACE(size);
@@ -86,7 +86,7 @@ TEST(DamagedItem, IsRejectedWhereverItIsCutOffBehindAWholeOne) {
     }
 }
 
-TEST(DamagedItem, IsRejectedWhenALengthPointsBehindTheEnd) {
+TEST(DamagedItem, IsRejectedWhenALengthPointsPastTheEnd) {
     for (const unsigned long length : {8UL, 0xFFUL, 0x100UL, 4096UL, 4097UL, 0xFFFFUL, 0x10000UL,
                                        0x7FFFFFFFUL, 0x80000000UL, 0xFFFFFFFEUL, 0xFFFFFFFFUL}) {
         SCOPED_TRACE(length);

@@ -52,12 +52,12 @@ TEST(RemoteAppListItem, IsCopiedWhole) {
     EXPECT_EQ(copy.GetUnigueId(), "w1");
 }
 
-TEST(ItemWire, WritesEachStringBehindItsLength) {
+TEST(ItemWire, WritesEachStringAfterItsLength) {
     const std::string expected("\x07\x00\x00\x00Weather\x02\x00\x00\x00w1", 17);
     EXPECT_EQ(Written("Weather", "w1"), expected);
 }
 
-TEST(ItemWire, ReadsEachStringBehindItsLength) {
+TEST(ItemWire, ReadsEachStringAfterItsLength) {
     std::istringstream in(std::string("\x07\x00\x00\x00Weather\x02\x00\x00\x00w1", 17));
     RemoteAppListItem item;
     EXPECT_TRUE(in >> item);

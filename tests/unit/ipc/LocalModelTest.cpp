@@ -131,14 +131,14 @@ TEST_F(LocalAppListModelEvents, GreetTheNewPartnerAlone) {
     EXPECT_THAT(TheTransport().sent, ElementsAre(SentNotification{{4, 0, 0, 0}, ":1.42"}));
 }
 
-TEST_F(LocalAppListModelEvents, GreetEverybodyWhenThePartnerHasNoName) {
+TEST_F(LocalAppListModelEvents, GreetAllPartnersWhenTheNewOneHasNoName) {
     local->OnConnectionReady("");
     EXPECT_THAT(Log(), ElementsAre(Debug("Connection established with partner . Sending Local "
                                          "created event"),
                                    Event("notify all: 04 00 00 00")));
 }
 
-TEST_F(LocalAppListModelEvents, SayNothingOfALostPartner) {
+TEST_F(LocalAppListModelEvents, AreNotSentForALostPartner) {
     TheTransport().live->HandleConnectionReady(false, ":1.42");
     EXPECT_THAT(TheTransport().sent, IsEmpty());
 }

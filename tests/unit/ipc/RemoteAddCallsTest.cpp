@@ -58,7 +58,7 @@ TEST_F(RemoteAddItems, StopsAtTheFirstUnreadableItem) {
     EXPECT_EQ(Call(GET_ALL_ITEMS), A + B);
 }
 
-TEST_F(RemoteAddItems, TakesNothingBehindALengthThatIsTooLong) {
+TEST_F(RemoteAddItems, TakesNothingAfterALengthThatIsTooLong) {
     Call(ADD_ITEMS, A + Length(0xFFFFFFFFUL) + B + C);
     EXPECT_EQ(Call(GET_ALL_ITEMS), A);
 }

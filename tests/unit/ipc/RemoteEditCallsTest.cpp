@@ -41,7 +41,7 @@ private:
 
 using RemoteRemoveAllItems = RemoteFixture;
 
-TEST_F(RemoteRemoveAllItems, DeletesTheItemsAfterEverybodyWasTold) {
+TEST_F(RemoteRemoveAllItems, DeletesTheItemsAfterAllNotifications) {
     FillWithThree();
     {
         const ItemMourner mourner(model);
@@ -69,7 +69,7 @@ TEST_F(RemoteRemoveAllItems, ForgetsTheDuplicatesToo) {
 
 using RemoteRemoveItem = RemoteFixture;
 
-TEST_F(RemoteRemoveItem, DeletesTheItemAfterEverybodyWasTold) {
+TEST_F(RemoteRemoveItem, DeletesTheItemAfterAllNotifications) {
     FillWithThree();
     {
         const ItemMourner mourner(model);
@@ -122,7 +122,7 @@ TEST_F(RemoteRemoveItem, KeepsTheOrderOfTheOtherOwnedItems) {
 
 using RemoteModifyItem = RemoteFixture;
 
-TEST_F(RemoteModifyItem, ReplacesInPlaceAndDeletesTheOldItemAfterEverybodyWasTold) {
+TEST_F(RemoteModifyItem, ReplacesInPlaceAndDeletesTheOldItemAfterAllNotifications) {
     FillWithThree();
     {
         const ItemMourner mourner(model);

@@ -58,7 +58,7 @@ TEST_F(AppListFacade, ConnectsTheRendererAndThenTheControl) {
     EXPECT_EQ(control.model, &model);
 }
 
-TEST_F(AppListFacade, LeavesEverybodyAloneAtItsEnd) {
+TEST_F(AppListFacade, DeletesNoneOfItsObjectsAtItsEnd) {
     ClearLog();
     list.reset();
     EXPECT_THAT(Log(), IsEmpty());

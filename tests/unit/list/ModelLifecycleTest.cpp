@@ -57,7 +57,7 @@ TEST_F(DefaultAppListModelLifecycle, NeverDeletesAnItem) {
     EXPECT_THAT(Log(), ElementsAre(Event("deleted m")));
 }
 
-TEST_F(DefaultAppListModelLifecycle, EndsWithItsEmptyItemAndTellsNobody) {
+TEST_F(DefaultAppListModelLifecycle, DeletesItsEmptyItemWithoutNotifications) {
     auto* dying = new DefaultAppListModel;
     view.ListenTo(*dying);
     const void* emptyItem = dying->GetSelection();

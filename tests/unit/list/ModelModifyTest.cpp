@@ -70,7 +70,7 @@ TEST_F(DefaultAppListModelModifyItem, DecidesBeforeTheChangeWhetherToReportASele
     EXPECT_THAT(Log(), Contains(Event("view selected [c b]")));
 }
 
-TEST(DefaultAppListModelWithoutListeners, SaysThatItSentTheChangeAllTheSame) {
+TEST(DefaultAppListModelWithoutListeners, LogsTheChangeEventAnyway) {
     DefaultAppListItem a("Alpha", "a");
     DefaultAppListItem b("Beta", "b");
     DefaultAppListModel model;

@@ -21,7 +21,7 @@ std::string ErrorsOf(void (*body)()) {
     return testing::internal::GetCapturedStderr();
 }
 
-TEST(PlatformLog, WritesErrorsOnlyUnlessToldOtherwise) {
+TEST(PlatformLog, WritesOnlyErrorsByDefault) {
     unsetenv("APPLIST_LOG");
     EXPECT_EQ(ErrorsOf([] {
                   __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_DEBUG, "applist", "debug %d", 1);
@@ -56,7 +56,7 @@ TEST(PlatformLog, DoesNotLookAtTheArgumentsOfALineThatIsOff) {
     EXPECT_EQ(__dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_DEBUG, "applist", "%s", nowhere), 0);
 }
 
-TEST(PlatformLog, ReportsAWrongLevelOnceAndGoesOnWithErrors) {
+TEST(PlatformLog, ReportsAWrongLevelOnceAndWritesErrors) {
     setenv("APPLIST_LOG", "loud", 1);
     EXPECT_EQ(
         ErrorsOf([] {

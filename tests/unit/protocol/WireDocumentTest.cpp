@@ -72,7 +72,7 @@ TEST(WireDocument, ReadsOptions) {
     EXPECT_THAT(steps[2].options, ElementsAre(Pair("x", "")));
 }
 
-TEST(WireDocument, TellsWhatNobodyCanFollow) {
+TEST(WireDocument, ReportsLinesThatCannotBeParsed) {
     EXPECT_THAT(ErrorsOf("-> cal 01\n"), ElementsAre("line 2: no such step"));
     EXPECT_THAT(ErrorsOf("\n-> call 0\n"), ElementsAre("line 3: neither bytes nor quoted text"));
     EXPECT_THAT(ErrorsOf("-> call 012\n"), ElementsAre("line 2: neither bytes nor quoted text"));

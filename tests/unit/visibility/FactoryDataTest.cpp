@@ -28,7 +28,7 @@ protected:
     int m_word = 77;
 };
 
-TEST_F(FactoryItems, StandByTheirNumber) {
+TEST_F(FactoryItems, AreStoredByTheirNumber) {
     ASSERT_EQ(WriteFactoryItem(194, 8), std::nullopt);
     ASSERT_EQ(WriteFactoryItem(195, -1), std::nullopt);
     EXPECT_EQ(m_root.Content(FILE_NAME), "[items]\n194=8\n195=-1\n");

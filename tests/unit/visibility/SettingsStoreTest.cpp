@@ -82,7 +82,7 @@ TEST_F(SettingsStore, ReplacesAValueOfAnotherType) {
     EXPECT_EQ(ReadSetting("db/a").value, Setting(5));
 }
 
-TEST_F(SettingsStore, KeepsWhatElseStandsInTheFile) {
+TEST_F(SettingsStore, KeepsTheRestOfTheFile) {
     m_root.Write(PERSISTENT, "# by hand\n[settings]\n# why\ndb/a=int:1\n[other]\nkey=value\n");
     ASSERT_EQ(WriteSetting("db/b", 2), std::nullopt);
     const std::string content = m_root.Content(PERSISTENT);
@@ -125,7 +125,7 @@ TEST_F(SettingsStore, LeavesOnlyItsFileAndTheLock) {
     EXPECT_THAT(names, testing::UnorderedElementsAre("settings.ini", "settings.ini.lock"));
 }
 
-TEST_F(SettingsStore, SaysNothingOfAKeyThatIsNotThere) {
+TEST_F(SettingsStore, LogsNothingForAMissingKey) {
     EXPECT_LT(vconf_get_bool("db/none", &m_value), 0);
     EXPECT_THAT(Log(), ElementsAre());
 }

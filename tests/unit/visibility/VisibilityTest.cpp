@@ -191,7 +191,7 @@ TEST_F(Visibility, LogsADecisionInTheIsdbRegions) {
     }
 }
 
-TEST_F(Visibility, LogsWhatCannotBeReadAndGoesOn) {
+TEST_F(Visibility, LogsASettingThatCannotBeReadAndContinues) {
     TheFactoryData().Hold(8);
     CheckDVBVisibility();
     EXPECT_THAT(Log(),
