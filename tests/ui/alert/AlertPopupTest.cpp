@@ -118,7 +118,7 @@ TEST_F(Popup, IsAsHighAsItsTextNeeds) {
 TEST_F(Popup, EndsOnAFirstRequestWithoutAText) {
     popup.Launch({"org.vantu.alert-syspopup", {{"type", "notification"}}});
     EXPECT_EQ(popup.window(), nullptr);
-    EXPECT_THAT(Log(), ElementsAre(Error(REFUSAL)));
+    EXPECT_THAT(Log(), ElementsAre(Error(REFUSAL), Event("ui_app_exit")));
     EXPECT_EQ(TheApp().exits, 1);
 }
 
