@@ -66,6 +66,13 @@ void DeleteUnusedFocusNodes(Evas_Object* list) {
 
 }  // namespace
 
+bool ListFocus::IsRealized(const Evas_Object* list, const Elm_Object_Item* row) {
+    Eina_List* rows = elm_genlist_realized_items_get(list);
+    const bool realized = eina_list_data_find(rows, row) != nullptr;
+    eina_list_free(rows);
+    return realized;
+}
+
 ListFocus& ListFocus::Of(Evas_Object* list) {
     void* known = evas_object_data_get(list, KEY);
     return known != nullptr ? FocusIn(known) : *new ListFocus(list);
@@ -139,8 +146,9 @@ void ListFocus::Choose(Elm_Object_Item* row) {
 
 void ListFocus::Set(Elm_Object_Item* row) {
     Choose(row);
-    if (row != elm_object_focused_item_get(m_list)) {
-        Settle();
+    // Not with a layout: rows that are about to be deleted would be part of it.
+    if (IsOpen() && IsRealized(m_list, row)) {
+        elm_object_item_focus_set(row, EINA_TRUE);
     }
     RequestFrame();
 }
@@ -204,7 +212,6 @@ void ListFocus::Settle() {
         return;
     }
     m_muted = true;
-    evas_smart_objects_calculate(m_canvas);
     // At once, unlike bring_in, whose animation takes some frames.
     elm_genlist_item_show(m_row, ELM_GENLIST_ITEM_SCROLLTO_IN);
     evas_smart_objects_calculate(m_canvas);

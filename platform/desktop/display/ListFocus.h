@@ -19,6 +19,8 @@ namespace applist::desktop {
 ///   first rows are laid out the list is therefore closed to focus.
 class ListFocus {
 public:
+    /// True if the row is a widget, which only the rows near the viewport are.
+    static bool IsRealized(const Evas_Object* list, const Elm_Object_Item* row);
     /// The object of this list, created on the first call.
     static ListFocus& Of(Evas_Object* list);
 
@@ -27,7 +29,7 @@ public:
     ListFocus(ListFocus&&) = delete;
     ListFocus& operator=(ListFocus&&) = delete;
 
-    /// Focuses row now if possible, and again in the next frame.
+    /// Focuses the row now if it is a widget, and again in the next frame.
     void Set(Elm_Object_Item* row);
     /// Prepares for a list without rows: before it is filled and before it is cleared.
     void Close();

@@ -5,7 +5,7 @@
 #include <Elementary.h>
 #include <string_view>
 
-#include "CallbackGuard.h"
+#include "display/ListFocus.h"
 
 namespace applist::desktop {
 namespace {
@@ -70,13 +70,6 @@ Elm_Object_Item* PageTarget(const Evas_Object* list, Elm_Object_Item* row, bool 
     return row != nullptr ? row : target;
 }
 
-bool IsRealized(const Evas_Object* list, const Elm_Object_Item* row) {
-    Eina_List* rows = elm_genlist_realized_items_get(list);
-    const bool realized = eina_list_data_find(rows, row) != nullptr;
-    eina_list_free(rows);
-    return realized;
-}
-
 // The focus would get lost on a row that is not a widget yet, as are the rows out of sight. The
 // list scrolls by its last layout, which must include all changes.
 void Realize(const Evas_Object* list, Elm_Object_Item* row) {
@@ -113,7 +106,7 @@ void ListSteps::Focus(const Evas_Object* list, Elm_Object_Item* row) {
     if (row == nullptr) {
         return;
     }
-    if (!IsRealized(list, row)) {
+    if (!ListFocus::IsRealized(list, row)) {
         Realize(list, row);
     }
     elm_object_item_focus_set(row, EINA_TRUE);
