@@ -16,16 +16,35 @@ namespace {
 // for a waiting viewer.
 constexpr std::chrono::seconds REPLY_TIMEOUT{3};
 
+// Calls the bus daemon.
+GVariant* AskDaemon(GDBusConnection* bus, const char* interface, const char* method,
+                    GVariant* parameters, GError** error) {
+    return g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", interface, method, parameters,
+        nullptr, G_DBUS_CALL_FLAGS_NONE,
+        std::chrono::duration_cast<std::chrono::duration<int, std::milli>>(REPLY_TIMEOUT).count(),
+        nullptr, error);
+}
+
 // Waits until the bus daemon has received all messages sent on the connection. It handles messages
 // in order, so its reply to a Ping proves that. g_dbus_connection_flush_sync() is not used because
 // it would wait forever for a hanging daemon.
 bool Reaches(GDBusConnection* bus, GError** error) {
-    g_autoptr(GVariant) answer = g_dbus_connection_call_sync(
-        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer", "Ping",
-        nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE,
-        std::chrono::duration_cast<std::chrono::duration<int, std::milli>>(REPLY_TIMEOUT).count(),
-        nullptr, error);
+    g_autoptr(GVariant) answer =
+        AskDaemon(bus, "org.freedesktop.DBus.Peer", "Ping", nullptr, error);
     return answer != nullptr;
+}
+
+// The owner can be this connection, if the daemon assigned the id after the registration failed.
+bool BelongsToAnother(GDBusConnection* bus, const std::string& applicationId) {
+    g_autoptr(GVariant) answer = AskDaemon(bus, "org.freedesktop.DBus", "GetNameOwner",
+                                           g_variant_new("(s)", applicationId.c_str()), nullptr);
+    if (answer == nullptr || g_variant_is_of_type(answer, G_VARIANT_TYPE("(s)")) == FALSE) {
+        return false;
+    }
+    const char* owner = nullptr;
+    g_variant_get(answer, "(&s)", &owner);
+    return g_strcmp0(owner, g_dbus_connection_get_unique_name(bus)) != 0;
 }
 
 void OnActivate(GApplication*, gpointer self) {
@@ -55,19 +74,15 @@ SingleInstance::~SingleInstance() {
         g_signal_handlers_disconnect_by_data(m_application.get(), this);
     }
     if (m_role == Role::First) {
-        GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
-        g_object_ref(bus);
         m_application.reset();
-        Reaches(bus, nullptr);
-        g_object_unref(bus);
+        Reaches(m_bus.get(), nullptr);
     }
 }
 
 // Keeps the application object, because the caller may be one of its signal handlers.
 void SingleInstance::Release() {
     if (m_role == Role::First) {
-        g_dbus_connection_call(g_application_get_dbus_connection(m_application.get()),
-                               "org.freedesktop.DBus", "/org/freedesktop/DBus",
+        g_dbus_connection_call(m_bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                                "org.freedesktop.DBus", "ReleaseName",
                                g_variant_new("(s)", m_applicationId.c_str()), nullptr,
                                G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
@@ -75,26 +90,29 @@ void SingleInstance::Release() {
 }
 
 void SingleInstance::Register() {
-    m_application.reset(g_application_new(m_applicationId.c_str(), G_APPLICATION_DEFAULT_FLAGS));
-    AcceptRequests();
     const Deadline deadline(REPLY_TIMEOUT);
-    g_autoptr(GError) error = nullptr;
-    if (g_application_register(m_application.get(), deadline.cancellable(), &error) == FALSE) {
-        LOG_ERROR(
-            "%s cannot register on the session bus and does not detect other instances: [%d] %s",
-            m_applicationId.c_str(), error->code, error->message);
-        return;
-    }
-    GDBusConnection* bus = g_application_get_dbus_connection(m_application.get());
-    if (bus == nullptr) {
+    m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, deadline.cancellable(), nullptr));
+    if (m_bus == nullptr) {
         LOG_ERROR("The session bus does not reply; %s does not detect other instances",
                   m_applicationId.c_str());
         return;
     }
     // The list must stay open if the session bus disconnects.
-    g_dbus_connection_set_exit_on_close(bus, FALSE);
-    const bool later = g_application_get_is_remote(m_application.get()) != FALSE;
-    m_role = later ? Role::Later : Role::First;
+    g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE);
+    m_application.reset(g_application_new(m_applicationId.c_str(), G_APPLICATION_DEFAULT_FLAGS));
+    AcceptRequests();
+    g_autoptr(GError) error = nullptr;
+    if (g_application_register(m_application.get(), deadline.cancellable(), &error) != FALSE) {
+        const bool later = g_application_get_is_remote(m_application.get()) != FALSE;
+        m_role = later ? Role::Later : Role::First;
+    } else if (BelongsToAnother(m_bus.get(), m_applicationId)) {
+        // GIO asks the first instance for its actions, and that instance did not reply in time.
+        m_role = Role::Later;
+    } else {
+        LOG_ERROR(
+            "%s cannot register on the session bus and does not detect other instances: [%d] %s",
+            m_applicationId.c_str(), error->code, error->message);
+    }
 }
 
 void SingleInstance::AcceptRequests() {
@@ -106,14 +124,11 @@ void SingleInstance::AcceptRequests() {
 }
 
 bool SingleInstance::HandOver(const app_control_s& request) {
-    if (request.extraData.empty()) {
-        g_application_activate(m_application.get());
-    } else {
-        g_action_group_activate_action(G_ACTION_GROUP(m_application.get()), LAUNCH_ACTION,
-                                       ToActionParameter(request));
-    }
     g_autoptr(GError) error = nullptr;
-    if (Reaches(g_application_get_dbus_connection(m_application.get()), &error)) {
+    g_autoptr(GDBusMessage) message = ToMessage(request);
+    if (g_dbus_connection_send_message(m_bus.get(), message, G_DBUS_SEND_MESSAGE_FLAGS_NONE,
+                                       nullptr, &error) != FALSE &&
+        Reaches(m_bus.get(), &error)) {
         return true;
     }
     LOG_ERROR("Cannot send the launch request to the running %s: [%d] %s", m_applicationId.c_str(),

@@ -29,8 +29,9 @@ public:
     };
     using Receiver = std::function<void(app_control_s&)>;
 
-    /// Determines the role. If the bus or the first instance does not reply within a few seconds,
-    /// the role is Alone. receiver is called from the main context, not from the constructor.
+    /// Determines the role; waits up to a few seconds. If the bus does not reply, the role is
+    /// Alone. If another instance owns the id, the role is Later, even if that instance does not
+    /// reply. receiver is called from the main context, not from the constructor.
     SingleInstance(std::string applicationId, Receiver receiver);
     /// Releases the id unless Release() has done so. Waits up to a few seconds until the bus has
     /// received the release.
@@ -41,8 +42,8 @@ public:
     SingleInstance& operator=(SingleInstance&&) = delete;
 
     Role role() const { return m_role; }
-    /// Sends a launch request to the first instance. Returns true if the bus has received it;
-    /// otherwise logs the reason. REQUIRES: role() == Role::Later.
+    /// Sends a launch request to the first instance, without waiting for that one to handle it;
+    /// true iff the bus has taken it within a few seconds. REQUIRES: role() == Role::Later.
     bool HandOver(const app_control_s& request);
 
     /// Releases the id without waiting, so that later launches start a new instance. A request that
@@ -61,6 +62,7 @@ private:
 
     std::string m_applicationId;
     Receiver m_receiver;
+    std::unique_ptr<GDBusConnection, Unref> m_bus;
     std::unique_ptr<GApplication, Unref> m_application;
     Role m_role = Role::Alone;
 };

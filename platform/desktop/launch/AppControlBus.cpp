@@ -75,19 +75,6 @@ BusLaunch Start(GDBusConnection* bus, const std::string& appId) {
     return Failed("start", appId, error);
 }
 
-GDBusMessage* ToMessage(const app_control_s& request) {
-    GDBusMessage* message =
-        g_dbus_message_new_method_call(request.appId.c_str(), ObjectPathOf(request.appId).c_str(),
-                                       "org.freedesktop.Application", "ActivateAction");
-    GVariant* parameters[] = {g_variant_new_variant(ToActionParameter(request))};
-    g_dbus_message_set_body(
-        message, g_variant_new("(s@av@a{sv})", LAUNCH_ACTION,
-                               g_variant_new_array(G_VARIANT_TYPE_VARIANT, parameters, 1),
-                               g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0)));
-    g_dbus_message_set_flags(message, G_DBUS_MESSAGE_FLAGS_NO_REPLY_EXPECTED);
-    return message;
-}
-
 // The daemon handles the messages of a connection in order. Its reply to the Ping therefore proves
 // that the request is in the application's queue.
 BusLaunch Deliver(GDBusConnection* bus, const app_control_s& request) {

@@ -24,6 +24,19 @@ GVariant* ToActionParameter(const app_control_s& request) {
     return g_variant_builder_end(&extraData);
 }
 
+GDBusMessage* ToMessage(const app_control_s& request) {
+    GDBusMessage* message =
+        g_dbus_message_new_method_call(request.appId.c_str(), ObjectPathOf(request.appId).c_str(),
+                                       "org.freedesktop.Application", "ActivateAction");
+    GVariant* parameters[] = {g_variant_new_variant(ToActionParameter(request))};
+    g_dbus_message_set_body(
+        message, g_variant_new("(s@av@a{sv})", LAUNCH_ACTION,
+                               g_variant_new_array(G_VARIANT_TYPE_VARIANT, parameters, 1),
+                               g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0)));
+    g_dbus_message_set_flags(message, G_DBUS_MESSAGE_FLAGS_NO_REPLY_EXPECTED);
+    return message;
+}
+
 app_control_s FromActionParameter(const std::string& appId, GVariant* parameter) {
     app_control_s request{appId, {}};
     if (parameter == nullptr ||

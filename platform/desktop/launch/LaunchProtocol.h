@@ -7,6 +7,7 @@
 
 #include "AppControlRequest.h"
 
+typedef struct _GDBusMessage GDBusMessage;
 typedef struct _GVariant GVariant;
 
 /// The form of a launch request between two programs of the desktop port. Requests are sent by
@@ -40,6 +41,10 @@ std::string ObjectPathOf(const std::string& appId);
 /// Returns a request's extra data as the action's parameter. The result is floating: the caller
 /// sinks it or passes it to a function that does.
 GVariant* ToActionParameter(const app_control_s& request);
+
+/// Returns the call that sends a request to the running application without asking for a reply. The
+/// caller unrefs it.
+GDBusMessage* ToMessage(const app_control_s& request);
 
 /// Converts an action's parameter to a request. If parameter is null or of another type, the
 /// request has no extra data. The caller keeps ownership of parameter.

@@ -125,14 +125,17 @@ TEST(SingleInstance, DoesNotHangWhenTheSessionBusIsSilent) {
     EXPECT_TRUE(sample.WaitForText("does not detect other instances\n"));
 }
 
-TEST(SingleInstance, DoesNotHangWhenTheFirstInstanceIsStuck) {
+TEST(SingleInstance, LeavesItsLaunchForAFirstInstanceThatIsStuck) {
     const PrivateBus bus;
     SampleProcess first({"--no-window"}, SessionBus(bus.Address()));
     ASSERT_TRUE(first.WaitForLines(LAUNCH, 1));
     first.Process().Signal(SIGSTOP);
-    SampleProcess second({"--no-window"}, SessionBus(bus.Address()));
-    EXPECT_TRUE(second.WaitForText("does not detect other instances"));
+    SampleProcess second({"--no-window", "--extra", "text=y"}, SessionBus(bus.Address()));
+    EXPECT_EQ(second.WaitForExit(), 0);
+    EXPECT_EQ(second.Output(), "result 0\n");
+    EXPECT_EQ(first.Count(LAUNCH), 1);
     first.Process().Signal(SIGCONT);
+    EXPECT_TRUE(first.WaitForLines(std::string(LAUNCH) + " text=y", 1));
 }
 
 TEST(SingleInstance, OutlivesTheSessionBus) {
