@@ -35,13 +35,22 @@ void KeepOutHelpers() {
     efreet_cache_disable();
 }
 
+[[noreturn]] void ConnectionLost() {
+    constexpr int DISPLAY_LOST = 101;
+    LOG_ERROR("The connection to the X server is lost");
+    std::exit(DISPLAY_LOST);
+}
+
+// Xlib calls this until the toolkit is connected. Xlib's default handler would exit with status 1.
+int OnXlibConnectionLost(Display*) {
+    ConnectionLost();
+}
+
 // Without this handler the toolkit exits silently if the X server closes the connection before the
 // first window is created. Later the toolkit installs its own handler, which exits with the same
 // status.
 void OnConnectionLost(void*) {
-    constexpr int DISPLAY_LOST = 101;
-    LOG_ERROR("The connection to the X server is lost");
-    std::exit(DISPLAY_LOST);
+    ConnectionLost();
 }
 
 bool NeedsDisplay() {
@@ -73,6 +82,7 @@ Toolkit::Toolkit(int argc, char** argv) {
     DrawOnOneThread();
     DrawWithoutSharedMemory();
     XSetExtensionErrorHandler(OnMissingExtension);
+    XSetIOErrorHandler(OnXlibConnectionLost);
     ecore_x_io_error_handler_set(OnConnectionLost, nullptr);
     m_started = elm_init(argc, argv) > 0;
     if (!m_started) {

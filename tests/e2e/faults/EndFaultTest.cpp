@@ -107,8 +107,19 @@ protected:
 
 // The higher the number, the later the connection breaks during the start of the first window.
 TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
-    for (const int number : {60, 120, 400}) {
-        StartWithFailure("recvmsg", "ECONNRESET", number);
+    struct Failure {
+        const char* call;
+        const char* error;
+        int number;
+    };
+    // The first writes are those of Xlib before the toolkit has a connection of its own.
+    for (const auto& [call, error, number] :
+         {Failure{"recvmsg", "ECONNRESET", 60}, Failure{"recvmsg", "ECONNRESET", 120},
+          Failure{"recvmsg", "ECONNRESET", 400}, Failure{"writev", "EPIPE", 3},
+          Failure{"writev", "EPIPE", 11}, Failure{"writev", "EPIPE", 31},
+          Failure{"writev", "EPIPE", 61}}) {
+        SCOPED_TRACE(std::string(call) + " " + std::to_string(number));
+        StartWithFailure(call, error, number);
         EXPECT_EQ(application().WaitForExit(), NO_DISPLAY) << Log();
         const std::string log = Log();
         EXPECT_THAT(log, HasSubstr("The connection to the X server is lost"));
