@@ -45,6 +45,9 @@ Keyboard::Keyboard(Windows& windows, KeyTable keys)
 }
 
 bool Keyboard::Press(Ecore_Event_Key& key) {
+    if (m_grab) {
+        KeyboardGrab::Next();
+    }
     if (!m_windows.TakesKeys(key.window)) {
         m_down.erase(key.keycode);
         m_heldBefore.insert(key.keycode);
@@ -76,6 +79,8 @@ void Keyboard::Close() {
 void Keyboard::ReleaseGrab() {
     if (!HasKeysDown()) {
         m_grab.reset();
+    } else if (m_grab) {
+        KeyboardGrab::Next();
     }
 }
 

@@ -7,23 +7,20 @@
 namespace applist::desktop {
 
 /// Directs all keys to an invisible window of this program while it exists, whichever window has
-/// the focus. X11 only; main thread only, while the toolkit is running.
+/// the focus. The X server sends one key event and keeps later ones until Next() or the end of the
+/// grab. At the end of the grab it sends them to the window with the focus, so that this window
+/// receives both press and release. X11 only; main thread only, while the toolkit is running.
 class KeyboardGrab {
 public:
-    KeyboardGrab() : m_window(ecore_x_window_input_new(0, -1, -1, 1, 1)) {
-        ecore_x_window_show(m_window);
-        // Fails if another program already grabs the keyboard. Keys then go to that program.
-        static_cast<void>(ecore_x_keyboard_grab(m_window));
-    }
-    ~KeyboardGrab() {
-        ecore_x_keyboard_ungrab();
-        ecore_x_window_free(m_window);
-        ecore_x_flush();
-    }
+    KeyboardGrab();
+    ~KeyboardGrab();
     KeyboardGrab(const KeyboardGrab&) = delete;
     KeyboardGrab& operator=(const KeyboardGrab&) = delete;
     KeyboardGrab(KeyboardGrab&&) = delete;
     KeyboardGrab& operator=(KeyboardGrab&&) = delete;
+
+    /// Has the X server send the next key event. Call it after each one.
+    static void Next();
 
 private:
     Ecore_X_Window m_window;

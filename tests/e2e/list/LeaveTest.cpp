@@ -93,6 +93,27 @@ TEST_F(LeavingTheScreen, KeepsBothHalvesOfTheKeyThatChose) {
     EXPECT_THAT(m_set.screen().ReceivedKeys(), Each(EndsWith(" x")));
 }
 
+// The list sees the release only when the next key has been pressed and released as well.
+TEST_F(LeavingTheScreen, LeavesTheNextKeyToTheNextWindow) {
+    const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
+    ASSERT_NE(player, 0U);
+    m_set.Show("a\tAlpha\n",
+               {"faketime", "-f", "+0 x0.05", "sh", "-c", R"(echo $$; exec "$@")", "sh"});
+    ASSERT_TRUE(m_set.middleware().SeesSelected("a", "Alpha"));
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
+    ASSERT_TRUE(m_set.application().WaitForText("APPLIST v:"));
+    const int list = std::stoi(m_set.application().Output());
+    m_set.screen().PressKey("Return");
+    ASSERT_TRUE(m_set.screen().WaitUntil([&] { return m_set.screen().FocusedWindow() == player; }));
+    kill(list, SIGSTOP);
+    m_set.screen().ReleaseKey("Return");
+    m_set.screen().TypeKey("x");
+    kill(list, SIGCONT);
+    EXPECT_TRUE(
+        m_set.screen().WaitUntil([&] { return m_set.screen().ReceivedKeys().size() >= 2; }));
+    EXPECT_THAT(m_set.screen().ReceivedKeys(), ElementsAre("press x", "release x"));
+}
+
 // For a key that acts on its release the list does not hold the keyboard.
 TEST_F(LeavingTheScreen, GivesTheKeyboardBackAtOnceWhenNoKeyIsDown) {
     const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
