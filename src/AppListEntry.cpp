@@ -73,8 +73,8 @@ int AppListEntry::HandleService(app_control_s* /*request*/) {
 void AppListEntry::HandleCmd() {
     LOG_DEBUG("_handle_cmd function calling");
     if (m_launched) {
-        // The first request comes with the start itself; a second start of the program closes the
-        // list.
+        // The first request belongs to the start of this process. A later one means that the
+        // program was started again, which closes the list.
         LOG_DEBUG("Closing application by calling app_efl_exit()");
         ui_app_exit();
     }

@@ -29,8 +29,8 @@ protected:
     AppListItem& operator=(AppListItem&&) = default;
 };
 
-/// Predicate that matches items: true if an element's unique id is byte-equal to the target's. For
-/// searches from the front of a list, which return the first match.
+/// Predicate for std::find_if() and similar searches: true if an item's unique id equals the
+/// target's byte for byte.
 class ApplistItemComparator {
 public:
     /// target is not owned and must outlive the search.

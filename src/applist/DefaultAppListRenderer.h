@@ -23,8 +23,9 @@ public:
     SelectionPropagator(AppListModel* model, ItemSelectionListener* listener)
         : m_model(model), m_listener(listener) {}
 
-    /// Selects item in the model unless suppressed. The listener is not called, and is the last of
-    /// the model's selection listeners afterwards.
+    /// Selects item in the model unless suppressed. Removes the constructor's listener from the
+    /// model during the call, so that it is not called. Adding it again makes it the model's last
+    /// selection listener.
     void SetSelection(AppListItem* item);
 
     bool Suppressed() const { return m_suppressed; }
@@ -121,8 +122,8 @@ private:
     void OnRealized(Row* row);
     void ItemSelectEvent(Row* row);
 
-    /// Sets m_focusItem to the last row with target's id, or to null. Returns the row that has the
-    /// focus. If rows is not null, adds every row to it.
+    /// Sets m_focusItem to the last row with target's id, or to null if there is none. Returns the
+    /// row that has the focus, or null. If rows is not null, adds every row to it.
     Row* ScanRows(AppListItem* target, RowsById* rows);
     /// Removes the items' ids from rows and inserts a row for each item whose id is not in it.
     void PlaceItems(const std::vector<AppListItem*>& items, AppListItem* selection, RowsById& rows);

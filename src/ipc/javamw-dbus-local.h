@@ -39,8 +39,9 @@ struct ConnectionPartner {
 /// three-way handshake of bus names. Transfers opaque bytes: calls from a partner with a reply, and
 /// signals in both directions.
 ///
-/// Main thread only: GIO calls back on the thread of the default main context. The mutex protects
-/// the partner map in the handshake callbacks, which hold it during HandleConnectionReady().
+/// Main thread only: GIO calls back on the thread of the default main context. The callbacks
+/// that connect or lose a partner hold the mutex while they change the partner map and call
+/// HandleConnectionReady(). No other function locks it.
 /// Failures are not returned to the caller but logged; the channel continues with the parts that
 /// work.
 class JavaMWDbusLocal {

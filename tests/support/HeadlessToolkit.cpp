@@ -180,9 +180,9 @@ void HeadlessToolkit::OnError(const std::string& text) {
     if (text.find("Could not fetch a node located at") != std::string::npos) {
         return;
     }
-    // The list gives the focus to a row while it only measures it, and to a row that a call removes
-    // while the window does not have the focus. Both ask a focus manager that does not know the
-    // row.
+    // The toolkit logs these errors in two harmless cases: the list focuses a row that exists only
+    // to be measured, and it focuses a row that is being removed while the window does not have the
+    // focus. In both cases the row is not registered in the focus manager.
     if (text.find("(Elm.Genlist.Item) not registered in manager") != std::string::npos ||
         text.find("_manager_in_chain_set() safety check failed") != std::string::npos) {
         return;

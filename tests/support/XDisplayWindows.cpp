@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The windows on the screen.
+// Finds, iconifies, opens and closes windows on the test's X server.
 #include <algorithm>
 
 #include <X11/Xatom.h>

@@ -15,7 +15,7 @@ std::vector<std::string> DecidingInItaly(const Circumstances& circumstances) {
     if (circumstances.autorun && circumstances.autostart) {
         return {PlatformSettings::AUTORUN_DATA_SERVICE_KEY, PlatformSettings::AUTOSTART_APP};
     }
-    // The entry is shown; one of the two being off is enough, so one of them is named.
+    // The entry is shown because at least one of the two is off. Naming one is enough.
     return {PlatformSettings::DATA_SERVICE_KEY, circumstances.autorun
                                                     ? PlatformSettings::AUTOSTART_APP
                                                     : PlatformSettings::AUTORUN_DATA_SERVICE_KEY};

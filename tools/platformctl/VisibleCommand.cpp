@@ -25,8 +25,8 @@ int NumberOf(const std::string& key) {
     return value ? std::visit([](auto number) { return static_cast<int>(number); }, *value) : 0;
 }
 
-/// Returns the region and the settings that decided. If the region cannot be read at once,
-/// GetLocalSet() is not called, because it would wait for another five seconds.
+/// Returns the region and the settings that decided; only the region if it cannot be read. In that
+/// case GetLocalSet() is not called: it would wait for five seconds, as the decision already did.
 std::vector<Fact> DecidingFacts() {
     std::vector<Fact> facts{{"factory " + std::to_string(ID_LOCALSET), ReadRegionItem()}};
     if (!facts[0].reading.value) {

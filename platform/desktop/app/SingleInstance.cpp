@@ -26,9 +26,9 @@ GVariant* AskDaemon(GDBusConnection* bus, const char* interface, const char* met
         nullptr, error);
 }
 
-// Waits until the bus daemon has received all messages sent on the connection. It handles messages
-// in order, so its reply to a Ping proves that. g_dbus_connection_flush_sync() is not used because
-// it would wait forever for a hanging daemon.
+// Returns true once the bus daemon has received all messages sent on the connection: it handles
+// messages in order, so it replies to a Ping only after them. Returns false after REPLY_TIMEOUT.
+// g_dbus_connection_flush_sync() would wait forever for a hanging daemon.
 bool Reaches(GDBusConnection* bus, GError** error) {
     g_autoptr(GVariant) answer =
         AskDaemon(bus, "org.freedesktop.DBus.Peer", "Ping", nullptr, error);

@@ -32,10 +32,10 @@ std::string_view TakeLine(std::string_view& text) {
 
 }  // namespace
 
-// Debian's keymaps name KEY_EXIT "XF86Close". They do not name KEY_OK and KEY_SELECT, whose key
-// codes are 360 and 361 (including X's offset of 8). X11 does not deliver codes above 255, so these
-// two work on Wayland only. Key code 182 is XF86Exit in some keymaps, but the toolkit does not know
-// that name.
+// Debian's keymaps name the kernel's KEY_EXIT "XF86Close". They do not name KEY_OK and KEY_SELECT,
+// so the table lists their key codes, 360 and 361 (including X's offset of 8). X11 does not deliver
+// codes above 255, so these two work on Wayland only. KEY_EXIT is also listed by its key code, 182,
+// because other keymaps name it XF86Exit, a name that the toolkit does not know.
 KeyTable::KeyTable()
     : m_entries{
           {"Escape", "XF86Back"},    {"F10", "XF86Exit"},        {"Keycode-182", "XF86Exit"},

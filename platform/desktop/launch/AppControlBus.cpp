@@ -48,9 +48,9 @@ bool AskDaemon(GDBusConnection* bus, const char* interface, const char* method,
     return answer != nullptr;
 }
 
-// Logs the failure of a bus call. If the call has timed out, the program is launched directly
-// instead: the daemon drops the pending request when this connection closes, and if the bus starts
-// the program as well, the second instance forwards its request to the first.
+// Logs the failure of a bus call. After a timeout it returns UNKNOWN, so that the caller launches
+// the program directly: the daemon drops the pending request when this connection closes. If the
+// bus starts the program as well, the second instance forwards its request to the first.
 BusLaunch Failed(const char* what, const std::string& appId, const GError* error) {
     if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) != FALSE) {
         LOG_INFO("Timed out: %s %s over the bus", what, appId.c_str());

@@ -38,7 +38,8 @@ void ChannelTest::TearDown() {
     if (m_connection == nullptr) {
         return;
     }
-    // The next test in this process gets a connection of its own only when this one is gone.
+    // GIO shares one connection in a process, so the next test gets a new one only after this one
+    // is destroyed.
     std::atomic<bool> gone = false;
     g_object_weak_ref(G_OBJECT(m_connection), NoteTheEnd, &gone);
     g_object_unref(m_connection);

@@ -48,11 +48,12 @@ public:
     }
 };
 
-/// A private bus that is this process' system bus, and a second reference to the connection that
-/// channels share, for a look at what they leave behind.
+/// Makes a private bus the system bus of this process. Holds a second reference to the connection
+/// that channels share, so that tests can check what channels leave on it.
 ///
-/// At the end the connection must go, and GLib must have complained of nothing but the ids that
-/// channels release by the wrong call: three for each channel that had a connection.
+/// TearDown() checks that the connection is destroyed and that GLib logged only the expected
+/// messages: three for each channel with a connection, because channels release three ids with the
+/// wrong function.
 class ChannelTest : public testing::Test {
 protected:
     /// rules: see PrivateBus.
@@ -66,17 +67,17 @@ protected:
     /// The unique name of the application's connection.
     std::string Self() const { return g_dbus_connection_get_unique_name(m_connection); }
 
-    /// Runs the main context until the channel has dealt with all that peer did, and the peer has
-    /// what the channel did about it.
+    /// Runs the main context until the channel has handled everything that peer sent, and peer has
+    /// received the channel's messages.
     void Settle(const ScriptedPeer& peer);
-    /// The handshake with the application there first. Done when it returns.
+    /// Completes the handshake of a middleware that starts after the application.
     void Connect(ScriptedPeer& peer);
     /// The answer to a "Send" from peer.
     Bytes Call(ScriptedPeer& peer, const Bytes& bytes);
 
-    /// How many channels with a connection the test builds; 1 unless told otherwise.
+    /// Sets the number of channels with a connection that the test creates; the default is 1.
     void ExpectChannels(size_t count) { m_channels = count; }
-    /// Announces that GLib complains so often in words that hold text.
+    /// Expects count messages from GLib that contain text.
     void ExpectGlibMessages(size_t count, const std::string& text) { m_expected = {count, text}; }
 
 private:

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A program that ends as the application does after an activation: the notification goes out, the
-// channel goes, the process goes, with nothing in between.
+// A program that ends like the application after an activation: it sends a notification, destroys
+// the channel and calls _exit() at once.
 #include <iostream>
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What a channel sent right before its end: the viewer's choice, on an application that has nothing
-// else left to do.
+// A notification that is sent right before the channel is destroyed must arrive: it carries the
+// viewer's choice.
 #include <memory>
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What a channel gives back when it ends, and what it leaves.
+// What the destructor of a channel releases, and what it does not release.
 #include <csignal>
 #include <memory>
 

@@ -125,7 +125,7 @@ TEST_F(Partner, HoldsItsResourcesDuringTheLostHook) {
         channel.SendNotification(event, partner);
         EXPECT_EQ(Log().back(), Debug("Sending signal with 1 bytes\n\n")) << ready;
     };
-    // The lost one has no name any more to send to.
+    // The lost partner's unique name has been cleared, so GLib refuses to send a signal to it.
     ExpectGlibMessages(1, "destination_bus_name");
     const std::string name = ConnectAndLose(channel);
     channel.onReady = [](bool, const std::string&) {};

@@ -49,8 +49,8 @@ int OnEnd(void* list) {
     return G_SOURCE_CONTINUE;
 }
 
-// What was sent stands in a queue of GIO's, which the end of the process would throw away; a screen
-// takes long enough to close that this program alone needs care.
+// GIO sends from a queue, which is lost when the process ends. The real application does not need
+// this call, because closing its window takes longer than sending.
 void Flush() {
     if (GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr)) {
         g_dbus_connection_flush_sync(bus, nullptr, nullptr);

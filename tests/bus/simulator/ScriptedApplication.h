@@ -13,8 +13,8 @@
 
 namespace applist::test {
 
-/// An application on a bus connection of its own whose every step the test makes, and which hears
-/// what the middleware announces and signals.
+/// An application that does only what the test calls. Has a separate bus connection and records the
+/// middleware's announcements and signals.
 class ScriptedApplication {
 public:
     explicit ScriptedApplication(const std::string& address)

@@ -112,7 +112,7 @@ TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
         const char* error;
         int number;
     };
-    // The first writes are those of Xlib before the toolkit has a connection of its own.
+    // Xlib makes the first writes, before the toolkit opens its own connection.
     for (const auto& [call, error, number] :
          {Failure{"recvmsg", "ECONNRESET", 60}, Failure{"recvmsg", "ECONNRESET", 120},
           Failure{"recvmsg", "ECONNRESET", 400}, Failure{"writev", "EPIPE", 3},

@@ -85,8 +85,8 @@ TEST_F(TheDisk, MayBeFullAndKeepsTheSettingsThatItHas) {
     EXPECT_EQ(shell.Output(), "2\nsettings.ini\nsettings.ini.lock\n");
 }
 
-// A file size limit of 0 has the same effect on a writer, and the list can be shown at the same
-// time.
+// A file size limit of 0 makes each write fail, as a full disk does, but only for platformctl. The
+// test can therefore show the list with the settings that are still stored.
 TEST_F(TheDisk, MayBeFullWhenASettingIsChanged) {
     ChildProcess tool(
         {"sh", "-c", "trap '' XFSZ; ulimit -f 0; exec \"$0\" \"$@\"", BuiltProgram("platformctl"),

@@ -106,8 +106,8 @@ private:
 // The theme's colour of the focused row.
 constexpr uint32_t FOCUS_COLOUR = 0xFFD140;
 
-/// Acts as a middleware: completes the handshake, empties the list, and signals to the application
-/// and to all.
+/// Tries to act as a middleware: requests the names of the handshake, calls the
+/// application to empty the list, and sends one signal to the application and one to all.
 class Forger {
 public:
     Forger(const Set& set, const User& user)

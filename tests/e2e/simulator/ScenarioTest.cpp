@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The scenarios of the middleware's double against the built application on a real screen.
+// Plays the scenarios of javamw-sim against the built application on a real screen.
 #include <filesystem>
 #include <memory>
 #include <string>

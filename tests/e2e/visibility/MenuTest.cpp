@@ -76,8 +76,9 @@ TEST_F(Menu, IsToldThatTheOtherFormsAreShown) {
     }
 }
 
-/// A menu that logs with GLib and keeps the module only for one question. Each case runs in a child
-/// process, because GLib accepts one writer per process.
+/// A menu that logs with GLib, and that loads the module, calls check_visibility_int() once and
+/// unloads the module. Each case runs in a child process, because a process can set GLib's log
+/// writer only once.
 class LoggingMenu : public Menu {
 protected:
     LoggingMenu() {

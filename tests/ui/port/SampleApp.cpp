@@ -115,8 +115,8 @@ Eina_Bool OnKeyUp(void* data, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
-// The rows are added when the window has the focus, as the list's are added some time after its
-// start.
+// Adds the rows only when the window has the focus, because applist's rows arrive after its window
+// is shown, too.
 void OnWindowFocused(void* data, Evas_Object* window, void*) {
     auto& sample = *static_cast<Sample*>(data);
     evas_object_smart_callback_del(window, "focus,in", OnWindowFocused);

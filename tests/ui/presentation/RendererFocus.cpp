@@ -21,7 +21,7 @@ const std::string ALPHA = "[name: Alpha, unique id: a]";
 const std::string BETA = "[name: Beta, unique id: b]";
 const std::string GAMMA = "[name: Gamma, unique id: c]";
 
-/// A selection listener that stands beside the renderer, as the key control does.
+/// A second selection listener of the model, as the key control is.
 class CountingListener : public ItemSelectionListener {
 public:
     void ItemSelected(AppListModel* /*model*/) override { ++selections; }

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What the toolkit keeps of rows that are gone.
+// Focus nodes that the toolkit keeps for deleted rows.
 #include <memory>
 
 #include "ui/presentation/RendererFixture.h"

@@ -77,7 +77,7 @@ TEST_P(AnyLength, TakesOneFrameForEachKeyAndDrawsNoMoreRowsThanThePanelHolds) {
         EXPECT_TRUE(frame.focusedInside) << frame;
         EXPECT_LE(frame.rows.size(), 9U) << frame;
     }
-    // Only what is near the panel exists as a widget, however long the list is.
+    // Widgets exist only for rows near the panel, regardless of the length of the list.
     Eina_List* real = elm_genlist_realized_items_get(list());
     EXPECT_LE(eina_list_count(real), 64U);
     eina_list_free(real);

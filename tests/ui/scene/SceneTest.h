@@ -23,12 +23,12 @@ namespace applist::test {
 
 /// What one frame shows of the rows.
 struct Frame {
-    /// The row with the focus mark; nothing where none has it. With several, the frame is wrong:
-    /// their names follow each other.
+    /// The name of the row that is drawn with the focus; absent if there is none. If several rows
+    /// are, which is an error, their names one after the other.
     std::optional<std::string> focused;
     /// The names in the list's viewport, from the top down.
     std::vector<std::string> rows;
-    /// How much is seen of the focus bar of each of them, out of 255.
+    /// The opacity of the focus bar in each of these rows, 0 to 255.
     std::vector<int> bars;
     /// True iff the focused row lies within the viewport from its top to its bottom.
     bool focusedInside = false;
@@ -38,8 +38,8 @@ struct Frame {
 };
 std::ostream& operator<<(std::ostream& out, const Frame& frame);
 
-/// The list as a viewer has it, without a display: renderer, key control and model, the port's
-/// keys, the real theme. Every frame that is drawn is looked at in the moment it is finished.
+/// The list without a display, with the real renderer, key control, model and theme and the port's
+/// keyboard. Records a Frame each time the canvas has drawn.
 class SceneTest : public testing::Test {
 public:
     ~SceneTest() override;
@@ -56,9 +56,9 @@ protected:
     /// Fills the list with rows "Row 1" to "Row count" and waits for the first frame with rows.
     void Fill(int count);
     void Add(AppListItem* item) { m_model->AddItemAtEnd(item); }
-    /// A key goes down and up, and everything that follows from it is drawn.
+    /// Presses and releases a key and waits until all its effects are drawn.
     void Type(const std::string& key);
-    /// A key goes down and up; nothing is waited for.
+    /// Presses and releases a key without waiting.
     static void Send(const std::string& key);
     /// Draws what is due now.
     void Draw();
@@ -71,7 +71,7 @@ protected:
     const std::vector<Frame>& frames() const { return m_frames; }
     void Forget() { m_frames.clear(); }
     Frame Now();
-    /// The name of the row that has the toolkit's focus, empty where none has.
+    /// The name of the row that has the toolkit's focus, empty if no row has it.
     std::string FocusedRow() const;
 
 private:

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Computed from the drawn pixels, not from the theme's source.
+// Contrast ratios of the themes, computed from the drawn pixels and not from the themes' source.
 #include <algorithm>
 
 #include <gtest/gtest.h>

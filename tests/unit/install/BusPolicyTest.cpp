@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The bus files that are installed on a set.
+// The bus policy that the installation contains.
 #include <gmock/gmock.h>
 
 #include "unit/install/InstalledData.h"

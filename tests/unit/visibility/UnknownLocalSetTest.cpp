@@ -8,8 +8,8 @@
 #include "fakes/FakePlatformLog.h"
 #include "visibility-checker.h"
 
-// Settings whose local set can be any number, unlike the real ones. This definition overrides
-// theirs.
+// Defines the functions of PlatformSettings in place of the real ones, so that GetLocalSet() can
+// return numbers that are not a LocalSet.
 namespace {
 int localSet = 0;
 int otherReads = 0;

@@ -32,10 +32,10 @@ std::string MissingService(const Broadcast& broadcast, const BroadcastFilter& fi
 /// Returns the applications that a snapshot offers to the viewer, as items of the list: AUTOSTART
 /// and PRESENT ones in the order of services and tables.
 ///
-/// An application that several services offer under one name becomes one item. If its name differs,
-/// each name becomes an item, with "@" and the service after the id. Different applications with
-/// the same name get a number after the name. An application without a readable name is shown by
-/// its id.
+/// If several services offer one application under the same name, it becomes one item. If they use
+/// different names, each name becomes an item; the ids of all but the first end in "@SERVICE". If
+/// different applications have the same name, all but the first get a number: "News (2)". An
+/// application without a readable name gets its id as its name.
 Items OfferedItems(const Snapshot& snapshot, const BroadcastFilter& filter);
 
 }  // namespace applist::sim

@@ -77,8 +77,8 @@ TEST_F(Commands, ServeFillsAnApplicationThatStartsLater) {
     Interrupt(*serve);
 }
 
-// Each hears what the application answers to the other, and so does the application: it may report
-// its list twice, which must not fill it twice.
+// Announcements are broadcast, so the application may send LocalCreated twice when two middlewares
+// connect. "serve" must nevertheless fill the list only once.
 TEST_F(Commands, SeveralAtOnceAreEachConnected) {
     const auto watch = m_set.Start({"watch"});
     const auto serve = m_set.Start({"serve", "--items", ItemFile()});
@@ -272,7 +272,7 @@ TEST_F(Commands, StopOnATerminationSignalToo) {
     EXPECT_EQ(serve->WaitForExit(), SUCCESS);
 }
 
-// Nobody has answered yet: what was asked for did not come true.
+// The application has not replied yet, so the call counts as failed.
 TEST_F(Commands, CallStopsOnASignalBeforeItsEnd) {
     ScriptedApplication application(m_set.bus().Address());
     for (const int number : {SIGINT, SIGTERM}) {

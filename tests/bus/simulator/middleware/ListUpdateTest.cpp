@@ -45,7 +45,7 @@ std::string TwoVersions() {
     return {generator.stream().begin(), generator.stream().end()};
 }
 
-/// Answers every call with nothing and keeps what was called: "AddItems id=name id=name".
+/// Answers every call with an empty reply and records it as "AddItems id=name id=name".
 class CalledApplication : public ScriptedApplication {
 public:
     explicit CalledApplication(const std::string& address) : ScriptedApplication(address) {

@@ -45,8 +45,7 @@ std::vector<std::string> CallsOf(const std::string& file) {
 
 class Record : public testing::Test {
 protected:
-    /// Filled with one item by a middleware of its own, all of it recorded by somebody who looks
-    /// on.
+    /// Records to file, from a separate process, how a middleware adds one item to a list.
     void RecordAsOnlooker(const std::string& file) {
         const auto recorder = m_set.Start({"record", file});
         ASSERT_TRUE(recorder->WaitForText("recording " + file));

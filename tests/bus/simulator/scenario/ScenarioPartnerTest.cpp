@@ -42,7 +42,7 @@ protected:
 
 TEST_F(ScenarioPartner, SkipsTheStepThatItIsToldTo) {
     Play("handshake skip syn\nexpect announcement syn within 1min\nwait connected within 1min\n");
-    // Nothing comes by itself; the application is heard all the same.
+    // The middleware skips its own first step, but still answers that of the application.
     ASSERT_TRUE(RunUntil([&] {
         m_application.Announce(sim::names::SYN);
         return !m_application.heard.empty();

@@ -28,7 +28,7 @@ TsGenerator Minimal() {
     return generator;
 }
 
-// The minimal stream with one more packet of the table, changed; what was counted.
+// Appends a packet of the table to the minimal stream, changes it and returns the counted damage.
 Damage WithLastPacket(const std::function<void(uint8_t* packet)>& change) {
     TsGenerator generator = Minimal();
     generator.Add(TABLE_PID, test::TsApplications({WEATHER}, 0x0001, 1));

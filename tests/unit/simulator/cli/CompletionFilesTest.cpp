@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What the shells offer is what the program takes. Each shell is asked itself.
+// Runs bash, zsh and fish: each completes exactly the words that the program accepts.
 #include <cstdlib>
 #include <set>
 #include <sstream>

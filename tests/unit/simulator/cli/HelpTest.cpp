@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The command line, its help and its manual tell the same.
+// The command line, its help and its manual page name the same commands and options.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>

@@ -94,7 +94,7 @@ TEST(IndependentTables, AgreeOnAGeneratedStream) {
     EXPECT_EQ(Ours(file), independent);
 }
 
-// Streams recorded off the air stand beside the tree, if anywhere.
+// Recorded streams are not part of the project. Skipped unless a folder of them exists.
 TEST(IndependentTables, AgreeOnRecordedStreams) {
     const auto folder = Source() / "../shared/captures";
     if (!std::filesystem::is_directory(folder)) {

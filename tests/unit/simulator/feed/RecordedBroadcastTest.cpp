@@ -14,8 +14,8 @@
 namespace applist::sim {
 namespace {
 
-/// Streams recorded off the air, which are nobody's to hand on with the sources: these tests run
-/// where a folder of them stands beside the tree.
+/// Scans recorded broadcasts. They cannot be distributed with the sources, so these tests are
+/// skipped unless a folder of recordings exists.
 class RecordedBroadcast : public testing::Test {
 protected:
     Broadcast Scan(const std::string& name) {

@@ -126,7 +126,7 @@ TEST(CaptureFile, MayEndAnywhere) {
     }
 }
 
-/// What a reader makes of the messages of a bus, one after the other.
+/// Passes the messages of a bus to a reader one by one and describes each result as text.
 class Traffic : public testing::Test {
 protected:
     std::string Read(const std::string& bytes) {

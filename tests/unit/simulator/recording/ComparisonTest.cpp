@@ -32,7 +32,7 @@ std::vector<std::string> Lines(const Messages& first, const Messages& second,
     return lines;
 }
 
-// The same traffic in another run, where everybody has another name.
+// Returns the same traffic as in another run, with different unique names.
 Messages Renamed(Messages messages) {
     for (RecordedMessage& message : messages) {
         for (std::string* name : {&message.from, &message.to}) {
