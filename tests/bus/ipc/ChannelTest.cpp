@@ -16,7 +16,7 @@ bool IsUnknownWatch(const std::string& message) {
     return std::regex_match(message, form);
 }
 
-// The last reference may go in the bus library's own thread.
+// May run on GIO's worker thread, which can hold the last reference.
 void NoteTheEnd(void* flag, GObject* /*connection*/) {
     static_cast<std::atomic<bool>*>(flag)->store(true);
     g_main_context_wakeup(nullptr);
@@ -30,7 +30,7 @@ void ChannelTest::SetUp() {
     setenv(PrivateBus::ADDRESS_VARIABLE, Address().c_str(), 1);
     m_connection = g_bus_get_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr);
     ASSERT_NE(m_connection, nullptr);
-    // The end of the bus ends the program, but not the test.
+    // Unlike the program, the test continues when the bus ends.
     g_dbus_connection_set_exit_on_close(m_connection, FALSE);
 }
 

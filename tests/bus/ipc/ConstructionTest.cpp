@@ -128,7 +128,7 @@ TEST_F(BusThatKeepsNames, IsReportedWithTheReleaseThatFailed) {
                            {Error("Release failed due to empty response.\n\n")}}));
 }
 
-/// A process whose system bus is nowhere.
+/// A process without a system bus.
 class ChannelWithoutBus : public testing::Test {
 protected:
     void SetUp() override {

@@ -23,7 +23,8 @@ void Forget(GDBusConnection*, const char*, void* gone) {
     *static_cast<bool*>(gone) = true;
 }
 
-/// Runs the main context until the bus has let name go: after all that its owner had sent.
+/// Runs the main context until the bus reports that name has lost its owner. By then every message
+/// of the owner has arrived. Returns false on a timeout.
 bool AwaitLoss(GDBusConnection* connection, const std::string& name) {
     bool gone = false;
     const unsigned watch = g_bus_watch_name_on_connection(
@@ -33,7 +34,7 @@ bool AwaitLoss(GDBusConnection* connection, const std::string& name) {
     return inTime;
 }
 
-// A lost one is a matter of luck, so many times over.
+// Whether a notification gets lost depends on timing, so the test repeats this 200 times.
 TEST_F(Farewell, ArrivesEachTimeFromAProgramThatEndsAtOnce) {
     constexpr size_t TIMES = 200;
     ScriptedPeer peer(Address());
@@ -54,7 +55,8 @@ TEST_F(Farewell, ArrivesEachTimeFromAProgramThatEndsAtOnce) {
 
 class EndWithoutAListener : public ChannelTest {
 protected:
-    /// More than the bus takes from a connection at once, so that some of it waits in the program.
+    /// More than the bus reads from a connection at once, so that a part stays queued in the
+    /// program.
     static Bytes TooMuchAtOnce() { return Bytes(4U << 20U, 'x'); }
 };
 

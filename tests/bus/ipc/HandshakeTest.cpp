@@ -192,7 +192,7 @@ TEST_F(Handshake, GoesOnAfterAReadyHookThatRanOutOfMemory) {
     ScriptedPeer peer(Address());
     Connect(peer);
     EXPECT_EQ(Log().back(), Error("Callback aborted: std::bad_alloc"));
-    // The lock is free again, or this would hang.
+    // Hangs if the exception has left the mutex locked.
     peer.Announce("_CLIENT_ACK");
     Settle(peer);
     EXPECT_THAT(channel.readiness, testing::SizeIs(2));
@@ -200,7 +200,7 @@ TEST_F(Handshake, GoesOnAfterAReadyHookThatRanOutOfMemory) {
 
 TEST_F(Handshake, ServesTwoPartnersInTheOrderOfTheirUniqueNames) {
     RecordingChannel channel;
-    // ":1.9" and ":1.10", which bytes order the other way round.
+    // The names end in ".9" and ".10": compared as text, the later one comes first.
     auto ninth = std::make_unique<ScriptedPeer>(Address());
     while (!ninth->UniqueName().ends_with(".9")) {
         ninth = std::make_unique<ScriptedPeer>(Address());
@@ -235,7 +235,8 @@ TEST_F(Handshake, HearsNothingOfOtherChannels) {
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-// A signal to the application alone needs no match rule: only its sender shows that it is forged.
+// A signal sent to the application directly arrives without a match rule, so the application must
+// check the sender.
 TEST_F(Handshake, IgnoresANameChangeThatTheBusDaemonDidNotSend) {
     RecordingChannel channel;
     ScriptedPeer forger(Address());
@@ -290,7 +291,7 @@ TEST_F(Handshake, IgnoresAChangeWithoutItsThreeNames) {
                                          "ignored.\n\n")));
 }
 
-// The name makes good bus names but no object path, so nothing can be subscribed there.
+// "App-list" is valid in a bus name but not in an object path, so GLib refuses the subscription.
 TEST_F(Handshake, ConnectsAPartnerThatCannotBeNotifiedWhenTheSubscriptionFails) {
     RecordingChannel channel("App-list");
     ScriptedPeer peer(Address(), "App-list");
@@ -302,14 +303,14 @@ TEST_F(Handshake, ConnectsAPartnerThatCannotBeNotifiedWhenTheSubscriptionFails) 
     Bytes data;
     channel.SendNotification(data, peer.UniqueName());
     EXPECT_THAT(Log(), ElementsAre(Error("SignalSubscription not ready\n\n")));
-    // Its watch alone makes it a known one; it takes both to acknowledge.
+    // The watch alone makes the partner known. An ACK is accepted only with watch and subscription.
     for (const char* name : {"_CLIENT_SYN", "_CLIENT_SYN_ACK", "_CLIENT_ACK"}) {
         peer.Announce(name);
         Settle(peer);
         EXPECT_EQ(Log().back(), AlreadyExists(peer).front()) << name;
     }
     EXPECT_THAT(channel.readiness, testing::SizeIs(1));
-    // The object, the proxy and the subscription.
+    // For registering the object, the proxy and the subscription.
     ExpectGlibMessages(3, "g_variant_is_object_path (object_path)");
 }
 

@@ -29,8 +29,9 @@ TEST_F(EndOfAChannel, IsSilent) {
 }
 
 TEST_F(EndOfAChannel, GivesBackThePartnersWatchAndSignals) {
-    // First the peers, whose subscriptions use up the low numbers: released as watches, those of
-    // the channel must not happen to be the partner's watch.
+    // The channel releases subscription ids as if they were watch ids. The peers come first, so
+    // that their subscriptions take the low ids and none of the channel's equals the partner's
+    // watch id.
     auto peer = std::make_unique<ScriptedPeer>(Address());
     ScriptedPeer witness(Address());
     auto channel = std::make_unique<RecordingChannel>();
@@ -45,7 +46,7 @@ TEST_F(EndOfAChannel, GivesBackThePartnersWatchAndSignals) {
 }
 
 TEST_F(EndOfAChannel, GivesBackThePartnersProxy) {
-    // A proxy holds the connection, so the fixture sees one that is left.
+    // A proxy holds a reference to the connection, so TearDown() fails if the proxy leaks.
     const RecordingChannel channel;
     ScriptedPeer peer(Address());
     Connect(peer);
@@ -87,7 +88,7 @@ TEST_F(EndOfAChannel, LetsAnotherChannelGoOn) {
     EXPECT_TRUE(stays.IsConnectionReady(partner.UniqueName()));
 }
 
-// A program that handles no SIGTERM dies of it; the platform's main loop ends instead.
+// SIGTERM ends a program without a handler. On the platform it ends the main loop.
 TEST(EndOfTheBus, SendsTheProgramSigterm) {
     PrivateBus bus;
     ChildProcess program({CHANNEL_HOST}, bus.Environment());

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// How partners are lost, and the bus itself.
+// The loss of a partner and of the bus.
 #include <csignal>
 #include <memory>
 
@@ -119,7 +119,7 @@ TEST_F(Partner, StaysWhenAnotherLeaves) {
 TEST_F(Partner, HoldsItsResourcesDuringTheLostHook) {
     RecordingChannel channel;
     channel.onReady = [&channel](bool ready, const std::string& partner) {
-        // The record goes after the hook: until then it counts as connected, with its signals.
+        // The record is removed after the hook. Until then the partner counts as connected.
         EXPECT_TRUE(channel.IsConnectionReady(partner)) << ready;
         Bytes event = BytesFrom("e");
         channel.SendNotification(event, partner);
@@ -160,7 +160,7 @@ TEST_F(Partner, IsErasedWithoutAHookWhenNobodyKnewIt) {
 
 class Bus : public ChannelTest {
 protected:
-    /// Ends the application's connection as the end of the bus does.
+    /// Closes the application's connection as if the bus had ended.
     void CloseConnection() {
         ASSERT_TRUE(g_dbus_connection_close_sync(Connection(), nullptr, nullptr));
         ASSERT_TRUE(RunUntil([this] { return g_dbus_connection_is_closed(Connection()) != 0; }));

@@ -78,7 +78,7 @@ TEST_F(Call, GetsNoReplyAtAllOnAnotherPath) {
     ScriptedPeer peer(Address());
     ClearLog();
     peer.Send(Self(), "/other", BytesFrom("unanswered"));
-    // Calls are dealt with in order, so the answer to the second one settles the first.
+    // Calls are handled in order, so the first one is done when the second one is answered.
     EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("answered")), BytesFrom("answered"));
     EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, "/other")), Debug(CallLine(peer, PATH))));
     EXPECT_THAT(channel.messages, ElementsAre(BytesFrom("answered")));

@@ -12,27 +12,27 @@
 
 namespace applist::test {
 
-/// A bus, on which the application's list runs without a screen and javamw-sim in front of it.
+/// A private bus on which tests run list_without_screen and javamw-sim.
 class Simulation {
 public:
     using Process = std::unique_ptr<ChildProcess>;
 
-    /// The list, ready to be found. SIGUSR1 selects the next item, SIGUSR2 activates one and ends
-    /// it, SIGTERM ends it.
+    /// Starts list_without_screen and waits until it is ready. ListWithoutScreen.cpp describes the
+    /// signals that control it.
     Process StartList() const;
-    /// javamw-sim with these arguments on this bus.
+    /// Starts javamw-sim with these arguments on this bus.
     Process Start(std::vector<std::string> arguments) const;
-    /// The same for a program that ends by itself. Its exit status.
+    /// Runs javamw-sim until it ends by itself. Returns its exit status.
     int Run(const std::vector<std::string>& arguments);
-    /// What the last Run() printed.
+    /// Standard output and standard error of the last Run().
     const std::string& output() const { return m_output; }
     const std::string& errors() const { return m_errors; }
 
-    /// Sends SIGINT and waits; the exit status.
+    /// Sends SIGINT and waits. Returns the exit status.
     static int Interrupt(ChildProcess& process);
 
     std::string Path(const std::string& name) const { return (m_folder.path() / name).string(); }
-    /// The path of the file that now holds content.
+    /// Writes content to the file called name and returns its path.
     std::string File(const std::string& name, const std::string& content) const;
     static std::string ContentOf(const std::string& file);
 

@@ -84,7 +84,7 @@ protected:
     // The renderer goes while model and toolkit still work.
     void TearDown() override { renderer.reset(); }
 
-    /// Shows the items with the focus in the window, and forgets how that came about.
+    /// Gives the window the focus, shows the items, and clears the recorded calls and log lines.
     void ShowFocused(const std::vector<AppListItem*>& items, AppListItem* selection) {
         HeadlessToolkit::GiveFocus(renderer->m_window);
         model.Show(items, selection);

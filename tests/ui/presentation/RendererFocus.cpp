@@ -159,7 +159,7 @@ TEST_F(DefaultAppListRendererFocus, ComesToTheRowThatWasSelectedWhileTheWindowHa
     EXPECT_THAT(model.history, IsEmpty());
 }
 
-/// The first rows that a list ever shows: how many, and which is selected before they are drawn.
+/// The first rows of a list. Parameters: their number, and the row selected before they are drawn.
 class DefaultAppListRendererFirstFocus : public RendererTest,
                                          public testing::WithParamInterface<std::pair<int, int>> {};
 
@@ -195,8 +195,8 @@ TEST_F(DefaultAppListRendererFocus, WandersOverNoOtherRowWhileTheListIsCleared) 
                 ElementsAre(Debug("Received item modification event"), Debug("Clearing applist")));
 }
 
-/// From which of three rows the viewer comes when the list is cleared, which of the three that
-/// follow is to have the focus, and whether the empty list is drawn in between.
+/// Clears and refills a list of three rows. Parameters: the row selected before, the row selected
+/// afterwards, and whether the empty list is drawn in between.
 class DefaultAppListRendererRefill
     : public RendererTest,
       public testing::WithParamInterface<std::tuple<int, int, bool>> {};

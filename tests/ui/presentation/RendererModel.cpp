@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The renderer over the real models, whose items come and go by the middleware's calls: no row may
+// The renderer with the real models. The middleware's calls add and delete items; no row may
 // outlive its item.
 #include <sstream>
 

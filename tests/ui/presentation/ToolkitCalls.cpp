@@ -52,7 +52,7 @@ void Note(const std::string& function, Arguments... arguments) {
     ToolkitCalls().push_back(function + "(" + list + ")");
 }
 
-// Objects made later may get the address of one that is gone: the newest name counts.
+// A new object may get the address of a deleted one, so the newest name replaces the old one.
 template <typename Object>
 Object* Named(Object* object, const std::string& name) {
     if (object != nullptr) {
@@ -203,7 +203,7 @@ extern "C" double __wrap_elm_config_scale_get() {
 RECORD(elm_object_focus_allow_set, (Evas_Object * o, Eina_Bool on), (o, on), static_cast<void*>(o),
        on)
 
-// The toolkit's functions that the platform calls are its own business.
+// Calls that the platform makes to the toolkit are not recorded.
 extern "C" void __real_list_focus_set(Evas_Object* list, Elm_Object_Item* row);
 extern "C" void __wrap_list_focus_set(Evas_Object* list, Elm_Object_Item* row);
 extern "C" void __wrap_list_focus_set(Evas_Object* list, Elm_Object_Item* row) {

@@ -16,7 +16,7 @@ std::vector<std::string>& ToolkitCalls();
 /// The named functions' calls alone.
 std::vector<std::string> ToolkitCallsOf(const std::vector<std::string>& functions);
 
-/// The next call of the function fails: it makes nothing and returns null.
+/// Makes the next call of the function fail: it creates nothing and returns null.
 void FailNext(const std::string& function);
 
 }  // namespace applist::test

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The focus as it is drawn: where the model says, in every single frame.
+// Every frame shows the focus on the row that the model has selected.
 #include <algorithm>
 
 #include <gmock/gmock.h>
@@ -14,7 +14,7 @@ namespace {
 
 class TheDrawnFocus : public SceneTest {
 protected:
-    /// No frame may show the focus anywhere but on the row that is selected.
+    /// Expects the focus on the selected row in every frame.
     void ExpectNoFrameBehindTheModel() {
         EXPECT_FALSE(frames().empty());
         for (const Frame& frame : frames()) {
@@ -74,7 +74,7 @@ TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRows) {
     }
 }
 
-// The toolkit uses the first rows' widgets again.
+// The toolkit reuses the widgets of the first rows, which may still show the focus.
 TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRowsAgain) {
     Fill(3);
     model().RemoveAllItems();

@@ -20,7 +20,7 @@ unsigned FromEnvironment(const char* name, unsigned fallback) {
     return text != nullptr ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : fallback;
 }
 
-/// One list, changed at random and compared with what its model says.
+/// One list that is changed at random and compared with its model.
 class RandomList : public SceneTest {
 public:
     RandomList(unsigned seed, int rows) : m_random(seed) {
@@ -29,8 +29,8 @@ public:
     }
     ~RandomList() override { model().RemoveItemSelectionListener(&m_unexpected); }
 
-    /// Changes, several of them within one frame at times, with a look after each frame. False
-    /// after the first failure.
+    /// Makes random changes, sometimes several between two frames, and checks each frame. Returns
+    /// false after the first failure.
     bool Run() {
         for (int operation = 0; operation < OPERATIONS && !Failed(); ++operation) {
             Change();

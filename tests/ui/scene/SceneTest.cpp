@@ -9,13 +9,14 @@
 namespace applist::test {
 namespace {
 
-// The name as the theme got it, whatever it calls the part that draws it.
+// Returns the name that was passed to the theme. The theme may draw it in a part of another name.
 std::string NameOn(const Evas_Object* row) {
     const char* name = edje_object_part_text_get(row, "elm.text");
     return name != nullptr ? name : "";
 }
 
-// The marker is there, and most of the bar. A bar that leaves is a faint one.
+// True if the row shows the marker and its bar is complete or fading in. A bar that fades out does
+// not count.
 bool HasFocusMark(const Evas_Object* row) {
     const std::string bar = StateOf(row, "bar");
     return StateOf(row, "marker") == "focused" && (bar == "arriving" || bar == "focused");

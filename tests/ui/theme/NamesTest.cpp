@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Names from the broadcast may contain anything. It must be shown literally, without any effect.
+// Names from the broadcast may contain any text, such as markup. They must be shown literally.
 #include <Edje.h>
 
 #include <gtest/gtest.h>

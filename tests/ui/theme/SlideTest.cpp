@@ -14,7 +14,7 @@ namespace {
 const std::string LONG = "A name that is far too long to fit into one row of this list";
 const std::string LONG_HEBREW =
     "שם ארוך מאוד של יישום שאינו יכול להיכנס לשורה אחת ברשימה הזאת בשום אופן";
-// One second plus a margin for a busy machine.
+// Sliding starts after one second. The rest is a margin for a busy machine.
 constexpr double PATIENCE_SECONDS = 20.0;
 // Longer than the delay before sliding starts.
 constexpr double LONG_ENOUGH = 1.5;

@@ -33,7 +33,7 @@ Bytes ToBytes(const std::string& text) {
     return {text.begin(), text.end()};
 }
 
-/// Keeps what the link tells; answers calls with their own bytes behind "re:".
+/// Records the events of the link. Answers each call with "re:" and the bytes of the call.
 class RecordingListener : public BusLinkListener {
 public:
     void Connected(const std::string& application) override { Note("connected", application); }
@@ -79,7 +79,8 @@ protected:
         return RunUntil(
             [&] { return !m_listener.lines.empty() && m_listener.lines.back() == line; });
     }
-    // Until what the application did so far has reached the link, and its answers the application.
+    // Waits until the link has received all messages of the application, and the application the
+    // link's answers.
     void Settle() {
         ASSERT_TRUE(RoundTrip(m_application.connection()));
         ASSERT_TRUE(RoundTrip(m_connection));

@@ -65,7 +65,7 @@ TEST_F(Commands, ServeFillsAnApplicationThatRunsAlready) {
 TEST_F(Commands, ServeFillsAnApplicationThatStartsLater) {
     const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     {
-        // One that comes and goes shows that the simulator listens.
+        // A first application that connects and ends shows that the simulator is ready.
         const auto first = m_set.StartList();
         ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
     }

@@ -28,7 +28,7 @@ const TsApplication WEATHER{11, 2, 1, 3, {{"ita", "Meteo"}}};
 const TsApplication WEATHER_LIVE{11, 2, 1, 3, {{"ita", "Meteo in diretta"}}};
 const TsApplication SPORT{11, 3, 2, 3, {{"ita", "Sport"}}};
 
-// Two versions of a service's table: the news go, the weather has another name, sport comes.
+// Two versions of a service's table: "news" is removed, "weather" renamed, "sport" added.
 std::string TwoVersions() {
     TsGenerator generator;
     for (uint8_t version = 0; version < 2; ++version) {

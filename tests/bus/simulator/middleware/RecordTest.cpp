@@ -27,7 +27,7 @@ std::string Text(const RecordedMessage& message) {
            Describe(message);
 }
 
-/// What a call leaves in a recording, from the application's report of its list on.
+/// Returns the messages of a recording as text, without the handshake and LocalCreated.
 std::vector<std::string> CallsOf(const std::string& file) {
     const auto recording = sim::LoadRecording(file);
     EXPECT_TRUE(recording) << recording.error();

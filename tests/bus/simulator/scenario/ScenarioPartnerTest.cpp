@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// What an application sees of a scenario, step by step.
+// The messages that an application receives while a scenario is played.
 #include <string>
 #include <vector>
 
@@ -21,7 +21,7 @@ class ScenarioPartner : public testing::Test {
 protected:
     void Play(const std::string& text) { m_run = m_set.Start({"run", m_set.File("it", text)}); }
 
-    /// The same to an application that answers the first announcement.
+    /// Plays text while the application answers the first announcement.
     void PlayToWhoAnswers(const std::string& text) {
         Play(text);
         ASSERT_TRUE(Hears(1));

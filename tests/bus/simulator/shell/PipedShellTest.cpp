@@ -35,14 +35,14 @@ protected:
         return status;
     }
 
-    // What a command line for a shell prints on this bus.
+    // Runs a shell command on this bus and returns its output.
     std::string RunLine(const std::string& line) {
         ChildProcess process({"sh", "-c", line}, m_set.bus().Environment());
         EXPECT_EQ(process.WaitForExit(), SUCCESS) << line << '\n' << process.Errors();
         return process.Output();
     }
 
-    // The lines that begin so.
+    // Returns the output lines that start with beginning.
     std::vector<std::string> LinesOf(const std::string& beginning) const {
         std::vector<std::string> lines;
         for (size_t at = 0; at < m_output.size();) {

@@ -89,7 +89,7 @@ TEST(ApplicationTable, IsNoOtherTable) {
     EXPECT_FALSE(ParseApplicationTable(test::TsMap(1, {})));
 }
 
-// The descriptor loop of one application, with everything around it made to fit.
+// Builds and parses a table of one application with this descriptor loop.
 std::optional<ApplicationTable> WithDescriptors(const TsBytes& descriptors) {
     TsBytes loop{0, 0, 0, 1, 0, 2, 1, 0xF0, static_cast<uint8_t>(descriptors.size())};
     std::copy(descriptors.begin(), descriptors.end(), std::back_inserter(loop));
@@ -128,7 +128,7 @@ const std::vector<TsApplication> TWO{{11, 0x1AB6, 1, 3, {{"eng", "Launcher"}}},
 TEST(ApplicationTable, IsRefusedWhenItsBytesEndAnywhereBeforeTheirEnd) {
     const TsBytes whole = Section(TWO);
     for (size_t size = 0; size < whole.size(); ++size) {
-        // On the heap at its exact size, where a sanitizer sees any step beyond.
+        // A heap block of the exact size, so that a sanitizer detects reads beyond its end.
         const TsBytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
         EXPECT_FALSE(ParseApplicationTable(cut)) << size;
     }

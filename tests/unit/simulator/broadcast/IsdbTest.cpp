@@ -17,7 +17,7 @@ using test::TsDescriptor;
 using test::TsGenerator;
 using testing::ElementsAre;
 
-// In JIS X 0208, which is the first set while nothing has shifted.
+// In JIS X 0208, the character set that is active at the start of a text.
 const std::string NEWS_IN_KANJI = "\x25\x4B\x25\x65\x21\x3C\x25\x39";
 
 std::string Decode(const std::string& text, const std::string& language, TextCoding coding) {

@@ -91,7 +91,7 @@ TEST(ProgramMap, IsRefusedWhenALoopIsLongerThanTheTable) {
         test::TsSection(0x02, 1, {0xE1, 0, 0xF0, 0, 0x05, 0xE1, 0, 0xF0, 0x02, 0x6F})));
 }
 
-// Cuts the body and makes lengths and CRC fit again: what a broken encoder would send.
+// Truncates the body and corrects lengths and CRC, as a broken encoder might send it.
 TEST(ProgramTables, TakeATableCutAnywhereWithoutHarm) {
     const auto whole = test::TsMap(7, {0x1EC5, 0x1EC6});
     const test::TsBytes body(whole.begin() + 8, whole.end() - 4);

@@ -29,7 +29,8 @@ std::string File(const std::string& name) {
     return std::string(source != nullptr ? source : ".") + "/tools/javamw-sim/completion/" + name;
 }
 
-/// The words that a shell's script prints, each up to a tab; the script is told file and line.
+/// Runs script in the shell with the completion file and the command line as arguments. Returns the
+/// printed words, each up to a tab.
 Words Ask(const std::vector<std::string>& shell, const std::string& script, const std::string& file,
           const std::string& line) {
     std::vector<std::string> command = shell;
@@ -58,7 +59,7 @@ Words Fish(const std::string& line) {
                "javamw-sim.fish", line);
 }
 
-/// What the completion of zsh hands to the shell for the arguments of a command.
+/// Returns the entries that the completion passes to zsh for the arguments of a command.
 Words Zsh(const std::string& command) {
     return Ask({"zsh", "-fc"},
                R"(_arguments() { [[ $1 == -C ]] || print -rl -- "$@" }
@@ -69,7 +70,8 @@ Words Zsh(const std::string& command) {
                "_javamw-sim", command);
 }
 
-/// The long options in what zsh is handed: "(-j --json)-j[help]", "*--service=[help]:service:".
+/// Returns the long options in the entries for zsh: "(-j --json)-j[help]",
+/// "*--service=[help]:service:".
 Words LongOptions(const Words& entries) {
     Words options;
     for (const std::string& text : entries) {

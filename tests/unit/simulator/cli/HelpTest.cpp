@@ -33,7 +33,7 @@ std::string Page(const std::string& name) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The lines of page from the one that is begin to the next heading.
+/// Returns the lines of page between the line begin and the next heading.
 std::string Section(const std::string& page, const std::string& begin) {
     const size_t start = page.find("\n" + begin + "\n");
     EXPECT_NE(start, std::string::npos) << begin;
@@ -55,7 +55,7 @@ std::multiset<std::string> Matches(const std::string& text, const std::string& p
     return found;
 }
 
-/// An option as the manual writes it: "-a, -address Ns = Ns Ar ADDRESS" behind the first Fl.
+/// An option as the manual writes it: "-a, -address Ns = Ns Ar ADDRESS" after the first Fl.
 std::string InManual(const Option& option) {
     const std::string letter =
         option.letter == '\0' ? std::string() : std::string(1, option.letter) + " , ";

@@ -16,7 +16,7 @@ const Item SPORT_LIVE{"s", "Sport live"};
 
 using Calls = std::vector<ListCall>;
 
-// What the application makes of the calls.
+// Returns the application's list after the calls.
 Items Applied(Items items, const Calls& calls) {
     const auto find = [&](const std::string& id) {
         return std::find_if(items.begin(), items.end(),

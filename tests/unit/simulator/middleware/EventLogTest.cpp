@@ -131,7 +131,7 @@ TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheCallFails) {
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose a\tA");
 }
 
-// The viewer moved on after the item that the older answer names.
+// The older answer names an item from which the viewer has moved away since.
 TEST_F(EventLogTest, NeverTakesTheChoiceFromAnOlderSelection) {
     Add(Event::ItemSelected);
     m_caller.Answer(0, {"a", "A"});

@@ -38,7 +38,8 @@ std::vector<std::string> Texts(const Result<Recording>& recording) {
     return texts;
 }
 
-// A handshake begun, a call and its answer, and the application's end, among others' traffic.
+// An incomplete handshake, a call with its reply and the application's end, among unrelated
+// messages.
 std::string Session(Form form) {
     CaptureGenerator capture(form);
     const uint64_t start = 1'700'000'000'000'000;

@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 using Messages = std::vector<RecordedMessage>;
 
-// As a file holds them: numbered from line 2.
+// Numbers the messages from line 2, as in a file.
 Recording Record(Messages messages) {
     for (size_t i = 0; i < messages.size(); ++i) {
         messages[i].line = i + 2;
@@ -105,7 +105,7 @@ TEST(Comparison, NamesACallThatWasNotAnswered) {
                             "+ b:5: middleware call AddItems w1=Weather, not answered"));
 }
 
-// The next call may be on its way while the last is still being served.
+// A middleware may send the next call before the reply to the last one.
 TEST(Comparison, DoesNotCareWhenACallWasMadeAmongTheAnswers) {
     const Messages waiting{Called(1, Function::GetSelection), Replied(1),
                            Called(2, Function::GetAllItems), Replied(2)};

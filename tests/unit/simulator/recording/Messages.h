@@ -9,7 +9,7 @@
 
 namespace applist::sim {
 
-// A middleware :1.1 and an application :1.2 say something to each other.
+// Messages between a middleware, :1.1, and an application, :1.2.
 
 inline RecordedMessage Called(uint64_t number, Function function, const Items& items = {},
                               int64_t time = 0) {

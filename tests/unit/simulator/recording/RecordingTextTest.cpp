@@ -20,7 +20,7 @@ std::string ErrorOf(const std::string& text) {
     return ParseRecording(text).error();
 }
 
-// What a file holds for a line of it.
+// Returns message with its line number in the file.
 RecordedMessage AtLine(size_t line, RecordedMessage message) {
     message.line = line;
     return message;

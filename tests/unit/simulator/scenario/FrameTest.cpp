@@ -51,7 +51,7 @@ TEST(Frames, DifferByOneBitWhenOneIsFlipped) {
 
 TEST(Frames, AreFlippedAlikeEverywhereForOneSeed) {
     const RegularFrame call{Function::GetSelection, {}};
-    // The engine's first number for its usual seed is laid down by the language's standard.
+    // The C++ standard defines the first number of std::mt19937 for its default seed, 5489.
     Bytes expected = BytesOf(call, 1);
     const unsigned bit = 3499211612U % 32;
     expected[bit / 8] =

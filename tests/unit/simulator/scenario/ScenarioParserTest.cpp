@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// What a line means; the test fails if it means nothing, or something else.
+/// Parses a line and returns its statement; fails the test if it is not a statement of type Kind.
 template <typename Kind>
 Kind Parsed(const std::string& line) {
     const ParsedLine parsed = ParseStatement(line);
