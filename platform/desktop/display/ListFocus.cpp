@@ -150,7 +150,20 @@ void ListFocus::Set(Elm_Object_Item* row) {
     if (IsOpen() && IsRealized(m_list, row)) {
         elm_object_item_focus_set(row, EINA_TRUE);
     }
+    AnchorView();
     RequestFrame();
+}
+
+// The toolkit chooses the row only while it scrolls, so the list scrolls by a pixel and back. The
+// rows are still where the last frame shows them.
+void ListFocus::AnchorView() {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    elm_scroller_region_get(m_list, &x, &y, &width, &height);
+    elm_scroller_region_show(m_list, x, y > 0 ? y - 1 : y + 1, width, height);
+    elm_scroller_region_show(m_list, x, y, width, height);
 }
 
 void ListFocus::Close() {

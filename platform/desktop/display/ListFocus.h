@@ -11,12 +11,14 @@ namespace applist::desktop {
 /// Keeps the focus of a genlist on the row that the program or the viewer has chosen; see
 /// list_focus.h. Deletes itself together with the list. Main thread only.
 ///
-/// The toolkit's genlist needs this for four reasons:
+/// The toolkit's genlist needs this for five reasons:
 /// - It scrolls by its last layout, and the focus gets lost on a row that is not laid out yet.
 /// - It drops a request for the focus while its window does not have the focus.
 /// - It moves the focus to other rows while it deletes rows or lays them out.
 /// - It never moves the focus by key again if it is cleared while a row has the focus. Until its
 ///   first rows are laid out the list is therefore closed to focus.
+/// - When its height changes, it scrolls so that one row keeps its place. If that row was deleted,
+///   it moves the next row there, and the view jumps.
 class ListFocus {
 public:
     /// True if the row is a widget, which only the rows near the viewport are.
@@ -46,6 +48,8 @@ private:
     static Eina_Bool OnPress(void* focus, int type, void* key);
 
     bool IsOpen() const;
+    /// Makes the toolkit keep the row that is the first one in view now where it is.
+    void AnchorView();
     void Choose(Elm_Object_Item* row);
     void RequestFrame();
     void DropFrame();

@@ -64,6 +64,53 @@ TEST_F(AChangedList, KeepsFocusAndSelectionTogetherWhenAFarRowIsSelectedBetweenO
     EXPECT_EQ(Selected(), "Row 2");
 }
 
+class TheViewOfAChangedList : public AChangedList {
+protected:
+    /// Row 17 of 28 is focused and the last one in view.
+    void ScrollDown() {
+        Fill(28);
+        for (int press = 0; press < 16; ++press) {
+            Type("Down");
+        }
+        ExpectRow17Last();
+    }
+    /// All but the focused one.
+    void RenameRowsInView() {
+        for (size_t index = 9; index < 16; ++index) {
+            Modify(index);
+        }
+    }
+    void ExpectRow17Last() {
+        ExpectFocusOnSelection();
+        const Frame now = Now();
+        ASSERT_EQ(now.rows.size(), 8U) << now;
+        EXPECT_EQ(now.rows.back(), "Row 17") << now;
+    }
+};
+
+TEST_F(TheViewOfAChangedList, StaysWhenARowIsAddedAfterRowsInViewWereRenamed) {
+    ScrollDown();
+    RenameRowsInView();
+    ExpectRow17Last();
+    Add(New());
+    ExpectRow17Last();
+}
+
+TEST_F(TheViewOfAChangedList, StaysWhenRowsInViewAreRenamedAndOneIsAddedInTheSameFrame) {
+    ScrollDown();
+    RenameRowsInView();
+    Add(New());
+    ExpectRow17Last();
+}
+
+TEST_F(TheViewOfAChangedList, StaysWhenRowsAboveItAreRemovedAndRowsInItRenamed) {
+    ScrollDown();
+    RenameRowsInView();
+    Remove(0);
+    Remove(0);
+    ExpectRow17Last();
+}
+
 class TheKeysOfAChangedList : public AChangedList,
                               public testing::WithParamInterface<const char*> {};
 
