@@ -20,9 +20,9 @@ public:
     void GiveBack();
 
 private:
-    /// Returns the resident memory that the allocator has not handed out, in bytes. This includes a
-    /// constant part, memory that does not come from the allocator, so only differences are
-    /// meaningful.
+    /// Returns the resident memory that the allocator has not handed out, in bytes. The
+    /// result also contains a constant amount of memory that does not come from the allocator, so
+    /// only differences are meaningful.
     static ptrdiff_t Unused();
 
     ptrdiff_t m_unused;

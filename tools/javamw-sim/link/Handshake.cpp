@@ -32,8 +32,8 @@ bool Handshake::IsConnected(const std::string& application) const {
     return found != m_applications.end() && found->second != State::SynAckSent;
 }
 
-// An application sends SYN once in its life. A known application that sends it again has started a
-// new life on the same bus connection and has forgotten us.
+// An application sends SYN once in its life. A known application that sends it again has recreated
+// its channel on the same bus connection, so the handshake starts again.
 HandshakeStep Handshake::HeardSyn(const std::string& application) {
     HandshakeStep step = Lost(application);
     m_applications[application] = State::SynAckSent;

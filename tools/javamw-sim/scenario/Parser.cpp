@@ -17,8 +17,8 @@ struct Rule {
     Action (*read)(Cursor&);
 };
 
-/// Takes a keyword of rules and the words that belong to it. what names the keyword in the message
-/// that it is missing.
+/// Takes a keyword that is in rules, and the words that belong to it. If the next word is not such
+/// a keyword, the error message says that it is not "what".
 Action ReadByKeyword(Cursor& cursor, const std::vector<Rule>& rules, const std::string& what) {
     for (const Rule& rule : rules) {
         if (cursor.Skip(rule.form.keyword)) {
