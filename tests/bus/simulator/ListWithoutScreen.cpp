@@ -60,7 +60,7 @@ void Flush() {
 
 }  // namespace
 
-// Nobody reads this program's log.
+// The log is not needed.
 int __dlog_print(int, int, const char*, const char*, ...) {
     return 0;
 }

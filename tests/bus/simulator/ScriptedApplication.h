@@ -66,7 +66,7 @@ public:
     }
 
     std::vector<std::string> heard;       ///< Announcements by their suffix, and signals.
-    std::string middleware;               ///< Who made the last announcement.
+    std::string middleware;               ///< The sender of the last announcement.
     std::vector<std::string> announcers;  ///< The sender of each announcement.
 
 private:

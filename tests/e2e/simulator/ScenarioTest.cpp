@@ -16,12 +16,12 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-/// The application with a scenario played to it.
+/// Runs the application and plays a scenario to it.
 class PlayedScenario : public testing::Test {
 protected:
     void StartApplication() { m_application = m_set.StartApplication(); }
 
-    /// Plays a scenario that comes with the tool.
+    /// Plays one of the scenarios in the tool's folder.
     void Play(const std::string& name) {
         const auto file = std::filesystem::path(SCENARIOS) / (name + ".scenario");
         m_scenario = m_set.StartMiddleware({"run", file.string()});

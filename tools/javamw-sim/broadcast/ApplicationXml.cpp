@@ -38,11 +38,11 @@ void RefuseDocumentType(void* context, const xmlChar*, const xmlChar*, const xml
 
 std::string Reason(xmlParserCtxt* context) {
     if (context->errNo == XML_ERR_USER_STOP) {
-        return "XML with a document type, which no application needs";
+        return "XML with a document type declaration, which is not supported";
     }
     const xmlError* error = xmlCtxtGetLastError(context);
     if (error == nullptr || error->message == nullptr) {
-        return "no well-formed XML";
+        return "not well-formed XML";
     }
     std::string message = error->message;
     message.erase(message.find_last_not_of('\n') + 1);
@@ -55,7 +55,7 @@ Result<Document> Parse(ByteSpan bytes) {
     }
     const Context context(xmlNewParserCtxt());
     if (!context) {
-        return Result<Document>::Failure("no memory");
+        return Result<Document>::Failure("out of memory");
     }
     context->sax->internalSubset = &RefuseDocumentType;
     Document document(xmlCtxtReadMemory(context.get(), reinterpret_cast<const char*>(bytes.data()),

@@ -90,7 +90,7 @@ Subcommand CompareSubcommand() {
             "FIRST SECOND",
             "Print the differences between two recordings",
             {{"names", '\0', "", "Compare unique bus names, too"},
-             {"tolerance", '\0', "MS", "Compare times, too; they may differ by so much"},
+             {"tolerance", '\0', "MS", "Compare times, too, with this tolerance"},
              JsonOption()},
             DETAILS,
             &Prepare};

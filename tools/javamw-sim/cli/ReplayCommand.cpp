@@ -43,7 +43,7 @@ ExitCode Run(const SessionOptions& session, const ReplayOptions& options, unsign
     const auto conversations = ConversationsOf(*recording);
     if (number == 0 || number > conversations.size()) {
         return Refuse(options.file + ": has " + std::to_string(conversations.size()) +
-                      " conversations, not number " + std::to_string(number));
+                      " conversations; number " + std::to_string(number) + " does not exist");
     }
     return Replay(session, options, conversations[number - 1]).Run();
 }
@@ -88,9 +88,9 @@ Subcommand ReplaySubcommand() {
             "FILE",
             "Replay a recording to an application and print the differences",
             SessionOptionsAnd({
-                {"speed", '\0', "N|max", "So many times as fast as recorded (1)"},
+                {"speed", '\0', "N|max", "Multiple of the recorded speed (1)"},
                 {"wait", 'w', "SECONDS", "Limit the wait for missing messages (2)"},
-                {"conversation", '\0', "N", "Which of several to play (1)"},
+                {"conversation", '\0', "N", "Number of the conversation to replay (1)"},
                 JsonOption(),
             }),
             DETAILS,

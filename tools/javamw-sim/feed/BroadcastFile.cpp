@@ -15,7 +15,7 @@ namespace applist::sim {
 namespace {
 
 constexpr const char* NO_BROADCAST =
-    "no transport stream with services, no sections and no XML of applications";
+    "neither a transport stream with services nor sections nor XML of applications";
 
 enum class Kind { Stream, Sections, Xml };
 

@@ -139,7 +139,7 @@ std::string MissingService(const Broadcast& broadcast, const BroadcastFilter& fi
         if (!IsThere(broadcast, wanted)) {
             const std::string list = ServiceList(broadcast);
             return "no service '" + wanted + "'; " +
-                   (list.empty() ? "it names none" : "it has " + list);
+                   (list.empty() ? "the broadcast does not name any" : "it has " + list);
         }
     }
     return {};

@@ -81,7 +81,7 @@ AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name
     unsigned code = 0;
     g_variant_get(claimed.get(), "(u)", &code);
     if (code != PRIMARY_OWNER) {
-        return {Code::Taken, name + ": it is taken"};
+        return {Code::Taken, name + ": the name already has an owner"};
     }
     if (!CallDaemon(connection, "ReleaseName", g_variant_new("(s)", name.c_str()), &error)) {
         return {Code::Failed, name + ": " + TakeMessage(error)};

@@ -14,7 +14,7 @@ Result<Items> Decode(const Result<Bytes>& reply) {
     auto items = DecodeItems(*reply);
     return items ? Result<Items>(std::move(*items))
                  : Result<Items>::Failure("the reply of " + std::to_string(reply->size()) +
-                                          " bytes is no list of items");
+                                          " bytes is not a list of items");
 }
 
 }  // namespace

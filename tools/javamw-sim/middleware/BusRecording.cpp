@@ -39,7 +39,7 @@ ExitCode BusRecording::Run() {
     const std::string refusal = BecomeMonitor();
     if (!refusal.empty()) {
         Complain(
-            "the bus lets nobody look on but its owner and root; \"serve --record\" records "
+            "the bus allows only its owner and root to monitor it; \"serve --record\" records "
             "its own traffic: " +
             refusal);
         return ExitCode::NoBus;

@@ -64,13 +64,13 @@ void Session::Notified(const std::string& application, const Bytes& message) {
         OnNotified(application, *notification);
     } else {
         Complain("notification of " + std::to_string(message.size()) + " bytes from " +
-                 application + " holds no message id");
+                 application + " does not contain a message id");
     }
 }
 
 Bytes Session::Called(const std::string& application, const Bytes& message) {
     Complain("call of " + std::to_string(message.size()) + " bytes from " + application +
-             " answered with nothing");
+             " answered with an empty reply");
     return {};
 }
 

@@ -44,7 +44,7 @@ Result<Capture> Open(std::string_view bytes) {
         return Result<Capture>::Failure(error.data());
     }
     if (pcap_datalink(capture.get()) != DLT_DBUS) {
-        return Result<Capture>::Failure("a capture, but not of a D-Bus");
+        return Result<Capture>::Failure("a capture, but not of D-Bus traffic");
     }
     return capture;
 }
@@ -73,8 +73,8 @@ public:
     }
 
     Recording Finish(const std::string& damage) {
-        Remark(m_cut, "cut short; capture with busctl --size");
-        Remark(m_damaged, "no D-Bus message");
+        Remark(m_cut, "truncated; capture with a larger busctl --size");
+        Remark(m_damaged, "not D-Bus messages");
         if (!damage.empty()) {
             AddRemark("the end is damaged: " + damage);
         }

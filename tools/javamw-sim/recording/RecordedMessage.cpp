@@ -35,7 +35,7 @@ std::string DescribeItems(const Items& items) {
 std::string DescribePayload(const Bytes& payload) {
     const auto items = DecodeItems(payload);
     return items ? DescribeItems(*items)
-                 : " with " + Count(payload.size(), "byte") + " that are no items";
+                 : " with " + Count(payload.size(), "byte") + ", not a list of items";
 }
 
 std::string DescribeFunction(int32_t id) {

@@ -39,7 +39,7 @@ public:
             return {};
         }
         if (!Holds(node, G_TYPE_STRING)) {
-            Refuse(member, "is no text");
+            Refuse(member, "is not a string");
             return {};
         }
         return json_node_get_string(node);
@@ -50,7 +50,7 @@ public:
             return 0;
         }
         if (!Holds(node, G_TYPE_INT64) || json_node_get_int(node) < 0) {
-            Refuse(member, "is no number that fits");
+            Refuse(member, "is not a non-negative integer");
             return 0;
         }
         return json_node_get_int(node);
@@ -117,11 +117,11 @@ Result<NodePtr> ParseObject(std::string_view line) {
     if (json_parser_load_from_data(parser.get(), line.data(), static_cast<gssize>(line.size()),
                                    &error) == FALSE) {
         g_error_free(error);
-        return Result<NodePtr>::Failure("no JSON");
+        return Result<NodePtr>::Failure("not JSON");
     }
     NodePtr root(json_parser_steal_root(parser.get()));
     if (!root || !JSON_NODE_HOLDS_OBJECT(root.get())) {
-        return Result<NodePtr>::Failure("no JSON object");
+        return Result<NodePtr>::Failure("not a JSON object");
     }
     return root;
 }
@@ -134,11 +134,11 @@ std::string CheckHeader(std::string_view line) {
     ObjectReader reader(json_node_get_object(root->get()));
     const int64_t version = reader.Number(VERSION_MEMBER);
     if (!reader.fault().empty() || version == 0) {
-        return "no recording begins like this";
+        return "not the header of a recording";
     }
     return version == RECORDING_VERSION
                ? std::string()
-               : "version " + std::to_string(version) + " of recordings is unknown here";
+               : "unsupported version " + std::to_string(version) + " of recordings";
 }
 
 Result<RecordedMessage> ParseMessage(std::string_view line) {

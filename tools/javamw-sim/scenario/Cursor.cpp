@@ -67,7 +67,7 @@ bool Cursor::Skip(const std::string& keyword) {
 const Word& Cursor::Take(const std::string& what) {
     static const Word NONE;
     if (AtEnd()) {
-        FailAt(m_line.endColumn, what + " is missing here");
+        FailAt(m_line.endColumn, what + " is missing");
         return NONE;
     }
     return m_line.words[m_next++];
@@ -87,7 +87,7 @@ size_t Cursor::Choice(const std::vector<std::string_view>& keywords) {
         all += (i == 0 ? "" : i + 1 == keywords.size() ? " or " : ", ") + keyword;
     }
     const std::string found = Text(all);
-    Refuse("'" + found + "' is none of " + all);
+    Refuse("'" + found + "' is not one of " + all);
     return 0;
 }
 
@@ -95,8 +95,8 @@ uint32_t Cursor::Number(const std::string& what, uint32_t first, uint32_t last) 
     const std::string text = Text(what);
     const auto number = Measure(text, {{"", 1}}, last);
     if (!number || *number < first) {
-        Refuse(what + " is a number from " + std::to_string(first) + " to " + std::to_string(last) +
-               ", not '" + text + "'");
+        Refuse(what + " must be a number from " + std::to_string(first) + " to " +
+               std::to_string(last) + ", not '" + text + "'");
         return first;
     }
     return *number;
@@ -107,7 +107,7 @@ Duration Cursor::Time() {
     const auto milliseconds =
         Measure(text, {{"ms", 1}, {"s", 1000}, {"min", 60 * 1000}}, LONGEST_MS);
     if (!milliseconds) {
-        Refuse("a time is written as 200ms, 5s or 1min, up to a day, not '" + text + "'");
+        Refuse("a time must have the form 200ms, 5s or 1min, up to a day, not '" + text + "'");
     }
     return Duration(milliseconds.value_or(0));
 }
@@ -116,7 +116,7 @@ size_t Cursor::Size() {
     const std::string text = Text("a size");
     const auto size = Measure(text, {{"", 1}, {"k", 1024}, {"M", 1024 * 1024}}, LARGEST_FRAME);
     if (!size) {
-        Refuse("a size is written as 512, 64k or 16M, up to 64M, not '" + text + "'");
+        Refuse("a size must have the form 512, 64k or 16M, up to 64M, not '" + text + "'");
     }
     return size.value_or(0);
 }
@@ -145,7 +145,7 @@ ItemPattern Cursor::Pattern() {
 Item Cursor::Pair() {
     const Word& word = Take("ID=NAME");
     if (!word.equals) {
-        Refuse("'" + word.text + "' has no = between an id and a name");
+        Refuse("'" + word.text + "' lacks an unquoted '=' between id and name");
         return {};
     }
     return {word.text.substr(0, *word.equals), word.text.substr(*word.equals + 1)};
@@ -157,7 +157,7 @@ Bytes Cursor::Hex() {
         const std::string digits = Text("bytes");
         const auto read = FromHex(digits);
         if (!read) {
-            Refuse("bytes are pairs of hexadecimal digits, not '" + digits + "'");
+            Refuse("bytes must be pairs of hexadecimal digits, not '" + digits + "'");
             return {};
         }
         bytes.insert(bytes.end(), read->begin(), read->end());
@@ -168,7 +168,7 @@ Bytes Cursor::Hex() {
 void Cursor::End() {
     if (!AtEnd()) {
         const std::string surplus = Text("");
-        Refuse("nothing may follow here, but '" + surplus + "' does");
+        Refuse("unexpected word '" + surplus + "'");
     }
 }
 

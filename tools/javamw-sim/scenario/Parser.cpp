@@ -60,7 +60,7 @@ Action ReadHandshake(Cursor& cursor) {
     if (kind == SKIP) {
         plan.times = 0;
     } else if (kind == REPEAT) {
-        plan.times = cursor.Number("how often", 2, MOST_REPETITIONS);
+        plan.times = cursor.Number("the number of times", 2, MOST_REPETITIONS);
     } else {
         plan.delay = cursor.Time();
     }
@@ -211,7 +211,7 @@ std::vector<Rule> SingleRules() {
         {{"call", "FUNCTION [ARG...]", "Call any function"}, &ReadCall},
         {{"send-hex", "HEX...", "Call with exactly these bytes"}, &ReadSendHex},
         {{"send-short", "N", "Call with 0 to 3 bytes"}, &ReadSendShort},
-        {{"send-huge", "SIZE [FUNCTION]", "Call with so many bytes, most of them false"},
+        {{"send-huge", "SIZE [FUNCTION]", "Call with SIZE bytes, most of them invalid"},
          &ReadSendHuge},
         {{"send-flipped", "SEED BITS FUNCTION [ARG...]", "Call with bits flipped"},
          &ReadSendFlipped},
@@ -263,7 +263,7 @@ Action ReadEvent(Cursor& cursor) {
     ExpectEvent expectation;
     expectation.event = cursor.OneOf(EVENTS);
     if (cursor.Skip("times")) {
-        expectation.times = cursor.Number("how often", 1, MOST_EVENTS);
+        expectation.times = cursor.Number("the number of times", 1, MOST_EVENTS);
     }
     expectation.within = cursor.Within();
     return expectation;
@@ -325,7 +325,7 @@ std::vector<Rule> ExpectationRules() {
 
 Action ReadExpect(Cursor& cursor) {
     static const std::vector<Rule> RULES = ExpectationRules();
-    return ReadByKeyword(cursor, RULES, "what is expected");
+    return ReadByKeyword(cursor, RULES, "an expectation");
 }
 
 std::vector<Rule> AllRules() {

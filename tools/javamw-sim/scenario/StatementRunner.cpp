@@ -262,7 +262,7 @@ Outcome StatementRunner::Execution::WithApplication(const std::function<Outcome(
         return joined;
     }
     return middleware().application().empty()
-               ? Failed("no application has been heard; \"wait connected\" waits for one")
+               ? Failed("no application has announced itself; \"wait connected\" waits for one")
                : then();
 }
 
@@ -324,13 +324,13 @@ Outcome StatementRunner::Execution::CollectReplies(PendingCalls& calls, const Se
         const std::string count = action.copies == 1
                                       ? ""
                                       : std::to_string(calls.failed) + " of " +
-                                            std::to_string(action.copies) + " times; first ";
+                                            std::to_string(action.copies) + " times; first error: ";
         return m_errorExpected
                    ? Held()
                    : Failed(Subject(action.frame) + " failed: " + count + calls.firstError);
     }
     if (!items && std::holds_alternative<RegularFrame>(action.frame)) {
-        return Failed("the reply of " + Subject(action.frame) + " is no list of items");
+        return Failed("the reply of " + Subject(action.frame) + " is not a list of items");
     }
     return {Verdict::Held, "", items};
 }
@@ -348,7 +348,7 @@ Outcome StatementRunner::Execution::Ask(Function function, const Judge& judge) c
         const auto items = ItemsOf(**reply);
         const std::string subject(NameOf(function));
         if (!items) {
-            return Failed(**reply ? "the reply of " + subject + " is no list of items"
+            return Failed(**reply ? "the reply of " + subject + " is not a list of items"
                                   : subject + " failed: " + (*reply)->error());
         }
         const std::string problem = judge(*items);
@@ -398,7 +398,7 @@ std::string ProblemOfReply(const ExpectReply& expected, const Bytes& reply) {
     }
     const auto items = DecodeItems(reply);
     if (!items) {
-        return "the reply is no list of items: " + Describe(reply);
+        return "the reply is not a list of items: " + Describe(reply);
     }
     return Fit(std::get<std::vector<ItemPattern>>(expected.content), *items)
                ? ""
@@ -423,12 +423,14 @@ Outcome StatementRunner::Execution::operator()(const ExpectEvent& action) const 
         return seen == action.times || other.has_value();
     };
     const Duration patience = PatienceOf(action.within);
-    const Outcome waited = AwaitThen(done, patience, "none came within " + DescribeTime(patience));
-    const std::string before = action.times == 1 ? "" : "after " + std::to_string(seen) + " ";
+    const Outcome waited = AwaitThen(done, patience, "no event within " + DescribeTime(patience));
+    const std::string before = action.times == 1 ? ""
+                                                 : "after " + std::to_string(seen) + " of " +
+                                                       std::to_string(action.times) + ": ";
     if (waited.verdict == Verdict::Failed) {
         return Failed(before + waited.problem);
     }
-    return other ? Failed(before + "came " + *other + " instead") : waited;
+    return other ? Failed(before + "received " + *other + " instead") : waited;
 }
 
 Outcome StatementRunner::Execution::operator()(const ExpectNoEvent& action) const {
@@ -438,7 +440,7 @@ Outcome StatementRunner::Execution::operator()(const ExpectNoEvent& action) cons
     if (waited.verdict == Verdict::Failed) {
         return Held();
     }
-    return waited.verdict == Verdict::Held ? Failed("came " + DescribeMessage(events.front()))
+    return waited.verdict == Verdict::Held ? Failed("received " + DescribeMessage(events.front()))
                                            : waited;
 }
 
@@ -450,13 +452,13 @@ Outcome StatementRunner::Execution::operator()(const ExpectAnnouncement& action)
     auto& heard = middleware().announcements();
     const Duration patience = PatienceOf(action.within);
     Outcome waited = AwaitThen([&] { return !heard.empty(); }, patience,
-                               "none was heard within " + DescribeTime(patience));
+                               "no announcement within " + DescribeTime(patience));
     if (waited.verdict == Verdict::Held) {
         const Announcement first = heard.front();
         heard.pop_front();
         return first == action.announcement
                    ? Held()
-                   : Failed("heard " + std::string(NameOf(first)) + " instead");
+                   : Failed("received " + std::string(NameOf(first)) + " instead");
     }
     return waited;
 }
@@ -485,7 +487,7 @@ Outcome StatementRunner::Execution::operator()(const ExpectSelection& action) co
         if (action.item ? Fits(*action.item, item) : none) {
             return std::string();
         }
-        return none ? "nothing is selected" : "selected is " + item.id + '=' + item.name;
+        return none ? "no item is selected" : "the selection is " + item.id + '=' + item.name;
     });
 }
 
@@ -507,7 +509,7 @@ Outcome StatementRunner::Execution::operator()(const ExpectError& action) const 
         return Failed("no call has been made");
     }
     if (*reply) {
-        return Failed("the call was answered with " + Describe(**reply));
+        return Failed("the call succeeded with a reply of " + Describe(**reply));
     }
     return reply->error().find(action.text) != std::string::npos
                ? Held()

@@ -118,7 +118,7 @@ void Splitter::ReadPlain(Word& word) {
         return;
     }
     if (Current() == '\\') {
-        Fail(m_column, "a backslash must stand in quotes");
+        Fail(m_column, "a backslash is allowed only in quotes");
         return;
     }
     if (Current() == '=' && !word.equals) {
@@ -157,7 +157,7 @@ void Splitter::ReadEscape(Word& word) {
     const char letter = AtEnd() ? '\0' : Current();
     const size_t simple = LETTERS.find(letter);
     if (simple == std::string_view::npos && letter != 'x' && letter != 'u') {
-        Fail(column, "unknown escape; there are \\\" \\\\ \\n \\t \\xHH \\u{H...}");
+        Fail(column, "unknown escape; valid are \\\" \\\\ \\n \\t \\xHH \\u{H...}");
         return;
     }
     Advance();
@@ -196,7 +196,7 @@ void Splitter::ReadCharacter(Word& word, size_t column) {
         codePoint = codePoint * 16 + static_cast<uint32_t>(digit);
     }
     if (!valid || !IsCharacter(codePoint)) {
-        Fail(column, "\\u needs the number of a character: \\u{1f4fa}");
+        Fail(column, "\\u needs a Unicode code point, such as \\u{1f4fa}");
         return;
     }
     AppendUtf8(word.text, codePoint);

@@ -43,7 +43,7 @@ public:
     Lines operator()(const Send& action) const {
         if (m_target.application.empty()) {
             return Lines::Failure(
-                "no application has been heard; \"wait connected\" waits for one");
+                "no application has announced itself; \"wait connected\" waits for one");
         }
         std::vector<std::string> lines;
         for (unsigned copy = 1; copy <= std::min(action.copies, MOST_COPIES); ++copy) {
@@ -79,7 +79,7 @@ public:
     }
     template <typename Other>
     Lines operator()(const Other&) const {
-        return Lines::Failure("busctl has nothing that does this");
+        return Lines::Failure("busctl cannot do this");
     }
 
 private:

@@ -162,7 +162,7 @@ const std::vector<ShellCommand>& ShellCommands() {
         {"help", "[STATEMENT]", "What can be typed"},
         {"busctl", "[STATEMENT]",
          "The busctl lines that do the same as STATEMENT, or the last one"},
-        {"quit", "", "End; so does end-of-file"},
+        {"quit", "", "End the shell; end-of-file does the same"},
     };
     return COMMANDS;
 }

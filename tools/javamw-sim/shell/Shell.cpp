@@ -216,7 +216,7 @@ void Shell::PrintHelp(const std::string& about) {
         }
     }
     if (lines.empty()) {
-        Fail("help " + about, "there is nothing called '" + about + "'", ExitCode::WrongUsage);
+        Fail("help " + about, "unknown statement or command '" + about + "'", ExitCode::WrongUsage);
     }
     for (const std::string& line : lines) {
         Show(m_output.Answer(line));
@@ -235,7 +235,7 @@ void Shell::PrintBusctl(const std::string& text) {
         action = parsed.statement->action;
     }
     if (!action) {
-        Fail("busctl", "nothing has been done yet", ExitCode::WrongUsage);
+        Fail("busctl", "no statement has run yet", ExitCode::WrongUsage);
         return;
     }
     const auto lines =

@@ -159,7 +159,7 @@ TEST_F(BusLinkTest, LosesAnApplicationAndTakesTheNext) {
     EXPECT_TRUE(AwaitLine("connected " + next.name()));
 }
 
-TEST_F(BusLinkTest, HandsOnTheSignalsOfItsApplicationOnly) {
+TEST_F(BusLinkTest, ForwardsOnlySignalsOfItsApplication) {
     ScriptedApplication stranger(m_bus.Address());
     Connect();
     const std::string middleware = m_application.middleware;
@@ -199,7 +199,7 @@ TEST_F(BusLinkTest, SignalsToOneApplication) {
     EXPECT_THAT(other.heard, Not(Contains("signal hi")));
 }
 
-TEST_F(BusLinkTest, ReportsACallThatNobodyAnswers) {
+TEST_F(BusLinkTest, ReportsACallWithoutAnAnswer) {
     Connect();
     std::string error;
     m_link->Call(m_application.name(), {}, [&](const Result<Bytes>& reply) {
@@ -210,7 +210,7 @@ TEST_F(BusLinkTest, ReportsACallThatNobodyAnswers) {
     EXPECT_TRUE(RunUntil([&] { return !error.empty(); }));
 }
 
-TEST_F(BusLinkTest, GivesUpItsCallsWhenItEnds) {
+TEST_F(BusLinkTest, CancelsItsCallsWhenItEnds) {
     Connect();
     bool told = false;
     m_link->Call(m_application.name(), {}, [&](const Result<Bytes>&) { told = true; });
@@ -218,7 +218,7 @@ TEST_F(BusLinkTest, GivesUpItsCallsWhenItEnds) {
     EXPECT_FALSE(told);
 }
 
-TEST_F(BusLinkTest, SaysWhenTheBusIsGone) {
+TEST_F(BusLinkTest, ReportsTheLossOfTheBus) {
     m_application.Leave();
     m_bus.Stop();
     EXPECT_TRUE(AwaitLine("bus lost"));

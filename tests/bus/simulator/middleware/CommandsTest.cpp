@@ -23,10 +23,10 @@ constexpr int CALL_FAILED = 1;
 constexpr int NO_BUS = 3;
 constexpr int NO_APPLICATION = 4;
 
-/// The commands of the simulator against the application's list, all on a real bus.
+/// The simulator's commands with the application's list on a real bus.
 class Commands : public testing::Test {
 protected:
-    // One call that is answered; its output.
+    // Makes a call that must succeed; returns its output.
     std::string Call(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), {"call"});
         EXPECT_EQ(m_set.Run(arguments), SUCCESS);
@@ -155,7 +155,7 @@ TEST_F(Commands, ServePrintsTheSelectionThatTheViewerMoves) {
     Interrupt(*serve);
 }
 
-// The application ends right after it reported the activation and does not answer any more.
+// The application ends right after the ItemClicked event and does not answer further calls.
 TEST_F(Commands, ServePrintsTheChoiceOfAnApplicationThatEndsOnActivation) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve", "--items", ItemFile()});
@@ -285,7 +285,7 @@ TEST_F(Commands, CallStopsOnASignalBeforeItsEnd) {
     }
 }
 
-TEST_F(Commands, TakeTheBusThatTheyAreTold) {
+TEST_F(Commands, UseTheGivenBus) {
     const auto list = m_set.StartList();
     const PrivateBus elsewhere;
     for (std::vector<std::string> command : std::vector<std::vector<std::string>>{
@@ -297,7 +297,7 @@ TEST_F(Commands, TakeTheBusThatTheyAreTold) {
     }
 }
 
-TEST_F(Commands, TellMachinesOneObjectALine) {
+TEST_F(Commands, PrintOneJsonObjectPerLine) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve", "--json", "--items", ItemFile()});
     ASSERT_TRUE(serve->WaitForText("\"name\":\"ItemSelected\",\"selection\":{\"id\":\"w1\""));

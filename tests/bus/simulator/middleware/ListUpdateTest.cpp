@@ -66,7 +66,7 @@ public:
             0U);
     }
 
-    /// Reports its list, as an application does once it is connected.
+    /// Sends LocalCreated, as an application does once it is connected.
     void ReportList() { Notify(middleware, sim::ToVariant({4, 0, 0, 0})); }
 
     std::vector<std::string> calls;  ///< Without those that only read the selection.
@@ -91,7 +91,7 @@ private:
     }
 };
 
-TEST(ListUpdate, IsMadeOfRemovalsRenamingsAndAdditions) {
+TEST(ListUpdate, ConsistsOfRemovalsRenamingsAndAdditions) {
     Simulation set;
     CalledApplication application(set.bus().Address());
     const auto serve = set.Start(
@@ -111,15 +111,15 @@ TEST(ListUpdate, IsMadeOfRemovalsRenamingsAndAdditions) {
                     "AddItems 0000000b.0003=Sport"));
 }
 
-// The recording's own pace: the second version comes 30 ms after the first.
-TEST(ListUpdate, LeavesTheListOfTheApplicationAsTheBroadcastHasIt) {
+// At the recorded speed, in which the second version follows 30 ms after the first.
+TEST(ListUpdate, MakesTheListOfTheApplicationMatchTheBroadcast) {
     Simulation set;
     const auto list = set.StartList();
     const auto serve = set.Start({"serve", "--broadcast", set.File("broadcast.ts", TwoVersions())});
     ASSERT_TRUE(serve->WaitForText(": 1 added, 1 removed, 1 renamed\n"));
     EXPECT_EQ(set.Run({"call", "GetAllItems"}), SUCCESS);
     EXPECT_EQ(set.output(), "0000000b.0002\tMeteo in diretta\n0000000b.0003\tSport\n");
-    // The viewer was on the news, which are gone; the place next to them is kept.
+    // The selected news item was removed, so the selection moves to its neighbour.
     EXPECT_TRUE(serve->WaitForText("selection 0000000b.0002\tMeteo in diretta\n"));
 
     const auto second = set.StartList();

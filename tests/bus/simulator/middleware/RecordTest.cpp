@@ -69,13 +69,13 @@ const std::vector<std::string> ONE_CALL{
     "application reply nothing",
 };
 
-TEST_F(Record, WritesDownWhatOthersSayToEachOther) {
+TEST_F(Record, WritesTheMessagesOfOtherPrograms) {
     const std::string file = m_set.Path("session.jsonl");
     RecordAsOnlooker(file);
     EXPECT_EQ(CallsOf(file), ONE_CALL);
 }
 
-TEST_F(Record, WritesDownTheHandshakeAndWhoLeft) {
+TEST_F(Record, WritesTheHandshakeAndTheEndOfConnections) {
     const std::string file = m_set.Path("session.jsonl");
     RecordAsOnlooker(file);
     std::vector<std::string> texts;
@@ -94,7 +94,7 @@ TEST_F(Record, WritesDownTheHandshakeAndWhoLeft) {
                               "application left the bus"}));
 }
 
-TEST_F(Record, WritesWhatASessionItselfSaysAndHears) {
+TEST_F(Record, WritesTheMessagesOfTheSimulatorItself) {
     const auto list = m_set.StartList();
     const std::string file = m_set.Path("session.jsonl");
     EXPECT_EQ(m_set.Run({"call", "--record", file, "AddItems", "w1=Weather"}), SUCCESS);
@@ -124,14 +124,14 @@ TEST_F(Record, StopsWhenTheBusIsGone) {
     EXPECT_EQ(recorder->Errors(), "javamw-sim: the bus closed the connection\n");
 }
 
-TEST_F(Record, SaysWhenTheFileCannotBeWritten) {
+TEST_F(Record, ReportsAFileThatCannotBeWritten) {
     EXPECT_EQ(m_set.Run({"record", "/dev/full"}), WRONG_USAGE);
     EXPECT_EQ(m_set.errors(), "javamw-sim: /dev/full: No space left on device\n");
     EXPECT_EQ(m_set.Run({"call", "--record=/nonexistent/file", "GetSelection"}), WRONG_USAGE);
     EXPECT_EQ(m_set.errors(), "javamw-sim: /nonexistent/file: No such file or directory\n");
 }
 
-TEST_F(Record, AndBusctlSeeTheSame) {
+TEST_F(Record, HasTheMessagesThatBusctlCaptures) {
     const std::string capture = m_set.Path("session.pcapng");
     const std::string recording = m_set.Path("session.jsonl");
     ChildProcess busctl(

@@ -29,7 +29,7 @@ protected:
         ASSERT_EQ(Simulation::Interrupt(*serve), SUCCESS);
     }
 
-    // The recording with one text in place of another, which must be in it.
+    // Replaces a text in the recording, which must contain it.
     std::string Changed(const std::string& from, const std::string& to) {
         std::string text = Simulation::ContentOf(m_recording);
         const size_t place = text.find(from);
@@ -57,7 +57,7 @@ TEST_F(Replay, WaitsForTheApplication) {
     EXPECT_EQ(replay->WaitForExit(), SUCCESS) << replay->Output();
 }
 
-TEST_F(Replay, TellsWhatAnApplicationSaysDifferently) {
+TEST_F(Replay, PrintsDifferentMessagesOfTheApplication) {
     const auto list = m_set.StartList();
     ASSERT_EQ(m_set.Run({"call", "AddItems", "n1=News"}), SUCCESS);
     EXPECT_EQ(m_set.Run({"replay", m_recording}), DIFFERENT);
@@ -69,7 +69,7 @@ TEST_F(Replay, TellsWhatAnApplicationSaysDifferently) {
     EXPECT_EQ(m_set.errors(), "");
 }
 
-TEST_F(Replay, TellsWhichEventDoesNotCome) {
+TEST_F(Replay, PrintsAMissingEvent) {
     const std::string file =
         Changed("\"bytes\":\"01000000\",\"note\":\"event 1", "\"bytes\":\"03000000\",\"note\":\"");
     const auto list = m_set.StartList();
@@ -94,7 +94,7 @@ TEST_F(Replay, PrintsDifferencesForMachines) {
               DIFFERENT);
 }
 
-TEST_F(Replay, GivesUpWaitingForWhatTheViewerDid) {
+TEST_F(Replay, TimesOutWaitingForActionsOfTheViewer) {
     const auto first = m_set.StartList();
     const auto serve = m_set.Start(
         {"serve", "--items", m_set.File("items", "a\tA\nb\tB\n"), "--record", m_recording});
@@ -120,15 +120,16 @@ TEST_F(Replay, ReportsAnApplicationThatEndsEarly) {
     EXPECT_THAT(replay->Output(), EndsWith(" differences\n"));
 }
 
-TEST_F(Replay, RefusesWhatItCannotPlay) {
+TEST_F(Replay, RefusesFilesThatItCannotReplay) {
     EXPECT_EQ(m_set.Run({"replay", m_set.Path("none")}), WRONG_USAGE);
     EXPECT_EQ(m_set.errors(), "javamw-sim: " + m_set.Path("none") + ": no such file\n");
     EXPECT_EQ(m_set.Run({"replay", "--conversation=2", m_recording}), WRONG_USAGE);
     EXPECT_EQ(m_set.errors(),
-              "javamw-sim: " + m_recording + ": has 1 conversations, not number 2\n");
+              "javamw-sim: " + m_recording + ": has 1 conversations; number 2 does not exist\n");
     const std::string empty = m_set.File("empty", "{\"javamw-recording\":1}\n");
     EXPECT_EQ(m_set.Run({"replay", empty}), WRONG_USAGE);
-    EXPECT_EQ(m_set.errors(), "javamw-sim: " + empty + ": has 0 conversations, not number 1\n");
+    EXPECT_EQ(m_set.errors(),
+              "javamw-sim: " + empty + ": has 0 conversations; number 1 does not exist\n");
 }
 
 TEST_F(Replay, EndsWithoutAnApplication) {

@@ -40,7 +40,7 @@ protected:
     Simulation::Process m_run;
 };
 
-TEST_F(ScenarioPartner, SkipsTheStepThatItIsToldTo) {
+TEST_F(ScenarioPartner, SkipsAStep) {
     Play("handshake skip syn\nexpect announcement syn within 1min\nwait connected within 1min\n");
     // The middleware skips its own first step, but still answers that of the application.
     ASSERT_TRUE(RunUntil([&] {
@@ -52,7 +52,7 @@ TEST_F(ScenarioPartner, SkipsTheStepThatItIsToldTo) {
     ExpectEnd(0);
 }
 
-TEST_F(ScenarioPartner, CompletesByHandWhatItSkipped) {
+TEST_F(ScenarioPartner, CompletesASkippedStepByHand) {
     PlayToWhoAnswers(
         "handshake skip ack\nexpect announcement syn-ack within 1min\nannounce ack\n"
         "wait connected within 1min\n");
@@ -61,7 +61,7 @@ TEST_F(ScenarioPartner, CompletesByHandWhatItSkipped) {
     EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_ACK"));
 }
 
-TEST_F(ScenarioPartner, IsNotConnectedWhileItOwesAStep) {
+TEST_F(ScenarioPartner, IsNotConnectedWhileAStepIsPending) {
     PlayToWhoAnswers(
         "handshake skip ack\nexpect announcement syn-ack within 1min\n"
         "wait connected within 10ms\n");
@@ -69,7 +69,7 @@ TEST_F(ScenarioPartner, IsNotConnectedWhileItOwesAStep) {
     EXPECT_THAT(m_run->Output(), HasSubstr("no application connected within 10 ms"));
 }
 
-TEST_F(ScenarioPartner, OwesALateStepThatItIsToldToSkipMeanwhile) {
+TEST_F(ScenarioPartner, StillMakesADelayedStepThatIsSetToSkipMeanwhile) {
     PlayToWhoAnswers(
         "handshake delay ack 1ms\nexpect announcement syn-ack within 1min\nhandshake skip ack\n"
         "wait connected within 50ms\n");
@@ -86,7 +86,7 @@ TEST_F(ScenarioPartner, RepeatsSteps) {
     EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_SYN", "_SYN", "_ACK", "_ACK"));
 }
 
-TEST_F(ScenarioPartner, MakesADelayedStepInTheEnd) {
+TEST_F(ScenarioPartner, MakesADelayedStepLater) {
     PlayToWhoAnswers(
         "handshake delay ack 50ms\nexpect announcement syn-ack within 1min\n"
         "wait connected within 1min\n");
@@ -119,7 +119,7 @@ TEST_F(ScenarioPartner, IsOneOfSeveral) {
     EXPECT_EQ(m_application.middleware, first);
 }
 
-TEST_F(ScenarioPartner, SaysThatTheApplicationAnsweredWithAnError) {
+TEST_F(ScenarioPartner, ReportsAnErrorReplyOfTheApplication) {
     PlayToWhoAnswers(
         "wait connected within 1min\nadd a=A\nexpect error \"does not exist\"\nadd a=A\n");
     ExpectEnd(1);
@@ -135,13 +135,14 @@ TEST_F(ScenarioPartner, SendsSignalsWithAnyBytes) {
     ExpectEnd(0);
 }
 
-TEST_F(ScenarioPartner, TellsANotificationThatIsNone) {
+TEST_F(ScenarioPartner, ReportsAMalformedNotification) {
     PlayToWhoAnswers("wait connected within 1min\nexpect event ItemChanged within 1min\n");
     ASSERT_TRUE(Hears(2));
     m_application.Notify(m_application.middleware,
                          g_variant_new("(@ay)", g_variant_new_bytestring("x")));
     ExpectEnd(1);
-    EXPECT_THAT(m_run->Output(), HasSubstr("came notification of 2 bytes without an id instead"));
+    EXPECT_THAT(m_run->Output(),
+                HasSubstr("received notification of 2 bytes without an id instead"));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Scenarios against the application's list, all on a real bus.
+// Scenarios with the application's list on a real bus.
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -32,7 +32,7 @@ protected:
         return m_set.Start(std::move(arguments));
     }
 
-    /// Plays text to its end, with the file's name left out of the output.
+    /// Plays text to its end. Returns the output without the name of the file.
     std::string Play(const std::string& text, int status,
                      const std::vector<std::string>& options = {}) {
         std::vector<std::string> arguments = options;
@@ -55,7 +55,7 @@ protected:
     std::string m_errors;
 };
 
-TEST_F(Scenario, HoldsWhenEveryExpectationDoes) {
+TEST_F(Scenario, PassesWhenEveryExpectationHolds) {
     const auto list = m_set.StartList();
     EXPECT_EQ(Play("# a comment\nwait connected\nadd a=Alpha\nexpect list a=Alpha\n", SUCCESS),
               "TAP version 13\n"
@@ -66,7 +66,7 @@ TEST_F(Scenario, HoldsWhenEveryExpectationDoes) {
     EXPECT_EQ(m_errors, "");
 }
 
-TEST_F(Scenario, SaysWhereAndWhyItDoesNotHoldAndSkipsTheRest) {
+TEST_F(Scenario, ReportsLineAndReasonOfAFailureAndSkipsTheRest) {
     const auto list = m_set.StartList();
     EXPECT_EQ(Play("wait connected\nadd a=Alpha\nexpect list b\nclear\nnote over\n", FAILED),
               "TAP version 13\n"
@@ -81,7 +81,7 @@ TEST_F(Scenario, SaysWhereAndWhyItDoesNotHoldAndSkipsTheRest) {
               "ok 4 - it:4 clear # SKIP it:3 failed\n");
 }
 
-TEST_F(Scenario, GoesOnBehindAFailureWhenAsked) {
+TEST_F(Scenario, ContinuesAfterAFailureWhenAsked) {
     const auto list = m_set.StartList();
     const std::string output =
         Play("wait connected\nexpect count 3\nexpect count 0\n", FAILED, {"--keep-going"});
@@ -95,11 +95,11 @@ TEST_F(Scenario, RunsNothingIfAnyFileHasAnError) {
     const auto run = Start({good, bad, m_set.File("ugly", "\x01")});
     EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
     EXPECT_EQ(run->Output(), "");
-    EXPECT_EQ(
-        WithoutFolder(run->Errors()),
-        "javamw-sim: bad:2:5: 'a' has no = between an id and a name\n"
-        "javamw-sim: bad:4:6: a time is written as 200ms, 5s or 1min, up to a day, not 'long'\n"
-        "javamw-sim: ugly:1:1: control byte; write it as \\xHH in quotes\n");
+    EXPECT_EQ(WithoutFolder(run->Errors()),
+              "javamw-sim: bad:2:5: 'a' lacks an unquoted '=' between id and name\n"
+              "javamw-sim: bad:4:6: a time must have the form 200ms, 5s or 1min, up to a day, not "
+              "'long'\n"
+              "javamw-sim: ugly:1:1: control byte; write it as \\xHH in quotes\n");
 }
 
 TEST_F(Scenario, RefusesAFileThatCannotBeRead) {
@@ -108,19 +108,19 @@ TEST_F(Scenario, RefusesAFileThatCannotBeRead) {
     EXPECT_EQ(WithoutFolder(run->Errors()), "javamw-sim: none: no such file\n");
 }
 
-TEST_F(Scenario, IsOnlyLookedAtWhenAsked) {
+TEST_F(Scenario, IsOnlyCheckedWhenAsked) {
     EXPECT_EQ(Play("wait connected\n", SUCCESS, {"--check"}), "");
     EXPECT_EQ(Play("wait\n", WRONG_USAGE, {"--check"}), "");
-    EXPECT_THAT(m_errors, EndsWith("it:1:5: a time is missing here\n"));
+    EXPECT_THAT(m_errors, EndsWith("it:1:5: a time is missing\n"));
 }
 
-TEST_F(Scenario, ComesFromStandardInputToo) {
+TEST_F(Scenario, IsReadFromStandardInput) {
     ChildProcess shell({"sh", "-c", "echo 'wait 1ms' | \"$0\" run -", BuiltProgram("javamw-sim")});
     EXPECT_EQ(shell.WaitForExit(), SUCCESS);
     EXPECT_EQ(shell.Output(), "TAP version 13\n1..1\nok 1 - -:1 wait 1ms\n");
 }
 
-TEST_F(Scenario, CountsOnThroughAllFiles) {
+TEST_F(Scenario, NumbersItsPointsAcrossAllFiles) {
     const auto list = m_set.StartList();
     const auto run = Start({m_set.File("first", "wait connected\nadd a=A\n"),
                             m_set.File("second", "wait connected\n")});
@@ -132,10 +132,11 @@ TEST_F(Scenario, CountsOnThroughAllFiles) {
 TEST_F(Scenario, FailsWithoutAnApplication) {
     EXPECT_THAT(Play("wait connected within 1ms\n", FAILED),
                 HasSubstr("problem: \"no application connected within 1 ms\""));
-    EXPECT_THAT(Play("timeout 1ms\nadd a=A\n", FAILED), HasSubstr("no application has been heard"));
+    EXPECT_THAT(Play("timeout 1ms\nadd a=A\n", FAILED),
+                HasSubstr("no application has announced itself"));
 }
 
-TEST_F(Scenario, SeesTheApplicationLeave) {
+TEST_F(Scenario, NoticesThatTheApplicationLeaves) {
     const auto list = m_set.StartList();
     const auto run = Start({m_set.File("it", "wait connected\nwait disconnected within 1min\n")});
     ASSERT_TRUE(run->WaitForText("ok 1 - "));
@@ -147,34 +148,36 @@ TEST_F(Scenario, TakesEventsStrictlyInTheirOrder) {
     const auto list = m_set.StartList();
     const std::string output = Play(
         "wait connected\nexpect event LocalCreated\nadd a=A\nexpect event ItemSelected\n", FAILED);
-    EXPECT_THAT(output, HasSubstr("problem: \"came event 1 ItemChanged instead\""));
+    EXPECT_THAT(output, HasSubstr("problem: \"received event 1 ItemChanged instead\""));
 }
 
-TEST_F(Scenario, TellsHowManyEventsCameBeforeAnotherOrNone) {
+TEST_F(Scenario, ReportsHowManyEventsWereReceivedBeforeAFailure) {
     const auto list = m_set.StartList();
     const std::string begin = "wait connected\nexpect event LocalCreated\nadd a=A\n";
     EXPECT_THAT(Play(begin + "expect event ItemChanged times 2\n", FAILED),
-                HasSubstr("problem: \"after 1 came event 2 ItemSelected instead\""));
+                HasSubstr("problem: \"after 1 of 2: received event 2 ItemSelected instead\""));
     EXPECT_THAT(Play(begin + "expect event ItemChanged times 2 within 10ms\n", FAILED),
-                HasSubstr("problem: \"after 0 none came within 10 ms\""));
+                HasSubstr("problem: \"after 0 of 2: no event within 10 ms\""));
 }
 
-TEST_F(Scenario, FailsWhenAnEventComesThatShouldNot) {
+TEST_F(Scenario, FailsOnAnUnexpectedEvent) {
     const auto list = m_set.StartList();
     EXPECT_THAT(Play("wait connected\nexpect no event for 1min\n", FAILED),
-                HasSubstr("problem: \"came event 4 LocalCreated\""));
+                HasSubstr("problem: \"received event 4 LocalCreated\""));
 }
 
-TEST_F(Scenario, ShowsTheReplyThatWasNotExpected) {
+TEST_F(Scenario, PrintsAnUnexpectedReply) {
     const auto list = m_set.StartList();
     const std::string begin = "wait connected\nadd a=A\ncall GetAllItems\n";
     EXPECT_THAT(Play(begin + "expect reply b\n", FAILED), HasSubstr("the reply holds a=A (1)"));
     EXPECT_THAT(Play(begin + "expect reply empty\n", FAILED),
                 HasSubstr("the reply has 10 bytes 01 00 00 00 41 01 00 00 00 61"));
-    EXPECT_THAT(Play(begin + "expect error\n", FAILED), HasSubstr("the call was answered with"));
+    EXPECT_THAT(Play(begin + "expect error\n", FAILED),
+                HasSubstr("the call succeeded with a reply of"));
     EXPECT_THAT(Play("wait connected\nexpect reply empty\n", FAILED),
                 HasSubstr("no call has been made"));
-    EXPECT_THAT(Play("wait connected\nexpect selection b\n", FAILED), HasSubstr("selected is a=A"));
+    EXPECT_THAT(Play("wait connected\nexpect selection b\n", FAILED),
+                HasSubstr("the selection is a=A"));
 }
 
 TEST_F(Scenario, EndsWithTheBus) {
@@ -207,7 +210,7 @@ TEST_F(Scenario, StopsOnSignals) {
     }
 }
 
-TEST_F(Scenario, IsInColoursOnATerminalAlone) {
+TEST_F(Scenario, IsColouredOnlyOnATerminal) {
     const std::string file = m_set.File("it", "wait 1ms\n");
     const auto play = [&](const std::string& environment) {
         ChildProcess terminal(

@@ -21,7 +21,7 @@ constexpr int FAILED = 1;
 constexpr int WRONG_USAGE = 2;
 constexpr int NO_BUS = 3;
 
-/// The shell with lines from a pipe.
+/// The shell with input from a pipe.
 class PipedShell : public testing::Test {
 protected:
     int Feed(const std::string& lines, const std::string& options = "") {
@@ -61,7 +61,7 @@ protected:
     std::string m_errors;
 };
 
-TEST_F(PipedShell, DoesEachStatementAndPrintsWhatHappensWithoutAPrompt) {
+TEST_F(PipedShell, RunsEachStatementAndPrintsEventsWithoutAPrompt) {
     const auto list = m_set.StartList();
     EXPECT_EQ(Feed("wait connected\nexpect event LocalCreated\n\n# a comment\nadd w1=Weather\n"
                    "expect event ItemChanged\nexpect event ItemSelected\ncall GetAllItems"),
@@ -82,17 +82,17 @@ TEST_F(PipedShell, EndsAtTheFirstLineThatFailsAndNamesIt) {
     EXPECT_EQ(Feed("wait connected\nexpect list empty\n"), SUCCESS) << m_errors;
 }
 
-TEST_F(PipedShell, EndsAtALineThatIsNoStatement) {
+TEST_F(PipedShell, EndsAtALineThatIsNotAStatement) {
     EXPECT_EQ(Feed("timeout 1s\ndance\n"), WRONG_USAGE);
     EXPECT_THAT(m_errors, MatchesRegex("javamw-sim: line 2: column 1: [^\n]*dance[^\n]*\n"));
     EXPECT_EQ(Feed("busctl\n"), WRONG_USAGE);
-    EXPECT_EQ(m_errors, "javamw-sim: line 1: nothing has been done yet\n");
+    EXPECT_EQ(m_errors, "javamw-sim: line 1: no statement has run yet\n");
     EXPECT_EQ(Feed("help dancing\n"), WRONG_USAGE);
-    EXPECT_EQ(m_errors, "javamw-sim: line 1: there is nothing called 'dancing'\n");
+    EXPECT_EQ(m_errors, "javamw-sim: line 1: unknown statement or command 'dancing'\n");
 }
 
-// An application that serves nothing fails each call.
-TEST_F(PipedShell, TakesAnErrorThatTheNextLineExpectsAndNoOther) {
+// Every call to an application without an object fails.
+TEST_F(PipedShell, AcceptsAnErrorOnlyIfTheNextLineExpectsIt) {
     for (const bool expected : {true, false}) {
         ScriptedApplication application(m_set.bus().Address());
         const std::string lines = m_set.File(
@@ -121,7 +121,7 @@ TEST_F(PipedShell, NamesTheLastLineWhenThatFails) {
     EXPECT_THAT(shell.Errors(), MatchesRegex("javamw-sim: line 2: GetSelection failed: [^\n]+\n"));
 }
 
-TEST_F(PipedShell, SaysWhenItCannotReachTheBus) {
+TEST_F(PipedShell, ReportsThatItCannotReachTheBus) {
     m_set.bus().Stop();
     EXPECT_EQ(Feed("wait connected\n"), NO_BUS);
     EXPECT_THAT(m_errors, testing::StartsWith("javamw-sim: cannot reach the bus: "));
@@ -133,7 +133,7 @@ TEST_F(PipedShell, JoinsTheBusWhenNeededIfAskedTo) {
     EXPECT_EQ(Feed("join\n", "--offline"), NO_BUS);
 }
 
-TEST_F(PipedShell, PrintsWhatTheViewerChose) {
+TEST_F(PipedShell, PrintsTheViewersChoice) {
     const std::string lines =
         "wait connected\nadd w1=Weather\nexpect event LocalCreated\nexpect event ItemChanged\n"
         "expect event ItemSelected\ncall GetSelection\nexpect event ItemClicked within 1min\n";
@@ -194,7 +194,7 @@ TEST_F(PipedShell, PrintsABusctlLineThatAnnounces) {
     EXPECT_TRUE(watch->WaitForText("Applist_SERVICE_SYN_ACK")) << watch->Output();
 }
 
-TEST_F(PipedShell, ExplainsWhatCanBeTyped) {
+TEST_F(PipedShell, PrintsHelpForCommandsAndStatements) {
     ASSERT_EQ(Feed("help\n"), SUCCESS);
     for (const char* text : {"busctl [STATEMENT]\n", "quit", "add ID=NAME...\n", "expect event "}) {
         EXPECT_THAT(m_output, HasSubstr(text));
@@ -203,7 +203,7 @@ TEST_F(PipedShell, ExplainsWhatCanBeTyped) {
     EXPECT_THAT(m_output, EndsWith("add ID=NAME...\n    Call AddItems\n"));
 }
 
-TEST_F(PipedShell, TakesLinesAsTheyComeAndEndsOnInterruption) {
+TEST_F(PipedShell, RunsLinesAsTheyArriveAndEndsOnInterruption) {
     const auto list = m_set.StartList();
     const std::string pipe = m_set.Path("pipe");
     RunLine("mkfifo '" + pipe + "'");

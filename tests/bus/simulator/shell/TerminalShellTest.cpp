@@ -23,7 +23,7 @@ constexpr const char* INTERRUPT = "\x03";
 constexpr const char* END_OF_FILE = "\x04";
 constexpr const char* PROMPT = "middleware> ";
 
-/// The shell at a terminal, with the list connected.
+/// The shell on a terminal with the list connected.
 class TerminalShell : public testing::Test {
 protected:
     std::unique_ptr<TerminalProcess> Start(const std::string& terminal = "xterm") {
@@ -39,7 +39,7 @@ protected:
         return shell;
     }
 
-    // The items that the list holds, as another program sees them.
+    // The items of the list, read by another process.
     std::string List() {
         EXPECT_EQ(m_set.Run({"call", "GetAllItems"}), SUCCESS);
         return m_set.output();
@@ -49,7 +49,7 @@ protected:
     const Simulation::Process m_list = m_set.StartList();
 };
 
-TEST_F(TerminalShell, DoesWhatIsTyped) {
+TEST_F(TerminalShell, RunsTypedStatements) {
     const auto shell = Start();
     shell->Type(std::string("add w1=Weather") + ENTER);
     EXPECT_TRUE(shell->WaitFor("ok\r\n")) << shell->Output();
@@ -120,7 +120,7 @@ TEST_F(TerminalShell, CompletesKeywordsAndSeenIds) {
         << shell->Output();
 }
 
-TEST_F(TerminalShell, FindsEarlierLinesAgainEvenInTheNextSession) {
+TEST_F(TerminalShell, FindsEarlierLinesAlsoInTheNextSession) {
     {
         const auto shell = Start();
         shell->Type(std::string("add w1=Weather") + ENTER);
@@ -140,7 +140,7 @@ TEST_F(TerminalShell, FindsEarlierLinesAgainEvenInTheNextSession) {
     EXPECT_EQ(List(), "w1\tWeather\n");
 }
 
-TEST_F(TerminalShell, TakesWhatIsTypedBeforeThePrompt) {
+TEST_F(TerminalShell, ReadsInputTypedBeforeThePrompt) {
     const auto shell = Start();
     shell->Type(std::string("expect event LocalCreated") + ENTER);
     ASSERT_TRUE(shell->WaitFor("ok\r\n")) << shell->Output();
@@ -152,7 +152,7 @@ TEST_F(TerminalShell, TakesWhatIsTypedBeforeThePrompt) {
     EXPECT_EQ(List(), "n1\tNews\nw1\tWeather\n");
 }
 
-TEST_F(TerminalShell, GoesOnBehindWhatFailed) {
+TEST_F(TerminalShell, ContinuesAfterAFailure) {
     const auto shell = Start();
     shell->Type(std::string("dance") + ENTER);
     EXPECT_TRUE(shell->WaitFor("column 1: 'dance' is not a statement\r\n")) << shell->Output();
@@ -164,13 +164,13 @@ TEST_F(TerminalShell, GoesOnBehindWhatFailed) {
     EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Output();
 }
 
-TEST_F(TerminalShell, ShowsWhoActsInThePrompt) {
+TEST_F(TerminalShell, ShowsTheActingPartnerInThePrompt) {
     const auto shell = Start();
     shell->Type(std::string("partner other") + ENTER);
     EXPECT_TRUE(shell->WaitFor("other> ")) << shell->Output();
 }
 
-TEST_F(TerminalShell, EndsAStatementThenTheLineThenItselfOnInterruption) {
+TEST_F(TerminalShell, EndsStatementThenLineThenShellOnInterruption) {
     const auto shell = Start();
     shell->Type(std::string("wait 1min") + ENTER);
     ASSERT_TRUE(shell->WaitFor("wait 1min\r\n"));

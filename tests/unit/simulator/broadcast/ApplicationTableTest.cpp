@@ -72,7 +72,7 @@ TEST(ApplicationTable, LeavesOutANameThatCannotBeDecoded) {
     EXPECT_EQ(table->applications[0].names[0].text, "News");
 }
 
-TEST(ApplicationTable, TellsATableForTrials) {
+TEST(ApplicationTable, MarksATableForTrials) {
     const auto table = ParseApplicationTable(TsApplications({}, 0x8010));
     ASSERT_TRUE(table);
     EXPECT_EQ(table->type, 0x0010);
@@ -116,7 +116,7 @@ TEST(ApplicationTable, CountsADescriptorThatIsTooShortAsAbsent) {
     }
 }
 
-TEST(ApplicationTable, PassesOverDescriptorsItDoesNotKnow) {
+TEST(ApplicationTable, SkipsUnknownDescriptors) {
     const auto table = WithDescriptors({0x02, 0x02, 0xAA, 0xBB, 0x00, 0x03, 0x00, 0x7F, 0x05});
     ASSERT_TRUE(table);
     EXPECT_EQ(table->applications.at(0).visibility, 3);
@@ -125,7 +125,7 @@ TEST(ApplicationTable, PassesOverDescriptorsItDoesNotKnow) {
 const std::vector<TsApplication> TWO{{11, 0x1AB6, 1, 3, {{"eng", "Launcher"}}},
                                      {11, 0x1AB7, 2, 3, {{"ita", "Programmi"}}}};
 
-TEST(ApplicationTable, IsRefusedWhenItsBytesEndAnywhereBeforeTheirEnd) {
+TEST(ApplicationTable, IsRefusedWhenTruncatedAtAnyByte) {
     const TsBytes whole = Section(TWO);
     for (size_t size = 0; size < whole.size(); ++size) {
         // A heap block of the exact size, so that a sanitizer detects reads beyond its end.
@@ -134,7 +134,7 @@ TEST(ApplicationTable, IsRefusedWhenItsBytesEndAnywhereBeforeTheirEnd) {
     }
 }
 
-TEST(ApplicationTable, IsRefusedWhenItsLoopsEndBehindTheTable) {
+TEST(ApplicationTable, IsRefusedWhenALoopExceedsTheTable) {
     const TsBytes whole = Section(TWO);
     const TsBytes body(whole.begin() + 8, whole.end() - 4);
     for (size_t size = 0; size < body.size(); ++size) {
@@ -143,7 +143,7 @@ TEST(ApplicationTable, IsRefusedWhenItsLoopsEndBehindTheTable) {
     }
 }
 
-TEST(ApplicationTable, TakesAnyChangeOfOneByteWithoutHarm) {
+TEST(ApplicationTable, ReadsAnyChangeOfOneByte) {
     const TsBytes whole = Section(TWO);
     for (size_t position = 0; position < whole.size(); ++position) {
         for (const uint8_t value : TsBytes{0x00, 0x01, 0x7F, 0x80, 0xFF}) {
@@ -166,7 +166,7 @@ TEST(Application, HasAnIdOfOrganisationAndApplicationInHexadecimal) {
     EXPECT_EQ(UniqueId({}), "00000000.0000");
 }
 
-TEST(Application, NamesWhatTheBroadcasterWantsDone) {
+TEST(Application, NamesItsControlCode) {
     EXPECT_EQ(ControlName(1), "AUTOSTART");
     EXPECT_EQ(ControlName(2), "PRESENT");
     EXPECT_EQ(ControlName(3), "DESTROY");
@@ -176,7 +176,7 @@ TEST(Application, NamesWhatTheBroadcasterWantsDone) {
     EXPECT_EQ(ControlName(9), "0x09");
 }
 
-TEST(ApplicationTable, NamesTheTypesOfBothWorlds) {
+TEST(ApplicationTable, NamesTheTypesOfDvbAndHbbTv) {
     EXPECT_EQ(TypeName(0x0001), "DVB-J");
     EXPECT_EQ(TypeName(0x0002), "DVB-HTML");
     EXPECT_EQ(TypeName(0x0010), "HbbTV");

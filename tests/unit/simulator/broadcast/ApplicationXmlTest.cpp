@@ -28,7 +28,7 @@ Application One(const XmlApplication& application) {
     return service.tables.at(0)->applications.at(0);
 }
 
-TEST(ApplicationXml, GivesWhatADocumentSays) {
+TEST(ApplicationXml, GivesTheValuesOfADocument) {
     const Application application =
         One({"19", "1001", XmlName("eng", "Quiz &amp; Play") + XmlName("ita", "Citt\u00e0"),
              "<mhp:DvbApp>DVB-J</mhp:DvbApp>", "PRESENT", "NOT_VISIBLE_USERS", "fF"});
@@ -42,7 +42,7 @@ TEST(ApplicationXml, GivesWhatADocumentSays) {
     EXPECT_EQ(application.location, "http://a.example/index.html");
 }
 
-TEST(ApplicationXml, KnowsTheTypesThatHaveANumber) {
+TEST(ApplicationXml, ReadsTypesWithANumber) {
     const auto type = [](const std::string& text) {
         XmlApplication application{"1", "1"};
         application.type = text;
@@ -55,7 +55,7 @@ TEST(ApplicationXml, KnowsTheTypesThatHaveANumber) {
     EXPECT_EQ(type(""), 0);
 }
 
-TEST(ApplicationXml, OffersAsTablesDo) {
+TEST(ApplicationXml, OffersApplicationsByTheRulesOfTables) {
     XmlApplication hidden{"1", "2", XmlName("eng", "Hidden")};
     hidden.visibility = "NOT_VISIBLE_ALL";
     XmlApplication killed{"1", "3", XmlName("eng", "Killed")};
@@ -67,7 +67,7 @@ TEST(ApplicationXml, OffersAsTablesDo) {
     EXPECT_EQ(OfferedItems(broadcast->snapshots[0], {}), (Items{{"00000001.0001", "News"}}));
 }
 
-TEST(ApplicationXml, SkipsAndCountsAnApplicationWithoutAnIdentifierThatFits) {
+TEST(ApplicationXml, SkipsAndCountsAnApplicationWithoutAValidIdentifier) {
     const auto broadcast = Read(AitXml({{"", "1"},
                                         {"1", "65536"},
                                         {"4294967296", "1"},
@@ -92,7 +92,7 @@ TEST(ApplicationXml, TakesOtherYearsAndPrefixesOfTheNamespace) {
     EXPECT_EQ(OfferedItems(Read(document)->snapshots.at(0), {}).size(), 1U);
 }
 
-TEST(ApplicationXml, PassesOverOtherNamespaces) {
+TEST(ApplicationXml, SkipsOtherNamespaces) {
     std::string document = AitXml({{"1", "1", XmlName("eng", "News")}});
     document.replace(document.find("urn:dvb"), 7, "urn:xyz");
     const auto broadcast = Read(document);
@@ -134,7 +134,7 @@ TEST(ApplicationXml, IsRefusedBeyondItsLimits) {
     EXPECT_FALSE(Read(deep));
 }
 
-TEST(ApplicationXml, TakesADocumentCutAnywhereWithoutHarm) {
+TEST(ApplicationXml, ReadsADocumentTruncatedAtAnyByte) {
     const std::string whole = AitXml({{"1", "1", XmlName("eng", "News")}});
     const size_t end = whole.find_last_of('>');
     for (size_t size = 0; size <= end; ++size) {

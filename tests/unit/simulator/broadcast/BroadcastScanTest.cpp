@@ -44,7 +44,7 @@ Items Offered(const TsGenerator& generator) {
 
 const Items BOTH{{"0000000b.0001", "Notizie"}, {"0000000b.0002", "Meteo"}};
 
-TEST(BroadcastScan, GivesWhatTheServicesOffer) {
+TEST(BroadcastScan, GivesTheApplicationsOfTheServices) {
     EXPECT_EQ(Offered(Minimal({NEWS, WEATHER})), BOTH);
 }
 
@@ -86,7 +86,7 @@ TEST(BroadcastScan, KnowsServicesThatShareThePidOfTheirMaps) {
     EXPECT_EQ(Offered(generator), BOTH);
 }
 
-TEST(BroadcastScan, LeavesOutWhatIsNotForTheViewer) {
+TEST(BroadcastScan, OmitsApplicationsThatAreNotForTheViewer) {
     TsApplication hidden = WEATHER;
     hidden.visibility = 1;
     TsApplication stopped = WEATHER;
@@ -114,7 +114,7 @@ TEST(BroadcastScan, IgnoresOtherTablesOnTheSamePid) {
     EXPECT_EQ(broadcast.damage.sections(), 0U);
 }
 
-TEST(BroadcastScan, LetsTheLastVersionOfATableCount) {
+TEST(BroadcastScan, UsesTheLastVersionOfATable) {
     TsGenerator generator = Minimal({NEWS});
     generator.Add(TABLE_PID, TsApplications({WEATHER}, 0x0001, 1));
     EXPECT_EQ(Offered(generator), Items{BOTH[1]});
@@ -130,7 +130,7 @@ TEST(BroadcastScan, WaitsForATableThatIsOnlyAnnounced) {
     EXPECT_EQ(Offered(generator), Items{BOTH[0]});
 }
 
-TEST(BroadcastScan, PutsATableOfManyPacketsTogether) {
+TEST(BroadcastScan, CombinesATableOfManyPackets) {
     std::vector<TsApplication> applications;
     for (uint16_t id = 0; id < 20; ++id) {
         applications.push_back({1, id, 2, 3, {{"ita", "Servizio numero " + std::to_string(id)}}});
@@ -166,7 +166,7 @@ TEST(BroadcastScan, SkipsAndCountsASectionInTheShortForm) {
     EXPECT_EQ(broadcast.damage.sections(), 1U);
 }
 
-TEST(BroadcastScan, GoesOnBehindLostBytes) {
+TEST(BroadcastScan, ContinuesAfterLostBytes) {
     TsBytes stream = Minimal({NEWS}).stream();
     const TsBytes more = stream;
     stream.erase(stream.begin() + 2 * PACKET + 100, stream.begin() + 2 * PACKET + 110);
@@ -176,14 +176,14 @@ TEST(BroadcastScan, GoesOnBehindLostBytes) {
     EXPECT_EQ(broadcast.damage.lostSync, 1U);
 }
 
-TEST(BroadcastScan, FindsNothingInBytesThatAreNoStream) {
+TEST(BroadcastScan, FindsNothingInBytesWithoutAStream) {
     const Broadcast broadcast = ScanBroadcast(TsBytes(1000, 0x11));
     ASSERT_EQ(broadcast.snapshots.size(), 1U);
     EXPECT_THAT(broadcast.snapshots[0].services, IsEmpty());
     EXPECT_EQ(broadcast.damage.packets(), 1U);
 }
 
-TEST(BroadcastScan, TakesAStreamCutAnywhereWithoutHarm) {
+TEST(BroadcastScan, ReadsAStreamTruncatedAtAnyByte) {
     const TsBytes stream = Minimal({NEWS, WEATHER}).stream();
     for (size_t size = 0; size <= stream.size(); ++size) {
         const TsBytes cut(stream.begin(), stream.begin() + static_cast<std::ptrdiff_t>(size));
@@ -192,7 +192,7 @@ TEST(BroadcastScan, TakesAStreamCutAnywhereWithoutHarm) {
     }
 }
 
-TEST(BroadcastScan, TakesAnyChangeOfOneByteWithoutHarm) {
+TEST(BroadcastScan, ReadsAnyChangeOfOneByte) {
     const TsBytes stream = Minimal({NEWS, WEATHER}).stream();
     for (size_t position = 0; position < stream.size(); ++position) {
         TsBytes changed = stream;

@@ -30,7 +30,7 @@ TEST(ByteReader, ReadsToTheVeryEndWithoutFailing) {
     EXPECT_FALSE(reader.failed());
 }
 
-TEST(ByteReader, GivesZeroForANumberThatIsCutOff) {
+TEST(ByteReader, GivesZeroForATruncatedNumber) {
     for (size_t size = 0; size < 4; ++size) {
         ByteReader reader(ByteSpan(BYTES).first(size));
         EXPECT_EQ(reader.U32(), 0U);
@@ -38,7 +38,7 @@ TEST(ByteReader, GivesZeroForANumberThatIsCutOff) {
     }
 }
 
-TEST(ByteReader, GivesNothingMoreAfterAFailure) {
+TEST(ByteReader, GivesNoMoreDataAfterAFailure) {
     ByteReader reader(BYTES);
     EXPECT_THAT(reader.Take(BYTES.size() + 1), IsEmpty());
     EXPECT_EQ(reader.U8(), 0);

@@ -55,7 +55,7 @@ TEST(Damage, CountsScrambledPackets) {
     EXPECT_EQ(Describe(damage), "1 in packets (1 scrambled)");
 }
 
-TEST(Damage, CountsAdaptationFieldsAndPointersThatLeadOutOfThePacket) {
+TEST(Damage, CountsAdaptationFieldsAndPointersBeyondThePacket) {
     for (const int length : {183, 200, 255}) {
         const Damage damage = WithLastPacket([&](uint8_t* packet) {
             packet[3] |= 0x20U;
@@ -73,7 +73,7 @@ TEST(Damage, CountsAdaptationFieldsAndPointersThatLeadOutOfThePacket) {
 TEST(Damage, CountsGapsInTheCountOfPackets) {
     const Damage damage = WithLastPacket([](uint8_t* packet) {
         packet[3] = static_cast<uint8_t>(packet[3] + 5U);
-        packet[10] ^= 0xFFU;  // so that the section behind the gap is not taken
+        packet[10] ^= 0xFFU;  // Makes the section after the gap invalid.
     });
     EXPECT_EQ(damage.missingPackets, 1U);
 }
@@ -83,14 +83,14 @@ TEST(Damage, CountsSectionsWithAnotherCrc) {
     EXPECT_EQ(Describe(damage), "1 in sections (1 wrong CRC)");
 }
 
-TEST(Damage, CountsSectionsThatAreNoSuchTable) {
+TEST(Damage, CountsMalformedSections) {
     TsGenerator generator = Minimal();
     generator.Add(TABLE_PID, test::TsSection(0x74, 0x0010, {0xF0, 0x00, 0xF0, 0x20}));
     generator.Add(TABLE_PID, TsBytes{0x74, 0x30, 0x02, 0xAA, 0xBB});
     EXPECT_EQ(Describe(ScanBroadcast(generator.stream()).damage), "2 in sections (2 malformed)");
 }
 
-TEST(Damage, LeavesATableIncompleteButUsesWhatCame) {
+TEST(Damage, UsesTheReceivedSectionsOfAnIncompleteTable) {
     TsGenerator generator;
     generator.Add(0, test::TsAssociation({{1, MAP_PID}}));
     generator.Add(MAP_PID, test::TsMap(1, {TABLE_PID}));

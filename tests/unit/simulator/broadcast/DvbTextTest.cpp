@@ -81,7 +81,7 @@ TEST(DvbText, RefusesTablesThatAreReservedOrPrivate) {
     }
 }
 
-TEST(DvbText, RefusesAChoiceOfTableThatIsCutOff) {
+TEST(DvbText, RefusesATruncatedTableSelection) {
     EXPECT_EQ(Decode("\x10"s), std::nullopt);
     EXPECT_EQ(Decode("\x10\x00"s), std::nullopt);
 }
@@ -93,7 +93,7 @@ TEST(DvbText, DropsEmphasis) {
     EXPECT_EQ(Decode("\x15\uE086M\uE087"s), "M");
 }
 
-TEST(DvbText, MakesALineBreakABlank) {
+TEST(DvbText, ReplacesALineBreakByABlank) {
     EXPECT_EQ(Decode("Meteo\x8ASport"s), "Meteo Sport");
     EXPECT_EQ(Decode("\x11\x00M\xE0\x8A\x00S"s), "M S");
     EXPECT_EQ(Decode("\x15M\u008aS"s), "M S");
@@ -106,11 +106,11 @@ TEST(DvbText, DropsOtherControlCodes) {
               "AB");
 }
 
-TEST(DvbText, KeepsPrivateCharactersThatAreNoControlCodes) {
+TEST(DvbText, KeepsPrivateCharactersThatAreNotControlCodes) {
     EXPECT_EQ(Decode("\x15\uE000\uE041\uE0A0"s), "\uE000\uE041\uE0A0");
 }
 
-TEST(DvbText, MarksWhatIsNoCharacterOfTheTable) {
+TEST(DvbText, MarksBytesOutsideTheTable) {
     EXPECT_EQ(Decode("A\xC0"
                      "B"s),
               "A\uFFFD"
@@ -127,7 +127,7 @@ TEST(DvbText, MarksWhatIsNoCharacterOfTheTable) {
               "B");
 }
 
-TEST(DvbText, MarksACharacterThatIsCutOff) {
+TEST(DvbText, MarksATruncatedCharacter) {
     EXPECT_EQ(Decode("\x15"
                      "A\xC3"s),
               "A\uFFFD");
@@ -146,7 +146,7 @@ TEST(DvbText, DecodesTextLongerThanAnyTable) {
     EXPECT_EQ(Decode("\x05" + text), expected);
 }
 
-TEST(DvbText, TakesEveryPairOfBytesWithoutHarm) {
+TEST(DvbText, DecodesEveryPairOfBytes) {
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {
             const std::string bytes{static_cast<char>(first), static_cast<char>(second)};

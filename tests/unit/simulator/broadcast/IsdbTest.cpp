@@ -86,7 +86,7 @@ TEST(IsdbBroadcast, MayCarryDescriptorsOfItsOwn) {
     EXPECT_EQ(table->applications[0].names.at(0).text, "\u30cb\u30e5\u30fc\u30b9");
 }
 
-TEST(Text, IsTakenForAribsInJapaneseWithoutATableOfDvb) {
+TEST(Text, IsDecodedAsAribInJapaneseWithoutADvbTable) {
     EXPECT_EQ(Decode(NEWS_IN_KANJI, "jpn", TextCoding::Dvb), "\u30cb\u30e5\u30fc\u30b9");
     EXPECT_EQ(Decode("\x15\u30cb\u30e5\u30fc\u30b9", "jpn", TextCoding::Dvb),
               "\u30cb\u30e5\u30fc\u30b9");

@@ -42,7 +42,7 @@ TEST(Location, TakesTheTransportThatTheApplicationNames) {
               "x");
 }
 
-TEST(Location, HasOneSlashWhereTheTwoMeet) {
+TEST(Location, HasOneSlashBetweenAddressAndPath) {
     EXPECT_EQ(Location({TsHttpTransport(1, "http://a.example/"), TsDescriptor(0x15, Bytes("/x"))}),
               "http://a.example/x");
 }
@@ -58,7 +58,7 @@ TEST(Location, OfAnHtmlApplicationIsItsRootAndPath) {
     EXPECT_EQ(Location({TsDescriptor(0x09, {3, '/', 'w', '/', 'i', '.', 'h'})}), "/w/i.h");
 }
 
-TEST(Location, IsEmptyWhenTheBroadcastNamesNone) {
+TEST(Location, IsEmptyWhenTheBroadcastDoesNotNameOne) {
     EXPECT_EQ(Location({}), "");
 }
 
@@ -73,7 +73,7 @@ TEST(Location, CountsADescriptorThatIsTooShortAsAbsent) {
     }
 }
 
-// One object carousel (TS 102 809, 5.3.6.1) and none of the addresses.
+// One object carousel (TS 102 809, 5.3.6.1) without addresses.
 TEST(Location, HasNoAddressInACarousel) {
     EXPECT_EQ(Location({TsDescriptor(0x02, {0x00, 0x01, 0x01, 0x7F, 0x2F}),
                         TsDescriptor(0x15, Bytes("index.html"))}),

@@ -71,7 +71,7 @@ TEST(PacketFormat, TakesPacketsOf204BytesWithErrorCorrection) {
     EXPECT_EQ(Offered(stream), NEWS);
 }
 
-TEST(PacketFormat, NeedsNotWhatSurroundsTheLastPacket) {
+TEST(PacketFormat, DoesNotNeedBytesAroundTheLastPacket) {
     TsBytes stream = TsRepacked(Stream(), 0, 16);
     stream.resize(stream.size() - 16);
     EXPECT_EQ(Read(stream).packets, 9U);
@@ -90,7 +90,7 @@ TEST(PacketFormat, IsFoundWhenTheFileBeginsWithinAPacket) {
     }
 }
 
-TEST(PacketFormat, HoldsThroughDamage) {
+TEST(PacketFormat, IsKeptAfterDamage) {
     for (const auto& [before, behind] : {std::pair{4, 0}, {0, 16}}) {
         TsBytes stream =
             TsRepacked(Stream(), static_cast<size_t>(before), static_cast<size_t>(behind));
@@ -101,7 +101,7 @@ TEST(PacketFormat, HoldsThroughDamage) {
     }
 }
 
-TEST(PacketFormat, Is188WhereNothingTells) {
+TEST(PacketFormat, Is188ByDefault) {
     EXPECT_EQ(DetectPacketFormat({}), PacketFormat{});
     EXPECT_EQ(DetectPacketFormat(TsBytes(5000, 0x47)), PacketFormat{});
     EXPECT_EQ(DetectPacketFormat(TsBytes(5000, 0x00)), PacketFormat{});

@@ -67,7 +67,7 @@ TEST(PacketReader, ReadsThirteenBitsOfPid) {
     EXPECT_EQ(Read(stream).pids, Pids{0x1EC5});
 }
 
-TEST(PacketReader, SkipsWhatStandsBeforeTheFirstPacket) {
+TEST(PacketReader, SkipsBytesBeforeTheFirstPacket) {
     Stream stream = MakeStream(4);
     stream.insert(stream.begin(), {0x00, 0x47, 0x00});
     const Reading reading = Read(stream);
@@ -90,7 +90,7 @@ TEST(PacketReader, IsNotMisledBySyncBytesInTheData) {
     EXPECT_EQ(Read(stream).pids, (Pids{1, 3, 4, 5}));
 }
 
-TEST(PacketReader, FindsTheRhythmAgainAfterLostBytes) {
+TEST(PacketReader, SynchronisesAgainAfterLostBytes) {
     Stream stream = MakeStream(6);
     const auto first = stream.begin() + static_cast<std::ptrdiff_t>(PACKET_SIZE + 50);
     stream.erase(first, first + 7);
@@ -107,7 +107,7 @@ TEST(PacketReader, LeavesOutPacketsThatTheReceiverMarkedAsBroken) {
     EXPECT_EQ(reading.damaged, 1U);
 }
 
-TEST(PacketReader, CountsAPacketThatIsCutOffAtTheEnd) {
+TEST(PacketReader, CountsATruncatedLastPacket) {
     Stream stream = MakeStream(3);
     stream.pop_back();
     const Reading reading = Read(stream);
@@ -115,7 +115,7 @@ TEST(PacketReader, CountsAPacketThatIsCutOffAtTheEnd) {
     EXPECT_EQ(reading.damaged, 1U);
 }
 
-TEST(PacketReader, EndsOnBytesThatAreNoStreamAtAll) {
+TEST(PacketReader, EndsOnBytesWithoutAStream) {
     const Reading reading = Read(Stream(10 * PACKET_SIZE, 0x11));
     EXPECT_TRUE(reading.pids.empty());
     EXPECT_EQ(reading.damaged, 1U);

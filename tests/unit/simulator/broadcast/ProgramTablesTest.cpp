@@ -24,7 +24,7 @@ TEST(TableSection, GivesTheHeaderAndTheBytesBeforeTheCrc) {
     EXPECT_THAT(section->body, ElementsAre(0xAA, 0xBB));
 }
 
-TEST(TableSection, TellsATableThatIsNotYetValid) {
+TEST(TableSection, MarksATableThatIsNotYetValid) {
     auto bytes = test::TsSection(0x74, 1, {});
     bytes[5] &= 0xFEU;
     ASSERT_TRUE(ParseTableSection(bytes));
@@ -92,7 +92,7 @@ TEST(ProgramMap, IsRefusedWhenALoopIsLongerThanTheTable) {
 }
 
 // Truncates the body and corrects lengths and CRC, as a broken encoder might send it.
-TEST(ProgramTables, TakeATableCutAnywhereWithoutHarm) {
+TEST(ProgramTables, ReadATableTruncatedAtAnyByte) {
     const auto whole = test::TsMap(7, {0x1EC5, 0x1EC6});
     const test::TsBytes body(whole.begin() + 8, whole.end() - 4);
     for (size_t size = 0; size < body.size(); ++size) {

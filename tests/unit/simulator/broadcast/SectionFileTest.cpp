@@ -27,7 +27,7 @@ Items Offered(const Broadcast& broadcast) {
     return OfferedItems(broadcast.snapshots.back(), {});
 }
 
-TEST(SectionFile, GivesTheTablesThatStandBackToBack) {
+TEST(SectionFile, GivesConsecutiveTables) {
     const Broadcast broadcast =
         ScanSections(TsApplications({NEWS}) + TsApplications({WEATHER}, 0x0010));
     EXPECT_EQ(Offered(broadcast), BOTH);
@@ -37,7 +37,7 @@ TEST(SectionFile, GivesTheTablesThatStandBackToBack) {
     EXPECT_EQ(Describe(broadcast.damage), "");
 }
 
-TEST(SectionFile, PutsTheSectionsOfATableTogether) {
+TEST(SectionFile, CombinesTheSectionsOfATable) {
     const TsBytes first = test::TsOneOf(TsApplications({NEWS}), 0, 1);
     const TsBytes second = test::TsOneOf(TsApplications({WEATHER}), 1, 1);
     EXPECT_EQ(Offered(ScanSections(second + first)), BOTH);
@@ -51,7 +51,7 @@ TEST(SectionFile, ChangesWithEachNewVersion) {
     EXPECT_EQ(OfferedItems(broadcast.snapshots[1], {}), BOTH);
 }
 
-TEST(SectionFile, PassesOverOtherTables) {
+TEST(SectionFile, SkipsOtherTables) {
     const TsBytes timeAndDate{0x70, 0x70, 0x05, 1, 2, 3, 4, 5};
     const Broadcast broadcast =
         ScanSections(test::TsAssociation({{1, 0x0200}}) + timeAndDate + TsApplications({NEWS}));
@@ -70,7 +70,7 @@ TEST(SectionFile, SkipsAndCountsASectionWithAnotherCrc) {
               "1 in sections (1 wrong CRC)");
 }
 
-TEST(SectionFile, FindsTheNextTableBehindALengthThatIsWrong) {
+TEST(SectionFile, FindsTheNextTableAfterAWrongLength) {
     TsBytes broken = TsApplications({WEATHER});
     broken[2] = static_cast<uint8_t>(broken[2] + 3U);
     const Broadcast broadcast = ScanSections(broken + TsApplications({NEWS}));
@@ -78,7 +78,7 @@ TEST(SectionFile, FindsTheNextTableBehindALengthThatIsWrong) {
     EXPECT_EQ(Describe(broadcast.damage), "1 in sections (1 wrong CRC)");
 }
 
-TEST(SectionFile, FindsTheNextTableBehindStuffing) {
+TEST(SectionFile, FindsTheNextTableAfterStuffing) {
     const Broadcast broadcast =
         ScanSections(TsApplications({WEATHER}) + TsBytes(50, 0xFF) + TsApplications({NEWS}, 2));
     EXPECT_EQ(Offered(broadcast).size(), 2U);
@@ -92,7 +92,7 @@ TEST(SectionFile, OffersNothingWithoutTables) {
     EXPECT_EQ(noise.damage.sections(), 1U);
 }
 
-TEST(SectionFile, TakesAFileCutAnywhereWithoutHarm) {
+TEST(SectionFile, ReadsAFileTruncatedAtAnyByte) {
     const TsBytes whole = TsApplications({NEWS}) + TsApplications({WEATHER}, 0x0010);
     for (size_t size = 0; size < whole.size(); ++size) {
         const TsBytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
@@ -100,7 +100,7 @@ TEST(SectionFile, TakesAFileCutAnywhereWithoutHarm) {
     }
 }
 
-TEST(SectionFile, IsKnownByAFirstSectionThatIsWhole) {
+TEST(SectionFile, IsRecognisedByACompleteFirstSection) {
     EXPECT_TRUE(BeginsWithSection(TsApplications({NEWS})));
     EXPECT_FALSE(BeginsWithSection({}));
     EXPECT_FALSE(BeginsWithSection(TsBytes(188, 0x47)));

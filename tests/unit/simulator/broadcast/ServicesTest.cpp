@@ -21,7 +21,7 @@ const TsApplication NEWS{11, 1, 2, 3, {{"ita", "Notizie"}}};
 const TsApplication WEATHER{11, 2, 1, 3, {{"ita", "Meteo"}}};
 const TsApplication SPORT{11, 3, 1, 3, {{"ita", "Sport"}}};
 
-// Three services, each with one application; the second has no name.
+// Three services with one application each. The second service is unnamed.
 Broadcast Three() {
     TsGenerator generator;
     generator.Add(0, test::TsAssociation({{1, 0x0200}, {2, 0x0201}, {1031, 0x0202}}));
@@ -52,11 +52,11 @@ TEST(Services, HaveTheNamesOfTheDescriptionTable) {
     EXPECT_EQ(services[2].name, "Sport Uno");
 }
 
-TEST(Services, AreAllWantedWhenNoneIsNamed) {
+TEST(Services, AreAllSelectedByDefault) {
     EXPECT_THAT(NamesOf(Three(), {}), ElementsAre("Notizie", "Meteo", "Sport"));
 }
 
-TEST(Services, AreWantedByNumberOrName) {
+TEST(Services, AreSelectedByNumberOrName) {
     const Broadcast broadcast = Three();
     EXPECT_THAT(NamesOf(broadcast, {"1031"}), ElementsAre("Sport"));
     EXPECT_THAT(NamesOf(broadcast, {"0x407"}), ElementsAre("Sport"));
@@ -68,12 +68,12 @@ TEST(Services, AreWantedByNumberOrName) {
     }
 }
 
-TEST(Services, ThatAreMissingAreNamedWithThoseThatAreThere) {
+TEST(Services, ThatAreMissingAreReportedWithTheExistingOnes) {
     EXPECT_EQ(MissingService(Three(), {{"1", "Sport Uno"}, {}, false}), "");
     EXPECT_EQ(MissingService(Three(), {{"1", "7"}, {}, false}),
               "no service '7'; it has 1 (Rete Citt\u00e0), 2, 1031 (Sport Uno)");
     EXPECT_EQ(MissingService({{Snapshot{}}, {}}, {{"7"}, {}, false}),
-              "no service '7'; it names none");
+              "no service '7'; the broadcast does not name any");
 }
 
 TEST(ServiceDescription, IsRefusedWhenALoopIsLongerThanTheTable) {

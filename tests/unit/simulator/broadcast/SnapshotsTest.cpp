@@ -64,7 +64,7 @@ TEST(Moments, BeginWithEachNewVersion) {
     EXPECT_THAT(Moments(generator), ElementsAre("0: Notizie", "?: Notizie Meteo", "?:"));
 }
 
-TEST(Moments, DoNotBeginWithAVersionThatSaysTheSame) {
+TEST(Moments, DoNotBeginWithAVersionWithoutChanges) {
     TsGenerator generator = WithOneService();
     generator.Add(TABLE_PID, TsApplications({NEWS}, 0x0001, 0));
     generator.Add(TABLE_PID, TsApplications({NEWS}, 0x0001, 1));
@@ -145,11 +145,11 @@ TEST(StreamClock, CountsFromTheFirstReference) {
     EXPECT_EQ(ClockAfter({SECOND, 2 * SECOND, 3 * SECOND + SECOND / 2}), 2.5);
 }
 
-TEST(StreamClock, GoesOnWhereTheReferenceWrapsRound) {
+TEST(StreamClock, ContinuesWhenTheReferenceWrapsAround) {
     EXPECT_EQ(ClockAfter({(uint64_t{1} << 33U) - SECOND, SECOND}), 2.0);
 }
 
-TEST(StreamClock, TakesAJumpForNoTime) {
+TEST(StreamClock, CountsAJumpAsZeroTime) {
     EXPECT_EQ(ClockAfter({100 * SECOND, 101 * SECOND, 5 * SECOND, 6 * SECOND}), 2.0);
     EXPECT_EQ(ClockAfter({SECOND, 1000 * SECOND, 1001 * SECOND}), 1.0);
 }

@@ -101,7 +101,7 @@ TEST(ApplicationJson, IsAnArrayOfObjects) {
               "    \"location\" : \"http://a.example/i.html\"\n  }\n]\n");
 }
 
-TEST(ApplicationJson, HasNullForWhatTheSourceDoesNotSay) {
+TEST(ApplicationJson, HasNullForValuesMissingInTheSource) {
     const std::string json = FormatJson(List(With({Service(std::nullopt, 0, {HIDDEN})})));
     EXPECT_NE(json.find("\"service\" : null"), std::string::npos) << json;
     EXPECT_NE(json.find("\"type\" : null"), std::string::npos);
@@ -109,7 +109,7 @@ TEST(ApplicationJson, HasNullForWhatTheSourceDoesNotSay) {
     EXPECT_NE(json.find("\"location\" : \"\""), std::string::npos);
 }
 
-TEST(ApplicationCsv, HasAHeadLineAndQuotesWhatNeedsIt) {
+TEST(ApplicationCsv, HasAHeaderAndQuotesSpecialCharacters) {
     Application application = NEWS;
     application.names = {{"eng", "News, \"live\"\r\nnow"}};
     EXPECT_EQ(FormatCsv(List(With({Service(std::nullopt, 0, {application})}))),

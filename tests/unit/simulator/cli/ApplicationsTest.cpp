@@ -150,7 +150,7 @@ TEST_F(Applications, AreThoseOfTheServicesAskedFor) {
     EXPECT_EQ(outcome.errors, "javamw-sim: " + file + ": no service '6'; it has 5 (Rete 1)\n");
 }
 
-TEST_F(Applications, AreNoneInAStreamWithoutAny) {
+TEST_F(Applications, AreAnEmptyListForAStreamWithoutAny) {
     TsGenerator generator;
     generator.Add(0, TsAssociation({{5, 0x0200}}));
     const std::string file = Write("a.ts", generator.stream());

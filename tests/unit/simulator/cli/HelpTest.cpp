@@ -41,7 +41,8 @@ std::string Section(const std::string& page, const std::string& begin) {
         return {};
     }
     const size_t body = start + begin.size() + 2;
-    // The line end before the first option belongs to it.
+    // Includes the line end before the first option, because the pattern of an option starts with
+    // it.
     const size_t end = std::min(page.find("\n.Ss ", body), page.find("\n.Sh ", body));
     return page.substr(body - 1, end - body + 2);
 }

@@ -20,7 +20,7 @@ using testing::StartsWith;
 constexpr int SUCCESS = 0;
 constexpr int WRONG_USAGE = 2;
 constexpr int NO_BUS = 3;
-// A command that passes every check ends with NO_BUS on it.
+// Without a bus, a valid command line ends with NO_BUS.
 const std::string NO_BUS_THERE = "--address=unix:path=/nonexistent/bus";
 
 struct Outcome {
@@ -76,7 +76,7 @@ TEST_F(Program, ExplainsTheOptionsOfEachCommand) {
     EXPECT_THAT(call, Not(HasSubstr("--items")));
 }
 
-TEST_F(Program, TellsItsVersion) {
+TEST_F(Program, PrintsItsVersion) {
     const Outcome outcome = RunSimulator({"--version"});
     EXPECT_EQ(outcome.status, SUCCESS);
     EXPECT_THAT(outcome.output, testing::MatchesRegex("javamw-sim [0-9]+\\.[0-9]+\\.[0-9]+\n"));
@@ -113,7 +113,7 @@ TEST_F(Program, TakesHelpAsACommand) {
     EXPECT_THAT(RunSimulator({"--help"}).output, HasSubstr("javamw-sim help COMMAND"));
 }
 
-TEST_F(Program, RefusesWhatACommandDoesNotTake) {
+TEST_F(Program, RefusesOptionsAndArgumentsOfOtherCommands) {
     const auto hint = [](const std::string& command) {
         return "; see javamw-sim " + command + " --help";
     };
@@ -130,12 +130,12 @@ TEST_F(Program, RefusesWhatACommandDoesNotTake) {
                   "--timeout takes whole seconds, not '-1'" + hint("watch"));
 }
 
-TEST_F(Program, RefusesATimeoutThatIsNoNumber) {
+TEST_F(Program, RefusesATimeoutThatIsNotANumber) {
     ExpectRefused({"watch", "--timeout=soon"},
                   "--timeout takes whole seconds, not 'soon'; see javamw-sim watch --help");
 }
 
-TEST_F(Program, SaysWhenItCannotReachTheBus) {
+TEST_F(Program, ReportsThatItCannotReachTheBus) {
     for (const std::vector<std::string>& command :
          {std::vector<std::string>{"watch"}, {"serve"}, {"call", "GetAllItems"}}) {
         std::vector<std::string> arguments = command;
@@ -154,7 +154,7 @@ TEST_F(Program, TakesTheSystemBusWithoutAnAddress) {
     EXPECT_THAT(program.Errors(), HasSubstr("/nonexistent/system"));
 }
 
-TEST_F(Program, TakesArgumentsThatLookLikeOptionsBehindADoubleDash) {
+TEST_F(Program, TakesArgumentsThatLookLikeOptionsAfterADoubleDash) {
     EXPECT_EQ(RunSimulator({NO_BUS_THERE, "call", "--", "SetSelection", "--loud"}).status, NO_BUS);
 }
 
@@ -188,9 +188,9 @@ TEST_F(Program, RefusesFilesThatCannotBeRead) {
     EXPECT_THAT(outcome.errors, StartsWith("javamw-sim: " + Path("") + ": "));
 }
 
-TEST_F(Program, RefusesAFileThatIsNoBroadcast) {
+TEST_F(Program, RefusesAFileThatIsNotABroadcast) {
     const std::string none =
-        ": no transport stream with services, no sections and no XML of applications";
+        ": neither a transport stream with services nor sections nor XML of applications";
     const std::string file = File(std::string(1000, 'x'));
     ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", file},
                   file + none + "\njavamw-sim: " + file +
@@ -207,14 +207,14 @@ std::string Broadcast(uint8_t visibility) {
     return {generator.stream().begin(), generator.stream().end()};
 }
 
-TEST_F(Program, RefusesABroadcastThatOffersNothing) {
+TEST_F(Program, RefusesABroadcastWithoutApplications) {
     const std::string file = File(Broadcast(1));
     ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", file}, file + ": offers no applications");
 }
 
-TEST_F(Program, CountsDamageAndGoesOn) {
+TEST_F(Program, ReportsDamageAndContinues) {
     std::string broken = Broadcast(3);
-    broken.back() = 'x';  // stuffing; only the packet behind it is missing
+    broken.back() = 'x';  // Stuffing; only the packet after it is missing.
     broken += "G";
     const std::string file = File(broken);
     const Outcome outcome = RunSimulator({"serve", NO_BUS_THERE, "--broadcast", file});

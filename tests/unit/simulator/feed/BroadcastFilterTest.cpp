@@ -27,7 +27,7 @@ Items Offered(const std::vector<BroadcastService>& services, const BroadcastFilt
     return OfferedItems({0, services}, filter);
 }
 
-TEST(Offer, IsWhatIsToRunOrToBeStartedAndForViewers) {
+TEST(Offer, HasVisibleApplicationsThatArePresentOrAutostarted) {
     ApplicationTable trial;
     trial.test = true;
     for (unsigned code = 0; code < 256; ++code) {
@@ -60,7 +60,7 @@ TEST(Offer, HasAnApplicationOfSeveralServicesOnce) {
               (Items{{"0000000b.0001", "News"}}));
 }
 
-TEST(Offer, TellsApplicationsOfOneNameApart) {
+TEST(Offer, DistinguishesApplicationsWithTheSameName) {
     EXPECT_EQ(Offered({Service(1, {Named(1, {{"eng", "News"}}), Named(2, {{"eng", "News"}}),
                                    Named(3, {{"eng", "News"}})})}),
               (Items{{"0000000b.0001", "News"},
@@ -76,7 +76,7 @@ TEST(Offer, GivesNoApplicationANameThatAnotherHas) {
                      {"0000000b.0003", "News (2)"}}));
 }
 
-TEST(Offer, TellsOneIdOfTwoNamesApartByItsServices) {
+TEST(Offer, DistinguishesOneIdWithTwoNamesByItsServices) {
     EXPECT_EQ(Offered({Service(1, {Named(1, {{"eng", "News"}})}),
                        Service(7, {Named(1, {{"eng", "Weather"}})}),
                        Service(8, {Named(1, {{"eng", "Weather"}})})}),
@@ -94,7 +94,7 @@ TEST(Offer, HasNamesInThePreferredLanguage) {
     EXPECT_EQ(Offered(services, {{}, {"ita", "eng"}, false}).at(0).name, "Notizie");
 }
 
-TEST(PreferredName, IsInTheFirstLanguageThatThereIsOneIn) {
+TEST(PreferredName, IsInTheFirstAvailableLanguage) {
     const Names names{{"eng", "News"}, {"fre", "Infos"}, {"ITA", "Notizie"}, {"ger", ""}};
     EXPECT_EQ(PreferredName(names, {}), "News");
     EXPECT_EQ(PreferredName(names, {"ita", "eng"}), "Notizie");
@@ -114,7 +114,7 @@ TEST(Languages, AreReadFromAListOfCodesOrLocales) {
     EXPECT_THAT(ParseLanguages(",,ita,"), ElementsAre("ita"));
 }
 
-TEST(Languages, AreCleanedOfWhatIsNoLetter) {
+TEST(Languages, AreStrippedOfOtherCharactersThanLetters) {
     EXPECT_EQ(CleanLanguage(std::string("fr\0", 3)), "fr");
     EXPECT_EQ(CleanLanguage("ITA"), "ita");
     EXPECT_EQ(CleanLanguage("\xFF\x01 "), "");

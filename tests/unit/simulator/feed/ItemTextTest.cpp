@@ -39,7 +39,7 @@ TEST(ItemText, TakesTheLineEndsOfOtherSystems) {
               (Items{{"w1", "Weather"}, {"n1", "News"}}));
 }
 
-TEST(ItemText, GivesAllBehindTheFirstTabToTheName) {
+TEST(ItemText, TakesAllTextAfterTheFirstTabAsTheName) {
     EXPECT_EQ(Parsed("w1\ta\tb # c\n"), (Items{{"w1", "a\tb # c"}}));
     EXPECT_EQ(Parsed("w1\t\n"), (Items{{"w1", ""}}));
 }
@@ -49,7 +49,7 @@ TEST(ItemText, MayHoldNothing) {
     EXPECT_EQ(Parsed("# nothing\n"), Items());
 }
 
-TEST(ItemText, IsRefusedWithTheLineThatIsWrong) {
+TEST(ItemText, IsRefusedWithTheNumberOfTheWrongLine) {
     EXPECT_EQ(Refused("w1\tWeather\n\nWeather\n"), "3: no tab between id and name");
     EXPECT_EQ(Refused("\tWeather\n"), "1: empty id");
     EXPECT_EQ(Refused("# x\nw1\tCaff\xE8\n"), "2: not UTF-8");

@@ -39,27 +39,27 @@ Items Applied(Items items, const Calls& calls) {
     return items;
 }
 
-TEST(ListUpdate, CallsNothingWhenNothingChanged) {
+TEST(ListUpdate, MakesNoCallsWithoutChanges) {
     const ListUpdate update = UpdateList({NEWS, WEATHER}, {WEATHER, NEWS});
     EXPECT_EQ(update.calls, Calls{});
     EXPECT_EQ(update.items, (Items{NEWS, WEATHER}));
 }
 
-TEST(ListUpdate, AddsWhatIsNewInOneCall) {
+TEST(ListUpdate, AddsAllNewItemsInOneCall) {
     const ListUpdate update = UpdateList({NEWS}, {WEATHER, NEWS, SPORT});
     EXPECT_EQ(update.calls, (Calls{{Function::AddItems, {WEATHER, SPORT}}}));
     EXPECT_EQ(update.items, (Items{NEWS, WEATHER, SPORT}));
     EXPECT_EQ(update.added, 2U);
 }
 
-TEST(ListUpdate, RemovesWhatIsGoneOneByOne) {
+TEST(ListUpdate, RemovesMissingItemsOneByOne) {
     const ListUpdate update = UpdateList({NEWS, WEATHER, SPORT}, {WEATHER});
     EXPECT_EQ(update.calls,
               (Calls{{Function::RemoveItem, {NEWS}}, {Function::RemoveItem, {SPORT}}}));
     EXPECT_EQ(update.removed, 2U);
 }
 
-TEST(ListUpdate, RenamesByWayOfAnIdThatNobodyHas) {
+TEST(ListUpdate, RenamesThroughAnUnusedId) {
     const ListUpdate update = UpdateList({NEWS, SPORT}, {NEWS, SPORT_LIVE});
     const Item between{"s~", "Sport live"};
     EXPECT_EQ(update.calls, (Calls{{Function::ModifyItem, {SPORT, between}},
@@ -71,7 +71,7 @@ TEST(ListUpdate, RenamesByWayOfAnIdThatNobodyHas) {
         "s~~");
 }
 
-TEST(ListUpdate, LeadsToWhatItSays) {
+TEST(ListUpdate, ResultsInTheNewList) {
     const std::vector<Items> lists{{},
                                    {NEWS},
                                    {SPORT, NEWS},

@@ -45,7 +45,7 @@ TEST(Handshake, ConnectsOnceWhenBothStartTogether) {
     EXPECT_TRUE(handshake.IsConnected(APPLICATION));
 }
 
-TEST(Handshake, IgnoresTheAckOfAnApplicationItNeverHeardOf) {
+TEST(Handshake, IgnoresTheAckOfAnUnknownApplication) {
     Handshake handshake;
     EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
     EXPECT_FALSE(handshake.IsConnected(APPLICATION));
@@ -58,7 +58,7 @@ TEST(Handshake, LeavesAnswersToAnotherMiddlewareAlone) {
     EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
 }
 
-TEST(Handshake, AcknowledgesTheApplicationAlsoAfterAnAckThatMayHaveBeenAnothers) {
+TEST(Handshake, AcknowledgesAnApplicationAfterAnAckThatMayBelongToAnother) {
     Handshake handshake;
     handshake.Heard(Announcement::Syn, APPLICATION);
     EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), CONNECT);
@@ -68,7 +68,7 @@ TEST(Handshake, AcknowledgesTheApplicationAlsoAfterAnAckThatMayHaveBeenAnothers)
     EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), NOTHING);
 }
 
-TEST(Handshake, StartsAnewWithAnApplicationThatBeginsAgainOnTheSameConnection) {
+TEST(Handshake, StartsAgainWhenAnApplicationRestartsOnTheSameConnection) {
     Handshake handshake;
     handshake.Heard(Announcement::SynAck, APPLICATION);
     EXPECT_EQ(handshake.Heard(Announcement::Syn, APPLICATION), AnswerSyn(true));
@@ -84,7 +84,7 @@ TEST(Handshake, LosesAConnectedApplication) {
     EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
 }
 
-TEST(Handshake, SaysNothingOfTheEndOfAnApplicationThatWasNotConnected) {
+TEST(Handshake, DoesNotReportTheEndOfAnApplicationThatWasNotConnected) {
     Handshake handshake;
     EXPECT_EQ(handshake.Lost(APPLICATION), NOTHING);
     handshake.Heard(Announcement::Syn, APPLICATION);

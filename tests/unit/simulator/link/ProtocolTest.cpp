@@ -31,13 +31,13 @@ TEST(Protocol, NumbersTheFunctionsFrom2000To2008) {
     EXPECT_EQ(number, 2009);
 }
 
-TEST(Protocol, KnowsNoFunctionByAnotherName) {
+TEST(Protocol, RejectsUnknownFunctionNames) {
     EXPECT_FALSE(FunctionByName(""));
     EXPECT_FALSE(FunctionByName("getselection"));
     EXPECT_FALSE(FunctionByName("2001"));
 }
 
-TEST(Protocol, CallsWithTheItemsBackToBackAndTheIdBehindThem) {
+TEST(Protocol, EncodesACallAsItemsFollowedByTheId) {
     EXPECT_EQ(EncodeCall(Function::GetAllItems, {}), ToBytes("\xD2\x07\0\0"s));
     EXPECT_EQ(EncodeCall(Function::ModifyItem, {{"w1", "Weather"}, {"w1", "Weather"}}),
               ToBytes(WEATHER_FORM + WEATHER_FORM + "\xD8\x07\0\0"s));
@@ -92,7 +92,7 @@ TEST(Protocol, KeepsTheNumberOfAnUnknownEvent) {
     EXPECT_EQ(NameOf(notification->event), "Unknown");
 }
 
-TEST(Protocol, RefusesANotificationWithoutRoomForAnEvent) {
+TEST(Protocol, RefusesANotificationShorterThanAnEvent) {
     EXPECT_FALSE(DecodeNotification({}));
     EXPECT_FALSE(DecodeNotification({1, 0, 0}));
 }

@@ -17,7 +17,7 @@ using testing::IsEmpty;
 
 const std::string APPLICATION = ":1.5";
 
-/// An application that answers when the test says so.
+/// An application whose answers the test triggers.
 class FakeCaller : public MessageCaller {
 public:
     void Call(const std::string& application, const Bytes& message, Done done) override {
@@ -25,7 +25,7 @@ public:
         calls.push_back({application, std::move(done)});
     }
 
-    // Answers the call of that number with one item.
+    // Answers the call with this number with one item.
     void Answer(size_t call, const Item& item) {
         Bytes payload = EncodeCall(Function::SetSelection, {item});
         payload.resize(payload.size() - 4);
@@ -53,7 +53,7 @@ protected:
                    [this](const std::string& line) { m_lines.push_back(line); }};
 };
 
-TEST_F(EventLogTest, PrintsAnEventWithTheSelectionOnceThatIsKnown) {
+TEST_F(EventLogTest, PrintsAnEventWhenItsSelectionIsKnown) {
     Add(Event::ItemSelected);
     EXPECT_THAT(m_lines, IsEmpty());
     EXPECT_EQ(m_caller.calls.at(0).first, APPLICATION);
@@ -61,7 +61,7 @@ TEST_F(EventLogTest, PrintsAnEventWithTheSelectionOnceThatIsKnown) {
     EXPECT_THAT(m_lines, ElementsAre("event 2 ItemSelected selection w1\tWeather"));
 }
 
-TEST_F(EventLogTest, SaysWhenNothingIsSelected) {
+TEST_F(EventLogTest, PrintsNoneWithoutASelection) {
     Add(Event::LocalCreated);
     m_caller.Answer(0, {});
     EXPECT_THAT(m_lines, ElementsAre("event 4 LocalCreated selection none"));
@@ -77,18 +77,19 @@ TEST_F(EventLogTest, KeepsTheOrderOfTheEventsWhateverTheOrderOfTheAnswers) {
                                      "event 2 ItemSelected selection b\tB"));
 }
 
-TEST_F(EventLogTest, SaysWhyTheSelectionCannotBeRead) {
+TEST_F(EventLogTest, PrintsWhyTheSelectionCannotBeRead) {
     for (size_t i = 0; i < 3; ++i) {
         Add(Event::ItemChanged);
     }
     m_caller.Fail(0, "gone\naway");
     m_caller.calls.at(1).second(Bytes{1, 2, 3});
     m_caller.calls.at(2).second(Bytes());
-    EXPECT_THAT(m_lines,
-                ElementsAre("event 1 ItemChanged selection unreadable: gone\\x0aaway",
-                            "event 1 ItemChanged selection unreadable: the reply of 3 bytes is no "
-                            "list of items",
-                            "event 1 ItemChanged selection unreadable: 0 items in the reply"));
+    EXPECT_THAT(
+        m_lines,
+        ElementsAre("event 1 ItemChanged selection unreadable: gone\\x0aaway",
+                    "event 1 ItemChanged selection unreadable: the reply of 3 bytes is not a "
+                    "list of items",
+                    "event 1 ItemChanged selection unreadable: 0 items in the reply"));
 }
 
 TEST_F(EventLogTest, CompletesTheEventsOfAnApplicationThatEnded) {

@@ -14,7 +14,7 @@ const SelectedItem WEATHER{Item{"w1", "Weather"}, ""};
 const SelectedItem NONE{};
 const SelectedItem UNKNOWN{std::nullopt, "gone\naway"};
 
-TEST(TextReports, AreTheLinesThatPeopleRead) {
+TEST(TextReports, AreOneLineForEachEvent) {
     const auto report = TextReport(false);
     EXPECT_EQ(report->Connected(APPLICATION), "connected :1.5");
     EXPECT_EQ(report->Disconnected(APPLICATION), "disconnected :1.5");
@@ -39,7 +39,7 @@ std::string WithoutColours(std::string text) {
     return text;
 }
 
-TEST(TextReports, HaveTheSameWordsInColours) {
+TEST(TextReports, HaveTheSameTextWithColours) {
     const auto plain = TextReport(false);
     const auto painted = TextReport(true);
     EXPECT_NE(painted->Connected(APPLICATION), plain->Connected(APPLICATION));
@@ -52,7 +52,7 @@ TEST(TextReports, HaveTheSameWordsInColours) {
               plain->Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN));
 }
 
-TEST(JsonReports, AreOneObjectALine) {
+TEST(JsonReports, AreOneObjectPerLine) {
     const auto report = JsonReport();
     EXPECT_EQ(report->Connected(APPLICATION), R"({"type":"connected","application":":1.5"})");
     EXPECT_EQ(report->Disconnected(APPLICATION), R"({"type":"disconnected","application":":1.5"})");
@@ -71,7 +71,7 @@ TEST(JsonReports, AreOneObjectALine) {
               R"("unexpected_bytes":2,"selection":null,"problem":"gone\naway"})");
 }
 
-TEST(JsonReports, KeepTheBytesOfTextsThatAreNoUtf8) {
+TEST(JsonReports, KeepTheBytesOfTextsThatAreNotUtf8) {
     EXPECT_EQ(JsonReport()->ItemOfReply({"\"1\"", "Citt\xE0"}),
               "{\"id\":\"\\\"1\\\"\",\"name\":\"Citt\uFFFD\",\"name_hex\":\"43697474e0\"}");
     EXPECT_EQ(JsonReport()->ItemOfReply({std::string("a\0b", 3), "\u00e0"}),

@@ -64,7 +64,7 @@ const std::vector<std::string> TRAFFIC{
     "9 us1000008 application :1.2 left the bus",
 };
 
-TEST(CaptureFile, GivesTheTrafficOfOursInEveryForm) {
+TEST(CaptureFile, GivesTheTrafficOfTheProtocolInEveryForm) {
     for (const Form form : {Form::Pcap, Form::PcapNanoseconds, Form::PcapBigEndian, Form::PcapNg}) {
         EXPECT_TRUE(IsCapture(Session(form)));
         const auto recording = ReadCapture(Session(form));
@@ -73,20 +73,20 @@ TEST(CaptureFile, GivesTheTrafficOfOursInEveryForm) {
     }
 }
 
-TEST(CaptureFile, IsToldFromOtherFiles) {
+TEST(CaptureFile, IsRecognisedByItsFirstBytes) {
     EXPECT_FALSE(IsCapture(""));
     EXPECT_FALSE(IsCapture("\x0a\x0d\x0d"));
     EXPECT_FALSE(IsCapture("{\"javamw-recording\":1}"));
 }
 
-TEST(CaptureFile, OfSomethingElseIsRefused) {
+TEST(CaptureFile, OfOtherTrafficIsRefused) {
     EXPECT_EQ(ReadCapture(CaptureGenerator(Form::PcapNg, 1).bytes()).error(),
-              "a capture, but not of a D-Bus");
+              "a capture, but not of D-Bus traffic");
     EXPECT_EQ(ReadCapture("").error(), "empty");
     EXPECT_FALSE(ReadCapture("\x0a\x0d\x0d\x0a").error().empty());
 }
 
-TEST(CaptureFile, CountsPacketsThatWereCutShortOrHoldNoMessage) {
+TEST(CaptureFile, CountsTruncatedPacketsAndPacketsWithoutAMessage) {
     CaptureGenerator capture(Form::PcapNg);
     const std::string call = busmessage::Call(":1.1", ":1.2", 1, GET_SELECTION);
     capture.Add(call.substr(0, 40), 1, call.size());
@@ -96,18 +96,18 @@ TEST(CaptureFile, CountsPacketsThatWereCutShortOrHoldNoMessage) {
     const auto recording = ReadCapture(capture.bytes());
     EXPECT_THAT(Texts(recording), ElementsAre("4 us0 middleware :1.1 call 1 GetSelection"));
     EXPECT_EQ(recording->remark,
-              "skipped 1 packets: cut short; capture with busctl --size; "
-              "skipped 2 packets: no D-Bus message");
+              "skipped 1 packets: truncated; capture with a larger busctl --size; "
+              "skipped 2 packets: not D-Bus messages");
 }
 
-TEST(CaptureFile, KeepsWhatStandsBeforeADamagedEnd) {
+TEST(CaptureFile, KeepsMessagesBeforeADamagedEnd) {
     const std::string whole = Session(Form::PcapNg);
     const auto recording = ReadCapture(std::string_view(whole).substr(0, whole.size() - 3));
     EXPECT_EQ(Texts(recording).size(), TRAFFIC.size() - 1);
     EXPECT_THAT(recording->remark, HasSubstr("the end is damaged: "));
 }
 
-TEST(CaptureFile, TakesATimeBeyondAllClocksForTheLast) {
+TEST(CaptureFile, ClampsTimesOutOfRange) {
     CaptureGenerator capture(Form::PcapNg);
     capture.Add(busmessage::OwnerChanged(SERVICE_SYN, "", ":1.2"), 5);
     capture.Add(busmessage::OwnerChanged(SERVICE_SYN, ":1.2", ""), 9'223'372'036'854'775'812U);
@@ -146,7 +146,7 @@ protected:
     TrafficReader m_reader;
 };
 
-TEST_F(Traffic, HasSidesThatTheHandshakeTells) {
+TEST_F(Traffic, HasSidesTakenFromTheHandshake) {
     Read(busmessage::OwnerChanged(SERVICE_SYN, ":1.5", ""));
     Read(busmessage::OwnerChanged("org.vantu.JavaMW.Applist_CLIENT_ACK", ":1.6", ""));
     EXPECT_EQ(Read(busmessage::Signal(":1.6", ":1.5", SELECTED)),
@@ -156,7 +156,7 @@ TEST_F(Traffic, HasSidesThatTheHandshakeTells) {
     EXPECT_EQ(Read(busmessage::Reply(":1.6", ":1.5", 3, "")), "middleware :1.6 reply 1 nothing");
 }
 
-TEST_F(Traffic, TakesWhoCallsForAMiddlewareWithoutAHandshake) {
+TEST_F(Traffic, TakesTheCallerForAMiddlewareWithoutAHandshake) {
     EXPECT_EQ(Read(busmessage::Call(":1.6", ":1.5", 3, GET_SELECTION)),
               "middleware :1.6 call 1 GetSelection");
     EXPECT_EQ(Read(busmessage::Signal(":1.5", ":1.6", SELECTED)),
@@ -171,13 +171,13 @@ TEST_F(Traffic, NumbersCallsAndFindsTheirAnswers) {
     EXPECT_EQ(Read(busmessage::Reply(":1.5", ":1.6", 3, "")), "application :1.5 reply 1 nothing");
 }
 
-TEST_F(Traffic, CountsAnAnswerOfTheBusAsThatOfWhoWasCalled) {
+TEST_F(Traffic, AttributesAnAnswerOfTheBusToTheCalledSide) {
     Read(busmessage::Call(":1.6", ":1.5", 3, GET_SELECTION));
     EXPECT_EQ(Read(busmessage::Error("org.freedesktop.DBus", ":1.6", 3, "a.b.NoReply", "gone")),
               "application :1.5 error 1 a.b.NoReply: gone");
 }
 
-TEST_F(Traffic, ForgetsWhoLeft) {
+TEST_F(Traffic, ForgetsConnectionsThatLeft) {
     Read(busmessage::Call(":1.6", ":1.5", 3, GET_SELECTION));
     EXPECT_EQ(Read(busmessage::OwnerChanged(":1.6", ":1.6", "")), "middleware :1.6 left 0 the bus");
     EXPECT_EQ(Read(busmessage::OwnerChanged(":1.6", ":1.6", "")), "");

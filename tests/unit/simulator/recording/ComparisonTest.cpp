@@ -56,12 +56,12 @@ TEST(Comparison, FindsNothingBetweenARecordingAndItself) {
     EXPECT_THAT(Lines({}, {}), IsEmpty());
 }
 
-TEST(Comparison, DoesNotCareForUniqueNamesUnlessAsked) {
+TEST(Comparison, IgnoresUniqueNamesByDefault) {
     EXPECT_THAT(Lines(SESSION, Renamed(SESSION)), IsEmpty());
     EXPECT_EQ(Lines(SESSION, Renamed(SESSION), {.names = true, .tolerance = {}}).size(), 10U);
 }
 
-TEST(Comparison, TellsSeveralPartnersApart) {
+TEST(Comparison, DistinguishesSeveralPartners) {
     Messages two = SESSION;
     two.push_back(Signalled(Event::ItemSelected));
     Messages other = two;
@@ -70,7 +70,7 @@ TEST(Comparison, TellsSeveralPartnersApart) {
                                                "+ b:8: application signal event 2 ItemSelected"));
 }
 
-TEST(Comparison, NamesTheLineOfWhatIsMissingAndOfWhatIsNew) {
+TEST(Comparison, ReportsTheLinesOfMissingAndNewMessages) {
     Messages missing = SESSION;
     missing.erase(missing.begin() + 4);
     EXPECT_THAT(Lines(SESSION, missing),
@@ -79,7 +79,7 @@ TEST(Comparison, NamesTheLineOfWhatIsMissingAndOfWhatIsNew) {
                 ElementsAre("+ b:6: application signal event 1 ItemChanged"));
 }
 
-TEST(Comparison, GoesOnBehindADifference) {
+TEST(Comparison, ContinuesAfterADifference) {
     Messages other = SESSION;
     other[4] = Signalled(Event::ItemSelected);
     other.push_back(Signalled(Event::ItemClicked));
@@ -106,7 +106,7 @@ TEST(Comparison, NamesACallThatWasNotAnswered) {
 }
 
 // A middleware may send the next call before the reply to the last one.
-TEST(Comparison, DoesNotCareWhenACallWasMadeAmongTheAnswers) {
+TEST(Comparison, IgnoresWhenACallWasMadeAmongTheAnswers) {
     const Messages waiting{Called(1, Function::GetSelection), Replied(1),
                            Called(2, Function::GetAllItems), Replied(2)};
     const Messages hurrying{Called(1, Function::GetSelection), Called(2, Function::GetAllItems),
@@ -114,14 +114,14 @@ TEST(Comparison, DoesNotCareWhenACallWasMadeAmongTheAnswers) {
     EXPECT_THAT(Lines(waiting, hurrying), IsEmpty());
 }
 
-TEST(Comparison, DoesNotCareForTheWordsOfAnErrorWhichNameConnections) {
+TEST(Comparison, IgnoresTheTextOfAnError) {
     const Messages first{Called(1, Function::GetSelection), Failed(1, ":1.2 is gone")};
     const Messages second{Called(1, Function::GetSelection), Failed(1, ":1.31 is gone")};
     EXPECT_THAT(Lines(first, second), IsEmpty());
     EXPECT_EQ(Lines(first, second, {.names = true, .tolerance = {}}).size(), 2U);
 }
 
-TEST(Comparison, DoesNotCareForTimesUnlessAsked) {
+TEST(Comparison, IgnoresTimesByDefault) {
     Messages later = SESSION;
     later[4].time += 2500;
     EXPECT_THAT(Lines(SESSION, later), IsEmpty());
@@ -131,7 +131,7 @@ TEST(Comparison, DoesNotCareForTimesUnlessAsked) {
                             "+ b:6: application signal event 1 ItemChanged, after 2 ms"));
 }
 
-TEST(Comparison, TakesAllThatFollowsForDifferentWithoutAnythingInCommon) {
+TEST(Comparison, ReportsAllFollowingStepsWithoutACommonStep) {
     EXPECT_EQ(Lines(Messages(3000, Signalled(Event::ItemChanged)),
                     Messages(2000, Signalled(Event::ItemSelected)))
                   .size(),

@@ -31,13 +31,13 @@ TEST(Conversations, AreBetweenOneMiddlewareAndOneApplicationEach) {
     EXPECT_THAT(conversations[1].recording.messages, ElementsAre(other));
 }
 
-TEST(Conversations, AreNotHeldByTheHandshakeNorBySignalsToEverybody) {
+TEST(Conversations, ExcludeTheHandshakeAndBroadcastSignals) {
     RecordedMessage toAll = Signalled(Event::ItemChanged);
     toAll.to.clear();
     EXPECT_THAT(Converse({Announced(Side::Middleware, ":1.1", "x_CLIENT_SYN"), toAll}), IsEmpty());
 }
 
-TEST(Conversations, HaveWhatTheMiddlewareSentWithTimesAndTheAnswersBefore) {
+TEST(Conversations, HaveTheMessagesOfTheMiddlewareWithTimesAndPriorAnswers) {
     RecordedMessage signal = Called(0, Function::SetClicked, {}, 900);
     signal.kind = MessageKind::Signal;
     const auto utterances = SentMessagesOf(
@@ -55,7 +55,7 @@ TEST(Conversations, HaveWhatTheMiddlewareSentWithTimesAndTheAnswersBefore) {
     EXPECT_EQ(utterances[2].time, 800);
 }
 
-TEST(Conversations, HaveWhatTheApplicationSaidAndWhatItAnswered) {
+TEST(Conversations, HaveTheSignalsAndAnswersOfTheApplication) {
     RecordedMessage signal = Called(0, Function::SetClicked);
     signal.kind = MessageKind::Signal;
     const auto conversation =

@@ -30,20 +30,20 @@ TEST(Description, CutsLongLists) {
               "AddItems a=A a=A a=A a=A a=A a=A a=A a=A a=A a=A and 2 more");
 }
 
-TEST(Description, SaysWhatIsOddAboutACall) {
+TEST(Description, DescribesMalformedCalls) {
     EXPECT_EQ(DescribeCall({}), "0 bytes without a message id");
     EXPECT_EQ(DescribeCall({'\x01', '\x02', '\x03'}), "3 bytes without a message id");
     EXPECT_EQ(DescribeCall({'\x09', '\xD4', '\x07', '\x00', '\x00'}),
-              "AddItems with 1 byte that are no items");
+              "AddItems with 1 byte, not a list of items");
     EXPECT_EQ(DescribeCall({'\xD9', '\x07', '\x00', '\x00'}), "function 2009");
     EXPECT_EQ(DescribeCall({'\xFF', '\xFF', '\xFF', '\xFF'}), "function -1");
 }
 
-TEST(Description, TellsTheItemsOfAReply) {
+TEST(Description, ListsTheItemsOfAReply) {
     EXPECT_EQ(Describe(Replied(1)), "nothing");
     EXPECT_EQ(Describe(Replied(1, Payload({{"w1", "Weather"}}))), "w1=Weather");
     EXPECT_EQ(Describe(Replied(1, Payload({{}}))), "(no item)");
-    EXPECT_EQ(Describe(Replied(1, {'\x05'})), "with 1 byte that are no items");
+    EXPECT_EQ(Describe(Replied(1, {'\x05'})), "with 1 byte, not a list of items");
 }
 
 TEST(Description, NamesEvents) {
@@ -54,13 +54,13 @@ TEST(Description, NamesEvents) {
     EXPECT_EQ(DescribeSignal({'\x01'}), "1 byte without a message id");
 }
 
-TEST(Description, NamesTheTypeOfAContentThatIsNoBytes) {
+TEST(Description, NamesTheTypeOfContentOtherThanBytes) {
     RecordedMessage message = Signalled(Event::ItemChanged);
     message.text = "(sa{sv})";
     EXPECT_EQ(Describe(message), "content of type (sa{sv})");
 }
 
-TEST(Description, NamesAnnouncementsErrorsAndWhoLeft) {
+TEST(Description, NamesAnnouncementsErrorsAndLeavers) {
     EXPECT_EQ(Describe(Announced(Side::Application, ":1.2", "a.b_SERVICE_SYN")), "a.b_SERVICE_SYN");
     EXPECT_EQ(Describe(Failed(1, "no\nreply")), "org.freedesktop.DBus.Error.NoReply: no\\x0areply");
     RecordedMessage left;

@@ -47,7 +47,7 @@ TEST_F(RecordingFiles, HoldEachMessageAsSoonAsItIsWritten) {
     EXPECT_THAT(read->messages, SizeIs(1));
 }
 
-TEST_F(RecordingFiles, SayWhereTheyCannotBeMade) {
+TEST_F(RecordingFiles, AreNamedWhenTheyCannotBeCreated) {
     EXPECT_EQ(RecordingFile::Create(Path("none/file")).error(),
               Path("none/file") + ": No such file or directory");
     EXPECT_EQ(RecordingFile::Create("/dev/full").error(), "/dev/full: No space left on device");
@@ -57,7 +57,7 @@ TEST_F(RecordingFiles, AreNamedWhenTheyCannotBeRead) {
     EXPECT_EQ(LoadRecording(Path("none")).error(), Path("none") + ": no such file");
     EXPECT_THAT(LoadRecording(Path("")).error(), StartsWith(Path("") + ": "));
     const std::string file = Write("{\"javamw-recording\":1}\nnonsense");
-    EXPECT_EQ(LoadRecording(file).error(), file + ":2: no JSON");
+    EXPECT_EQ(LoadRecording(file).error(), file + ":2: not JSON");
     EXPECT_EQ(LoadRecording(Write("")).error(), file + ":1: empty");
 }
 
@@ -69,10 +69,10 @@ TEST_F(RecordingFiles, MayBeCapturesOfABus) {
     const auto read = LoadRecording(file);
     ASSERT_TRUE(read) << read.error();
     EXPECT_THAT(read->messages, SizeIs(1));
-    EXPECT_EQ(read->remark, file + ": skipped 1 packets: no D-Bus message");
+    EXPECT_EQ(read->remark, file + ": skipped 1 packets: not D-Bus messages");
     const std::string other =
         Write(test::CaptureGenerator(test::CaptureGenerator::Form::Pcap, 1).bytes());
-    EXPECT_EQ(LoadRecording(other).error(), other + ": a capture, but not of a D-Bus");
+    EXPECT_EQ(LoadRecording(other).error(), other + ": a capture, but not of D-Bus traffic");
 }
 
 }  // namespace

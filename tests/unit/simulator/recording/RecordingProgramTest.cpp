@@ -20,7 +20,7 @@ constexpr int DIFFERENT = 1;
 constexpr int WRONG_USAGE = 2;
 constexpr int NO_BUS = 3;
 
-/// record, replay, compare and shell as they are started, without a bus.
+/// Command lines of record, replay, compare and shell, without a bus.
 class RecordingProgram : public testing::Test {
 protected:
     int Run(std::vector<std::string> arguments) {
@@ -51,7 +51,7 @@ protected:
     std::string m_errors;
 };
 
-TEST_F(RecordingProgram, ExplainsItself) {
+TEST_F(RecordingProgram, PrintsItsHelp) {
     for (const char* command : {"record", "replay", "compare", "shell"}) {
         EXPECT_EQ(Run({command, "--help"}), SUCCESS);
         EXPECT_THAT(m_output, StartsWith(std::string("Usage: javamw-sim ") + command));
@@ -76,7 +76,7 @@ TEST_F(RecordingProgram, RefusesWrongUsage) {
     ExpectRefused({"shell", "a"}, "shell takes no arguments");
 }
 
-TEST_F(RecordingProgram, SaysWhenItCannotReachTheBus) {
+TEST_F(RecordingProgram, ReportsThatItCannotReachTheBus) {
     const std::string file = File("a", R"({"us":1,"kind":"call","side":"middleware","from":":1.1",)"
                                        R"("to":":1.2","call":1,"bytes":"d1070000"})");
     EXPECT_EQ(Run({"record", (m_folder.path() / "new").string()}), NO_BUS);

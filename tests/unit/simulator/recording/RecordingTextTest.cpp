@@ -81,27 +81,27 @@ TEST(RecordingText, SkipsBlankLinesAndUnknownMembers) {
 
 TEST(RecordingText, IsRefusedWithTheLineAndTheReason) {
     EXPECT_EQ(ErrorOf(""), "1: empty");
-    EXPECT_EQ(ErrorOf("w1\tWeather\n"), "1: no JSON");
-    EXPECT_EQ(ErrorOf("[1]\n"), "1: no JSON object");
-    EXPECT_EQ(ErrorOf("{\"us\":1}\n"), "1: no recording begins like this");
-    EXPECT_EQ(ErrorOf("{\"javamw-recording\":\"1\"}\n"), "1: no recording begins like this");
-    EXPECT_EQ(ErrorOf("{\"javamw-recording\":2}\n"), "1: version 2 of recordings is unknown here");
+    EXPECT_EQ(ErrorOf("w1\tWeather\n"), "1: not JSON");
+    EXPECT_EQ(ErrorOf("[1]\n"), "1: not a JSON object");
+    EXPECT_EQ(ErrorOf("{\"us\":1}\n"), "1: not the header of a recording");
+    EXPECT_EQ(ErrorOf("{\"javamw-recording\":\"1\"}\n"), "1: not the header of a recording");
+    EXPECT_EQ(ErrorOf("{\"javamw-recording\":2}\n"), "1: unsupported version 2 of recordings");
     EXPECT_EQ(ErrorOf(HEADER + "{}\n"), "2: \"kind\" is unknown: ''");
     EXPECT_EQ(ErrorOf(HEADER + R"({"kind":"shout"})"), "2: \"kind\" is unknown: 'shout'");
     EXPECT_EQ(ErrorOf(HEADER + R"({"kind":"call","side":"viewer"})"),
               "2: \"side\" is unknown: 'viewer'");
     EXPECT_EQ(ErrorOf(HEADER + R"({"us":-1,"kind":"call","side":"middleware"})"),
-              "2: \"us\" is no number that fits");
+              "2: \"us\" is not a non-negative integer");
     EXPECT_EQ(ErrorOf(HEADER + R"({"us":"1","kind":"call","side":"middleware"})"),
-              "2: \"us\" is no number that fits");
+              "2: \"us\" is not a non-negative integer");
     EXPECT_EQ(ErrorOf(HEADER + R"({"kind":"call","side":"middleware","from":7})"),
-              "2: \"from\" is no text");
+              "2: \"from\" is not a string");
     EXPECT_EQ(ErrorOf(HEADER + R"({"kind":"call","side":"middleware","bytes":"0"})"),
               "2: \"bytes\" is not hexadecimal");
-    EXPECT_EQ(ErrorOf(HEADER + "\n\n" + R"({"kind":"call","side")"), "4: no JSON");
+    EXPECT_EQ(ErrorOf(HEADER + "\n\n" + R"({"kind":"call","side")"), "4: not JSON");
 }
 
-TEST(RecordingText, IsRefusedWhenItsLinesNestWithoutEnd) {
+TEST(RecordingText, IsRefusedWhenNestedTooDeeply) {
     EXPECT_EQ(ErrorOf(HEADER + std::string(1'000'000, '[')), "2: too many brackets");
     EXPECT_EQ(ErrorOf(HEADER + R"({"a\"[":)" + std::string(1'000'000, '{')),
               "2: too many brackets");
@@ -114,7 +114,7 @@ TEST(RecordingText, MayHoldAnyNumberOfBracketsInItsTexts) {
     EXPECT_EQ(read->messages[0].text, std::string(99, '[') + "\"");
 }
 
-TEST(RecordingText, SaysInANoteWhatIsNoText) {
+TEST(RecordingText, DescribesBytesThatAreNotTextInANote) {
     EXPECT_THAT(RecordingLine(Called(1, Function::AddItems, {{"x", "\xE8"}})),
                 HasSubstr("\"note\":\"AddItems x=\uFFFD\""));
 }
@@ -130,7 +130,7 @@ TEST(Hex, ReadsDigitsOfEitherCase) {
     EXPECT_THAT(FromHex(""), testing::Optional(IsEmpty()));
 }
 
-TEST(Hex, RefusesWhatIsNoPairsOfDigits) {
+TEST(Hex, RefusesTextOtherThanPairsOfDigits) {
     for (const char* text : {"0", "0g", "g0", " 0", "0 ", "+1", "-1", "0x", "000"}) {
         EXPECT_EQ(FromHex(text), std::nullopt) << text;
     }

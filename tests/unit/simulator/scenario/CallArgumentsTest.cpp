@@ -19,7 +19,7 @@ std::string Refused(Function function, const std::vector<std::string>& arguments
     return items.error();
 }
 
-TEST(CallArguments, GiveOneItemByIdAndPerhapsName) {
+TEST(CallArguments, GiveOneItemByIdAndOptionalName) {
     EXPECT_EQ(Parsed(Function::SetSelection, {"w1"}), (Items{{"w1", ""}}));
     EXPECT_EQ(Parsed(Function::SetSelection, {"w1", "Weather"}), (Items{{"w1", "Weather"}}));
     EXPECT_EQ(Parsed(Function::SetSelection, {""}), (Items{{"", ""}}));
@@ -42,7 +42,7 @@ TEST(CallArguments, GiveTheOldAndTheNewItem) {
               (Items{{"w1", "Weather"}, {"w2", "Wind"}}));
 }
 
-TEST(CallArguments, AreNoneForTheOthers) {
+TEST(CallArguments, AreEmptyForOtherFunctions) {
     for (const Function function : {Function::GetSelection, Function::GetAllItems,
                                     Function::RemoveAllItems, Function::SetClicked}) {
         EXPECT_EQ(Parsed(function, {}), Items());
@@ -50,7 +50,7 @@ TEST(CallArguments, AreNoneForTheOthers) {
     }
 }
 
-TEST(CallArguments, AreRefusedWithTheFormThatIsRight) {
+TEST(CallArguments, AreRefusedWithTheCorrectSyntax) {
     EXPECT_EQ(Refused(Function::SetSelection, {}), "SetSelection takes ID [NAME]");
     EXPECT_EQ(Refused(Function::SetSelection, {"a", "b", "c"}), "SetSelection takes ID [NAME]");
     EXPECT_EQ(Refused(Function::RemoveItem, {}), "RemoveItem takes ID [NAME]");

@@ -21,11 +21,11 @@ TEST(Frames, NumberTheirItemsCopyByCopy) {
     EXPECT_EQ(BytesOf(ADD, 12), EncodeCall(Function::AddItems, {{"a12", "12 of 12{"}}));
 }
 
-TEST(Frames, AreSentAsTheyAreWhenTheyAreRaw) {
+TEST(Frames, AreSentUnchangedWhenRaw) {
     EXPECT_EQ(BytesOf(RawFrame{{'x', '{', 'n', '}'}}, 3), (Bytes{'x', '{', 'n', '}'}));
 }
 
-TEST(Frames, HaveTheSizeAndTheIdThatWasAskedFor) {
+TEST(Frames, HaveTheRequestedSizeAndId) {
     const Bytes bytes = BytesOf(HugeFrame{1000, Function::RemoveItem}, 1);
     EXPECT_THAT(bytes, SizeIs(1000));
     EXPECT_THAT(Bytes(bytes.begin(), bytes.end() - 4), Each('\xFF'));
@@ -49,7 +49,7 @@ TEST(Frames, DifferByOneBitWhenOneIsFlipped) {
     }
 }
 
-TEST(Frames, AreFlippedAlikeEverywhereForOneSeed) {
+TEST(Frames, HaveTheSameBitsFlippedForTheSameSeed) {
     const RegularFrame call{Function::GetSelection, {}};
     // The C++ standard defines the first number of std::mt19937 for its default seed, 5489.
     Bytes expected = BytesOf(call, 1);

@@ -62,7 +62,7 @@ TEST(ScenarioParser, ReadsPlansOfTheHandshake) {
     EXPECT_EQ(delay.delay, Duration(1000));
 }
 
-TEST(ScenarioParser, ReadsWhatPartnersDoOnTheBus) {
+TEST(ScenarioParser, ReadsActionsOnTheBus) {
     Parsed<Join>("join");
     Parsed<Vanish>("vanish");
     Parsed<Restart>("restart");
@@ -167,63 +167,65 @@ TEST(ScenarioParser, ReadsExpectedReplies) {
     EXPECT_EQ(Parsed<ExpectError>("expect error \"no such\"").text, "no such");
 }
 
-TEST(ScenarioParser, NamesTheColumnAndTheWordThatIsWrong) {
+TEST(ScenarioParser, ReportsColumnAndWordOfAnError) {
     EXPECT_EQ(Error("dance now"), "1: 'dance' is not a statement");
-    EXPECT_EQ(Error("  expect joy"), "10: 'joy' is not what is expected");
+    EXPECT_EQ(Error("  expect joy"), "10: 'joy' is not an expectation");
     EXPECT_EQ(Error("expect event Doom"),
-              "14: 'Doom' is none of ItemChanged, ItemSelected, ItemClicked or LocalCreated");
-    EXPECT_EQ(Error("announce nack"), "10: 'nack' is none of syn, syn-ack or ack");
+              "14: 'Doom' is not one of ItemChanged, ItemSelected, ItemClicked or LocalCreated");
+    EXPECT_EQ(Error("announce nack"), "10: 'nack' is not one of syn, syn-ack or ack");
     EXPECT_EQ(Error("call Dance"), "6: unknown function 'Dance'");
-    EXPECT_EQ(Error("add a=A b"), "9: 'b' has no = between an id and a name");
-    EXPECT_EQ(Error("add \"a=A\""), "5: 'a=A' has no = between an id and a name");
+    EXPECT_EQ(Error("add a=A b"), "9: 'b' lacks an unquoted '=' between id and name");
+    EXPECT_EQ(Error("add \"a=A\""), "5: 'a=A' lacks an unquoted '=' between id and name");
     EXPECT_EQ(Error("flood 3 wait 3s"), "9: 'wait' is not a message");
     EXPECT_EQ(Error("\"a\\nb\""), "1: 'a?b' is not a statement");
     EXPECT_EQ(Error("\"clear\""), "1: 'clear' is not a statement");
 }
 
-TEST(ScenarioParser, SaysWhatIsMissingAndWhere) {
-    EXPECT_EQ(Error("timeout"), "8: a time is missing here");
-    EXPECT_EQ(Error("append # later"), "7: ID=NAME is missing here");
-    EXPECT_EQ(Error("remove"), "7: an id is missing here");
-    EXPECT_EQ(Error("modify a"), "9: ID=NAME is missing here");
-    EXPECT_EQ(Error("expect"), "7: what is expected is missing here");
+TEST(ScenarioParser, ReportsWhatIsMissingAndWhere) {
+    EXPECT_EQ(Error("timeout"), "8: a time is missing");
+    EXPECT_EQ(Error("append # later"), "7: ID=NAME is missing");
+    EXPECT_EQ(Error("remove"), "7: an id is missing");
+    EXPECT_EQ(Error("modify a"), "9: ID=NAME is missing");
+    EXPECT_EQ(Error("expect"), "7: an expectation is missing");
     EXPECT_EQ(Error("expect event"),
-              "13: ItemChanged, ItemSelected, ItemClicked or LocalCreated is missing here");
-    EXPECT_EQ(Error("expect list"), "12: an id is missing here");
-    EXPECT_EQ(Error("wait connected within"), "22: a time is missing here");
-    EXPECT_EQ(Error("flood 3"), "8: a message is missing here");
-    EXPECT_EQ(Error("post"), "5: a message is missing here");
-    EXPECT_EQ(Error("note"), "5: a text is missing here");
+              "13: ItemChanged, ItemSelected, ItemClicked or LocalCreated is missing");
+    EXPECT_EQ(Error("expect list"), "12: an id is missing");
+    EXPECT_EQ(Error("wait connected within"), "22: a time is missing");
+    EXPECT_EQ(Error("flood 3"), "8: a message is missing");
+    EXPECT_EQ(Error("post"), "5: a message is missing");
+    EXPECT_EQ(Error("note"), "5: a text is missing");
 }
 
 TEST(ScenarioParser, RefusesNumbersOutOfRange) {
-    EXPECT_EQ(Error("send-short 4"), "12: the number of bytes is a number from 0 to 3, not '4'");
+    EXPECT_EQ(Error("send-short 4"),
+              "12: the number of bytes must be a number from 0 to 3, not '4'");
     EXPECT_EQ(Error("flood 0 clear"),
-              "7: the number of messages is a number from 1 to 1000000, not '0'");
+              "7: the number of messages must be a number from 1 to 1000000, not '0'");
     EXPECT_EQ(Error("flood many clear"),
-              "7: the number of messages is a number from 1 to 1000000, not 'many'");
-    EXPECT_EQ(Error("handshake repeat ack 1"), "22: how often is a number from 2 to 1000, not '1'");
-    const std::string size = ": a size is written as 512, 64k or 16M, up to 64M, not ";
+              "7: the number of messages must be a number from 1 to 1000000, not 'many'");
+    EXPECT_EQ(Error("handshake repeat ack 1"),
+              "22: the number of times must be a number from 2 to 1000, not '1'");
+    const std::string size = ": a size must have the form 512, 64k or 16M, up to 64M, not ";
     EXPECT_EQ(Error("send-huge 65M"), "11" + size + "'65M'");
     EXPECT_EQ(Error("send-huge 99999999999"), "11" + size + "'99999999999'");
     EXPECT_EQ(Error("send-huge -1"), "11" + size + "'-1'");
-    const std::string time = ": a time is written as 200ms, 5s or 1min, up to a day, not ";
+    const std::string time = ": a time must have the form 200ms, 5s or 1min, up to a day, not ";
     EXPECT_EQ(Error("wait 5"), "6" + time + "'5'");
     EXPECT_EQ(Error("wait 25h"), "6" + time + "'25h'");
     EXPECT_EQ(Error("wait 1441min"), "6" + time + "'1441min'");
 }
 
-TEST(ScenarioParser, RefusesBytesThatAreNone) {
-    const std::string why = "bytes are pairs of hexadecimal digits, not ";
+TEST(ScenarioParser, RefusesInvalidHexadecimalBytes) {
+    const std::string why = "bytes must be pairs of hexadecimal digits, not ";
     EXPECT_EQ(Error("send-hex 01 0"), "13: " + why + "'0'");
     EXPECT_EQ(Error("send-hex 0x01"), "10: " + why + "'0x01'");
     EXPECT_EQ(Error("expect reply hex zz"), "18: " + why + "'zz'");
 }
 
-TEST(ScenarioParser, RefusesWhatFollowsTheEnd) {
-    EXPECT_EQ(Error("clear all"), "7: nothing may follow here, but 'all' does");
-    EXPECT_EQ(Error("expect list empty a"), "19: nothing may follow here, but 'a' does");
-    EXPECT_EQ(Error("call GetAllItems a"), "18: nothing may follow here, but 'a' does");
+TEST(ScenarioParser, RefusesWordsAfterTheEnd) {
+    EXPECT_EQ(Error("clear all"), "7: unexpected word 'all'");
+    EXPECT_EQ(Error("expect list empty a"), "19: unexpected word 'a'");
+    EXPECT_EQ(Error("call GetAllItems a"), "18: unexpected word 'a'");
 }
 
 TEST(ScenarioParser, KeepsStatementsAsTheyWereWritten) {
@@ -250,7 +252,7 @@ TEST(ScenarioParser, ReportsTheErrorsOfAllLines) {
     EXPECT_EQ(scenario.errors[1].message, "this quote is not closed");
 }
 
-TEST(ScenarioParser, KnowsEveryFormThatItExplains) {
+TEST(ScenarioParser, ReadsEveryFormThatTheHelpLists) {
     for (const StatementForm& form : StatementForms()) {
         const ParsedLine parsed = ParseStatement(form.keyword);
         EXPECT_TRUE(!parsed.error || parsed.error->message.find("missing") != std::string::npos)

@@ -36,14 +36,14 @@ TEST_F(TapTest, NumbersItsPoints) {
                             "  ---", "  at: \"x:3\"", "  problem: \"why\"", "  ..."));
 }
 
-TEST_F(TapTest, TellsWhatWasSeen) {
+TEST_F(TapTest, PrintsTheObservedEvents) {
     Make().Fail("it", "x:3", "why", {"a: connected", "a: event"});
     EXPECT_THAT(m_lines,
                 ElementsAre("not ok 1 - it", "  ---", "  at: \"x:3\"", "  problem: \"why\"",
                             "  seen:", "    - \"a: connected\"", "    - \"a: event\"", "  ..."));
 }
 
-TEST_F(TapTest, KeepsTextsFromBeingDirectivesOrLines) {
+TEST_F(TapTest, EscapesTextsThatLookLikeDirectivesOrLines) {
     Tap tap = Make();
     tap.Pass("add a=# TODO\n\\");
     tap.Comment("1\n2");

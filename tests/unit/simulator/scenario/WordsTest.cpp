@@ -28,7 +28,7 @@ std::string Error(const std::string& line) {
     return split.error ? std::to_string(split.error->column) + ": " + split.error->message : "";
 }
 
-TEST(Words, ArePartedByBlanksAndTabs) {
+TEST(Words, AreSeparatedByBlanksAndTabs) {
     EXPECT_THAT(Texts("  add\ta=b   c=d\t"), ElementsAre("add", "a=b", "c=d"));
     EXPECT_THAT(Texts(""), IsEmpty());
     EXPECT_THAT(Texts(" \t "), IsEmpty());
@@ -53,11 +53,11 @@ TEST(Words, ResolveEscapesInQuotes) {
                 ElementsAre("A\u00e0\u20ac\U0001F4FA"));
 }
 
-TEST(Words, KeepBytesThatAreNoText) {
+TEST(Words, KeepBytesThatAreNotUtf8) {
     EXPECT_THAT(Texts("a\xFF\xC3"), ElementsAre("a\xFF\xC3"));
 }
 
-TEST(Words, KnowWhereTheyStandInCharacters) {
+TEST(Words, HaveTheirColumnInCharacters) {
     const SplitLine split = SplitWords("  \u00e0\u00e8 \"b c\" d");
     EXPECT_EQ(split.words.at(0).column, 3U);
     EXPECT_EQ(split.words.at(1).column, 6U);
@@ -65,7 +65,7 @@ TEST(Words, KnowWhereTheyStandInCharacters) {
     EXPECT_EQ(split.endColumn, 13U);
 }
 
-TEST(Words, KnowTheFirstEqualsSignOutsideQuotes) {
+TEST(Words, HaveThePositionOfTheFirstUnquotedEqualsSign) {
     EXPECT_EQ(SplitWords("a=b=c").words.at(0).equals, 1U);
     EXPECT_EQ(SplitWords("\"a=b\"=c").words.at(0).equals, 3U);
     EXPECT_EQ(SplitWords("\"a=b\"").words.at(0).equals, std::nullopt);
@@ -78,13 +78,13 @@ TEST(Words, ArePlainWithoutQuotes) {
     EXPECT_FALSE(SplitWords("no\"n\"e").words.at(0).plain);
 }
 
-TEST(Words, SayWhichQuoteIsNotClosed) {
+TEST(Words, ReportTheColumnOfAQuoteThatIsNotClosed) {
     EXPECT_EQ(Error("add \"a\" b=\"c"), "11: this quote is not closed");
     EXPECT_EQ(Error("\"\\\""), "1: this quote is not closed");
 }
 
-TEST(Words, RefuseEscapesThatAreNone) {
-    const std::string unknown = ": unknown escape; there are \\\" \\\\ \\n \\t \\xHH \\u{H...}";
+TEST(Words, RefuseInvalidEscapes) {
+    const std::string unknown = ": unknown escape; valid are \\\" \\\\ \\n \\t \\xHH \\u{H...}";
     EXPECT_EQ(Error(R"(x "a\q")"), "5" + unknown);
     EXPECT_EQ(Error("\"\\"), "2" + unknown);
     for (const char* line : {R"("\x")", R"("\x4")", R"("\x4g")", R"("\x)"}) {
@@ -92,14 +92,14 @@ TEST(Words, RefuseEscapesThatAreNone) {
     }
     for (const char* line : {R"("\u41")", R"("\u{}")", R"("\u{zz}")", R"("\u{110000}")",
                              R"("\u{d800}")", R"("\u{0000041}")", R"("\u{41")", R"("\u)"}) {
-        EXPECT_EQ(Error(line), "2: \\u needs the number of a character: \\u{1f4fa}");
+        EXPECT_EQ(Error(line), "2: \\u needs a Unicode code point, such as \\u{1f4fa}");
     }
 }
 
 TEST(Words, RefuseControlBytesAndBareBackslashes) {
     EXPECT_EQ(Error("a\x01"), "2: control byte; write it as \\xHH in quotes");
     EXPECT_EQ(Error(std::string("\"a\0\"", 4)), "3: control byte; write it as \\xHH");
-    EXPECT_EQ(Error("a\\n"), "2: a backslash must stand in quotes");
+    EXPECT_EQ(Error("a\\n"), "2: a backslash is allowed only in quotes");
 }
 
 }  // namespace

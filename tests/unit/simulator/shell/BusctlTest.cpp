@@ -48,13 +48,13 @@ TEST(Busctl, NamesAnotherBus) {
                                     "Send ay 4 211 7 0 0"));
 }
 
-TEST(Busctl, AnnouncesByANameThatGoesWithIt) {
+TEST(Busctl, AnnouncesByAcquiringANameUntilItExits) {
     ExpectLine("announce syn-ack",
                "busctl --system call org.freedesktop.DBus /org/freedesktop/DBus "
                "org.freedesktop.DBus RequestName su org.vantu.JavaMW.Applist_CLIENT_SYN_ACK 4");
 }
 
-TEST(Busctl, ReadsWhatAnExpectationLooksAt) {
+TEST(Busctl, ReadsTheValueThatAnExpectationChecks) {
     const std::string list = "busctl --system call :1.5 " + OBJECT + "Send ay 4 210 7 0 0";
     ExpectLine("expect list empty", list);
     ExpectLine("expect count 3", list);
@@ -85,14 +85,14 @@ TEST(Busctl, RepeatsAFewCopiesAndCountsTheOthers) {
     EXPECT_EQ(many->back(), "# and 2 more like these");
 }
 
-TEST(Busctl, HasNoLineForWhatItCannotDo) {
+TEST(Busctl, RefusesStatementsWithoutABusctlEquivalent) {
     for (const char* statement : {"join", "vanish", "wait 1s", "note text", "timeout 1s",
                                   "handshake manual", "expect reply empty"}) {
-        EXPECT_EQ(Lines(statement).error(), "busctl has nothing that does this") << statement;
+        EXPECT_EQ(Lines(statement).error(), "busctl cannot do this") << statement;
     }
     EXPECT_EQ(Lines("send-huge 1M").error(), "1048576 bytes are too many for a command line");
     EXPECT_EQ(Lines("clear", {"", ""}).error(),
-              "no application has been heard; \"wait connected\" waits for one");
+              "no application has announced itself; \"wait connected\" waits for one");
 }
 
 }  // namespace

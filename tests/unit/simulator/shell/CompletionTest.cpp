@@ -27,7 +27,7 @@ TEST(Completion, OffersStatementsAndTheShellsOwnCommands) {
     EXPECT_THAT(Complete("nonsense"), IsEmpty());
 }
 
-TEST(Completion, OffersWhatMayFollow) {
+TEST(Completion, OffersTheWordsThatMayFollow) {
     EXPECT_THAT(Complete("expect "), ElementsAre("announcement", "count", "error", "event", "list",
                                                  "no", "reply", "selection"));
     EXPECT_THAT(Complete("expect event Item"),
@@ -54,7 +54,7 @@ TEST(Completion, OffersStatementsWhereAStatementIsNamed) {
     EXPECT_THAT(Complete("busctl select w"), ElementsAre("w1", "w2"));
 }
 
-TEST(Completion, TypesWhatAllCandidatesHaveInCommon) {
+TEST(Completion, InsertsTheCommonPrefixOfAllCandidates) {
     EXPECT_EQ(CommonRest({"ItemChanged", "ItemClicked"}, "It"), "emC");
     EXPECT_EQ(CommonRest({"select"}, "se"), "lect ");
     EXPECT_EQ(CommonRest({"select"}, "select"), " ");
@@ -62,7 +62,7 @@ TEST(Completion, TypesWhatAllCandidatesHaveInCommon) {
     EXPECT_EQ(CommonRest({}, "a"), "");
 }
 
-TEST(Completion, KnowsTheWordAtTheEnd) {
+TEST(Completion, FindsTheWordAtTheEnd) {
     EXPECT_EQ(LastWord("add w1"), "w1");
     EXPECT_EQ(LastWord("add\tw1"), "w1");
     EXPECT_EQ(LastWord("add"), "add");
@@ -79,7 +79,7 @@ TEST(ScreenRows, CountColumnsAsATerminalDoes) {
     EXPECT_EQ(ColumnsOf("\xFF\xE3"), 2U);
 }
 
-TEST(ScreenRows, BeginWhereTheTextDoes) {
+TEST(ScreenRows, StartAtTheColumnOfTheText) {
     EXPECT_EQ(RowsAbove("", 10), 0U);
     EXPECT_EQ(RowsAbove("123456789", 10), 0U);
     EXPECT_EQ(RowsAbove("1234567890", 10), 1U);
