@@ -22,9 +22,9 @@ struct BusCalls {
 
     /// The codes that these methods of the bus daemon answer with; the daemon is not called then.
     std::map<std::string, uint32_t> answers;
-    /// A name is not watched; the id is 0.
+    /// Watching a name fails; the id is 0.
     bool watchFails = false;
-    /// A proxy is not created; the error's message is "no proxy today".
+    /// Creating a proxy fails with the message "no proxy today".
     bool proxyFails = false;
 };
 

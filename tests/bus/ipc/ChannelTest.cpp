@@ -57,8 +57,8 @@ void ChannelTest::TearDown() {
 
 void ChannelTest::Settle(const ScriptedPeer& peer) {
     ASSERT_TRUE(RoundTrip(peer.Connection()));
-    ASSERT_TRUE(RoundTrip(m_connection));  // the channel acts
-    ASSERT_TRUE(RoundTrip(m_connection));  // the bus has what it sent then
+    ASSERT_TRUE(RoundTrip(m_connection));  // The channel has reacted.
+    ASSERT_TRUE(RoundTrip(m_connection));  // The bus has its messages.
     ASSERT_TRUE(RoundTrip(peer.Connection()));
 }
 

@@ -34,7 +34,7 @@ public:
 
     /// The answer to a message; the message itself unless a test says otherwise.
     std::function<Bytes(const Bytes&)> answer = [](const Bytes& message) { return message; };
-    /// What a test does inside the upcall.
+    /// Called in HandleConnectionReady().
     std::function<void(bool, const std::string&)> onReady = [](bool, const std::string&) {};
 
     Bytes HandleMessage(Bytes& data) override {

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Construction and announcements: with a bus, without one, and with one that refuses.
+// Construction and announcements with a bus, without one, and with a bus that denies requests.
 #include <cstdlib>
 
 #include <gmock/gmock.h>
@@ -19,7 +19,7 @@ const LogLine NOT_ANSWERED = Error("Cannot get response for name request\n\n");
 
 class Channel : public ChannelTest {};
 
-TEST_F(Channel, AnnouncesItselfWhenItIsBuilt) {
+TEST_F(Channel, AnnouncesItselfOnConstruction) {
     ScriptedPeer peer(Address());
     const RecordingChannel channel;
     EXPECT_EQ(Log(), Join({ConstructionLog(Self()), BroadcastLog("_SERVICE_SYN", Self())}));
@@ -39,7 +39,7 @@ TEST_F(Channel, DeclaresItsMethodAndNothingElse) {
     EXPECT_EQ(JavaMWDbusLocal::m_vtable.set_property, nullptr);
 }
 
-TEST_F(Channel, GivesUpAnAnnouncementWhoseNameIsTaken) {
+TEST_F(Channel, AbandonsAnAnnouncementWhoseNameHasAnOwner) {
     ScriptedPeer other(Address());
     other.Own("_SERVICE_SYN");
     const RecordingChannel channel;
@@ -61,7 +61,7 @@ TEST_F(Channel, AnnouncesAnyName) {
     EXPECT_TRUE(peer.AwaitAnnouncement("_SERVICE_ACK"));
 }
 
-TEST_F(Channel, GoesOnWhenItsObjectIsRefused) {
+TEST_F(Channel, ContinuesWhenItsObjectIsRefused) {
     g_autoptr(GDBusNodeInfo) node =
         g_dbus_node_info_new_for_xml(JavaMWDbusLocal::INTERFACE_XML, nullptr);
     const GDBusInterfaceVTable silent = {};
@@ -106,7 +106,7 @@ TEST_F(BusThatRefusesNames, LeavesTheChannelUnannounced) {
     EXPECT_THAT(peer.Events(), IsEmpty());
 }
 
-TEST_F(BusThatRefusesNames, DoesNotKeepAPartnerFromConnecting) {
+TEST_F(BusThatRefusesNames, DoesNotPreventAPartnerFromConnecting) {
     ScriptedPeer peer(Address());
     RecordingChannel channel;
     Connect(peer);
@@ -139,7 +139,7 @@ protected:
     void TearDown() override { EXPECT_THAT(GlibMessages(), IsEmpty()); }
 };
 
-TEST_F(ChannelWithoutBus, IsBuiltAndSaysWhy) {
+TEST_F(ChannelWithoutBus, IsConstructedAndLogsTheReason) {
     const RecordingChannel channel;
     EXPECT_THAT(Log(), ElementsAre(Debug("Constructor\n\n"), Debug("XML parsed\n\n"),
                                    Debug("Getting connection to SYSTEM_BUS\n\n"),
@@ -147,7 +147,7 @@ TEST_F(ChannelWithoutBus, IsBuiltAndSaysWhy) {
                                          "connect: No such file or directory\n\n")));
 }
 
-TEST_F(ChannelWithoutBus, ReachesNobody) {
+TEST_F(ChannelWithoutBus, ReachesNoPartner) {
     RecordingChannel channel;
     ClearLog();
     Bytes data = BytesFrom("x");

@@ -28,7 +28,7 @@ int main() {
     std::optional<IPCApplist<JavaMWDbusLocal, Program>> channel(std::in_place, "Applist");
     channel->RegisterOnConnectionReady(&program, &Program::Connected);
     if (!applist::test::RunUntil([&program] { return program.connected; })) {
-        std::cerr << "farewell: nobody connected\n";
+        std::cerr << "farewell: no partner connected\n";
         return 1;
     }
     std::vector<char> event{'b', 'y', 'e'};

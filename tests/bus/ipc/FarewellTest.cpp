@@ -68,7 +68,7 @@ TEST_F(EndWithoutAListener, DoesNotWaitForABusThatHangs) {
     Bytes event = TooMuchAtOnce();
     channel->SendNotification(event);
     ClearLog();
-    channel.reset();  // or the test hangs
+    channel.reset();  // Blocks forever if it waits for the bus.
     EXPECT_THAT(Log(), testing::ElementsAre(
                            Error("The last messages may be lost: [24] Timeout was reached\n\n")));
     TheBus().Thaw();

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// How partners connect, in both orders and out of order.
+// The handshake in each starting order, and with steps out of order.
 #include <atomic>
 #include <memory>
 #include <new>
@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(Handshake, ConnectsTheMiddlewareThatWasThereFirst) {
+TEST_F(Handshake, ConnectsAMiddlewareThatStartedFirst) {
     ScriptedPeer peer(Address());
     const RecordingChannel channel;
     ASSERT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN"));
@@ -41,7 +41,7 @@ TEST_F(Handshake, ConnectsTheMiddlewareThatWasThereFirst) {
     EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, peer.UniqueName()}));
 }
 
-TEST_F(Handshake, ConnectsTheMiddlewareThatComesLater) {
+TEST_F(Handshake, ConnectsAMiddlewareThatStartsLater) {
     RecordingChannel channel;
     ScriptedPeer peer(Address());
     ClearLog();
@@ -152,7 +152,7 @@ TEST_F(Handshake, LeavesAConnectedPartnerConnectedAfterALateSyn) {
     EXPECT_EQ(Log().back(), AlreadyExists(peer).front());
 }
 
-TEST_F(Handshake, KeepsAnEmptyRecordOfAStrangerWhoAcknowledges) {
+TEST_F(Handshake, KeepsAnEmptyRecordOfAnUnknownPartnerThatAcknowledges) {
     RecordingChannel channel;
     ScriptedPeer stranger(Address());
     ClearLog();
@@ -168,7 +168,7 @@ TEST_F(Handshake, KeepsAnEmptyRecordOfAStrangerWhoAcknowledges) {
     EXPECT_THAT(Log(), ElementsAre(Error("Connection not set.\n\n")));
 }
 
-TEST_F(Handshake, ConnectsAStrangerWhoAcknowledgedTooEarly) {
+TEST_F(Handshake, ConnectsAPartnerThatAcknowledgedTooEarly) {
     RecordingChannel channel;
     ScriptedPeer stranger(Address());
     stranger.Announce("_CLIENT_ACK");
@@ -186,7 +186,7 @@ TEST_F(Handshake, ReportsAPartnerReadyForEachAck) {
                 ElementsAre(Ready{true, peer.UniqueName()}, Ready{true, peer.UniqueName()}));
 }
 
-TEST_F(Handshake, GoesOnAfterAReadyHookThatRanOutOfMemory) {
+TEST_F(Handshake, ContinuesAfterAReadyHookThatRanOutOfMemory) {
     RecordingChannel channel;
     channel.onReady = [](bool, const std::string&) { throw std::bad_alloc(); };
     ScriptedPeer peer(Address());
@@ -226,7 +226,7 @@ TEST_F(Handshake, ServesTwoPartnersInTheOrderOfTheirUniqueNames) {
     EXPECT_THAT(tenth.Traffic(), ElementsAre(signal));
 }
 
-TEST_F(Handshake, HearsNothingOfOtherChannels) {
+TEST_F(Handshake, IgnoresOtherChannels) {
     const RecordingChannel channel;
     ScriptedPeer peer(Address(), "Other");
     ClearLog();

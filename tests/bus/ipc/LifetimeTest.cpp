@@ -28,7 +28,7 @@ TEST_F(EndOfAChannel, IsSilent) {
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(EndOfAChannel, GivesBackThePartnersWatchAndSignals) {
+TEST_F(EndOfAChannel, ReleasesThePartnersWatchAndSignals) {
     // The channel releases subscription ids as if they were watch ids. The peers come first, so
     // that their subscriptions take the low ids and none of the channel's equals the partner's
     // watch id.
@@ -45,14 +45,14 @@ TEST_F(EndOfAChannel, GivesBackThePartnersWatchAndSignals) {
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(EndOfAChannel, GivesBackThePartnersProxy) {
+TEST_F(EndOfAChannel, ReleasesThePartnersProxy) {
     // A proxy holds a reference to the connection, so TearDown() fails if the proxy leaks.
     const RecordingChannel channel;
     ScriptedPeer peer(Address());
     Connect(peer);
 }
 
-TEST_F(EndOfAChannel, LeavesSubscriptionsThatReachNobody) {
+TEST_F(EndOfAChannel, LeavesSubscriptionsWithoutEffect) {
     auto channel = std::make_unique<RecordingChannel>();
     channel.reset();
     ClearLog();
@@ -68,7 +68,7 @@ TEST_F(EndOfAChannel, LeavesSubscriptionsThatReachNobody) {
                                    NOT_VALID, ack, NOT_VALID, ack, NOT_VALID));
 }
 
-TEST_F(EndOfAChannel, LeavesAnObjectThatAnswersNobody) {
+TEST_F(EndOfAChannel, LeavesAnObjectThatDoesNotAnswer) {
     auto channel = std::make_unique<RecordingChannel>();
     channel.reset();
     ClearLog();
@@ -79,7 +79,7 @@ TEST_F(EndOfAChannel, LeavesAnObjectThatAnswersNobody) {
     EXPECT_THAT(peer.Traffic(), IsEmpty());
 }
 
-TEST_F(EndOfAChannel, LetsAnotherChannelGoOn) {
+TEST_F(EndOfAChannel, DoesNotAffectAnotherChannel) {
     ExpectChannels(2);
     RecordingChannel stays("Stays");
     ScriptedPeer partner(Address(), "Stays");
@@ -97,7 +97,7 @@ TEST(EndOfTheBus, SendsTheProgramSigterm) {
     EXPECT_EQ(program.WaitForExit(), 128 + SIGTERM) << program.Errors();
 }
 
-TEST_F(EndOfAChannel, MakesGlibComplainOfThreeUnknownWatches) {
+TEST_F(EndOfAChannel, CausesThreeGlibWarningsAboutUnknownWatches) {
     auto channel = std::make_unique<RecordingChannel>();
     EXPECT_THAT(GlibMessages(), IsEmpty());
     channel.reset();

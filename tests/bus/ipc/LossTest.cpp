@@ -57,7 +57,7 @@ TEST_F(Partner, IsForgottenWhenItLeaves) {
     EXPECT_THAT(Log(), ElementsAre(NotFound(name)));
 }
 
-TEST_F(Partner, IsNotConnectedWhenALookupBroughtItsNameBack) {
+TEST_F(Partner, IsNotConnectedWhenALookupCreatedItsRecordAgain) {
     RecordingChannel channel;
     const std::string name = ConnectAndLose(channel);
     EXPECT_FALSE(channel.IsConnectionReady(name));
@@ -67,7 +67,7 @@ TEST_F(Partner, IsNotConnectedWhenALookupBroughtItsNameBack) {
     EXPECT_THAT(Log(), ElementsAre(NOT_SET));
 }
 
-TEST_F(Partner, IsForgottenWhenItIsLostHalfWay) {
+TEST_F(Partner, IsForgottenWhenLostDuringTheHandshake) {
     RecordingChannel channel;
     auto peer = std::make_unique<ScriptedPeer>(Address());
     const std::string name = peer->UniqueName();
@@ -92,7 +92,7 @@ TEST_F(Partner, IsLostWhenItsProcessIsKilled) {
     EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, name}, Ready{false, name}));
 }
 
-TEST_F(Partner, ComesBackUnderANewNameAfterARestart) {
+TEST_F(Partner, ReconnectsUnderANewNameAfterARestart) {
     RecordingChannel channel;
     const std::string before = ConnectAndLose(channel);
     ScriptedPeer peer(Address());
@@ -146,7 +146,7 @@ TEST_F(Partner, IsErasedWithoutAHookWhenItsRecordWasEmpty) {
     EXPECT_THAT(Log(), ElementsAre(NotFound(":9.9")));
 }
 
-TEST_F(Partner, IsErasedWithoutAHookWhenNobodyKnewIt) {
+TEST_F(Partner, IsErasedWithoutAHookWhenUnknown) {
     RecordingChannel channel;
     ClearLog();
     JavaMWDbusLocal::cb_PartnerNameVanished(Connection(), ":9.9", &channel);
@@ -194,7 +194,7 @@ TEST_F(Bus, CarriesNothingWhenItIsGone) {
     EXPECT_THAT(LogFunctions(), testing::Each("SendNotification"));
 }
 
-TEST_F(Bus, DoesNotKeepAHandshakeFromAdvancingWhenItIsGone) {
+TEST_F(Bus, DoesNotPreventAHandshakeWhenItIsGone) {
     RecordingChannel channel;
     CloseConnection();
     ClearLog();
@@ -244,7 +244,7 @@ TEST_F(Bus, LeavesNoTraceOfACallbackWithoutConnectionOrObject) {
         callback(nullptr, &channel);
         callback(Connection(), nullptr);
         EXPECT_THAT(Log(), ElementsAre(testing::_, NOT_VALID, testing::_, NOT_VALID)) << name;
-        // The line alone says which callback failed.
+        // Only the log line shows which callback failed.
         EXPECT_THAT(LogFunctions(), testing::Each(name));
         EXPECT_EQ(Log().back().file, Log().front().file);
     }

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// Bytes through the channel, in both directions.
+// Payloads of calls, replies and notifications.
 #include <cstddef>
 #include <new>
 
@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Every byte value, many times over: more than fits into one read of a socket.
+/// Every byte value, repeated until the payload exceeds one read of a socket.
 Bytes ManyBytes() {
     Bytes bytes(1 << 20);
     for (size_t i = 0; i < bytes.size(); ++i) {
@@ -36,7 +36,7 @@ std::string SignalLine(const ScriptedPeer& peer, const std::string& name) {
 
 class Call : public ChannelTest {};
 
-TEST_F(Call, IsAnsweredWithWhatTheHookReturns) {
+TEST_F(Call, IsAnsweredWithTheResultOfTheHook) {
     RecordingChannel channel;
     channel.answer = [](const Bytes&) { return BytesFrom("answer"); };
     ScriptedPeer peer(Address());
@@ -67,7 +67,7 @@ TEST_F(Call, ReachesTheHookWithoutAHandshake) {
     EXPECT_EQ(ChannelTest::Call(stranger, BytesFrom("x")), BytesFrom("x"));
 }
 
-TEST_F(Call, GetsNoReplyAtAllOnAnotherPath) {
+TEST_F(Call, GetsNoReplyOnAnotherPath) {
     RecordingChannel channel;
     g_autoptr(GDBusNodeInfo) node =
         g_dbus_node_info_new_for_xml(JavaMWDbusLocal::INTERFACE_XML, nullptr);
@@ -188,7 +188,7 @@ TEST_F(Notification, CarriesEveryByteToThePartner) {
     EXPECT_EQ(peer.Traffic()[1].bytes, none);
 }
 
-TEST_F(Notification, ReachesThatPartnerAlone) {
+TEST_F(Notification, ReachesOnlyTheGivenPartner) {
     RecordingChannel channel;
     ScriptedPeer partner(Address());
     ScriptedPeer other(Address());
@@ -253,7 +253,7 @@ TEST_F(Notification, MayHaveAnyMember) {
     EXPECT_THAT(channel.notifications, ElementsAre(Bytes{'t', 'e', 'x', 't', '\0'}));
 }
 
-TEST_F(Notification, OfAnyoneElseReachesNothing) {
+TEST_F(Notification, OfAnotherSenderIsIgnored) {
     const RecordingChannel channel;
     ScriptedPeer peer(Address());
     ScriptedPeer forger(Address());
@@ -265,7 +265,7 @@ TEST_F(Notification, OfAnyoneElseReachesNothing) {
     EXPECT_THAT(channel.notifications, IsEmpty());
 }
 
-TEST_F(Notification, OnAnotherPathReachesNothing) {
+TEST_F(Notification, OnAnotherPathIsIgnored) {
     RecordingChannel channel;
     ScriptedPeer peer(Address());
     Connect(peer);
