@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What the renderer asks of the toolkit, in this order.
+// The toolkit calls of the renderer's constructor, in order.
 const std::vector<std::string> THE_WINDOW{
     "elm_config_focus_highlight_animate_set(true)",
     "elm_win_add(null, \"org.vantu.applist\", 1)",
@@ -108,7 +108,7 @@ TEST_F(DefaultAppListRendererConstruction, TakesTheWindowThatThePlatformPrepared
     EXPECT_STREQ(elm_win_title_get(renderer->m_window), "org.vantu.applist");
 }
 
-TEST_F(DefaultAppListRendererConstruction, GoesOnWithoutAWindow) {
+TEST_F(DefaultAppListRendererConstruction, ContinuesWithoutAWindow) {
     FailNext("elm_win_add");
     auto renderer = Build();
     EXPECT_EQ(renderer->m_window, nullptr);
@@ -136,7 +136,7 @@ TEST_F(DefaultAppListRendererConstruction, SucceedsWithAWindow) {
     EXPECT_NE(renderer->m_window, nullptr);
 }
 
-TEST_F(DefaultAppListRendererConstruction, GoesOnWithoutABackground) {
+TEST_F(DefaultAppListRendererConstruction, ContinuesWithoutABackground) {
     FailNext("elm_bg_add");
     auto renderer = Build();
     EXPECT_EQ(renderer->m_window, nullptr);
@@ -153,7 +153,7 @@ TEST_F(DefaultAppListRendererConstruction, ListensToTheModelWithoutFillingTheLis
     EXPECT_EQ(renderer->Rows(), "");
 }
 
-TEST_F(DefaultAppListRendererConstruction, IsTakenDownWindowFirst) {
+TEST_F(DefaultAppListRendererConstruction, IsDestroyedWindowFirst) {
     auto renderer = Build();
     renderer->SetModel(&model);
     ToolkitCalls().clear();
@@ -161,7 +161,7 @@ TEST_F(DefaultAppListRendererConstruction, IsTakenDownWindowFirst) {
     const void* propagator = renderer->m_selectionPropagator;
     const DeletionWatch watch([&propagator](const void* block) {
         if (block == propagator) {
-            propagator = nullptr;  // Its memory is used again.
+            propagator = nullptr;  // The address may be reused.
             ToolkitCalls().emplace_back("delete propagator");
         }
     });
@@ -172,7 +172,7 @@ TEST_F(DefaultAppListRendererConstruction, IsTakenDownWindowFirst) {
                             "evas_object_del(background)", "elm_genlist_item_class_free(class)"));
 }
 
-TEST_F(DefaultAppListRendererConstruction, IsTakenDownWithoutAModel) {
+TEST_F(DefaultAppListRendererConstruction, IsDestroyedWithoutAModel) {
     Build().reset();
     EXPECT_THAT(model.history, IsEmpty());
 }

@@ -23,7 +23,7 @@
 
 namespace applist::test {
 
-/// The renderer with its widgets in reach.
+/// Gives tests access to the renderer's widgets.
 class OpenRenderer : public DefaultAppListRenderer {
 public:
     using DefaultAppListRenderer::Create;
@@ -36,9 +36,9 @@ public:
     using DefaultAppListRenderer::m_window;
 
     Elm_Object_Item* RowOf(const std::string& id) const;
-    /// The ids of the rows from the first to the last.
+    /// The ids of all rows in order.
     std::string Rows() const;
-    /// The id of the row that has the focus, empty where none has.
+    /// The id of the row with the focus, or empty.
     std::string FocusedRow() const;
 };
 
@@ -72,8 +72,8 @@ inline std::string OpenRenderer::FocusedRow() const {
     return focused;
 }
 
-/// A renderer on real widgets, connected to a model that the test drives. The window has no focus
-/// yet.
+/// A renderer with real widgets, connected to a model that the test controls. Initially the window
+/// is not focused.
 class RendererTest : public testing::Test {
 protected:
     RendererTest() {
@@ -81,7 +81,7 @@ protected:
         renderer->SetModel(&model);
         Forget();
     }
-    // The renderer goes while model and toolkit still work.
+    // Destroys the renderer while model and toolkit still exist.
     void TearDown() override { renderer.reset(); }
 
     /// Gives the window the focus, shows the items, and clears the recorded calls and log lines.

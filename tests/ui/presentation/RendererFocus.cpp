@@ -48,7 +48,7 @@ TEST_F(DefaultAppListRendererFocus, FollowsTheModelsSelection) {
                                    Debug("Do not propagate event up to data model")));
 }
 
-TEST_F(DefaultAppListRendererFocus, IsLeftAloneWhereItBelongs) {
+TEST_F(DefaultAppListRendererFocus, IsUnchangedOnTheSelectedRow) {
     ShowFocused({&a, &b}, &b);
     model.Select(&b);
     model.Show({&a, &b}, &b);
@@ -106,7 +106,7 @@ TEST_F(DefaultAppListRendererFocus, IsAppliedAgainWhenTheRowBecomesReal) {
     EXPECT_THAT(ToolkitCalls(), IsEmpty());
 }
 
-TEST_F(DefaultAppListRendererFocus, MovedByTheViewerReachesTheModelAndEveryoneElse) {
+TEST_F(DefaultAppListRendererFocus, MovedByTheViewerReachesTheModelAndItsListeners) {
     CountingListener other;
     model.AddItemSelectionListener(&other);
     ShowFocused({&a, &b}, &a);
@@ -148,7 +148,7 @@ TEST_F(DefaultAppListRendererFocus, ComesToTheSelectedRowWhenTheWindowReceivesIt
     EXPECT_THAT(model.history, Not(Contains(testing::StartsWith("SetSelection"))));
 }
 
-TEST_F(DefaultAppListRendererFocus, ComesToTheRowThatWasSelectedWhileTheWindowHadNone) {
+TEST_F(DefaultAppListRendererFocus, ComesToTheRowThatWasSelectedWhileTheWindowWasNotFocused) {
     ShowFocused({&a, &b, &c}, &a);
     HeadlessToolkit::TakeFocus(renderer->m_window);
     model.Select(&c);
@@ -187,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, DefaultAppListRendererFirstFocus,
                                     std::to_string(test.param.second);
                          });
 
-TEST_F(DefaultAppListRendererFocus, WandersOverNoOtherRowWhileTheListIsCleared) {
+TEST_F(DefaultAppListRendererFocus, DoesNotVisitOtherRowsWhileTheListIsCleared) {
     ShowFocused({&a, &b, &c}, &b);
     model.Show({}, nullptr);
     EXPECT_EQ(elm_object_focus_get(renderer->m_genlist), EINA_FALSE);
@@ -226,7 +226,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, DefaultAppListRendererRefill,
                          testing::Combine(testing::Values(0, 1, 2), testing::Values(0, 1, 2),
                                           testing::Bool()));
 
-TEST_F(DefaultAppListRendererFocus, SurvivesAClearAndRefillInOneGo) {
+TEST_F(DefaultAppListRendererFocus, SurvivesAClearAndRefillAtOnce) {
     ShowFocused({&a, &b}, &a);
     model.Show({}, nullptr);
     model.Show({&c, &b}, &b);
@@ -245,7 +245,7 @@ TEST_F(DefaultAppListRendererFocus, FollowsWhenEveryRowIsReplaced) {
     EXPECT_EQ(renderer->FocusedRow(), "b");
 }
 
-TEST_F(DefaultAppListRendererFocus, IsWhereItBelongsForAKeyThatComesBeforeTheFirstRowsAreDrawn) {
+TEST_F(DefaultAppListRendererFocus, IsOnTheSelectedRowForAKeyBeforeTheFirstRowsAreDrawn) {
     TheApp() = {};
     HeadlessToolkit::GiveFocus(renderer->m_window);
     model.Show({&a, &b, &c}, nullptr);
@@ -255,7 +255,7 @@ TEST_F(DefaultAppListRendererFocus, IsWhereItBelongsForAKeyThatComesBeforeTheFir
     EXPECT_EQ(TheApp().exits, 1);
 }
 
-TEST_F(DefaultAppListRendererFocus, MovesByAKeyThatComesRightAfterARefill) {
+TEST_F(DefaultAppListRendererFocus, MovesByAKeyRightAfterARefill) {
     ShowFocused({&a, &b}, &b);
     model.Show({}, nullptr);
     model.Show({&a, &b, &c}, &a);
@@ -273,7 +273,7 @@ TEST_F(DefaultAppListRendererFocus, IsNotMovedByAKeyWhileTheListIsEmpty) {
     EXPECT_EQ(renderer->FocusedRow(), "a");
 }
 
-TEST_F(DefaultAppListRendererFocus, GoesQuietlyWithTheWindow) {
+TEST_F(DefaultAppListRendererFocus, IsDestroyedSilentlyWithTheWindow) {
     ShowFocused({&a, &b}, &b);
     renderer.reset();
     EXPECT_THAT(model.history,
@@ -281,7 +281,7 @@ TEST_F(DefaultAppListRendererFocus, GoesQuietlyWithTheWindow) {
     HeadlessToolkit::Settle();
 }
 
-TEST_F(DefaultAppListRendererFocus, IsForgottenWithARendererThatGoesBeforeItsFirstRowsWereServed) {
+TEST_F(DefaultAppListRendererFocus, IsDroppedWithARendererDestroyedBeforeItsFirstRowsAreShown) {
     HeadlessToolkit::GiveFocus(renderer->m_window);
     model.Show({&a, &b}, &b);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(

@@ -13,7 +13,7 @@ class RowsThatAreGone : public RendererTest {
 protected:
     RowsThatAreGone() { HeadlessToolkit::GiveFocus(renderer->m_window); }
 
-    /// Shows rows, one by one as new ones, and has them drawn.
+    /// Shows these items, the first one selected, and draws them.
     void ShowDrawn(const std::vector<AppListItem*>& items) {
         model.Show(items, items.front());
         HeadlessToolkit::Settle();
@@ -35,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(RowsThatAreGone, LeaveAtMostOneFocusNodeHoweverOftenTheListIsEmptied) {
+TEST_F(RowsThatAreGone, LeaveAtMostOneFocusNodeAfterAnyNumberOfClears) {
     for (int time = 0; time < 20; ++time) {
         ShowDrawn({&a, &b, &c});
         EXPECT_GE(FocusNodes(), 1);
@@ -44,7 +44,7 @@ TEST_F(RowsThatAreGone, LeaveAtMostOneFocusNodeHoweverOftenTheListIsEmptied) {
     }
 }
 
-TEST_F(RowsThatAreGone, TakeNoFocusNodeOfRowsThatAreThere) {
+TEST_F(RowsThatAreGone, DoNotRemoveFocusNodesOfExistingRows) {
     ShowDrawn({&a, &b, &c});
     ASSERT_EQ(FocusNodes(), 1);
     model.Show({&b, &c}, &c);

@@ -28,10 +28,10 @@ protected:
         renderer->SetModel(&remote);
         HeadlessToolkit::GiveFocus(renderer->m_window);
     }
-    // The renderer goes while model and toolkit still work.
+    // Destroys the renderer while model and toolkit still exist.
     void TearDown() override { renderer.reset(); }
 
-    /// A call by the middleware, followed by everything that it causes.
+    /// Makes a call of the middleware and processes all resulting events.
     void Call(int function, const std::vector<std::string>& ids = {}) {
         std::ostringstream payload;
         for (const std::string& id : ids) {
@@ -42,7 +42,7 @@ protected:
         remote.OnMessageReceive(function, {bytes.begin(), bytes.end()});
         HeadlessToolkit::Settle();
     }
-    /// The rows, the one with the focus starred.
+    /// The rows; the focused one is marked with a star.
     std::string Screen() const {
         std::string rows = renderer->Rows();
         const std::string focused = renderer->FocusedRow();

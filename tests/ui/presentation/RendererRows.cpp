@@ -25,7 +25,7 @@ const std::string ALPHA = "name: Alpha, unique id: a";
 const std::string BETA = "name: Beta, unique id: b";
 const std::string GAMMA = "name: Gamma, unique id: c";
 
-/// Without the window's focus: no row loses or gets any.
+/// The window is not focused, so that no row gains or loses the focus.
 class DefaultAppListRendererRows : public RendererTest {
 protected:
     void ShowQuietly(const std::vector<AppListItem*>& items) {
@@ -129,7 +129,7 @@ TEST_F(DefaultAppListRendererRows, OfNewItemsFollowTheLastOfTwoRowsWithOneId) {
     EXPECT_EQ(renderer->Rows(), "aac");
 }
 
-TEST_F(DefaultAppListRendererRows, AllGoWhenTheModelIsEmptied) {
+TEST_F(DefaultAppListRendererRows, AreAllDeletedWhenTheModelIsEmptied) {
     ShowQuietly({&a, &b});
     model.Select(&b);
     Elm_Object_Item* const target = renderer->m_focusItem;
@@ -154,7 +154,7 @@ TEST_F(DefaultAppListRendererRows, AreReportedWhenTheyBecomeReal) {
     EXPECT_EQ(Log().front(), Debug("Realized Item is: [" + ALPHA + "]"));
 }
 
-TEST_F(DefaultAppListRendererRows, TellTheModelThatTheyWereActivatedAndEndTheApplication) {
+TEST_F(DefaultAppListRendererRows, ReportTheirActivationToTheModelAndEndTheApplication) {
     TheApp() = {};
     ShowFocused({&a, &b}, &b);
     model.onCall = Note;

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-/// The calls that the renderer makes into the toolkit, in their order. Each is noted and then
-/// carried out, so that the widgets are real.
+/// Records the renderer's toolkit calls in order. Each call is passed on to the toolkit, so that
+/// the widgets are real.
 namespace applist::test {
 
-/// Calls as they are written, with the objects named after what made them: "elm_bg_add(window)".
-/// Rows are named after their item: "row a".
+/// Returns the calls as source text, such as "elm_bg_add(window)". Objects are named by their
+/// maker. Rows are named after their item: "row a".
 std::vector<std::string>& ToolkitCalls();
 
-/// The named functions' calls alone.
+/// Returns only the calls of the named functions.
 std::vector<std::string> ToolkitCallsOf(const std::vector<std::string>& functions);
 
 /// Makes the next call of the function fail: it creates nothing and returns null.

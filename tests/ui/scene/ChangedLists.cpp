@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A list whose rows change under the focus. The panel shows eight rows.
+// The focus while rows are added, renamed and removed. The panel shows eight rows.
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {
@@ -19,7 +19,7 @@ protected:
     void Modify(size_t index) { model().ModifyItem(At(index), New()); }
     void Remove(size_t index) { model().RemoveItem(At(index)); }
 
-    /// The selected row has the focus, is drawn so, and is wholly visible.
+    /// Checks that the selected row has the focus, is drawn with it, and is completely visible.
     void ExpectFocusOnSelection() {
         Draw();
         const Frame now = Now();

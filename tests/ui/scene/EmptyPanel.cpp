@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The panel without rows: before the list is filled and after it was emptied.
+// The panel without rows, before the list is filled and after it is emptied.
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {
@@ -18,7 +18,7 @@ TEST_F(TheEmptyPanel, ShowsNoFocusBeforeTheListIsFilled) {
     EXPECT_FALSE(elm_object_focus_get(list()));
 }
 
-TEST_F(TheEmptyPanel, ShowsNoRowOnceTheListWasEmptied) {
+TEST_F(TheEmptyPanel, ShowsNoRowAfterTheListWasEmptied) {
     Fill(20);
     Type("Down");
     model().RemoveAllItems();
@@ -35,7 +35,7 @@ TEST_F(TheEmptyPanel, ShowsNoRowOnceTheListWasEmptied) {
     EXPECT_FALSE(elm_object_focus_get(list()));
 }
 
-TEST_F(TheEmptyPanel, IsFollowedByNoFrameWithRowsButWithoutTheFocus) {
+TEST_F(TheEmptyPanel, IsNotFollowedByAFrameWithRowsButWithoutTheFocus) {
     Forget();
     Fill(20);
     Draw();
@@ -45,7 +45,7 @@ TEST_F(TheEmptyPanel, IsFollowedByNoFrameWithRowsButWithoutTheFocus) {
     }
 }
 
-TEST_F(TheEmptyPanel, IsNotSeenWhenTheListIsEmptiedAndFilledInOneGo) {
+TEST_F(TheEmptyPanel, IsNotDrawnWhenTheListIsEmptiedAndFilledAtOnce) {
     Fill(20);
     Type("Down");
     Draw();

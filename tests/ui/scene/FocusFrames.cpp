@@ -49,7 +49,7 @@ TEST_P(EachKey, IsInTheNextFrame) {
 INSTANTIATE_TEST_SUITE_P(Keys, EachKey, testing::Values("Down", "Up", "Right", "Left"),
                          [](const auto& test) { return std::string(test.param); });
 
-TEST_F(TheDrawnFocus, IsUpWithKeysThatComeFasterThanFrames) {
+TEST_F(TheDrawnFocus, FollowsKeysThatArriveFasterThanFrames) {
     Fill(30);
     Forget();
     for (int burst = 0; burst < 5; ++burst) {
@@ -63,7 +63,7 @@ TEST_F(TheDrawnFocus, IsUpWithKeysThatComeFasterThanFrames) {
     EXPECT_EQ(FocusedRow(), Selected());
 }
 
-TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRows) {
+TEST_F(TheDrawnFocus, IsCompleteInTheFirstFrameWithRows) {
     Forget();
     Fill(3);
     ExpectSoonBars({255, 0, 0});
@@ -75,7 +75,7 @@ TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRows) {
 }
 
 // The toolkit reuses the widgets of the first rows, which may still show the focus.
-TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRowsAgain) {
+TEST_F(TheDrawnFocus, IsCompleteInTheFirstFrameWithRowsAfterAClear) {
     Fill(3);
     model().RemoveAllItems();
     Draw();
@@ -87,8 +87,8 @@ TEST_F(TheDrawnFocus, IsWhollyThereInTheFirstFrameThatHasRowsAgain) {
     }
 }
 
-// A new row may use the widget of the one that had the focus.
-TEST_F(TheDrawnFocus, GoesWithTheRowThatIsRemoved) {
+// A new row may reuse the widget of the row that had the focus.
+TEST_F(TheDrawnFocus, LeavesWithARemovedRow) {
     Fill(3);
     Draw();
     Forget();
@@ -125,11 +125,11 @@ TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
     EXPECT_LT(frames().front().bars[1], 255);
 }
 
-TEST_F(TheDrawnFocus, IsOfOnePieceWhileItEases) {
+TEST_F(TheDrawnFocus, MovesAsOneWhileItEases) {
     Fill(3);
     ASSERT_TRUE(HeadlessToolkit::RunUntil(
         [start = ecore_time_get()] { return ecore_time_get() - start > 0.1; }));
-    // On a busy machine the ease may be over before it can be looked at.
+    // On a busy machine the animation may end before the first frame is captured.
     const auto eases = [this] {
         const std::vector<int> bars = Now().bars;
         return std::any_of(bars.begin(), bars.end(), [](int bar) { return bar > 0 && bar < 255; });
@@ -147,7 +147,7 @@ TEST_F(TheDrawnFocus, IsOfOnePieceWhileItEases) {
     }
 }
 
-/// The keys that reach a widget, as the toolkit hands them out.
+/// Records the keys that the toolkit delivers to a widget.
 class SeenByTheList {
 public:
     explicit SeenByTheList(Evas_Object* list) : m_list(list) {
@@ -173,9 +173,9 @@ private:
     std::vector<std::string> m_keys;
 };
 
-// The toolkit would look for a widget to the right or left, and while rows are being laid out it
-// finds another row.
-TEST_F(TheDrawnFocus, IsNotTheToolkitsToMoveWhenRightOrLeftGoesDown) {
+// The toolkit would move the focus to a widget on the right or left. While rows are being laid out,
+// it would find another row there.
+TEST_F(TheDrawnFocus, IsNotMovedByTheToolkitWhenRightOrLeftIsPressed) {
     Fill(30);
     Type("Down");
     Forget();
@@ -188,7 +188,7 @@ TEST_F(TheDrawnFocus, IsNotTheToolkitsToMoveWhenRightOrLeftGoesDown) {
     EXPECT_EQ(Now().focused, "Row 2");
 }
 
-TEST_F(TheDrawnFocus, StaysOnTheSelectedRowWhenRightOrLeftGoesDownBeforeTheRowsAreLaidOut) {
+TEST_F(TheDrawnFocus, StaysOnTheSelectedRowWhenRightOrLeftIsPressedBeforeTheRowsAreLaidOut) {
     DefaultAppListItem added[] = {{"Row 1", "a"}, {"Row 2", "b"}, {"Row 3", "c"}};
     for (DefaultAppListItem& item : added) {
         Add(&item);

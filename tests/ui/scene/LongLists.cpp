@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// More rows than the panel shows.
+// Lists with more rows than the panel shows.
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {
@@ -9,7 +9,7 @@ namespace {
 
 class ALongList : public SceneTest {
 protected:
-    /// The row with this name has the focus, is drawn so, and is selected.
+    /// Checks that the row with this name has the focus, is drawn with it, and is selected.
     void ExpectOn(const std::string& name) {
         const Frame now = Now();
         EXPECT_EQ(now.selected, name) << now;
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(ALongList, WrapsToARowThatIsWhollyInside) {
+TEST_F(ALongList, WrapsToACompletelyVisibleRow) {
     Fill(60);
     Type("Up");
     ExpectOn("Row 60");
@@ -31,8 +31,8 @@ TEST_F(ALongList, WrapsToARowThatIsWhollyInside) {
     ExpectOn("Row 1");
 }
 
-// A row that comes into view again takes the focus if it is the one that the model selected last;
-// the viewer may have moved on since.
+// When the row that the model selected last is scrolled into view again, the renderer gives it the
+// focus. The viewer may have selected another row since.
 TEST_F(ALongList, KeepsTheViewersRowWhenTheFirstOneComesIntoViewAgain) {
     Fill(60);
     for (int row = 2; row <= 40; ++row) {
@@ -61,7 +61,7 @@ TEST_F(ALongList, KeepsTheViewersRowWhenOneThatTheModelSelectedComesIntoViewAgai
     }
 }
 
-/// How many rows the list has; the panel shows eight at a time.
+/// The number of rows; the panel shows eight at a time.
 class AnyLength : public ALongList, public testing::WithParamInterface<int> {};
 
 TEST_P(AnyLength, TakesOneFrameForEachKeyAndDrawsNoMoreRowsThanThePanelHolds) {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The focus after calls, keys and window focus changes in a random order.
-//   APPLIST_FOCUS_SEEDS   how many sequences for each length; 10 if unset
+//   APPLIST_FOCUS_SEEDS   number of sequences for each length; 10 if unset
 //   APPLIST_FOCUS_SEED    the first seed; 1 if unset
 #include <cstdlib>
 #include <random>
@@ -45,7 +45,7 @@ public:
     std::string Story() const { return m_story.str(); }
 
 private:
-    /// Selections that neither a call nor a key has made.
+    /// Selections that were made neither by a call nor by a key.
     class Unexpected : public ItemSelectionListener {
     public:
         void ItemSelected(AppListModel* /*model*/) override { count += armed ? 1 : 0; }
@@ -60,7 +60,7 @@ private:
         std::string clicked;
     };
 
-    // The test has no body: gtest does not run this class by itself.
+    // Required by testing::Test; never called, because this class is not registered as a test.
     void TestBody() override {}
 
     bool Failed() const { return !m_failure.empty(); }
@@ -214,7 +214,7 @@ private:
     bool m_focused = true;
 };
 
-/// How many rows the list has at first; the panel shows eight.
+/// The initial number of rows; the panel shows eight.
 class RandomChanges : public testing::TestWithParam<int> {};
 
 TEST_P(RandomChanges, LeaveTheFocusOnTheSelectedRow) {

@@ -21,7 +21,7 @@
 
 namespace applist::test {
 
-/// What one frame shows of the rows.
+/// The rows as one frame shows them.
 struct Frame {
     /// The name of the row that is drawn with the focus; absent if there is none. If several rows
     /// are, which is an error, their names one after the other.
@@ -30,9 +30,9 @@ struct Frame {
     std::vector<std::string> rows;
     /// The opacity of the focus bar in each of these rows, 0 to 255.
     std::vector<int> bars;
-    /// True iff the focused row lies within the viewport from its top to its bottom.
+    /// True if the focused row is completely within the viewport.
     bool focusedInside = false;
-    /// What the model had selected and listed when the frame was drawn.
+    /// The model's selection and number of items when the frame was drawn.
     std::string selected;
     size_t items = 0;
 };
@@ -51,7 +51,7 @@ public:
 protected:
     SceneTest();
 
-    /// Items "Row 1" to "Row count", which live as long as the scene.
+    /// Creates items "Row 1" to "Row count"; the scene owns them.
     std::vector<AppListItem*> Make(int count);
     /// Fills the list with rows "Row 1" to "Row count" and waits for the first frame with rows.
     void Fill(int count);
@@ -60,7 +60,7 @@ protected:
     void Type(const std::string& key);
     /// Presses and releases a key without waiting.
     static void Send(const std::string& key);
-    /// Draws what is due now.
+    /// Processes pending events and draws the result.
     void Draw();
 
     DefaultAppListModel& model() { return *m_model; }

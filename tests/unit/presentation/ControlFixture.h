@@ -18,7 +18,7 @@
 
 namespace applist::test {
 
-/// The interval in the form of the control's log: "65s".
+/// The interval as the control logs it: "65s".
 inline const std::string INTERVAL = std::to_string(DefaultAppListControl::AUTO_CLOSE_SECONDS) + "s";
 
 /// A control connected to a model of the items a, b and c, with b selected. Each test also checks

@@ -150,7 +150,7 @@ TEST_F(DefaultAppListControlKeys, RestartTheTimerBeforeThereIsAModel) {
                 ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
 }
 
-TEST_F(DefaultAppListControlKeys, UnknownOnesPassWithoutRestartingTheTimer) {
+TEST_F(DefaultAppListControlKeys, PassUnknownKeysWithoutRestartingTheTimer) {
     EXPECT_EQ(TheEcore().Release("Return"), ECORE_CALLBACK_PASS_ON);
     EXPECT_EQ(TheEcore().Release("up"), ECORE_CALLBACK_PASS_ON);
     EXPECT_THAT(TheEcore().history, IsEmpty());

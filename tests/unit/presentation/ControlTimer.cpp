@@ -58,7 +58,7 @@ TEST_F(DefaultAppListControlTimer, LogsASelectionChangeThatRestartsIt) {
     EXPECT_THAT(TheEcore().history, ElementsAre("ecore_timer_reset(timer)"));
 }
 
-TEST_F(DefaultAppListControlTimer, IsLeftAloneByASelectionOnceItHasFired) {
+TEST_F(DefaultAppListControlTimer, IsNotRestartedByASelectionAfterItHasFired) {
     TheEcore().Advance(SECONDS);
     Forget();
     model.Select(&a);
@@ -66,14 +66,14 @@ TEST_F(DefaultAppListControlTimer, IsLeftAloneByASelectionOnceItHasFired) {
     EXPECT_THAT(TheEcore().history, IsEmpty());
 }
 
-TEST_F(DefaultAppListControlTimer, IsResetAsNullByAKeyOnceItHasFired) {
+TEST_F(DefaultAppListControlTimer, IsResetAsNullByAKeyAfterItHasFired) {
     TheEcore().Advance(SECONDS);
     Forget();
     TheEcore().Release("Up");
     EXPECT_THAT(TheEcore().history, ElementsAre("ecore_timer_reset(null)"));
 }
 
-TEST_F(DefaultAppListControlTimer, IsNotDeletedOnceItHasFired) {
+TEST_F(DefaultAppListControlTimer, IsNotDeletedAfterItHasFired) {
     TheEcore().Advance(SECONDS);
     Forget();
     control.reset();
@@ -103,7 +103,7 @@ TEST_F(DefaultAppListControlTimer, ControlWithoutAModelOnlyReleasesItsOwn) {
     EXPECT_FALSE(TheEcore().HasHandler());
 }
 
-TEST_F(DefaultAppListControlTimer, ThatCannotBeCreatedIsLoggedAndDoneWithout) {
+TEST_F(DefaultAppListControlTimer, IsOptionalAndLoggedWhenItCannotBeCreated) {
     control.reset();
     Forget();
     TheEcore().failTimer = true;
