@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "CallbackGuard.h"
-#include "app/Deadline.h"
+#include "bus/Deadline.h"
 #include "bus/SessionBus.h"
 #include "launch/LaunchProtocol.h"
 

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "launch/AppControlBus.h"
 
+#include <chrono>
 #include <string>
 
 #include <gio/gio.h>
 
 #include "Log.h"
+#include "bus/Deadline.h"
 #include "bus/SessionBus.h"
 #include "launch/LaunchProtocol.h"
 
@@ -19,19 +21,22 @@ constexpr const char* BUS_NAME = "org.freedesktop.DBus";
 constexpr const char* BUS_PATH = "/org/freedesktop/DBus";
 
 // Opens a private connection. The process' shared connection ends the process when the bus closes
-// it.
+// it. Returns null if the bus does not answer within the limit.
 GDBusConnection* Connect() {
     if (!HasSessionBus()) {
         return nullptr;
     }
+    const Deadline deadline{std::chrono::milliseconds(REPLY_TIMEOUT_MS)};
     g_autoptr(GError) error = nullptr;
-    g_autofree char* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, &error);
+    g_autofree char* address =
+        g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, deadline.cancellable(), &error);
     GDBusConnection* bus = nullptr;
     if (address != nullptr) {
         constexpr auto flags =
             static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                               G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-        bus = g_dbus_connection_new_for_address_sync(address, flags, nullptr, nullptr, &error);
+        bus = g_dbus_connection_new_for_address_sync(address, flags, nullptr,
+                                                     deadline.cancellable(), &error);
     }
     if (bus == nullptr) {
         LOG_ERROR("No session bus to launch over: [%d] %s", error->code, error->message);

@@ -4,6 +4,7 @@
 // Launch requests between real processes. The sender is platformctl, which ends as soon as it has
 // sent the request, so these tests also show that delivery does not depend on the sender.
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -147,6 +148,15 @@ TEST_F(LaunchOnABus, StartsTheInstalledProgramIfItsServiceIsSlow) {
     InstallEntry(Receiver());
     EXPECT_EQ(Send({ID, "text=Hello"}), 0) << log;
     EXPECT_TRUE(Receives("start text=Hello;\n"));
+}
+
+TEST_F(LaunchOnABus, StartsTheInstalledProgramIfTheBusDoesNotAnswer) {
+    InstallEntry(Receiver());
+    bus.daemon().Signal(SIGSTOP);
+    EXPECT_EQ(Send({ID, "text=Hello"}), 0) << log;
+    bus.daemon().Signal(SIGCONT);
+    EXPECT_TRUE(Receives("start text=Hello;\n"));
+    EXPECT_THAT(log, HasSubstr("No session bus to launch over: ["));
 }
 
 TEST_F(LaunchOnABus, StartsAnInstalledProgramThatTheBusDoesNotKnow) {
