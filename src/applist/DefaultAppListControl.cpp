@@ -44,6 +44,8 @@ DefaultAppListControl::DefaultAppListControl() {
             LOG_ERROR("Failed to create timer");
         }
     }
+    // Acts on the release. The toolkit acts on the press, so it has moved the focus already when Up
+    // or Down arrives here.
     m_keyHandler = ecore_event_handler_add(ECORE_EVENT_KEY_UP, OnKey, this);
     if (m_keyHandler == nullptr) {
         LOG_ERROR("Failed to register on key events");
@@ -70,6 +72,7 @@ void DefaultAppListControl::SetModel(AppListModel* model) {
     m_model->AddItemSelectionListener(this);
 }
 
+// A change of the selection by the middleware also counts as activity.
 void DefaultAppListControl::ItemSelected(AppListModel* /*model*/) {
     PTAutoLock lock(m_timerMutex);
     if (m_timer != nullptr) {
@@ -84,6 +87,7 @@ void DefaultAppListControl::ResetTimer() {
     ecore_timer_reset(m_timer);
 }
 
+// CANCEL, because the program is ending: the toolkit deletes the timer.
 Eina_Bool DefaultAppListControl::OnTimer(void* data) {
     GuardCallback([data] { static_cast<DefaultAppListControl*>(data)->OnTimer(); });
     return ECORE_CALLBACK_CANCEL;
@@ -128,6 +132,8 @@ Eina_Bool DefaultAppListControl::OnKey(const Ecore_Event_Key& event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
+// Back and Exit end the program, so they return DONE and no other handler acts on them. All other
+// keys are passed on.
 Eina_Bool DefaultAppListControl::HandleBack() {
     LOG_DEBUG("Return key has been hit. Closing application");
     ui_app_exit();
@@ -153,6 +159,7 @@ Eina_Bool DefaultAppListControl::HandleDown() {
     return ECORE_CALLBACK_PASS_ON;
 }
 
+// The toolkit does not move the focus of a vertical list with Right and Left, so the model does.
 Eina_Bool DefaultAppListControl::HandleRight() {
     LOG_DEBUG("Right key has been hit. Scroll focus down.");
     StepForward();
@@ -173,6 +180,7 @@ void DefaultAppListControl::StepForward() {
     if (m_model == nullptr) {
         return;
     }
+    // Without a selection there is no row to start from.
     const Items items = m_model->GetAllItems();
     const auto found = FindSelected(items, m_model);
     if (found == items.end()) {

@@ -26,6 +26,7 @@ int AddressForLog(const void* listener) {
 
 DefaultAppListModel::DefaultAppListModel()
     : m_selection(nullptr), m_emptyItem(new DefaultAppListItem) {
+    // GetSelection() must never return null, so an item without an id stands for "no selection".
     m_selection = m_emptyItem;
 }
 
@@ -41,6 +42,8 @@ void DefaultAppListModel::SetSelection(AppListItem* item) {
     if (IsSelected(item)) {
         return;
     }
+    // The selection is the listed object with the same id, because the argument may be a temporary
+    // of the remote call.
     const auto listed = Find(item);
     if (listed == m_items.end()) {
         return;
@@ -70,6 +73,8 @@ void DefaultAppListModel::RemoveAllItems() {
     if (m_items.empty()) {
         return;
     }
+    // Both are changed before the listeners are called, so that none of them reads a selection that
+    // is no longer listed. The items themselves belong to the caller.
     m_items.clear();
     m_selection = m_emptyItem;
     NotifyChanged();
@@ -84,10 +89,13 @@ void DefaultAppListModel::AddItems(const std::vector<AppListItem*>& items) {
             m_items.push_back(item);
         }
     }
+    // One notification for the whole batch: each one costs a signal on the bus and a pass over all
+    // rows.
     if (m_items.size() > countBefore) {
         NotifyChanged();
     }
     if (IsSelectionEmpty() && !m_items.empty()) {
+        // OK must start something as soon as a row is visible.
         m_selection = m_items.front();
         LOG_DEBUG("There is not selected item. Make newly added Item selected");
         NotifySelected();
@@ -125,6 +133,8 @@ void DefaultAppListModel::RemoveItem(AppListItem* item) {
             m_selection = m_emptyItem;
         }
     }
+    // The caller deletes the item after this call, so it must be out of the list and of the
+    // selection before the listeners are called.
     m_items.erase(removed);
     LOG_DEBUG("Removed item form list");
     NotifyChanged();
@@ -146,6 +156,7 @@ void DefaultAppListModel::ModifyItem(AppListItem* oldItem, AppListItem* newItem)
         // Log readers know this text, although the selection moves to newItem.
         LOG_DEBUG("Selection cleared");
     }
+    // The new item takes the old one's place, so that the row does not jump.
     *replaced = newItem;
     LOG_DEBUG("Replaced item");
     NotifyChanged();

@@ -16,6 +16,7 @@ namespace {
 
 constexpr const char* CHANNEL_NAME = "Applist";
 
+// The ids and events below are part of the wire protocol (docs/protocol.md).
 constexpr int FIRST_FUNCTION_ID = 2000;
 
 enum EventId {
@@ -25,6 +26,7 @@ enum EventId {
     LOCAL_CREATED_EVENT = 4,
 };
 
+// SendEvent() takes an empty name for a broadcast.
 const std::string ALL_PARTNERS;
 
 // The default model never returns null, but another implementation might.
@@ -47,6 +49,7 @@ LocalAppListModel::LocalAppListModel(AppListModel* model) : m_ipc(CHANNEL_NAME),
 }
 
 LocalAppListModel::~LocalAppListModel() {
+    // The callbacks go first, so that a call or a new partner cannot reach a half-destroyed model.
     m_ipc.UnregisterOnMessage(this);
     m_ipc.UnregisterOnConnectionReady(this);
     m_model->RemoveItemSelectionListener(this);
@@ -71,6 +74,8 @@ void LocalAppListModel::SetClicked(AppListItem* item) {
     m_model->SetClicked(item);
 }
 
+// The local user interface only selects and clicks. The list's content belongs to the middleware,
+// so local changes of it are refused.
 void LocalAppListModel::RemoveAllItems() {
     LOG_DEBUG("RemoveAllItems method is not implemented");
 }
@@ -148,6 +153,8 @@ std::vector<char> LocalAppListModel::OnMessageReceive(int functionId,
         LOG_DEBUG("Call to undefined function: %d", functionId);
         return {};
     }
+    // Reading a truncated argument fails and leaves the item empty. The function is then called
+    // with an empty item, because the protocol does not have an error reply.
     std::istringstream request(std::string(payload.begin(), payload.end()));
     std::ostringstream response;
     (this->*function)(request, response);
@@ -234,6 +241,7 @@ void LocalAppListModel::CallAddItemAtEnd(std::istream& request, std::ostream& /*
     m_remoteItems.push_back(item);
 }
 
+// Only the viewer clicks. The middleware is told of a click, so it must not cause one.
 void LocalAppListModel::CallSetClicked(std::istream& /*request*/, std::ostream& /*response*/) {
     LOG_DEBUG("Remote call: SetClicked. This function is not implemented");
 }
@@ -300,6 +308,8 @@ void LocalAppListModel::DeleteRemoteItems() {
 }
 
 void LocalAppListModel::SendEvent(int eventId, const std::string& partner) {
+    // An event carries its id only. The receiver then asks for what it needs, so that it never acts
+    // on an outdated copy.
     const auto bytes = applist::ToLittleEndian(static_cast<std::uint32_t>(eventId));
     std::vector<char> message(bytes.begin(), bytes.end());
     if (partner.empty()) {

@@ -19,6 +19,8 @@ const std::string PlatformSettings::AUTOSTART_APP = "memory/javamw/autostart-app
 
 namespace {
 
+// The factory data are served by another process that may still be starting after power-on. Five
+// seconds in all.
 constexpr int LOCALSET_ATTEMPTS = 10;
 constexpr useconds_t LOCALSET_PAUSE_US = 500'000;
 
@@ -50,6 +52,7 @@ LocalSet LocalSetOf(int factoryRegion) {
 bool PlatformSettings::IsAutorunDataService() {
     LOG_DEBUG("Get Autorun Data Service");
     int value = 0;
+    // An unreadable setting counts as off or 0, so the checks that follow need no error path.
     if (vconf_get_bool(AUTORUN_DATA_SERVICE_KEY.c_str(), &value) != 0) {
         LOG_ERROR("Can not get value for Autorun Data Service menu item");
     }

@@ -25,6 +25,7 @@ bool CheckVisibility() {
             LOG_DEBUG("Checking Data Service Item visibility for Localset LOCAL_ITALY");
             result = CheckDVBVisibility();
             break;
+        // These three receive ISDB-T, where the auto-run setting does not apply.
         case LOCAL_BRAZIL:
         case LOCAL_ARGENTINA:
         case LOCAL_URUGUAY:
@@ -72,6 +73,8 @@ int check_visibility_int(const char* key) {
     return 0;
 }
 
+// The menu calls the function that matches a setting's type. Only the integer setting can be
+// hidden.
 int check_visibility_bool(const char* /*key*/) {
     return 1;
 }
