@@ -37,6 +37,8 @@ typedef struct ui_app_callbacks {
 /* Runs the application until ui_app_exit(), SIGTERM, SIGINT or a close request from the window
  * manager.
  *
+ * A port may answer options such as --help here: it then returns 0 without calling a callback.
+ *
  * callbacks and user_data must outlive the call; the table is not copied. Returns 0 after a normal
  * run. Also returns 0 if another instance of the program was already running and has received the
  * launch request. Returns a negative number if the application could not run: callbacks is null or

@@ -10,7 +10,8 @@ extern "C" {
  * reboots, keys under "memory/" do not. Any thread; each call reads the store again.
  *
  * Both functions return 0 and write *value, or return a negative number and leave *value unchanged.
- * A key that is missing, has another type or cannot be read is a failure; there are no defaults. */
+ * A key that has another type or cannot be read is a failure. A missing key is a failure, unless
+ * the port defines a default for a setting that its sets need not store. */
 
 /* Reads a boolean as 0 or 1. */
 int vconf_get_bool(const char* key, int* value);

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "app.h"
+#include "conformance/Contract.h"
 #include "conformance/ForkedRun.h"
 #include "conformance/SetUnderTest.h"
 
@@ -38,6 +39,7 @@ Eina_Bool EndFromToolkit(void* /*data*/) {
 
 // Without this the application cannot answer calls of the middleware.
 TEST_F(Loop, DispatchesGlibsDefaultMainContext) {
+    CONTRACT("app.h", "ui_app_main()");
     EXPECT_EQ(Of({.inLaunch = [] { g_idle_add(EndFromGlib, nullptr); }}),
               "create launch glib terminate 0");
     EXPECT_EQ(Of({.inCreate = [] { g_timeout_add(20, EndFromGlib, nullptr); }}),
@@ -45,17 +47,20 @@ TEST_F(Loop, DispatchesGlibsDefaultMainContext) {
 }
 
 TEST_F(Loop, RunsTheToolkitsTimers) {
+    CONTRACT("app.h", "ui_app_main()");
     EXPECT_EQ(Of({.inCreate = [] { ecore_timer_add(0.02, EndFromToolkit, nullptr); }}),
               "create launch toolkit terminate 0");
 }
 
 // The bus library raises SIGTERM when the system bus disappears.
 TEST_F(Loop, EndsWellAtASignal) {
+    CONTRACT("app.h", "ui_app_main()");
     EXPECT_EQ(Of({.inLaunch = [] { kill(getpid(), SIGTERM); }}), "create launch terminate 0");
     EXPECT_EQ(Of({.inLaunch = [] { kill(getpid(), SIGINT); }}), "create launch terminate 0");
 }
 
 TEST_F(Loop, BringsTheLaunchOfASecondStartToTheFirst) {
+    CONTRACT("app.h", "ui_app_main()");
     const auto exitInSecond = [launches = 0]() mutable {
         if (++launches == 2) {
             ui_app_exit();
@@ -70,6 +75,7 @@ TEST_F(Loop, BringsTheLaunchOfASecondStartToTheFirst) {
 
 // The style names that the program uses. The toolkit replaces a missing style without an error.
 TEST_F(Loop, HasTheStylesOfTheListInItsTheme) {
+    CONTRACT("app.h", "ui_app_main()");
     const auto lookUp = [] {
         for (const char* group : {"elm/genlist/item/1text_left_styleA/default",
                                   "elm/popup/base/default", "elm/focus_highlight/top/invisible"}) {

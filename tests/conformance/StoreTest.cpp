@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "conformance/Contract.h"
 #include "conformance/SetUnderTest.h"
 #include "factory_data.h"
 #include "settings_store.h"
@@ -36,6 +37,7 @@ struct Item {
 };
 
 TEST_F(Stores, GivesABoolAsZeroOrOne) {
+    CONTRACT("settings_store.h", "vconf_get_bool()");
     for (const char* key : {"db/a/truth", "memory/a/truth"}) {
         for (const bool stored : {true, false}) {
             m_set->HoldBool(key, stored);
@@ -47,6 +49,7 @@ TEST_F(Stores, GivesABoolAsZeroOrOne) {
 }
 
 TEST_F(Stores, GivesEvery32BitInt) {
+    CONTRACT("settings_store.h", "vconf_get_int()");
     for (const char* key : {"db/a/number", "memory/a/number"}) {
         for (const int stored : {0, 1, -1, 7, INT_MAX, INT_MIN}) {
             m_set->HoldInt(key, stored);
@@ -58,6 +61,7 @@ TEST_F(Stores, GivesEvery32BitInt) {
 }
 
 TEST_F(Stores, FailsForAMissingKeyAndLeavesTheValue) {
+    CONTRACT("settings_store.h", "vconf_get_bool() and vconf_get_int()");
     int value = 77;
     EXPECT_LT(vconf_get_bool("db/none", &value), 0);
     EXPECT_LT(vconf_get_int("memory/none", &value), 0);
@@ -65,6 +69,7 @@ TEST_F(Stores, FailsForAMissingKeyAndLeavesTheValue) {
 }
 
 TEST_F(Stores, FailsForAKeyOfTheOtherTypeAndLeavesTheValue) {
+    CONTRACT("settings_store.h", "vconf_get_bool() and vconf_get_int()");
     m_set->HoldInt("db/number", 1);
     m_set->HoldBool("db/truth", true);
     int value = 77;
@@ -74,6 +79,7 @@ TEST_F(Stores, FailsForAKeyOfTheOtherTypeAndLeavesTheValue) {
 }
 
 TEST_F(Stores, ReadsAnew) {
+    CONTRACT("settings_store.h", "vconf_get_int()");
     int value = 77;
     m_set->HoldInt("memory/number", 1);
     EXPECT_EQ(vconf_get_int("memory/number", &value), 0);
@@ -83,6 +89,7 @@ TEST_F(Stores, ReadsAnew) {
 }
 
 TEST_F(Stores, DistinguishAMissingItemFromOneThatIsZero) {
+    CONTRACT("settings_store.h", "vconf_get_bool() and vconf_get_int()");
     m_set->HoldBool("db/a/truth", false);
     m_set->HoldInt("memory/a/number", 0);
     int value = 77;
@@ -93,6 +100,7 @@ TEST_F(Stores, DistinguishAMissingItemFromOneThatIsZero) {
 }
 
 TEST_F(Stores, GivesAFactoryItemInTheFirstWord) {
+    CONTRACT("factory_data.h", "GetDataDirect()");
     for (const int stored : {8, 0, -1, INT_MAX, INT_MIN}) {
         m_set->HoldFactoryItem(194, stored);
         const Item item(194);
@@ -102,6 +110,7 @@ TEST_F(Stores, GivesAFactoryItemInTheFirstWord) {
 }
 
 TEST_F(Stores, FailsForAMissingFactoryItemAndLeavesTheBuffer) {
+    CONTRACT("factory_data.h", "GetDataDirect()");
     const Item item(194);
     EXPECT_NE(item.status, FACTORY_DATA_INTEGER);
     for (const unsigned char byte : item.buffer) {

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "conformance/Contract.h"
 #include "conformance/SetUnderTest.h"
 #include "i18n_text.h"
 
@@ -22,6 +23,7 @@ protected:
 };
 
 TEST_F(Texts, AreThereForEveryIdOfTheProgram) {
+    CONTRACT("i18n_text.h", "i18n_get_text()");
     for (const char* id : IDS) {
         const char* text = i18n_get_text(id);
         ASSERT_NE(text, nullptr) << id;
@@ -31,6 +33,7 @@ TEST_F(Texts, AreThereForEveryIdOfTheProgram) {
 }
 
 TEST_F(Texts, StayWhereTheyAreWhileTheProgramRuns) {
+    CONTRACT("i18n_text.h", "i18n_get_text()");
     const char* first = i18n_get_text(IDS[0]);
     const std::string kept = first;
     for (const char* id : IDS) {
@@ -41,6 +44,7 @@ TEST_F(Texts, StayWhereTheyAreWhileTheProgramRuns) {
 }
 
 TEST_F(Texts, AreTheIdWhenItIsUnknown) {
+    CONTRACT("i18n_text.h", "i18n_get_text()");
     const char* text = nullptr;
     {
         const std::string id = "no message of any program";

@@ -20,4 +20,9 @@ struct Circumstances {
 /// values, no other setting can change the result. Empty if the region alone decided.
 std::vector<std::string> DecidingSettings(const Circumstances& circumstances);
 
+/// Returns the arguments of the platformctl commands that make the set offer data services, in the
+/// order in which to run them. Empty if it already does. Each command keeps as much of the current
+/// state as possible.
+std::vector<std::string> CommandsToShow(const Circumstances& circumstances);
+
 }  // namespace applist::desktop

@@ -25,35 +25,61 @@ int NumberOf(const std::string& key) {
     return value ? std::visit([](auto number) { return static_cast<int>(number); }, *value) : 0;
 }
 
-/// Returns the region and the settings that decided; only the region if it cannot be read. In that
-/// case GetLocalSet() is not called: it would wait for five seconds, as the decision already did.
-std::vector<Fact> DecidingFacts() {
-    std::vector<Fact> facts{{"factory " + std::to_string(ID_LOCALSET), ReadRegionItem()}};
-    if (!facts[0].reading.value) {
-        return facts;
-    }
-    const Circumstances circumstances{PlatformSettings::GetLocalSet(),
-                                      NumberOf(PlatformSettings::DATA_SERVICE_KEY),
-                                      NumberOf(PlatformSettings::AUTORUN_DATA_SERVICE_KEY) != 0,
-                                      NumberOf(PlatformSettings::AUTOSTART_APP) != 0};
-    for (const std::string& key : DecidingSettings(circumstances)) {
-        facts.push_back({key, ReadKnownSetting(*FindSetting(key).value)});
-    }
-    return facts;
+/// Returns the inputs of the decision. If the region cannot be read, GetLocalSet() is not called:
+/// it would wait for five seconds, as the decision already did.
+Circumstances ReadCircumstances(const Fact& region) {
+    return {region.reading.value ? PlatformSettings::GetLocalSet() : LOCAL_NONE_OF,
+            NumberOf(PlatformSettings::DATA_SERVICE_KEY),
+            NumberOf(PlatformSettings::AUTORUN_DATA_SERVICE_KEY) != 0,
+            NumberOf(PlatformSettings::AUTOSTART_APP) != 0};
 }
 
-void PrintText(bool shown, const std::vector<Fact>& facts) {
-    std::printf("%s\n", shown ? "shown" : "hidden");
-    for (const auto& [name, reading] : facts) {
+struct Explanation {
+    bool shown;
+    /// The region and the settings that decided.
+    std::vector<Fact> facts;
+    /// The commands that make the set offer data services; empty if it does.
+    std::vector<std::string> commands;
+};
+
+Explanation Explain(bool shown) {
+    Explanation explanation{
+        shown, {{"factory " + std::to_string(ID_LOCALSET), ReadRegionItem()}}, {}};
+    const Circumstances circumstances = ReadCircumstances(explanation.facts[0]);
+    for (const std::string& key : DecidingSettings(circumstances)) {
+        explanation.facts.push_back({key, ReadKnownSetting(*FindSetting(key).value)});
+    }
+    if (shown) {
+        return explanation;
+    }
+    for (const std::string& command : CommandsToShow(circumstances)) {
+        explanation.commands.push_back("platformctl " + command);
+    }
+    return explanation;
+}
+
+void PrintText(const Explanation& explanation) {
+    std::printf("%s\n", explanation.shown ? "shown" : "hidden");
+    for (const auto& [name, reading] : explanation.facts) {
         std::printf("  %s: %s\n", name.c_str(), ValueText(reading).c_str());
     }
+    if (!explanation.commands.empty()) {
+        std::puts("to offer the list, run:");
+    }
+    for (const std::string& command : explanation.commands) {
+        std::printf("  %s\n", command.c_str());
+    }
 }
 
-void PrintJson(bool shown, const std::vector<Fact>& facts) {
+void PrintJson(const Explanation& explanation) {
     Json json;
-    json.Object().Member("visible", Setting(shown)).Array("decided_by");
-    for (const auto& [name, reading] : facts) {
+    json.Object().Member("visible", Setting(explanation.shown)).Array("decided_by");
+    for (const auto& [name, reading] : explanation.facts) {
         json.Object().Member("name", name).Member("value", reading.value).EndObject();
+    }
+    json.EndArray().Array("to_show");
+    for (const std::string& command : explanation.commands) {
+        json.Object().Member("command", command).EndObject();
     }
     json.EndArray().EndObject().Print();
 }
@@ -67,8 +93,14 @@ Exit PrintVisible(const Request& request) {
     }
     // The entry point of the menu, so that the output shows the answer that a menu gets.
     const bool shown = check_visibility_int(MENU_KEY) != 0;
-    const auto facts = DecidingFacts();
-    request.json ? PrintJson(shown, facts) : PrintText(shown, facts);
+    const Explanation explanation = Explain(shown);
+    request.json ? PrintJson(explanation) : PrintText(explanation);
+    // The commands cannot change a damaged file, so the reason is printed as well.
+    for (const auto& [name, reading] : explanation.facts) {
+        if (!reading.problem.empty()) {
+            Complain(reading.problem, DONE);
+        }
+    }
     return DONE;
 }
 

@@ -19,6 +19,7 @@
 #include "accessibility/SpokenNames.h"
 #include "app/ApplicationId.h"
 #include "app/GlibLoop.h"
+#include "app/ProgramOptions.h"
 #include "app/SingleInstance.h"
 #include "app/SpareMemory.h"
 #include "app/Toolkit.h"
@@ -229,6 +230,9 @@ bool IsComplete(const ui_app_callbacks* callbacks) {
 
 int RunApplication(int argc, char** argv, const ui_app_callbacks& callbacks, void* userData) {
     using namespace applist::desktop;
+    if (AnswerOptions(argc, argv)) {
+        return Lifecycle::ENDED;
+    }
     TakeGlibMessages();
     const std::string id = ApplicationIdOf(argc > 0 ? argv[0] : program_invocation_name);
     std::optional<app_control_s> launch;

@@ -3,6 +3,8 @@
 #include "SettingsStore.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "CallbackGuard.h"
 #include "KeyFile.h"
@@ -44,14 +46,28 @@ Failure Update(const std::string& key, const std::function<void(KeyFile&)>& chan
     return path.value ? UpdateKeyFile(*path.value, change) : Failure(path.problem);
 }
 
+/// Returns the value of a setting that a set need not store, or nothing for any other key.
+std::optional<Setting> DefaultOf(std::string_view key) {
+    static const std::array<std::pair<std::string_view, Setting>, 2> defaults{{
+        {"db/menu/broadcasting/autorun-dataservice", false},
+        {"memory/javamw/autostart-app", int32_t{0}},
+    }};
+    const auto* const found = std::find_if(defaults.begin(), defaults.end(),
+                                           [key](const auto& entry) { return entry.first == key; });
+    return found != defaults.end() ? std::optional(found->second) : std::nullopt;
+}
+
 /// Implements vconf_get_bool() and vconf_get_int(). Does not log a missing key, because the caller
 /// logs it with a description of the setting.
 template <typename Type>
 int Get(const char* key, int* value) {
-    const auto reading = ReadSetting(key);
+    auto reading = ReadSetting(key);
     if (!reading.problem.empty()) {
         LOG_ERROR("%s", reading.problem.c_str());
         return -1;
+    }
+    if (!reading.value) {
+        reading.value = DefaultOf(key);
     }
     if (!reading.value) {
         return -1;

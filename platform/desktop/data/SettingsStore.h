@@ -27,8 +27,9 @@ inline constexpr const char* HIGH_CONTRAST_KEY = "db/menu/accessibility/high-con
 /// Returns "bool" or "int".
 const char* TypeName(const Setting& setting);
 
-/// Reads one setting. Reports a problem if key is neither under "db/" nor under "memory/", or if
-/// the file or the value is damaged.
+/// Reads one setting as it is stored: the defaults that vconf_get_bool() and vconf_get_int() return
+/// for optional settings are not applied. Reports a problem if key is neither under "db/" nor under
+/// "memory/", or if the file or the value is damaged.
 Reading<Setting> ReadSetting(const std::string& key);
 
 /// Stores a setting and replaces its previous value, whatever type that had.

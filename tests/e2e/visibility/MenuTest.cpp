@@ -146,6 +146,23 @@ TEST(MenuModule, ExportsItsFourEntryPointsAndNothingElse) {
                             "check_visibility_int", "check_visibility_string"));
 }
 
+using ProgramOfASet = Platformctl;
+
+// Also shows that unset optional settings are not logged as errors.
+TEST_F(ProgramOfASet, AnswersOptionsWithoutAScreenAndWithoutErrors) {
+    Do({"region", "italy"});
+    Do({"set", DATA_SERVICE, "int", "2"});
+    const std::string versionLine = "APPLIST v: plm-applist-20150201.1\n";
+    for (const auto& [option, answer] : {std::pair{"--version", "applist " APPLIST_VERSION "\n"},
+                                         std::pair{"--help", "Usage: applist "}}) {
+        ChildProcess program({BuiltProgram("applist"), option},
+                             {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
+        EXPECT_EQ(program.WaitForExit(), 0);
+        EXPECT_THAT(program.Output(), testing::StartsWith(versionLine + answer));
+        EXPECT_EQ(program.Errors(), "");
+    }
+}
+
 TEST(TheProgram, ExportsTheEntryPointsOfTheMenu) {
     EXPECT_THAT(ExportsOf(BuiltProgram("applist")),
                 IsSupersetOf({"check_visibility_bool", "check_visibility_double",

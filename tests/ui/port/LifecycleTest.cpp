@@ -62,6 +62,22 @@ TEST(Lifecycle, HandsTheProgramsArgumentsToTheFirstLaunch) {
               std::string::npos);
 }
 
+TEST(Lifecycle, AnswersHelpAndVersionInsteadOfStarting) {
+    SampleProcess help({"--no-window", "--help"});
+    EXPECT_EQ(help.WaitForExit(), 0);
+    EXPECT_EQ(help.Output().find("Usage: port-sample [--extra KEY=VALUE...]\n"), 0U);
+    EXPECT_EQ(help.Output().find("create"), std::string::npos);
+    SampleProcess version({"--no-window", "--version"});
+    EXPECT_EQ(version.WaitForExit(), 0);
+    EXPECT_EQ(version.Output(), "port-sample " APPLIST_VERSION "\nresult 0\n");
+}
+
+TEST(Lifecycle, TakesAnOptionInExtraDataAsText) {
+    SampleProcess sample({"--no-window", "--exit-in", "launch", "--extra", "--help"});
+    EXPECT_EQ(sample.WaitForExit(), 0);
+    EXPECT_EQ(sample.Output().find("create\n"), 0U);
+}
+
 TEST(Lifecycle, SendsEveryLogLineThroughTheLogAndHidesTheExpectedComplaint) {
     SampleProcess sample({"--no-window", "--exit-in", "launch", "--complain"});
     EXPECT_EQ(sample.WaitForExit(), 0);

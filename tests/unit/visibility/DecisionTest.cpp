@@ -8,6 +8,7 @@
 namespace applist::test {
 namespace {
 
+using desktop::CommandsToShow;
 using desktop::DecidingSettings;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -33,6 +34,27 @@ TEST(DecidingSettings, InTheIsdbRegionsAreTheFlagAlone) {
     for (const int localSet : {2, 3, 4}) {
         EXPECT_THAT(DecidingSettings({localSet, 4, true, true}), ElementsAre(DATA_SERVICE));
     }
+}
+
+TEST(CommandsToShow, AreNoneForASetThatOffersTheList) {
+    EXPECT_THAT(CommandsToShow({1, 2, true, false}), IsEmpty());
+    EXPECT_THAT(CommandsToShow({3, 4, true, true}), IsEmpty());
+}
+
+TEST(CommandsToShow, ChangeOnlyWhatHidesTheList) {
+    EXPECT_THAT(CommandsToShow({1, 4, true, false}), ElementsAre("set " + DATA_SERVICE + " int 6"));
+    EXPECT_THAT(CommandsToShow({1, 2, true, true}), ElementsAre("set " + AUTORUN + " bool false"));
+    EXPECT_THAT(CommandsToShow({4, 1, true, true}), ElementsAre("set " + DATA_SERVICE + " int 3"));
+}
+
+TEST(CommandsToShow, StoreOnlyAFlagThatIsInRange) {
+    EXPECT_THAT(CommandsToShow({2, 9, false, false}),
+                ElementsAre("set " + DATA_SERVICE + " int 3"));
+}
+
+TEST(CommandsToShow, ChooseItalyWithoutARegion) {
+    EXPECT_THAT(CommandsToShow({0, 2, true, true}),
+                ElementsAre("region italy", "set " + AUTORUN + " bool false"));
 }
 
 }  // namespace

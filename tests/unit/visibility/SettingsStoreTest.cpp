@@ -130,6 +130,23 @@ TEST_F(SettingsStore, LogsNothingForAMissingKey) {
     EXPECT_THAT(Log(), ElementsAre());
 }
 
+TEST_F(SettingsStore, ReadsAnUnsetOptionalSettingAsItsDefault) {
+    EXPECT_EQ(vconf_get_bool("db/menu/broadcasting/autorun-dataservice", &m_value), 0);
+    EXPECT_EQ(m_value, 0);
+    m_value = 77;
+    EXPECT_EQ(vconf_get_int("memory/javamw/autostart-app", &m_value), 0);
+    EXPECT_EQ(m_value, 0);
+    EXPECT_EQ(ReadSetting("memory/javamw/autostart-app").value, std::nullopt);
+    EXPECT_THAT(Log(), ElementsAre());
+}
+
+TEST_F(SettingsStore, HasNoDefaultForADamagedOptionalSetting) {
+    m_root.Write(VOLATILE, "[settings]\nmemory/javamw/autostart-app=int:1x\n");
+    EXPECT_LT(vconf_get_int("memory/javamw/autostart-app", &m_value), 0);
+    EXPECT_EQ(m_value, 77);
+    EXPECT_THAT(Log(), testing::SizeIs(1));
+}
+
 TEST_F(SettingsStore, LogsAKeyOfTheOtherType) {
     ASSERT_EQ(WriteSetting("db/a", 1), std::nullopt);
     EXPECT_LT(vconf_get_bool("db/a", &m_value), 0);
