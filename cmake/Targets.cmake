@@ -1,8 +1,13 @@
 # Adds a library. The build can verify that its public headers are self-contained.
-#   applist_add_library(NAME ROOT include-root HEADERS ... SOURCES ... LINK PUBLIC-targets ...
-#                       [PRIVATE_LINK targets ...])
+#   applist_add_library(NAME ROOT include-root [FOLDER folder] HEADERS ... SOURCES ...
+#                       LINK PUBLIC-targets ... [PRIVATE_LINK targets ...])
+# FOLDER is the folder of the relative HEADERS and SOURCES.
 function(applist_add_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "ROOT" "HEADERS;SOURCES;LINK;PRIVATE_LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER;ROOT" "HEADERS;SOURCES;LINK;PRIVATE_LINK")
+    if(arg_FOLDER)
+        list(TRANSFORM arg_HEADERS PREPEND "${arg_FOLDER}/" REGEX "^[^/$]")
+        list(TRANSFORM arg_SOURCES PREPEND "${arg_FOLDER}/" REGEX "^[^/$]")
+    endif()
     if(arg_SOURCES)
         add_library(${name} STATIC ${arg_SOURCES})
         set(scope PUBLIC)
@@ -16,11 +21,15 @@ function(applist_add_library name)
 endfunction()
 
 # Adds a test program; ctest runs each test case in its own process.
-#   applist_add_test(NAME LABEL unit|bus|ui|e2e SOURCES ... LINK ... [TIMEOUT s] [DEPENDS ...]
-#                    [ENVIRONMENT NAME=value ...])
-# DEPENDS names programs that the test starts; they are found in $APPLIST_BIN.
+#   applist_add_test(NAME [FOLDER folder] LABEL unit|bus|ui|e2e SOURCES ... LINK ... [TIMEOUT s]
+#                    [DEPENDS ...] [ENVIRONMENT NAME=value ...])
+# FOLDER is the folder of the relative SOURCES. DEPENDS names programs that the test starts; they are
+# found in $APPLIST_BIN.
 function(applist_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT" "SOURCES;LINK;DEPENDS;ENVIRONMENT")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER;LABEL;TIMEOUT" "SOURCES;LINK;DEPENDS;ENVIRONMENT")
+    if(arg_FOLDER)
+        list(TRANSFORM arg_SOURCES PREPEND "${arg_FOLDER}/" REGEX "^[^/$]")
+    endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
@@ -43,4 +52,13 @@ function(applist_add_test name)
         PROPERTIES
             LABELS ${arg_LABEL}
             TIMEOUT ${arg_TIMEOUT})
+endfunction()
+
+# Adds a program that tests start. It is built with the tests that depend on it.
+#   applist_add_test_program(NAME SOURCES ... LINK ...)
+function(applist_add_test_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_executable(${name} EXCLUDE_FROM_ALL ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${APPLIST_TEST_BIN}")
+    target_link_libraries(${name} PRIVATE ${arg_LINK})
 endfunction()

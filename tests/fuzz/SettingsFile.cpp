@@ -4,8 +4,8 @@
 #include <array>
 #include <optional>
 
-#include "KeyFile.h"
-#include "SettingsStore.h"
+#include "data/KeyFile.h"
+#include "data/SettingsStore.h"
 #include "fuzz/Properties.h"
 
 namespace applist::test {

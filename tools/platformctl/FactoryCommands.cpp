@@ -3,10 +3,10 @@
 #include <cstdio>
 
 #include "Commands.h"
-#include "FactoryData.h"
 #include "Json.h"
 #include "Known.h"
 #include "PlatformSettings.h"
+#include "data/FactoryData.h"
 
 namespace applist::desktop {
 

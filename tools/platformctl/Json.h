@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "SettingsStore.h"
+#include "data/SettingsStore.h"
 
 using JsonBuilder = struct _JsonBuilder;
 

@@ -4,8 +4,8 @@
 
 #include "Commands.h"
 #include "Json.h"
-#include "KeyTable.h"
-#include "SettingsPaths.h"
+#include "data/KeyTable.h"
+#include "data/SettingsPaths.h"
 
 namespace applist::desktop {
 namespace {

@@ -6,8 +6,8 @@
 #include <span>
 #include <string>
 
-#include "Reading.h"
-#include "SettingsStore.h"
+#include "data/Reading.h"
+#include "data/SettingsStore.h"
 
 /// The settings and factory items that the program reads. Only these can be written, so that a
 /// mistyped key is an error and is not stored.

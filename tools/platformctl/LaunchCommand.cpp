@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "Commands.h"
-#include "Reading.h"
 #include "app_control.h"
+#include "data/Reading.h"
 
 namespace applist::desktop {
 namespace {

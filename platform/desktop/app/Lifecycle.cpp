@@ -12,9 +12,7 @@
 #include <glib-unix.h>
 
 #include "CallbackGuard.h"
-#include "KeyTable.h"
 #include "Log.h"
-#include "SettingsPaths.h"
 #include "accessibility/ScreenReader.h"
 #include "accessibility/SpokenNames.h"
 #include "app/ApplicationId.h"
@@ -23,6 +21,8 @@
 #include "app/SingleInstance.h"
 #include "app/SpareMemory.h"
 #include "app/Toolkit.h"
+#include "data/KeyTable.h"
+#include "data/SettingsPaths.h"
 #include "display/KeyFrames.h"
 #include "display/Keyboard.h"
 #include "display/ThemeSignals.h"

@@ -1,14 +1,14 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "FactoryData.h"
+#include "data/FactoryData.h"
 
 #include <cstring>
 
 #include "CallbackGuard.h"
-#include "KeyFile.h"
 #include "Log.h"
-#include "Number.h"
-#include "SettingsPaths.h"
+#include "data/KeyFile.h"
+#include "data/Number.h"
+#include "data/SettingsPaths.h"
 #include "factory_data.h"
 
 namespace applist::desktop {

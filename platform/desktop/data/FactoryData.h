@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "Reading.h"
+#include "data/Reading.h"
 
 /// Storage of the factory items that GetDataDirect() reads. Only factory tools write them. Any
 /// thread, any number of processes; each call reads the file again.

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "FileLock.h"
+#include "data/FileLock.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "KeyFile.h"
+#include "data/KeyFile.h"
 
 #include <cerrno>
 #include <cstring>
@@ -8,7 +8,7 @@
 #include <glib.h>
 #include <system_error>
 
-#include "FileLock.h"
+#include "data/FileLock.h"
 
 namespace applist::desktop {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "Reading.h"
+#include "data/Reading.h"
 
 using GKeyFile = struct _GKeyFile;
 

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "KeyTable.h"
+#include "data/KeyTable.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "SettingsPaths.h"
+#include "data/SettingsPaths.h"
 
 #include <cstdlib>
 #include <glib.h>

@@ -1,16 +1,16 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "SettingsStore.h"
+#include "data/SettingsStore.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "CallbackGuard.h"
-#include "KeyFile.h"
 #include "Log.h"
-#include "Number.h"
-#include "SettingsPaths.h"
+#include "data/KeyFile.h"
+#include "data/Number.h"
+#include "data/SettingsPaths.h"
 #include "settings_store.h"
 
 namespace applist::desktop {

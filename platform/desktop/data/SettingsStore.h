@@ -7,7 +7,7 @@
 #include <string_view>
 #include <variant>
 
-#include "Reading.h"
+#include "data/Reading.h"
 
 /// Storage of the settings that vconf_get_bool() and vconf_get_int() read. Only the set's menus
 /// write them. Any thread, any number of processes; each call reads the files again.

@@ -5,7 +5,7 @@
 #include <Ecore_Input.h>
 #include <optional>
 
-#include "KeyTable.h"
+#include "data/KeyTable.h"
 #include "display/EventHandler.h"
 #include "display/KeyboardGrab.h"
 #include "display/ListSteps.h"

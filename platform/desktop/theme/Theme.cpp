@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "Log.h"
-#include "SettingsStore.h"
+#include "data/SettingsStore.h"
 #include "paths/ProgramFiles.h"
 
 namespace applist::desktop {

@@ -10,8 +10,8 @@
 #include <gio/gio.h>
 
 /// The transport's calls of the bus library as a history. A program that links BusCalls.cpp with
-/// the wrap options of its CMakeLists.txt sends these calls through the recorder, which passes them
-/// on to the bus library.
+/// the wrap options of tests/bus/CMakeLists.txt sends these calls through the recorder, which
+/// passes them on to the bus library.
 namespace applist::test {
 
 struct BusCalls {

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "FactoryData.h"
-#include "SettingsStore.h"
 #include "conformance/SetUnderTest.h"
+#include "data/FactoryData.h"
+#include "data/SettingsStore.h"
 #include "support/PrivateBus.h"
 #include "unit/visibility/PlatformRoot.h"
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "FactoryData.h"
+#include "data/FactoryData.h"
 #include "factory_data.h"
 #include "fakes/FakePlatformLog.h"
 #include "unit/visibility/PlatformRoot.h"

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "KeyTable.h"
+#include "data/KeyTable.h"
 #include "support/TemporaryDir.h"
 
 namespace applist::desktop {

@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include "SettingsStore.h"
+#include "data/SettingsStore.h"
 #include "fakes/FakePlatformLog.h"
 #include "settings_store.h"
 #include "unit/visibility/PlatformRoot.h"
