@@ -6,7 +6,7 @@
 #include "cli/CommonOptions.h"
 #include "cli/Help.h"
 #include "cli/Subcommand.h"
-#include "middleware/CallOnce.h"
+#include "middleware/Commands.h"
 #include "scenario/CallArguments.h"
 
 namespace applist::sim {
@@ -63,7 +63,7 @@ Result<Job> Prepare(const Arguments& given) {
         return Result<Job>::Failure(items.error());
     }
     return Job([session = *session, function = *function, items = *items] {
-        return CallOnce(session, function, items).Run();
+        return CallOnce(session, function, items);
     });
 }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/CommonOptions.h"
 #include "cli/Subcommand.h"
-#include "middleware/BusRecording.h"
+#include "middleware/Commands.h"
 
 namespace applist::sim {
 namespace {
@@ -35,7 +35,7 @@ Result<Job> Prepare(const Arguments& given) {
         return Result<Job>::Failure("record takes FILE");
     }
     return Job([address = given.Value("address"), file = given.words().front()] {
-        return BusRecording(address, file).Run();
+        return RecordBus(address, file);
     });
 }
 

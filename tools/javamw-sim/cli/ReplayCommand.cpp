@@ -5,7 +5,7 @@
 #include "cli/CommonOptions.h"
 #include "cli/Subcommand.h"
 #include "common/Output.h"
-#include "middleware/Replay.h"
+#include "middleware/Commands.h"
 #include "recording/RecordingFile.h"
 
 namespace applist::sim {
@@ -45,7 +45,7 @@ ExitCode Run(const SessionOptions& session, const ReplayOptions& options, unsign
         return Refuse(options.file + ": has " + std::to_string(conversations.size()) +
                       " conversations; number " + std::to_string(number) + " does not exist");
     }
-    return Replay(session, options, conversations[number - 1]).Run();
+    return Replay(session, options, conversations[number - 1]);
 }
 
 /// Returns an empty string on success.

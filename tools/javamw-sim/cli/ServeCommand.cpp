@@ -8,7 +8,7 @@
 #include "cli/Subcommand.h"
 #include "common/Output.h"
 #include "feed/Feed.h"
-#include "middleware/Serve.h"
+#include "middleware/Commands.h"
 
 namespace applist::sim {
 namespace {
@@ -60,7 +60,7 @@ ExitCode RunServe(const SessionOptions& session, const Arguments& given,
     if (!feed->remark.empty()) {
         Complain(feed->remark);
     }
-    return Serve(session, std::move(*feed)).Run();
+    return Serve(session, std::move(*feed));
 }
 
 std::vector<Option> OwnOptions() {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/CommonOptions.h"
 #include "cli/Subcommand.h"
-#include "middleware/Watch.h"
+#include "middleware/Commands.h"
 
 namespace applist::sim {
 namespace {
@@ -28,7 +28,7 @@ Result<Job> Prepare(const Arguments& given) {
     if (!session) {
         return Result<Job>::Failure(session.error());
     }
-    return Job([session = *session] { return Watch(session).Run(); });
+    return Job([session = *session] { return Watch(session); });
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace applist::sim {
 namespace {
 
 // Interval of retries while another middleware owns the name.
-constexpr unsigned AGAIN_MS = 2;
+constexpr std::chrono::milliseconds AGAIN{2};
 constexpr unsigned MOST_TRIES = 500;
 
 }  // namespace
@@ -25,12 +25,8 @@ bool Announcer::AnnounceAsPlanned(Announcement announcement) {
         AnnounceTimes(announcement, plan.times);
         return plan.times > 0;
     }
-    constexpr GSourceFunc CALLBACKS[]{&cb_Delayed<Announcement::Syn>,
-                                      &cb_Delayed<Announcement::SynAck>,
-                                      &cb_Delayed<Announcement::Ack>};
     m_delayed[announcement] =
-        OwnSource(g_timeout_add(static_cast<unsigned>(plan.delay.count()),
-                                CALLBACKS[static_cast<size_t>(announcement)], this));
+        RunAfter(plan.delay, [this, announcement] { OnDelayed(announcement); });
     return false;
 }
 
@@ -61,7 +57,7 @@ void Announcer::AnnounceQueued() {
         const AnnounceResult result = AnnounceName(m_connection, first.name);
         using Code = AnnounceResult::Code;
         if (result.code == Code::Taken && ++first.tries < MOST_TRIES) {
-            m_again = OwnSource(g_timeout_add(AGAIN_MS, &cb_AnnounceAgain, this));
+            m_again = RunAfter(AGAIN, [this] { AnnounceQueued(); });
             return;
         }
         if (result.code != Code::Announced) {
@@ -73,25 +69,11 @@ void Announcer::AnnounceQueued() {
 }
 
 void Announcer::OnDelayed(Announcement announcement) {
-    m_delayed[announcement].Forget();
     const unsigned times = m_plan[announcement].times;
     AnnounceTimes(announcement, times);
     if (times > 0) {
         m_listener.late();
     }
-}
-
-int Announcer::cb_AnnounceAgain(void* announcer) noexcept {
-    auto* self = static_cast<Announcer*>(announcer);
-    self->m_again.Forget();
-    self->AnnounceQueued();
-    return G_SOURCE_REMOVE;
-}
-
-template <Announcement announcement>
-int Announcer::cb_Delayed(void* announcer) noexcept {
-    static_cast<Announcer*>(announcer)->OnDelayed(announcement);
-    return G_SOURCE_REMOVE;
 }
 
 }  // namespace applist::sim

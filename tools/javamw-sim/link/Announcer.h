@@ -45,9 +45,6 @@ private:
     void AnnounceTimes(Announcement announcement, unsigned times);
     void AnnounceQueued();
     void OnDelayed(Announcement announcement);
-    static int cb_AnnounceAgain(void* announcer) noexcept;
-    template <Announcement announcement>
-    static int cb_Delayed(void* announcer) noexcept;
 
     GDBusConnection* m_connection;
     Listener m_listener;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstdint>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -59,16 +59,19 @@ public:
             undo();
         }
     }
-    /// Drops the undo function, because the registration ended by itself.
-    void Forget() { m_undo = nullptr; }
 
 private:
     std::function<void()> m_undo;
 };
 
-/// Returns a registration that removes a source of the main loop.
-inline Registration OwnSource(unsigned id) {
-    return Registration([id] { g_source_remove(id); });
-}
+/// Runs action whenever source is ready, on the default main context, as long as it returns true
+/// and the registration lives. Takes source over.
+Registration RunOn(GSource* source, std::function<bool()> action);
+
+/// Runs action whenever the file can be read, is closed at its other end or fails.
+Registration WhenReadable(int file, std::function<void(GIOCondition)> action);
+
+/// Runs action once after delay, or never if the registration ends before.
+Registration RunAfter(std::chrono::milliseconds delay, std::function<void()> action);
 
 }  // namespace applist::sim

@@ -1,12 +1,17 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "middleware/BusRecording.h"
-
 #include <array>
+#include <csignal>
+#include <memory>
+#include <string>
 #include <utility>
 
 #include "common/Output.h"
 #include "link/ChannelNames.h"
+#include "link/Connection.h"
+#include "middleware/Commands.h"
+#include "middleware/MainLoop.h"
+#include "recording/TrafficTap.h"
 
 namespace applist::sim {
 namespace {
@@ -18,10 +23,32 @@ std::array<std::string, 4> MatchRules() {
             "type='method_return'", "type='error'"};
 }
 
-}  // namespace
+class BusRecording {
+public:
+    BusRecording(std::string address, std::string file);
+
+    ExitCode Run();
+
+private:
+    ExitCode Record();
+    /// Returns an empty string on success.
+    std::string BecomeMonitor();
+    void Say(const std::string& line) const;
+    static void cb_Closed(GDBusConnection*, int, GError*, void* recording) noexcept;
+
+    std::string m_address;
+    std::string m_file;
+    MainLoop m_loop;
+    ConnectionPtr m_connection;
+    std::unique_ptr<SessionRecorder> m_recorder;
+};
 
 BusRecording::BusRecording(std::string address, std::string file)
-    : m_address(std::move(address)), m_file(std::move(file)) {}
+    : m_address(std::move(address)), m_file(std::move(file)) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        m_loop.OnSignal(number, [this] { m_loop.End(ExitCode::Success); });
+    }
+}
 
 ExitCode BusRecording::Run() {
     auto connection = OpenBus(m_address);
@@ -88,6 +115,12 @@ void BusRecording::cb_Closed(GDBusConnection* /*connection*/, int /*remotePeerVa
                              GError* /*error*/, void* recording) noexcept {
     Complain("the bus closed the connection");
     static_cast<BusRecording*>(recording)->m_loop.End(ExitCode::NoBus);
+}
+
+}  // namespace
+
+ExitCode RecordBus(const std::string& address, const std::string& file) {
+    return BusRecording(address, file).Run();
 }
 
 }  // namespace applist::sim

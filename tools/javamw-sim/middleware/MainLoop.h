@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <functional>
-#include <glib.h>
 #include <optional>
 #include <vector>
 
@@ -12,29 +12,27 @@
 
 namespace applist::sim {
 
-/// Runs the default main context until End(), SIGINT or SIGTERM.
+/// Runs the default main context until done returns true, but at most for patience. done runs at
+/// least once, and again after every iteration. Returns false iff patience ended first.
+bool RunUntil(const std::function<bool()>& done,
+              std::optional<std::chrono::milliseconds> patience = std::nullopt);
+
+/// The run of a command: it ends with an exit code, and signals of the system can end it.
 class MainLoop {
 public:
-    /// Returns the exit code for a signal.
-    using Interrupted = std::function<ExitCode()>;
-
-    explicit MainLoop(Interrupted interrupted);
-    ~MainLoop();
-    MainLoop(const MainLoop&) = delete;
-    MainLoop& operator=(const MainLoop&) = delete;
-    MainLoop(MainLoop&&) = delete;
-    MainLoop& operator=(MainLoop&&) = delete;
-
-    /// Returns at once if End() was called before. Call only once.
-    ExitCode Run();
-    /// Ends Run(). The first code wins.
-    void End(ExitCode code);
+    /// Runs action on the main context whenever the process receives this signal.
+    void OnSignal(int number, const std::function<void()>& action);
+    /// Runs the default main context until End(). Returns at once if End() was called before.
+    ExitCode Run() {
+        RunUntil([this] { return m_exitCode.has_value(); });
+        return *m_exitCode;
+    }
+    /// Ends the run. The first code wins.
+    void End(ExitCode code) { m_exitCode = m_exitCode.value_or(code); }
+    /// Absent until End().
+    const std::optional<ExitCode>& exitCode() const { return m_exitCode; }
 
 private:
-    static int cb_Interrupted(void* loop) noexcept;
-
-    GMainLoop* m_loop;
-    Interrupted m_interrupted;
     std::vector<Registration> m_signals;
     std::optional<ExitCode> m_exitCode;
 };

@@ -1,18 +1,24 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "middleware/Replay.h"
-
 #include <algorithm>
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "common/Output.h"
+#include "middleware/Commands.h"
 #include "recording/Comparison.h"
+#include "recording/Conversation.h"
+#include "recording/TrafficTap.h"
 
 namespace applist::sim {
 namespace {
 
 constexpr int64_t MICROSECONDS = 1'000'000;
-// Eleven days in microseconds; a timer can count this in milliseconds.
+// Eleven days in microseconds.
 constexpr int64_t LONGEST_WAIT = 1'000'000'000'000;
 
 size_t CountEvents(const Recording& recording) {
@@ -28,17 +34,62 @@ int64_t LengthOf(const Recording& recording) {
                : recording.messages.back().time - recording.messages.front().time;
 }
 
-}  // namespace
+class ReplaySession : public Session {
+public:
+    ReplaySession(const SessionOptions& session, const ReplayOptions& options,
+                  const Conversation& conversation);
 
-Replay::Replay(SessionOptions session, ReplayOptions options, const Conversation& conversation)
-    : Session(std::move(session)),
-      m_options(std::move(options)),
+protected:
+    void OnOpened(GDBusConnection* connection) override;
+    void OnConnected(const std::string& application) override;
+    void OnDisconnected(const std::string& application) override;
+    void OnNotified(const std::string& application, const Notification& notification) override;
+    ExitCode OnInterrupted() override { return ExitCode::CallFailed; }
+
+private:
+    void Begin();
+    void Advance();
+    /// Returns the microseconds until message is due.
+    int64_t Delay(const SentMessage& message) const;
+    void Say(const SentMessage& message);
+    void OnAnswer();
+    /// Waits for messages that are still missing, or ends.
+    void AwaitRest();
+    void OnClock();
+    void Finish();
+    std::vector<Difference> Differences();
+    void SetClock(int64_t microseconds);
+
+    ReplayOptions m_options;
+    Recording m_expected;
+    std::vector<SentMessage> m_toSend;
+    size_t m_expectedEvents = 0;
+    int64_t m_length = 0;  ///< Duration of the conversation in microseconds.
+
+    std::string m_application;  ///< Empty until an application has connected.
+    bool m_created = false;     ///< The application has sent LocalCreated.
+    bool m_begun = false;
+    int64_t m_beginning = 0;  ///< In microseconds of the monotonic clock.
+    size_t m_next = 0;        ///< Index of the next message to send.
+    size_t m_answers = 0;
+    size_t m_events = 0;
+    Registration m_clock;
+
+    std::mutex m_mutex;  ///< Guards m_heard, which a thread of GIO fills.
+    Recording m_heard;
+    std::unique_ptr<TrafficTap> m_tap;
+};
+
+ReplaySession::ReplaySession(const SessionOptions& session, const ReplayOptions& options,
+                             const Conversation& conversation)
+    : Session(session),
+      m_options(options),
       m_expected(ApplicationSide(conversation)),
       m_toSend(SentMessagesOf(conversation)),
       m_expectedEvents(CountEvents(m_expected)),
       m_length(LengthOf(conversation.recording)) {}
 
-void Replay::OnOpened(GDBusConnection* connection) {
+void ReplaySession::OnOpened(GDBusConnection* connection) {
     m_tap = std::make_unique<TrafficTap>(connection, TrafficTap::Use::Participant,
                                          [this](const RecordedMessage& message) {
                                              const std::lock_guard lock(m_mutex);
@@ -48,20 +99,20 @@ void Replay::OnOpened(GDBusConnection* connection) {
 
 // The application sends LocalCreated once it has connected us. Earlier calls are answered, but
 // their events are lost. If it never sends LocalCreated, the replay starts without it.
-void Replay::OnConnected(const std::string& application) {
+void ReplaySession::OnConnected(const std::string& application) {
     if (m_application.empty()) {
         m_application = application;
-        m_clock = OwnSource(g_timeout_add_seconds(m_options.patience, &cb_Clock, this));
+        SetClock(m_options.patience * MICROSECONDS);
     }
 }
 
-void Replay::OnDisconnected(const std::string& application) {
+void ReplaySession::OnDisconnected(const std::string& application) {
     if (application == m_application) {
         Finish();
     }
 }
 
-void Replay::OnNotified(const std::string& application, const Notification& notification) {
+void ReplaySession::OnNotified(const std::string& application, const Notification& notification) {
     if (application != m_application) {
         return;
     }
@@ -76,22 +127,21 @@ void Replay::OnNotified(const std::string& application, const Notification& noti
     }
 }
 
-void Replay::Begin() {
+void ReplaySession::Begin() {
     m_clock.Release();
     m_begun = true;
     m_beginning = g_get_monotonic_time();
     Advance();
 }
 
-void Replay::Advance() {
+void ReplaySession::Advance() {
     while (m_next < m_toSend.size()) {
         const SentMessage& next = m_toSend[m_next];
         if (m_answers < next.answersBefore) {
             return;
         }
         if (const int64_t delay = Delay(next); delay > 0) {
-            const auto milliseconds = static_cast<unsigned>((delay + 999) / 1000);
-            m_clock = OwnSource(g_timeout_add(milliseconds, &cb_Clock, this));
+            SetClock(delay);
             return;
         }
         ++m_next;
@@ -100,7 +150,7 @@ void Replay::Advance() {
     AwaitRest();
 }
 
-int64_t Replay::Delay(const SentMessage& message) const {
+int64_t ReplaySession::Delay(const SentMessage& message) const {
     if (!m_options.speed) {
         return 0;
     }
@@ -109,23 +159,24 @@ int64_t Replay::Delay(const SentMessage& message) const {
     return m_beginning + static_cast<int64_t>(due) - g_get_monotonic_time();
 }
 
-void Replay::Say(const SentMessage& message) {
+void ReplaySession::Say(const SentMessage& message) {
     if (message.kind == MessageKind::Call) {
-        link().Call(m_application, message.bytes, [this](const Result<Bytes>&) { OnAnswer(); });
+        middleware().link().Call(m_application, message.bytes,
+                                 [this](const Result<Bytes>&) { OnAnswer(); });
         return;
     }
-    const std::string error = link().Emit(m_application, message.bytes);
+    const std::string error = middleware().link().Emit(m_application, message.bytes);
     if (!error.empty()) {
         Complain("cannot signal: " + error);
     }
 }
 
-void Replay::OnAnswer() {
+void ReplaySession::OnAnswer() {
     ++m_answers;
     Advance();
 }
 
-void Replay::AwaitRest() {
+void ReplaySession::AwaitRest() {
     if (m_next < m_toSend.size()) {
         return;
     }
@@ -137,13 +188,16 @@ void Replay::AwaitRest() {
         return;
     }
     const SentMessage rest{.kind = {}, .bytes = {}, .time = m_length, .answersBefore = 0};
-    const int64_t wait = std::max<int64_t>(0, Delay(rest)) + m_options.patience * MICROSECONDS;
-    m_clock = OwnSource(
-        g_timeout_add(static_cast<unsigned>(std::min(wait, LONGEST_WAIT) / 1000), &cb_Clock, this));
+    SetClock(std::max<int64_t>(0, Delay(rest)) + m_options.patience * MICROSECONDS);
 }
 
-void Replay::OnClock() {
-    m_clock.Forget();
+void ReplaySession::SetClock(int64_t microseconds) {
+    m_clock = RunAfter(
+        std::chrono::ceil<std::chrono::milliseconds>(std::chrono::microseconds(microseconds)),
+        [this] { OnClock(); });
+}
+
+void ReplaySession::OnClock() {
     if (!m_begun) {
         Begin();
     } else if (m_next < m_toSend.size()) {
@@ -153,7 +207,7 @@ void Replay::OnClock() {
     }
 }
 
-void Replay::Finish() {
+void ReplaySession::Finish() {
     m_clock.Release();
     const auto differences = Differences();
     const bool written =
@@ -165,7 +219,7 @@ void Replay::Finish() {
     End(differences.empty() && written ? ExitCode::Success : ExitCode::CallFailed);
 }
 
-std::vector<Difference> Replay::Differences() {
+std::vector<Difference> ReplaySession::Differences() {
     m_tap.reset();
     const std::lock_guard lock(m_mutex);
     Recording heard;
@@ -177,9 +231,11 @@ std::vector<Difference> Replay::Differences() {
     return Compare(StepsOf(m_expected, false), StepsOf(heard, false), std::nullopt);
 }
 
-int Replay::cb_Clock(void* replay) noexcept {
-    static_cast<Replay*>(replay)->OnClock();
-    return G_SOURCE_REMOVE;
+}  // namespace
+
+ExitCode Replay(const SessionOptions& session, const ReplayOptions& options,
+                const Conversation& conversation) {
+    return ReplaySession(session, options, conversation).Run();
 }
 
 }  // namespace applist::sim

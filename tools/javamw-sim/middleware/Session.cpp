@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "middleware/Session.h"
 
+#include <chrono>
+#include <csignal>
 #include <utility>
 
 #include "common/Output.h"
@@ -13,34 +15,29 @@ constexpr const char* HIDDEN_HINT =
     "an application that offers no data services shows a notice and does not announce itself; "
     "\"platformctl visible\" says whether that is so";
 
-ConnectionPtr Share(const ConnectionPtr& connection) {
-    return ConnectionPtr(G_DBUS_CONNECTION(g_object_ref(connection.get())));
-}
-
 }  // namespace
 
 Session::Session(SessionOptions options)
     : m_options(std::move(options)),
-      m_report(m_options.json ? JsonReport() : TextReport(OutputTakesColours())) {}
-
-Session::~Session() = default;
+      m_report(m_options.json ? JsonReport() : TextReport(OutputTakesColours())),
+      m_middleware("middleware", m_options.address,
+                   [this](Middleware&, const Happening& happening) { Take(happening); }) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        m_loop.OnSignal(number, [this] { End(OnInterrupted()); });
+    }
+}
 
 ExitCode Session::Run() {
-    auto connection = OpenBus(m_options.address);
-    if (!connection) {
-        Complain("cannot reach the bus: " + connection.error());
-        return ExitCode::NoBus;
+    ExitCode failure = ExitCode::NoBus;
+    const std::string problem = m_middleware.Join([&](GDBusConnection* connection) {
+        failure = ExitCode::WrongUsage;
+        OnOpened(connection);
+        return StartRecording(connection);
+    });
+    if (!problem.empty()) {
+        Complain(problem);
+        return failure;
     }
-    m_connection = std::move(*connection);
-    const std::string error = StartRecording(m_connection.get());
-    if (!error.empty()) {
-        Complain(error);
-        return ExitCode::WrongUsage;
-    }
-    WatchClock();
-    OnOpened(m_connection.get());
-    m_link = std::make_unique<BusLink>(Share(m_connection), *this);
-    m_client = std::make_unique<ListClient>(*m_link);
     return FinishRecording(m_loop.Run());
 }
 
@@ -50,16 +47,38 @@ void Session::Print(const std::string& line) {
     }
 }
 
-void Session::Connected(const std::string& application) {
-    m_clock.Release();
-    OnConnected(application);
+void Session::Take(const Happening& happening) {
+    switch (happening.kind) {
+        case Happening::Kind::Connected:
+            m_clock.Release();
+            OnConnected(happening.application);
+            break;
+        case Happening::Kind::Disconnected:
+            OnDisconnected(happening.application);
+            break;
+        case Happening::Kind::Announced:
+            break;
+        case Happening::Kind::Notified:
+            TakeNotification(happening.application, happening.message);
+            break;
+        case Happening::Kind::Called:
+            Complain(Describe(happening) + " answered with an empty reply");
+            break;
+        case Happening::Kind::Failed:
+            Complain(happening.problem);
+            break;
+        case Happening::Kind::Denied:
+            Complain(happening.problem + '\n' + DENIED_HINT);
+            End(ExitCode::NoBus);
+            break;
+        case Happening::Kind::BusLost:
+            Complain(happening.problem);
+            End(ExitCode::NoBus);
+            break;
+    }
 }
 
-void Session::Disconnected(const std::string& application) {
-    OnDisconnected(application);
-}
-
-void Session::Notified(const std::string& application, const Bytes& message) {
+void Session::TakeNotification(const std::string& application, const Bytes& message) {
     if (const auto notification = DecodeNotification(message)) {
         OnNotified(application, *notification);
     } else {
@@ -68,27 +87,10 @@ void Session::Notified(const std::string& application, const Bytes& message) {
     }
 }
 
-Bytes Session::Called(const std::string& application, const Bytes& message) {
-    Complain("call of " + std::to_string(message.size()) + " bytes from " + application +
-             " answered with an empty reply");
-    return {};
-}
-
-void Session::LinkFailed(const std::string& error) {
-    Complain(error);
-}
-
-void Session::LinkDenied(const std::string& error) {
-    Complain(error + '\n' + DENIED_HINT);
-    End(ExitCode::NoBus);
-}
-
-void Session::BusLost() {
-    Complain("the bus closed the connection");
-    End(ExitCode::NoBus);
-}
-
 std::string Session::StartRecording(GDBusConnection* connection) {
+    if (m_options.timeout) {
+        m_clock = RunAfter(std::chrono::seconds(*m_options.timeout), [this] { OnTimeout(); });
+    }
     if (m_options.recordFile.empty()) {
         return {};
     }
@@ -108,21 +110,9 @@ ExitCode Session::FinishRecording(ExitCode code) {
     return error.empty() || code != ExitCode::Success ? code : ExitCode::CallFailed;
 }
 
-void Session::WatchClock() {
-    if (m_options.timeout) {
-        m_clock = OwnSource(g_timeout_add_seconds(*m_options.timeout, &cb_Timeout, this));
-    }
-}
-
 void Session::OnTimeout() {
-    m_clock.Forget();
     Complain("no application within " + std::to_string(*m_options.timeout) + " s\n" + HIDDEN_HINT);
     End(ExitCode::NoApplication);
-}
-
-int Session::cb_Timeout(void* session) noexcept {
-    static_cast<Session*>(session)->OnTimeout();
-    return G_SOURCE_REMOVE;
 }
 
 }  // namespace applist::sim

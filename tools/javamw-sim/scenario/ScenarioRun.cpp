@@ -6,8 +6,6 @@
 #include <csignal>
 #include <utility>
 
-#include <glib-unix.h>
-
 #include "common/File.h"
 #include "common/Output.h"
 
@@ -43,38 +41,34 @@ Result<Scenario> LoadScenario(const std::string& file) {
 ScenarioRun::ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenarios)
     : m_options(std::move(options)),
       m_scenarios(std::move(scenarios)),
-      m_tap([this](const std::string& line) { Write(line); }, OutputTakesColours()) {}
+      m_tap([this](const std::string& line) { Write(line); }, OutputTakesColours()) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        m_loop.OnSignal(number, [this] { m_runner->Interrupt(); });
+    }
+}
 
 ExitCode ScenarioRun::Run() {
-    WatchSignals();
     size_t points = 0;
     for (const Scenario& scenario : m_scenarios) {
         points += PointsOf(scenario);
     }
     m_tap.Plan(points);
     for (const Scenario& scenario : m_scenarios) {
-        if (!m_end) {
+        if (!m_loop.exitCode()) {
             Play(scenario);
         }
     }
-    return m_end.value_or(m_allHeld ? ExitCode::Success : ExitCode::CallFailed);
-}
-
-void ScenarioRun::WatchSignals() {
-    for (const int number : {SIGINT, SIGTERM}) {
-        m_signals.push_back(OwnSource(g_unix_signal_add(number, &cb_Interrupted, this)));
-    }
+    return m_loop.exitCode().value_or(m_allHeld ? ExitCode::Success : ExitCode::CallFailed);
 }
 
 void ScenarioRun::Play(const Scenario& scenario) {
     m_failedAt.clear();
     m_seen.clear();
     m_runner = std::make_unique<StatementRunner>(
-        m_options.address,
-        [this](const ScriptedMiddleware& middleware, const std::string& happening) {
-            m_seen.push_back(middleware.name() + ": " + happening);
+        m_options.address, [this](const Middleware& middleware, const Happening& happening) {
+            m_seen.push_back(middleware.name() + ": " + Describe(happening));
         });
-    for (size_t i = 0; i < scenario.statements.size() && !m_end; ++i) {
+    for (size_t i = 0; i < scenario.statements.size() && !m_loop.exitCode(); ++i) {
         PlayStatement(scenario, i);
     }
 }
@@ -116,13 +110,13 @@ void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
             break;
         case Verdict::Interrupted:
             m_tap.BailOut("interrupted at " + description);
-            End(ExitCode::CallFailed);
+            m_loop.End(ExitCode::CallFailed);
             break;
         case Verdict::NoBus:
             m_tap.Fail(description, where, outcome.problem, seen);
             m_tap.BailOut(outcome.problem);
             Complain(outcome.problem);
-            End(ExitCode::NoBus);
+            m_loop.End(ExitCode::NoBus);
             break;
     }
     m_allHeld = false;
@@ -132,17 +126,8 @@ void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
 // The reader of the results may have closed the pipe.
 void ScenarioRun::Write(const std::string& line) {
     if (!WriteLine(line)) {
-        End(ExitCode::CallFailed);
+        m_loop.End(ExitCode::CallFailed);
     }
-}
-
-void ScenarioRun::End(ExitCode code) {
-    m_end = m_end.value_or(code);
-}
-
-int ScenarioRun::cb_Interrupted(void* run) noexcept {
-    static_cast<ScenarioRun*>(run)->m_runner->Interrupt();
-    return G_SOURCE_CONTINUE;
 }
 
 }  // namespace applist::sim

@@ -3,12 +3,12 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "common/Output.h"
 #include "common/Result.h"
+#include "middleware/MainLoop.h"
 #include "scenario/Parser.h"
 #include "scenario/StatementRunner.h"
 #include "scenario/Tap.h"
@@ -39,23 +39,19 @@ public:
     ExitCode Run();
 
 private:
-    void WatchSignals();
     void Play(const Scenario& scenario);
     void PlayStatement(const Scenario& scenario, size_t index);
     void Take(const Outcome& outcome, const std::string& description, const std::string& where);
     void Write(const std::string& line);
-    void End(ExitCode code);
-    static int cb_Interrupted(void* run) noexcept;
 
     ScenarioOptions m_options;
     std::vector<Scenario> m_scenarios;
     Tap m_tap;
+    MainLoop m_loop;
     std::unique_ptr<StatementRunner> m_runner;
-    std::vector<Registration> m_signals;
     std::vector<std::string> m_seen;
     std::string m_failedAt;  ///< Position of the failure in this scenario; empty if none.
     bool m_allHeld = true;
-    std::optional<ExitCode> m_end;  ///< Set when the run must end.
 };
 
 }  // namespace applist::sim

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "link/Protocol.h"
+#include "middleware/MainLoop.h"
 
 namespace applist::sim {
 namespace {
@@ -56,13 +57,16 @@ private:
     struct PendingCalls;
     using Judge = std::function<std::string(const Items& items)>;
 
-    ScriptedMiddleware& middleware() const { return *m_runner.m_middleware; }
+    ScenarioMiddleware& acting() const { return *m_runner.m_acting; }
+    Middleware& middleware() const { return acting().middleware; }
     Duration PatienceOf(const std::optional<Duration>& within) const {
         return within.value_or(m_runner.m_timeout);
     }
     Outcome WithApplication(const std::function<Outcome()>& then) const;
     Outcome AwaitThen(const std::function<bool()>& done, Duration patience,
-                      const std::string& otherwise) const;
+                      const std::string& otherwise) const {
+        return m_runner.Await(done, patience, otherwise);
+    }
     Outcome Signal(const Send& action) const;
     Outcome Call(const Send& action) const;
     Outcome CollectReplies(PendingCalls& calls, const Send& action) const;
@@ -73,13 +77,31 @@ private:
     bool m_errorExpected;
 };
 
-StatementRunner::StatementRunner(std::string address, ScriptedMiddleware::Observer observer,
-                                 ScriptedMiddleware::ChoiceObserver choiceObserver)
+ScenarioMiddleware::ScenarioMiddleware(const std::string& name, const std::string& address,
+                                       const Middleware::Observer& observer)
+    : middleware(name, address, [this, observer](Middleware& self, const Happening& happening) {
+          if (happening.kind == Happening::Kind::Announced) {
+              announcements.push_back(happening.announcement);
+              return;
+          }
+          if (happening.kind == Happening::Kind::Notified) {
+              events.push_back(happening.message);
+          }
+          if (happening.kind != Happening::Kind::Denied) {
+              observer(self, happening);
+          }
+      }) {}
+
+std::string ScenarioMiddleware::Join() {
+    const std::string problem = middleware.Join();
+    return problem.empty() ? middleware.busProblem() : problem;
+}
+
+StatementRunner::StatementRunner(std::string address, Middleware::Observer observer)
     : m_address(std::move(address)),
       m_observer(std::move(observer)),
-      m_choiceObserver(std::move(choiceObserver)),
       m_timeout(DEFAULT_TIMEOUT),
-      m_middleware(&MiddlewareNamed(FIRST_MIDDLEWARE)) {}
+      m_acting(&MiddlewareNamed(FIRST_MIDDLEWARE)) {}
 
 StatementRunner::~StatementRunner() = default;
 
@@ -100,44 +122,40 @@ void StatementRunner::Interrupt() {
 void StatementRunner::FinishChoices() {
     Await(
         [this] {
-            return std::none_of(m_middlewares.begin(), m_middlewares.end(),
-                                [](const auto& entry) { return entry.second->IsChoicePending(); });
+            return std::none_of(m_middlewares.begin(), m_middlewares.end(), [](const auto& entry) {
+                const Middleware& middleware = entry.second->middleware;
+                return middleware.joined() && middleware.selections().IsPending(Event::ItemClicked);
+            });
         },
-        m_timeout);
+        m_timeout, "");
 }
 
-ScriptedMiddleware& StatementRunner::MiddlewareNamed(const std::string& name) {
+ScenarioMiddleware& StatementRunner::MiddlewareNamed(const std::string& name) {
     auto& middleware = m_middlewares[name];
     if (!middleware) {
-        middleware =
-            std::make_unique<ScriptedMiddleware>(name, m_address, m_observer, m_choiceObserver);
+        middleware = std::make_unique<ScenarioMiddleware>(name, m_address, m_observer);
     }
     return *middleware;
 }
 
-StatementRunner::Waited StatementRunner::Await(const std::function<bool()>& done,
-                                               Duration patience) {
-    bool tooLong = false;
-    const Registration clock =
-        OwnSource(g_timeout_add(static_cast<unsigned>(patience.count()), &cb_TooLong, &tooLong));
-    while (!done()) {
-        if (m_interrupted) {
-            return Waited::Interrupted;
-        }
-        if (!m_middleware->busProblem().empty()) {
-            return Waited::BusLost;
-        }
-        if (tooLong) {
-            return Waited::TooLong;
-        }
-        g_main_context_iteration(nullptr, TRUE);
+Outcome StatementRunner::Await(const std::function<bool()>& done, Duration patience,
+                               const std::string& otherwise) {
+    const std::string& busProblem = m_acting->middleware.busProblem();
+    bool held = false;
+    RunUntil(
+        [&] {
+            held = done();
+            return held || m_interrupted || !busProblem.empty();
+        },
+        patience);
+    if (held) {
+        return Held();
     }
-    return Waited::Done;
-}
-
-int StatementRunner::cb_TooLong(void* tooLong) noexcept {
-    *static_cast<bool*>(tooLong) = true;
-    return G_SOURCE_CONTINUE;
+    if (m_interrupted) {
+        return {Verdict::Interrupted, "interrupted", std::nullopt};
+    }
+    return busProblem.empty() ? Failed(otherwise)
+                              : Outcome{Verdict::NoBus, busProblem, std::nullopt};
 }
 
 Outcome StatementRunner::Execution::operator()(const SetTimeout& action) const {
@@ -150,7 +168,7 @@ Outcome StatementRunner::Execution::operator()(const Note& /*action*/) const {
 }
 
 Outcome StatementRunner::Execution::operator()(const UseMiddleware& action) const {
-    m_runner.m_middleware = &m_runner.MiddlewareNamed(action.name);
+    m_runner.m_acting = &m_runner.MiddlewareNamed(action.name);
     return Held();
 }
 
@@ -167,13 +185,13 @@ Outcome StatementRunner::Execution::operator()(const PlanHandshake& action) cons
 }
 
 Outcome StatementRunner::Execution::operator()(const ForgetEvents& /*action*/) const {
-    middleware().events().clear();
-    middleware().announcements().clear();
+    acting().events.clear();
+    acting().announcements.clear();
     return Held();
 }
 
 Outcome StatementRunner::Execution::operator()(const Join& /*action*/) const {
-    const std::string problem = middleware().Join();
+    const std::string problem = acting().Join();
     return problem.empty() ? Held() : Outcome{Verdict::NoBus, problem, std::nullopt};
 }
 
@@ -193,25 +211,10 @@ Outcome StatementRunner::Execution::operator()(const Restart& /*action*/) const 
 Outcome StatementRunner::Execution::operator()(const Announce& action) const {
     Outcome joined = (*this)(Join());
     if (joined.verdict == Verdict::Held) {
-        middleware().Announce(action.announcement);
+        middleware().link().AnnounceNow(action.announcement);
     }
     const std::string& problem = middleware().busProblem();
     return problem.empty() ? joined : Outcome{Verdict::NoBus, problem, std::nullopt};
-}
-
-Outcome StatementRunner::Execution::AwaitThen(const std::function<bool()>& done, Duration patience,
-                                              const std::string& otherwise) const {
-    switch (m_runner.Await(done, patience)) {
-        case Waited::Done:
-            break;
-        case Waited::TooLong:
-            return Failed(otherwise);
-        case Waited::Interrupted:
-            return {Verdict::Interrupted, "interrupted", std::nullopt};
-        case Waited::BusLost:
-            return {Verdict::NoBus, middleware().busProblem(), std::nullopt};
-    }
-    return Held();
 }
 
 Outcome StatementRunner::Execution::operator()(const WaitFor& action) const {
@@ -272,7 +275,8 @@ Outcome StatementRunner::Execution::operator()(const Send& action) const {
 
 Outcome StatementRunner::Execution::Signal(const Send& action) const {
     for (unsigned copy = 1; copy <= action.copies; ++copy) {
-        const std::string error = middleware().Signal(BytesOf(action.frame, copy));
+        const std::string error =
+            middleware().link().Emit(middleware().application(), BytesOf(action.frame, copy));
         if (!error.empty()) {
             return Failed("the signal could not be sent: " + error);
         }
@@ -282,13 +286,14 @@ Outcome StatementRunner::Execution::Signal(const Send& action) const {
 
 void StatementRunner::Execution::SendOne(const std::shared_ptr<PendingCalls>& calls,
                                          const Send& action) const {
-    middleware().Call(BytesOf(action.frame, ++calls->sent), [calls](const Result<Bytes>& reply) {
-        ++calls->answered;
-        if (!reply && ++calls->failed == 1) {
-            calls->firstError = reply.error();
-        }
-        calls->lastReply = reply;
-    });
+    middleware().link().Call(middleware().application(), BytesOf(action.frame, ++calls->sent),
+                             [calls](const Result<Bytes>& reply) {
+                                 ++calls->answered;
+                                 if (!reply && ++calls->failed == 1) {
+                                     calls->firstError = reply.error();
+                                 }
+                                 calls->lastReply = reply;
+                             });
 }
 
 Outcome StatementRunner::Execution::Call(const Send& action) const {
@@ -318,8 +323,8 @@ Outcome StatementRunner::Execution::Call(const Send& action) const {
 }
 
 Outcome StatementRunner::Execution::CollectReplies(PendingCalls& calls, const Send& action) const {
-    middleware().lastReply() = std::move(calls.lastReply);
-    const auto items = ItemsOf(*middleware().lastReply());
+    acting().lastReply = std::move(calls.lastReply);
+    const auto items = ItemsOf(*acting().lastReply);
     if (calls.failed > 0) {
         const std::string count = action.copies == 1
                                       ? ""
@@ -338,8 +343,8 @@ Outcome StatementRunner::Execution::CollectReplies(PendingCalls& calls, const Se
 Outcome StatementRunner::Execution::Ask(Function function, const Judge& judge) const {
     return WithApplication([&] {
         auto reply = std::make_shared<std::optional<Result<Bytes>>>();
-        middleware().Call(BytesOf(RegularFrame{function, {}}, 1),
-                          [reply](const Result<Bytes>& bytes) { *reply = bytes; });
+        middleware().link().Call(middleware().application(), EncodeCall(function, {}),
+                                 [reply](const Result<Bytes>& bytes) { *reply = bytes; });
         Outcome waited = AwaitThen([&] { return reply->has_value(); }, m_runner.m_timeout,
                                    "no reply within " + DescribeTime(m_runner.m_timeout));
         if (waited.verdict != Verdict::Held) {
@@ -410,7 +415,7 @@ std::string ProblemOfReply(const ExpectReply& expected, const Bytes& reply) {
 Outcome StatementRunner::Execution::operator()(const ExpectEvent& action) const {
     unsigned seen = 0;
     std::optional<std::string> other;
-    auto& events = middleware().events();
+    auto& events = acting().events;
     const auto done = [&] {
         while (!events.empty() && seen < action.times && !other) {
             if (IsEvent(events.front(), action.event)) {
@@ -434,7 +439,7 @@ Outcome StatementRunner::Execution::operator()(const ExpectEvent& action) const 
 }
 
 Outcome StatementRunner::Execution::operator()(const ExpectNoEvent& action) const {
-    auto& events = middleware().events();
+    auto& events = acting().events;
     const Outcome waited =
         AwaitThen([&] { return !events.empty(); }, action.duration, "as expected");
     if (waited.verdict == Verdict::Failed) {
@@ -449,7 +454,7 @@ Outcome StatementRunner::Execution::operator()(const ExpectAnnouncement& action)
     if (joined.verdict != Verdict::Held) {
         return joined;
     }
-    auto& heard = middleware().announcements();
+    auto& heard = acting().announcements;
     const Duration patience = PatienceOf(action.within);
     Outcome waited = AwaitThen([&] { return !heard.empty(); }, patience,
                                "no announcement within " + DescribeTime(patience));
@@ -492,7 +497,7 @@ Outcome StatementRunner::Execution::operator()(const ExpectSelection& action) co
 }
 
 Outcome StatementRunner::Execution::operator()(const ExpectReply& action) const {
-    const auto& reply = middleware().lastReply();
+    const auto& reply = acting().lastReply;
     if (!reply) {
         return Failed("no call has been made");
     }
@@ -504,7 +509,7 @@ Outcome StatementRunner::Execution::operator()(const ExpectReply& action) const 
 }
 
 Outcome StatementRunner::Execution::operator()(const ExpectError& action) const {
-    const auto& reply = middleware().lastReply();
+    const auto& reply = acting().lastReply;
     if (!reply) {
         return Failed("no call has been made");
     }

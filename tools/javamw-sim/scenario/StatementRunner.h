@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "scenario/ScriptedMiddleware.h"
+#include "middleware/Middleware.h"
 #include "scenario/Statement.h"
 
 namespace applist::sim {
@@ -34,6 +35,22 @@ inline Outcome Failed(const std::string& problem) {
     return {Verdict::Failed, problem, std::nullopt};
 }
 
+/// A middleware of a scenario, with what it has received and no statement has consumed.
+struct ScenarioMiddleware {
+    /// address may be empty for the system bus.
+    ScenarioMiddleware(const std::string& name, const std::string& address,
+                       const Middleware::Observer& observer);
+
+    /// Returns an empty string on success, otherwise why the bus cannot be used.
+    std::string Join();
+
+    std::deque<Bytes> events;
+    std::deque<Announcement> announcements;
+    /// The reply to the last call; absent before the first reply.
+    std::optional<Result<Bytes>> lastReply;
+    Middleware middleware;
+};
+
 /// Runs statements one after the other on the bus.
 ///
 /// Execute() runs the default main context until the statement is done. It must not be called
@@ -41,9 +58,8 @@ inline Outcome Failed(const std::string& problem) {
 class StatementRunner {
 public:
     /// address may be empty for the system bus. observer is called during statements and whenever
-    /// else the main context runs.
-    StatementRunner(std::string address, ScriptedMiddleware::Observer observer,
-                    ScriptedMiddleware::ChoiceObserver choiceObserver = nullptr);
+    /// else the main context runs, but not for announcements and denied names.
+    StatementRunner(std::string address, Middleware::Observer observer);
     ~StatementRunner();
     StatementRunner(const StatementRunner&) = delete;
     StatementRunner& operator=(const StatementRunner&) = delete;
@@ -63,23 +79,21 @@ public:
     void FinishChoices();
 
     /// The acting middleware.
-    ScriptedMiddleware& middleware() { return *m_middleware; }
+    ScenarioMiddleware& acting() { return *m_acting; }
 
 private:
     class Execution;
-    enum class Waited { Done, TooLong, Interrupted, BusLost };
 
-    ScriptedMiddleware& MiddlewareNamed(const std::string& name);
-    /// Runs the main context until done returns true. done is checked after every iteration.
-    Waited Await(const std::function<bool()>& done, Duration patience);
-    static int cb_TooLong(void* tooLong) noexcept;
+    ScenarioMiddleware& MiddlewareNamed(const std::string& name);
+    /// Runs the main context until done returns true. Fails with this text after patience.
+    Outcome Await(const std::function<bool()>& done, Duration patience,
+                  const std::string& otherwise);
 
     std::string m_address;
-    ScriptedMiddleware::Observer m_observer;
-    ScriptedMiddleware::ChoiceObserver m_choiceObserver;
+    Middleware::Observer m_observer;
     Duration m_timeout;
-    std::map<std::string, std::unique_ptr<ScriptedMiddleware>> m_middlewares;
-    ScriptedMiddleware* m_middleware;
+    std::map<std::string, std::unique_ptr<ScenarioMiddleware>> m_middlewares;
+    ScenarioMiddleware* m_acting;
     bool m_interrupted = false;
 };
 

@@ -108,7 +108,10 @@ void EditorInput::SetUp() {
     el_set(editor, EL_BIND, "^@", "em-delete-or-list", nullptr);
     el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
     el_source(editor, nullptr);
-    m_resized = OwnSource(g_unix_signal_add(SIGWINCH, &cb_Resized, this));
+    m_resized = RunOn(g_unix_signal_source_new(SIGWINCH), [editor] {
+        el_resize(editor);
+        return true;
+    });
 }
 
 void EditorInput::LoadHistory() {
@@ -139,9 +142,7 @@ void EditorInput::Resume(const std::string& prompt) {
     m_prompt = prompt;
     m_editing = true;
     el_set(m_editor.get(), EL_UNBUFFERED, 1);
-    m_source = OwnSource(g_unix_fd_add(STDIN_FILENO,
-                                       static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR),
-                                       &cb_Readable, this));
+    m_source = WhenReadable(STDIN_FILENO, [this](GIOCondition condition) { OnInput(condition); });
 }
 
 void EditorInput::Pause() {
@@ -240,16 +241,6 @@ void EditorInput::OnInput(GIOCondition condition) {
     } else {
         ReadKey();
     }
-}
-
-int EditorInput::cb_Readable(int /*file*/, GIOCondition condition, void* input) noexcept {
-    static_cast<EditorInput*>(input)->OnInput(condition);
-    return G_SOURCE_CONTINUE;
-}
-
-int EditorInput::cb_Resized(void* input) noexcept {
-    el_resize(static_cast<EditorInput*>(input)->m_editor.get());
-    return G_SOURCE_CONTINUE;
 }
 
 char* EditorInput::cb_Prompt(EditLine* editor) noexcept {

@@ -67,8 +67,6 @@ private:
     /// Removes prompt and line from the screen. Draw() draws them again at the cursor.
     void Erase() const;
     void Draw();
-    static int cb_Readable(int, GIOCondition, void* input) noexcept;
-    static int cb_Resized(void* input) noexcept;
     static char* cb_Prompt(EditLine* editor) noexcept;
     static unsigned char cb_Complete(EditLine* editor, int) noexcept;
 

@@ -7,15 +7,12 @@
 #include <unistd.h>
 #include <utility>
 
-#include <glib-unix.h>
-
 #include "common/Output.h"
 
 namespace applist::sim {
 
 void StreamInput::Resume(const std::string& /*prompt*/) {
-    m_source = OwnSource(g_unix_fd_add(
-        m_file, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), &cb_Readable, this));
+    m_source = WhenReadable(m_file, [this](GIOCondition) { Read(); });
 }
 
 bool StreamInput::Print(const std::string& line) {
@@ -42,11 +39,6 @@ void StreamInput::Read() {
         }
         m_listener.end();
     }
-}
-
-int StreamInput::cb_Readable(int /*file*/, GIOCondition /*condition*/, void* input) noexcept {
-    static_cast<StreamInput*>(input)->Read();
-    return G_SOURCE_CONTINUE;
 }
 
 }  // namespace applist::sim

@@ -50,7 +50,6 @@ public:
 
 private:
     void Read();
-    static int cb_Readable(int file, GIOCondition, void* input) noexcept;
 
     int m_file;
     Listener m_listener;

@@ -7,8 +7,6 @@
 #include <unistd.h>
 #include <utility>
 
-#include <glib-unix.h>
-
 #include "common/Output.h"
 #include "shell/Busctl.h"
 #include "shell/Completion.h"
@@ -38,13 +36,9 @@ Shell::Shell(ShellOptions options)
     : m_options(std::move(options)),
       m_person(IsPerson()),
       m_output(m_options.json, !m_options.json && OutputTakesColours()),
-      m_runner(
-          m_options.address,
-          [this](const ScriptedMiddleware& middleware, const std::string& happening) {
-              OnHappening(middleware, happening);
-          },
-          [this](const ScriptedMiddleware& middleware, const Notification& event,
-                 const SelectedItem& choice) { OnChoice(middleware, event, choice); }) {}
+      m_runner(m_options.address, [this](Middleware& middleware, const Happening& happening) {
+          OnHappening(middleware, happening);
+      }) {}
 
 Shell::~Shell() = default;
 
@@ -61,11 +55,11 @@ ExitCode Shell::Run() {
     while (const auto line = NextLine()) {
         Do(*line);
     }
-    if (!m_end) {
+    if (!m_loop.exitCode()) {
         SettlePending(nullptr);
         m_runner.FinishChoices();
     }
-    return m_end.value_or(ExitCode::Success);
+    return m_loop.exitCode().value_or(ExitCode::Success);
 }
 
 void Shell::OpenInput() {
@@ -82,21 +76,23 @@ void Shell::OpenInput() {
 }
 
 void Shell::WatchSignals() {
-    m_signals.push_back(OwnSource(g_unix_signal_add(SIGINT, &cb_Interrupted, this)));
+    m_loop.OnSignal(SIGINT, [this] { OnInterrupted(); });
     for (const int number : {SIGTERM, SIGHUP}) {
-        m_signals.push_back(OwnSource(g_unix_signal_add(number, &cb_Terminated, this)));
+        m_loop.OnSignal(number, [this] {
+            m_runner.Interrupt();
+            End(ExitCode::Success);
+        });
     }
 }
 
 std::optional<std::string> Shell::NextLine() {
-    if (m_lines.empty() && !m_inputEnded && !m_end) {
-        m_input->Resume(m_runner.middleware().name() + "> ");
-        while (m_lines.empty() && !m_inputEnded && !m_end) {
-            g_main_context_iteration(nullptr, TRUE);
-        }
+    if (m_lines.empty() && !m_inputEnded && !m_loop.exitCode()) {
+        m_input->Resume(m_runner.acting().middleware.name() + "> ");
+        RunUntil(
+            [this] { return !m_lines.empty() || m_inputEnded || m_loop.exitCode().has_value(); });
         m_input->Pause();
     }
-    if (m_lines.empty() || m_end) {
+    if (m_lines.empty() || m_loop.exitCode()) {
         return std::nullopt;
     }
     std::string line = std::move(m_lines.front());
@@ -139,7 +135,7 @@ bool Shell::DoCommand(const std::string& line) {
 }
 
 void Shell::DoStatement(const Statement& statement) {
-    if (m_end) {
+    if (m_loop.exitCode()) {
         return;
     }
     if (!IsSetting(statement.action)) {
@@ -166,7 +162,7 @@ void Shell::Judge(const Statement& statement, const Outcome& outcome) {
             break;
         case Verdict::Failed:
             if (!m_person && std::holds_alternative<Send>(statement.action) &&
-                HasError(m_runner.middleware().lastReply())) {
+                HasError(m_runner.acting().lastReply)) {
                 m_pending = {statement, outcome.problem};
             } else {
                 Fail(statement.text, outcome.problem, ExitCode::CallFailed);
@@ -239,7 +235,7 @@ void Shell::PrintBusctl(const std::string& text) {
         return;
     }
     const auto lines =
-        BusctlLines(*action, {m_options.address, m_runner.middleware().application()});
+        BusctlLines(*action, {m_options.address, m_runner.acting().middleware.application()});
     if (!lines) {
         Fail("busctl " + text, lines.error(), ExitCode::CallFailed);
         return;
@@ -268,11 +264,32 @@ void Shell::Fail(const std::string& statement, const std::string& problem, ExitC
     }
 }
 
-void Shell::OnHappening(const ScriptedMiddleware& middleware, const std::string& happening) {
-    Show(m_output.Happening(middleware.name(), happening));
+void Shell::OnHappening(Middleware& middleware, const Happening& happening) {
+    if (!ReadSelection(middleware, happening)) {
+        Show(m_output.Happening(middleware.name(), Describe(happening)));
+    }
     if (!middleware.busProblem().empty()) {
         End(ExitCode::NoBus);
     }
+}
+
+// The selection is read after event 2 as well, because it is the choice if the application does not
+// answer after event 3.
+bool Shell::ReadSelection(Middleware& middleware, const Happening& happening) {
+    const auto event = DecodeNotification(happening.message);
+    const bool choice = event && event->event == Event::ItemClicked;
+    if (happening.kind != Happening::Kind::Notified || !event ||
+        (!choice && event->event != Event::ItemSelected)) {
+        return false;
+    }
+    middleware.selections().Read(
+        happening.application, event->event,
+        [this, name = middleware.name(), event, choice](const SelectedItem& selection) {
+            if (choice) {
+                Show(m_output.Choice(name, *event, selection));
+            }
+        });
+    return choice;
 }
 
 // Ends the running statement first, then the typed line, then the shell.
@@ -282,22 +299,6 @@ void Shell::OnInterrupted() {
     } else if (!m_input->Discard()) {
         End(ExitCode::Success);
     }
-}
-
-void Shell::End(ExitCode code) {
-    m_end = m_end.value_or(code);
-}
-
-int Shell::cb_Interrupted(void* shell) noexcept {
-    static_cast<Shell*>(shell)->OnInterrupted();
-    return G_SOURCE_CONTINUE;
-}
-
-int Shell::cb_Terminated(void* shell) noexcept {
-    auto* self = static_cast<Shell*>(shell);
-    self->m_runner.Interrupt();
-    self->End(ExitCode::Success);
-    return G_SOURCE_CONTINUE;
 }
 
 }  // namespace applist::sim

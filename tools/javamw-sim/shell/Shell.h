@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "common/Output.h"
-#include "link/GioHandles.h"
+#include "middleware/MainLoop.h"
 #include "scenario/Parser.h"
 #include "scenario/StatementRunner.h"
 #include "shell/LineInput.h"
@@ -64,22 +64,18 @@ private:
         Fail(statement, problem, code, m_lineNumber);
     }
     void Fail(const std::string& statement, const std::string& problem, ExitCode code, size_t line);
-    void OnHappening(const ScriptedMiddleware& middleware, const std::string& happening);
-    void OnChoice(const ScriptedMiddleware& middleware, const Notification& event,
-                  const SelectedItem& choice) {
-        Show(m_output.Choice(middleware.name(), event, choice));
-    }
+    void OnHappening(Middleware& middleware, const Happening& happening);
+    /// Reads the selection if the event needs it. Returns true if the event is shown with it.
+    bool ReadSelection(Middleware& middleware, const Happening& happening);
     void OnInterrupted();
-    void End(ExitCode code);
-    static int cb_Interrupted(void* shell) noexcept;
-    static int cb_Terminated(void* shell) noexcept;
+    void End(ExitCode code) { m_loop.End(code); }
 
     ShellOptions m_options;
     bool m_person;  ///< True for a terminal, false for a pipe.
     ShellOutput m_output;
+    MainLoop m_loop;
     StatementRunner m_runner;
     std::unique_ptr<LineInput> m_input;
-    std::vector<Registration> m_signals;
     std::deque<std::string> m_lines;
     size_t m_lineNumber = 0;
     bool m_inputEnded = false;
@@ -87,7 +83,6 @@ private:
     std::optional<Action> m_last;  ///< The last statement that used the bus.
     std::optional<PendingFailure> m_pending;
     std::set<std::string> m_ids;  ///< Ids of all items seen.
-    std::optional<ExitCode> m_end;
 };
 
 }  // namespace applist::sim

@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "common/Output.h"
-#include "middleware/Watch.h"
+#include "middleware/EventLog.h"
 
 namespace applist::sim {
 namespace {
@@ -42,15 +42,15 @@ public:
 class EventLogTest : public testing::Test {
 protected:
     void Add(Event event, const std::string& application = APPLICATION) {
-        m_log.Add(application, {event, 0});
+        m_log.Add(m_reader, application, {event, 0});
     }
 
     FakeCaller m_caller;
     std::vector<std::string> m_lines;
     ListClient m_client{m_caller};
     std::unique_ptr<Report> m_report = TextReport(false);
-    EventLog m_log{m_client, *m_report,
-                   [this](const std::string& line) { m_lines.push_back(line); }};
+    SelectionReader m_reader{m_client};
+    EventLog m_log{*m_report, [this](const std::string& line) { m_lines.push_back(line); }};
 };
 
 TEST_F(EventLogTest, PrintsAnEventWhenItsSelectionIsKnown) {
@@ -95,7 +95,7 @@ TEST_F(EventLogTest, PrintsWhyTheSelectionCannotBeRead) {
 TEST_F(EventLogTest, CompletesTheEventsOfAnApplicationThatEnded) {
     Add(Event::ItemChanged);
     Add(Event::ItemChanged, ":1.6");
-    m_log.Lost(APPLICATION);
+    m_reader.Lost(APPLICATION);
     EXPECT_THAT(m_lines,
                 ElementsAre("event 1 ItemChanged selection unreadable: the application ended"));
     m_caller.Answer(0, {"late", "Late"});
@@ -120,7 +120,7 @@ TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnde
     Add(Event::ItemChanged);
     m_caller.Answer(2, {"c", "C"});
     Add(Event::ItemClicked);
-    m_log.Lost(APPLICATION);
+    m_reader.Lost(APPLICATION);
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
 }
 
@@ -138,7 +138,7 @@ TEST_F(EventLogTest, NeverTakesTheChoiceFromAnOlderSelection) {
     m_caller.Answer(0, {"a", "A"});
     Add(Event::ItemSelected);
     Add(Event::ItemClicked);
-    m_log.Lost(APPLICATION);
+    m_reader.Lost(APPLICATION);
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
 }
 
@@ -156,12 +156,12 @@ TEST_F(EventLogTest, DoesNotTakeTheChoiceFromAnotherApplication) {
     Add(Event::ItemSelected, ":1.6");
     m_caller.Answer(0, {"a", "A"});
     Add(Event::ItemClicked);
-    m_log.Lost(APPLICATION);
+    m_reader.Lost(APPLICATION);
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
 }
 
 TEST_F(EventLogTest, PrintsUnknownEventsAndPayloads) {
-    m_log.Add(APPLICATION, {static_cast<Event>(77), 3});
+    m_log.Add(m_reader, APPLICATION, {static_cast<Event>(77), 3});
     m_caller.Answer(0, {});
     EXPECT_THAT(m_lines, ElementsAre("event 77 Unknown with 3 unexpected bytes selection none"));
 }

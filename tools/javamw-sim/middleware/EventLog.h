@@ -5,13 +5,11 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "link/SelectionReader.h"
 #include "middleware/Report.h"
-#include "middleware/Session.h"
 
 namespace applist::sim {
 
@@ -25,14 +23,12 @@ class EventLog {
 public:
     using Print = std::function<void(const std::string& line)>;
 
-    /// client and report must outlive the log.
-    EventLog(ListClient& client, const Report& report, Print print);
+    /// report must outlive the log.
+    EventLog(const Report& report, Print print) : m_report(report), m_print(std::move(print)) {}
 
-    void Add(const std::string& application, const Notification& notification);
-
-    /// Prints the pending events of an application that left the bus. Call this before printing
-    /// that it left.
-    void Lost(const std::string& application) { m_reader.Lost(application); }
+    /// Reads the selection through reader. The log must outlive the read.
+    void Add(SelectionReader& reader, const std::string& application,
+             const Notification& notification);
 
 private:
     struct Entry {
@@ -45,25 +41,8 @@ private:
 
     const Report& m_report;
     Print m_print;
-    SelectionReader m_reader;
     uint64_t m_lastNumber = 0;
     std::deque<Entry> m_entries;
-};
-
-/// Prints every event of every application until a signal ends it.
-class Watch : public Session {
-public:
-    using Session::Session;
-
-protected:
-    void OnConnected(const std::string& application) override;
-    void OnDisconnected(const std::string& application) override;
-    void OnNotified(const std::string& application, const Notification& notification) override;
-
-private:
-    EventLog& Log();
-
-    std::unique_ptr<EventLog> m_log;
 };
 
 }  // namespace applist::sim
