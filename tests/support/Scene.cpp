@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <string_view>
 
 namespace applist::test {
@@ -16,12 +17,19 @@ Evas* CanvasOf(const Evas_Object* window) {
     return evas_object_evas_get(window);
 }
 
-std::string GroupOf(const Evas_Object* object) {
+struct Source {
+    std::string file;
+    std::string group;
+};
+
+// The theme file and the group of an object, both empty if it does not come from a theme.
+Source SourceOf(const Evas_Object* object) {
+    const char* file = nullptr;
     const char* group = nullptr;
     if (std::strcmp(evas_object_type_get(object), "edje") == 0) {
-        edje_object_file_get(object, nullptr, &group);
+        edje_object_file_get(object, &file, &group);
     }
-    return group != nullptr ? group : "";
+    return {file != nullptr ? file : "", group != nullptr ? group : ""};
 }
 
 // The toolkit logs an error when asked for the members of an object that is not a group.
@@ -31,18 +39,25 @@ bool HasMembers(const Evas_Object* object) {
     return std::find(PLAIN.begin(), PLAIN.end(), evas_object_type_get(object)) == PLAIN.end();
 }
 
-void Collect(Evas_Object* object, const std::string& group, std::vector<Evas_Object*>& found) {
+using Visitor = std::function<void(Evas_Object*)>;
+
+void VisitVisible(Evas_Object* object, const Visitor& visit) {
     if (evas_object_visible_get(object) == EINA_FALSE) {
         return;
     }
-    if (GroupOf(object) == group) {
-        found.push_back(object);
-    }
+    visit(object);
     Eina_List* members = HasMembers(object) ? evas_object_smart_members_get(object) : nullptr;
     for (Eina_List* each = members; each != nullptr; each = eina_list_next(each)) {
-        Collect(static_cast<Evas_Object*>(eina_list_data_get(each)), group, found);
+        VisitVisible(static_cast<Evas_Object*>(eina_list_data_get(each)), visit);
     }
     eina_list_free(members);
+}
+
+void VisitAllVisible(const Evas_Object* window, const Visitor& visit) {
+    for (Evas_Object* object = evas_object_bottom_get(CanvasOf(window)); object != nullptr;
+         object = evas_object_above_get(object)) {
+        VisitVisible(object, visit);
+    }
 }
 
 }  // namespace
@@ -83,14 +98,25 @@ Picture LoadPng(Evas_Object* window, const std::filesystem::path& file) {
 
 std::vector<Evas_Object*> ObjectsOf(Evas_Object* window, const std::string& group) {
     std::vector<Evas_Object*> found;
-    for (Evas_Object* object = evas_object_bottom_get(CanvasOf(window)); object != nullptr;
-         object = evas_object_above_get(object)) {
-        Collect(object, group, found);
-    }
+    VisitAllVisible(window, [&](Evas_Object* object) {
+        if (SourceOf(object).group == group) {
+            found.push_back(object);
+        }
+    });
     std::sort(found.begin(), found.end(), [](const Evas_Object* one, const Evas_Object* other) {
         return BoxOf(one).y < BoxOf(other).y;
     });
     return found;
+}
+
+std::set<std::string> ThemesOf(Evas_Object* window) {
+    std::set<std::string> themes;
+    VisitAllVisible(window, [&](Evas_Object* object) {
+        if (const Source source = SourceOf(object); !source.group.empty()) {
+            themes.insert(source.file);
+        }
+    });
+    return themes;
 }
 
 Box BoxOf(const Evas_Object* object) {

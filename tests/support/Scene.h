@@ -4,6 +4,7 @@
 
 #include <Evas.h>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ Picture LoadPng(Evas_Object* window, const std::filesystem::path& file);
 
 /// The visible objects on the window's canvas that use this group of the theme, from top to bottom.
 std::vector<Evas_Object*> ObjectsOf(Evas_Object* window, const std::string& group);
+/// The theme files that the visible objects on the window's canvas come from.
+std::set<std::string> ThemesOf(Evas_Object* window);
 /// The box of an object, and of one of its parts.
 Box BoxOf(const Evas_Object* object);
 Box BoxOf(const Evas_Object* object, const char* part);

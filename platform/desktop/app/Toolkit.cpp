@@ -7,6 +7,7 @@
 #include <Elementary.h>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include <X11/Xlib.h>
 #include <X11/extensions/Xext.h>
@@ -84,6 +85,8 @@ Toolkit::Toolkit(int argc, char** argv) {
     XSetExtensionErrorHandler(OnMissingExtension);
     XSetIOErrorHandler(OnXlibConnectionLost);
     ecore_x_io_error_handler_set(OnConnectionLost, nullptr);
+    const std::string theme = FindTheme();
+    ReplaceDefaultTheme(theme);
     m_started = elm_init(argc, argv) > 0;
     if (!m_started) {
         LOG_ERROR("Cannot start the toolkit");
@@ -92,7 +95,7 @@ Toolkit::Toolkit(int argc, char** argv) {
     // Without a window manager a window keeps the state "withdrawn", and the toolkit does not draw
     // withdrawn windows.
     elm_config_agressive_withdrawn_set(EINA_FALSE);
-    LoadTheme();
+    LoadTheme(theme);
     elm_config_mirrored_set(TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);
 }
 

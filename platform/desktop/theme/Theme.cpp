@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "theme/Theme.h"
 
+#include <Edje.h>
 #include <Elementary.h>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
-#include <string>
+#include <dlfcn.h>
+#include <string_view>
 #include <unistd.h>
 
 #include "Log.h"
@@ -18,6 +21,17 @@ namespace {
 constexpr const char* STANDARD = "applist/theme/applist.edj";
 constexpr const char* HIGH_CONTRAST = "applist/theme/applist-high-contrast.edj";
 
+// The end of the paths that the toolkit tries for its default theme: in the user's home and in its
+// own folder. It compares the versions of both files.
+constexpr std::string_view DEFAULT_THEME = "/themes/default.edj";
+
+// Opened instead of the default theme; empty before ReplaceDefaultTheme(). Not destroyed, because
+// the toolkit's threads may open files while the program ends.
+std::string& Replacement() {
+    static auto* const path = new std::string;
+    return *path;
+}
+
 // Does not use vconf_get_bool(), because a missing setting is normal here and must not be logged.
 bool WantsHighContrast() {
     const Reading<Setting> setting = ReadSetting(HIGH_CONTRAST_KEY);
@@ -29,20 +43,47 @@ bool WantsHighContrast() {
 
 }  // namespace
 
-void LoadTheme() {
+std::string FindTheme() {
     const char* name = WantsHighContrast() ? HIGH_CONTRAST : STANDARD;
-    const std::string theme = FindData(name);
-    // elm_theme_overlay_add() does not report a file that it cannot load; the list's rows would
-    // silently lack their style.
+    std::string theme = FindData(name);
+    // The toolkit does not report a file that it cannot load; the list's rows would silently lack
+    // their style.
     if (theme.empty()) {
         LOG_ERROR("Cannot find the theme share/%s", name);
-        return;
-    }
-    if (access(theme.c_str(), R_OK) != 0) {
+    } else if (access(theme.c_str(), R_OK) != 0) {
         LOG_ERROR("Cannot read the theme %s: %s", theme.c_str(), std::strerror(errno));
+        theme.clear();
+    }
+    return theme;
+}
+
+void LoadTheme(const std::string& theme) {
+    if (theme.empty()) {
         return;
     }
     elm_theme_overlay_add(nullptr, theme.c_str());
+    char* version = edje_file_data_get(theme.c_str(), "version");
+    if (version == nullptr) {
+        LOG_ERROR("The toolkit rejects the theme %s: it does not have the data item \"version\"",
+                  theme.c_str());
+    }
+    std::free(version);
+}
+
+void ReplaceDefaultTheme(const std::string& theme) {
+    Replacement() = theme;
 }
 
 }  // namespace applist::desktop
+
+// Replaces the library's function, because the dynamic linker resolves symbols from the program
+// first. The variable that moves the toolkit's folders would also move its configuration.
+extern "C" __attribute__((visibility("default"))) Eina_File* eina_file_open(const char* name,
+                                                                            Eina_Bool shared) {
+    static auto* const replaced =
+        reinterpret_cast<decltype(&eina_file_open)>(dlsym(RTLD_NEXT, "eina_file_open"));
+    const std::string& theme = applist::desktop::Replacement();
+    const bool isDefault =
+        !theme.empty() && std::string_view(name).ends_with(applist::desktop::DEFAULT_THEME);
+    return replaced(isDefault ? theme.c_str() : name, shared);
+}

@@ -5,7 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include "fakes/FakePlatformLog.h"
 #include "support/HeadlessToolkit.h"
+#include "theme/Theme.h"
 #include "winset.h"
 
 namespace applist::test {
@@ -63,6 +65,15 @@ TEST_F(WinsetTest, IsLostWithoutAWidget) {
     edje_object_message_send_to_winset(nullptr, 11);
     HeadlessToolkit::Settle();
     EXPECT_THAT(Answers(), testing::IsEmpty());
+}
+
+// Otherwise a theme for an older release would silently lack the window's parts.
+TEST(ATheme, WithoutAVersionIsLogged) {
+    const HeadlessToolkit toolkit{{}};
+    desktop::LoadTheme(WINSET_THEME);
+    EXPECT_THAT(LogMessages(),
+                testing::ElementsAre(std::string("The toolkit rejects the theme ") + WINSET_THEME +
+                                     ": it does not have the data item \"version\""));
 }
 
 }  // namespace

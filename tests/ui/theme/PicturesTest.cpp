@@ -102,10 +102,11 @@ const Look MIRRORED{Variant::STANDARD, HEIGHT, true};
 
 class AListState : public testing::TestWithParam<State> {};
 
-TEST_P(AListState, LooksAsStored) {
+TEST_P(AListState, LooksAsStoredWithGroupsOfTheThemeOnly) {
     ThemedList list(GetParam().look);
     GetParam().bringAbout(list);
     Check(list.window(), list.panel(), GetParam().name);
+    EXPECT_EQ(ThemesOf(list.window()), std::set<std::string>{ThemeFile(GetParam().look.variant)});
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -127,7 +128,7 @@ struct AlertState {
 
 class AnAlertState : public testing::TestWithParam<AlertState> {};
 
-TEST_P(AnAlertState, LooksAsStored) {
+TEST_P(AnAlertState, LooksAsStoredWithGroupsOfTheThemeOnly) {
     HeadlessToolkit toolkit({ThemeFile(GetParam().variant)});
     Apply({GetParam().variant, HEIGHT});
     const auto alert = AlertWindow::Create("alert");
@@ -135,6 +136,7 @@ TEST_P(AnAlertState, LooksAsStored) {
     alert->Show({GetParam().kind, "This channel offers no data services at the moment."});
     HeadlessToolkit::Settle();
     Check(alert->window(), alert->panel(), GetParam().name);
+    EXPECT_EQ(ThemesOf(alert->window()), std::set<std::string>{ThemeFile(GetParam().variant)});
 }
 
 INSTANTIATE_TEST_SUITE_P(
