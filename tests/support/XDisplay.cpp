@@ -95,11 +95,8 @@ ChildProcess::Environment XDisplay::Environment() const {
 void XDisplay::StartWindowManager(const std::string& program) {
     m_windowManager =
         std::make_unique<ChildProcess>(std::vector<std::string>{program}, Environment());
-    // A window manager sets the first property when it takes over and the second when it manages
-    // windows. A window created in between may never receive the focus.
-    if (!WaitUntil([this] {
-            return HasProperty("_NET_SUPPORTING_WM_CHECK") && HasProperty("_NET_CLIENT_LIST");
-        })) {
+    if (!WaitUntil([this] { return HasProperty(m_root, "_NET_CLIENT_LIST"); }) ||
+        !WindowManagerReplies()) {
         GiveUp(program + " does not start: " + m_windowManager->Errors());
     }
 }

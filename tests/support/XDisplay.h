@@ -107,7 +107,9 @@ private:
     void StartWindowManager(const std::string& program);
     void StartCompositor(const std::string& program);
     void SendKey(unsigned int code, bool down);
-    bool HasProperty(const char* name) const;
+    bool HasProperty(XlibWindow window, const char* name) const;
+    /// Waits until the window manager answers a request; true iff it does in time.
+    bool WindowManagerReplies();
     bool HasSelectionOwner(const char* name) const;
     /// Discards all pending events of the connection.
     void DrainEvents();

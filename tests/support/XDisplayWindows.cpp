@@ -39,16 +39,35 @@ bool IsMapped(Display* display, Window window) {
 
 }  // namespace
 
-bool XDisplay::HasProperty(const char* name) const {
+bool XDisplay::HasProperty(XlibWindow window, const char* name) const {
     Atom type = None;
     int format = 0;
     unsigned long count = 0;
     unsigned long left = 0;
     unsigned char* data = nullptr;
-    XGetWindowProperty(m_display, m_root, XInternAtom(m_display, name, False), 0, 1, False,
+    XGetWindowProperty(m_display, window, XInternAtom(m_display, name, False), 0, 1, False,
                        AnyPropertyType, &type, &format, &count, &left, &data);
     const std::unique_ptr<unsigned char, FreeXlib> owner(data);
     return type != None;
+}
+
+// A window manager announces itself before its event loop runs. openbox sometimes leaves the events
+// of that time unread until the next event arrives, so that a window would not be shown. Repeating
+// the request is such an event, and the reply shows that the loop runs.
+bool XDisplay::WindowManagerReplies() {
+    const XlibWindow window = AddWindow(WHITE, true);
+    XSelectInput(m_display, window, PropertyChangeMask);
+    XEvent request{};
+    request.xclient.type = ClientMessage;
+    request.xclient.window = window;
+    request.xclient.message_type = XInternAtom(m_display, "_NET_REQUEST_FRAME_EXTENTS", False);
+    request.xclient.format = 32;
+    const bool replies = WaitUntil([&] {
+        XSendEvent(m_display, m_root, False, SubstructureRedirectMask, &request);
+        return HasProperty(window, "_NET_FRAME_EXTENTS");
+    });
+    XDestroyWindow(m_display, window);
+    return replies;
 }
 
 bool XDisplay::HasSelectionOwner(const char* name) const {

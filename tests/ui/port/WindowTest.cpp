@@ -27,16 +27,43 @@ public:
     explicit OnDisplay(const Desktop& desktop, const std::vector<std::string>& options = {})
         : display(desktop), sample(options, display.Environment()) {}
 
-    bool WaitForPicture() {
-        return display.WaitUntil([this] { return display.Shows(BAR) && display.Shows(PANEL); });
+    testing::AssertionResult WaitForPicture() {
+        return WaitUntil("a picture",
+                         [this] { return display.Shows(BAR) && display.Shows(PANEL); });
     }
-    bool WaitForWindow() {
-        return display.WaitUntil([this] { return Window() != 0; });
+    /// Waits until the window is mapped and stores it.
+    testing::AssertionResult WaitForWindow(XlibWindow& window) {
+        return WaitUntil("a window", [&] {
+            window = display.WindowTitled("port-sample");
+            return window != 0;
+        });
     }
-    XlibWindow Window() const { return display.WindowTitled("port-sample"); }
+    /// Waits until the sample exits, and succeeds if it does with this status.
+    testing::AssertionResult Exits(int status) {
+        const std::optional<int> exit = sample.WaitForExit();
+        return exit == status
+                   ? testing::AssertionSuccess()
+                   : testing::AssertionFailure()
+                         << (exit ? "exited with " + std::to_string(*exit) : "did not exit")
+                         << Printed();
+    }
 
     XDisplay display;
     SampleProcess sample;
+
+private:
+    testing::AssertionResult WaitUntil(const std::string& what,
+                                       const std::function<bool()>& condition) {
+        if (display.WaitUntil(condition)) {
+            return testing::AssertionSuccess();
+        }
+        // Reads what has arrived.
+        sample.Process().WaitUntil([] { return false; }, std::chrono::milliseconds(0));
+        return testing::AssertionFailure() << "the sample does not show " << what << Printed();
+    }
+    std::string Printed() const {
+        return "; its output:\n" + sample.Output() + "its errors:\n" + sample.Errors();
+    }
 };
 
 // The toolkit's animator thread writes this line directly to standard error when it wakes up late
@@ -107,7 +134,7 @@ TEST_P(Window, IsResumedOnceAndNotPausedWhileItIsShown) {
     on.display.TypeKey("Down");
     ASSERT_TRUE(on.sample.WaitForLines("key Down Down", 1));
     on.sample.Process().Signal(SIGTERM);
-    EXPECT_EQ(on.sample.WaitForExit(), 0);
+    EXPECT_TRUE(on.Exits(0));
     EXPECT_EQ(on.sample.Count("resume"), 1);
     EXPECT_EQ(on.sample.Count("pause"), 0);
 }
@@ -116,7 +143,7 @@ TEST_P(Window, LeavesStandardErrorSilentAndNothingBehind) {
     OnDisplay on(GetParam());
     ASSERT_TRUE(on.WaitForPicture());
     on.sample.Process().Signal(SIGTERM);
-    EXPECT_EQ(on.sample.WaitForExit(), 0);
+    EXPECT_TRUE(on.Exits(0));
     EXPECT_THAT(ProcessesWithHome(on.sample.Home()), testing::IsEmpty());
     EXPECT_EQ(WithoutAnimatorLines(on.sample.Errors()), "");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(on.sample.Home())) {
@@ -147,7 +174,8 @@ TEST(WindowWithoutCompositor, LetsTheBroadcastBeSeenAroundThePanel) {
 TEST(WindowVisibility, PausesWhenIconifiedAndResumesWhenShownAgain) {
     OnDisplay on({"openbox", ""});
     ASSERT_TRUE(on.WaitForPicture());
-    const XlibWindow window = on.Window();
+    XlibWindow window = 0;
+    ASSERT_TRUE(on.WaitForWindow(window));
     ASSERT_TRUE(on.display.Iconify(window));
     ASSERT_TRUE(on.sample.WaitForLines("pause", 1));
     on.display.Map(window);
@@ -190,8 +218,10 @@ TEST(WindowVisibility, TakesNoKeyWhileItIsCovered) {
 TEST(WindowClose, EndsTheApplication) {
     OnDisplay on({"openbox", ""});
     ASSERT_TRUE(on.WaitForPicture());
-    on.display.RequestClose(on.Window());
-    EXPECT_EQ(on.sample.WaitForExit(), 0);
+    XlibWindow window = 0;
+    ASSERT_TRUE(on.WaitForWindow(window));
+    on.display.RequestClose(window);
+    EXPECT_TRUE(on.Exits(0));
     EXPECT_EQ(on.sample.Count("terminate"), 1);
 }
 
