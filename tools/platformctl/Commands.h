@@ -3,38 +3,42 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
-#include "CommandLine.h"
+#include "shared/CommandLine.h"
 
 /// The commands of platformctl. Each prints its result to standard output and errors to standard
 /// error, and returns the program's exit status.
 namespace applist::desktop {
 
-/// The arguments of a command. The caller has checked their number.
-struct Request {
-    std::vector<std::string> arguments;
-    bool json = false;
-};
+using tools::Arguments;
 
-Exit GetSetting(const Request& request);
-Exit SetSetting(const Request& request);
-Exit UnsetSetting(const Request& request);
+/// The exit statuses of the program.
+enum Exit { DONE = 0, FAILED = 1, WRONG_USAGE = 2 };
 
-Exit GetFactoryItem(const Request& request);
-Exit SetFactoryItem(const Request& request);
-Exit UnsetFactoryItem(const Request& request);
-Exit SetRegion(const Request& request);
+/// Prints "platformctl: PROBLEM" on standard error; returns status.
+Exit Complain(const std::string& problem, Exit status);
+
+/// The commands and options of platformctl.
+const tools::Program& PlatformctlProgram();
+
+int GetSetting(const Arguments& given);
+int SetSetting(const Arguments& given);
+int UnsetSetting(const Arguments& given);
+
+int GetFactoryItem(const Arguments& given);
+int SetFactoryItem(const Arguments& given);
+int UnsetFactoryItem(const Arguments& given);
+int SetRegion(const Arguments& given);
 
 /// Prints all known settings and factory items with their values.
-Exit ListData(const Request& request);
+int ListData(const Arguments& given);
 
 /// Prints the key table: which keys act as keys of the remote control.
-Exit ListKeys(const Request& request);
+int ListKeys(const Arguments& given);
 
 /// Prints whether the menu shows the list's entry, and the values that decided it.
-Exit PrintVisible(const Request& request);
+int PrintVisible(const Arguments& given);
 
-Exit Launch(const Request& request);
+int Launch(const Arguments& given);
 
 }  // namespace applist::desktop

@@ -10,19 +10,18 @@
 
 namespace applist::desktop {
 
-Exit GetFactoryItem(const Request& request) {
-    const auto id = FindFactoryItem(request.arguments[0]);
+int GetFactoryItem(const Arguments& given) {
+    const auto id = FindFactoryItem(given.words()[0]);
     if (!id.value) {
         return Complain(id.problem, WRONG_USAGE);
     }
     const auto reading = ReadFactoryItem(*id.value);
     if (!reading.value) {
-        return Complain(reading.problem.empty()
-                            ? "factory item " + request.arguments[0] + " is not set"
-                            : reading.problem,
+        return Complain(reading.problem.empty() ? "factory item " + given.words()[0] + " is not set"
+                                                : reading.problem,
                         FAILED);
     }
-    if (request.json) {
+    if (given.Has("json")) {
         Json()
             .Object()
             .Member("id", Setting(*id.value))
@@ -35,12 +34,12 @@ Exit GetFactoryItem(const Request& request) {
     return DONE;
 }
 
-Exit SetFactoryItem(const Request& request) {
-    const auto id = FindFactoryItem(request.arguments[0]);
+int SetFactoryItem(const Arguments& given) {
+    const auto id = FindFactoryItem(given.words()[0]);
     if (!id.value) {
         return Complain(id.problem, WRONG_USAGE);
     }
-    const auto value = ParseFactoryValue(request.arguments[1]);
+    const auto value = ParseFactoryValue(given.words()[1]);
     if (!value.value) {
         return Complain(value.problem, WRONG_USAGE);
     }
@@ -48,8 +47,8 @@ Exit SetFactoryItem(const Request& request) {
     return failure ? Complain(*failure, FAILED) : DONE;
 }
 
-Exit UnsetFactoryItem(const Request& request) {
-    const auto id = FindFactoryItem(request.arguments[0]);
+int UnsetFactoryItem(const Arguments& given) {
+    const auto id = FindFactoryItem(given.words()[0]);
     if (!id.value) {
         return Complain(id.problem, WRONG_USAGE);
     }
@@ -57,8 +56,8 @@ Exit UnsetFactoryItem(const Request& request) {
     return failure ? Complain(*failure, FAILED) : DONE;
 }
 
-Exit SetRegion(const Request& request) {
-    const auto region = FindRegion(request.arguments[0]);
+int SetRegion(const Arguments& given) {
+    const auto region = FindRegion(given.words()[0]);
     if (!region.value) {
         return Complain(region.problem, WRONG_USAGE);
     }

@@ -27,9 +27,9 @@ void PrintJson(const KeyTable& table) {
 
 }  // namespace
 
-Exit ListKeys(const Request& request) {
+int ListKeys(const Arguments& given) {
     const KeyTableReading reading = ReadKeyTable(KeyTablePath());
-    (request.json ? PrintJson : PrintText)(reading.table);
+    (given.Has("json") ? PrintJson : PrintText)(reading.table);
     // The keys are printed despite problems, because the other lines of the file take effect.
     for (const std::string& problem : reading.problems) {
         Complain(problem, FAILED);

@@ -20,12 +20,12 @@ std::string Quoted(const std::string& text) {
     return "'" + text + "'";
 }
 
-/// Returns the names of a table's entries for a message: "italy, brazil, ...".
+/// Returns the names of a table's entries: "italy, brazil, ...".
 template <typename Table, typename Name>
-std::string Names(const Table& table, Name name) {
+std::string Names(const Table& table, Name name, const std::string& separator = ", ") {
     std::string names;
     for (const auto& entry : table) {
-        names += (names.empty() ? "" : ", ") + std::string(name(entry));
+        names += (names.empty() ? "" : separator) + std::string(name(entry));
     }
     return names;
 }
@@ -86,6 +86,11 @@ std::span<const KnownRegion> KnownRegions() {
     return regions;
 }
 
+std::string RegionNames(const std::string& separator) {
+    return Names(
+        KnownRegions(), [](const auto& known) { return known.name; }, separator);
+}
+
 Reading<KnownSetting> FindSetting(const std::string& key) {
     const auto settings = KnownSettings();
     const auto found = std::find_if(settings.begin(), settings.end(),
@@ -112,9 +117,7 @@ Reading<KnownRegion> FindRegion(const std::string& name) {
     const auto found = std::find_if(regions.begin(), regions.end(),
                                     [&](const KnownRegion& known) { return known.name == name; });
     if (found == regions.end()) {
-        return {{},
-                "unknown region " + Quoted(name) +
-                    "; known: " + Names(regions, [](const auto& known) { return known.name; })};
+        return {{}, "unknown region " + Quoted(name) + "; known: " + RegionNames(", ")};
     }
     return {*found, {}};
 }

@@ -30,6 +30,8 @@ struct KnownRegion {
 
 std::span<const KnownSetting> KnownSettings();
 std::span<const KnownRegion> KnownRegions();
+/// Returns "italy|brazil|..." with this separator.
+std::string RegionNames(const std::string& separator);
 
 /// Parse words of the command line. If a word is invalid, the problem says why.
 Reading<KnownSetting> FindSetting(const std::string& key);

@@ -49,11 +49,11 @@ bool Send(const std::string& id, const std::vector<Pair>& data) {
 
 }  // namespace
 
-Exit Launch(const Request& request) {
-    const std::string& id = request.arguments[0];
+int Launch(const Arguments& given) {
+    const std::string& id = given.words()[0];
     std::vector<Pair> data;
-    for (size_t i = 1; i < request.arguments.size(); ++i) {
-        auto pair = ParsePair(request.arguments[i]);
+    for (size_t i = 1; i < given.words().size(); ++i) {
+        auto pair = ParsePair(given.words()[i]);
         if (!pair.value) {
             return Complain(pair.problem, WRONG_USAGE);
         }

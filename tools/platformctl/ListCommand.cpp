@@ -47,9 +47,9 @@ void PrintJson(const std::vector<Entry>& entries) {
 
 }  // namespace
 
-Exit ListData(const Request& request) {
+int ListData(const Arguments& given) {
     const auto entries = ReadAll();
-    request.json ? PrintJson(entries) : PrintText(entries);
+    given.Has("json") ? PrintJson(entries) : PrintText(entries);
     // Problems are printed after the values, so that one damaged file does not hide the rest.
     Exit status = DONE;
     for (const Entry& entry : entries) {

@@ -8,8 +8,8 @@
 
 namespace applist::desktop {
 
-Exit GetSetting(const Request& request) {
-    const auto known = FindSetting(request.arguments[0]);
+int GetSetting(const Arguments& given) {
+    const auto known = FindSetting(given.words()[0]);
     if (!known.value) {
         return Complain(known.problem, WRONG_USAGE);
     }
@@ -18,7 +18,7 @@ Exit GetSetting(const Request& request) {
         return Complain(
             reading.problem.empty() ? known.value->key + " is not set" : reading.problem, FAILED);
     }
-    if (request.json) {
+    if (given.Has("json")) {
         Json()
             .Object()
             .Member("key", known.value->key)
@@ -32,12 +32,12 @@ Exit GetSetting(const Request& request) {
     return DONE;
 }
 
-Exit SetSetting(const Request& request) {
-    const auto known = FindSetting(request.arguments[0]);
+int SetSetting(const Arguments& given) {
+    const auto known = FindSetting(given.words()[0]);
     if (!known.value) {
         return Complain(known.problem, WRONG_USAGE);
     }
-    const auto setting = ParseSetting(*known.value, request.arguments[1], request.arguments[2]);
+    const auto setting = ParseSetting(*known.value, given.words()[1], given.words()[2]);
     if (!setting.value) {
         return Complain(setting.problem, WRONG_USAGE);
     }
@@ -45,8 +45,8 @@ Exit SetSetting(const Request& request) {
     return failure ? Complain(*failure, FAILED) : DONE;
 }
 
-Exit UnsetSetting(const Request& request) {
-    const auto known = FindSetting(request.arguments[0]);
+int UnsetSetting(const Arguments& given) {
+    const auto known = FindSetting(given.words()[0]);
     if (!known.value) {
         return Complain(known.problem, WRONG_USAGE);
     }

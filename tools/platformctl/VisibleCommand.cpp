@@ -86,7 +86,7 @@ void PrintJson(const Explanation& explanation) {
 
 }  // namespace
 
-Exit PrintVisible(const Request& request) {
+int PrintVisible(const Arguments& given) {
     if (!ReadRegionItem().value) {
         static_cast<void>(std::fputs(
             "platformctl: the region is not set; the decision takes about five seconds\n", stderr));
@@ -94,7 +94,7 @@ Exit PrintVisible(const Request& request) {
     // The entry point of the menu, so that the output shows the answer that a menu gets.
     const bool shown = check_visibility_int(MENU_KEY) != 0;
     const Explanation explanation = Explain(shown);
-    request.json ? PrintJson(explanation) : PrintText(explanation);
+    given.Has("json") ? PrintJson(explanation) : PrintText(explanation);
     // The commands cannot change a damaged file, so the reason is printed as well.
     for (const auto& [name, reading] : explanation.facts) {
         if (!reading.problem.empty()) {

@@ -199,10 +199,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Mistake{{}, "no command"}, Mistake{{"frobnicate"}, "unknown command 'frobnicate'"},
         Mistake{{"factory"}, "unknown command 'factory'"},
-        Mistake{{"list", "--yaml"}, "unknown option '--yaml'"},
-        Mistake{{"get"}, "usage: platformctl get KEY"},
-        Mistake{{"list", "all"}, "usage: platformctl list"},
-        Mistake{{"set", AUTORUN, "true"}, "usage: platformctl set KEY bool|int VALUE"},
+        Mistake{{"list", "--yaml"}, "unknown option --yaml"},
+        Mistake{{"get"}, "get takes KEY; see platformctl get --help"},
+        Mistake{{"list", "all"}, "list takes no arguments; see platformctl list --help"},
+        Mistake{{"set", AUTORUN, "true"}, "set takes KEY bool|int VALUE; "},
         Mistake{{"get", "db/unknown"}, "unknown setting 'db/unknown'; known: " + AUTORUN},
         Mistake{{"set", "db/unknown", "int", "1"}, "unknown setting 'db/unknown'"},
         Mistake{{"unset", "memory/"}, "unknown setting 'memory/'"},
@@ -229,7 +229,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "value '4294967296' is not a 32-bit number"},
         Mistake{{"region", "atlantis"},
                 "unknown region 'atlantis'; known: italy, brazil, argentina, uruguay, none"},
-        Mistake{{"launch"}, "usage: platformctl launch APP_ID [KEY=VALUE...]"},
+        Mistake{{"launch"}, "launch takes APP_ID [KEY=VALUE...]; "},
         Mistake{{"launch", "org.example.app", "text"}, "extra data 'text' is not KEY=VALUE"},
         Mistake{{"launch", "org.example.app", "=x"}, "extra data '=x' is not KEY=VALUE"}),
     [](const auto& row) { return "Row" + std::to_string(row.index); });

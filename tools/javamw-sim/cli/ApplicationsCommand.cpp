@@ -4,7 +4,7 @@
 
 #include "cli/ApplicationFormats.h"
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "common/Output.h"
 #include "feed/BroadcastFile.h"
 
@@ -54,33 +54,28 @@ ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& 
     return Write(format(ListApplications(*broadcast, options.filter)));
 }
 
-Result<Job> Prepare(const Arguments& given) {
-    if (given.words().size() != 1) {
-        return Result<Job>::Failure("applications takes one file");
-    }
+int Run(const Arguments& given) {
     if (given.Has("json") && given.Has("csv")) {
-        return Result<Job>::Failure("--json and --csv exclude each other");
+        return given.Refuse("--json and --csv exclude each other");
     }
     const auto options = BroadcastFeedOptionsFrom(given);
     if (!options) {
-        return Result<Job>::Failure(options.error());
+        return given.Refuse(options.error());
     }
     const Format format = given.Has("json")  ? &FormatJson
                           : given.Has("csv") ? &FormatCsv
                                              : &FormatTable;
-    return Job([file = given.words().front(), options = *options, format] {
-        return PrintApplications(file, options, format);
-    });
+    return static_cast<int>(PrintApplications(given.words().front(), *options, format));
 }
 
 }  // namespace
 
-Subcommand ApplicationsSubcommand() {
+Command ApplicationsCommand() {
     std::vector<Option> options = BroadcastOptions();
     options.push_back({"json", 'j', "", "Print an array of objects"});
     options.push_back({"csv", '\0', "", "Print comma-separated values (RFC 4180)"});
     return {"applications",     "FILE",  "Print the applications in a recorded broadcast",
-            std::move(options), DETAILS, &Prepare};
+            std::move(options), DETAILS, &Run};
 }
 
 }  // namespace applist::sim

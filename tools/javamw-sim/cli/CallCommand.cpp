@@ -4,10 +4,10 @@
 #include <iterator>
 
 #include "cli/CommonOptions.h"
-#include "cli/Help.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "middleware/Commands.h"
 #include "scenario/CallArguments.h"
+#include "shared/Help.h"
 
 namespace applist::sim {
 namespace {
@@ -35,6 +35,28 @@ std::string Details() {
     return text + '\n' + DETAILS;
 }
 
+int Run(const Arguments& given) {
+    auto session = SessionOptionsFrom(given);
+    if (!session) {
+        return given.Refuse(session.error());
+    }
+    session->timeout = session->timeout.value_or(TIMEOUT_S);
+    const std::string& name = given.words().front();
+    const auto function = FunctionByName(name);
+    if (!function) {
+        return given.Refuse("unknown function '" + name + "'" +
+                            tools::Suggestion(name, FunctionNames()));
+    }
+    const auto items =
+        ParseCallArguments(*function, {given.words().begin() + 1, given.words().end()});
+    if (!items) {
+        return given.Refuse(items.error());
+    }
+    return static_cast<int>(CallOnce(*session, *function, *items));
+}
+
+}  // namespace
+
 std::vector<std::string> FunctionNames() {
     std::vector<std::string> names;
     std::transform(FUNCTIONS.begin(), FUNCTIONS.end(), std::back_inserter(names),
@@ -42,40 +64,13 @@ std::vector<std::string> FunctionNames() {
     return names;
 }
 
-Result<Job> Prepare(const Arguments& given) {
-    auto session = SessionOptionsFrom(given);
-    if (!session) {
-        return Result<Job>::Failure(session.error());
-    }
-    session->timeout = session->timeout.value_or(TIMEOUT_S);
-    if (given.words().empty()) {
-        return Result<Job>::Failure("call needs a function");
-    }
-    const std::string& name = given.words().front();
-    const auto function = FunctionByName(name);
-    if (!function) {
-        return Result<Job>::Failure("unknown function '" + name + "'" +
-                                    Suggestion(name, FunctionNames()));
-    }
-    const auto items =
-        ParseCallArguments(*function, {given.words().begin() + 1, given.words().end()});
-    if (!items) {
-        return Result<Job>::Failure(items.error());
-    }
-    return Job([session = *session, function = *function, items = *items] {
-        return CallOnce(session, function, items);
-    });
-}
-
-}  // namespace
-
-Subcommand CallSubcommand() {
+Command CallCommand() {
     return {"call",
             "FUNCTION [ARG...]",
             "Call one function and print the items of the reply",
             SessionOptionsAnd({JsonOption(), RecordOption()}),
             Details(),
-            &Prepare};
+            &Run};
 }
 
 }  // namespace applist::sim

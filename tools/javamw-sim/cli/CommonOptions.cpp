@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/CommonOptions.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
-#include "feed/BroadcastFile.h"
 #include "feed/DisplayNames.h"
 
 namespace applist::sim {
@@ -19,7 +20,23 @@ std::optional<Number> Parse(const std::string& text) {
     return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
 }
 
+struct NamedCoding {
+    const char* name;
+    std::optional<TextCoding> coding;
+};
+
+constexpr std::array TEXT_CODINGS{
+    NamedCoding{"auto", std::nullopt}, NamedCoding{"dvb", TextCoding::Dvb},
+    NamedCoding{"isdb", TextCoding::Isdb}, NamedCoding{"arib", TextCoding::Arib},
+    NamedCoding{"latin", TextCoding::Latin}};
+
 }  // namespace
+
+std::string FirstOf(std::initializer_list<std::string> errors) {
+    const auto* const found = std::find_if(errors.begin(), errors.end(),
+                                           [](const std::string& error) { return !error.empty(); });
+    return found == errors.end() ? std::string() : *found;
+}
 
 Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
                              const std::string& text) {
@@ -48,17 +65,28 @@ std::vector<Option> BroadcastOptions() {
     };
 }
 
+std::vector<std::string> TextCodingNames() {
+    std::vector<std::string> names;
+    std::transform(TEXT_CODINGS.begin(), TEXT_CODINGS.end(), std::back_inserter(names),
+                   [](const NamedCoding& coding) { return coding.name; });
+    return names;
+}
+
 Result<BroadcastFeedOptions> BroadcastFeedOptionsFrom(const Arguments& given) {
     BroadcastFeedOptions options;
     options.filter.services = given.Values("service");
     options.filter.languages =
         given.Has("language") ? ParseLanguages(given.Value("language")) : LocaleLanguages();
     if (given.Has("text")) {
-        const auto coding = ParseTextCoding(given.Value("text"));
-        if (!coding) {
-            return Result<BroadcastFeedOptions>::Failure(coding.error());
+        const std::string name = given.Value("text");
+        const auto* const found =
+            std::find_if(TEXT_CODINGS.begin(), TEXT_CODINGS.end(),
+                         [&](const NamedCoding& coding) { return coding.name == name; });
+        if (found == TEXT_CODINGS.end()) {
+            return Result<BroadcastFeedOptions>::Failure(
+                "--text takes auto, dvb, isdb, arib or latin, not '" + name + "'");
         }
-        options.coding = *coding;
+        options.coding = found->coding;
     }
     return options;
 }

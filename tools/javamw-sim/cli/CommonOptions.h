@@ -2,16 +2,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "common/Result.h"
 #include "feed/Feed.h"
 #include "middleware/Session.h"
 
 namespace applist::sim {
+
+/// Returns the first error that is not empty.
+std::string FirstOf(std::initializer_list<std::string> errors);
 
 /// Parses the value of an option that takes a number of at least 0. A failure names the option and
 /// the expected value: "whole seconds".
@@ -23,6 +27,9 @@ Result<std::optional<double>> Speed(const std::string& text);
 
 /// Options of every subcommand that reads a broadcast from a file.
 std::vector<Option> BroadcastOptions();
+
+/// The values of --text.
+std::vector<std::string> TextCodingNames();
 
 /// Parses those options. The interval is not one of them.
 Result<BroadcastFeedOptions> BroadcastFeedOptionsFrom(const Arguments& given);

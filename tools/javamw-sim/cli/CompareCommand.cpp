@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "common/Output.h"
 #include "recording/Comparison.h"
 #include "recording/RecordingFile.h"
@@ -28,14 +28,6 @@ constexpr const char* DETAILS =
 
 constexpr int64_t MICROSECONDS = 1000;
 
-/// The options of the command.
-struct Comparison {
-    std::string first;
-    std::string second;
-    CompareOptions options;
-    bool json = false;
-};
-
 std::optional<Recording> Load(const std::string& file) {
     auto recording = LoadRecording(file);
     if (!recording) {
@@ -48,44 +40,40 @@ std::optional<Recording> Load(const std::string& file) {
     return std::move(*recording);
 }
 
-ExitCode Run(const Comparison& asked) {
-    const auto first = Load(asked.first);
-    const auto second = Load(asked.second);
+ExitCode Print(const std::string& firstFile, const std::string& secondFile,
+               const CompareOptions& options, bool json) {
+    const auto first = Load(firstFile);
+    const auto second = Load(secondFile);
     if (!first || !second) {
         return ExitCode::WrongUsage;
     }
-    const auto steps = StepsOf(*first, asked.options.names);
-    const auto differences =
-        Compare(steps, StepsOf(*second, asked.options.names), asked.options.tolerance);
+    const auto steps = StepsOf(*first, options.names);
+    const auto differences = Compare(steps, StepsOf(*second, options.names), options.tolerance);
     const bool written =
         PrintReport({.differences = differences,
-                     .firstFile = asked.first,
-                     .secondFile = asked.second,
+                     .firstFile = firstFile,
+                     .secondFile = secondFile,
                      .same = "no difference in " + std::to_string(steps.size()) + " steps",
-                     .json = asked.json});
+                     .json = json});
     return differences.empty() && written ? ExitCode::Success : ExitCode::CallFailed;
 }
 
-Result<Job> Prepare(const Arguments& given) {
-    if (given.words().size() != 2) {
-        return Result<Job>::Failure("compare takes FIRST and SECOND");
-    }
-    Comparison asked{given.words()[0], given.words()[1], {}, given.Has("json")};
-    asked.options.names = given.Has("names");
+int Run(const Arguments& given) {
+    CompareOptions options{.names = given.Has("names"), .tolerance = std::nullopt};
     if (given.Has("tolerance")) {
         const auto milliseconds =
             WholeNumber("tolerance", "whole milliseconds", given.Value("tolerance"));
         if (!milliseconds) {
-            return Result<Job>::Failure(milliseconds.error());
+            return given.Refuse(milliseconds.error());
         }
-        asked.options.tolerance = *milliseconds * MICROSECONDS;
+        options.tolerance = *milliseconds * MICROSECONDS;
     }
-    return Job([asked] { return Run(asked); });
+    return static_cast<int>(Print(given.words()[0], given.words()[1], options, given.Has("json")));
 }
 
 }  // namespace
 
-Subcommand CompareSubcommand() {
+Command CompareCommand() {
     return {"compare",
             "FIRST SECOND",
             "Print the differences between two recordings",
@@ -93,7 +81,7 @@ Subcommand CompareSubcommand() {
              {"tolerance", '\0', "MS", "Compare times, too, with this tolerance"},
              JsonOption()},
             DETAILS,
-            &Prepare};
+            &Run};
 }
 
 }  // namespace applist::sim

@@ -1,24 +1,10 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/CommandLine.h"
-#include "cli/Subcommand.h"
-#include "common/Output.h"
+#include <algorithm>
 
-namespace applist::sim {
-namespace {
-
-ExitCode Run(const std::vector<std::string>& arguments) {
-    const auto job = ParseCommandLine(Subcommands(), arguments);
-    if (!job) {
-        Complain(job.error());
-        return ExitCode::WrongUsage;
-    }
-    return (*job)();
-}
-
-}  // namespace
-}  // namespace applist::sim
+#include "cli/Program.h"
 
 int main(int argc, char** argv) {
-    return static_cast<int>(applist::sim::Run({argv, argv + argc}));
+    return applist::tools::RunProgram(applist::sim::SimulatorProgram(),
+                                      {argv + std::min(argc, 1), argv + argc});
 }

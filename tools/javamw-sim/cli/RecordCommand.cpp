@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "middleware/Commands.h"
 
 namespace applist::sim {
@@ -30,21 +30,16 @@ constexpr const char* DETAILS =
     "  javamw-sim serve --record=session.jsonl\n"
     "  javamw-sim record - | jq -r .note\n";
 
-Result<Job> Prepare(const Arguments& given) {
-    if (given.words().size() != 1) {
-        return Result<Job>::Failure("record takes FILE");
-    }
-    return Job([address = given.Value("address"), file = given.words().front()] {
-        return RecordBus(address, file);
-    });
+int Run(const Arguments& given) {
+    return static_cast<int>(RecordBus(given.Value("address"), given.words().front()));
 }
 
 }  // namespace
 
-Subcommand RecordSubcommand() {
+Command RecordCommand() {
     return {
         "record",          "FILE",  "Record the traffic between a middleware and the application",
-        {AddressOption()}, DETAILS, &Prepare};
+        {AddressOption()}, DETAILS, &Run};
 }
 
 }  // namespace applist::sim

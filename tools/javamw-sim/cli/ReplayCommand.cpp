@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "common/Output.h"
 #include "middleware/Commands.h"
 #include "recording/RecordingFile.h"
@@ -32,7 +32,7 @@ ExitCode Refuse(const std::string& why) {
     return ExitCode::WrongUsage;
 }
 
-ExitCode Run(const SessionOptions& session, const ReplayOptions& options, unsigned number) {
+ExitCode RunReplay(const SessionOptions& session, const ReplayOptions& options, unsigned number) {
     const auto recording = LoadRecording(options.file);
     if (!recording) {
         return Refuse(recording.error());
@@ -48,42 +48,26 @@ ExitCode Run(const SessionOptions& session, const ReplayOptions& options, unsign
     return Replay(session, options, conversations[number - 1]);
 }
 
-/// Returns an empty string on success.
-std::string Take(const Arguments& given, ReplayOptions& options, unsigned& number) {
-    if (given.words().size() != 1) {
-        return "replay takes FILE";
-    }
-    options.file = given.words().front();
-    options.json = given.Has("json");
-    const auto speed = Speed(given.Has("speed") ? given.Value("speed") : "1");
-    const auto patience =
-        WholeNumber("wait", "whole seconds", given.Has("wait") ? given.Value("wait") : "2");
-    const auto conversation =
-        WholeNumber("conversation", "a whole number",
-                    given.Has("conversation") ? given.Value("conversation") : "1");
-    if (!speed || !patience || !conversation) {
-        return speed.error() + patience.error() + conversation.error();
-    }
-    options.speed = *speed;
-    options.patience = *patience;
-    number = *conversation;
-    return {};
-}
-
-Result<Job> Prepare(const Arguments& given) {
+int Run(const Arguments& given) {
     const auto session = SessionOptionsFrom(given);
-    ReplayOptions options;
-    unsigned number = 0;
-    const std::string error = session ? Take(given, options, number) : session.error();
-    if (!error.empty()) {
-        return Result<Job>::Failure(error);
+    const auto speed = Speed(given.Value("speed", "1"));
+    const auto patience = WholeNumber("wait", "whole seconds", given.Value("wait", "2"));
+    const auto number =
+        WholeNumber("conversation", "a whole number", given.Value("conversation", "1"));
+    if (!session || !speed || !patience || !number) {
+        return given.Refuse(
+            FirstOf({session.error(), speed.error(), patience.error(), number.error()}));
     }
-    return Job([session = *session, options, number] { return Run(session, options, number); });
+    const ReplayOptions options{.file = given.words().front(),
+                                .speed = *speed,
+                                .patience = *patience,
+                                .json = given.Has("json")};
+    return static_cast<int>(RunReplay(*session, options, *number));
 }
 
 }  // namespace
 
-Subcommand ReplaySubcommand() {
+Command ReplayCommand() {
     return {"replay",
             "FILE",
             "Replay a recording to an application and print the differences",
@@ -94,7 +78,7 @@ Subcommand ReplaySubcommand() {
                 JsonOption(),
             }),
             DETAILS,
-            &Prepare};
+            &Run};
 }
 
 }  // namespace applist::sim

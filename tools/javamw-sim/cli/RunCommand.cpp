@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "common/Output.h"
 #include "scenario/ScenarioRun.h"
 
@@ -51,28 +51,19 @@ std::optional<std::vector<Scenario>> Load(const std::vector<std::string>& files)
     return complete ? std::optional(std::move(scenarios)) : std::nullopt;
 }
 
-ExitCode RunScenarios(const Arguments& given) {
+int Run(const Arguments& given) {
     auto scenarios = Load(given.words());
-    if (!scenarios) {
-        return ExitCode::WrongUsage;
-    }
-    if (given.Has("check")) {
-        return ExitCode::Success;
-    }
-    return ScenarioRun({given.Value("address"), given.Has("keep-going")}, std::move(*scenarios))
-        .Run();
-}
-
-Result<Job> Prepare(const Arguments& given) {
-    if (given.words().empty()) {
-        return Result<Job>::Failure("run needs a file");
-    }
-    return Job([given] { return RunScenarios(given); });
+    const ScenarioOptions options{given.Value("address"), given.Has("keep-going")};
+    const ExitCode status = !scenarios ? ExitCode::WrongUsage
+                            : given.Has("check")
+                                ? ExitCode::Success
+                                : ScenarioRun(options, std::move(*scenarios)).Run();
+    return static_cast<int>(status);
 }
 
 }  // namespace
 
-Subcommand RunSubcommand() {
+Command RunCommand() {
     return {"run",
             "FILE...",
             "Play scenarios and print whether their expectations hold",
@@ -80,7 +71,7 @@ Subcommand RunSubcommand() {
              {"check", 'c', "", "Only check the files for errors"},
              {"keep-going", 'k', "", "Continue after a failure"}},
             Details(),
-            &Prepare};
+            &Run};
 }
 
 }  // namespace applist::sim

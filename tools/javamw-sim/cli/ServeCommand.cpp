@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "common/Output.h"
 #include "feed/Feed.h"
 #include "middleware/Commands.h"
@@ -115,32 +115,27 @@ Result<BroadcastFeedOptions> FeedOptionsFrom(const Arguments& given) {
     return options;
 }
 
-Result<Job> Prepare(const Arguments& given) {
-    const auto session = SessionOptionsFrom(given);
-    if (!session) {
-        return Result<Job>::Failure(session.error());
-    }
+int Run(const Arguments& given) {
     if (given.Has("items") && given.Has("broadcast")) {
-        return Result<Job>::Failure("--items and --broadcast exclude each other");
+        return given.Refuse("--items and --broadcast exclude each other");
     }
+    const auto session = SessionOptionsFrom(given);
     const auto options = FeedOptionsFrom(given);
-    if (!options) {
-        return Result<Job>::Failure(options.error());
+    if (!session || !options) {
+        return given.Refuse(FirstOf({session.error(), options.error()}));
     }
-    return Job([session = *session, given, options = *options] {
-        return RunServe(session, given, options);
-    });
+    return static_cast<int>(RunServe(*session, given, *options));
 }
 
 }  // namespace
 
-Subcommand ServeSubcommand() {
+Command ServeCommand() {
     return {"serve",
             "",
             "Fill the list of each application that connects, then watch",
             SessionOptionsAnd(OwnOptions()),
             DETAILS,
-            &Prepare};
+            &Run};
 }
 
 }  // namespace applist::sim

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "shell/Shell.h"
 
 namespace applist::sim {
@@ -24,14 +24,14 @@ constexpr const char* DETAILS =
     "  javamw-sim shell\n"
     "  printf 'wait connected\\nadd w1=Weather\\ncall GetAllItems\\n' | javamw-sim shell\n";
 
-Result<Job> Prepare(const Arguments& given) {
-    const ShellOptions options{given.Value("address"), given.Has("offline"), given.Has("json")};
-    return Job([options] { return Shell(options).Run(); });
+int Run(const Arguments& given) {
+    return static_cast<int>(
+        Shell({given.Value("address"), given.Has("offline"), given.Has("json")}).Run());
 }
 
 }  // namespace
 
-Subcommand ShellSubcommand() {
+Command ShellCommand() {
     return {"shell",
             "",
             "Run statements interactively",
@@ -39,7 +39,7 @@ Subcommand ShellSubcommand() {
              {"offline", '\0', "", "Join the bus only when a statement needs it"},
              JsonOption()},
             DETAILS,
-            &Prepare};
+            &Run};
 }
 
 }  // namespace applist::sim

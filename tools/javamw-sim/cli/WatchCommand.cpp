@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/CommonOptions.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "middleware/Commands.h"
 
 namespace applist::sim {
@@ -23,23 +23,20 @@ constexpr const char* DETAILS =
     "  javamw-sim watch\n"
     "  javamw-sim watch --address=unix:path=/run/set/system_bus_socket\n";
 
-Result<Job> Prepare(const Arguments& given) {
+int Run(const Arguments& given) {
     const auto session = SessionOptionsFrom(given);
-    if (!session) {
-        return Result<Job>::Failure(session.error());
-    }
-    return Job([session = *session] { return Watch(session); });
+    return session ? static_cast<int>(Watch(*session)) : given.Refuse(session.error());
 }
 
 }  // namespace
 
-Subcommand WatchSubcommand() {
+Command WatchCommand() {
     return {"watch",
             "",
             "Print every event and the selection read after it",
             SessionOptionsAnd({JsonOption(), RecordOption()}),
             DETAILS,
-            &Prepare};
+            &Run};
 }
 
 }  // namespace applist::sim

@@ -81,23 +81,6 @@ Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextC
     return broadcast;
 }
 
-Result<std::optional<TextCoding>> ParseTextCoding(const std::string& name) {
-    struct Choice {
-        const char* name;
-        std::optional<TextCoding> coding;
-    };
-    constexpr std::array CHOICES{Choice{"auto", std::nullopt}, Choice{"dvb", TextCoding::Dvb},
-                                 Choice{"isdb", TextCoding::Isdb}, Choice{"arib", TextCoding::Arib},
-                                 Choice{"latin", TextCoding::Latin}};
-    for (const Choice& choice : CHOICES) {
-        if (name == choice.name) {
-            return choice.coding;
-        }
-    }
-    return Result<std::optional<TextCoding>>::Failure(
-        "--text takes auto, dvb, isdb, arib or latin, not '" + name + "'");
-}
-
 std::string DamageRemark(const std::string& file, const Damage& damage) {
     const std::string text = Describe(damage);
     return text.empty() ? text : file + ": skipped damaged parts: " + text;

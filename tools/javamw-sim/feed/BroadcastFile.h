@@ -17,9 +17,6 @@ namespace applist::sim {
 Result<Broadcast> ReadBroadcastFile(const std::string& file,
                                     std::optional<TextCoding> coding = std::nullopt);
 
-/// Parses "auto", "dvb", "isdb", "arib" or "latin". A failure lists them.
-Result<std::optional<TextCoding>> ParseTextCoding(const std::string& name);
-
 /// Returns a line that counts the skipped parts, or an empty string if nothing was skipped.
 std::string DamageRemark(const std::string& file, const Damage& damage);
 

@@ -182,8 +182,8 @@ TEST_F(Applications, RefuseWrongUsage) {
         EXPECT_EQ(outcome.output, "");
         EXPECT_EQ(outcome.errors, "javamw-sim: " + error + hint);
     };
-    refused({}, "applications takes one file");
-    refused({"a", "b"}, "applications takes one file");
+    refused({}, "applications takes FILE");
+    refused({"a", "b"}, "applications takes FILE");
     refused({"a", "--json", "--csv"}, "--json and --csv exclude each other");
     refused({"a", "--text=ebcdic"}, "--text takes auto, dvb, isdb, arib or latin, not 'ebcdic'");
     refused({"a", "--items=b"}, "applications takes no option --items");

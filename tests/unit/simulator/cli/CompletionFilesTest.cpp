@@ -10,8 +10,7 @@
 
 #include <gmock/gmock.h>
 
-#include "cli/Help.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "link/Protocol.h"
 #include "support/ChildProcess.h"
 
@@ -87,15 +86,15 @@ Words LongOptions(const Words& entries) {
 
 Words CommandNames() {
     Words names;
-    for (const Subcommand& subcommand : Subcommands()) {
-        names.insert(subcommand.name);
+    for (const Command& command : SimulatorProgram().commands) {
+        names.insert(command.name);
     }
     return names;
 }
 
-Words OptionsOf(const Subcommand& subcommand) {
+Words OptionsOf(const Command& command) {
     Words options{"--help"};
-    for (const Option& option : subcommand.options) {
+    for (const Option& option : command.options) {
         options.insert("--" + option.name);
     }
     return options;
@@ -116,8 +115,8 @@ TEST(BashCompletion, OffersEveryCommand) {
 }
 
 TEST(BashCompletion, OffersTheOptionsOfEachCommandAndNoOther) {
-    for (const Subcommand& subcommand : Subcommands()) {
-        EXPECT_EQ(Bash("javamw-sim " + subcommand.name + " --"), OptionsOf(subcommand));
+    for (const Command& command : SimulatorProgram().commands) {
+        EXPECT_EQ(Bash("javamw-sim " + command.name + " --"), OptionsOf(command));
     }
 }
 
@@ -143,9 +142,8 @@ TEST(FishCompletion, OffersEveryCommand) {
 }
 
 TEST(FishCompletion, OffersTheOptionsOfEachCommandAndNoOther) {
-    for (const Subcommand& subcommand : Subcommands()) {
-        EXPECT_EQ(Fish("javamw-sim " + subcommand.name + " --"), OptionsOf(subcommand))
-            << subcommand.name;
+    for (const Command& command : SimulatorProgram().commands) {
+        EXPECT_EQ(Fish("javamw-sim " + command.name + " --"), OptionsOf(command)) << command.name;
     }
 }
 
@@ -158,8 +156,8 @@ TEST(ZshCompletion, OffersEveryCommand) {
 }
 
 TEST(ZshCompletion, OffersTheOptionsOfEachCommandAndNoOther) {
-    for (const Subcommand& subcommand : Subcommands()) {
-        EXPECT_EQ(LongOptions(Zsh(subcommand.name)), OptionsOf(subcommand)) << subcommand.name;
+    for (const Command& command : SimulatorProgram().commands) {
+        EXPECT_EQ(LongOptions(Zsh(command.name)), OptionsOf(command)) << command.name;
     }
 }
 

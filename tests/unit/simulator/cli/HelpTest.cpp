@@ -15,9 +15,9 @@
 
 #include <gmock/gmock.h>
 
-#include "cli/Help.h"
-#include "cli/Subcommand.h"
+#include "cli/Program.h"
 #include "scenario/Parser.h"
+#include "shared/Help.h"
 
 namespace applist::sim {
 namespace {
@@ -25,6 +25,10 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using tools::CommandHelp;
+using tools::ProgramHelp;
+
+const std::vector<Option> GENERAL_OPTIONS{tools::HelpOption(), tools::VersionOption()};
 
 std::string Page(const std::string& name) {
     const char* source = std::getenv("APPLIST_SOURCE");
@@ -74,10 +78,10 @@ std::multiset<std::string> InManual(const std::vector<Option>& options) {
 TEST(CommandTable, GivesOptionsOfOneNameOneMeaning) {
     std::map<std::string, Option> byName;
     std::map<char, std::string> byLetter;
-    for (const Subcommand& subcommand : Subcommands()) {
-        for (const Option& option : subcommand.options) {
+    for (const Command& command : SimulatorProgram().commands) {
+        for (const Option& option : command.options) {
             const Option& first = byName.try_emplace(option.name, option).first->second;
-            EXPECT_EQ(option.letter, first.letter) << subcommand.name << " --" << option.name;
+            EXPECT_EQ(option.letter, first.letter) << command.name << " --" << option.name;
             EXPECT_EQ(option.value.empty(), first.value.empty()) << option.name;
             if (option.letter != '\0') {
                 EXPECT_EQ(byLetter.try_emplace(option.letter, option.name).first->second,
@@ -88,10 +92,10 @@ TEST(CommandTable, GivesOptionsOfOneNameOneMeaning) {
 }
 
 TEST(CommandTable, LeavesTheGeneralOptionsToTheProgram) {
-    for (const Option& general : GeneralOptions()) {
-        for (const Subcommand& subcommand : Subcommands()) {
-            for (const Option& option : subcommand.options) {
-                EXPECT_NE(option.name, general.name) << subcommand.name;
+    for (const Option& general : GENERAL_OPTIONS) {
+        for (const Command& command : SimulatorProgram().commands) {
+            for (const Option& option : command.options) {
+                EXPECT_NE(option.name, general.name) << command.name;
                 EXPECT_TRUE(option.letter == '\0' || option.letter != general.letter);
             }
         }
@@ -99,28 +103,29 @@ TEST(CommandTable, LeavesTheGeneralOptionsToTheProgram) {
 }
 
 TEST(CommandHelp, ListsEverySubcommandAndExplainsEachWithExamples) {
-    for (const Subcommand& subcommand : Subcommands()) {
-        EXPECT_THAT(ProgramHelp(Subcommands()), HasSubstr("\n  " + subcommand.name + " "));
-        const std::string help = SubcommandHelp(subcommand);
+    for (const Command& command : SimulatorProgram().commands) {
+        EXPECT_THAT(ProgramHelp(SimulatorProgram()), HasSubstr("\n  " + command.name + " "));
+        const std::string help = CommandHelp(SimulatorProgram(), command);
         EXPECT_THAT(help, HasSubstr("\nExamples:\n"));
-        EXPECT_THAT(help, HasSubstr("javamw-sim " + subcommand.name));
+        EXPECT_THAT(help, HasSubstr("javamw-sim " + command.name));
         EXPECT_THAT(help, HasSubstr("\nExit status:\n  0  "));
     }
 }
 
 TEST(CommandHelp, FitsTerminals) {
-    for (const Subcommand& subcommand : Subcommands()) {
-        EXPECT_THAT(Matches(SubcommandHelp(subcommand), "(.{91,})"), IsEmpty()) << subcommand.name;
+    for (const Command& command : SimulatorProgram().commands) {
+        EXPECT_THAT(Matches(CommandHelp(SimulatorProgram(), command), "(.{91,})"), IsEmpty())
+            << command.name;
     }
 }
 
 TEST(Manual, HasEveryOptionOfEverySubcommandAndNoOther) {
     const std::string page = Page("javamw-sim.1");
     size_t sections = 0;
-    for (const Subcommand& subcommand : Subcommands()) {
-        const std::string section = Section(page, ".Ss " + subcommand.name);
-        EXPECT_EQ(Matches(section, "\n\\.It Fl ([^\n]*)"), InManual(subcommand.options))
-            << subcommand.name;
+    for (const Command& command : SimulatorProgram().commands) {
+        const std::string section = Section(page, ".Ss " + command.name);
+        EXPECT_EQ(Matches(section, "\n\\.It Fl ([^\n]*)"), InManual(command.options))
+            << command.name;
         ++sections;
     }
     EXPECT_THAT(Matches(page, "\n\\.Ss ([a-z]+)"), SizeIs(sections));
@@ -128,13 +133,13 @@ TEST(Manual, HasEveryOptionOfEverySubcommandAndNoOther) {
 
 TEST(Manual, HasTheGeneralOptions) {
     const std::string section = Section(Page("javamw-sim.1"), ".Sh DESCRIPTION");
-    EXPECT_EQ(Matches(section, "\n\\.It Fl ([^\n]*)"), InManual(GeneralOptions()));
+    EXPECT_EQ(Matches(section, "\n\\.It Fl ([^\n]*)"), InManual(GENERAL_OPTIONS));
 }
 
 TEST(Manual, HasTheExitCodesOfTheHelp) {
     const std::string section = Section(Page("javamw-sim.1"), ".Sh EXIT STATUS");
     EXPECT_EQ(Matches(section, "\\.It ([0-9]+)"),
-              Matches(ProgramHelp(Subcommands()), "\n  ([0-9])  "));
+              Matches(ProgramHelp(SimulatorProgram()), "\n  ([0-9])  "));
 }
 
 // The page writes a backslash as \e, and a bracket that ends a line by its name.

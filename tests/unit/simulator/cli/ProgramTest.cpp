@@ -119,7 +119,7 @@ TEST_F(Program, RefusesOptionsAndArgumentsOfOtherCommands) {
     };
     ExpectRefused({"watch", "it"}, "watch takes no arguments" + hint("watch"));
     ExpectRefused({"serve", "list.txt"}, "serve takes no arguments" + hint("serve"));
-    ExpectRefused({"call"}, "call needs a function" + hint("call"));
+    ExpectRefused({"call"}, "call takes FUNCTION [ARG...]" + hint("call"));
     ExpectRefused({"call", "Dance"}, "unknown function 'Dance'" + hint("call"));
     ExpectRefused({"call", "SetSelection"}, "SetSelection takes ID [NAME]" + hint("call"));
     ExpectRefused({"call", "GetAllItems", "x"}, "GetAllItems takes no arguments" + hint("call"));

@@ -62,7 +62,7 @@ TEST_F(RecordingProgram, PrintsItsHelp) {
 TEST_F(RecordingProgram, RefusesWrongUsage) {
     ExpectRefused({"record"}, "record takes FILE");
     ExpectRefused({"record", "a", "b"}, "record takes FILE");
-    ExpectRefused({"compare", "a"}, "compare takes FIRST and SECOND");
+    ExpectRefused({"compare", "a"}, "compare takes FIRST SECOND");
     ExpectRefused({"compare", "a", "b", "--tolerance=x"},
                   "--tolerance takes whole milliseconds, not 'x'");
     ExpectRefused({"replay"}, "replay takes FILE");

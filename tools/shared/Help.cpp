@@ -1,28 +1,14 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/Help.h"
+#include "shared/Help.h"
 
 #include <algorithm>
 #include <cctype>
 #include <numeric>
 #include <utility>
 
-namespace applist::sim {
+namespace applist::tools {
 namespace {
-
-constexpr const char* PURPOSE =
-    "Simulates the broadcast middleware on the bus: fills the list of the application,\n"
-    "calls it and prints its events. Either of the two may start first.\n";
-
-constexpr const char* EXIT_CODES =
-    "Exit status:\n"
-    "  0  success; an endless command was ended by SIGINT or SIGTERM\n"
-    "  1  failure: a call failed, an expectation did not hold, a comparison found a\n"
-    "     difference, the command was interrupted, or the output was closed\n"
-    "  2  wrong usage, or an input file that cannot be used\n"
-    "  3  the bus cannot be reached, closed the connection, or denies this user the\n"
-    "     middleware's names\n"
-    "  4  no application appeared in time\n";
 
 constexpr size_t WIDEST_LEFT = 24;
 
@@ -61,6 +47,10 @@ std::string OptionColumns(const std::vector<Option>& options) {
     return Columns(rows);
 }
 
+std::string Joined(const std::string& name, const std::string& words) {
+    return words.empty() ? name : name + ' ' + words;
+}
+
 std::string LowerCase(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
@@ -84,33 +74,27 @@ size_t EditDistance(const std::string& from, const std::string& to) {
 
 }  // namespace
 
-const std::vector<Option>& GeneralOptions() {
-    static const std::vector<Option> OPTIONS{
-        {"help", 'h', "", "Print this text"},
-        {"version", '\0', "", "Print the version"},
-    };
-    return OPTIONS;
-}
-
-std::string ProgramHelp(const std::vector<Subcommand>& subcommands) {
+std::string ProgramHelp(const Program& program) {
     std::vector<Row> rows;
-    rows.reserve(subcommands.size());
-    for (const Subcommand& subcommand : subcommands) {
-        rows.push_back({subcommand.name, subcommand.summary});
+    rows.reserve(program.commands.size());
+    for (const Command& command : program.commands) {
+        rows.push_back({Joined(command.name, command.words), command.summary});
     }
-    return std::string("Usage: javamw-sim COMMAND [OPTION...] [ARGUMENT...]\n\n") + PURPOSE +
-           "\nCommands:\n" + Columns(rows) +
-           "\n\"javamw-sim help COMMAND\" explains a command's arguments, options and output.\n" +
-           "\nOptions:\n" + OptionColumns(GeneralOptions()) + "\n" + EXIT_CODES;
+    std::vector<Option> options = program.options;
+    options.insert(options.end(), {HelpOption(), VersionOption()});
+    return "Usage: " + program.name + " COMMAND [OPTION...] [ARGUMENT...]\n\n" + program.purpose +
+           "\nCommands:\n" + Columns(rows) + "\n\"" + program.name +
+           " help COMMAND\" explains a command's arguments, options and output.\n\nOptions:\n" +
+           OptionColumns(options) + "\n" + program.exitCodes;
 }
 
-std::string SubcommandHelp(const Subcommand& subcommand) {
-    std::vector<Option> options = subcommand.options;
-    options.push_back(GeneralOptions().front());
-    return "Usage: javamw-sim " + subcommand.name + " [OPTION...]" +
-           (subcommand.words.empty() ? "" : " " + subcommand.words) + "\n\n" + subcommand.summary +
-           ".\n\nOptions:\n" + OptionColumns(options) + "\n" + subcommand.details + "\n" +
-           EXIT_CODES;
+std::string CommandHelp(const Program& program, const Command& command) {
+    std::vector<Option> options = command.options;
+    options.insert(options.end(), program.options.begin(), program.options.end());
+    options.push_back(HelpOption());
+    return "Usage: " + program.name + ' ' + Joined(command.name + " [OPTION...]", command.words) +
+           "\n\n" + command.summary + ".\n\nOptions:\n" + OptionColumns(options) + "\n" +
+           command.details + (command.details.empty() ? "" : "\n") + program.exitCodes;
 }
 
 std::string Suggestion(const std::string& word, const std::vector<std::string>& known) {
@@ -127,4 +111,4 @@ std::string Suggestion(const std::string& word, const std::vector<std::string>& 
     return best.empty() ? "" : " (did you mean " + best + "?)";
 }
 
-}  // namespace applist::sim
+}  // namespace applist::tools

@@ -1,0 +1,242 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "shared/CommandLine.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <iterator>
+#include <limits>
+#include <optional>
+#include <sstream>
+
+#include "shared/Help.h"
+
+namespace applist::tools {
+namespace {
+
+using Words = std::vector<std::string>;
+
+constexpr size_t ANY_NUMBER = std::numeric_limits<size_t>::max();
+
+Words WordsOf(const std::string& text) {
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+/// Separates options and words. Knows the options of all commands, because options may precede the
+/// name of the command.
+class Reader {
+public:
+    explicit Reader(const Program& program) {
+        Add({HelpOption(), VersionOption()});
+        Add(program.options);
+        for (const Command& command : program.commands) {
+            Add(command.options);
+        }
+    }
+
+    /// Returns an empty string on success, otherwise the error.
+    std::string Read(const Words& words) {
+        m_next = words.begin();
+        m_end = words.end();
+        std::string error;
+        while (error.empty() && m_next != m_end) {
+            const std::string& word = *m_next++;
+            if (word == "--") {
+                std::for_each(m_next, m_end, [&](const std::string& rest) { given.AddWord(rest); });
+                break;
+            }
+            if (word.size() < 2 || word[0] != '-' || std::isdigit(word[1]) != 0) {
+                given.AddWord(word);
+            } else {
+                error = word[1] == '-' ? ReadLong(word) : ReadLetters(word);
+            }
+        }
+        return error;
+    }
+
+    Arguments given;
+
+private:
+    void Add(const std::vector<Option>& options) {
+        m_options.insert(m_options.end(), options.begin(), options.end());
+    }
+
+    template <typename Matches>
+    const Option* Find(Matches matches) const {
+        const auto found = std::find_if(m_options.begin(), m_options.end(), matches);
+        return found == m_options.end() ? nullptr : &*found;
+    }
+
+    std::string ReadLong(const std::string& word) {
+        const size_t sign = std::min(word.find('='), word.size());
+        const std::string name = word.substr(2, sign - 2);
+        const Option* option = Find([&](const Option& known) { return known.name == name; });
+        if (option == nullptr) {
+            return "unknown option --" + name;
+        }
+        if (sign == word.size()) {
+            return Take(*option, std::nullopt);
+        }
+        return option->value.empty() ? "--" + name + " takes no value"
+                                     : Take(*option, word.substr(sign + 1));
+    }
+
+    std::string ReadLetters(const std::string& word) {
+        for (size_t i = 1; i < word.size(); ++i) {
+            const Option* option =
+                Find([&](const Option& known) { return known.letter == word[i]; });
+            if (option == nullptr) {
+                return std::string("unknown option -") + word[i];
+            }
+            const bool attached = !option->value.empty() && i + 1 < word.size();
+            const std::string error =
+                Take(*option, attached ? std::optional(word.substr(i + 1)) : std::nullopt);
+            if (attached || !error.empty()) {
+                return error;
+            }
+        }
+        return {};
+    }
+
+    // The value is the next word unless it is attached to the option.
+    std::string Take(const Option& option, const std::optional<std::string>& attached) {
+        if (attached || option.value.empty()) {
+            given.AddOption(option.name, attached.value_or(""));
+        } else if (m_next == m_end) {
+            return "missing argument for --" + option.name;
+        } else {
+            given.AddOption(option.name, *m_next++);
+        }
+        return {};
+    }
+
+    std::vector<Option> m_options;
+    Words::const_iterator m_next;
+    Words::const_iterator m_end;
+};
+
+const Command* Find(const Program& program, const Words& words) {
+    const auto found =
+        std::find_if(program.commands.begin(), program.commands.end(), [&](const Command& command) {
+            const Words name = WordsOf(command.name);
+            return name.size() <= words.size() &&
+                   std::equal(name.begin(), name.end(), words.begin());
+        });
+    return found == program.commands.end() ? nullptr : &*found;
+}
+
+// Returns the least and the greatest number of arguments: one each for "KEY", none to one for
+// "[KEY]", one and more for "KEY...".
+std::pair<size_t, size_t> Numbers(const std::string& forms) {
+    size_t least = 0;
+    size_t most = 0;
+    for (const std::string& form : WordsOf(forms)) {
+        const bool repeated = form.find("...") != std::string::npos;
+        least += form.front() == '[' ? 0 : 1;
+        most = repeated || most == ANY_NUMBER ? ANY_NUMBER : most + 1;
+    }
+    return {least, most};
+}
+
+// Returns an empty string on success.
+std::string Check(const Program& program, const Command& command, const Arguments& given) {
+    const auto isAmong = [](const std::vector<Option>& options, const std::string& name) {
+        return std::any_of(options.begin(), options.end(),
+                           [&](const Option& option) { return option.name == name; });
+    };
+    for (const auto& [name, values] : given.options()) {
+        if (!isAmong(command.options, name) && !isAmong(program.options, name)) {
+            return command.name + " takes no option --" + name;
+        }
+    }
+    const auto [least, most] = Numbers(command.words);
+    const size_t count = given.words().size();
+    if (count < least || count > most) {
+        return command.name + " takes " + (most == 0 ? "no arguments" : command.words);
+    }
+    return {};
+}
+
+int Print(const std::string& text) {
+    return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? 0 : 1;
+}
+
+int RunCommand(const Program& program, const Command& command, Arguments& given) {
+    given.TakeName(program.name + ' ' + command.name, WordsOf(command.name).size());
+    if (given.Has("help")) {
+        return Print(CommandHelp(program, command));
+    }
+    const std::string error = Check(program, command, given);
+    return error.empty() ? command.run(given) : given.Refuse(error);
+}
+
+// An invalid option is most likely one of the command, so the error names the help of the command.
+int RefuseUnread(const Program& program, const Words& words, const std::string& error) {
+    Arguments given;
+    given.TakeName(program.name, 0);
+    for (auto word = words.begin(); word != words.end(); ++word) {
+        if (const Command* command = Find(program, {word, words.end()})) {
+            given.TakeName(program.name + ' ' + command->name, 0);
+            break;
+        }
+    }
+    return given.Refuse(error);
+}
+
+std::string UnknownCommand(const Program& program, const std::string& name) {
+    Words names{"help"};
+    std::transform(program.commands.begin(), program.commands.end(), std::back_inserter(names),
+                   [](const Command& command) { return command.name; });
+    return "unknown command '" + name + "'" + Suggestion(name, names);
+}
+
+}  // namespace
+
+void Arguments::TakeName(const std::string& usage, size_t words) {
+    m_usage = usage;
+    m_words.erase(m_words.begin(), m_words.begin() + static_cast<std::ptrdiff_t>(words));
+}
+
+int Arguments::Refuse(const std::string& error) const {
+    const std::string program = m_usage.substr(0, m_usage.find(' '));
+    static_cast<void>(std::fprintf(stderr, "%s: %s; see %s --help\n", program.c_str(),
+                                   error.c_str(), m_usage.c_str()));
+    return WRONG_USAGE_STATUS;
+}
+
+Option HelpOption() {
+    return {"help", 'h', "", "Print this text"};
+}
+
+Option VersionOption() {
+    return {"version", '\0', "", "Print the version"};
+}
+
+int RunProgram(const Program& program, std::vector<std::string> words) {
+    // "help" and "help COMMAND" mean "--help" and "COMMAND --help".
+    if (!words.empty() && words.front() == "help") {
+        words.front() = "--help";
+    }
+    Reader reader(program);
+    const std::string error = reader.Read(words);
+    Arguments& given = reader.given;
+    if (!error.empty()) {
+        return RefuseUnread(program, words, error);
+    }
+    if (given.Has("version")) {
+        return Print(program.name + ' ' + program.version + '\n');
+    }
+    if (given.words().empty() && given.Has("help")) {
+        return Print(ProgramHelp(program));
+    }
+    if (Command const* command = Find(program, given.words())) {
+        return RunCommand(program, *command, given);
+    }
+    return RefuseUnread(
+        program, {},
+        given.words().empty() ? "no command" : UnknownCommand(program, given.words().front()));
+}
+
+}  // namespace applist::tools
