@@ -110,11 +110,11 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     if (instance->role() == SingleInstance::Role::Later) {
         return HandOver(*instance);
     }
-    const Toolkit toolkit(argc, argv);
+    Toolkit toolkit(argc, argv);
     if (!toolkit.Started()) {
         return TOOLKIT_NOT_STARTED;
     }
-    if (!Toolkit::HasDisplay()) {
+    if (!toolkit.Connect()) {
         LOG_ERROR("Cannot reach a display; DISPLAY or WAYLAND_DISPLAY must name one");
         return NO_DISPLAY;
     }

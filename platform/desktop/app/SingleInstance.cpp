@@ -91,17 +91,17 @@ void SingleInstance::Release() {
 
 void SingleInstance::Register() {
     const Deadline deadline(REPLY_TIMEOUT);
-    m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, deadline.cancellable(), nullptr));
+    g_autoptr(GError) error = nullptr;
+    m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, deadline.cancellable(), &error));
     if (m_bus == nullptr) {
-        LOG_ERROR("The session bus does not reply; %s does not detect other instances",
-                  m_applicationId.c_str());
+        LOG_ERROR("Cannot connect to the session bus; %s does not detect other instances: [%d] %s",
+                  m_applicationId.c_str(), error->code, error->message);
         return;
     }
     // The list must stay open if the session bus disconnects.
     g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE);
     m_application.reset(g_application_new(m_applicationId.c_str(), G_APPLICATION_DEFAULT_FLAGS));
     AcceptRequests();
-    g_autoptr(GError) error = nullptr;
     if (g_application_register(m_application.get(), deadline.cancellable(), &error) != FALSE) {
         const bool later = g_application_get_is_remote(m_application.get()) != FALSE;
         m_role = later ? Role::Later : Role::First;

@@ -54,20 +54,14 @@ void OnConnectionLost(void*) {
     ConnectionLost();
 }
 
-bool NeedsDisplay() {
+// Returns true if the toolkit may draw with an engine for this window system.
+bool MayUse(const char* windowSystem) {
     const char* engine = std::getenv("ELM_ENGINE");
-    return engine == nullptr || std::strstr(engine, "x11") != nullptr ||
-           std::strstr(engine, "wayland") != nullptr;
+    return engine == nullptr || std::strstr(engine, windowSystem) != nullptr;
 }
 
-// Uses a separate connection. Opening the toolkit's connection here would make the toolkit choose
-// X11 over Wayland.
-bool XServerAnswers() {
-    Display* display = XOpenDisplay(nullptr);
-    if (display != nullptr) {
-        XCloseDisplay(display);
-    }
-    return display != nullptr;
+bool NamesWayland() {
+    return std::getenv("WAYLAND_DISPLAY") != nullptr || std::getenv("WAYLAND_SOCKET") != nullptr;
 }
 
 // Waking the render thread takes longer than drawing two rows. In addition, the program may crash
@@ -99,11 +93,23 @@ Toolkit::Toolkit(int argc, char** argv) {
     elm_config_mirrored_set(TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);
 }
 
-bool Toolkit::HasDisplay() {
-    return !NeedsDisplay() || XServerAnswers() || WaylandAnswers();
+// Opens the toolkit's own connection to X, because the first window would report a failure with
+// many lines and leave a program without a window. With this connection the toolkit prefers X11, so
+// a Wayland display that the environment names is tried first.
+bool Toolkit::Connect() {
+    const bool wayland = MayUse("wayland");
+    const bool x11 = MayUse("x11");
+    if ((!wayland && !x11) || (wayland && NamesWayland() && WaylandAnswers())) {
+        return true;
+    }
+    m_connected = x11 && ecore_x_init(nullptr) > 0;
+    return m_connected || (wayland && WaylandAnswers());
 }
 
 Toolkit::~Toolkit() {
+    if (m_connected) {
+        ecore_x_shutdown();
+    }
     if (m_started) {
         elm_shutdown();
     }

@@ -22,13 +22,15 @@ public:
 
     /// Returns false if the toolkit could not be initialised; it must not be used then.
     bool Started() const { return m_started; }
-    /// Returns false if windows cannot be shown: the toolkit is to draw on X11 or Wayland, but
-    /// neither accepts connections. REQUIRES: Started().
-    static bool HasDisplay();
+    /// Connects to the X server unless the toolkit is to draw on Wayland or in memory. Returns false
+    /// if windows cannot be shown: the toolkit is to draw on X11 or Wayland, but neither accepts
+    /// connections. REQUIRES: Started().
+    bool Connect();
 
 private:
     ToolkitMessages m_messages;
     bool m_started;
+    bool m_connected = false;
 };
 
 }  // namespace applist::desktop

@@ -112,12 +112,12 @@ TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
         const char* error;
         int number;
     };
-    // Xlib makes the first writes, before the toolkit opens its own connection.
+    // Xlib makes the first writes, before the toolkit has installed its own handler.
     for (const auto& [call, error, number] :
          {Failure{"recvmsg", "ECONNRESET", 60}, Failure{"recvmsg", "ECONNRESET", 120},
           Failure{"recvmsg", "ECONNRESET", 400}, Failure{"writev", "EPIPE", 3},
-          Failure{"writev", "EPIPE", 11}, Failure{"writev", "EPIPE", 31},
-          Failure{"writev", "EPIPE", 61}}) {
+          Failure{"writev", "EPIPE", 8}, Failure{"writev", "EPIPE", 11},
+          Failure{"writev", "EPIPE", 31}, Failure{"writev", "EPIPE", 61}}) {
         SCOPED_TRACE(std::string(call) + " " + std::to_string(number));
         StartWithFailure(call, error, number);
         EXPECT_EQ(application().WaitForExit(), NO_DISPLAY) << Log();
@@ -125,6 +125,13 @@ TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
         EXPECT_THAT(log, HasSubstr("The connection to the X server is lost"));
         EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << log;
     }
+}
+
+// The first write asks the X server for a connection.
+TEST_F(AFailingCall, ThatKeepsTheDisplayFromAnsweringIsReported) {
+    StartWithFailure("writev", "EPIPE", 1);
+    EXPECT_EQ(application().WaitForExit(), CANNOT_REACH_DISPLAY) << Log();
+    EXPECT_THAT(Log(), HasSubstr("Cannot reach a display"));
 }
 
 TEST_F(AFailingCall, LeavesAListThatASignalEnds) {

@@ -115,14 +115,18 @@ TEST(SingleInstance, EachStartStandsAloneWithoutASessionBus) {
 TEST(SingleInstance, StandsAloneAndSaysSoWhenTheSessionBusIsGone) {
     SampleProcess sample({"--no-window"}, SessionBus("unix:path=/nonexistent/bus"));
     EXPECT_TRUE(sample.WaitForLines(LAUNCH, 1));
-    EXPECT_TRUE(sample.WaitForText("does not detect other instances\n"));
+    EXPECT_TRUE(sample.WaitForText(
+        "Cannot connect to the session bus; org.vantu.port-sample does not detect other instances: "
+        "[1] Could not connect: No such file or directory\n"));
 }
 
 TEST(SingleInstance, DoesNotHangWhenTheSessionBusIsSilent) {
     const SilentBus bus;
     SampleProcess sample({"--no-window"}, SessionBus("unix:path=" + bus.Path()));
     EXPECT_TRUE(sample.WaitForLines(LAUNCH, 1));
-    EXPECT_TRUE(sample.WaitForText("does not detect other instances\n"));
+    EXPECT_TRUE(sample.WaitForText(
+        "Cannot connect to the session bus; org.vantu.port-sample does not detect other instances: "
+        "[19] Operation was cancelled\n"));
 }
 
 TEST(SingleInstance, LeavesItsLaunchForAFirstInstanceThatIsStuck) {
