@@ -22,9 +22,9 @@ public:
 
     /// Returns false if the toolkit could not be initialised; it must not be used then.
     bool Started() const { return m_started; }
-    /// Connects to the X server unless the toolkit is to draw on Wayland or in memory. Returns false
-    /// if windows cannot be shown: the toolkit is to draw on X11 or Wayland, but neither accepts
-    /// connections. REQUIRES: Started().
+    /// Connects to the X server unless the toolkit is to draw on Wayland or in memory. Returns
+    /// false if windows cannot be shown: the toolkit is to draw on X11 or Wayland, but neither
+    /// accepts connections. REQUIRES: Started().
     bool Connect();
 
 private:
