@@ -58,17 +58,24 @@ Reading<Setting> ParseRanged(const KnownSetting& setting, const std::string& val
                 "value " + value + " is out of range for " + setting.key + ": " +
                     std::to_string(setting.least) + " to " + std::to_string(setting.most)};
     }
+    if ((int64_t{*number.value} - setting.least) % setting.step != 0) {
+        return {{},
+                "value " + value + " is not valid for " + setting.key + ": " +
+                    std::to_string(setting.least) + " to " + std::to_string(setting.most) +
+                    " in steps of " + std::to_string(setting.step)};
+    }
     return {*number.value, {}};
 }
 
 }  // namespace
 
 std::span<const KnownSetting> KnownSettings() {
-    static const std::array<KnownSetting, 4> settings{{
+    static const std::array<KnownSetting, 5> settings{{
         {PlatformSettings::AUTORUN_DATA_SERVICE_KEY, false, 0, 0},
         {PlatformSettings::DATA_SERVICE_KEY, int32_t{0}, 0, 7},
         {PlatformSettings::AUTOSTART_APP, int32_t{0}, LEAST, MOST},
         {HIGH_CONTRAST_KEY, false, 0, 0},
+        {TEXT_SIZE_KEY, int32_t{0}, LEAST_TEXT_SIZE, MOST_TEXT_SIZE, TEXT_SIZE_STEP},
     }};
     return settings;
 }

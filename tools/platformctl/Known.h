@@ -20,6 +20,8 @@ struct KnownSetting {
     /// The valid range of an int setting.
     int32_t least;
     int32_t most;
+    /// The distance between valid values of an int setting.
+    int32_t step = 1;
 };
 
 struct KnownRegion {

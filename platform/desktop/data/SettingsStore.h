@@ -21,8 +21,13 @@ using Setting = std::variant<bool, int32_t>;
 std::string Encode(Setting setting);
 std::optional<Setting> Decode(std::string_view text);
 
-/// A setting of this port only: true selects the high-contrast theme.
+/// Settings of this port only, which select the theme. True selects high contrast.
 inline constexpr const char* HIGH_CONTRAST_KEY = "db/menu/accessibility/high-contrast";
+/// The text size in per cent: 100 if unset, 125, 150 or 175.
+inline constexpr const char* TEXT_SIZE_KEY = "db/menu/accessibility/text-size";
+inline constexpr int32_t LEAST_TEXT_SIZE = 100;
+inline constexpr int32_t MOST_TEXT_SIZE = 175;
+inline constexpr int32_t TEXT_SIZE_STEP = 25;
 
 /// Returns "bool" or "int".
 const char* TypeName(const Setting& setting);

@@ -18,9 +18,6 @@
 namespace applist::desktop {
 namespace {
 
-constexpr const char* STANDARD = "applist/theme/applist.edj";
-constexpr const char* HIGH_CONTRAST = "applist/theme/applist-high-contrast.edj";
-
 // The end of the paths that the toolkit tries for its default theme: in the user's home and in its
 // own folder. It compares the versions of both files.
 constexpr std::string_view DEFAULT_THEME = "/themes/default.edj";
@@ -32,24 +29,61 @@ std::string& Replacement() {
     return *path;
 }
 
-// Does not use vconf_get_bool(), because a missing setting is normal here and must not be logged.
-bool WantsHighContrast() {
-    const Reading<Setting> setting = ReadSetting(HIGH_CONTRAST_KEY);
+// Returns the setting's value, or fallback if it is unset. Does not use vconf_get_bool() and
+// vconf_get_int(), because a missing setting is normal here and must not be logged. A value that
+// accept does not accept is logged once and treated as unset.
+template <typename Type, typename Accept>
+Type Read(const char* key, Type fallback, const char* expected, Accept accept) {
+    const Reading<Setting> setting = ReadSetting(key);
     if (!setting.problem.empty()) {
         LOG_ERROR("%s", setting.problem.c_str());
     }
-    return setting.value == Setting(true);
+    if (!setting.value) {
+        return fallback;
+    }
+    const Type* value = std::get_if<Type>(&*setting.value);
+    if (value == nullptr || !accept(*value)) {
+        LOG_ERROR("setting '%s' is %s, not %s; the default is used", key,
+                  Encode(*setting.value).c_str(), expected);
+        return fallback;
+    }
+    return *value;
+}
+
+bool ReadFlag(const char* key) {
+    return Read(key, false, "a bool", [](bool) { return true; });
+}
+
+bool IsTextSize(int32_t size) {
+    return size >= LEAST_TEXT_SIZE && size <= MOST_TEXT_SIZE &&
+           (size - LEAST_TEXT_SIZE) % TEXT_SIZE_STEP == 0;
 }
 
 }  // namespace
 
+Appearance ReadAppearance() {
+    return {ReadFlag(HIGH_CONTRAST_KEY),
+            Read(TEXT_SIZE_KEY, LEAST_TEXT_SIZE, "100, 125, 150 or 175", IsTextSize)};
+}
+
+std::string ThemeFileOf(const Appearance& appearance) {
+    std::string name = "applist/theme/applist";
+    if (appearance.highContrast) {
+        name += "-high-contrast";
+    }
+    if (appearance.textSize != LEAST_TEXT_SIZE) {
+        name += "-" + std::to_string(appearance.textSize);
+    }
+    return name + ".edj";
+}
+
 std::string FindTheme() {
-    const char* name = WantsHighContrast() ? HIGH_CONTRAST : STANDARD;
+    const std::string name = ThemeFileOf(ReadAppearance());
     std::string theme = FindData(name);
     // The toolkit does not report a file that it cannot load; the list's rows would silently lack
     // their style.
     if (theme.empty()) {
-        LOG_ERROR("Cannot find the theme share/%s", name);
+        LOG_ERROR("Cannot find the theme share/%s", name.c_str());
     } else if (access(theme.c_str(), R_OK) != 0) {
         LOG_ERROR("Cannot read the theme %s: %s", theme.c_str(), std::strerror(errno));
         theme.clear();

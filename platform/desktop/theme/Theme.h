@@ -2,13 +2,27 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace applist::desktop {
 
-/// Returns the absolute path of the program's theme: the high-contrast variant if the setting
-/// HIGH_CONTRAST_KEY is true, else the standard one. Logs an unreadable setting, and a theme that
-/// is missing or unreadable; the result is empty then.
+/// The viewer's settings that select the theme.
+struct Appearance {
+    bool highContrast;
+    /// In per cent.
+    int32_t textSize;
+};
+
+/// Reads the settings HIGH_CONTRAST_KEY and TEXT_SIZE_KEY. An invalid or unreadable setting is
+/// logged, and its default is used: false, 100.
+Appearance ReadAppearance();
+
+/// Returns the path of the theme relative to the folder share.
+std::string ThemeFileOf(const Appearance& appearance);
+
+/// Returns the absolute path of the theme for the current settings. Logs a theme that is missing or
+/// unreadable; the result is empty then.
 std::string FindTheme();
 
 /// Makes the toolkit open this file as its default theme. Otherwise its start reads the directory

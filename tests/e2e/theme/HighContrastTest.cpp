@@ -44,6 +44,14 @@ TEST_F(TheSetting, GivesTheListHighContrast) {
     EXPECT_FALSE(set.screen().Shows(Television::PANEL_COLOUR));
 }
 
+TEST_F(TheSetting, GivesTheListLargerText) {
+    ASSERT_EQ(set.Configure({"set", "db/menu/accessibility/text-size", "int", "175"}), 0);
+    ASSERT_NO_FATAL_FAILURE(set.ShowThreeItems());
+    const Box bar = AreaOf(set.screen().Grab(), Television::FOCUS_COLOUR);
+    EXPECT_NEAR(bar.height, 124, 4);
+    EXPECT_NEAR(bar.width, 1144, 4);
+}
+
 TEST_F(TheSetting, GivesTheAlertHighContrast) {
     Choose("true");
     ShowAlert();

@@ -55,8 +55,8 @@ TEST_F(Platformctl, ListsWhatIsKnown) {
     const auto result = Run({"list"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, AUTORUN + "\tbool\tfalse\n" + DATA_SERVICE + "\tint\t2\n" + AUTOSTART +
-                                 "\tint\tnot set\n" + HIGH_CONTRAST +
-                                 "\tbool\tnot set\nfactory 194\tint\t85\n");
+                                 "\tint\tnot set\n" + HIGH_CONTRAST + "\tbool\tnot set\n" +
+                                 TEXT_SIZE + "\tint\tnot set\nfactory 194\tint\t85\n");
     EXPECT_EQ(result.errors, "");
 }
 
@@ -217,6 +217,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "value -1 is out of range for " + DATA_SERVICE + ": 0 to 7"},
         Mistake{{"set", DATA_SERVICE, "int", "8"},
                 "value 8 is out of range for " + DATA_SERVICE + ": 0 to 7"},
+        Mistake{{"set", TEXT_SIZE, "int", "200"},
+                "value 200 is out of range for " + TEXT_SIZE + ": 100 to 175"},
+        Mistake{{"set", TEXT_SIZE, "int", "110"},
+                "value 110 is not valid for " + TEXT_SIZE + ": 100 to 175 in steps of 25"},
         Mistake{{"set", DATA_SERVICE, "int", "2x"}, "value '2x' is not a 32-bit number"},
         Mistake{{"set", AUTOSTART, "int", "2147483648"},
                 "value '2147483648' is not a 32-bit number"},

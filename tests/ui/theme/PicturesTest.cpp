@@ -99,6 +99,9 @@ void ShowMirrored(ThemedList& list) {
 const Look STANDARD{Variant::STANDARD, HEIGHT, false};
 const Look HIGH_CONTRAST{Variant::HIGH_CONTRAST, HEIGHT, false};
 const Look MIRRORED{Variant::STANDARD, HEIGHT, true};
+const Look LARGE{Variant::STANDARD, HEIGHT, false, 175};
+const Look LARGE_MIRRORED{Variant::STANDARD, HEIGHT, true, 175};
+const Look LARGE_HIGH_CONTRAST{Variant::HIGH_CONTRAST, HEIGHT, false, 175};
 
 class AListState : public testing::TestWithParam<State> {};
 
@@ -106,7 +109,7 @@ TEST_P(AListState, LooksAsStoredWithGroupsOfTheThemeOnly) {
     ThemedList list(GetParam().look);
     GetParam().bringAbout(list);
     Check(list.window(), list.panel(), GetParam().name);
-    EXPECT_EQ(ThemesOf(list.window()), std::set<std::string>{ThemeFile(GetParam().look.variant)});
+    EXPECT_EQ(ThemesOf(list.window()), std::set<std::string>{ThemeFile(GetParam().look)});
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -117,36 +120,39 @@ INSTANTIATE_TEST_SUITE_P(
                     State{"mirrored", MIRRORED, ShowMirrored},
                     State{"high_contrast_empty", HIGH_CONTRAST, [](ThemedList&) {}},
                     State{"high_contrast_rows", HIGH_CONTRAST, ShowRows},
-                    State{"high_contrast_scrolled", HIGH_CONTRAST, ShowScrolled}),
+                    State{"high_contrast_scrolled", HIGH_CONTRAST, ShowScrolled},
+                    State{"large_rows", LARGE, ShowRows},
+                    State{"large_mirrored", LARGE_MIRRORED, ShowMirrored},
+                    State{"high_contrast_large_scrolled", LARGE_HIGH_CONTRAST, ShowScrolled}),
     [](const auto& state) { return std::string(state.param.name); });
 
 struct AlertState {
     const char* name;
-    Variant variant;
+    Look look;
     Alert::Kind kind;
 };
 
 class AnAlertState : public testing::TestWithParam<AlertState> {};
 
 TEST_P(AnAlertState, LooksAsStoredWithGroupsOfTheThemeOnly) {
-    HeadlessToolkit toolkit({ThemeFile(GetParam().variant)});
-    Apply({GetParam().variant, HEIGHT});
+    HeadlessToolkit toolkit({ThemeFile(GetParam().look)});
+    Apply(GetParam().look);
     const auto alert = AlertWindow::Create("alert");
     evas_object_resize(alert->window(), HEIGHT * 16 / 9, HEIGHT);
     alert->Show({GetParam().kind, "This channel offers no data services at the moment."});
     HeadlessToolkit::Settle();
     Check(alert->window(), alert->panel(), GetParam().name);
-    EXPECT_EQ(ThemesOf(alert->window()), std::set<std::string>{ThemeFile(GetParam().variant)});
+    EXPECT_EQ(ThemesOf(alert->window()), std::set<std::string>{ThemeFile(GetParam().look)});
 }
 
 INSTANTIATE_TEST_SUITE_P(
     States, AnAlertState,
-    testing::Values(AlertState{"alert", Variant::STANDARD, Alert::Kind::NOTIFICATION},
-                    AlertState{"alert_unavailable", Variant::STANDARD, Alert::Kind::UNAVAILABLE},
-                    AlertState{"high_contrast_alert", Variant::HIGH_CONTRAST,
-                               Alert::Kind::NOTIFICATION},
-                    AlertState{"high_contrast_alert_unavailable", Variant::HIGH_CONTRAST,
-                               Alert::Kind::UNAVAILABLE}),
+    testing::Values(AlertState{"alert", STANDARD, Alert::Kind::NOTIFICATION},
+                    AlertState{"alert_unavailable", STANDARD, Alert::Kind::UNAVAILABLE},
+                    AlertState{"high_contrast_alert", HIGH_CONTRAST, Alert::Kind::NOTIFICATION},
+                    AlertState{"high_contrast_alert_unavailable", HIGH_CONTRAST,
+                               Alert::Kind::UNAVAILABLE},
+                    AlertState{"large_alert", LARGE, Alert::Kind::UNAVAILABLE}),
     [](const auto& state) { return std::string(state.param.name); });
 
 /// Compares the stored picture of rows with the same rows after removing a part of the focused row.

@@ -16,11 +16,6 @@ namespace {
 constexpr double DRAWN_FOR = 1080.0;
 constexpr const char* LONG_NAME = "A name that is far too long to fit into one row of the list";
 
-struct Screen {
-    Variant variant;
-    int height;
-};
-
 /// The height of a text part's letters on the screen, in pixels.
 double LetterSize(const Evas_Object* object, const char* part) {
     const Evas_Object* text = edje_object_part_object_get(object, part);
@@ -42,13 +37,73 @@ bool AreAlike(uint32_t one, uint32_t other) {
     return true;
 }
 
-class Sizes : public testing::TestWithParam<Screen> {
+std::string NameOf(const Look& look) {
+    return std::string(look.variant == Variant::STANDARD ? "Standard" : "HighContrast") +
+           std::to_string(look.Width()) + "x" + std::to_string(look.height) + "Text" +
+           std::to_string(look.textSize);
+}
+
+constexpr double ASPECT_OF_720X576 = 720.0 / 576;
+
+/// Every text size, in both variants, on the smallest and the largest screen and those between.
+std::vector<Look> EveryLook() {
+    std::vector<Look> looks;
+    for (const Variant variant : {Variant::STANDARD, Variant::HIGH_CONTRAST}) {
+        for (const int textSize : {100, 125, 150, 175}) {
+            looks.push_back({variant, 576, false, textSize, ASPECT_OF_720X576});
+            for (const int height : {720, 1080, 2160}) {
+                looks.push_back({variant, height, false, textSize});
+            }
+        }
+    }
+    return looks;
+}
+
+/// Those at the smallest or the largest text size, and one of each size between.
+std::vector<Look> SomeLooks() {
+    std::vector<Look> looks = EveryLook();
+    std::erase_if(looks, [](const Look& look) {
+        const bool between = look.textSize == 125 || look.textSize == 150;
+        return (between && look.height != 1080) || (look.textSize == 100 && look.height == 576);
+    });
+    return looks;
+}
+
+bool IsInSafeArea(const Box& box, const Look& look) {
+    const int x = look.Width() / 20;
+    const int y = look.height / 20;
+    return Box{x, y, look.Width() - 2 * x, look.height - 2 * y}.Contains(box);
+}
+
+/// What the theme shows at a text size, on a screen 1080 pixels high.
+struct Measures {
+    int rows;
+    int rowHeight;
+    int panelWidth;
+    int panelHeight;
+};
+Measures MeasuresOf(const Look& look) {
+    const bool standard = look.variant == Variant::STANDARD;
+    switch (look.textSize) {
+        case 125:
+            return {7, 86, 960, standard ? 818 : 828};
+        case 150:
+            return {6, 102, 1080, standard ? 863 : 874};
+        case 175:
+            return {5, 124, 1200, standard ? 909 : 926};
+        default:
+            return {8, 68, 816, standard ? 730 : 738};
+    }
+}
+
+class Sizes : public testing::TestWithParam<Look> {
 protected:
     Sizes() { list.Show({"First", "Second", LONG_NAME, "Fourth"}); }
     double Scale() const { return GetParam().height / DRAWN_FOR; }
-    Box Screen() const { return {0, 0, GetParam().height * 16 / 9, GetParam().height}; }
+    Box Screen() const { return {0, 0, GetParam().Width(), GetParam().height}; }
+    Measures Expected() const { return MeasuresOf(GetParam()); }
 
-    ThemedList list{{GetParam().variant, GetParam().height}};
+    ThemedList list{GetParam()};
 };
 
 TEST_P(Sizes, AreLegibleFromTheSofa) {
@@ -60,10 +115,7 @@ TEST_P(Sizes, AreLegibleFromTheSofa) {
 }
 
 TEST_P(Sizes, KeepTheEdgesOfTheScreenFree) {
-    const int x = Screen().width / 20;
-    const int y = Screen().height / 20;
-    const Box safe{x, y, Screen().width - 2 * x, Screen().height - 2 * y};
-    EXPECT_TRUE(safe.Contains(BoxOf(list.panel()))) << BoxOf(list.panel());
+    EXPECT_TRUE(IsInSafeArea(BoxOf(list.panel()), GetParam())) << BoxOf(list.panel());
     EXPECT_EQ(Draw(list.window()).Painted(), BoxOf(list.panel()));
 }
 
@@ -85,19 +137,21 @@ TEST_P(Sizes, KeepTheProportionsOfAScreen1080High) {
     // One pixel on the smallest screen is 1.5 pixels at this size.
     constexpr int ROUNDING = 3;
     const Box panel = expected(BoxOf(list.panel()));
-    EXPECT_NEAR(panel.width, 816, ROUNDING);
-    EXPECT_NEAR(panel.height, GetParam().variant == Variant::STANDARD ? 730 : 738, ROUNDING);
+    EXPECT_NEAR(panel.width, Expected().panelWidth, ROUNDING);
+    EXPECT_NEAR(panel.height, Expected().panelHeight, 2 * ROUNDING);
     for (const Evas_Object* row : list.rows()) {
-        EXPECT_NEAR(expected(BoxOf(row)).height, 68, ROUNDING);
-        EXPECT_NEAR(expected(BoxOf(row)).width, 760, ROUNDING);
+        EXPECT_NEAR(expected(BoxOf(row)).height, Expected().rowHeight, ROUNDING);
+        EXPECT_NEAR(expected(BoxOf(row)).width, Expected().panelWidth - 56, ROUNDING);
     }
 }
 
-TEST_P(Sizes, HoldEightRowsWithoutAScrollBar) {
-    list.Show(NumberedRows(8), 7);
+TEST_P(Sizes, HoldTheirRowsWithoutAScrollBar) {
+    const int rows = Expected().rows;
+    const std::string last = "Row " + std::to_string(rows);
+    list.Show(NumberedRows(rows), static_cast<size_t>(rows) - 1);
     EXPECT_EQ(StateOf(list.list(), "bar"), "default");
     EXPECT_TRUE(BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(list.row("Row 1"))));
-    EXPECT_TRUE(BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(list.row("Row 8"))));
+    EXPECT_TRUE(BoxOf(list.list(), "elm.swallow.content").Contains(BoxOf(list.row(last))));
 }
 
 // The pieces of an image, edges and middle, must meet without a visible seam.
@@ -131,15 +185,77 @@ TEST_P(Sizes, PutThePanelInTheMiddle) {
     EXPECT_NEAR(panel.y, Screen().height - panel.Bottom(), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Screens, Sizes,
-    testing::Values(Screen{Variant::STANDARD, 720}, Screen{Variant::STANDARD, 1080},
-                    Screen{Variant::STANDARD, 2160}, Screen{Variant::HIGH_CONTRAST, 720},
-                    Screen{Variant::HIGH_CONTRAST, 1080}, Screen{Variant::HIGH_CONTRAST, 2160}),
-    [](const auto& state) {
-        return std::string(state.param.variant == Variant::STANDARD ? "Standard" : "HighContrast") +
-               std::to_string(state.param.height);
-    });
+INSTANTIATE_TEST_SUITE_P(Screens, Sizes, testing::ValuesIn(SomeLooks()),
+                         [](const auto& look) { return NameOf(look.param); });
+
+TEST(ThePanel, StaysInTheSafeAreaAtEveryTextSizeOnEveryScreen) {
+    for (const Look& look : EveryLook()) {
+        ThemedList list(look);
+        EXPECT_TRUE(IsInSafeArea(BoxOf(list.panel()), look)) << look << BoxOf(list.panel());
+    }
+}
+
+/// The height of the letters in a picture of one row of capital H, in pixels.
+int HeightOfCapitalH(ThemedList& list) {
+    list.Show({"Focused", "HHHH"});
+    const Box row = BoxOf(list.row("HHHH"));
+    const Picture picture = Draw(list.window()).Cut(row);
+    const uint32_t ground = picture.At(0, 0);
+    int first = row.height;
+    int last = -1;
+    for (int y = 0; y < row.height; ++y) {
+        for (int x = 0; x < row.width; ++x) {
+            // The edges of letters are blends; a pixel counts if it is closer to the letter.
+            if (Contrast(picture.At(x, y), ground) > 4.5) {
+                first = std::min(first, y);
+                last = y;
+            }
+        }
+    }
+    return last - first + 1;
+}
+
+/// The angle that a length spans at a distance of three picture heights, in degrees.
+double AngleOf(int length, int pictureHeight) {
+    constexpr double DEGREES = 180 / 3.14159265358979323846;
+    return std::atan(length / (3.0 * pictureHeight)) * DEGREES;
+}
+
+class TheLargestText : public testing::TestWithParam<Look> {};
+
+TEST_P(TheLargestText, ShowsACapitalHOfSevenTenthsOfADegree) {
+    ThemedList list(GetParam());
+    const double angle = AngleOf(HeightOfCapitalH(list), GetParam().height);
+    RecordProperty("degrees", std::to_string(angle));
+    EXPECT_GE(angle, 0.7);
+    EXPECT_LT(angle, 1.0);
+}
+
+// The title, the count, the note and a wrapped name may have another size than the rows.
+TEST_P(TheLargestText, HasNoSmallerTextInThePopup) {
+    ThemedList list(GetParam());
+    list.Show({"First", "Second"});
+    constexpr int SMALLEST = 54;
+    EXPECT_GE(LetterSize(list.popup(), "elm.text.title"), SMALLEST * GetParam().height / DRAWN_FOR);
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, TheLargestText, testing::ValuesIn([] {
+                             std::vector<Look> looks = EveryLook();
+                             std::erase_if(looks,
+                                           [](const Look& look) { return look.textSize != 175; });
+                             return looks;
+                         }()),
+                         [](const auto& look) { return NameOf(look.param); });
+
+TEST(TheTextSize, MakesACapitalHTheSamePercentageLarger) {
+    ThemedList standard;
+    const int before = HeightOfCapitalH(standard);
+    for (const int size : {125, 150, 175}) {
+        SCOPED_TRACE(size);
+        ThemedList list({Variant::STANDARD, 1080, false, size});
+        EXPECT_NEAR(HeightOfCapitalH(list), before * size / 100.0, 1.5);
+    }
+}
 
 }  // namespace
 }  // namespace applist::test

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "applist/DefaultAppListRenderer.h"
+#include "theme/Theme.h"
 
 namespace applist::test {
 namespace {
@@ -28,9 +29,15 @@ public:
     using DefaultAppListRenderer::m_window;
 };
 
-std::filesystem::path ThemeFile(Variant variant) {
-    return std::filesystem::path(std::getenv("APPLIST_THEMES")) /
-           (variant == Variant::STANDARD ? "applist.edj" : "applist-high-contrast.edj");
+std::ostream& operator<<(std::ostream& out, const Look& look) {
+    return out << ThemeFile(look).filename() << ", " << look.Width() << 'x' << look.height
+               << (look.rightToLeft ? ", mirrored" : "");
+}
+
+std::filesystem::path ThemeFile(const Look& look) {
+    const bool highContrast = look.variant == Variant::HIGH_CONTRAST;
+    const std::filesystem::path file = desktop::ThemeFileOf({highContrast, look.textSize});
+    return std::filesystem::path(std::getenv("APPLIST_THEMES")) / file.filename();
 }
 
 void Apply(const Look& look) {
@@ -38,10 +45,10 @@ void Apply(const Look& look) {
     elm_config_mirrored_set(look.rightToLeft ? EINA_TRUE : EINA_FALSE);
 }
 
-ThemedList::ThemedList(const Look& look) : m_toolkit({ThemeFile(look.variant)}) {
+ThemedList::ThemedList(const Look& look) : m_toolkit({ThemeFile(look)}) {
     Apply(look);
     m_renderer = std::make_shared<Renderer>("org.vantu.applist");
-    evas_object_resize(window(), look.height * 16 / 9, look.height);
+    evas_object_resize(window(), look.Width(), look.height);
     m_renderer->SetModel(&m_model);
     HeadlessToolkit::GiveFocus(window());
 }

@@ -17,16 +17,22 @@
 namespace applist::test {
 
 enum class Variant { STANDARD, HIGH_CONTRAST };
-/// The path of the compiled theme.
-std::filesystem::path ThemeFile(Variant variant);
-
 /// A way to show the list.
 struct Look {
     Variant variant = Variant::STANDARD;
-    /// The screen's height in pixels; its width follows from it.
+    /// The screen's height in pixels.
     int height = 1080;
     bool rightToLeft = false;
+    /// The viewer's text size in per cent.
+    int textSize = 100;
+    /// The screen's width divided by its height.
+    double aspect = 16.0 / 9;
+
+    int Width() const { return static_cast<int>(height * aspect); }
 };
+std::ostream& operator<<(std::ostream& out, const Look& look);
+/// The path of the compiled theme.
+std::filesystem::path ThemeFile(const Look& look);
 /// Makes the toolkit, which must have loaded the theme, draw that way, as the desktop's port does.
 void Apply(const Look& look);
 
