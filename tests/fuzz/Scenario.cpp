@@ -1,9 +1,11 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <optional>
 
 #include "fuzz/Properties.h"
-#include "scenario/Parser.h"
+#include "scenario/Statement.h"
+#include "scenario/Words.h"
 
 namespace applist::test {
 namespace {
@@ -30,17 +32,40 @@ bool ReadsBack(const sim::Statement& statement) {
            again.statement->action.index() == statement.action.index();
 }
 
+// True if the statement names its bytes, which may be fewer than an id has.
+bool IsRaw(const std::string& text) {
+    const sim::SplitLine line = sim::SplitWords(text);
+    return std::any_of(line.words.begin(), line.words.end(), [](const auto& word) {
+        return word.text == "send-hex" || word.text == "send-short" || word.text == "signal-hex";
+    });
+}
+
+// Returns the size that a "send-huge" in the text asks for.
+std::optional<size_t> SizeOfHuge(const std::string& text) {
+    sim::SplitLine line = sim::SplitWords(text);
+    const auto huge = std::find_if(line.words.begin(), line.words.end(), [](const auto& word) {
+        return word.plain && word.text == "send-huge";
+    });
+    if (huge == line.words.end()) {
+        return std::nullopt;
+    }
+    line.words.erase(line.words.begin(), huge + 1);
+    return sim::Cursor(line).Size();
+}
+
 // Large frames are skipped: they repeat the same few bytes and only take time.
 bool HasItsSize(const sim::Statement& statement) {
     constexpr size_t SMALL = 4096;
     const auto* send = std::get_if<sim::Send>(&statement.action);
-    const auto* huge = send != nullptr ? std::get_if<sim::HugeFrame>(&send->frame) : nullptr;
-    if (huge != nullptr) {
-        return huge->size > SMALL ||
-               sim::BytesOf(*huge, 1).size() == std::max<size_t>(huge->size, 4);
+    if (send == nullptr) {
+        return true;
     }
-    return send == nullptr || std::holds_alternative<sim::RawFrame>(send->frame) ||
-           sim::BytesOf(send->frame, send->copies).size() >= 4;
+    const auto huge = send->frame.call ? std::nullopt : SizeOfHuge(statement.text);
+    if (huge) {
+        return *huge > SMALL || send->frame.bytes(1).size() == std::max<size_t>(*huge, 4);
+    }
+    const size_t size = send->frame.bytes(send->copies).size();
+    return size >= 4 || IsRaw(statement.text);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include "cli/CommonOptions.h"
 #include "cli/Program.h"
 #include "middleware/Commands.h"
-#include "scenario/CallArguments.h"
+#include "scenario/Statement.h"
 #include "shared/Help.h"
 
 namespace applist::sim {

@@ -9,7 +9,7 @@
 #include "common/Output.h"
 #include "common/Result.h"
 #include "middleware/MainLoop.h"
-#include "scenario/Parser.h"
+#include "scenario/Statement.h"
 #include "scenario/StatementRunner.h"
 #include "scenario/Tap.h"
 

@@ -24,25 +24,36 @@ enum class Verdict {
 /// The result of a statement.
 struct Outcome {
     Verdict verdict = Verdict::Held;
-    std::string problem;         ///< Reason of the failure; one line.
-    std::optional<Items> reply;  ///< The items of the reply, if there is one.
+    std::string problem{};         ///< Reason of the failure; one line.
+    std::optional<Items> reply{};  ///< The items of the reply, if there is one.
+
+    bool held() const { return verdict == Verdict::Held; }
 };
 
 inline Outcome Held() {
     return {};
 }
 inline Outcome Failed(const std::string& problem) {
-    return {Verdict::Failed, problem, std::nullopt};
+    return {Verdict::Failed, problem};
 }
+/// Fails with problem unless it is empty.
+inline Outcome HeldUnless(const std::string& problem) {
+    return problem.empty() ? Held() : Failed(problem);
+}
+
+/// Returns the items of a reply; nothing if it is an error or not a list of items.
+inline std::optional<Items> ItemsOf(const Result<Bytes>& reply) {
+    return reply ? DecodeItems(*reply) : std::nullopt;
+}
+
+/// Returns "200 ms" or "5 s".
+std::string DescribeTime(Duration duration);
 
 /// A middleware of a scenario, with what it has received and no statement has consumed.
 struct ScenarioMiddleware {
     /// address may be empty for the system bus.
     ScenarioMiddleware(const std::string& name, const std::string& address,
                        const Middleware::Observer& observer);
-
-    /// Returns an empty string on success, otherwise why the bus cannot be used.
-    std::string Join();
 
     std::deque<Bytes> events;
     std::deque<Announcement> announcements;
@@ -60,11 +71,6 @@ public:
     /// address may be empty for the system bus. observer is called during statements and whenever
     /// else the main context runs, but not for announcements and denied names.
     StatementRunner(std::string address, Middleware::Observer observer);
-    ~StatementRunner();
-    StatementRunner(const StatementRunner&) = delete;
-    StatementRunner& operator=(const StatementRunner&) = delete;
-    StatementRunner(StatementRunner&&) = delete;
-    StatementRunner& operator=(StatementRunner&&) = delete;
 
     /// Joins the bus if the statement needs it. If errorExpected, a failed call is not a failure,
     /// because the next statement checks the error.
@@ -72,7 +78,7 @@ public:
 
     /// Ends the current statement, or the next one if none is running. May be called from a
     /// callback of the main context.
-    void Interrupt();
+    void Interrupt() { m_interrupted = true; }
 
     /// Runs the main context until the choice of each received event 3 is known, or until the
     /// default timeout.
@@ -81,19 +87,28 @@ public:
     /// The acting middleware.
     ScenarioMiddleware& acting() { return *m_acting; }
 
-private:
-    class Execution;
-
-    ScenarioMiddleware& MiddlewareNamed(const std::string& name);
+    // For statements.
+    void Use(const std::string& name) { m_acting = &MiddlewareNamed(name); }
+    void SetTimeout(Duration timeout) { m_timeout = timeout; }
+    Duration timeout() const { return m_timeout; }
+    bool errorExpected() const { return m_errorExpected; }
+    /// Lets the acting middleware join the bus, unless it has joined.
+    Outcome Join();
+    /// Does the same, and fails if no application is known.
+    Outcome FindApplication();
     /// Runs the main context until done returns true. Fails with this text after patience.
     Outcome Await(const std::function<bool()>& done, Duration patience,
                   const std::string& otherwise);
+
+private:
+    ScenarioMiddleware& MiddlewareNamed(const std::string& name);
 
     std::string m_address;
     Middleware::Observer m_observer;
     Duration m_timeout;
     std::map<std::string, std::unique_ptr<ScenarioMiddleware>> m_middlewares;
     ScenarioMiddleware* m_acting;
+    bool m_errorExpected = false;
     bool m_interrupted = false;
 };
 

@@ -2,13 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "scenario/Words.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdint>
+#include <glib.h>
+#include <limits>
 #include <utility>
+
+#include "link/Protocol.h"
 
 namespace applist::sim {
 namespace {
-
-constexpr uint32_t LAST_CODE_POINT = 0x10FFFF;
 
 bool IsBlank(char character) {
     return character == ' ' || character == '\t';
@@ -16,39 +20,6 @@ bool IsBlank(char character) {
 
 bool IsControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-}
-
-int HexValue(char digit) {
-    if (digit >= '0' && digit <= '9') {
-        return digit - '0';
-    }
-    const char lower = static_cast<char>(digit | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
-bool IsCharacter(uint32_t codePoint) {
-    return codePoint <= LAST_CODE_POINT && (codePoint < 0xD800 || codePoint > 0xDFFF);
-}
-
-void AppendUtf8(std::string& text, uint32_t codePoint) {
-    const auto tail = [&](unsigned shift) {
-        text += static_cast<char>(0x80U | (codePoint >> shift & 0x3FU));
-    };
-    if (codePoint < 0x80) {
-        text += static_cast<char>(codePoint);
-    } else if (codePoint < 0x800) {
-        text += static_cast<char>(0xC0U | codePoint >> 6U);
-        tail(0);
-    } else if (codePoint < 0x10000) {
-        text += static_cast<char>(0xE0U | codePoint >> 12U);
-        tail(6);
-        tail(0);
-    } else {
-        text += static_cast<char>(0xF0U | codePoint >> 18U);
-        tail(12);
-        tail(6);
-        tail(0);
-    }
 }
 
 /// Reads one line from left to right and stops at the first error.
@@ -173,7 +144,7 @@ void Splitter::ReadEscape(Word& word) {
 void Splitter::ReadByte(Word& word, size_t column) {
     int value = 0;
     for (int digits = 0; digits < 2; ++digits) {
-        const int digit = AtEnd() ? -1 : HexValue(Current());
+        const int digit = AtEnd() ? -1 : g_ascii_xdigit_value(Current());
         if (digit < 0) {
             Fail(column, "\\x needs two hexadecimal digits");
             return;
@@ -191,15 +162,17 @@ void Splitter::ReadCharacter(Word& word, size_t column) {
     bool valid = digits >= 1 && digits <= 6;
     uint32_t codePoint = 0;
     for (size_t i = 1; valid && i <= digits; ++i) {
-        const int digit = HexValue(m_line[m_position + i]);
+        const int digit = g_ascii_xdigit_value(m_line[m_position + i]);
         valid = digit >= 0;
         codePoint = codePoint * 16 + static_cast<uint32_t>(digit);
     }
-    if (!valid || !IsCharacter(codePoint)) {
+    if (!valid || g_unichar_validate(codePoint) == FALSE) {
         Fail(column, "\\u needs a Unicode code point, such as \\u{1f4fa}");
         return;
     }
-    AppendUtf8(word.text, codePoint);
+    std::array<char, 6> bytes{};
+    const int size = g_unichar_to_utf8(codePoint, bytes.data());
+    word.text.append(bytes.data(), static_cast<size_t>(size));
     for (size_t i = 0; i < digits + 2; ++i) {
         Advance();
     }
@@ -209,6 +182,178 @@ void Splitter::ReadCharacter(Word& word, size_t column) {
 
 SplitLine SplitWords(std::string_view line) {
     return Splitter(line).Split();
+}
+
+namespace {
+
+constexpr uint32_t LONGEST_MS = 24U * 60 * 60 * 1000;
+// Maximum size of an array on the bus.
+constexpr uint32_t LARGEST_FRAME = 64U * 1024 * 1024;
+
+struct Unit {
+    const char* name;
+    uint32_t factor;
+};
+
+/// Returns the number at the beginning of text and the text after it, or nothing.
+std::optional<std::pair<uint32_t, std::string>> NumberAndRest(const std::string& text) {
+    uint32_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc()) {
+        return std::nullopt;
+    }
+    return std::pair(number, std::string(last, end));
+}
+
+/// Returns number times unit, up to largest.
+std::optional<uint32_t> Measure(const std::string& text, std::initializer_list<Unit> units,
+                                uint32_t largest) {
+    const auto parts = NumberAndRest(text);
+    for (const Unit& unit : units) {
+        if (parts && parts->second == unit.name && parts->first <= largest / unit.factor) {
+            return parts->first * unit.factor;
+        }
+    }
+    return std::nullopt;
+}
+
+// Words are quoted in messages, which must stay on one line.
+std::string WithoutControls(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
+    return text;
+}
+
+}  // namespace
+
+bool Cursor::IsNext(const std::string& keyword) const {
+    return !AtEnd() && m_line.words[m_next].plain && m_line.words[m_next].text == keyword;
+}
+
+bool Cursor::Skip(const std::string& keyword) {
+    const bool found = IsNext(keyword);
+    m_next += found ? 1 : 0;
+    return found;
+}
+
+const Word& Cursor::Take(const std::string& what) {
+    static const Word NONE;
+    if (AtEnd()) {
+        FailAt(m_line.endColumn, what + " is missing");
+        return NONE;
+    }
+    return m_line.words[m_next++];
+}
+
+std::string Cursor::Text(const std::string& what) {
+    return Take(what).text;
+}
+
+size_t Cursor::Choice(const std::vector<std::string_view>& keywords) {
+    std::string all;
+    for (size_t i = 0; i < keywords.size(); ++i) {
+        const std::string keyword(keywords[i]);
+        if (Skip(keyword)) {
+            return i;
+        }
+        all += (i == 0 ? "" : i + 1 == keywords.size() ? " or " : ", ") + keyword;
+    }
+    const std::string found = Text(all);
+    Refuse("'" + found + "' is not one of " + all);
+    return 0;
+}
+
+uint32_t Cursor::Number(const std::string& what, uint32_t first, uint32_t last) {
+    const std::string text = Text(what);
+    const auto number = Measure(text, {{"", 1}}, last);
+    if (!number || *number < first) {
+        Refuse(what + " must be a number from " + std::to_string(first) + " to " +
+               std::to_string(last) + ", not '" + text + "'");
+        return first;
+    }
+    return *number;
+}
+
+Duration Cursor::Time() {
+    const std::string text = Text("a time");
+    const auto milliseconds =
+        Measure(text, {{"ms", 1}, {"s", 1000}, {"min", 60 * 1000}}, LONGEST_MS);
+    if (!milliseconds) {
+        Refuse("a time must have the form 200ms, 5s or 1min, up to a day, not '" + text + "'");
+    }
+    return Duration(milliseconds.value_or(0));
+}
+
+size_t Cursor::Size() {
+    const std::string text = Text("a size");
+    const auto size = Measure(text, {{"", 1}, {"k", 1024}, {"M", 1024 * 1024}}, LARGEST_FRAME);
+    if (!size) {
+        Refuse("a size must have the form 512, 64k or 16M, up to 64M, not '" + text + "'");
+    }
+    return size.value_or(0);
+}
+
+std::optional<Duration> Cursor::Within() {
+    return Skip("within") ? std::optional(Time()) : std::nullopt;
+}
+
+Function Cursor::TakeFunction() {
+    const std::string name = Text("a function");
+    const auto function = FunctionByName(name);
+    if (!function) {
+        Refuse("unknown function '" + name + "'");
+    }
+    return function.value_or(Function::GetAllItems);
+}
+
+ItemPattern Cursor::Pattern() {
+    const Word& word = Take("an id");
+    if (!word.equals) {
+        return {word.text, std::nullopt};
+    }
+    return {word.text.substr(0, *word.equals), word.text.substr(*word.equals + 1)};
+}
+
+Item Cursor::Pair() {
+    const Word& word = Take("ID=NAME");
+    if (!word.equals) {
+        Refuse("'" + word.text + "' lacks an unquoted '=' between id and name");
+        return {};
+    }
+    return {word.text.substr(0, *word.equals), word.text.substr(*word.equals + 1)};
+}
+
+Bytes Cursor::Hex() {
+    Bytes bytes;
+    while (!AtEnd()) {
+        const std::string digits = Text("bytes");
+        const auto read = FromHex(digits);
+        if (!read) {
+            Refuse("bytes must be pairs of hexadecimal digits, not '" + digits + "'");
+            return {};
+        }
+        bytes.insert(bytes.end(), read->begin(), read->end());
+    }
+    return bytes;
+}
+
+void Cursor::End() {
+    if (!AtEnd()) {
+        const std::string surplus = Text("");
+        Refuse("unexpected word '" + surplus + "'");
+    }
+}
+
+void Cursor::Refuse(const std::string& message) {
+    FailAt(m_next > 0 ? m_line.words[m_next - 1].column : 1, message);
+}
+
+void Cursor::FailAt(size_t column, const std::string& message) {
+    if (!m_error) {
+        m_error = WordError{column, WithoutControls(message)};
+    }
 }
 
 }  // namespace applist::sim

@@ -2,10 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "scenario/Statement.h"
 
 namespace applist::sim {
 
@@ -21,7 +26,7 @@ struct Word {
     size_t column = 0;  ///< Column of its first character, from 1.
     bool plain = true;  ///< Written without quotes, so it may be a keyword.
     /// Position in text of the first "=" outside quotes, which separates an id from a name.
-    std::optional<size_t> equals;
+    std::optional<size_t> equals{};
 };
 
 /// The words of a line, or the error in it.
@@ -36,5 +41,61 @@ struct SplitLine {
 /// \xHH (one byte) and \u{H...} (one character, as UTF-8) are escapes. "#" at the beginning of a
 /// word begins a comment. Accepts any bytes.
 SplitLine SplitWords(std::string_view line);
+
+/// Takes the words of a line one by one, each as an expected kind. Keeps the first error. After an
+/// error everything taken is empty and no other error is reported, so a grammar needs no error
+/// handling.
+class Cursor {
+public:
+    /// line must outlive the cursor.
+    explicit Cursor(const SplitLine& line) : m_line(line) {}
+
+    const std::optional<WordError>& error() const { return m_error; }
+    /// True if no word is left, or after an error.
+    bool AtEnd() const { return m_error || m_next == m_line.words.size(); }
+    /// Takes the next word iff it is this keyword.
+    bool Skip(const std::string& keyword);
+    /// True if the next word is this keyword. Does not take it.
+    bool IsNext(const std::string& keyword) const;
+
+    /// Takes the next word. what names it in the error if it is missing.
+    std::string Text(const std::string& what);
+    /// Takes one of these keywords and returns its index.
+    size_t Choice(const std::vector<std::string_view>& keywords);
+    /// Takes the name of one of these values.
+    template <typename Named, size_t COUNT>
+    Named OneOf(const std::array<Named, COUNT>& all) {
+        std::vector<std::string_view> names(COUNT);
+        std::transform(all.begin(), all.end(), names.begin(),
+                       [](Named named) { return NameOf(named); });
+        return all[Choice(names)];
+    }
+    uint32_t Number(const std::string& what, uint32_t first, uint32_t last);
+    /// Takes "200ms", "5s" or "1min".
+    Duration Time();
+    /// Takes "512", "64k" or "16M", in bytes.
+    size_t Size();
+    /// Takes "within T" if it is there.
+    std::optional<Duration> Within();
+    Function TakeFunction();
+    /// Takes an id with an optional name.
+    ItemPattern Pattern();
+    /// Takes "ID=NAME".
+    Item Pair();
+    /// Takes all remaining words as pairs of hexadecimal digits.
+    Bytes Hex();
+    /// Reports an error if a word is left.
+    void End();
+    /// Reports an error at the last word, unless there is one already.
+    void Refuse(const std::string& message);
+
+private:
+    const Word& Take(const std::string& what);
+    void FailAt(size_t column, const std::string& message);
+
+    const SplitLine& m_line;
+    size_t m_next = 0;
+    std::optional<WordError> m_error;
+};
 
 }  // namespace applist::sim

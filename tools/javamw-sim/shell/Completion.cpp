@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "link/Protocol.h"
-#include "scenario/Parser.h"
+#include "scenario/Statement.h"
 
 namespace applist::sim {
 namespace {

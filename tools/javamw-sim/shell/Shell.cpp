@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "common/Output.h"
-#include "shell/Busctl.h"
 #include "shell/Completion.h"
 #include "shell/EditorInput.h"
 #include "shell/LineInput.h"
@@ -189,10 +188,9 @@ void Shell::SettlePending(const Action* next) {
 
 void Shell::Learn(const Action& action, const Outcome& outcome) {
     Items seen = outcome.reply.value_or(Items());
-    if (const auto* send = std::get_if<Send>(&action)) {
-        if (const auto* frame = std::get_if<RegularFrame>(&send->frame)) {
-            seen.insert(seen.end(), frame->items.begin(), frame->items.end());
-        }
+    if (const auto* send = std::get_if<Send>(&action); send != nullptr && send->frame.call) {
+        const Items& sent = send->frame.call->items;
+        seen.insert(seen.end(), sent.begin(), sent.end());
     }
     for (const Item& item : seen) {
         m_ids.insert(item.id);

@@ -11,7 +11,6 @@
 
 #include "common/Output.h"
 #include "middleware/MainLoop.h"
-#include "scenario/Parser.h"
 #include "scenario/StatementRunner.h"
 #include "shell/LineInput.h"
 #include "shell/ShellOutput.h"

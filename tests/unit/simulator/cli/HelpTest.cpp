@@ -16,7 +16,7 @@
 #include <gmock/gmock.h>
 
 #include "cli/Program.h"
-#include "scenario/Parser.h"
+#include "scenario/Statement.h"
 #include "shared/Help.h"
 
 namespace applist::sim {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "scenario/CallArguments.h"
+#include "scenario/Statement.h"
 
 namespace applist::sim {
 namespace {

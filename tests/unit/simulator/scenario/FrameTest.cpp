@@ -1,12 +1,13 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <string>
 
 #include <gmock/gmock.h>
 
-#include "scenario/Frame.h"
+#include "scenario/Statement.h"
 
 namespace applist::sim {
 namespace {
@@ -14,23 +15,30 @@ namespace {
 using testing::Each;
 using testing::SizeIs;
 
-const RegularFrame ADD{Function::AddItems, {{"a{n}", "{n} of {n}{"}}};
+const std::string ADD = "AddItems a{n}=\"{n} of {n}{\"";
+
+/// Returns the bytes of copy number copy of the message that the statement sends.
+Bytes BytesOf(const std::string& statement, unsigned copy) {
+    const ParsedLine parsed = ParseStatement(statement);
+    EXPECT_TRUE(parsed.statement) << statement;
+    return std::get<Send>(parsed.statement->action).frame.bytes(copy);
+}
 
 TEST(Frames, NumberTheirItemsCopyByCopy) {
-    EXPECT_EQ(BytesOf(ADD, 1), EncodeCall(Function::AddItems, {{"a1", "1 of 1{"}}));
-    EXPECT_EQ(BytesOf(ADD, 12), EncodeCall(Function::AddItems, {{"a12", "12 of 12{"}}));
+    EXPECT_EQ(BytesOf("call " + ADD, 1), EncodeCall(Function::AddItems, {{"a1", "1 of 1{"}}));
+    EXPECT_EQ(BytesOf("call " + ADD, 12), EncodeCall(Function::AddItems, {{"a12", "12 of 12{"}}));
 }
 
 TEST(Frames, AreSentUnchangedWhenRaw) {
-    EXPECT_EQ(BytesOf(RawFrame{{'x', '{', 'n', '}'}}, 3), (Bytes{'x', '{', 'n', '}'}));
+    EXPECT_EQ(BytesOf("send-hex 787b6e7d", 3), (Bytes{'x', '{', 'n', '}'}));
 }
 
 TEST(Frames, HaveTheRequestedSizeAndId) {
-    const Bytes bytes = BytesOf(HugeFrame{1000, Function::RemoveItem}, 1);
+    const Bytes bytes = BytesOf("send-huge 1000 RemoveItem", 1);
     EXPECT_THAT(bytes, SizeIs(1000));
     EXPECT_THAT(Bytes(bytes.begin(), bytes.end() - 4), Each('\xFF'));
     EXPECT_EQ(Bytes(bytes.end() - 4, bytes.end()), EncodeCall(Function::RemoveItem, {}));
-    EXPECT_THAT(BytesOf(HugeFrame{0, Function::AddItems}, 1), SizeIs(4));
+    EXPECT_THAT(BytesOf("send-huge 0", 1), SizeIs(4));
 }
 
 unsigned DifferentBits(const Bytes& left, const Bytes& right) {
@@ -45,28 +53,30 @@ unsigned DifferentBits(const Bytes& left, const Bytes& right) {
 
 TEST(Frames, DifferByOneBitWhenOneIsFlipped) {
     for (unsigned copy = 1; copy <= 100; ++copy) {
-        EXPECT_EQ(DifferentBits(BytesOf(FlippedFrame{ADD, 7, 1}, copy), BytesOf(ADD, copy)), 1U);
+        EXPECT_EQ(
+            DifferentBits(BytesOf("send-flipped 7 1 " + ADD, copy), BytesOf("call " + ADD, copy)),
+            1U);
     }
 }
 
 TEST(Frames, HaveTheSameBitsFlippedForTheSameSeed) {
-    const RegularFrame call{Function::GetSelection, {}};
     // The C++ standard defines the first number of std::mt19937 for its default seed, 5489.
-    Bytes expected = BytesOf(call, 1);
+    Bytes expected = EncodeCall(Function::GetSelection, {});
     const unsigned bit = 3499211612U % 32;
     expected[bit / 8] =
         static_cast<char>(static_cast<uint8_t>(expected[bit / 8]) ^ (1U << bit % 8));
-    EXPECT_EQ(BytesOf(FlippedFrame{call, 5489, 1}, 1), expected);
-    EXPECT_EQ(BytesOf(FlippedFrame{call, 5480, 1}, 10), expected);
+    EXPECT_EQ(BytesOf("send-flipped 5489 1 GetSelection", 1), expected);
+    EXPECT_EQ(BytesOf("send-flipped 5480 1 GetSelection", 10), expected);
 }
 
 TEST(Frames, LoseTheEndOfTheirPayloadButNotTheirId) {
-    const RegularFrame call{Function::AddItems, {{"a", "A"}}};
-    Bytes expected = BytesOf(call, 1);
-    expected.erase(expected.begin() + 3, expected.end() - 4);
-    EXPECT_EQ(BytesOf(CutFrame{call, 3}, 1), expected);
-    EXPECT_EQ(BytesOf(CutFrame{call, 0}, 1), EncodeCall(Function::AddItems, {}));
-    EXPECT_EQ(BytesOf(CutFrame{call, 9999}, 1), BytesOf(call, 1));
+    const Bytes whole = EncodeCall(Function::AddItems, {{"a", "A"}});
+    const Bytes cut = BytesOf("send-cut 3 AddItems a=A", 1);
+    ASSERT_THAT(cut, SizeIs(3 + 4));
+    EXPECT_TRUE(std::equal(cut.begin(), cut.begin() + 3, whole.begin()));
+    EXPECT_TRUE(std::equal(cut.begin() + 3, cut.end(), whole.end() - 4));
+    EXPECT_EQ(BytesOf("send-cut 0 AddItems a=A", 1), EncodeCall(Function::AddItems, {}));
+    EXPECT_EQ(BytesOf("send-cut 9999 AddItems a=A", 1), whole);
 }
 
 }  // namespace

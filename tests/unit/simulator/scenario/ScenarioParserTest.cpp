@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "scenario/Parser.h"
+#include "scenario/Statement.h"
 
 namespace applist::sim {
 namespace {
@@ -24,12 +24,8 @@ Kind Parsed(const std::string& line) {
     return fits ? std::get<Kind>(parsed.statement->action) : Kind();
 }
 
-template <typename Kind>
-Kind Frame(const std::string& line) {
-    const Send send = Parsed<Send>(line);
-    EXPECT_TRUE(std::holds_alternative<Kind>(send.frame)) << line;
-    const Kind* frame = std::get_if<Kind>(&send.frame);
-    return frame != nullptr ? *frame : Kind();
+Bytes Encoded(const std::string& line) {
+    return Parsed<Send>(line).frame.bytes(1);
 }
 
 std::string Error(const std::string& line) {
@@ -79,9 +75,10 @@ TEST(ScenarioParser, ReadsWaits) {
 }
 
 void ExpectCall(const std::string& line, Function function, const Items& items) {
-    const auto frame = Frame<RegularFrame>(line);
-    EXPECT_EQ(frame.function, function) << line;
-    EXPECT_EQ(frame.items, items) << line;
+    const auto call = Parsed<Send>(line).frame.call;
+    ASSERT_TRUE(call) << line;
+    EXPECT_EQ(call->function, function) << line;
+    EXPECT_EQ(call->items, items) << line;
 }
 
 TEST(ScenarioParser, ReadsCallsByTheirShortNames) {
@@ -107,19 +104,23 @@ TEST(ScenarioParser, ReadsAnyFunctionByItsName) {
 }
 
 TEST(ScenarioParser, ReadsBytesAndDamage) {
-    EXPECT_EQ(Frame<RawFrame>("send-hex 01 02fF").bytes, (Bytes{'\x01', '\x02', '\xFF'}));
-    EXPECT_THAT(Frame<RawFrame>("send-hex").bytes, IsEmpty());
-    EXPECT_THAT(Frame<RawFrame>("send-short 3").bytes, SizeIs(3));
-    EXPECT_EQ(Frame<HugeFrame>("send-huge 512").size, 512U);
-    EXPECT_EQ(Frame<HugeFrame>("send-huge 64M").size, 64U * 1024 * 1024);
-    EXPECT_EQ(Frame<HugeFrame>("send-huge 2k RemoveItem").function, Function::RemoveItem);
-    const auto flipped = Frame<FlippedFrame>("send-flipped 7 3 AddItems a=A");
-    EXPECT_EQ(flipped.seed, 7U);
-    EXPECT_EQ(flipped.bits, 3U);
-    EXPECT_EQ(flipped.call.items, (Items{{"a", "A"}}));
-    const auto cut = Frame<CutFrame>("send-cut 5 RemoveItem a");
-    EXPECT_EQ(cut.payloadSize, 5U);
-    EXPECT_EQ(cut.call.function, Function::RemoveItem);
+    EXPECT_EQ(Encoded("send-hex 01 02fF"), (Bytes{'\x01', '\x02', '\xFF'}));
+    EXPECT_THAT(Encoded("send-hex"), IsEmpty());
+    EXPECT_THAT(Encoded("send-short 3"), SizeIs(3));
+    EXPECT_THAT(Encoded("send-huge 512"), SizeIs(512));
+    EXPECT_THAT(Encoded("send-huge 64M"), SizeIs(64U * 1024 * 1024));
+    const Bytes huge = Encoded("send-huge 2k RemoveItem");
+    EXPECT_EQ(Bytes(huge.end() - 4, huge.end()), EncodeCall(Function::RemoveItem, {}));
+    EXPECT_THAT(Encoded("send-flipped 7 3 AddItems a=A"), SizeIs(Encoded("add a=A").size()));
+    EXPECT_NE(Encoded("send-flipped 7 3 AddItems a=A"), Encoded("add a=A"));
+    EXPECT_THAT(Encoded("send-cut 5 RemoveItem a"), SizeIs(5 + 4));
+}
+
+TEST(ScenarioParser, KnowsWhichMessagesMayBeInvalid) {
+    for (const char* line : {"send-hex d2070000", "send-short 3", "send-huge 5", "signal-hex 00",
+                             "send-flipped 1 1 GetSelection", "send-cut 9 GetSelection"}) {
+        EXPECT_FALSE(Parsed<Send>(line).frame.call) << line;
+    }
 }
 
 TEST(ScenarioParser, ReadsHowMessagesAreSent) {

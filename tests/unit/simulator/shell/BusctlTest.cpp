@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "scenario/Parser.h"
-#include "shell/Busctl.h"
+#include "scenario/Statement.h"
 
 namespace applist::sim {
 namespace {
