@@ -7,11 +7,11 @@
 
 #include <benchmark/benchmark.h>
 
-#include "bench/Partner.h"
 #include "bench/ScreenWatch.h"
 #include "bench/Subject.h"
 #include "support/ChildProcess.h"
 #include "support/PrivateBus.h"
+#include "support/ScriptedPeer.h"
 
 namespace applist::bench {
 namespace {
@@ -19,6 +19,14 @@ namespace {
 using test::BuiltProgram;
 using test::ChildProcess;
 using test::PrivateBus;
+using test::ScriptedPeer;
+
+/// Completes the handshake with every list on the bus. The bus keeps the order, so it is complete
+/// for a list that answers a later call.
+void Announce(ScriptedPeer& partner) {
+    partner.Announce("_CLIENT_SYN");
+    partner.Announce("_CLIENT_ACK");
+}
 
 /// A bus, a program on it that answers calls, and its partners.
 class Conversation {
@@ -28,19 +36,20 @@ public:
         m_program.WaitForText("\n");
         m_name = m_program.Output().substr(0, m_program.Output().find('\n'));
         for (int i = 0; i < partners; ++i) {
-            m_partners.push_back(std::make_unique<Partner>(m_bus.Address()));
-            m_partners.back()->Announce();
-            m_partners.back()->Send(m_name, {'P'});
+            m_partners.push_back(std::make_unique<ScriptedPeer>(m_bus.Address()));
+            Announce(*m_partners.back());
+            m_partners.back()->Ask(m_name, {'P'});
         }
     }
 
-    Partner& first() { return *m_partners.front(); }
+    ScriptedPeer& first() { return *m_partners.front(); }
     const std::string& name() const { return m_name; }
     /// Makes the program notify all partners and waits until the last one has received it.
     void Tell() {
-        first().SendWithoutWaiting(m_name, {'E', 0, 0, 0});
+        first().Send(m_name, CHANNEL, {'E', 0, 0, 0});
         for (const auto& partner : m_partners) {
-            partner->AwaitSignals(1);
+            GiveUpUnless(partner->AwaitHeard(1), "no signal");
+            partner->Forget();
         }
     }
 
@@ -48,14 +57,15 @@ private:
     PrivateBus m_bus;
     ChildProcess m_program;
     std::string m_name;
-    std::vector<std::unique_ptr<Partner>> m_partners;
+    std::vector<std::unique_ptr<ScriptedPeer>> m_partners;
 };
 
 void Send(benchmark::State& state, const std::string& program) {
     Conversation conversation(program, 1);
     const std::vector<char> bytes(static_cast<size_t>(state.range(0)), 'x');
     for (auto _ : state) {
-        benchmark::DoNotOptimize(conversation.first().Send(conversation.name(), bytes));
+        benchmark::DoNotOptimize(conversation.first().Ask(conversation.name(), bytes));
+        conversation.first().Forget();
     }
 }
 
@@ -70,16 +80,18 @@ void Event(benchmark::State& state, const std::string& program) {
 void SendToList(benchmark::State& state) {
     Stage stage;
     ScreenWatch watch(stage.screen().Name());
-    Partner partner(stage.bus().Address());
+    ScriptedPeer partner(stage.bus().Address());
     const auto process = stage.Start(Subjects().front());
-    const std::string name = partner.AwaitList();
-    partner.Announce();
+    GiveUpUnless(partner.AwaitAnnouncement("_SERVICE_SYN"), "the list does not announce itself");
+    const std::string name = partner.Announcer();
+    Announce(partner);
     watch.AwaitDamage(Clock::now() + std::chrono::seconds(10));
     watch.AwaitQuiet(std::chrono::milliseconds(500));
     const auto call =
         Frame(std::vector<char>(static_cast<size_t>(state.range(0)) - 4, 0), GET_SELECTION);
     for (auto _ : state) {
-        benchmark::DoNotOptimize(partner.Send(name, call));
+        benchmark::DoNotOptimize(partner.Ask(name, call));
+        partner.Forget();
     }
 }
 

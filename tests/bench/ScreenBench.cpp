@@ -11,9 +11,9 @@
 #include <string>
 #include <unistd.h>
 
-#include "bench/Partner.h"
 #include "bench/ScreenWatch.h"
 #include "bench/Subject.h"
+#include "support/ScriptedPeer.h"
 
 namespace applist::bench {
 namespace {
@@ -196,14 +196,17 @@ private:
         Series shown("fill: reply to rows shown", subject, rows, "ms");
         const auto call = Frame(m_stage.ItemsOnTheWire(), ADD_ITEMS);
         m_stage.DismissMiddleware();
-        Partner partner(m_stage.bus().Address());
+        test::ScriptedPeer partner(m_stage.bus().Address());
         for (int i = 0; i < m_repetitions; ++i) {
             const auto process = m_stage.Start(subject);
-            const std::string list = partner.AwaitList();
-            partner.Announce();
+            GiveUpUnless(partner.AwaitAnnouncement("_SERVICE_SYN"),
+                         "the list does not announce itself");
+            const std::string list = partner.Announcer();
+            partner.Announce("_CLIENT_SYN");
+            partner.Announce("_CLIENT_ACK");
             m_watch.AwaitDamage(Clock::now() + PATIENCE);
             m_watch.AwaitQuiet(SETTLED);
-            partner.Send(list, call);
+            partner.Ask(list, call);
             const auto replied = Clock::now();
             const auto rowsShown = m_watch.AwaitStrip(
                 m_x, [this](const Strip& strip) { return ShowsRows(strip); }, PATIENCE);

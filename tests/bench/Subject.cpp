@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "LittleEndian.h"
 #include "bench/references/row-name.h"
 
 namespace applist::bench {
@@ -55,13 +56,24 @@ std::string IdOf(int row) {
     return "0000000b." + std::to_string(row);
 }
 
-// Ends the program, because without its middleware it would measure the wrong thing.
-[[noreturn]] void GiveUp(const char* what) {
-    std::fprintf(stderr, "Stage: %s\n", what);
-    std::exit(1);
+void Append(std::vector<char>& bytes, size_t number) {
+    const auto wire = ToLittleEndian(static_cast<std::uint32_t>(number));
+    bytes.insert(bytes.end(), wire.begin(), wire.end());
 }
 
 }  // namespace
+
+std::vector<char> Frame(std::vector<char> payload, int function) {
+    Append(payload, static_cast<size_t>(function));
+    return payload;
+}
+
+void GiveUpUnless(bool condition, const char* error) {
+    if (!condition) {
+        std::fprintf(stderr, "bench: %s\n", error);
+        std::exit(1);
+    }
+}
 
 std::vector<Subject> Subjects() {
     std::vector<Subject> subjects{
@@ -88,9 +100,8 @@ Stage::Stage() {
         {"set", "memory/javamw/autostart-app", "int", "0"}};
     for (auto arguments : settings) {
         arguments.insert(arguments.begin(), BuiltProgram("platformctl"));
-        if (ChildProcess(arguments, Environment()).WaitForExit() != 0) {
-            GiveUp("platformctl failed");
-        }
+        GiveUpUnless(ChildProcess(arguments, Environment()).WaitForExit() == 0,
+                     "platformctl failed");
     }
 }
 
@@ -126,9 +137,7 @@ std::vector<char> Stage::ItemsOnTheWire() const {
     std::vector<char> bytes;
     for (int row = 0; row < m_rows; ++row) {
         for (const std::string& text : {NameOf(row), IdOf(row)}) {
-            for (int shift = 0; shift < 32; shift += 8) {
-                bytes.push_back(static_cast<char>((text.size() >> shift) & 0xFF));
-            }
+            Append(bytes, text.size());
             bytes.insert(bytes.end(), text.begin(), text.end());
         }
     }
@@ -153,10 +162,11 @@ std::unique_ptr<ChildProcess> Stage::Start(const Subject& subject) const {
 }
 
 void Stage::AwaitFilled(const Subject& subject) {
-    if (subject.needsMiddleware && !m_middleware->WaitUntil([this] {
+    if (subject.needsMiddleware) {
+        GiveUpUnless(m_middleware->WaitUntil([this] {
             return m_middleware->Output().find("filled", m_heard) != std::string::npos;
-        })) {
-        GiveUp("the middleware did not fill the list");
+        }),
+                     "the middleware did not fill the list");
     }
     m_heard = m_middleware ? m_middleware->Output().size() : 0;
 }

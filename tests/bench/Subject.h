@@ -40,7 +40,7 @@ public:
     void AwaitFilled(const Subject& subject);
     /// The items of the last Prepare() in wire format.
     std::vector<char> ItemsOnTheWire() const;
-    /// Ends the middleware that fills the list, so that a Partner can take its place.
+    /// Ends the middleware that fills the list, so that a benchmark can take its place.
     void DismissMiddleware() { m_middleware.reset(); }
     /// The environment of every program on the stage.
     test::ChildProcess::Environment Environment() const;
@@ -59,6 +59,16 @@ private:
     int m_rows = 0;
     std::string m_items;
 };
+
+/// The channel's object path, and two of its functions.
+constexpr const char* CHANNEL = "/org/vantu/javamw/CommunicationChannel/Applist";
+constexpr int GET_SELECTION = 2001;
+constexpr int ADD_ITEMS = 2004;
+/// A frame that calls the list: the payload, then the function's number.
+std::vector<char> Frame(std::vector<char> payload, int function);
+
+/// Ends the program with an error if condition is false, because it would measure the wrong thing.
+void GiveUpUnless(bool condition, const char* error);
 
 /// A process' resident memory in kilobytes.
 long ResidentKilobytes(pid_t process);

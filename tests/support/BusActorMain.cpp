@@ -23,6 +23,7 @@
 #include <glib-unix.h>
 
 #include "support/GlibWait.h"
+#include "support/Payload.h"
 
 namespace {
 
@@ -53,9 +54,8 @@ const char* OrNull(const std::string& text) {
 
 // The call empties the list, so that a call that gets through has a visible effect.
 GVariant* RemoveAllItems() {
-    static constexpr guint8 FRAME[]{0xD3, 0x07, 0, 0};
-    return g_variant_new("(@ay)",
-                         g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, FRAME, sizeof FRAME, 1));
+    static constexpr char FRAME[]{'\xD3', '\x07', 0, 0};
+    return applist::test::Payload(FRAME);
 }
 
 std::string Own(const Arguments& arguments) {

@@ -4,17 +4,14 @@
 
 #include <algorithm>
 
+#include "support/Payload.h"
+
 namespace applist::test {
 namespace {
 
 constexpr const char* PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
 constexpr const char* INTERFACE = "org.vantu.javamw.DbusCommunication";
 constexpr uint32_t SNAPLEN = 4096;
-
-GVariant* Content(std::string_view bytes) {
-    return g_variant_new(
-        "(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1));
-}
 
 // Takes ownership of message and content.
 std::string Finish(GDBusMessage* message, const std::string& from, const std::string& to,
@@ -116,7 +113,7 @@ std::string OwnerChanged(const std::string& name, const std::string& oldOwner,
 std::string Call(const std::string& from, const std::string& to, uint32_t serial,
                  std::string_view content) {
     return Finish(g_dbus_message_new_method_call(nullptr, PATH, INTERFACE, "Send"), from, to,
-                  serial, Content(content));
+                  serial, Payload(content));
 }
 
 std::string Reply(const std::string& from, const std::string& to, uint32_t toSerial,
@@ -124,7 +121,7 @@ std::string Reply(const std::string& from, const std::string& to, uint32_t toSer
     GDBusMessage* reply = g_dbus_message_new();
     g_dbus_message_set_message_type(reply, G_DBUS_MESSAGE_TYPE_METHOD_RETURN);
     g_dbus_message_set_reply_serial(reply, toSerial);
-    return Finish(reply, from, to, 1, Content(content));
+    return Finish(reply, from, to, 1, Payload(content));
 }
 
 std::string Error(const std::string& from, const std::string& to, uint32_t toSerial,
@@ -138,7 +135,7 @@ std::string Error(const std::string& from, const std::string& to, uint32_t toSer
 
 std::string Signal(const std::string& from, const std::string& to, std::string_view content) {
     return Finish(g_dbus_message_new_signal(PATH, INTERFACE, "SendSignal"), from, to, 1,
-                  Content(content));
+                  Payload(content));
 }
 
 }  // namespace busmessage

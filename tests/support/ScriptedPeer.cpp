@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "support/GlibWait.h"
+#include "support/Payload.h"
 
 namespace applist::test {
 namespace {
@@ -17,11 +18,6 @@ namespace {
 // Not taken from the product, because the partner would repeat a mistake made there.
 constexpr const char* PREFIX = "org.vantu.JavaMW.";
 constexpr const char* INTERFACE = "org.vantu.javamw.DbusCommunication";
-
-GVariant* Wrap(const std::vector<char>& bytes) {
-    GVariant* array = g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1);
-    return g_variant_new("(@ay)", array);
-}
 
 std::vector<char> Unwrap(GVariant* tuple) {
     if (!g_variant_is_of_type(tuple, G_VARIANT_TYPE("(ay)"))) {
@@ -49,7 +45,7 @@ std::ostream& operator<<(std::ostream& out, const PeerEvent& event) {
                << testing::PrintToString(std::string(event.bytes.begin(), event.bytes.end()));
 }
 
-ScriptedPeer::ScriptedPeer(const std::string& address, const std::string& channel)
+ScriptedPeer::ScriptedPeer(const std::string& address, const std::string& channel, Role role)
     : m_base(PREFIX + channel) {
     GError* error = nullptr;
     m_connection = g_dbus_connection_new_for_address_sync(
@@ -59,8 +55,9 @@ ScriptedPeer::ScriptedPeer(const std::string& address, const std::string& channe
         nullptr, nullptr, &error);
     DieOf(error);
     m_uniqueName = g_dbus_connection_get_unique_name(m_connection);
-    for (const char* ending : {"_SERVICE_SYN", "_SERVICE_SYN_ACK", "_SERVICE_ACK"}) {
-        ListenTo(m_base + ending);
+    const std::string other = m_base + (role == MIDDLEWARE ? "_SERVICE" : "_CLIENT");
+    for (const char* ending : {"_SYN", "_SYN_ACK", "_ACK"}) {
+        ListenTo(other + ending);
     }
     m_subscriptions.push_back(g_dbus_connection_signal_subscribe(
         m_connection, nullptr, INTERFACE, nullptr, nullptr, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
@@ -70,13 +67,18 @@ ScriptedPeer::ScriptedPeer(const std::string& address, const std::string& channe
 }
 
 ScriptedPeer::~ScriptedPeer() {
+    Leave();
+    g_object_unref(m_connection);
+}
+
+void ScriptedPeer::Leave() {
     for (const unsigned id : m_subscriptions) {
         g_dbus_connection_signal_unsubscribe(m_connection, id);
     }
-    // Fails the calls that are still pending, whose callbacks use this object.
+    m_subscriptions.clear();
+    // The callbacks of calls that are still pending use this object.
     g_dbus_connection_close_sync(m_connection, nullptr, nullptr);
     EXPECT_TRUE(RunUntil([this] { return m_pending == 0; }));
-    g_object_unref(m_connection);
 }
 
 void ScriptedPeer::ListenTo(const std::string& name) {
@@ -110,7 +112,22 @@ void ScriptedPeer::Announce(const std::string& ending) {
 
 void ScriptedPeer::Send(const std::string& destination, const std::string& path,
                         const std::vector<char>& bytes) {
-    Call(destination, path, INTERFACE, "Send", Wrap(bytes));
+    Call(destination, path, INTERFACE, "Send", Payload(bytes));
+}
+
+std::vector<char> ScriptedPeer::Ask(const std::string& destination,
+                                    const std::vector<char>& bytes) {
+    const size_t before = m_events.size();
+    Send(destination, "/org/vantu/javamw/CommunicationChannel/Applist", bytes);
+    const auto reply = [&] {
+        return std::find_if(m_events.begin() + static_cast<std::ptrdiff_t>(before), m_events.end(),
+                            [](const PeerEvent& event) { return event.kind >= PeerEvent::REPLY; });
+    };
+    if (!RunUntil([&] { return reply() != m_events.end(); })) {
+        ADD_FAILURE() << "no reply from " << destination;
+        return {};
+    }
+    return reply()->bytes;
 }
 
 void ScriptedPeer::Call(const std::string& destination, const std::string& path,
@@ -132,7 +149,7 @@ void ScriptedPeer::Emit(const std::string& destination, const std::string& path,
 
 void ScriptedPeer::Notify(const std::string& destination, const std::string& path,
                           const std::vector<char>& bytes) {
-    Emit(destination, path, "SendSignal", Wrap(bytes));
+    Emit(destination, path, "SendSignal", Payload(bytes));
 }
 
 std::vector<PeerEvent> ScriptedPeer::Traffic() const {
@@ -140,6 +157,23 @@ std::vector<PeerEvent> ScriptedPeer::Traffic() const {
     std::copy_if(m_events.begin(), m_events.end(), std::back_inserter(traffic),
                  [](const PeerEvent& event) { return event.kind != PeerEvent::ANNOUNCEMENT; });
     return traffic;
+}
+
+std::vector<std::string> ScriptedPeer::Heard() const {
+    std::vector<std::string> heard;
+    for (const PeerEvent& event : m_events) {
+        if (event.kind == PeerEvent::ANNOUNCEMENT) {
+            heard.push_back(event.text);
+        } else if (event.kind == PeerEvent::SIGNAL) {
+            heard.push_back("signal " + std::string(event.bytes.begin(), event.bytes.end()));
+        }
+    }
+    return heard;
+}
+
+void ScriptedPeer::Forget() {
+    m_events.clear();
+    m_awaited = 0;
 }
 
 bool ScriptedPeer::AwaitAnnouncement(const std::string& ending) {
@@ -158,6 +192,10 @@ bool ScriptedPeer::AwaitTraffic(size_t count) {
     return RunUntil([&] { return Traffic().size() >= count; });
 }
 
+bool ScriptedPeer::AwaitHeard(size_t count) {
+    return RunUntil([&] { return Heard().size() >= count; });
+}
+
 void ScriptedPeer::OnNameOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
                                       const char*, GVariant* parameters, void* peer) {
     const char* name = nullptr;
@@ -166,6 +204,7 @@ void ScriptedPeer::OnNameOwnerChanged(GDBusConnection*, const char*, const char*
     g_variant_get(parameters, "(&s&s&s)", &name, &oldOwner, &newOwner);
     if (*newOwner == '\0') {
         auto& self = *static_cast<ScriptedPeer*>(peer);
+        self.m_announcer = oldOwner;
         self.m_events.push_back(
             {PeerEvent::ANNOUNCEMENT, std::string(name).substr(self.m_base.size()), oldOwner, {}});
     }

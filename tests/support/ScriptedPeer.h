@@ -28,14 +28,17 @@ struct PeerEvent {
 };
 std::ostream& operator<<(std::ostream& out, const PeerEvent& event);
 
-/// The middleware's side of a channel on a separate connection; the test controls each step. It
-/// receives all announcements of the other side, and every signal of the channel's interface that
-/// the bus delivers, while the default main context runs. Main thread only.
+/// One side of a channel, usually the middleware's, on a separate connection; the test controls
+/// each step. It receives all announcements of the other side, and every signal of the channel's
+/// interface that the bus delivers, while the default main context runs. Main thread only.
 class ScriptedPeer {
 public:
+    enum Role { MIDDLEWARE, APPLICATION };
+
     /// Connects to the bus at address. A failure ends the process, because the tests cannot
     /// continue.
-    explicit ScriptedPeer(const std::string& address, const std::string& channel = "Applist");
+    explicit ScriptedPeer(const std::string& address, const std::string& channel = "Applist",
+                          Role role = MIDDLEWARE);
     ~ScriptedPeer();
     ScriptedPeer(const ScriptedPeer&) = delete;
     ScriptedPeer& operator=(const ScriptedPeer&) = delete;
@@ -54,7 +57,10 @@ public:
     /// Calls "Send" on an object of destination. The reply becomes an event when it arrives.
     void Send(const std::string& destination, const std::string& path,
               const std::vector<char>& bytes);
-    /// The same for any method and arguments.
+    /// Sends to the channel "Applist" of destination and runs the main context until the reply
+    /// arrives; returns its bytes.
+    std::vector<char> Ask(const std::string& destination, const std::vector<char>& bytes);
+    /// Like Send() for any method and arguments.
     void Call(const std::string& destination, const std::string& path, const std::string& interface,
               const std::string& member, GVariant* arguments);
 
@@ -65,14 +71,25 @@ public:
     void Notify(const std::string& destination, const std::string& path,
                 const std::vector<char>& bytes);
 
+    /// Leaves the bus, which fails the calls that are pending. The destructor does so, too.
+    void Leave();
+
     /// All that arrived, oldest first. The second function omits announcements.
     const std::vector<PeerEvent>& Events() const { return m_events; }
     std::vector<PeerEvent> Traffic() const;
+    /// All announcements and signals that arrived, as texts: "_CLIENT_SYN", "signal BYTES".
+    std::vector<std::string> Heard() const;
+    /// The sender of the last announcement.
+    const std::string& Announcer() const { return m_announcer; }
+    /// Discards the events.
+    void Forget();
 
     /// Runs the main context until the channel has announced that ending since the last call.
     [[nodiscard]] bool AwaitAnnouncement(const std::string& ending);
     /// Runs the main context until count messages other than announcements have arrived in all.
     [[nodiscard]] bool AwaitTraffic(size_t count);
+    /// Runs the main context until Heard() has count entries.
+    [[nodiscard]] bool AwaitHeard(size_t count);
 
 private:
     void CallDaemon(const char* method, GVariant* parameters);
@@ -85,6 +102,7 @@ private:
 
     std::string m_base;
     std::string m_uniqueName;
+    std::string m_announcer;
     GDBusConnection* m_connection = nullptr;
     std::vector<unsigned> m_subscriptions;
     std::vector<PeerEvent> m_events;

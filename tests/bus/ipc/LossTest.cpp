@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The loss of a partner and of the bus.
-#include <csignal>
 #include <memory>
 
 #include <gmock/gmock.h>
 
 #include "ChannelTest.h"
-#include "support/ChildProcess.h"
 
 namespace applist::test {
 namespace {
@@ -78,18 +76,6 @@ TEST_F(Partner, IsForgottenWhenLostDuringTheHandshake) {
     ASSERT_TRUE(RunUntil([&] { return !channel.readiness.empty(); }));
     EXPECT_EQ(Log(), LossLog(name));
     EXPECT_THAT(channel.readiness, ElementsAre(Ready{false, name}));
-}
-
-TEST_F(Partner, IsLostWhenItsProcessIsKilled) {
-    const RecordingChannel channel;
-    const ChildProcess partner({HANDSHAKE_PARTNER, Address()});
-    ASSERT_TRUE(RunUntil([&] { return channel.readiness.size() == 1; }));
-    const std::string name = channel.readiness[0].second;
-    ClearLog();
-    partner.Signal(SIGKILL);
-    ASSERT_TRUE(RunUntil([&] { return channel.readiness.size() == 2; }));
-    EXPECT_EQ(Log(), LossLog(name));
-    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, name}, Ready{false, name}));
 }
 
 TEST_F(Partner, ReconnectsUnderANewNameAfterARestart) {

@@ -23,11 +23,10 @@ Simulation::Process Simulation::Start(std::vector<std::string> arguments) const 
 }
 
 int Simulation::Run(const std::vector<std::string>& arguments) {
-    const Process process = Start(arguments);
-    const int status = process->WaitForExit().value_or(-1);
-    m_output = process->Output();
-    m_errors = process->Errors();
-    return status;
+    const Outcome outcome = RunSimulator(arguments, m_bus.Environment());
+    m_output = outcome.output;
+    m_errors = outcome.errors;
+    return outcome.status;
 }
 
 int Simulation::Interrupt(ChildProcess& process) {

@@ -6,8 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "support/ChildProcess.h"
 #include "support/PrivateBus.h"
+#include "support/ScriptedPeer.h"
+#include "support/Simulator.h"
 #include "support/TemporaryDir.h"
 
 namespace applist::test {
@@ -37,6 +38,11 @@ public:
     static std::string ContentOf(const std::string& file);
 
     PrivateBus& bus() { return m_bus; }
+
+    /// Connects an application without a list; the test announces it.
+    ScriptedPeer ConnectApplication() const {
+        return ScriptedPeer(m_bus.Address(), "Applist", ScriptedPeer::APPLICATION);
+    }
 
 private:
     PrivateBus m_bus;

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A middleware that is killed again and again at any moment, one that hangs, and several at once.
+// A middleware that is killed at each step or repeatedly, one that hangs, and several at once.
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -28,15 +28,15 @@ void Kill(ChildProcess& process) {
     EXPECT_EQ(process.WaitForExit(), 128 + SIGKILL) << process.Errors();
 }
 
-struct Moment {
+struct KillPoint {
     const char* name;
     /// True if the middleware is connected before the application starts.
     bool first;
     std::vector<std::string> steps;
 };
 
-void PrintTo(const Moment& moment, std::ostream* out) {
-    *out << moment.name;
+void PrintTo(const KillPoint& point, std::ostream* out) {
+    *out << point.name;
 }
 
 class AMiddleware : public FaultTest {
@@ -57,10 +57,10 @@ protected:
     }
 };
 
-class AKilledMiddleware : public AMiddleware, public testing::WithParamInterface<Moment> {
+class AKilledMiddleware : public AMiddleware, public testing::WithParamInterface<KillPoint> {
 protected:
-    /// Starts a middleware that runs up to this moment and is killed there.
-    void Suffer(bool startApplication) {
+    /// Starts a middleware that runs up to this point, and kills it.
+    void RunAndKill(bool startApplication) {
         const auto faulty = StartFaulty(GetParam().steps);
         if (startApplication) {
             StartApplication();
@@ -70,13 +70,13 @@ protected:
     }
 };
 
-TEST_P(AKilledMiddleware, LeavesNothingBehindInTheApplication) {
+TEST_P(AKilledMiddleware, LeavesNoTraceInTheApplication) {
     if (GetParam().first) {
-        ASSERT_NO_FATAL_FAILURE(Suffer(true));
+        ASSERT_NO_FATAL_FAILURE(RunAndKill(true));
     } else {
         StartApplication();
         ASSERT_TRUE(m_set.WaitForWindow());
-        ASSERT_NO_FATAL_FAILURE(Suffer(false));
+        ASSERT_NO_FATAL_FAILURE(RunAndKill(false));
     }
     const auto next = NewMiddleware();
     ASSERT_TRUE(next->AwaitApplication());
@@ -89,27 +89,27 @@ TEST_P(AKilledMiddleware, LeavesNothingBehindInTheApplication) {
 INSTANTIATE_TEST_SUITE_P(
     AtEachStep, AKilledMiddleware,
     testing::Values(
-        Moment{"BeforeItsSyn", false, {}}, Moment{"DuringItsSyn", false, {"own:_CLIENT_SYN"}},
-        Moment{"AfterItsSyn", false, {"announce:_CLIENT_SYN"}},
-        Moment{"BeforeItsAck", false, {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK"}},
-        Moment{"DuringItsAck",
-               false,
-               {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "own:_CLIENT_ACK"}},
-        Moment{"AfterItsAck",
-               false,
-               {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "announce:_CLIENT_ACK"}},
-        Moment{"AfterItHeardTheSyn", true, {"await:_SERVICE_SYN"}},
-        Moment{"DuringItsSynAck", true, {"await:_SERVICE_SYN", "own:_CLIENT_SYN_ACK"}},
-        Moment{"AfterItsSynAck", true, {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK"}},
-        Moment{"AfterItHeardTheAck",
-               true,
-               {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK", "await:_SERVICE_ACK"}}),
-    [](const auto& moment) { return moment.param.name; });
+        KillPoint{"BeforeItsSyn", false, {}}, KillPoint{"DuringItsSyn", false, {"own:_CLIENT_SYN"}},
+        KillPoint{"AfterItsSyn", false, {"announce:_CLIENT_SYN"}},
+        KillPoint{"BeforeItsAck", false, {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK"}},
+        KillPoint{"DuringItsAck",
+                  false,
+                  {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "own:_CLIENT_ACK"}},
+        KillPoint{"AfterItsAck",
+                  false,
+                  {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "announce:_CLIENT_ACK"}},
+        KillPoint{"AfterItHeardTheSyn", true, {"await:_SERVICE_SYN"}},
+        KillPoint{"DuringItsSynAck", true, {"await:_SERVICE_SYN", "own:_CLIENT_SYN_ACK"}},
+        KillPoint{"AfterItsSynAck", true, {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK"}},
+        KillPoint{"AfterItHeardTheAck",
+                  true,
+                  {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK", "await:_SERVICE_ACK"}}),
+    [](const auto& point) { return point.param.name; });
 
 const std::vector<std::string> HANDSHAKE{"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK",
                                          "announce:_CLIENT_ACK"};
 
-TEST_F(AMiddleware, ThatDiesBetweenCallAndReplyHasCalledAllTheSame) {
+TEST_F(AMiddleware, ThatDiesBeforeTheReplyHasStillMadeItsCall) {
     ASSERT_NO_FATAL_FAILURE(ShowThree());
     std::vector<std::string> steps = HANDSHAKE;
     steps.push_back("freeze:" + std::to_string(application().pid()));
@@ -154,7 +154,7 @@ TEST_F(AMiddleware, MayBeKilledAndRestartedTwoHundredTimes) {
     ExpectCleanEnd();
 }
 
-TEST_F(AMiddleware, ThatNeverFinishesTheHandshakeIsNotWaitedFor) {
+TEST_F(AMiddleware, ThatNeverCompletesTheHandshakeDelaysNoOther) {
     ASSERT_NO_FATAL_FAILURE(ShowThree());
     const auto silent = StartFaulty({"announce:_CLIENT_SYN"});
     ASSERT_TRUE(silent->WaitForText("done")) << silent->Errors();
@@ -165,7 +165,7 @@ TEST_F(AMiddleware, ThatNeverFinishesTheHandshakeIsNotWaitedFor) {
 }
 
 // The stopped middleware does not read its messages; the bus queues them.
-TEST_F(AMiddleware, ThatHangsKeepsNeitherTheViewerNorAnotherOneWaiting) {
+TEST_F(AMiddleware, ThatHangsDelaysNeitherTheViewerNorAnotherMiddleware) {
     m_set.ShowThreeItems();
     m_set.middleware().process().Signal(SIGSTOP);
     const auto other = NewMiddleware();
@@ -180,7 +180,7 @@ TEST_F(AMiddleware, ThatHangsKeepsNeitherTheViewerNorAnotherOneWaiting) {
     EXPECT_EQ(m_set.application().WaitForExit(), 0);
 }
 
-TEST_F(AMiddleware, IsNotTheOnlyOne) {
+TEST_F(AMiddleware, SharesTheListWithAnotherMiddleware) {
     constexpr int EACH = 50;
     StartApplication();
     const auto one = NewMiddleware();

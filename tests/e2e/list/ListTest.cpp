@@ -4,6 +4,7 @@
 // The built program and the simulated middleware on a real bus and a real screen, operated with
 // real keys.
 #include <csignal>
+#include <cstdlib>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -51,53 +52,16 @@ protected:
     Television m_set;
 };
 
-TEST_F(TheList, ReportsEachStepDownAndUp) {
-    Press("Down");
-    EXPECT_TRUE(Selected("b", "Bravo"));
-    Press("Down");
-    EXPECT_TRUE(Selected("c", "Charlie"));
-    Press("Up");
-    EXPECT_TRUE(Selected("b", "Bravo"));
-}
-
-TEST_F(TheList, WrapsFromTheLastRowDownToTheFirst) {
-    Press("Down");
-    Press("Down");
-    ASSERT_TRUE(Selected("c", "Charlie"));
-    Press("Down");
-    EXPECT_TRUE(Selected("a", "Alpha"));
-}
-
-TEST_F(TheList, WrapsFromTheFirstRowUpToTheLast) {
-    Press("Up");
-    EXPECT_TRUE(Selected("c", "Charlie"));
-}
-
-TEST_F(TheList, StepsForwardOnRightAndWraps) {
-    Press("Right");
-    EXPECT_TRUE(Selected("b", "Bravo"));
-    Press("Right");
-    EXPECT_TRUE(Selected("c", "Charlie"));
-    Press("Right");
-    EXPECT_TRUE(Selected("a", "Alpha"));
-}
-
-TEST_F(TheList, StepsBackOnLeftAndWraps) {
-    Press("Left");
-    EXPECT_TRUE(Selected("c", "Charlie"));
-    Press("Left");
-    EXPECT_TRUE(Selected("b", "Bravo"));
-}
-
-TEST_F(TheList, KeepsScreenAndModelTogetherWhenBothKindsOfKeysMix) {
-    Press("Right");
-    EXPECT_TRUE(Selected("b", "Bravo"));
-    Press("Down");
-    EXPECT_TRUE(Selected("c", "Charlie"));
-    Press("Left");
-    EXPECT_TRUE(Selected("b", "Bravo"));
-    Press("Up");
-    EXPECT_TRUE(Selected("a", "Alpha"));
+TEST_F(TheList, FollowsTheKeysAndWrapsBothWays) {
+    const char* const steps[][3] = {
+        {"Down", "b", "Bravo"}, {"Down", "c", "Charlie"}, {"Down", "a", "Alpha"},
+        {"Up", "c", "Charlie"}, {"Right", "a", "Alpha"},  {"Left", "c", "Charlie"},
+        {"Left", "b", "Bravo"}, {"Up", "a", "Alpha"},     {"Right", "b", "Bravo"},
+    };
+    for (const auto& [key, id, name] : steps) {
+        Press(key);
+        EXPECT_TRUE(Selected(id, name));
+    }
 }
 
 TEST_F(TheList, ReportsTheActivatedRowAndEnds) {
@@ -106,16 +70,6 @@ TEST_F(TheList, ReportsTheActivatedRowAndEnds) {
     Press("Return");
     EXPECT_TRUE(m_set.middleware().Sees("event 3 ItemClicked"));
     EXPECT_TRUE(m_set.middleware().Sees("disconnected"));
-    EXPECT_EQ(m_set.application().WaitForExit(), 0);
-}
-
-TEST_F(TheList, ClosesOnBack) {
-    Press("Escape");
-    EXPECT_EQ(m_set.application().WaitForExit(), 0);
-}
-
-TEST_F(TheList, ClosesOnExit) {
-    Press("F10");
     EXPECT_EQ(m_set.application().WaitForExit(), 0);
 }
 
@@ -194,46 +148,18 @@ TEST_F(TheList, ClosesWhenStartedASecondTime) {
     EXPECT_EQ(m_set.application().WaitForExit(), 0);
 }
 
-TEST_F(TheList, FollowsAMiddlewareThatRestarts) {
-    m_set.middleware().process().Signal(SIGKILL);
-    m_set.middleware().process().WaitForExit();
-    const auto next = m_set.StartMiddleware(
-        {"serve", "--items", m_set.WriteFile("next", "x\tX-ray\ny\tYankee\n")});
-    ASSERT_TRUE(next->SeesSelected("x", "X-ray")) << next->Transcript();
-    Press("Down");
-    EXPECT_TRUE(next->SeesSelected("y", "Yankee")) << next->Transcript();
-}
-
-TEST_F(TheList, TakesKeysAfterItWasEmptiedAndFilledAgain) {
-    const auto emptied = m_set.StartMiddleware({"call", "RemoveAllItems"});
-    ASSERT_EQ(emptied->process().WaitForExit(), 0);
-    ASSERT_TRUE(m_set.WaitForNoFocusedRow());
-    const auto filled = m_set.StartMiddleware({"call", "AddItems", "p=Papa", "q=Quebec"});
-    ASSERT_EQ(filled->process().WaitForExit(), 0);
-    ASSERT_TRUE(Selected("p", "Papa"));
-    Press("Down");
-    EXPECT_TRUE(Selected("q", "Quebec"));
-    Press("Right");
-    EXPECT_TRUE(Selected("p", "Papa"));
-}
-
-TEST_F(TheList, MovesTheFocusToTheItemThatTheMiddlewareSelects) {
-    const auto call = m_set.StartMiddleware({"call", "SetSelection", "b"});
-    ASSERT_EQ(call->process().WaitForExit(), 0);
-    ASSERT_TRUE(Selected("b", "Bravo"));
-    Press("Down");
-    EXPECT_TRUE(Selected("c", "Charlie"));
-}
-
-TEST(ASet, ConnectsWhenTheApplicationIsFirst) {
+TEST(ASet, PassesTheScenarioOfANormalSession) {
+    const char* const source = std::getenv("APPLIST_SOURCE");
     Television set;
     const auto application = set.StartApplication();
+    const auto scenario =
+        set.StartMiddleware({"run", std::string(source != nullptr ? source : ".") +
+                                        "/tools/javamw-sim/scenarios/normal-session.scenario"});
+    EXPECT_EQ(scenario->process().WaitForExit(), 0)
+        << scenario->Transcript() << scenario->process().Errors();
     ASSERT_TRUE(set.WaitForWindow());
-    const auto middleware = set.StartMiddlewareWithThreeItems();
-    EXPECT_TRUE(middleware->SeesSelected("a", "Alpha")) << middleware->Transcript();
-    ASSERT_TRUE(set.WaitForFocusedRow());
-    set.screen().TypeKey("Down");
-    EXPECT_TRUE(middleware->SeesSelected("b", "Bravo")) << middleware->Transcript();
+    set.screen().TypeKey("Escape");
+    EXPECT_EQ(application->WaitForExit(), 0);
 }
 
 TEST(ASet, ServesTheNextApplicationAfterTheFirstHasEnded) {

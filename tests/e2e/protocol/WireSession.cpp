@@ -5,6 +5,7 @@
 #include <gio/gio.h>
 
 #include "support/GlibWait.h"
+#include "support/Payload.h"
 
 namespace applist::test {
 namespace {
@@ -29,9 +30,7 @@ GVariant* ArgumentsOf(const WireStep& step) {
     if (text != step.options.end()) {
         return g_variant_parse(nullptr, text->second.c_str(), nullptr, nullptr, nullptr);
     }
-    GVariant* bytes = g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, step.bytes.data(),
-                                                step.bytes.size(), sizeof(char));
-    return g_variant_ref_sink(g_variant_new_tuple(&bytes, 1));
+    return g_variant_ref_sink(Payload(step.bytes));
 }
 
 std::string EndingOf(const std::string& name) {

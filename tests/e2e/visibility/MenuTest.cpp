@@ -65,17 +65,6 @@ TEST_F(Menu, LoadsTheModuleAndAsks) {
     EXPECT_EQ(ask(MENU_KEY), 1);
 }
 
-TEST_F(Menu, IsToldThatTheOtherFormsAreShown) {
-    ASSERT_TRUE(m_module) << dlerror();
-    for (const char* name :
-         {"check_visibility_bool", "check_visibility_double", "check_visibility_string"}) {
-        Question* const ask = Find(name);
-        ASSERT_TRUE(ask) << name;
-        EXPECT_EQ(ask(MENU_KEY), 1);
-        EXPECT_EQ(ask(nullptr), 1);
-    }
-}
-
 /// A menu that logs with GLib, and that loads the module, calls check_visibility_int() once and
 /// unloads the module. Each case runs in a child process, because a process can set GLib's log
 /// writer only once.

@@ -30,22 +30,6 @@ protected:
     }
 };
 
-TEST_F(VisibleSet, FollowsTheRegion) {
-    Do({"set", DATA_SERVICE, "int", "4"});
-    Do({"set", AUTORUN, "bool", "true"});
-    Do({"set", AUTOSTART, "int", "1"});
-    for (const auto& [region, answer] : {std::pair{"italy", "hidden\n  factory 194: 8\n"},
-                                         {"argentina", "shown\n  factory 194: 84\n"}}) {
-        Do({"region", region});
-        const auto result = Run({"visible"});
-        EXPECT_EQ(result.status, 0);
-        EXPECT_THAT(result.output, StartsWith(answer + ("  " + DATA_SERVICE) + ": 4\n"));
-        EXPECT_EQ(result.errors, "");
-    }
-    Do({"region", "none"});
-    EXPECT_THAT(Run({"visible"}).output, StartsWith("hidden\n  factory 194: 0\nto offer"));
-}
-
 TEST_F(VisibleSet, NamesTheCommandsThatOfferTheList) {
     for (const auto& [region, flag] : {std::pair{"italy", "1"}, {"brazil", "0"}, {"none", "4"}}) {
         Do({"region", region});

@@ -89,20 +89,6 @@ TEST_F(AlertSyspopup, ShowsANotification) {
     EXPECT_FALSE(screen.Shows(WARN));
 }
 
-TEST_F(AlertSyspopup, ShowsThatSomethingIsUnavailable) {
-    Launch({"text=Ciao", "type=unavailable"});
-    EXPECT_TRUE(Shows(WARN)) << bus().Errors();
-    EXPECT_FALSE(screen.Shows(INFORM));
-}
-
-TEST_F(AlertSyspopup, ReplacesTheAlertByTheNextOne) {
-    Launch({"text=Ciao", "type=notification"});
-    ASSERT_TRUE(Shows(INFORM)) << bus().Errors();
-    Launch({"text=Arrivederci", "type=unavailable"});
-    EXPECT_TRUE(Shows(WARN)) << bus().Errors();
-    EXPECT_TRUE(screen.WaitUntil([this] { return !screen.Shows(INFORM); }));
-}
-
 TEST_F(AlertSyspopup, RefusesARequestWithoutAText) {
     Launch({"type=notification"});
     EXPECT_TRUE(bus().WaitForText(REFUSAL)) << bus().Errors();
@@ -147,12 +133,6 @@ TEST_F(AlertSyspopup, SaysNothingOnStandardErrorUnlessAsked) {
     screen.TypeKey("Return");
     EXPECT_EQ(alert.WaitForExit(), 0);
     EXPECT_EQ(alert.Errors(), "");
-}
-
-TEST_F(AlertSyspopup, EndsWithoutATextInItsArguments) {
-    ChildProcess alert({BuiltProgram(ID)}, Environment());
-    EXPECT_EQ(alert.WaitForExit(), 0);
-    EXPECT_THAT(alert.Errors(), HasSubstr(REFUSAL));
 }
 
 }  // namespace

@@ -14,8 +14,8 @@ namespace {
 
 class TheDrawnFocus : public SceneTest {
 protected:
-    /// Expects the focus on the selected row in every frame.
-    void ExpectNoFrameBehindTheModel() {
+    /// Checks every frame since Forget().
+    void ExpectTheFocusOnTheSelectedRow() {
         EXPECT_FALSE(frames().empty());
         for (const Frame& frame : frames()) {
             EXPECT_EQ(frame.focused, frame.selected) << frame;
@@ -40,7 +40,7 @@ TEST_P(EachKey, IsInTheNextFrame) {
         Type(GetParam());
         EXPECT_GT(frames().size(), drawn);
     }
-    ExpectNoFrameBehindTheModel();
+    ExpectTheFocusOnTheSelectedRow();
     const bool forward = std::string(GetParam()) == "Down" || std::string(GetParam()) == "Right";
     EXPECT_EQ(Selected(), forward ? "Row 21" : "Row 11");
     EXPECT_EQ(FocusedRow(), Selected());
@@ -58,7 +58,7 @@ TEST_F(TheDrawnFocus, FollowsKeysThatArriveFasterThanFrames) {
         }
         Draw();
     }
-    ExpectNoFrameBehindTheModel();
+    ExpectTheFocusOnTheSelectedRow();
     EXPECT_EQ(Selected(), "Row 16");
     EXPECT_EQ(FocusedRow(), Selected());
 }
@@ -199,7 +199,7 @@ TEST_F(TheDrawnFocus, StaysOnTheSelectedRowWhenRightOrLeftIsPressedBeforeTheRows
     Forget();
     Draw();
     EXPECT_EQ(Selected(), "Row 2");
-    ExpectNoFrameBehindTheModel();
+    ExpectTheFocusOnTheSelectedRow();
     model().RemoveAllItems();
 }
 

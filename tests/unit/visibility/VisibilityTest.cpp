@@ -80,22 +80,6 @@ TEST_P(VisibilityTable, DecidesAsEachRowSays) {
 
 INSTANTIATE_TEST_SUITE_P(OfLocalSet, VisibilityTable, testing::Range(0, 5));
 
-TEST_F(Visibility, IsHiddenInItalyWhileTheServiceStartsByItself) {
-    TheFactoryData().Hold(8);
-    Hold(2, true, 1);
-    EXPECT_FALSE(CheckVisibility());
-    Hold(2, true, 0);
-    EXPECT_TRUE(CheckVisibility());
-}
-
-TEST_F(Visibility, TakesFlag4ForADataServiceInArgentinaButNotInItaly) {
-    Hold(4, false, 0);
-    TheFactoryData().Hold(8);
-    EXPECT_FALSE(CheckVisibility());
-    TheFactoryData().Hold(84);
-    EXPECT_TRUE(CheckVisibility());
-}
-
 TEST_F(Visibility, LooksAtSingleBitsOfTheFlag) {
     TheFactoryData().Hold(85);
     for (const int hidden : {0, 1, 8, 9, 1 << 30}) {
@@ -106,14 +90,6 @@ TEST_F(Visibility, LooksAtSingleBitsOfTheFlag) {
         Hold(shown, false, 0);
         EXPECT_TRUE(CheckVisibility()) << shown;
     }
-}
-
-TEST_F(Visibility, FollowsTheSettingsFromCallToCall) {
-    TheFactoryData().Hold(81);
-    Hold(2, false, 0);
-    EXPECT_TRUE(CheckVisibility());
-    Hold(0, false, 0);
-    EXPECT_FALSE(CheckVisibility());
 }
 
 TEST_F(Visibility, IsHiddenWhenNoSettingCanBeRead) {

@@ -6,11 +6,11 @@
 
 #include <gmock/gmock.h>
 
-#include "bus/simulator/ScriptedApplication.h"
 #include "link/BusLink.h"
 #include "link/ChannelNames.h"
 #include "support/GlibWait.h"
 #include "support/PrivateBus.h"
+#include "support/ScriptedPeer.h"
 
 namespace applist::sim {
 namespace {
@@ -18,7 +18,7 @@ namespace {
 using test::PrivateBus;
 using test::RoundTrip;
 using test::RunUntil;
-using test::ScriptedApplication;
+using test::ScriptedPeer;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -67,13 +67,13 @@ protected:
         ASSERT_TRUE(connection) << connection.error();
         m_connection = connection->get();
         m_link = std::make_unique<BusLink>(std::move(*connection), m_listener);
-        EXPECT_TRUE(AwaitHeard(names::SYN));
-        m_application.heard.clear();
+        EXPECT_TRUE(AwaitHeard("_CLIENT_SYN"));
+        m_application.Forget();
     }
 
     bool AwaitHeard(const std::string& what) {
         return RunUntil(
-            [&] { return !m_application.heard.empty() && m_application.heard.back() == what; });
+            [&] { return !m_application.Heard().empty() && m_application.Heard().back() == what; });
     }
     bool AwaitLine(const std::string& line) {
         return RunUntil(
@@ -82,93 +82,66 @@ protected:
     // Waits until the link has received all messages of the application, and the application the
     // link's answers.
     void Settle() {
-        ASSERT_TRUE(RoundTrip(m_application.connection()));
+        ASSERT_TRUE(RoundTrip(m_application.Connection()));
         ASSERT_TRUE(RoundTrip(m_connection));
-        ASSERT_TRUE(RoundTrip(m_application.connection()));
+        ASSERT_TRUE(RoundTrip(m_application.Connection()));
     }
     void Connect() {
-        m_application.Announce(names::SYN_ACK);
-        ASSERT_TRUE(AwaitLine("connected " + m_application.name()));
+        m_application.Announce("_SERVICE_SYN_ACK");
+        ASSERT_TRUE(AwaitLine("connected " + m_application.UniqueName()));
         m_listener.lines.clear();
-        m_application.heard.clear();
+        m_application.Forget();
     }
 
     PrivateBus m_bus;
-    ScriptedApplication m_application{m_bus.Address()};
+    ScriptedPeer m_application{m_bus.Address(), "Applist", ScriptedPeer::APPLICATION};
     RecordingListener m_listener;
     std::unique_ptr<BusLink> m_link;
     GDBusConnection* m_connection = nullptr;  ///< The link's.
 };
 
-TEST_F(BusLinkTest, ConnectsAnApplicationThatRunsAlready) {
-    m_application.Announce(names::SYN_ACK);
-    EXPECT_TRUE(AwaitHeard(names::ACK));
-    EXPECT_THAT(m_application.heard, ElementsAre(names::ACK));
-    EXPECT_TRUE(AwaitLine("connected " + m_application.name()));
-}
-
-TEST_F(BusLinkTest, ConnectsAnApplicationThatStartsLater) {
-    m_application.Announce(names::SYN);
-    EXPECT_TRUE(AwaitHeard(names::SYN_ACK));
-    EXPECT_THAT(m_listener.lines, IsEmpty());
-    m_application.Announce(names::ACK);
-    EXPECT_TRUE(AwaitLine("connected " + m_application.name()));
-    EXPECT_THAT(m_application.heard, ElementsAre(names::SYN_ACK));
-}
-
-TEST_F(BusLinkTest, ConnectsOnceWhenBothStartTogether) {
-    m_application.Announce(names::SYN);
-    m_application.Announce(names::SYN_ACK);
-    EXPECT_TRUE(AwaitHeard(names::ACK));
-    EXPECT_THAT(m_application.heard, ElementsAre(names::SYN_ACK, names::ACK));
-    m_application.Announce(names::ACK);
-    Settle();
-    EXPECT_THAT(m_listener.lines, ElementsAre("connected " + m_application.name()));
-}
-
 TEST_F(BusLinkTest, TakesOnlyTheReleaseOfANameAsAnAnnouncement) {
-    const std::string name = std::string(names::SERVICE) + names::SYN;
+    const std::string name = "_SERVICE_SYN";
     m_application.Own(name);
     Settle();
-    EXPECT_THAT(m_application.heard, IsEmpty());
+    EXPECT_THAT(m_application.Heard(), IsEmpty());
     m_application.Release(name);
-    EXPECT_TRUE(AwaitHeard(names::SYN_ACK));
+    EXPECT_TRUE(AwaitHeard("_CLIENT_SYN_ACK"));
 }
 
 TEST_F(BusLinkTest, WaitsWhileAnotherMiddlewareAnnouncesUnderTheSameName) {
-    const std::string name = std::string(names::CLIENT) + names::SYN_ACK;
-    ScriptedApplication other(m_bus.Address());
+    const std::string name = "_CLIENT_SYN_ACK";
+    ScriptedPeer other(m_bus.Address());
     other.Own(name);
-    m_application.Announce(names::SYN);
+    m_application.Announce("_SERVICE_SYN");
     Settle();
-    EXPECT_THAT(m_application.heard, IsEmpty());
+    EXPECT_THAT(m_application.Heard(), IsEmpty());
     other.Release(name);
-    EXPECT_TRUE(RunUntil([&] { return m_application.heard.size() == 2; }));
-    EXPECT_THAT(m_application.heard, ElementsAre(names::SYN_ACK, names::SYN_ACK));
-    EXPECT_NE(m_application.middleware, other.name());
+    EXPECT_TRUE(RunUntil([&] { return m_application.Heard().size() == 2; }));
+    EXPECT_THAT(m_application.Heard(), ElementsAre("_CLIENT_SYN_ACK", "_CLIENT_SYN_ACK"));
+    EXPECT_NE(m_application.Announcer(), other.UniqueName());
 }
 
 TEST_F(BusLinkTest, LosesAnApplicationAndTakesTheNext) {
     Connect();
-    const std::string first = m_application.name();
+    const std::string first = m_application.UniqueName();
     m_application.Leave();
     EXPECT_TRUE(AwaitLine("disconnected " + first));
-    ScriptedApplication next(m_bus.Address());
-    next.Announce(names::SYN);
-    next.Announce(names::ACK);
-    EXPECT_TRUE(AwaitLine("connected " + next.name()));
+    ScriptedPeer next(m_bus.Address(), "Applist", ScriptedPeer::APPLICATION);
+    next.Announce("_SERVICE_SYN");
+    next.Announce("_SERVICE_ACK");
+    EXPECT_TRUE(AwaitLine("connected " + next.UniqueName()));
 }
 
 TEST_F(BusLinkTest, ForwardsOnlySignalsOfItsApplication) {
-    ScriptedApplication stranger(m_bus.Address());
+    ScriptedPeer stranger(m_bus.Address(), "Applist", ScriptedPeer::APPLICATION);
     Connect();
-    const std::string middleware = m_application.middleware;
-    stranger.Notify(middleware, g_variant_new("(^ay)", "strange"));
-    ASSERT_TRUE(RoundTrip(stranger.connection()));
-    m_application.Notify(middleware, g_variant_new("(s)", "no bytes"));
-    m_application.Notify(
-        middleware, g_variant_new("(@ay)", g_variant_new_array(G_VARIANT_TYPE_BYTE, nullptr, 0)));
-    EXPECT_TRUE(AwaitLine("notified  " + m_application.name()));
+    const std::string middleware = m_application.Announcer();
+    stranger.Notify(middleware, names::OBJECT_PATH, {'s'});
+    ASSERT_TRUE(RoundTrip(stranger.Connection()));
+    m_application.Emit(middleware, names::OBJECT_PATH, names::SIGNAL, g_variant_new("(s)", "x"));
+    m_application.Notify(middleware, names::OBJECT_PATH, {});
+    EXPECT_TRUE(AwaitLine("notified  " + m_application.UniqueName()));
     EXPECT_EQ(m_listener.lines.size(), 1U);
 }
 
@@ -176,7 +149,7 @@ TEST_F(BusLinkTest, AnswersTheCallsOfAnApplication) {
     Connect();
     std::string reply;
     g_dbus_connection_call(
-        m_application.connection(), m_application.middleware.c_str(), names::OBJECT_PATH,
+        m_application.Connection(), m_application.Announcer().c_str(), names::OBJECT_PATH,
         names::INTERFACE, names::METHOD, g_variant_new("(^ay)", "hello"), G_VARIANT_TYPE("(ay)"),
         G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
         [](GObject* source, GAsyncResult* result, void* text) {
@@ -191,18 +164,18 @@ TEST_F(BusLinkTest, AnswersTheCallsOfAnApplication) {
 }
 
 TEST_F(BusLinkTest, SignalsToOneApplication) {
-    ScriptedApplication other(m_bus.Address());
+    ScriptedPeer other(m_bus.Address(), "Applist", ScriptedPeer::APPLICATION);
     Connect();
-    EXPECT_EQ(m_link->Emit(m_application.name(), Bytes{'h', 'i', '\0'}), "");
+    EXPECT_EQ(m_link->Emit(m_application.UniqueName(), Bytes{'h', 'i'}), "");
     EXPECT_TRUE(AwaitHeard("signal hi"));
-    ASSERT_TRUE(RoundTrip(other.connection()));
-    EXPECT_THAT(other.heard, Not(Contains("signal hi")));
+    ASSERT_TRUE(RoundTrip(other.Connection()));
+    EXPECT_THAT(other.Heard(), Not(Contains("signal hi")));
 }
 
 TEST_F(BusLinkTest, ReportsACallWithoutAnAnswer) {
     Connect();
     std::string error;
-    m_link->Call(m_application.name(), {}, [&](const Result<Bytes>& reply) {
+    m_link->Call(m_application.UniqueName(), {}, [&](const Result<Bytes>& reply) {
         EXPECT_FALSE(reply);
         error = reply.error();
     });
@@ -213,7 +186,7 @@ TEST_F(BusLinkTest, ReportsACallWithoutAnAnswer) {
 TEST_F(BusLinkTest, CancelsItsCallsWhenItEnds) {
     Connect();
     bool told = false;
-    m_link->Call(m_application.name(), {}, [&](const Result<Bytes>&) { told = true; });
+    m_link->Call(m_application.UniqueName(), {}, [&](const Result<Bytes>&) { told = true; });
     m_link.reset();
     EXPECT_FALSE(told);
 }

@@ -6,7 +6,6 @@
 
 #include <gmock/gmock.h>
 
-#include "bus/simulator/ScriptedApplication.h"
 #include "bus/simulator/Simulation.h"
 #include "support/GlibWait.h"
 #include "support/TsGenerator.h"
@@ -17,11 +16,6 @@ namespace {
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::StartsWith;
-
-constexpr int SUCCESS = 0;
-constexpr int CALL_FAILED = 1;
-constexpr int NO_BUS = 3;
-constexpr int NO_APPLICATION = 4;
 
 /// The simulator's commands with the application's list on a real bus.
 class Commands : public testing::Test {
@@ -59,21 +53,6 @@ TEST_F(Commands, ServeFillsAnApplicationThatRunsAlready) {
     EXPECT_TRUE(serve->WaitForText(LAST_OF_FILLED));
     EXPECT_THAT(serve->Output(), MatchesRegex(FILLED));
     EXPECT_EQ(Call({"GetAllItems"}), "w1\tWeather\nn1\tNews\n");
-    Interrupt(*serve);
-}
-
-TEST_F(Commands, ServeFillsAnApplicationThatStartsLater) {
-    const auto serve = m_set.Start({"serve", "--items", ItemFile()});
-    {
-        // A first application that connects and ends shows that the simulator is ready.
-        const auto first = m_set.StartList();
-        ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
-    }
-    ASSERT_TRUE(serve->WaitForText("disconnected"));
-    const size_t before = serve->Output().find("disconnected");
-    const auto list = m_set.StartList();
-    EXPECT_TRUE(serve->WaitUntil(
-        [&] { return serve->Output().find(LAST_OF_FILLED, before) != std::string::npos; }));
     Interrupt(*serve);
 }
 
@@ -246,11 +225,11 @@ TEST(CommandsOnAStrictBus, StopAScenario) {
 }
 
 TEST_F(Commands, CallFailsOnAnApplicationThatServesNothing) {
-    ScriptedApplication application(m_set.bus().Address());
+    ScriptedPeer application = m_set.ConnectApplication();
     const auto call = m_set.Start({"call", "GetSelection", "--timeout=60"});
-    ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
-    application.Announce(sim::names::SYN_ACK);
-    EXPECT_EQ(call->WaitForExit(), CALL_FAILED);
+    ASSERT_TRUE(application.AwaitHeard(1));
+    application.Announce("_SERVICE_SYN_ACK");
+    EXPECT_EQ(call->WaitForExit(), FAILED);
     EXPECT_EQ(call->Output(), "");
     EXPECT_THAT(call->Errors(), StartsWith("javamw-sim: GetSelection failed: "));
 }
@@ -274,13 +253,13 @@ TEST_F(Commands, StopOnATerminationSignalToo) {
 
 // The application has not replied yet, so the call counts as failed.
 TEST_F(Commands, CallStopsOnASignalBeforeItsEnd) {
-    ScriptedApplication application(m_set.bus().Address());
+    ScriptedPeer application = m_set.ConnectApplication();
     for (const int number : {SIGINT, SIGTERM}) {
-        const size_t heard = application.heard.size();
+        const size_t heard = application.Heard().size();
         const auto call = m_set.Start({"call", "GetSelection", "--timeout=60"});
-        ASSERT_TRUE(RunUntil([&] { return application.heard.size() > heard; }));
+        ASSERT_TRUE(application.AwaitHeard(heard + 1));
         call->Signal(number);
-        EXPECT_EQ(call->WaitForExit(), CALL_FAILED);
+        EXPECT_EQ(call->WaitForExit(), FAILED);
         EXPECT_EQ(call->Output() + call->Errors(), "");
     }
 }

@@ -3,21 +3,14 @@
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include "bus/simulator/ScriptedApplication.h"
 #include "bus/simulator/Simulation.h"
-#include "link/Connection.h"
-#include "link/Protocol.h"
-#include "support/GlibWait.h"
 #include "support/TsGenerator.h"
 
 namespace applist::test {
 namespace {
 
-using testing::ElementsAre;
-
-constexpr int SUCCESS = 0;
 constexpr uint16_t MAP_PID = 0x0200;
 constexpr uint16_t TABLE_PID = 0x0300;
 constexpr uint16_t CLOCK_PID = 0x0100;
@@ -43,72 +36,6 @@ std::string TwoVersions() {
         }
     }
     return {generator.stream().begin(), generator.stream().end()};
-}
-
-/// Answers every call with an empty reply and records it as "AddItems id=name id=name".
-class CalledApplication : public ScriptedApplication {
-public:
-    explicit CalledApplication(const std::string& address) : ScriptedApplication(address) {
-        const sim::GNodeInfoPtr node(
-            g_dbus_node_info_new_for_xml(sim::names::INTERFACE_XML, nullptr));
-        static const GDBusInterfaceVTable TABLE{
-            [](GDBusConnection*, const char*, const char*, const char*, const char*,
-               GVariant* content, GDBusMethodInvocation* invocation, void* self) {
-                static_cast<CalledApplication*>(self)->OnCall(content);
-                g_dbus_method_invocation_return_value(invocation, sim::ToVariant({}));
-            },
-            nullptr,
-            nullptr,
-            {}};
-        EXPECT_NE(
-            g_dbus_connection_register_object(connection(), sim::names::OBJECT_PATH,
-                                              node->interfaces[0], &TABLE, this, nullptr, nullptr),
-            0U);
-    }
-
-    /// Sends LocalCreated, as an application does once it is connected.
-    void ReportList() { Notify(middleware, sim::ToVariant({4, 0, 0, 0})); }
-
-    std::vector<std::string> calls;  ///< Without those that only read the selection.
-
-private:
-    void OnCall(GVariant* content) {
-        sim::Bytes message = sim::FromVariant(content);
-        const size_t size = message.size();
-        ASSERT_GE(size, 4U);
-        const int id = static_cast<unsigned char>(message[size - 4]) |
-                       static_cast<unsigned char>(message[size - 3]) << 8;
-        message.resize(size - 4);
-        std::string call(NameOf(static_cast<sim::Function>(id)));
-        const auto items = sim::DecodeItems(message);
-        ASSERT_TRUE(items) << call;
-        for (const sim::Item& item : *items) {
-            call += ' ' + item.id + '=' + item.name;
-        }
-        if (call != "GetSelection") {
-            calls.push_back(call);
-        }
-    }
-};
-
-TEST(ListUpdate, ConsistsOfRemovalsRenamingsAndAdditions) {
-    Simulation set;
-    CalledApplication application(set.bus().Address());
-    const auto serve = set.Start(
-        {"serve", "--broadcast", set.File("broadcast.ts", TwoVersions()), "--interval=0"});
-    ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
-    application.Announce(sim::names::SYN_ACK);
-    ASSERT_TRUE(RunUntil([&] { return application.heard.back() == sim::names::ACK; }));
-    application.ReportList();
-    EXPECT_TRUE(RunUntil([&] { return application.calls.size() >= 6; }));
-    EXPECT_EQ(Simulation::Interrupt(*serve), SUCCESS);
-    EXPECT_THAT(
-        application.calls,
-        ElementsAre("RemoveAllItems", "AddItems 0000000b.0001=Notizie 0000000b.0002=Meteo",
-                    "RemoveItem 0000000b.0001=Notizie",
-                    "ModifyItem 0000000b.0002=Meteo 0000000b.0002~=Meteo in diretta",
-                    "ModifyItem 0000000b.0002~=Meteo in diretta 0000000b.0002=Meteo in diretta",
-                    "AddItems 0000000b.0003=Sport"));
 }
 
 // At the recorded speed, in which the second version follows 30 ms after the first.

@@ -17,11 +17,6 @@ using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::StartsWith;
 
-constexpr int SUCCESS = 0;
-constexpr int DIFFERENT = 1;
-constexpr int WRONG_USAGE = 2;
-constexpr int NO_BUS = 3;
-
 std::string Text(const RecordedMessage& message) {
     return std::string(NameOf(message.side)) + ' ' + std::string(NameOf(message.kind)) + ' ' +
            Describe(message);
@@ -45,8 +40,8 @@ std::vector<std::string> CallsOf(const std::string& file) {
 
 class Record : public testing::Test {
 protected:
-    /// Records to file, from a separate process, how a middleware adds one item to a list.
-    void RecordAsOnlooker(const std::string& file) {
+    /// Records to file, with a separate simulator, the calls and events of one added item.
+    void RecordAnAddedItem(const std::string& file) {
         const auto recorder = m_set.Start({"record", file});
         ASSERT_TRUE(recorder->WaitForText("recording " + file));
         ChildProcess reader({"tail", "-n", "+1", "-f", file});
@@ -71,13 +66,13 @@ const std::vector<std::string> ONE_CALL{
 
 TEST_F(Record, WritesTheMessagesOfOtherPrograms) {
     const std::string file = m_set.Path("session.jsonl");
-    RecordAsOnlooker(file);
+    RecordAnAddedItem(file);
     EXPECT_EQ(CallsOf(file), ONE_CALL);
 }
 
 TEST_F(Record, WritesTheHandshakeAndTheEndOfConnections) {
     const std::string file = m_set.Path("session.jsonl");
-    RecordAsOnlooker(file);
+    RecordAnAddedItem(file);
     std::vector<std::string> texts;
     const auto recording = sim::LoadRecording(file);
     ASSERT_TRUE(recording) << recording.error();
@@ -138,7 +133,7 @@ TEST_F(Record, HasTheMessagesThatBusctlCaptures) {
         {"sh", "-c",
          "exec busctl --address='" + m_set.bus().Address() + "' capture >'" + capture + "'"});
     ASSERT_TRUE(busctl.WaitForText("Monitoring"));
-    RecordAsOnlooker(recording);
+    RecordAnAddedItem(recording);
     busctl.Signal(SIGTERM);
     busctl.WaitForExit();
     EXPECT_EQ(CallsOf(capture), ONE_CALL);
@@ -163,11 +158,11 @@ TEST_F(Record, OfAnotherCallDiffers) {
     const std::string second = m_set.Path("second");
     ASSERT_EQ(m_set.Run({"call", "--record", first, "GetSelection"}), SUCCESS);
     ASSERT_EQ(m_set.Run({"call", "--record", second, "GetAllItems"}), SUCCESS);
-    EXPECT_EQ(m_set.Run({"compare", first, second}), DIFFERENT);
+    EXPECT_EQ(m_set.Run({"compare", first, second}), FAILED);
     EXPECT_THAT(m_set.output(), HasSubstr(": middleware call GetSelection -> reply (no item)\n+ "));
     EXPECT_THAT(m_set.output(), HasSubstr(": middleware call GetAllItems -> reply nothing\n"));
     EXPECT_THAT(m_set.output(), testing::EndsWith("2 differences\n"));
-    EXPECT_EQ(m_set.Run({"compare", "--json", first, second}), DIFFERENT);
+    EXPECT_EQ(m_set.Run({"compare", "--json", first, second}), FAILED);
     EXPECT_THAT(m_set.output(),
                 StartsWith("{\"type\":\"difference\",\"number\":1,\"side\":\"first\","
                            "\"file\":\"" +

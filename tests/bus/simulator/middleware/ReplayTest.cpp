@@ -13,11 +13,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr int SUCCESS = 0;
-constexpr int DIFFERENT = 1;
-constexpr int WRONG_USAGE = 2;
-constexpr int NO_APPLICATION = 4;
-
 /// A recording of a middleware that fills a fresh list and reads it.
 class Replay : public testing::Test {
 protected:
@@ -60,7 +55,7 @@ TEST_F(Replay, WaitsForTheApplication) {
 TEST_F(Replay, PrintsDifferentMessagesOfTheApplication) {
     const auto list = m_set.StartList();
     ASSERT_EQ(m_set.Run({"call", "AddItems", "n1=News"}), SUCCESS);
-    EXPECT_EQ(m_set.Run({"replay", m_recording}), DIFFERENT);
+    EXPECT_EQ(m_set.Run({"replay", m_recording}), FAILED);
     EXPECT_THAT(m_set.output(), StartsWith("- " + m_recording + ":"));
     EXPECT_THAT(m_set.output(), HasSubstr(": middleware call GetSelection -> reply (no item)\n"));
     EXPECT_THAT(m_set.output(),
@@ -73,7 +68,7 @@ TEST_F(Replay, PrintsAMissingEvent) {
     const std::string file =
         Changed("\"bytes\":\"01000000\",\"note\":\"event 1", "\"bytes\":\"03000000\",\"note\":\"");
     const auto list = m_set.StartList();
-    EXPECT_EQ(m_set.Run({"replay", "--speed=max", file}), DIFFERENT);
+    EXPECT_EQ(m_set.Run({"replay", "--speed=max", file}), FAILED);
     EXPECT_THAT(m_set.output(), HasSubstr(": application signal event 3 ItemClicked\n"
                                           "+ this time: application signal event 1 ItemChanged\n"
                                           "2 differences\n"));
@@ -83,7 +78,7 @@ TEST_F(Replay, PrintsDifferencesForMachines) {
     const std::string file =
         Changed("\"bytes\":\"01000000\",\"note\":\"event 1", "\"bytes\":\"03000000\",\"note\":\"");
     const auto list = m_set.StartList();
-    EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", file}), DIFFERENT);
+    EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", file}), FAILED);
     EXPECT_THAT(m_set.output(),
                 StartsWith("{\"type\":\"difference\",\"number\":1,\"side\":\"first\","
                            "\"file\":\"" +
@@ -91,7 +86,7 @@ TEST_F(Replay, PrintsDifferencesForMachines) {
     EXPECT_THAT(m_set.output(), HasSubstr("\"text\":\"application signal event 3 ItemClicked\""));
     EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", "--address=" + m_set.bus().Address(),
                          m_recording}),
-              DIFFERENT);
+              FAILED);
 }
 
 TEST_F(Replay, TimesOutWaitingForActionsOfTheViewer) {
@@ -105,7 +100,7 @@ TEST_F(Replay, TimesOutWaitingForActionsOfTheViewer) {
     first->Signal(SIGTERM);
     first->WaitForExit();
     const auto list = m_set.StartList();
-    EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--wait=0", m_recording}), DIFFERENT);
+    EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--wait=0", m_recording}), FAILED);
     EXPECT_THAT(m_set.output(), HasSubstr(": application signal event 2 ItemSelected\n"));
 }
 
@@ -116,7 +111,7 @@ TEST_F(Replay, ReportsAnApplicationThatEndsEarly) {
     const auto replay = m_set.Start({"replay", "--speed=0.000001", m_recording});
     ASSERT_TRUE(witness->WaitForText("event 4 LocalCreated"));
     list->Signal(SIGKILL);
-    EXPECT_EQ(replay->WaitForExit(), DIFFERENT);
+    EXPECT_EQ(replay->WaitForExit(), FAILED);
     EXPECT_THAT(replay->Output(), EndsWith(" differences\n"));
 }
 

@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The messages that an application receives while a scenario is played.
+#include <chrono>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 
-#include "bus/simulator/ScriptedApplication.h"
 #include "bus/simulator/Simulation.h"
+#include "link/ChannelNames.h"
 #include "support/GlibWait.h"
 
 namespace applist::test {
@@ -21,48 +22,47 @@ class ScenarioPartner : public testing::Test {
 protected:
     void Play(const std::string& text) { m_run = m_set.Start({"run", m_set.File("it", text)}); }
 
-    /// Plays text while the application answers the first announcement.
-    void PlayToWhoAnswers(const std::string& text) {
+    /// Plays text and answers its first announcement with SynAck.
+    void PlayAndAnswerTheSyn(const std::string& text) {
         Play(text);
-        ASSERT_TRUE(Hears(1));
-        m_application.Announce(sim::names::SYN_ACK);
+        ASSERT_TRUE(m_application.AwaitHeard(1));
+        m_application.Announce("_SERVICE_SYN_ACK");
     }
 
-    bool Hears(size_t count) {
-        return RunUntil([&] { return m_application.heard.size() >= count; });
-    }
     void ExpectEnd(int status) {
         EXPECT_EQ(m_run->WaitForExit(), status) << m_run->Output() << m_run->Errors();
     }
 
     Simulation m_set;
-    ScriptedApplication m_application{m_set.bus().Address()};
+    ScriptedPeer m_application = m_set.ConnectApplication();
     Simulation::Process m_run;
 };
 
 TEST_F(ScenarioPartner, SkipsAStep) {
     Play("handshake skip syn\nexpect announcement syn within 1min\nwait connected within 1min\n");
     // The middleware skips its own first step, but still answers that of the application.
-    ASSERT_TRUE(RunUntil([&] {
-        m_application.Announce(sim::names::SYN);
-        return !m_application.heard.empty();
-    }));
-    EXPECT_EQ(m_application.heard.front(), "_SYN_ACK");
-    m_application.Announce(sim::names::ACK);
+    const auto start = std::chrono::steady_clock::now();
+    do {
+        m_application.Announce("_SERVICE_SYN");
+        ASSERT_TRUE(RoundTrip(m_application.Connection()));
+        ASSERT_LT(std::chrono::steady_clock::now() - start, PATIENCE);
+    } while (m_application.Heard().empty());
+    EXPECT_EQ(m_application.Heard().front(), "_CLIENT_SYN_ACK");
+    m_application.Announce("_SERVICE_ACK");
     ExpectEnd(0);
 }
 
 TEST_F(ScenarioPartner, CompletesASkippedStepByHand) {
-    PlayToWhoAnswers(
+    PlayAndAnswerTheSyn(
         "handshake skip ack\nexpect announcement syn-ack within 1min\nannounce ack\n"
         "wait connected within 1min\n");
     ExpectEnd(0);
-    ASSERT_TRUE(Hears(2));
-    EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_ACK"));
+    ASSERT_TRUE(m_application.AwaitHeard(2));
+    EXPECT_THAT(m_application.Heard(), ElementsAre("_CLIENT_SYN", "_CLIENT_ACK"));
 }
 
 TEST_F(ScenarioPartner, IsNotConnectedWhileAStepIsPending) {
-    PlayToWhoAnswers(
+    PlayAndAnswerTheSyn(
         "handshake skip ack\nexpect announcement syn-ack within 1min\n"
         "wait connected within 10ms\n");
     ExpectEnd(1);
@@ -70,57 +70,59 @@ TEST_F(ScenarioPartner, IsNotConnectedWhileAStepIsPending) {
 }
 
 TEST_F(ScenarioPartner, StillMakesADelayedStepThatIsSetToSkipMeanwhile) {
-    PlayToWhoAnswers(
+    PlayAndAnswerTheSyn(
         "handshake delay ack 1ms\nexpect announcement syn-ack within 1min\nhandshake skip ack\n"
         "wait connected within 50ms\n");
     ExpectEnd(1);
-    EXPECT_THAT(m_application.heard, ElementsAre("_SYN"));
+    EXPECT_THAT(m_application.Heard(), ElementsAre("_CLIENT_SYN"));
 }
 
 TEST_F(ScenarioPartner, RepeatsSteps) {
     Play("handshake repeat syn 3\nhandshake repeat ack 2\nwait connected within 1min\n");
-    ASSERT_TRUE(Hears(3));
-    m_application.Announce(sim::names::SYN_ACK);
+    ASSERT_TRUE(m_application.AwaitHeard(3));
+    m_application.Announce("_SERVICE_SYN_ACK");
     ExpectEnd(0);
-    ASSERT_TRUE(Hears(5));
-    EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_SYN", "_SYN", "_ACK", "_ACK"));
+    ASSERT_TRUE(m_application.AwaitHeard(5));
+    EXPECT_THAT(m_application.Heard(), ElementsAre("_CLIENT_SYN", "_CLIENT_SYN", "_CLIENT_SYN",
+                                                   "_CLIENT_ACK", "_CLIENT_ACK"));
 }
 
 TEST_F(ScenarioPartner, MakesADelayedStepLater) {
-    PlayToWhoAnswers(
+    PlayAndAnswerTheSyn(
         "handshake delay ack 50ms\nexpect announcement syn-ack within 1min\n"
         "wait connected within 1min\n");
     ExpectEnd(0);
-    ASSERT_TRUE(Hears(2));
-    EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_ACK"));
+    ASSERT_TRUE(m_application.AwaitHeard(2));
+    EXPECT_THAT(m_application.Heard(), ElementsAre("_CLIENT_SYN", "_CLIENT_ACK"));
 }
 
 TEST_F(ScenarioPartner, AnnouncesInAnyOrderByHand) {
     Play("handshake manual\njoin\nannounce ack\nannounce syn-ack\nannounce syn\n");
     ExpectEnd(0);
-    ASSERT_TRUE(Hears(3));
-    EXPECT_THAT(m_application.heard, ElementsAre("_ACK", "_SYN_ACK", "_SYN"));
+    ASSERT_TRUE(m_application.AwaitHeard(3));
+    EXPECT_THAT(m_application.Heard(),
+                ElementsAre("_CLIENT_ACK", "_CLIENT_SYN_ACK", "_CLIENT_SYN"));
 }
 
 TEST_F(ScenarioPartner, RestartsUnderANewName) {
     Play("join\nrestart\n");
-    ASSERT_TRUE(Hears(2));
+    ASSERT_TRUE(m_application.AwaitHeard(2));
     ExpectEnd(0);
-    EXPECT_NE(m_application.announcers.at(0), m_application.announcers.at(1));
+    EXPECT_NE(m_application.Events().at(0).sender, m_application.Events().at(1).sender);
 }
 
 TEST_F(ScenarioPartner, IsOneOfSeveral) {
     Play("partner one\njoin\npartner two\njoin\npartner one\nannounce ack\n");
-    ASSERT_TRUE(Hears(1));
-    const std::string first = m_application.middleware;
-    ASSERT_TRUE(Hears(3));
+    ASSERT_TRUE(m_application.AwaitHeard(1));
+    const std::string first = m_application.Announcer();
+    ASSERT_TRUE(m_application.AwaitHeard(3));
     ExpectEnd(0);
-    EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_SYN", "_ACK"));
-    EXPECT_EQ(m_application.middleware, first);
+    EXPECT_THAT(m_application.Heard(), ElementsAre("_CLIENT_SYN", "_CLIENT_SYN", "_CLIENT_ACK"));
+    EXPECT_EQ(m_application.Announcer(), first);
 }
 
 TEST_F(ScenarioPartner, ReportsAnErrorReplyOfTheApplication) {
-    PlayToWhoAnswers(
+    PlayAndAnswerTheSyn(
         "wait connected within 1min\nadd a=A\nexpect error \"does not exist\"\nadd a=A\n");
     ExpectEnd(1);
     EXPECT_THAT(m_run->Output(), HasSubstr("\nok 2 - "));
@@ -129,17 +131,17 @@ TEST_F(ScenarioPartner, ReportsAnErrorReplyOfTheApplication) {
 }
 
 TEST_F(ScenarioPartner, SendsSignalsWithAnyBytes) {
-    PlayToWhoAnswers("wait connected within 1min\nsignal-hex 6f6b00\nwait 1ms\n");
-    ASSERT_TRUE(Hears(3));
-    EXPECT_THAT(m_application.heard, ElementsAre("_SYN", "_ACK", "signal ok"));
+    PlayAndAnswerTheSyn("wait connected within 1min\nsignal-hex 6f6b00\nwait 1ms\n");
+    ASSERT_TRUE(m_application.AwaitHeard(3));
+    EXPECT_THAT(m_application.Heard(),
+                ElementsAre("_CLIENT_SYN", "_CLIENT_ACK", std::string("signal ok\0", 10)));
     ExpectEnd(0);
 }
 
 TEST_F(ScenarioPartner, ReportsAMalformedNotification) {
-    PlayToWhoAnswers("wait connected within 1min\nexpect event ItemChanged within 1min\n");
-    ASSERT_TRUE(Hears(2));
-    m_application.Notify(m_application.middleware,
-                         g_variant_new("(@ay)", g_variant_new_bytestring("x")));
+    PlayAndAnswerTheSyn("wait connected within 1min\nexpect event ItemChanged within 1min\n");
+    ASSERT_TRUE(m_application.AwaitHeard(2));
+    m_application.Notify(m_application.Announcer(), sim::names::OBJECT_PATH, {'x', '\0'});
     ExpectEnd(1);
     EXPECT_THAT(m_run->Output(),
                 HasSubstr("received notification of 2 bytes without an id instead"));

@@ -20,11 +20,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr int SUCCESS = 0;
-constexpr int FAILED = 1;
-constexpr int WRONG_USAGE = 2;
-constexpr int NO_BUS = 3;
-
 class Scenario : public testing::Test {
 protected:
     Simulation::Process Start(std::vector<std::string> arguments) const {

@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include "bus/simulator/ScriptedApplication.h"
 #include "bus/simulator/Simulation.h"
 #include "support/GlibWait.h"
 
@@ -15,11 +14,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
-
-constexpr int SUCCESS = 0;
-constexpr int FAILED = 1;
-constexpr int WRONG_USAGE = 2;
-constexpr int NO_BUS = 3;
 
 /// The shell with input from a pipe.
 class PipedShell : public testing::Test {
@@ -94,14 +88,14 @@ TEST_F(PipedShell, EndsAtALineThatIsNotAStatement) {
 // Every call to an application without an object fails.
 TEST_F(PipedShell, AcceptsAnErrorOnlyIfTheNextLineExpectsIt) {
     for (const bool expected : {true, false}) {
-        ScriptedApplication application(m_set.bus().Address());
+        ScriptedPeer application = m_set.ConnectApplication();
         const std::string lines = m_set.File(
             "lines", std::string("wait connected\ncall GetSelection\n") +
                          (expected ? "expect error\nnote so\n" : "note so\nexpect error\n"));
         ChildProcess shell({"sh", "-c", BuiltProgram("javamw-sim") + " shell <'" + lines + "'"},
                            m_set.bus().Environment());
-        ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
-        application.Announce(sim::names::SYN_ACK);
+        ASSERT_TRUE(application.AwaitHeard(1));
+        application.Announce("_SERVICE_SYN_ACK");
         EXPECT_EQ(shell.WaitForExit(), expected ? SUCCESS : FAILED) << shell.Errors();
         EXPECT_THAT(shell.Errors(),
                     expected ? MatchesRegex("")
@@ -110,13 +104,13 @@ TEST_F(PipedShell, AcceptsAnErrorOnlyIfTheNextLineExpectsIt) {
 }
 
 TEST_F(PipedShell, NamesTheLastLineWhenThatFails) {
-    ScriptedApplication application(m_set.bus().Address());
+    ScriptedPeer application = m_set.ConnectApplication();
     ChildProcess shell(
         {"sh", "-c",
          "printf 'wait connected\ncall GetSelection' | " + BuiltProgram("javamw-sim") + " shell"},
         m_set.bus().Environment());
-    ASSERT_TRUE(RunUntil([&] { return !application.heard.empty(); }));
-    application.Announce(sim::names::SYN_ACK);
+    ASSERT_TRUE(application.AwaitHeard(1));
+    application.Announce("_SERVICE_SYN_ACK");
     EXPECT_EQ(shell.WaitForExit(), FAILED);
     EXPECT_THAT(shell.Errors(), MatchesRegex("javamw-sim: line 2: GetSelection failed: [^\n]+\n"));
 }

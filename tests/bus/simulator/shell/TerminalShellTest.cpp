@@ -13,8 +13,6 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr int SUCCESS = 0;
-constexpr int NO_BUS = 3;
 constexpr const char* ENTER = "\r";
 constexpr const char* TAB = "\t";
 constexpr const char* UP = "\033[A";

@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "support/AitXml.h"
-#include "support/ChildProcess.h"
+#include "support/Simulator.h"
 #include "support/TemporaryDir.h"
 #include "support/TsGenerator.h"
 
@@ -18,27 +18,9 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr int SUCCESS = 0;
-constexpr int OUTPUT_CLOSED = 1;
-constexpr int WRONG_USAGE = 2;
-constexpr int NO_BUS = 3;
-const std::string NO_BUS_THERE = "--address=unix:path=/nonexistent/bus";
 const std::string HEAD =
     "service,organisation_id,application_id,type,control,visibility,priority,name,names,location"
     "\r\n";
-
-struct Outcome {
-    int status = -1;
-    std::string output;
-    std::string errors;
-};
-
-Outcome RunSimulator(std::vector<std::string> arguments, const std::string& language = "C") {
-    arguments.insert(arguments.begin(), BuiltProgram("javamw-sim"));
-    ChildProcess program(arguments, {{"LC_ALL", language}, {"LANGUAGE", ""}});
-    const int status = program.WaitForExit().value_or(-1);
-    return {status, program.Output(), program.Errors()};
-}
 
 /// Files with one service "Rete 1" of number 5, whose application has two names.
 class Applications : public testing::Test {
@@ -131,12 +113,14 @@ TEST_F(Applications, AreJsonWhenAsked) {
 TEST_F(Applications, HaveNamesInTheLanguageAskedForOrTheLocales) {
     const std::string file = Write("a.ts", Stream());
     const std::string italian = ",1,Notizie,";
-    EXPECT_THAT(RunSimulator({"applications", "--csv", file}, "it_IT.UTF-8").output,
+    EXPECT_THAT(RunSimulator({"applications", "--csv", file}, {{"LC_ALL", "it_IT.UTF-8"}}).output,
                 HasSubstr(italian));
     EXPECT_THAT(RunSimulator({"applications", "--csv", "--language=de,it", file}).output,
                 HasSubstr(italian));
-    EXPECT_THAT(RunSimulator({"applications", "--csv", "-l", "eng", file}, "it_IT.UTF-8").output,
-                HasSubstr(",1,News,"));
+    EXPECT_THAT(
+        RunSimulator({"applications", "--csv", "-l", "eng", file}, {{"LC_ALL", "it_IT.UTF-8"}})
+            .output,
+        HasSubstr(",1,News,"));
 }
 
 TEST_F(Applications, AreThoseOfTheServicesAskedFor) {
@@ -193,7 +177,7 @@ TEST_F(Applications, SayWhenTheirOutputIsClosed) {
     const std::string file = Write("a.ts", Stream());
     ChildProcess program({"/bin/sh", "-c", "exec \"$0\" applications \"$1\" >/dev/full",
                           BuiltProgram("javamw-sim"), file});
-    EXPECT_EQ(program.WaitForExit(), OUTPUT_CLOSED);
+    EXPECT_EQ(program.WaitForExit(), FAILED);
 }
 
 TEST_F(Applications, AreServedAsTheOptionsSay) {

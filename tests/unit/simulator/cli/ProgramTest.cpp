@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include "support/ChildProcess.h"
+#include "support/Simulator.h"
 #include "support/TemporaryDir.h"
 #include "support/TsGenerator.h"
 
@@ -16,25 +16,6 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-constexpr int SUCCESS = 0;
-constexpr int WRONG_USAGE = 2;
-constexpr int NO_BUS = 3;
-// Without a bus, a valid command line ends with NO_BUS.
-const std::string NO_BUS_THERE = "--address=unix:path=/nonexistent/bus";
-
-struct Outcome {
-    int status = -1;
-    std::string output;
-    std::string errors;
-};
-
-Outcome RunSimulator(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), BuiltProgram("javamw-sim"));
-    ChildProcess program(arguments, {{"LC_ALL", "C"}});
-    const int status = program.WaitForExit().value_or(-1);
-    return {status, program.Output(), program.Errors()};
-}
 
 void ExpectRefused(const std::vector<std::string>& arguments, const std::string& error) {
     const Outcome outcome = RunSimulator(arguments);

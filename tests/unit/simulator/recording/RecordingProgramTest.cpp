@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include "support/ChildProcess.h"
+#include "support/Simulator.h"
 #include "support/TemporaryDir.h"
 
 namespace applist::test {
@@ -15,22 +15,15 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr int SUCCESS = 0;
-constexpr int DIFFERENT = 1;
-constexpr int WRONG_USAGE = 2;
-constexpr int NO_BUS = 3;
-
 /// Command lines of record, replay, compare and shell, without a bus.
 class RecordingProgram : public testing::Test {
 protected:
-    int Run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), BuiltProgram("javamw-sim"));
-        ChildProcess program(arguments,
-                             {{"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/system"}});
-        const int status = program.WaitForExit().value_or(-1);
-        m_output = program.Output();
-        m_errors = program.Errors();
-        return status;
+    int Run(const std::vector<std::string>& arguments) {
+        const Outcome outcome =
+            RunSimulator(arguments, {{"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/system"}});
+        m_output = outcome.output;
+        m_errors = outcome.errors;
+        return outcome.status;
     }
 
     void ExpectRefused(const std::vector<std::string>& arguments, const std::string& error) {
@@ -96,10 +89,10 @@ TEST_F(RecordingProgram, ComparesTimesWithinATolerance) {
     EXPECT_EQ(Run({"compare", "--json", first, second}), SUCCESS);
     EXPECT_EQ(m_output, "");
     EXPECT_EQ(Run({"compare", "--tolerance=8", first, second}), SUCCESS);
-    EXPECT_EQ(Run({"compare", "--tolerance=7", first, second}), DIFFERENT);
+    EXPECT_EQ(Run({"compare", "--tolerance=7", first, second}), FAILED);
     EXPECT_EQ(m_output, "- " + first + ":2: application left the bus, after 1 ms\n+ " + second +
                             ":2: application left the bus, after 9 ms\n1 difference\n");
-    EXPECT_EQ(Run({"compare", "--names", first, second}), DIFFERENT);
+    EXPECT_EQ(Run({"compare", "--names", first, second}), FAILED);
     EXPECT_EQ(Run({"compare", first, "/nonexistent"}), WRONG_USAGE);
     EXPECT_EQ(m_errors, "javamw-sim: /nonexistent: no such file\n");
 }
