@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
 
+#include <nlohmann/json.hpp>
+
 #include "Commands.h"
-#include "Json.h"
 #include "data/KeyTable.h"
 #include "data/SettingsPaths.h"
+#include "shared/Json.h"
 
 namespace applist::desktop {
 namespace {
@@ -17,12 +19,11 @@ void PrintText(const KeyTable& table) {
 }
 
 void PrintJson(const KeyTable& table) {
-    Json json;
-    json.Object().Array("keys");
+    tools::Json keys = tools::Json::array();
     for (const auto& [key, name] : table.All()) {
-        json.Object().Member("key", key).Member("name", name).EndObject();
+        keys.push_back({{"key", key}, {"name", name}});
     }
-    json.EndArray().EndObject().Print();
+    std::fputs(tools::JsonText({{"keys", keys}}).c_str(), stdout);
 }
 
 }  // namespace

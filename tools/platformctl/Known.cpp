@@ -146,19 +146,22 @@ Reading<int32_t> ParseFactoryValue(const std::string& value) {
     return ParseInt(value);
 }
 
-Reading<Setting> ReadKnownSetting(const KnownSetting& setting) {
-    auto reading = ReadSetting(setting.key);
-    if (reading.value && reading.value->index() != setting.type.index()) {
-        return {{},
-                "setting " + setting.key + " is stored as " + TypeName(*reading.value) +
-                    ", not as " + TypeName(setting.type)};
+Datum ReadDatum(const KnownSetting& setting) {
+    Datum datum{setting.key, TypeName(setting.type), ReadSetting(setting.key)};
+    const auto& value = datum.reading.value;
+    if (value && value->index() != setting.type.index()) {
+        datum.reading = {{},
+                         "setting " + setting.key + " is stored as " + TypeName(*value) +
+                             ", not as " + datum.type};
     }
-    return reading;
+    return datum;
 }
 
-Reading<Setting> ReadRegionItem() {
+Datum ReadRegionDatum() {
     const auto item = ReadFactoryItem(ID_LOCALSET);
-    return {item.value ? std::optional<Setting>(*item.value) : std::nullopt, item.problem};
+    return {"factory " + std::to_string(ID_LOCALSET),
+            "int",
+            {item.value ? std::optional<Setting>(*item.value) : std::nullopt, item.problem}};
 }
 
 std::string ValueText(const Setting& setting) {

@@ -8,6 +8,7 @@
 
 #include "data/Reading.h"
 #include "data/SettingsStore.h"
+#include "shared/Json.h"
 
 /// The settings and factory items that the program reads. Only these can be written, so that a
 /// mistyped key is an error and is not stored.
@@ -43,11 +44,21 @@ Reading<Setting> ParseSetting(const KnownSetting& setting, const std::string& ty
                               const std::string& value);
 Reading<int32_t> ParseFactoryValue(const std::string& value);
 
+/// A setting or a factory item as the program reads it.
+struct Datum {
+    std::string name;
+    std::string type;  ///< "bool" or "int".
+    Reading<Setting> reading;
+};
+
 /// Reads a setting like the program does: a value of another type is a problem.
-Reading<Setting> ReadKnownSetting(const KnownSetting& setting);
+Datum ReadDatum(const KnownSetting& setting);
 
 /// Reads the factory item that holds the region.
-Reading<Setting> ReadRegionItem();
+Datum ReadRegionDatum();
+
+/// Returns the datum's name, type and value; null if the value cannot be read.
+tools::Json ObjectOf(const Datum& datum);
 
 /// Returns "true", "false" or the number.
 std::string ValueText(const Setting& setting);

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
 
+#include <nlohmann/json.hpp>
+
 #include "Commands.h"
 #include "Decision.h"
-#include "Json.h"
 #include "Known.h"
 #include "PlatformSettings.h"
 #include "visibility-checker.h"
@@ -14,20 +15,15 @@ namespace {
 
 constexpr const char* MENU_KEY = "menu/system/application-list";
 
-struct Fact {
-    std::string name;
-    Reading<Setting> reading;
-};
-
 /// Returns a setting's value, or 0 if it cannot be read, as in the decision itself.
 int NumberOf(const std::string& key) {
-    const auto value = ReadKnownSetting(*FindSetting(key).value).value;
+    const auto value = ReadDatum(*FindSetting(key).value).reading.value;
     return value ? std::visit([](auto number) { return static_cast<int>(number); }, *value) : 0;
 }
 
 /// Returns the inputs of the decision. If the region cannot be read, GetLocalSet() is not called:
 /// it would wait for five seconds, as the decision already did.
-Circumstances ReadCircumstances(const Fact& region) {
+Circumstances ReadCircumstances(const Datum& region) {
     return {region.reading.value ? PlatformSettings::GetLocalSet() : LOCAL_NONE_OF,
             NumberOf(PlatformSettings::DATA_SERVICE_KEY),
             NumberOf(PlatformSettings::AUTORUN_DATA_SERVICE_KEY) != 0,
@@ -37,17 +33,16 @@ Circumstances ReadCircumstances(const Fact& region) {
 struct Explanation {
     bool shown;
     /// The region and the settings that decided.
-    std::vector<Fact> facts;
+    std::vector<Datum> facts;
     /// The commands that make the set offer data services; empty if it does.
     std::vector<std::string> commands;
 };
 
 Explanation Explain(bool shown) {
-    Explanation explanation{
-        shown, {{"factory " + std::to_string(ID_LOCALSET), ReadRegionItem()}}, {}};
+    Explanation explanation{shown, {ReadRegionDatum()}, {}};
     const Circumstances circumstances = ReadCircumstances(explanation.facts[0]);
     for (const std::string& key : DecidingSettings(circumstances)) {
-        explanation.facts.push_back({key, ReadKnownSetting(*FindSetting(key).value)});
+        explanation.facts.push_back(ReadDatum(*FindSetting(key).value));
     }
     if (shown) {
         return explanation;
@@ -60,7 +55,7 @@ Explanation Explain(bool shown) {
 
 void PrintText(const Explanation& explanation) {
     std::printf("%s\n", explanation.shown ? "shown" : "hidden");
-    for (const auto& [name, reading] : explanation.facts) {
+    for (const auto& [name, type, reading] : explanation.facts) {
         std::printf("  %s: %s\n", name.c_str(), ValueText(reading).c_str());
     }
     if (!explanation.commands.empty()) {
@@ -72,22 +67,24 @@ void PrintText(const Explanation& explanation) {
 }
 
 void PrintJson(const Explanation& explanation) {
-    Json json;
-    json.Object().Member("visible", Setting(explanation.shown)).Array("decided_by");
-    for (const auto& [name, reading] : explanation.facts) {
-        json.Object().Member("name", name).Member("value", reading.value).EndObject();
+    tools::Json facts = tools::Json::array();
+    for (const Datum& fact : explanation.facts) {
+        facts.push_back(ObjectOf(fact));
     }
-    json.EndArray().Array("to_show");
+    tools::Json commands = tools::Json::array();
     for (const std::string& command : explanation.commands) {
-        json.Object().Member("command", command).EndObject();
+        commands.push_back({{"command", command}});
     }
-    json.EndArray().EndObject().Print();
+    std::fputs(tools::JsonText(
+                   {{"visible", explanation.shown}, {"decided_by", facts}, {"to_show", commands}})
+                   .c_str(),
+               stdout);
 }
 
 }  // namespace
 
 int PrintVisible(const Arguments& given) {
-    if (!ReadRegionItem().value) {
+    if (!ReadRegionDatum().reading.value) {
         static_cast<void>(std::fputs(
             "platformctl: the region is not set; the decision takes about five seconds\n", stderr));
     }
@@ -96,7 +93,7 @@ int PrintVisible(const Arguments& given) {
     const Explanation explanation = Explain(shown);
     given.Has("json") ? PrintJson(explanation) : PrintText(explanation);
     // The commands cannot change a damaged file, so the reason is printed as well.
-    for (const auto& [name, reading] : explanation.facts) {
+    for (const auto& [name, type, reading] : explanation.facts) {
         if (!reading.problem.empty()) {
             Complain(reading.problem, DONE);
         }

@@ -40,8 +40,9 @@ TEST_F(Platformctl, TakesBothSpellingsOfABool) {
 TEST_F(Platformctl, SetsFactoryItems) {
     Do({"factory", "set", "194", "-2147483648"});
     EXPECT_EQ(Run({"factory", "get", "194"}).output, "-2147483648\n");
-    EXPECT_EQ(Run({"factory", "get", "194", "--json"}).output,
-              "{\n  \"id\" : 194,\n  \"value\" : -2147483648\n}\n");
+    EXPECT_EQ(
+        Run({"factory", "get", "194", "--json"}).output,
+        "{\n  \"name\": \"factory 194\",\n  \"type\": \"int\",\n  \"value\": -2147483648\n}\n");
     Do({"factory", "unset", "194"});
     const auto result = Run({"factory", "get", "194"});
     EXPECT_EQ(result.status, 1);
@@ -62,13 +63,12 @@ TEST_F(Platformctl, ListsWhatIsKnown) {
 
 TEST_F(Platformctl, PrintsJson) {
     Do({"set", AUTORUN, "bool", "true"});
-    EXPECT_EQ(
-        Run({"get", AUTORUN, "--json"}).output,
-        "{\n  \"key\" : \"" + AUTORUN + "\",\n  \"type\" : \"bool\",\n  \"value\" : true\n}\n");
+    EXPECT_EQ(Run({"get", AUTORUN, "--json"}).output,
+              "{\n  \"name\": \"" + AUTORUN + "\",\n  \"type\": \"bool\",\n  \"value\": true\n}\n");
     const auto list = Run({"--json", "list"}).output;
-    EXPECT_THAT(list, StartsWith("{\n  \"data\" : [\n"));
-    EXPECT_THAT(list, HasSubstr("\"name\" : \"" + DATA_SERVICE +
-                                "\",\n      \"type\" : \"int\",\n      \"value\" : null\n"));
+    EXPECT_THAT(list, StartsWith("{\n  \"data\": [\n"));
+    EXPECT_THAT(list, HasSubstr("\"name\": \"" + DATA_SERVICE +
+                                "\",\n      \"type\": \"int\",\n      \"value\": null\n"));
 }
 
 TEST_F(Platformctl, PrintsTheKeysInEffect) {
@@ -78,7 +78,7 @@ TEST_F(Platformctl, PrintsTheKeysInEffect) {
     EXPECT_EQ(keys.status, 0) << keys.errors;
     EXPECT_THAT(keys.output, HasSubstr("F10\tXF86Exit\nF9\tXF86Exit\n"));
     EXPECT_THAT(Run({"keys", "--json"}).output,
-                HasSubstr("\"key\" : \"F9\",\n      \"name\" : \"XF86Exit\"\n"));
+                HasSubstr("\"key\": \"F9\",\n      \"name\": \"XF86Exit\"\n"));
 }
 
 TEST_F(Platformctl, PrintsTheKeysBesideABadLine) {

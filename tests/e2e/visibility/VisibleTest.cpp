@@ -61,14 +61,16 @@ TEST_F(VisibleSet, PrintsItsReasonsAsJson) {
     Do({"region", "brazil"});
     Do({"set", DATA_SERVICE, "int", "0"});
     const auto result = Run({"visible", "--json"});
-    EXPECT_EQ(result.output,
-              "{\n  \"visible\" : false,\n  \"decided_by\" : [\n"
-              "    {\n      \"name\" : \"factory 194\",\n      \"value\" : 81\n    },\n"
-              "    {\n      \"name\" : \"" +
-                  DATA_SERVICE +
-                  "\",\n      \"value\" : 0\n    }\n  ],\n  \"to_show\" : [\n"
-                  "    {\n      \"command\" : \"platformctl set " +
-                  DATA_SERVICE + " int 2\"\n    }\n  ]\n}\n");
+    EXPECT_EQ(
+        result.output,
+        "{\n  \"visible\": false,\n  \"decided_by\": [\n"
+        "    {\n      \"name\": \"factory 194\",\n      \"type\": \"int\",\n      \"value\": 81\n  "
+        "  },\n"
+        "    {\n      \"name\": \"" +
+            DATA_SERVICE +
+            "\",\n      \"type\": \"int\",\n      \"value\": 0\n    }\n  ],\n  \"to_show\": [\n"
+            "    {\n      \"command\": \"platformctl set " +
+            DATA_SERVICE + " int 2\"\n    }\n  ]\n}\n");
 }
 
 TEST_F(VisibleSet, OfADamagedStoreIsHidden) {

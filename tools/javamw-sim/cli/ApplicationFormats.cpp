@@ -5,12 +5,15 @@
 #include <algorithm>
 #include <glib.h>
 
-#include "common/JsonWriter.h"
+#include <nlohmann/json.hpp>
+
 #include "common/Output.h"
+#include "shared/Json.h"
 
 namespace applist::sim {
 namespace {
 
+using tools::Json;
 using Row = std::vector<std::string>;
 
 constexpr size_t GAP = 2;
@@ -93,35 +96,34 @@ std::string FormatTable(const std::vector<ListedApplication>& applications) {
 
 namespace {
 
-void AddNames(JsonWriter& json, const char* member, const std::vector<ApplicationName>& names) {
-    json.Object(member);
+Json NumberOrNull(std::optional<uint32_t> number) {
+    return number ? Json(*number) : Json();
+}
+
+Json ObjectOf(const std::vector<ApplicationName>& names) {
+    Json object = Json::object();
     for (const ApplicationName& name : names) {
-        json.Text(name.language.c_str(), name.text);
+        object[name.language] = name.text;
     }
-    json.EndObject();
+    return object;
 }
 
-void AddApplication(JsonWriter& json, const ListedApplication& application) {
-    auto field = ApplicationFields().begin();
-    const auto next = [&] { return (field++)->c_str(); };
-    json.Object();
-    json.NumberOrNull(next(), application.service);
-    json.Number(next(), application.organisation);
-    json.Number(next(), application.id);
-    json.NumberOrNull(next(), application.type);
-    json.Text(next(), application.control);
-    json.Number(next(), application.visibility);
-    json.Number(next(), application.priority);
-    json.Text(next(), application.name);
-    AddNames(json, next(), application.names);
-    json.Text(next(), application.location);
-    json.EndObject();
-}
-
-std::string NamesAsJson(const std::vector<ApplicationName>& names) {
-    JsonWriter json;
-    AddNames(json, nullptr, names);
-    return json.Finish();
+Json ObjectOf(const ListedApplication& application) {
+    const std::vector<Json> values{NumberOrNull(application.service),
+                                   application.organisation,
+                                   application.id,
+                                   NumberOrNull(application.type),
+                                   application.control,
+                                   application.visibility,
+                                   application.priority,
+                                   application.name,
+                                   ObjectOf(application.names),
+                                   application.location};
+    Json object;
+    for (size_t field = 0; field < values.size(); ++field) {
+        object[ApplicationFields()[field]] = values[field];
+    }
+    return object;
 }
 
 std::string NumberOr(std::optional<uint32_t> number, const char* otherwise) {
@@ -153,12 +155,11 @@ std::string CsvLine(const Row& row) {
 }  // namespace
 
 std::string FormatJson(const std::vector<ListedApplication>& applications) {
-    JsonWriter json;
-    json.Array();
+    Json objects = Json::array();
     for (const ListedApplication& application : applications) {
-        AddApplication(json, application);
+        objects.push_back(ObjectOf(application));
     }
-    return json.EndArray().FinishIndented() + '\n';
+    return tools::JsonText(objects);
 }
 
 std::string FormatCsv(const std::vector<ListedApplication>& applications) {
@@ -168,7 +169,7 @@ std::string FormatCsv(const std::vector<ListedApplication>& applications) {
             {NumberOr(application.service, ""), std::to_string(application.organisation),
              std::to_string(application.id), NumberOr(application.type, ""), application.control,
              std::to_string(application.visibility), std::to_string(application.priority),
-             application.name, NamesAsJson(application.names), application.location});
+             application.name, tools::JsonLine(ObjectOf(application.names)), application.location});
     }
     return text;
 }

@@ -17,7 +17,8 @@ constexpr unsigned TIMEOUT_S = 10;
 
 constexpr const char* DETAILS =
     "The items of the reply are printed as ID<TAB>NAME, one a line. Control bytes are\n"
-    "printed as \\x0a, a backslash doubled; with --json an item is {\"id\": ..., \"name\": ...}.\n"
+    "printed as \\x0a, a backslash doubled; with --json an item is an object with \"id\" and\n"
+    "\"name\".\n"
     "Without --timeout the wait ends after 10 s.\n"
     "\n"
     "Examples:\n"

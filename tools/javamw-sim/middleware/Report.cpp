@@ -4,12 +4,16 @@
 
 #include <glib.h>
 
-#include "common/JsonWriter.h"
+#include <nlohmann/json.hpp>
+
 #include "common/Output.h"
 #include "link/Protocol.h"
 
 namespace applist::sim {
 namespace {
+
+using tools::Json;
+using tools::JsonLine;
 
 class Text : public Report {
 public:
@@ -47,69 +51,41 @@ private:
 };
 
 // Invalid UTF-8 is replaced in the text, and the bytes are added in hexadecimal.
-void WriteBytes(JsonWriter& json, const std::string& member, const std::string& bytes) {
-    json.Text(member.c_str(), bytes);
+void AddBytes(Json& object, const std::string& member, const std::string& bytes) {
+    object[member] = bytes;
     if (g_utf8_validate_len(bytes.data(), bytes.size(), nullptr) == FALSE) {
-        json.Text((member + "_hex").c_str(), ToHex(bytes));
+        object[member + "_hex"] = ToHex(bytes);
     }
 }
 
-void WriteItem(JsonWriter& json, const char* member, const Item& item) {
-    json.Object(member);
-    WriteBytes(json, "id", item.id);
-    WriteBytes(json, "name", item.name);
-    json.EndObject();
+void AddItem(Json& object, const Item& item) {
+    AddBytes(object, "id", item.id);
+    AddBytes(object, "name", item.name);
 }
 
-class Json : public Report {
+class JsonLines : public Report {
 public:
     std::string Connected(const std::string& application) const override {
-        return Begin("connected", application).EndObject().Finish();
+        return JsonLine({{"type", "connected"}, {"application", application}});
     }
     std::string Disconnected(const std::string& application) const override {
-        return Begin("disconnected", application).EndObject().Finish();
+        return JsonLine({{"type", "disconnected"}, {"application", application}});
     }
     std::string Filled(const std::string& application, size_t items) const override {
-        return Begin("filled", application)
-            .Number("items", static_cast<int64_t>(items))
-            .EndObject()
-            .Finish();
+        return JsonLine({{"type", "filled"}, {"application", application}, {"items", items}});
     }
     std::string Updated(const std::string& application, const UpdateCounts& counts) const override {
-        return Begin("updated", application)
-            .Number("added", static_cast<int64_t>(counts.added))
-            .Number("removed", static_cast<int64_t>(counts.removed))
-            .Number("renamed", static_cast<int64_t>(counts.renamed))
-            .EndObject()
-            .Finish();
+        return JsonLine({{"type", "updated"},
+                         {"application", application},
+                         {"added", counts.added},
+                         {"removed", counts.removed},
+                         {"renamed", counts.renamed}});
     }
     std::string Event(const std::string& application, const Notification& notification,
                       const SelectedItem& selection) const override {
-        JsonWriter json = Begin("event", application);
-        json.Number("number", static_cast<int64_t>(notification.event));
-        json.Text("name", NameOf(notification.event));
-        if (notification.payloadSize > 0) {
-            json.Number("unexpected_bytes", static_cast<int64_t>(notification.payloadSize));
-        }
-        if (selection.item) {
-            WriteItem(json, "selection", *selection.item);
-        } else {
-            json.Null("selection");
-        }
-        return json.TextUnlessEmpty("problem", selection.problem).EndObject().Finish();
+        return JsonLine(EventObject(application, notification, &selection));
     }
-    std::string ItemOfReply(const Item& item) const override {
-        JsonWriter json;
-        WriteItem(json, nullptr, item);
-        return json.Finish();
-    }
-
-private:
-    static JsonWriter Begin(const char* type, const std::string& application) {
-        JsonWriter json;
-        json.Object().Text("type", type).Text("application", application);
-        return json;
-    }
+    std::string ItemOfReply(const Item& item) const override { return JsonLine(ItemObject(item)); }
 };
 
 }  // namespace
@@ -119,7 +95,34 @@ std::unique_ptr<Report> TextReport(bool colours) {
 }
 
 std::unique_ptr<Report> JsonReport() {
-    return std::make_unique<Json>();
+    return std::make_unique<JsonLines>();
+}
+
+Json EventObject(const std::string& application, const Notification& notification,
+                 const SelectedItem* selection) {
+    Json object{{"type", "event"},
+                {"application", application},
+                {"number", static_cast<int32_t>(notification.event)},
+                {"name", NameOf(notification.event)}};
+    if (notification.payloadSize > 0) {
+        object["unexpected_bytes"] = notification.payloadSize;
+    }
+    if (selection != nullptr) {
+        Json& selected = object["selection"];
+        if (selection->item) {
+            AddItem(selected, *selection->item);
+        }
+        if (!selection->problem.empty()) {
+            object["problem"] = selection->problem;
+        }
+    }
+    return object;
+}
+
+Json ItemObject(const Item& item) {
+    Json object{{"type", "item"}};
+    AddItem(object, item);
+    return object;
 }
 
 }  // namespace applist::sim

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "link/SelectionReader.h"
+#include "shared/Json.h"
 
 namespace applist::sim {
 
@@ -44,5 +45,12 @@ std::unique_ptr<Report> TextReport(bool colours);
 
 /// Returns one JSON object per line.
 std::unique_ptr<Report> JsonReport();
+
+/// Returns the JSON object of an event. Without a selection it has no member for it.
+tools::Json EventObject(const std::string& application, const Notification& notification,
+                        const SelectedItem* selection);
+
+/// Returns the JSON object of an item.
+tools::Json ItemObject(const Item& item);
 
 }  // namespace applist::sim

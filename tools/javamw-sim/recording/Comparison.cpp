@@ -6,9 +6,11 @@
 #include <map>
 #include <utility>
 
-#include "common/JsonWriter.h"
+#include <nlohmann/json.hpp>
+
 #include "common/Output.h"
 #include "link/Protocol.h"
+#include "shared/Json.h"
 
 namespace applist::sim {
 namespace {
@@ -198,24 +200,20 @@ std::string After(const Step& step) {
     return ", after " + std::to_string(step.time / 1000) + " ms";
 }
 
-std::string StepObject(int64_t number, const char* side, const std::string& file,
+std::string StepObject(size_t number, const char* recording, const std::string& file,
                        const Step& step) {
-    return JsonWriter()
-        .Object()
-        .Text("type", "difference")
-        .Number("number", number)
-        .Text("side", side)
-        .Text("file", file)
-        .Number("line", static_cast<int64_t>(step.line))
-        .Number("us", step.time)
-        .Text("text", step.text)
-        .EndObject()
-        .Finish();
+    return tools::JsonLine({{"type", "difference"},
+                            {"number", number},
+                            {"recording", recording},
+                            {"file", file},
+                            {"line", step.line},
+                            {"us", step.time},
+                            {"note", step.text}});
 }
 
 // Writes one object for each side that has the step.
 bool PrintObjects(const DifferenceReport& report) {
-    int64_t number = 0;
+    size_t number = 0;
     bool written = true;
     for (const Difference& difference : report.differences) {
         ++number;

@@ -4,18 +4,18 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
-#include <optional>
+#include <limits>
 #include <utility>
 
-#include <json-glib/json-glib.h>
+#include <nlohmann/json.hpp>
 
-#include "common/JsonWriter.h"
-#include "link/GioHandles.h"
 #include "link/Protocol.h"
+#include "shared/Json.h"
 
 namespace applist::sim {
 namespace {
+
+using tools::Json;
 
 constexpr const char* VERSION_MEMBER = "javamw-recording";
 constexpr std::array SIDES{Side::Application, Side::Middleware};
@@ -23,37 +23,33 @@ constexpr std::array KINDS{MessageKind::Acquired, MessageKind::Released, Message
                            MessageKind::Reply,    MessageKind::Error,    MessageKind::Signal,
                            MessageKind::Left};
 
-struct UnrefNode {
-    void operator()(JsonNode* node) const { json_node_unref(node); }
-};
-using NodePtr = std::unique_ptr<JsonNode, UnrefNode>;
-
 /// An object of the file. A member with a wrong type is an error of the line.
 class ObjectReader {
 public:
-    explicit ObjectReader(JsonObject* object) : m_object(object) {}
+    explicit ObjectReader(const Json& object) : m_object(object) {}
 
     std::string Text(const char* member) {
-        JsonNode* node = json_object_get_member(m_object, member);
-        if (node == nullptr) {
+        const auto found = m_object.find(member);
+        if (found == m_object.end()) {
             return {};
         }
-        if (!Holds(node, G_TYPE_STRING)) {
+        if (!found->is_string()) {
             Refuse(member, "is not a string");
             return {};
         }
-        return json_node_get_string(node);
+        return found->get<std::string>();
     }
     int64_t Number(const char* member) {
-        JsonNode* node = json_object_get_member(m_object, member);
-        if (node == nullptr) {
+        const auto found = m_object.find(member);
+        if (found == m_object.end()) {
             return 0;
         }
-        if (!Holds(node, G_TYPE_INT64) || json_node_get_int(node) < 0) {
+        constexpr uint64_t MOST = std::numeric_limits<int64_t>::max();
+        if (!found->is_number_unsigned() || found->get<uint64_t>() > MOST) {
             Refuse(member, "is not a non-negative integer");
             return 0;
         }
-        return json_node_get_int(node);
+        return found->get<int64_t>();
     }
     template <typename Choices>
     auto Choice(const char* member, const Choices& choices) {
@@ -78,60 +74,35 @@ public:
     const std::string& fault() const { return m_fault; }
 
 private:
-    static bool Holds(JsonNode* node, GType type) {
-        return JSON_NODE_HOLDS_VALUE(node) && json_node_get_value_type(node) == type;
-    }
     void Refuse(const std::string& member, const std::string& why) {
         if (m_fault.empty()) {
             m_fault = "\"" + member + "\" " + why;
         }
     }
 
-    JsonObject* m_object;
+    const Json& m_object;
     std::string m_fault;
 };
 
-// The parser is recursive, so deep nesting is rejected first. A message has only one level.
-bool IsDeep(std::string_view line) {
-    constexpr int LEVELS = 50;
-    int brackets = 0;
-    bool quoted = false;
-    for (size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') {
-            quoted = !quoted;
-        } else if (quoted) {
-            i += line[i] == '\\' ? 1 : 0;
-        } else if (line[i] == '[' || line[i] == '{') {
-            ++brackets;
-        }
+// Returns an empty string on success. The parser is not recursive, so deep nesting is harmless.
+std::string ParseObject(std::string_view line, Json& object) {
+    try {
+        object = Json::parse(line);
+    } catch (const Json::parse_error& error) {
+        return "not JSON at byte " + std::to_string(error.byte);
+    } catch (const Json::exception&) {
+        return "not JSON: a number is out of range";
     }
-    return brackets > LEVELS;
-}
-
-Result<NodePtr> ParseObject(std::string_view line) {
-    if (IsDeep(line)) {
-        return Result<NodePtr>::Failure("too many brackets");
-    }
-    const GObjectPtr<JsonParser> parser(json_parser_new());
-    GError* error = nullptr;
-    if (json_parser_load_from_data(parser.get(), line.data(), static_cast<gssize>(line.size()),
-                                   &error) == FALSE) {
-        g_error_free(error);
-        return Result<NodePtr>::Failure("not JSON");
-    }
-    NodePtr root(json_parser_steal_root(parser.get()));
-    if (!root || !JSON_NODE_HOLDS_OBJECT(root.get())) {
-        return Result<NodePtr>::Failure("not a JSON object");
-    }
-    return root;
+    return object.is_object() ? std::string() : "not a JSON object";
 }
 
 std::string CheckHeader(std::string_view line) {
-    const auto root = ParseObject(line);
-    if (!root) {
-        return root.error();
+    Json object;
+    const std::string error = ParseObject(line, object);
+    if (!error.empty()) {
+        return error;
     }
-    ObjectReader reader(json_node_get_object(root->get()));
+    ObjectReader reader(object);
     const int64_t version = reader.Number(VERSION_MEMBER);
     if (!reader.fault().empty() || version == 0) {
         return "not the header of a recording";
@@ -142,11 +113,12 @@ std::string CheckHeader(std::string_view line) {
 }
 
 Result<RecordedMessage> ParseMessage(std::string_view line) {
-    const auto root = ParseObject(line);
-    if (!root) {
-        return Result<RecordedMessage>::Failure(root.error());
+    Json object;
+    const std::string error = ParseObject(line, object);
+    if (!error.empty()) {
+        return Result<RecordedMessage>::Failure(error);
     }
-    ObjectReader reader(json_node_get_object(root->get()));
+    ObjectReader reader(object);
     RecordedMessage message;
     message.time = reader.Number("us");
     message.kind = reader.Choice("kind", KINDS);
@@ -196,32 +168,29 @@ private:
 }  // namespace
 
 std::string RecordingHeader(const std::string& started) {
-    return JsonWriter()
-        .Object()
-        .Number(VERSION_MEMBER, RECORDING_VERSION)
-        .Text("started", started)
-        .EndObject()
-        .Finish();
+    return tools::JsonLine({{VERSION_MEMBER, RECORDING_VERSION}, {"started", started}});
 }
 
 std::string RecordingLine(const RecordedMessage& message) {
-    JsonWriter writer;
-    writer.Object()
-        .Number("us", message.time)
-        .Text("kind", NameOf(message.kind))
-        .Text("side", NameOf(message.side))
-        .TextUnlessEmpty("from", message.from)
-        .TextUnlessEmpty("to", message.to);
+    Json object{
+        {"us", message.time}, {"kind", NameOf(message.kind)}, {"side", NameOf(message.side)}};
+    const auto add = [&object](const char* member, const std::string& text) {
+        if (!text.empty()) {
+            object[member] = text;
+        }
+    };
+    add("from", message.from);
+    add("to", message.to);
     if (message.call > 0) {
-        writer.Number("call", static_cast<int64_t>(message.call));
+        object["call"] = message.call;
     }
-    writer.TextUnlessEmpty("name", message.name)
-        .TextUnlessEmpty("text", message.text)
-        .TextUnlessEmpty("bytes", ToHex(message.bytes));
+    add("name", message.name);
+    add("text", message.text);
+    add("bytes", ToHex(message.bytes));
     if (CarriesBytes(message.kind)) {
-        writer.Text("note", Describe(message));
+        object["note"] = Describe(message);
     }
-    return writer.EndObject().Finish();
+    return tools::JsonLine(object);
 }
 
 Result<Recording> ParseRecording(std::string_view text) {

@@ -264,7 +264,7 @@ void Shell::Fail(const std::string& statement, const std::string& problem, ExitC
 
 void Shell::OnHappening(Middleware& middleware, const Happening& happening) {
     if (!ReadSelection(middleware, happening)) {
-        Show(m_output.Happening(middleware.name(), Describe(happening)));
+        Show(m_output.Show(middleware.name(), happening));
     }
     if (!middleware.busProblem().empty()) {
         End(ExitCode::NoBus);
@@ -282,9 +282,10 @@ bool Shell::ReadSelection(Middleware& middleware, const Happening& happening) {
     }
     middleware.selections().Read(
         happening.application, event->event,
-        [this, name = middleware.name(), event, choice](const SelectedItem& selection) {
+        [this, name = middleware.name(), application = happening.application, event,
+         choice](const SelectedItem& selection) {
             if (choice) {
-                Show(m_output.Choice(name, *event, selection));
+                Show(m_output.Choice(name, application, *event, selection));
             }
         });
     return choice;

@@ -5,74 +5,77 @@
 #include <algorithm>
 #include <iterator>
 
-#include "common/JsonWriter.h"
+#include <nlohmann/json.hpp>
+
 #include "common/Output.h"
+#include "middleware/Report.h"
 
 namespace applist::sim {
 namespace {
 
-JsonWriter Begin(const char* type) {
-    JsonWriter writer;
-    writer.Object().Text("type", type);
-    return writer;
+using tools::Json;
+using tools::JsonLine;
+
+Json ObjectOf(const Happening& happening) {
+    const std::string& application = happening.application;
+    switch (happening.kind) {
+        case Happening::Kind::Connected:
+            return {{"type", "connected"}, {"application", application}};
+        case Happening::Kind::Disconnected:
+            return {{"type", "disconnected"}, {"application", application}};
+        case Happening::Kind::Notified:
+            if (const auto event = DecodeNotification(happening.message)) {
+                return EventObject(application, *event, nullptr);
+            }
+            break;
+        case Happening::Kind::Called:
+            return {{"type", "call"},
+                    {"application", application},
+                    {"bytes", ToHex(happening.message)}};
+        default:
+            break;
+    }
+    return {{"type", "problem"}, {"problem", Describe(happening)}};
 }
 
-std::string ItemObject(const Item& item) {
-    return Begin("item").Text("id", item.id).Text("name", item.name).EndObject().Finish();
+std::string With(const std::string& middleware, Json object) {
+    object["middleware"] = middleware;
+    return JsonLine(object);
 }
 
 }  // namespace
 
-std::string ShellOutput::Happening(const std::string& middleware,
-                                   const std::string& happening) const {
-    return m_json ? Begin("happening")
-                        .Text("partner", middleware)
-                        .Text("text", happening)
-                        .EndObject()
-                        .Finish()
-                  : In(colour::QUIET, OneLine(middleware + ": " + happening));
+std::string ShellOutput::Show(const std::string& middleware, const Happening& happening) const {
+    return m_json ? With(middleware, ObjectOf(happening))
+                  : In(colour::QUIET, OneLine(middleware + ": " + Describe(happening)));
 }
 
-std::string ShellOutput::Choice(const std::string& middleware, const Notification& event,
-                                const SelectedItem& choice) const {
-    if (!m_json) {
-        return In(colour::QUIET, OneLine(middleware + ": " + DescribeNotification(event)) + ' ' +
-                                     DescribeSelection(event.event, choice));
-    }
-    JsonWriter writer = Begin("happening");
-    writer.Text("partner", middleware).Text("text", DescribeNotification(event));
-    if (choice.item) {
-        writer.Object("selection").Text("id", choice.item->id).Text("name", choice.item->name);
-        writer.EndObject();
-    } else {
-        writer.Null("selection");
-    }
-    return writer.TextUnlessEmpty("problem", choice.problem).EndObject().Finish();
+std::string ShellOutput::Choice(const std::string& middleware, const std::string& application,
+                                const Notification& event, const SelectedItem& choice) const {
+    return m_json ? With(middleware, EventObject(application, event, &choice))
+                  : In(colour::QUIET, OneLine(middleware + ": " + DescribeNotification(event)) +
+                                          ' ' + DescribeSelection(event.event, choice));
 }
 
 std::string ShellOutput::Held(const std::string& statement) const {
-    return m_json ? Begin("held").Text("statement", statement).EndObject().Finish()
-                  : In(colour::GOOD, "ok");
+    return m_json ? JsonLine({{"type", "ok"}, {"statement", statement}}) : In(colour::GOOD, "ok");
 }
 
 std::string ShellOutput::Problem(const std::string& statement, const std::string& problem) const {
-    return m_json ? Begin("problem")
-                        .Text("statement", statement)
-                        .Text("text", problem)
-                        .EndObject()
-                        .Finish()
+    return m_json ? JsonLine({{"type", "problem"}, {"statement", statement}, {"problem", problem}})
                   : In(colour::BAD, OneLine(problem));
 }
 
 std::vector<std::string> ShellOutput::Reply(const Items& items) const {
     std::vector<std::string> lines;
-    std::transform(items.begin(), items.end(), std::back_inserter(lines),
-                   m_json ? ItemObject : ItemLine);
+    std::transform(items.begin(), items.end(), std::back_inserter(lines), [this](const Item& item) {
+        return m_json ? JsonLine(ItemObject(item)) : ItemLine(item);
+    });
     return lines;
 }
 
 std::string ShellOutput::Answer(const std::string& text) const {
-    return m_json ? Begin("answer").Text("text", text).EndObject().Finish() : text;
+    return m_json ? JsonLine({{"type", "answer"}, {"note", text}}) : text;
 }
 
 std::string ShellOutput::In(const char* colour, const std::string& text) const {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "link/SelectionReader.h"
+#include "middleware/Middleware.h"
 
 namespace applist::sim {
 
@@ -15,10 +15,10 @@ class ShellOutput {
 public:
     ShellOutput(bool json, bool colours) : m_json(json), m_colours(colours) {}
 
-    std::string Happening(const std::string& middleware, const std::string& happening) const;
+    std::string Show(const std::string& middleware, const Happening& happening) const;
     /// An event 3 and the item that the viewer chose.
-    std::string Choice(const std::string& middleware, const Notification& event,
-                       const SelectedItem& choice) const;
+    std::string Choice(const std::string& middleware, const std::string& application,
+                       const Notification& event, const SelectedItem& choice) const;
     /// A statement that succeeded.
     std::string Held(const std::string& statement) const;
     std::string Problem(const std::string& statement, const std::string& problem) const;

@@ -283,7 +283,9 @@ TEST_F(Commands, PrintOneJsonObjectPerLine) {
     EXPECT_THAT(serve->Output(), StartsWith("{\"type\":\"connected\",\"application\":\":1."));
     EXPECT_THAT(serve->Output(), HasSubstr(",\"items\":2}\n"));
     EXPECT_EQ(Call({"GetAllItems", "--json"}),
-              "{\"id\":\"w1\",\"name\":\"Weather\"}\n{\"id\":\"n1\",\"name\":\"News\"}\n");
+              "{\"type\":\"item\",\"id\":\"w1\",\"name\":\"Weather\"}\n{\"type\":\"item\",\"id\":"
+              "\"n1\",\"name\":"
+              "\"News\"}\n");
     Interrupt(*serve);
 }
 

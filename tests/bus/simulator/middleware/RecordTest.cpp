@@ -164,7 +164,7 @@ TEST_F(Record, OfAnotherCallDiffers) {
     EXPECT_THAT(m_set.output(), testing::EndsWith("2 differences\n"));
     EXPECT_EQ(m_set.Run({"compare", "--json", first, second}), FAILED);
     EXPECT_THAT(m_set.output(),
-                StartsWith("{\"type\":\"difference\",\"number\":1,\"side\":\"first\","
+                StartsWith("{\"type\":\"difference\",\"number\":1,\"recording\":\"first\","
                            "\"file\":\"" +
                            first + "\",\"line\":"));
 }

@@ -80,10 +80,10 @@ TEST_F(Replay, PrintsDifferencesForMachines) {
     const auto list = m_set.StartList();
     EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", file}), FAILED);
     EXPECT_THAT(m_set.output(),
-                StartsWith("{\"type\":\"difference\",\"number\":1,\"side\":\"first\","
+                StartsWith("{\"type\":\"difference\",\"number\":1,\"recording\":\"first\","
                            "\"file\":\"" +
                            file + "\",\"line\":"));
-    EXPECT_THAT(m_set.output(), HasSubstr("\"text\":\"application signal event 3 ItemClicked\""));
+    EXPECT_THAT(m_set.output(), HasSubstr("\"note\":\"application signal event 3 ItemClicked\""));
     EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", "--address=" + m_set.bus().Address(),
                          m_recording}),
               FAILED);

@@ -141,7 +141,7 @@ TEST_F(PipedShell, PrintsTheViewersChoice) {
         list->Signal(SIGUSR2);
         EXPECT_EQ(shell.WaitForExit(), SUCCESS) << shell.Errors();
         EXPECT_THAT(shell.Output(),
-                    HasSubstr(json ? R"("text":"event 3 ItemClicked","selection":{"id":"w1",)"
+                    HasSubstr(json ? R"("name":"ItemClicked","selection":{"id":"w1",)"
                                    : "middleware: event 3 ItemClicked chose w1\tWeather\n"));
     }
 }
@@ -152,11 +152,11 @@ TEST_F(PipedShell, PrintsObjectsForMachines) {
         Feed("wait connected\nadd w1=Weather\ncall GetAllItems\nexpect list empty\n", "--json"),
         FAILED);
     EXPECT_THAT(LinesOf("{"), testing::SizeIs(LinesOf("").size()));
-    EXPECT_THAT(m_output, HasSubstr("{\"type\":\"happening\",\"partner\":\"middleware\","
-                                    "\"text\":\"event 1 ItemChanged\"}\n"));
+    EXPECT_THAT(m_output, HasSubstr("\"number\":1,\"name\":\"ItemChanged\","
+                                    "\"middleware\":\"middleware\"}\n"));
     EXPECT_THAT(m_output, HasSubstr("{\"type\":\"item\",\"id\":\"w1\",\"name\":\"Weather\"}\n"));
     EXPECT_THAT(m_output, HasSubstr("{\"type\":\"problem\",\"statement\":\"expect list empty\","
-                                    "\"text\":\""));
+                                    "\"problem\":\""));
 }
 
 TEST_F(PipedShell, PrintsTheBusctlLineThatDoesTheSame) {

@@ -93,20 +93,20 @@ TEST(ApplicationTable, KeepsControlBytesFromTheTerminal) {
 TEST(ApplicationJson, IsAnArrayOfObjects) {
     EXPECT_EQ(FormatJson({}), "[]\n");
     EXPECT_EQ(FormatJson(List(With({Service(1031, 16, {NEWS})}))),
-              "[\n  {\n    \"service\" : 1031,\n    \"organisation_id\" : 11,\n"
-              "    \"application_id\" : 6838,\n    \"type\" : 16,\n"
-              "    \"control\" : \"AUTOSTART\",\n    \"visibility\" : 3,\n"
-              "    \"priority\" : 60,\n    \"name\" : \"News\",\n"
-              "    \"names\" : {\n      \"eng\" : \"News\",\n      \"ita\" : \"Notizie\"\n    },\n"
-              "    \"location\" : \"http://a.example/i.html\"\n  }\n]\n");
+              "[\n  {\n    \"service\": 1031,\n    \"organisation_id\": 11,\n"
+              "    \"application_id\": 6838,\n    \"type\": 16,\n"
+              "    \"control\": \"AUTOSTART\",\n    \"visibility\": 3,\n"
+              "    \"priority\": 60,\n    \"name\": \"News\",\n"
+              "    \"names\": {\n      \"eng\": \"News\",\n      \"ita\": \"Notizie\"\n    },\n"
+              "    \"location\": \"http://a.example/i.html\"\n  }\n]\n");
 }
 
 TEST(ApplicationJson, HasNullForValuesMissingInTheSource) {
     const std::string json = FormatJson(List(With({Service(std::nullopt, 0, {HIDDEN})})));
-    EXPECT_NE(json.find("\"service\" : null"), std::string::npos) << json;
-    EXPECT_NE(json.find("\"type\" : null"), std::string::npos);
-    EXPECT_NE(json.find("\"names\" : {    }"), std::string::npos) << json;
-    EXPECT_NE(json.find("\"location\" : \"\""), std::string::npos);
+    EXPECT_NE(json.find("\"service\": null"), std::string::npos) << json;
+    EXPECT_NE(json.find("\"type\": null"), std::string::npos);
+    EXPECT_NE(json.find("\"names\": {}"), std::string::npos) << json;
+    EXPECT_NE(json.find("\"location\": \"\""), std::string::npos);
 }
 
 TEST(ApplicationCsv, HasAHeaderAndQuotesSpecialCharacters) {

@@ -106,7 +106,7 @@ TEST_F(Applications, AreATableWithoutAnyFormat) {
 TEST_F(Applications, AreJsonWhenAsked) {
     const Outcome outcome = RunSimulator({"applications", "--json", Write("a.ts", Stream())});
     EXPECT_EQ(outcome.status, SUCCESS);
-    EXPECT_THAT(outcome.output, StartsWith("[\n  {\n    \"service\" : 5,\n"));
+    EXPECT_THAT(outcome.output, StartsWith("[\n  {\n    \"service\": 5,\n"));
     EXPECT_THAT(outcome.output, EndsWith("  }\n]\n"));
 }
 

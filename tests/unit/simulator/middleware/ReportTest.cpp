@@ -73,9 +73,10 @@ TEST(JsonReports, AreOneObjectPerLine) {
 
 TEST(JsonReports, KeepTheBytesOfTextsThatAreNotUtf8) {
     EXPECT_EQ(JsonReport()->ItemOfReply({"\"1\"", "Citt\xE0"}),
-              "{\"id\":\"\\\"1\\\"\",\"name\":\"Citt\uFFFD\",\"name_hex\":\"43697474e0\"}");
+              "{\"type\":\"item\",\"id\":\"\\\"1\\\"\",\"name\":\"Citt\uFFFD\",\"name_hex\":"
+              "\"43697474e0\"}");
     EXPECT_EQ(JsonReport()->ItemOfReply({std::string("a\0b", 3), "\u00e0"}),
-              "{\"id\":\"a\uFFFDb\",\"id_hex\":\"610062\",\"name\":\"\u00e0\"}");
+              "{\"type\":\"item\",\"id\":\"a\\u0000b\",\"id_hex\":\"610062\",\"name\":\"\u00e0\"}");
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST_F(RecordingFiles, AreNamedWhenTheyCannotBeRead) {
     EXPECT_EQ(LoadRecording(Path("none")).error(), Path("none") + ": no such file");
     EXPECT_THAT(LoadRecording(Path("")).error(), StartsWith(Path("") + ": "));
     const std::string file = Write("{\"javamw-recording\":1}\nnonsense");
-    EXPECT_EQ(LoadRecording(file).error(), file + ":2: not JSON");
+    EXPECT_EQ(LoadRecording(file).error(), file + ":2: not JSON at byte 2");
     EXPECT_EQ(LoadRecording(Write("")).error(), file + ":1: empty");
 }
 

@@ -81,7 +81,7 @@ TEST(RecordingText, SkipsBlankLinesAndUnknownMembers) {
 
 TEST(RecordingText, IsRefusedWithTheLineAndTheReason) {
     EXPECT_EQ(ErrorOf(""), "1: empty");
-    EXPECT_EQ(ErrorOf("w1\tWeather\n"), "1: not JSON");
+    EXPECT_EQ(ErrorOf("w1\tWeather\n"), "1: not JSON at byte 1");
     EXPECT_EQ(ErrorOf("[1]\n"), "1: not a JSON object");
     EXPECT_EQ(ErrorOf("{\"us\":1}\n"), "1: not the header of a recording");
     EXPECT_EQ(ErrorOf("{\"javamw-recording\":\"1\"}\n"), "1: not the header of a recording");
@@ -98,13 +98,27 @@ TEST(RecordingText, IsRefusedWithTheLineAndTheReason) {
               "2: \"from\" is not a string");
     EXPECT_EQ(ErrorOf(HEADER + R"({"kind":"call","side":"middleware","bytes":"0"})"),
               "2: \"bytes\" is not hexadecimal");
-    EXPECT_EQ(ErrorOf(HEADER + "\n\n" + R"({"kind":"call","side")"), "4: not JSON");
+    EXPECT_EQ(ErrorOf(HEADER + "\n\n" + R"({"kind":"call","side")"), "4: not JSON at byte 22");
 }
 
-TEST(RecordingText, IsRefusedWhenNestedTooDeeply) {
-    EXPECT_EQ(ErrorOf(HEADER + std::string(1'000'000, '[')), "2: too many brackets");
-    EXPECT_EQ(ErrorOf(HEADER + R"({"a\"[":)" + std::string(1'000'000, '{')),
-              "2: too many brackets");
+TEST(RecordingText, IsReadWithoutRecursion) {
+    const std::string open(1'000'000, '[');
+    const std::string close(1'000'000, ']');
+    EXPECT_EQ(ErrorOf(HEADER + open), "2: not JSON at byte 1000001");
+    EXPECT_EQ(ErrorOf(HEADER + R"({"a":)" + open + '}'), "2: not JSON at byte 1000006");
+    EXPECT_EQ(ErrorOf(HEADER + open + close), "2: not a JSON object");
+    EXPECT_EQ(ErrorOf(HEADER + R"({"a":)" + open + close + '}'), "2: \"kind\" is unknown: ''");
+}
+
+TEST(RecordingText, IsRefusedWithoutAnExceptionWhateverItsNumbersAndBytes) {
+    const std::string rest = R"(,"kind":"left","side":"application"})";
+    for (const char* number : {"9223372036854775808", "18446744073709551616", "1.5", "-0.1"}) {
+        EXPECT_EQ(ErrorOf(HEADER + R"({"us":)" + number + rest),
+                  "2: \"us\" is not a non-negative integer");
+    }
+    EXPECT_EQ(ErrorOf(HEADER + R"({"us":1e999)" + rest), "2: not JSON: a number is out of range");
+    EXPECT_EQ(ErrorOf(HEADER + "{\"from\":\"\xFF\"}"), "2: not JSON at byte 10");
+    EXPECT_EQ(ErrorOf(HEADER + R"({"us":9223372036854775807)" + rest), "");
 }
 
 TEST(RecordingText, MayHoldAnyNumberOfBracketsInItsTexts) {

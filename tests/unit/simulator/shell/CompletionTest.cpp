@@ -86,10 +86,15 @@ TEST(ScreenRows, StartAtTheColumnOfTheText) {
     EXPECT_EQ(RowsAbove(std::string(25, 'x'), 10), 2U);
 }
 
+const Bytes EVENT_1{'\1', '\0', '\0', '\0'};
+
+Happening Notified(const Bytes& message) {
+    return {.kind = Happening::Kind::Notified, .application = ":1.2", .message = message};
+}
+
 TEST(ShellOutput, IsForPeople) {
     const ShellOutput output(false, false);
-    EXPECT_EQ(output.Happening("middleware", "event 1 ItemChanged"),
-              "middleware: event 1 ItemChanged");
+    EXPECT_EQ(output.Show("middleware", Notified(EVENT_1)), "middleware: event 1 ItemChanged");
     EXPECT_EQ(output.Held("clear"), "ok");
     EXPECT_EQ(output.Problem("clear", "no\nreply"), "no\\x0areply");
     EXPECT_THAT(output.Reply({{"a", "A"}, {"b", "B"}}), ElementsAre("a\tA", "b\tB"));
@@ -104,12 +109,33 @@ TEST(ShellOutput, IsPaintedOnATerminal) {
 
 TEST(ShellOutput, IsForMachines) {
     const ShellOutput output(true, false);
-    EXPECT_EQ(output.Happening("a", "b"), R"({"type":"happening","partner":"a","text":"b"})");
-    EXPECT_EQ(output.Held("clear"), R"({"type":"held","statement":"clear"})");
+    EXPECT_EQ(output.Held("clear"), R"({"type":"ok","statement":"clear"})");
     EXPECT_EQ(output.Problem("clear", "no \"reply\""),
-              R"({"type":"problem","statement":"clear","text":"no \"reply\""})");
+              R"({"type":"problem","statement":"clear","problem":"no \"reply\""})");
     EXPECT_THAT(output.Reply({{"a", "A"}}), ElementsAre(R"({"type":"item","id":"a","name":"A"})"));
-    EXPECT_EQ(output.Answer("x"), R"({"type":"answer","text":"x"})");
+    EXPECT_EQ(output.Answer("x"), R"({"type":"answer","note":"x"})");
+}
+
+TEST(ShellOutput, NamesTheMiddlewareOfWhatHappens) {
+    const ShellOutput output(true, false);
+    const auto shown = [&](const Happening& happening) { return output.Show("m", happening); };
+    EXPECT_EQ(shown({.kind = Happening::Kind::Connected, .application = ":1.2"}),
+              R"({"type":"connected","application":":1.2","middleware":"m"})");
+    EXPECT_EQ(shown({.kind = Happening::Kind::Disconnected, .application = ":1.2"}),
+              R"({"type":"disconnected","application":":1.2","middleware":"m"})");
+    EXPECT_EQ(shown(Notified(EVENT_1)), R"({"type":"event","application":":1.2","number":1,)"
+                                        R"("name":"ItemChanged","middleware":"m"})");
+    EXPECT_EQ(shown(Notified({'x'})),
+              R"({"type":"problem","problem":"notification of 1 bytes without an id",)"
+              R"("middleware":"m"})");
+    EXPECT_EQ(
+        shown({.kind = Happening::Kind::Called, .application = ":1.2", .message = {'\1', '\2'}}),
+        R"({"type":"call","application":":1.2","bytes":"0102","middleware":"m"})");
+    EXPECT_EQ(shown({.kind = Happening::Kind::Failed, .problem = "cannot"}),
+              R"({"type":"problem","problem":"cannot","middleware":"m"})");
+    EXPECT_EQ(output.Choice("m", ":1.2", {Event::ItemClicked, 0}, {Item{"a", "A"}, ""}),
+              R"({"type":"event","application":":1.2","number":3,"name":"ItemClicked",)"
+              R"("selection":{"id":"a","name":"A"},"middleware":"m"})");
 }
 
 }  // namespace
