@@ -142,16 +142,6 @@ TEST_F(Handshake, RefusesASecondSynAck) {
     EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, peer.UniqueName()}));
 }
 
-TEST_F(Handshake, LeavesAConnectedPartnerConnectedAfterALateSyn) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
-    Connect(peer);
-    peer.Announce("_CLIENT_SYN");
-    Settle(peer);
-    EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
-    EXPECT_EQ(Log().back(), AlreadyExists(peer).front());
-}
-
 TEST_F(Handshake, KeepsAnEmptyRecordOfAnUnknownPartnerThatAcknowledges) {
     RecordingChannel channel;
     ScriptedPeer stranger(Address());

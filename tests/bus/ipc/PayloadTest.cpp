@@ -54,19 +54,6 @@ TEST_F(Call, CarriesEveryByteBothWays) {
     EXPECT_EQ(channel.messages[0], bytes);
 }
 
-TEST_F(Call, CarriesNoBytesBothWays) {
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
-    EXPECT_EQ(ChannelTest::Call(peer, {}), Bytes{});
-    EXPECT_THAT(channel.messages, ElementsAre(Bytes{}));
-}
-
-TEST_F(Call, ReachesTheHookWithoutAHandshake) {
-    const RecordingChannel channel;
-    ScriptedPeer stranger(Address());
-    EXPECT_EQ(ChannelTest::Call(stranger, BytesFrom("x")), BytesFrom("x"));
-}
-
 TEST_F(Call, GetsNoReplyOnAnotherPath) {
     RecordingChannel channel;
     g_autoptr(GDBusNodeInfo) node =

@@ -85,12 +85,6 @@ TEST_F(IPCApplistAdapter, TakesTheMessageIdOffTheEnd) {
     EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"), Event("message 2000: 01 02 03")));
 }
 
-TEST_F(IPCApplistAdapter, HandsOnAnEmptyPayload) {
-    Register();
-    Call(std::string("\xD0\x07\x00\x00", 4));
-    EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"), Event("message 2000: ")));
-}
-
 TEST_F(IPCApplistAdapter, ShortensTheFrameInPlace) {
     std::vector<char> data = Bytes(std::string("ab\xD0\x07\x00\x00", 6));
     TheTransport().live->HandleMessage(data);
@@ -203,14 +197,6 @@ TEST_F(IPCApplistAdapter, RefusesNotificationsWithoutAnId) {
     Signal("abc");
     EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleNotification"),
                                    Error("Data corrupted. Does not contain message id.")));
-}
-
-TEST_F(IPCApplistAdapter, ReportsAConnectedPartner) {
-    Register();
-    TheTransport().live->HandleConnectionReady(true, ":1.7");
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("HandleConnectionReady state=1, partner=:1.7"),
-                            Debug("Calling connection ready callback"), Event("ready :1.7")));
 }
 
 TEST_F(IPCApplistAdapter, DoesNotReportALostPartner) {

@@ -58,20 +58,10 @@ TEST_F(RemoteAddItems, StopsAtTheFirstUnreadableItem) {
     EXPECT_EQ(Call(GET_ALL_ITEMS), A + B);
 }
 
-TEST_F(RemoteAddItems, TakesNothingAfterALengthThatIsTooLong) {
-    Call(ADD_ITEMS, A + Length(0xFFFFFFFFUL) + B + C);
-    EXPECT_EQ(Call(GET_ALL_ITEMS), A);
-}
-
 TEST_F(RemoteAddItems, IgnoresSurplusBytes) {
     Call(ADD_ITEMS, A + "abc");
     EXPECT_EQ(Call(GET_ALL_ITEMS), A);
     EXPECT_EQ(TheTransport().sent.size(), 2U);
-}
-
-TEST_F(RemoteAddItems, TakesAnItemWithoutNameAndId) {
-    Call(ADD_ITEMS, ItemBytes("", "") + A);
-    EXPECT_EQ(Call(GET_ALL_ITEMS), ItemBytes("", "") + A);
 }
 
 using RemoteAddItemAtEnd = RemoteFixture;
@@ -82,13 +72,6 @@ TEST_F(RemoteAddItemAtEnd, AppendsTheItem) {
     EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: AddItemAtEnd"),
                                    Debug("New applist item is: [name: Delta, unique id: d]"),
                                    ChangeLine(), ChangeSent(), Event("view changed [a* b c d]")));
-}
-
-TEST_F(RemoteAddItemAtEnd, OfAListedIdChangesNothing) {
-    FillWithThree();
-    EXPECT_EQ(Call(ADD_ITEM_AT_END, ItemBytes("Again", "b")), "");
-    EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: AddItemAtEnd")));
-    EXPECT_THAT(TheTransport().sent, IsEmpty());
 }
 
 TEST_F(RemoteAddItemAtEnd, OfAListedIdSelectsTheDuplicateWhenNothingIsSelected) {

@@ -64,22 +64,6 @@ TEST_F(RemoteSetSelection, MovesToTheListedItemAndIsEchoedAsAnEvent) {
     EXPECT_THAT(TheTransport().sent, ElementsAre(SentNotification{{2, 0, 0, 0}, std::nullopt}));
 }
 
-TEST_F(RemoteSetSelection, OfAnUnknownIdChangesNothing) {
-    FillWithThree();
-    EXPECT_EQ(Call(SET_SELECTION, ItemBytes("Delta", "d")), "");
-    EXPECT_EQ(model.GetSelection(), Listed(0));
-    EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: SetSelection"),
-                                   Debug("Selected item name: Delta, uniqueId: d")));
-}
-
-TEST_F(RemoteSetSelection, OfAnEmptyIdClearsSilently) {
-    FillWithThree();
-    EXPECT_EQ(Call(SET_SELECTION, ItemBytes("Alpha", "")), "");
-    EXPECT_EQ(StateOf(&model), "[a b c]");
-    EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: SetSelection"),
-                                   Debug("Selected item name: Alpha, uniqueId: ")));
-}
-
 TEST_F(RemoteSetSelection, OfAnUnreadableItemClearsToo) {
     for (const std::string& payload : {std::string(), DAMAGED, Length(0xFFFFFFFFUL)}) {
         FillWithThree();

@@ -86,13 +86,6 @@ TEST_F(RemoteRemoveItem, DeletesTheItemAfterAllNotifications) {
                            Event("deleted a")));
 }
 
-TEST_F(RemoteRemoveItem, OfAnUnselectedItemSendsTheChangeOnly) {
-    FillWithThree();
-    EXPECT_EQ(Call(REMOVE_ITEM, C), "");
-    EXPECT_THAT(TheTransport().sent, ElementsAre(SentNotification{{1, 0, 0, 0}, std::nullopt}));
-    EXPECT_EQ(Call(GET_ALL_ITEMS), A + B);
-}
-
 TEST_F(RemoteRemoveItem, OfAnUnknownIdOrAnUnreadableItemDoesNothing) {
     FillWithThree();
     for (const std::string& payload : {ItemBytes("Alpha", "d"), DAMAGED, std::string()}) {

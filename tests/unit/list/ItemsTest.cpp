@@ -36,16 +36,6 @@ TEST(DefaultAppListItem, ReturnsTheNameAndTheIdThatItWasGiven) {
     EXPECT_EQ(item.GetUnigueId(), "w1");
 }
 
-TEST(DefaultAppListItem, CopiesWhatItWasGiven) {
-    std::string name = "Weather";
-    std::string id = "w1";
-    DefaultAppListItem item(name, id);
-    name = "News";
-    id = "n1";
-    EXPECT_EQ(item.GetVisibleName(), "Weather");
-    EXPECT_EQ(item.GetUnigueId(), "w1");
-}
-
 TEST(ApplistItemComparator, MatchesEqualIdsWhateverTheNames) {
     DefaultAppListItem one("Weather", "w1");
     DefaultAppListItem other("Forecast", "w1");

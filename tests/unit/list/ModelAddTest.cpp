@@ -55,15 +55,6 @@ TEST_F(DefaultAppListModelAddItems, OfListedIdsOnlySendsNoChange) {
     EXPECT_THAT(Log(), ElementsAre(Debug("AddItems")));
 }
 
-TEST_F(DefaultAppListModelAddItems, OfListedIdsOnlyStillSelectsTheFrontWhenNothingIsSelected) {
-    Fill({&a, &b}, nullptr);
-    model.AddItems({&b});
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("AddItems"),
-                            Debug("There is not selected item. Make newly added Item selected"),
-                            Event("view selected [a* b]")));
-}
-
 TEST_F(DefaultAppListModelAddItems, OfNothingStillSelectsTheFrontWhenNothingIsSelected) {
     Fill({&a, &b}, nullptr);
     model.AddItems({});

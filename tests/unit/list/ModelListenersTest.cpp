@@ -50,19 +50,6 @@ TEST_F(DefaultAppListModelListeners, AreLoggedBeforeADuplicateIsIgnored) {
     EXPECT_EQ(Log().size(), 3U);
 }
 
-TEST_F(DefaultAppListModelListeners, HearOnceHoweverOftenTheyRegister) {
-    first.ListenTo(model);
-    first.ListenTo(model);
-    model.AddItems({&a});
-    ClearLog();
-    model.RemoveAllItems();
-    model.SetClicked(&a);
-    EXPECT_THAT(Log(),
-                ElementsAre(Event("first changed []"), Event("first selected []"),
-                            Debug("Menu item clicked: [name: Alpha, unique id: a]"),
-                            Debug("Number of clicked listeners: 1"), Event("first clicked []")));
-}
-
 TEST_F(DefaultAppListModelListeners, HearInTheOrderOfRegistrationChangesFirst) {
     second.ListenTo(model);
     first.ListenTo(model);
@@ -73,25 +60,6 @@ TEST_F(DefaultAppListModelListeners, HearInTheOrderOfRegistrationChangesFirst) {
                             Event("second changed [a]"), Event("first changed [a]"),
                             Debug("There is not selected item. Make newly added Item selected"),
                             Event("second selected [a*]"), Event("first selected [a*]")));
-}
-
-TEST_F(DefaultAppListModelListeners, HearNothingOnceRemoved) {
-    first.ListenTo(model);
-    second.ListenTo(model);
-    ClearLog();
-    model.RemoveItemSelectionListener(&first);
-    model.RemoveItemChangeListener(&first);
-    model.RemoveItemClickedListener(&first);
-    EXPECT_THAT(Log(), IsEmpty());
-    model.AddItemAtEnd(&a);
-    model.SetClicked(&a);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("New applist item is: [name: Alpha, unique id: a]"),
-                            Event("second changed [a]"),
-                            Debug("There is not selected item. Make newly added Item selected"),
-                            Event("second selected [a*]"),
-                            Debug("Menu item clicked: [name: Alpha, unique id: a]"),
-                            Debug("Number of clicked listeners: 1"), Event("second clicked [a*]")));
 }
 
 TEST_F(DefaultAppListModelListeners, KeepTheirPlaceWhenTheyRegisterAgain) {

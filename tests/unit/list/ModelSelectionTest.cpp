@@ -24,13 +24,6 @@ TEST_F(DefaultAppListModelSelection, StaysWhenTheIdIsNotListed) {
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(DefaultAppListModelSelection, StaysEmptyWhenTheIdIsNotListed) {
-    Fill({&a}, nullptr);
-    model.SetSelection(&c);
-    EXPECT_EQ(model.GetSelection()->GetUnigueId(), "");
-    EXPECT_THAT(Log(), IsEmpty());
-}
-
 TEST_F(DefaultAppListModelSelection, IsClearedSilentlyByNull) {
     Fill({&a, &b}, &b);
     model.SetSelection(nullptr);
@@ -72,12 +65,6 @@ TEST_F(DefaultAppListModelSelection, OfTwoEqualIdsIsTheFirst) {
     EXPECT_THAT(Log(), ElementsAre(Event("view selected [a c* c]")));
 }
 
-TEST_F(DefaultAppListModelSelection, CanBeSetAgainAfterItWasCleared) {
-    Fill({&a, &b}, nullptr);
-    model.SetSelection(&a);
-    EXPECT_THAT(Log(), ElementsAre(Event("view selected [a* b]")));
-}
-
 using DefaultAppListModelClick = ModelFixture;
 
 TEST_F(DefaultAppListModelClick, IsLoggedAndReported) {
@@ -87,16 +74,6 @@ TEST_F(DefaultAppListModelClick, IsLoggedAndReported) {
                 ElementsAre(Debug("Menu item clicked: [name: Beta, unique id: b]", "SetClicked"),
                             Debug("Number of clicked listeners: 1", "SetClicked"),
                             Event("view clicked [a* b]")));
-}
-
-TEST_F(DefaultAppListModelClick, NeitherChecksNorStoresTheItem) {
-    Fill({&a}, &a);
-    model.SetClicked(&c);
-    EXPECT_EQ(model.GetSelection(), &a);
-    EXPECT_EQ(model.GetItemsCount(), 1);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Menu item clicked: [name: Gamma, unique id: c]"),
-                            Debug("Number of clicked listeners: 1"), Event("view clicked [a*]")));
 }
 
 TEST_F(DefaultAppListModelClick, CountsItsListeners) {

@@ -23,88 +23,82 @@ protected:
     }
 };
 
-TEST_F(DefaultAppListControlKeys, BackClosesTheApplicationAndStopsTheEvent) {
-    EXPECT_EQ(TheEcore().Release("XF86Back"), ECORE_CALLBACK_DONE);
-    EXPECT_EQ(TheApp().exits, 1);
-    EXPECT_THAT(TheEcore().history, IsEmpty());
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Back")),
-                    Debug("Return key has been hit. Closing application"), Event("ui_app_exit")));
+TEST_F(DefaultAppListControlKeys, CloseTheListOrMoveTheSelectionAndRestartTheTimer) {
+    const LogLine found = Debug("Found focused item.");
+    const LogLine reset = Debug(RESET_LOG);
+    const LogLine keyReset = Debug(KEY_RESET_LOG);
+    const LogLine right = Debug("Right key has been hit. Scroll focus down.");
+    const LogLine left = Debug("Left key has been hit. Scroll focus top.");
+    const struct {
+        const char* key;
+        AppListItem* selection;
+        AppListItem* selectionAfter;
+        Eina_Bool result;
+        size_t resets;
+        std::vector<LogLine> log;
+    } rows[] = {
+        {"XF86Back",
+         &b,
+         &b,
+         ECORE_CALLBACK_DONE,
+         0,
+         {Debug("Return key has been hit. Closing application"), Event("ui_app_exit")}},
+        {"XF86Exit",
+         &b,
+         &b,
+         ECORE_CALLBACK_DONE,
+         0,
+         {Debug("Exit key has been hit. Closing application"), Event("ui_app_exit")}},
+        {"Up",
+         &b,
+         &b,
+         ECORE_CALLBACK_PASS_ON,
+         1,
+         {Debug("Up key has been hit. Resetting timer to its full interval: " + INTERVAL)}},
+        {"Down",
+         &b,
+         &b,
+         ECORE_CALLBACK_PASS_ON,
+         1,
+         {Debug("Down key has been hit. Resetting timer to its full interval: " + INTERVAL)}},
+        {"Right", &b, &c, ECORE_CALLBACK_PASS_ON, 2, {right, found, reset, keyReset}},
+        {"Right",
+         &c,
+         &a,
+         ECORE_CALLBACK_PASS_ON,
+         2,
+         {right, found, Debug("Scrolling item over to top."), reset, keyReset}},
+        {"Left", &b, &a, ECORE_CALLBACK_PASS_ON, 2, {left, found, reset, keyReset}},
+        {"Left",
+         &a,
+         &c,
+         ECORE_CALLBACK_PASS_ON,
+         2,
+         {left, found, Debug("Scrolling item over to bottom."), reset, keyReset}},
+    };
+    int exits = 0;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.key);
+        Forget();
+        model.selection = row.selection;
+        EXPECT_EQ(TheEcore().Release(row.key), row.result);
+        EXPECT_EQ(model.selection, row.selectionAfter);
+        EXPECT_EQ(TheEcore().history,
+                  std::vector<std::string>(row.resets, "ecore_timer_reset(timer)"));
+        std::vector<LogLine> log{Debug("Executed key event function"), Debug(ValuesLog(row.key))};
+        log.insert(log.end(), row.log.begin(), row.log.end());
+        EXPECT_EQ(Log(), log);
+        exits += row.result == ECORE_CALLBACK_DONE ? 1 : 0;
+        EXPECT_EQ(TheApp().exits, exits);
+    }
 }
 
-TEST_F(DefaultAppListControlKeys, ExitClosesTheApplicationAndStopsTheEvent) {
-    EXPECT_EQ(TheEcore().Release("XF86Exit"), ECORE_CALLBACK_DONE);
-    EXPECT_EQ(TheApp().exits, 1);
-    EXPECT_THAT(TheEcore().history, IsEmpty());
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("XF86Exit")),
-                    Debug("Exit key has been hit. Closing application"), Event("ui_app_exit")));
-}
-
-TEST_F(DefaultAppListControlKeys, UpOnlyRestartsTheTimer) {
-    EXPECT_EQ(TheEcore().Release("Up"), ECORE_CALLBACK_PASS_ON);
-    EXPECT_THAT(TheEcore().history, ElementsAre("ecore_timer_reset(timer)"));
-    EXPECT_THAT(model.history, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Up")),
-                                   Debug("Up key has been hit. Resetting timer to its full "
-                                         "interval: " +
-                                         INTERVAL)));
-}
-
-TEST_F(DefaultAppListControlKeys, DownOnlyRestartsTheTimer) {
-    EXPECT_EQ(TheEcore().Release("Down"), ECORE_CALLBACK_PASS_ON);
-    EXPECT_THAT(TheEcore().history, ElementsAre("ecore_timer_reset(timer)"));
-    EXPECT_THAT(model.history, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Down")),
-                                   Debug("Down key has been hit. Resetting timer to its full "
-                                         "interval: " +
-                                         INTERVAL)));
-}
-
-TEST_F(DefaultAppListControlKeys, RightSelectsTheNextItemAndRestartsTheTimerTwice) {
-    EXPECT_EQ(TheEcore().Release("Right"), ECORE_CALLBACK_PASS_ON);
-    EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection", "SetSelection(c)"));
-    EXPECT_THAT(TheEcore().history,
-                ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Right")),
-                            Debug("Right key has been hit. Scroll focus down."),
-                            Debug("Found focused item."), Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
-}
-
-TEST_F(DefaultAppListControlKeys, LeftSelectsThePreviousItemAndRestartsTheTimerTwice) {
-    EXPECT_EQ(TheEcore().Release("Left"), ECORE_CALLBACK_PASS_ON);
-    EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection", "SetSelection(a)"));
-    EXPECT_THAT(TheEcore().history,
-                ElementsAre("ecore_timer_reset(timer)", "ecore_timer_reset(timer)"));
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Left")),
-                            Debug("Left key has been hit. Scroll focus top."),
-                            Debug("Found focused item."), Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
-}
-
-TEST_F(DefaultAppListControlKeys, RightOnTheLastItemSelectsTheFirst) {
-    model.selection = &c;
+TEST_F(DefaultAppListControlKeys, SetTheSelectionThatTheyFindInTheModel) {
     TheEcore().Release("Right");
-    EXPECT_EQ(model.selection, &a);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Right")),
-                            Debug("Right key has been hit. Scroll focus down."),
-                            Debug("Found focused item."), Debug("Scrolling item over to top."),
-                            Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
-}
-
-TEST_F(DefaultAppListControlKeys, LeftOnTheFirstItemSelectsTheLast) {
-    model.selection = &a;
-    TheEcore().Release("Left");
-    EXPECT_EQ(model.selection, &c);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("Executed key event function"), Debug(ValuesLog("Left")),
-                            Debug("Left key has been hit. Scroll focus top."),
-                            Debug("Found focused item."), Debug("Scrolling item over to bottom."),
-                            Debug(RESET_LOG), Debug(KEY_RESET_LOG)));
+    EXPECT_THAT(model.history, ElementsAre("GetAllItems", "GetSelection", "SetSelection(c)"));
+    Forget();
+    TheEcore().Release("Up");
+    EXPECT_THAT(model.history, IsEmpty());
 }
 
 TEST_F(DefaultAppListControlKeys, BothSelectTheOnlyItemAgain) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Tests the program's main(), renamed in this build, with a fake framework that records calls.
+#include <csignal>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -74,6 +75,12 @@ TEST_F(Main, PrintsTheVersionLineWhateverTheDecision) {
 TEST_F(Main, PrintsTheVersionLineBeforeTheDecisionWhichMayTakeSeconds) {
     Run(true);
     EXPECT_EQ(g_printedBefore, "APPLIST v: plm-applist-20150201.1\n");
+}
+
+TEST_F(Main, IgnoresAClosedPipe) {
+    std::signal(SIGPIPE, SIG_DFL);
+    Run(false);
+    EXPECT_EQ(std::signal(SIGPIPE, SIG_DFL), SIG_IGN);
 }
 
 TEST_F(Main, DecidesOnceAndRunsOneLoop) {
