@@ -85,13 +85,5 @@ TEST_F(HugeInput, OfThreeCallsIsTooMuchForOneReplyButStaysOnTheList) {
     ExpectCleanEnd();
 }
 
-TEST_F(HugeInput, OfOneItemThatFillsACallIsReadBack) {
-    const sim::Items items{{"id", std::string(32 * MIB - 1024, 'x')}};
-    ASSERT_TRUE(m_middleware->Ask(Function::AddItems, items));
-    EXPECT_TRUE(m_middleware->Ask(Function::GetSelection) == items);
-    EXPECT_TRUE(m_middleware->Ask(Function::GetAllItems) == items);
-    ExpectCleanEnd();
-}
-
 }  // namespace
 }  // namespace applist::test

@@ -175,27 +175,6 @@ TEST_P(Forgery, OfAStrangerDoesItsDamageWhereEverythingIsAllowed) {
     EXPECT_THAT(log, HasSubstr("cb_SignalCall sender=" + stranger.UniqueName()));
 }
 
-TEST_P(Forgery, IsNoneWhereTheMiddlewaresUserDoesTheSame) {
-    Set set(GetParam(), PolicyBus::USUAL_RULES, BUS_POLICY);
-    const Forger middleware(set, MIDDLEWARE_USER);
-    // A call without an interface, and one of the bus library's own methods.
-    EXPECT_EQ(middleware.Denials(), 2);
-    EXPECT_EQ(set.List(), "");
-    const std::string log = set.EndAndReadLog();
-    EXPECT_THAT(log, HasSubstr("Monitor unique name " + middleware.UniqueName()));
-    EXPECT_THAT(log, HasSubstr("cb_MethodCall sender=" + middleware.UniqueName()));
-    EXPECT_THAT(log, HasSubstr("cb_SignalCall sender=" + middleware.UniqueName()));
-}
-
-TEST_P(Forgery, EndsAStrangersSimulatorAtOnce) {
-    const Set set(GetParam(), PolicyBus::USUAL_RULES, BUS_POLICY);
-    const auto [status, output] =
-        set.Run(STRANGER, {"javamw-sim", "--timeout", "1", "call", "RemoveAllItems"});
-    EXPECT_EQ(status, 3) << "the bus denies the announcement";
-    EXPECT_EQ(output, "");
-    EXPECT_EQ(set.List(), THREE_ITEMS);
-}
-
 // The policy does not restrict its own users.
 TEST_P(Forgery, IsKeptOutWhileTheViewerAndTheMiddlewareNoticeNothing) {
     Set set(GetParam(), PolicyBus::USUAL_RULES, BUS_POLICY);

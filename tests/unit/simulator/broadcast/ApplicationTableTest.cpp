@@ -143,18 +143,6 @@ TEST(ApplicationTable, IsRefusedWhenALoopExceedsTheTable) {
     }
 }
 
-TEST(ApplicationTable, ReadsAnyChangeOfOneByte) {
-    const TsBytes whole = Section(TWO);
-    for (size_t position = 0; position < whole.size(); ++position) {
-        for (const uint8_t value : TsBytes{0x00, 0x01, 0x7F, 0x80, 0xFF}) {
-            TsBytes changed = whole;
-            changed[position] = value;
-            const auto table = ParseApplicationTable(changed);
-            EXPECT_TRUE(!table || table->applications.size() < whole.size());
-        }
-    }
-}
-
 TEST(Application, HasAnIdOfOrganisationAndApplicationInHexadecimal) {
     Application application;
     application.organisation = 11;

@@ -134,13 +134,5 @@ TEST(ApplicationXml, IsRefusedBeyondItsLimits) {
     EXPECT_FALSE(Read(deep));
 }
 
-TEST(ApplicationXml, ReadsADocumentTruncatedAtAnyByte) {
-    const std::string whole = AitXml({{"1", "1", XmlName("eng", "News")}});
-    const size_t end = whole.find_last_of('>');
-    for (size_t size = 0; size <= end; ++size) {
-        EXPECT_FALSE(Read(whole.substr(0, size))) << size;
-    }
-}
-
 }  // namespace
 }  // namespace applist::sim

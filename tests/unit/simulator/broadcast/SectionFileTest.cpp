@@ -92,14 +92,6 @@ TEST(SectionFile, OffersNothingWithoutTables) {
     EXPECT_EQ(noise.damage.sections(), 1U);
 }
 
-TEST(SectionFile, ReadsAFileTruncatedAtAnyByte) {
-    const TsBytes whole = TsApplications({NEWS}) + TsApplications({WEATHER}, 0x0010);
-    for (size_t size = 0; size < whole.size(); ++size) {
-        const TsBytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
-        EXPECT_LE(Offered(ScanSections(cut)).size(), 1U) << size;
-    }
-}
-
 TEST(SectionFile, IsRecognisedByACompleteFirstSection) {
     EXPECT_TRUE(BeginsWithSection(TsApplications({NEWS})));
     EXPECT_FALSE(BeginsWithSection({}));
