@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "log/LogWriter.h"
+#include "log/ToolkitMessages.h"
 
 namespace applist::desktop {
 

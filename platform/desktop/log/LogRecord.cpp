@@ -3,6 +3,8 @@
 #include "log/LogRecord.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <iterator>
 
 #include "platform_log.h"
@@ -49,6 +51,24 @@ void AppendVisible(std::string& line, char c) {
 }
 
 }  // namespace
+
+std::string FormatMessage(const char* format, va_list arguments) {
+    std::array<char, 512> buffer{};
+    // A va_list can be used once only, and a long message is formatted twice.
+    va_list again;
+    va_copy(again, arguments);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the caller has started it
+    const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
+    std::string text;
+    if (length >= static_cast<int>(buffer.size())) {
+        text.resize(static_cast<size_t>(length));
+        static_cast<void>(std::vsnprintf(text.data(), text.size() + 1, format, again));
+    } else if (length > 0) {
+        text.assign(buffer.data(), static_cast<size_t>(length));
+    }
+    va_end(again);
+    return text;
+}
 
 std::optional<int> ParseLogLevel(std::string_view value) {
     if (value == "error") {

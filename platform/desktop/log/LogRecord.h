@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdarg>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +29,9 @@ struct LogRecord {
     std::string message;
     std::optional<CodeLocation> location;
 };
+
+/// Returns the message that format and arguments make, of any length. Does not end the va_list.
+std::string FormatMessage(const char* format, va_list arguments);
 
 /// Parses the value of APPLIST_LOG ("error", "info" or "debug") into the lowest priority that is
 /// written. Returns nothing for any other value.

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "log/LogWriter.h"
 
-#include <array>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
@@ -18,37 +18,12 @@ bool WriteToStandardError(const LogRecord& record) {
     return write(STDERR_FILENO, line.data(), line.size()) == static_cast<ssize_t>(line.size());
 }
 
-std::string Format(const char* format, va_list arguments) {
-    std::array<char, 512> buffer{};
-    // A va_list can be used once only, and a long message is formatted twice.
-    va_list again;
-    va_copy(again, arguments);
-    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the caller has started it
-    const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
-    std::string text;
-    if (length >= static_cast<int>(buffer.size())) {
-        text.resize(static_cast<size_t>(length));
-        static_cast<void>(std::vsnprintf(text.data(), text.size() + 1, format, again));
-    } else if (length > 0) {
-        text.assign(buffer.data(), static_cast<size_t>(length));
-    }
-    va_end(again);
-    return text;
-}
-
 int PriorityOf(GLogLevelFlags level) {
     if ((level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING)) != 0) {
         return PLATFORM_LOG_ERROR;
     }
     const bool notice = (level & (G_LOG_LEVEL_MESSAGE | G_LOG_LEVEL_INFO)) != 0;
     return notice ? PLATFORM_LOG_INFO : PLATFORM_LOG_DEBUG;
-}
-
-int PriorityOf(Eina_Log_Level level) {
-    if (level <= EINA_LOG_LEVEL_ERR) {
-        return PLATFORM_LOG_ERROR;
-    }
-    return level == EINA_LOG_LEVEL_WARN ? PLATFORM_LOG_INFO : PLATFORM_LOG_DEBUG;
 }
 
 std::string Value(const GLogField& field) {
@@ -73,19 +48,8 @@ LogRecord RecordOf(GLogLevelFlags level, const GLogField* fields, gsize count) {
     return record;
 }
 
-// C code calls the functions below, so exceptions must not escape. An exception that occurs while
-// logging cannot itself be logged.
-template <typename Body>
-bool Try(Body body) noexcept {
-    try {
-        return body();
-    } catch (...) {
-        return false;
-    }
-}
-
 GLogWriterOutput OnGlibMessage(GLogLevelFlags level, const GLogField* fields, gsize count, void*) {
-    Try([&] {
+    TryToLog([&] {
         const LogRecord record = RecordOf(level, fields, count);
         const LogWriter& writer = LogWriter::Get();
         return writer.Writes(record.priority) && writer.Write(record);
@@ -93,26 +57,8 @@ GLogWriterOutput OnGlibMessage(GLogLevelFlags level, const GLogField* fields, gs
     return G_LOG_WRITER_HANDLED;
 }
 
-void OnToolkitMessage(const Eina_Log_Domain* domain, Eina_Log_Level level, const char* file,
-                      const char* function, int line, const char* format, void* /*data*/,
-                      va_list arguments) {
-    const LogWriter& writer = LogWriter::Get();
-    if (!writer.Writes(PriorityOf(level))) {
-        return;
-    }
-    Try([&] {
-        const CodeLocation location{file, function, std::to_string(line)};
-        const std::string position = location.file + ':' + location.line + ' ' + function + "() ";
-        const std::string text = Format(format, arguments);
-        const int priority = IsHarmlessToolkitComplaint(function, text) ? int{PLATFORM_LOG_DEBUG}
-                                                                        : PriorityOf(level);
-        return writer.Writes(priority) &&
-               writer.Write({priority, domain->name, position + text, location});
-    });
-}
-
 bool WriteMessage(int priority, const char* tag, const char* format, va_list arguments) {
-    LogRecord record{priority, tag, Format(format, arguments), std::nullopt};
+    LogRecord record{priority, tag, FormatMessage(format, arguments), std::nullopt};
     record.location = ParseLocation(record.message);
     return LogWriter::Get().Write(record);
 }
@@ -164,16 +110,6 @@ bool LogWriter::WriteToJournal(const LogRecord& record) const {
            G_LOG_WRITER_HANDLED;
 }
 
-ToolkitMessages::ToolkitMessages() {
-    eina_init();
-    eina_log_print_cb_set(OnToolkitMessage, nullptr);
-}
-
-ToolkitMessages::~ToolkitMessages() {
-    eina_log_print_cb_set(eina_log_print_cb_stderr, nullptr);
-    eina_shutdown();
-}
-
 }  // namespace applist::desktop
 
 extern "C" int __dlog_print(int /*log_id*/, int priority, const char* tag, const char* format,
@@ -184,7 +120,7 @@ extern "C" int __dlog_print(int /*log_id*/, int priority, const char* tag, const
     }
     va_list arguments;
     va_start(arguments, format);
-    const bool written = Try([&] { return WriteMessage(priority, tag, format, arguments); });
+    const bool written = TryToLog([&] { return WriteMessage(priority, tag, format, arguments); });
     va_end(arguments);
     return written ? 0 : -1;
 }

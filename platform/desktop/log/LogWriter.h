@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <Eina.h>
-#include <cstdarg>
 #include <glib.h>
 
 #include "log/LogRecord.h"
@@ -35,21 +33,20 @@ private:
     int m_threshold;
 };
 
+/// Calls body, which returns a bool, and returns its result, or false if it throws. For callbacks
+/// from C that log: an exception that occurs while logging cannot itself be logged.
+template <typename Body>
+bool TryToLog(Body body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return false;
+    }
+}
+
 /// Redirects GLib's messages to the writer until the process ends. May be called repeatedly. Only a
 /// program may call it, not a module: GLib accepts one writer per process, and would call a
 /// module's writer after the module is unloaded.
 void TakeGlibMessages();
-
-/// Redirects the toolkit's messages to the writer while it exists. At most one may exist at a time;
-/// create it on the main thread before the toolkit starts.
-class ToolkitMessages {
-public:
-    ToolkitMessages();
-    ~ToolkitMessages();
-    ToolkitMessages(const ToolkitMessages&) = delete;
-    ToolkitMessages& operator=(const ToolkitMessages&) = delete;
-    ToolkitMessages(ToolkitMessages&&) = delete;
-    ToolkitMessages& operator=(ToolkitMessages&&) = delete;
-};
 
 }  // namespace applist::desktop

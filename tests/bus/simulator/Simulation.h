@@ -13,14 +13,32 @@
 
 namespace applist::test {
 
-/// A private bus on which tests run list_without_screen and javamw-sim.
+/// applist-headless as a child process, driven by the lines that the test types.
+class HeadlessApplication : public ChildProcess {
+public:
+    /// Starts it with fifo, a path that does not exist, as its input, and waits until it runs.
+    HeadlessApplication(const std::string& fifo, const Environment& environment);
+    ~HeadlessApplication();
+    HeadlessApplication(const HeadlessApplication&) = delete;
+    HeadlessApplication& operator=(const HeadlessApplication&) = delete;
+    HeadlessApplication(HeadlessApplication&&) = delete;
+    HeadlessApplication& operator=(HeadlessApplication&&) = delete;
+
+    void Type(const std::string& line);
+    /// Ends the input: the process ends when the lines are done.
+    void EndInput();
+
+private:
+    int m_input = -1;
+};
+
+/// A private bus on which tests run applist-headless and javamw-sim.
 class Simulation {
 public:
     using Process = std::unique_ptr<ChildProcess>;
 
-    /// Starts list_without_screen and waits until it is ready. ListWithoutScreen.cpp describes the
-    /// signals that control it.
-    Process StartList() const;
+    /// Starts applist-headless and waits until it is ready.
+    std::unique_ptr<HeadlessApplication> StartList();
     /// Starts javamw-sim with these arguments on this bus.
     Process Start(std::vector<std::string> arguments) const;
     /// Runs javamw-sim until it ends by itself. Returns its exit status.
@@ -49,6 +67,7 @@ private:
     TemporaryDir m_folder;
     std::string m_output;
     std::string m_errors;
+    int m_lists = 0;
 };
 
 }  // namespace applist::test

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Each case runs in a separate process that sets its environment before the first line is logged.
+#include <Eina.h>
 #include <cstdlib>
 #include <glib.h>
 #include <string>
@@ -11,6 +12,7 @@
 
 #include "Log.h"
 #include "log/LogWriter.h"
+#include "log/ToolkitMessages.h"
 
 namespace applist::desktop {
 namespace {

@@ -8,15 +8,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "VirtualEcore.h"
 #include "applist/DefaultAppListControl.h"
 #include "applist/DefaultAppListItem.h"
 #include "fakes/FakeApp.h"
-#include "fakes/FakeEcore.h"
 #include "fakes/FakeListModel.h"
 #include "fakes/FakeMutex.h"
 #include "fakes/FakePlatformLog.h"
 
 namespace applist::test {
+
+using headless::TheEcore;
 
 /// The interval as the control logs it: "65s".
 inline const std::string INTERVAL = std::to_string(DefaultAppListControl::AUTO_CLOSE_SECONDS) + "s";

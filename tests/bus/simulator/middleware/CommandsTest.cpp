@@ -129,7 +129,7 @@ TEST_F(Commands, ServePrintsTheSelectionThatTheViewerMoves) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
-    list->Signal(SIGUSR1);
+    list->Type("right");
     EXPECT_TRUE(serve->WaitForText("event 2 ItemSelected selection n1\tNews\n"));
     Interrupt(*serve);
 }
@@ -139,7 +139,9 @@ TEST_F(Commands, ServePrintsTheChoiceOfAnApplicationThatEndsOnActivation) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve", "--items", ItemFile()});
     ASSERT_TRUE(serve->WaitForText(LAST_OF_FILLED));
-    list->Signal(SIGUSR2);
+    list->Type("ok");
+    list->Type("wait 500ms");
+    list->EndInput();
     EXPECT_EQ(list->WaitForExit(), SUCCESS);
     EXPECT_TRUE(serve->WaitForText("disconnected"));
     EXPECT_THAT(

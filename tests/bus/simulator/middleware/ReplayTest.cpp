@@ -94,7 +94,7 @@ TEST_F(Replay, TimesOutWaitingForActionsOfTheViewer) {
     const auto serve = m_set.Start(
         {"serve", "--items", m_set.File("items", "a\tA\nb\tB\n"), "--record", m_recording});
     ASSERT_TRUE(serve->WaitForText("event 2 ItemSelected selection a\tA\n"));
-    first->Signal(SIGUSR1);
+    first->Type("right");
     ASSERT_TRUE(serve->WaitForText("event 2 ItemSelected selection b\tB\n"));
     ASSERT_EQ(Simulation::Interrupt(*serve), SUCCESS);
     first->Signal(SIGTERM);

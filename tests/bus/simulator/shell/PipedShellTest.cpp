@@ -138,7 +138,7 @@ TEST_F(PipedShell, PrintsTheViewersChoice) {
                                 " <'" + m_set.File("lines", lines) + "'"},
                            m_set.bus().Environment());
         ASSERT_TRUE(shell.WaitForText("Weather"));
-        list->Signal(SIGUSR2);
+        list->Type("ok");
         EXPECT_EQ(shell.WaitForExit(), SUCCESS) << shell.Errors();
         EXPECT_THAT(shell.Output(),
                     HasSubstr(json ? R"("name":"ItemClicked","selection":{"id":"w1",)"

@@ -8,12 +8,13 @@
 #include <string>
 #include <vector>
 
-/// Timers and event handlers without a main loop, with a clock that the test advances. Linking it
-/// provides ecore_timer_add(), _reset(), _del(), ecore_event_handler_add(), _del() and
-/// ECORE_EVENT_KEY_UP and _DOWN.
-namespace applist::test {
+/// The toolkit's timers and key events without the toolkit, with a clock that the caller advances.
+/// Linking it provides ecore_timer_add(), _reset(), _del(), ecore_event_handler_add(), _del() and
+/// ECORE_EVENT_KEY_UP and _DOWN, for one timer and one handler at a time. A wrong use ends the
+/// program with a message.
+namespace applist::headless {
 
-class FakeEcore {
+class VirtualEcore {
 public:
     /// Every call, oldest first: "ecore_timer_add(65)", "ecore_timer_reset(null)".
     std::vector<std::string> history;
@@ -60,7 +61,7 @@ private:
     Handler m_handler;
 };
 
-/// The one loop of the process; tests assign FakeEcore{} to reset it.
-FakeEcore& TheEcore();
+/// The one loop of the process; assign VirtualEcore{} to reset it.
+VirtualEcore& TheEcore();
 
-}  // namespace applist::test
+}  // namespace applist::headless

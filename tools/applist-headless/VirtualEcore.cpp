@@ -1,19 +1,29 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "fakes/FakeEcore.h"
+#include "VirtualEcore.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <sstream>
 
-#include <gtest/gtest.h>
+namespace applist::headless {
+namespace {
 
-namespace applist::test {
+void Require(bool condition, const char* rule) {
+    if (!condition) {
+        static_cast<void>(std::fprintf(stderr, "VirtualEcore: %s\n", rule));
+        std::abort();
+    }
+}
 
-FakeEcore& TheEcore() {
-    static FakeEcore ecore;
+}  // namespace
+
+VirtualEcore& TheEcore() {
+    static VirtualEcore ecore;
     return ecore;
 }
 
-void FakeEcore::Advance(double seconds) {
+void VirtualEcore::Advance(double seconds) {
     m_now += seconds;
     while (HasTimer() && m_timer.due <= m_now) {
         m_timer.due += m_timer.interval;
@@ -23,7 +33,7 @@ void FakeEcore::Advance(double seconds) {
     }
 }
 
-Eina_Bool FakeEcore::Send(int type, const char* keyname, const char* key) {
+Eina_Bool VirtualEcore::Send(int type, const char* keyname, const char* key) {
     if (!HasHandler() || m_handler.type != type) {
         return ECORE_CALLBACK_PASS_ON;
     }
@@ -33,41 +43,41 @@ Eina_Bool FakeEcore::Send(int type, const char* keyname, const char* key) {
     return m_handler.function(m_handler.data, type, &event);
 }
 
-void FakeEcore::Record(const std::string& call) {
+void VirtualEcore::Record(const std::string& call) {
     history.push_back(call);
     onCall(call);
 }
 
-Ecore_Timer* FakeEcore::AddTimer(double interval, Ecore_Task_Cb function, const void* data) {
+Ecore_Timer* VirtualEcore::AddTimer(double interval, Ecore_Task_Cb function, const void* data) {
     std::ostringstream call;
     call << "ecore_timer_add(" << interval << ")";
     Record(call.str());
     if (failTimer) {
         return nullptr;
     }
-    EXPECT_FALSE(HasTimer()) << "one timer at a time";
+    Require(!HasTimer(), "one timer at a time");
     m_timer = {interval, m_now + interval, function, const_cast<void*>(data)};
     return reinterpret_cast<Ecore_Timer*>(&m_timer);
 }
 
-void FakeEcore::ResetTimer(Ecore_Timer* timer) {
+void VirtualEcore::ResetTimer(Ecore_Timer* timer) {
     Record(timer != nullptr ? "ecore_timer_reset(timer)" : "ecore_timer_reset(null)");
     if (timer != nullptr) {
-        EXPECT_TRUE(HasTimer()) << "reset of a timer that is gone";
+        Require(HasTimer(), "reset of a timer that is gone");
         m_timer.due = m_now + m_timer.interval;
     }
 }
 
-void* FakeEcore::DeleteTimer(Ecore_Timer* timer) {
+void* VirtualEcore::DeleteTimer(Ecore_Timer* timer) {
     Record("ecore_timer_del");
-    EXPECT_TRUE(timer != nullptr && HasTimer()) << "deletion of a timer that is gone";
+    Require(timer != nullptr && HasTimer(), "deletion of a timer that is gone");
     void* data = m_timer.data;
     m_timer = {};
     return data;
 }
 
-Ecore_Event_Handler* FakeEcore::AddHandler(int type, Ecore_Event_Handler_Cb function,
-                                           const void* data) {
+Ecore_Event_Handler* VirtualEcore::AddHandler(int type, Ecore_Event_Handler_Cb function,
+                                              const void* data) {
     Record(type == ECORE_EVENT_KEY_UP ? "ecore_event_handler_add(key up)"
                                       : "ecore_event_handler_add(?)");
     if (failHandler) {
@@ -77,17 +87,17 @@ Ecore_Event_Handler* FakeEcore::AddHandler(int type, Ecore_Event_Handler_Cb func
     return reinterpret_cast<Ecore_Event_Handler*>(&m_handler);
 }
 
-void* FakeEcore::DeleteHandler(Ecore_Event_Handler* handler) {
+void* VirtualEcore::DeleteHandler(Ecore_Event_Handler* handler) {
     Record("ecore_event_handler_del");
-    EXPECT_TRUE(handler != nullptr && HasHandler()) << "deletion of a handler that is gone";
+    Require(handler != nullptr && HasHandler(), "deletion of a handler that is gone");
     void* data = m_handler.data;
     m_handler = {};
     return data;
 }
 
-}  // namespace applist::test
+}  // namespace applist::headless
 
-using applist::test::TheEcore;
+using applist::headless::TheEcore;
 
 int ECORE_EVENT_KEY_DOWN = 41;
 int ECORE_EVENT_KEY_UP = 42;
