@@ -28,6 +28,8 @@ inline constexpr const char* TEXT_SIZE_KEY = "db/menu/accessibility/text-size";
 inline constexpr int32_t LEAST_TEXT_SIZE = 100;
 inline constexpr int32_t MOST_TEXT_SIZE = 175;
 inline constexpr int32_t TEXT_SIZE_STEP = 25;
+/// True if nothing may move.
+inline constexpr const char* REDUCED_MOTION_KEY = "db/menu/accessibility/reduced-motion";
 
 /// Returns "bool" or "int".
 const char* TypeName(const Setting& setting);

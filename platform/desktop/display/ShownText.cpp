@@ -16,6 +16,34 @@ bool ContinuesCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+// A TEXTBLOCK of the theme that shows the row's text on several lines; see still.edc.
+constexpr const char* WRAPPED_PART = "applist.wrapped";
+
+// Makes a TEXTBLOCK show the text literally, on as few lines as it needs.
+std::string Escaped(const std::string& text) {
+    std::string markup;
+    for (const char letter : text) {
+        switch (letter) {
+            case '&':
+                markup += "&amp;";
+                break;
+            case '<':
+                markup += "&lt;";
+                break;
+            case '>':
+                markup += "&gt;";
+                break;
+            case '\n':
+            case '\r':
+                markup += ' ';
+                break;
+            default:
+                markup += letter;
+        }
+    }
+    return markup;
+}
+
 }  // namespace
 
 std::string ShownText(const char* text) {
@@ -47,5 +75,9 @@ extern "C" Eina_Bool edje_object_part_text_escaped_set(Evas_Object* obj, const c
     if (text == nullptr) {
         return replaced(obj, part, text);
     }
-    return replaced(obj, part, applist::desktop::ShownText(text).c_str());
+    const std::string shown = applist::desktop::ShownText(text);
+    if (edje_object_part_exists(obj, applist::desktop::WRAPPED_PART) != EINA_FALSE) {
+        replaced(obj, applist::desktop::WRAPPED_PART, applist::desktop::Escaped(shown).c_str());
+    }
+    return replaced(obj, part, shown.c_str());
 }

@@ -9,7 +9,8 @@ namespace applist::desktop {
 
 // The toolkit lays out a whole text on the stack, so a row text of some megabytes overflows it.
 // ShownText.cpp therefore replaces the toolkit's edje_object_part_text_escaped_set(), which sets
-// row texts, by a version that passes on ShownText(). Linking that file is sufficient.
+// row texts, by a version that passes on ShownText(). It also sets the part "applist.wrapped" of a
+// theme that has one. Linking that file is sufficient.
 
 /// The maximum number of characters of a text that are drawn or spoken. A focused name slides to
 /// its end within 20 seconds, in which a viewer reads about 300 letters.

@@ -18,6 +18,9 @@
 namespace applist::desktop {
 namespace {
 
+constexpr const char* SUFFIX = ".edj";
+constexpr const char* STILL_SUFFIX = "-still.edj";
+
 // The end of the paths that the toolkit tries for its default theme: in the user's home and in its
 // own folder. It compares the versions of both files.
 constexpr std::string_view DEFAULT_THEME = "/themes/default.edj";
@@ -63,7 +66,8 @@ bool IsTextSize(int32_t size) {
 
 Appearance ReadAppearance() {
     return {ReadFlag(HIGH_CONTRAST_KEY),
-            Read(TEXT_SIZE_KEY, LEAST_TEXT_SIZE, "100, 125, 150 or 175", IsTextSize)};
+            Read(TEXT_SIZE_KEY, LEAST_TEXT_SIZE, "100, 125, 150 or 175", IsTextSize),
+            ReadFlag(REDUCED_MOTION_KEY)};
 }
 
 std::string ThemeFileOf(const Appearance& appearance) {
@@ -74,7 +78,7 @@ std::string ThemeFileOf(const Appearance& appearance) {
     if (appearance.textSize != LEAST_TEXT_SIZE) {
         name += "-" + std::to_string(appearance.textSize);
     }
-    return name + ".edj";
+    return name + (appearance.reducedMotion ? STILL_SUFFIX : SUFFIX);
 }
 
 std::string FindTheme() {
@@ -96,6 +100,9 @@ void LoadTheme(const std::string& theme) {
         return;
     }
     elm_theme_overlay_add(nullptr, theme.c_str());
+    if (theme.ends_with(STILL_SUFFIX)) {
+        elm_config_scroll_bring_in_scroll_friction_set(0.0);
+    }
     char* version = edje_file_data_get(theme.c_str(), "version");
     if (version == nullptr) {
         LOG_ERROR("The toolkit rejects the theme %s: it does not have the data item \"version\"",

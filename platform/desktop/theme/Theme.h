@@ -12,10 +12,11 @@ struct Appearance {
     bool highContrast;
     /// In per cent.
     int32_t textSize;
+    bool reducedMotion;
 };
 
-/// Reads the settings HIGH_CONTRAST_KEY and TEXT_SIZE_KEY. An invalid or unreadable setting is
-/// logged, and its default is used: false, 100.
+/// Reads the settings HIGH_CONTRAST_KEY, TEXT_SIZE_KEY and REDUCED_MOTION_KEY. An invalid or
+/// unreadable setting is logged, and its default is used: false, 100, false.
 Appearance ReadAppearance();
 
 /// Returns the path of the theme relative to the folder share.

@@ -29,8 +29,8 @@ int OpacityOf(const Evas_Object* row, const char* part) {
     return alpha;
 }
 
-std::filesystem::path Theme() {
-    return BuiltProgram("../share/applist/theme/applist.edj");
+std::filesystem::path Theme(const std::string& name) {
+    return BuiltProgram("../share/applist/theme/" + name);
 }
 
 }  // namespace
@@ -48,8 +48,8 @@ std::ostream& operator<<(std::ostream& out, const Frame& frame) {
     return out;
 }
 
-SceneTest::SceneTest()
-    : m_toolkit({Theme()}),
+SceneTest::SceneTest(const std::string& theme)
+    : m_toolkit({Theme(theme)}),
       m_model(std::make_unique<DefaultAppListModel>()),
       m_renderer(std::make_unique<Renderer>("org.vantu.applist")),
       m_control(std::make_unique<DefaultAppListControl>()) {

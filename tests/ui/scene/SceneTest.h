@@ -49,7 +49,8 @@ public:
     SceneTest& operator=(SceneTest&&) = delete;
 
 protected:
-    SceneTest();
+    /// theme is the name of a compiled theme.
+    explicit SceneTest(const std::string& theme = "applist.edj");
 
     /// Creates items "Row 1" to "Row count"; the scene owns them.
     std::vector<AppListItem*> Make(int count);

@@ -39,8 +39,10 @@ TEST_F(TheAppearance, FollowsEachSetting) {
     }
     Store(desktop::HIGH_CONTRAST_KEY, true);
     EXPECT_EQ(File(), "applist/theme/applist-high-contrast-175.edj");
+    Store(desktop::REDUCED_MOTION_KEY, true);
+    EXPECT_EQ(File(), "applist/theme/applist-high-contrast-175-still.edj");
     Store(desktop::TEXT_SIZE_KEY, 100);
-    EXPECT_EQ(File(), "applist/theme/applist-high-contrast.edj");
+    EXPECT_EQ(File(), "applist/theme/applist-high-contrast-still.edj");
     EXPECT_TRUE(Logged().empty());
 }
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "display/ShownText.h"
 #include "ui/theme/ThemedList.h"
 
 namespace applist::test {
@@ -25,7 +26,7 @@ TEST_P(AHostileName, IsShownLetterByLetterInOneLine) {
     list.Show({"Plain", GetParam(), "Last"}, 2);
     const Evas_Object* row = list.row(GetParam());
     ASSERT_NE(row, nullptr);
-    EXPECT_EQ(TextOf(row, "name"), GetParam());
+    EXPECT_EQ(TextOf(row, "name"), desktop::ShownText(GetParam()));
     EXPECT_EQ(BoxOf(row).height, BoxOf(list.row("Plain")).height);
     EXPECT_EQ(TextBoxOf(row, "name").height, TextBoxOf(list.row("Plain"), "name").height);
     list.Focus(1);

@@ -74,6 +74,9 @@ struct State {
     Look look;
     std::function<void(ThemedList&)> bringAbout;
 };
+std::ostream& operator<<(std::ostream& out, const State& state) {
+    return out << state.name;
+}
 
 void ShowRows(ThemedList& list) {
     list.Show(FEW_ROWS, 1);
@@ -89,6 +92,12 @@ void ShowScripts(ThemedList& list) {
                "An application whose name is longer than a row", "📺 Emoji ⚽ 🎵"});
 }
 
+const std::string LONG_NAME = "Registro elettorale e servizi del Comune di Reggio nell'Emilia";
+
+void ShowWrapped(ThemedList& list) {
+    list.Show({"Teletext", LONG_NAME, "Weather"}, 1);
+}
+
 void ShowMirrored(ThemedList& list) {
     edje_object_part_text_set(list.popup(), "elm.text.title", "خدمات البيانات");
     list.Show(
@@ -99,6 +108,8 @@ void ShowMirrored(ThemedList& list) {
 const Look STANDARD{Variant::STANDARD, HEIGHT, false};
 const Look HIGH_CONTRAST{Variant::HIGH_CONTRAST, HEIGHT, false};
 const Look MIRRORED{Variant::STANDARD, HEIGHT, true};
+const Look STILL{Variant::STANDARD, HEIGHT, false, 100, 16.0 / 9, true};
+const Look LARGE_STILL{Variant::HIGH_CONTRAST, HEIGHT, false, 175, 16.0 / 9, true};
 const Look LARGE{Variant::STANDARD, HEIGHT, false, 175};
 const Look LARGE_MIRRORED{Variant::STANDARD, HEIGHT, true, 175};
 const Look LARGE_HIGH_CONTRAST{Variant::HIGH_CONTRAST, HEIGHT, false, 175};
@@ -121,6 +132,8 @@ INSTANTIATE_TEST_SUITE_P(
                     State{"high_contrast_empty", HIGH_CONTRAST, [](ThemedList&) {}},
                     State{"high_contrast_rows", HIGH_CONTRAST, ShowRows},
                     State{"high_contrast_scrolled", HIGH_CONTRAST, ShowScrolled},
+                    State{"wrapped", STILL, ShowWrapped},
+                    State{"high_contrast_large_wrapped", LARGE_STILL, ShowWrapped},
                     State{"large_rows", LARGE, ShowRows},
                     State{"large_mirrored", LARGE_MIRRORED, ShowMirrored},
                     State{"high_contrast_large_scrolled", LARGE_HIGH_CONTRAST, ShowScrolled}),
@@ -131,6 +144,10 @@ struct AlertState {
     Look look;
     Alert::Kind kind;
 };
+
+std::ostream& operator<<(std::ostream& out, const AlertState& state) {
+    return out << state.name;
+}
 
 class AnAlertState : public testing::TestWithParam<AlertState> {};
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "applist/DefaultAppListRenderer.h"
+#include "display/ShownText.h"
 #include "theme/Theme.h"
 
 namespace applist::test {
@@ -36,7 +37,8 @@ std::ostream& operator<<(std::ostream& out, const Look& look) {
 
 std::filesystem::path ThemeFile(const Look& look) {
     const bool highContrast = look.variant == Variant::HIGH_CONTRAST;
-    const std::filesystem::path file = desktop::ThemeFileOf({highContrast, look.textSize});
+    const std::filesystem::path file =
+        desktop::ThemeFileOf({highContrast, look.textSize, look.reducedMotion});
     return std::filesystem::path(std::getenv("APPLIST_THEMES")) / file.filename();
 }
 
@@ -122,7 +124,7 @@ std::vector<Evas_Object*> ThemedList::rows() const {
 Evas_Object* ThemedList::row(const std::string& name) const {
     const auto shown = rows();
     const auto found = std::find_if(shown.begin(), shown.end(), [&](const Evas_Object* row) {
-        return TextOf(row, "name") == name;
+        return TextOf(row, "name") == desktop::ShownText(name.c_str());
     });
     return found != shown.end() ? *found : nullptr;
 }

@@ -27,6 +27,7 @@ struct Look {
     int textSize = 100;
     /// The screen's width divided by its height.
     double aspect = 16.0 / 9;
+    bool reducedMotion = false;
 
     int Width() const { return static_cast<int>(height * aspect); }
 };
@@ -73,6 +74,29 @@ private:
     FakeListModel m_model;
     std::deque<DefaultAppListItem> m_items;
     std::shared_ptr<Renderer> m_renderer;
+};
+
+/// Counts how many times pixels of the window change on the screen.
+class Frames {
+public:
+    explicit Frames(const Evas_Object* window) : m_canvas(evas_object_evas_get(window)) {
+        evas_event_callback_add(m_canvas, EVAS_CALLBACK_RENDER_FLUSH_PRE, Count, &m_count);
+    }
+    ~Frames() {
+        evas_event_callback_del_full(m_canvas, EVAS_CALLBACK_RENDER_FLUSH_PRE, Count, &m_count);
+    }
+    Frames(const Frames&) = delete;
+    Frames& operator=(const Frames&) = delete;
+    Frames(Frames&&) = delete;
+    Frames& operator=(Frames&&) = delete;
+    int count() const { return m_count; }
+
+private:
+    static void Count(void* count, Evas* /*canvas*/, void* /*info*/) {
+        ++*static_cast<int*>(count);
+    }
+    Evas* m_canvas;
+    int m_count = 0;
 };
 
 /// "Row 1" to "Row count".
