@@ -22,8 +22,8 @@ DrivenMiddleware::DrivenMiddleware(const std::string& address) {
         ADD_FAILURE() << "cannot reach the bus: " << connection.error();
         return;
     }
-    m_link = std::make_unique<sim::BusLink>(std::move(*connection), *this);
-    m_client = std::make_unique<sim::ListClient>(*m_link);
+    m_link = std::make_unique<sim::BusLink>(
+        std::move(*connection), [this](const sim::Happening& happening) { Hear(happening); });
 }
 
 bool DrivenMiddleware::AwaitApplication() {
@@ -47,8 +47,8 @@ size_t DrivenMiddleware::Events(sim::Event event) const {
 void DrivenMiddleware::Call(sim::Function function, const sim::Items& items) {
     EXPECT_TRUE(RunUntil([this] { return m_pending < CALLS_UNDER_WAY; }));
     ++m_pending;
-    m_client->Call(m_application, function, items,
-                   [this](const sim::Result<sim::Items>& reply) { Take(reply); });
+    m_link->Call(m_application, function, items,
+                 [this](const sim::Result<sim::Items>& reply) { Take(reply); });
 }
 
 bool DrivenMiddleware::AwaitReplies() {
@@ -58,7 +58,7 @@ bool DrivenMiddleware::AwaitReplies() {
 std::optional<sim::Items> DrivenMiddleware::Ask(sim::Function function, const sim::Items& items) {
     std::optional<sim::Items> answer;
     bool ended = false;
-    m_client->Call(m_application, function, items, [&](const sim::Result<sim::Items>& reply) {
+    m_link->Call(m_application, function, items, [&](const sim::Result<sim::Items>& reply) {
         ended = true;
         if (reply) {
             answer = *reply;
@@ -76,35 +76,23 @@ void DrivenMiddleware::Take(const sim::Result<sim::Items>& reply) {
     (reply ? m_answered : m_failed) += 1;
 }
 
-void DrivenMiddleware::Connected(const std::string& application) {
-    m_application = application;
-    m_events.clear();
-    m_connected = true;
-}
-
-void DrivenMiddleware::Disconnected(const std::string& application) {
-    m_connected = m_connected && application != m_application;
-}
-
-void DrivenMiddleware::Notified(const std::string& application, const sim::Bytes& message) {
-    const auto notification = sim::DecodeNotification(message);
-    if (notification && application == m_application) {
-        ++m_events[notification->event];
+void DrivenMiddleware::Hear(const sim::Happening& happening) {
+    using Kind = sim::Happening::Kind;
+    const bool ours = happening.application == m_application;
+    if (happening.kind == Kind::Connected) {
+        m_application = happening.application;
+        m_events.clear();
+        m_connected = true;
+    } else if (happening.kind == Kind::BusLost || (happening.kind == Kind::Disconnected && ours)) {
+        m_connected = false;
+    } else if (happening.kind == Kind::Notified && ours) {
+        if (const auto notification = sim::DecodeNotification(happening.message)) {
+            ++m_events[notification->event];
+        }
+    } else if (happening.kind == Kind::Called || happening.kind == Kind::Failed ||
+               happening.kind == Kind::Denied) {
+        ADD_FAILURE() << sim::Describe(happening);
     }
-}
-
-sim::Bytes DrivenMiddleware::Called(const std::string& /*application*/,
-                                    const sim::Bytes& /*message*/) {
-    ADD_FAILURE() << "the application never calls";
-    return {};
-}
-
-void DrivenMiddleware::LinkFailed(const std::string& error) {
-    ADD_FAILURE() << error;
-}
-
-void DrivenMiddleware::BusLost() {
-    m_connected = false;
 }
 
 }  // namespace applist::test

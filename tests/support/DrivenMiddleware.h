@@ -8,7 +8,6 @@
 #include <string>
 
 #include "link/BusLink.h"
-#include "link/ListClient.h"
 #include "support/ChildProcess.h"
 
 namespace applist::test {
@@ -16,7 +15,7 @@ namespace applist::test {
 /// A middleware in the test's process: the test makes its calls and reads what it received. Works
 /// only while the default main context runs, that is, during the waiting functions. Main thread
 /// only.
-class DrivenMiddleware : public sim::BusLinkListener {
+class DrivenMiddleware {
 public:
     /// Announces itself on the bus at address; a bus that cannot be reached fails the test.
     explicit DrivenMiddleware(const std::string& address);
@@ -44,13 +43,7 @@ public:
     size_t Failed() const { return m_failed; }
 
 private:
-    void Connected(const std::string& application) override;
-    void Disconnected(const std::string& application) override;
-    void Notified(const std::string& application, const sim::Bytes& message) override;
-    sim::Bytes Called(const std::string& application, const sim::Bytes& message) override;
-    void LinkFailed(const std::string& error) override;
-    void BusLost() override;
-
+    void Hear(const sim::Happening& happening);
     void Take(const sim::Result<sim::Items>& reply);
 
     std::string m_application;
@@ -60,7 +53,6 @@ private:
     size_t m_answered = 0;
     size_t m_failed = 0;
     std::unique_ptr<sim::BusLink> m_link;
-    std::unique_ptr<sim::ListClient> m_client;
 };
 
 }  // namespace applist::test

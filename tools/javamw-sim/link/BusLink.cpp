@@ -9,29 +9,55 @@
 
 namespace applist::sim {
 
+using Kind = Happening::Kind;
+
+std::string Describe(const Happening& happening) {
+    switch (happening.kind) {
+        case Kind::Connected:
+            return "connected " + happening.application;
+        case Kind::Disconnected:
+            return "disconnected " + happening.application;
+        case Kind::Announced:
+            return "announcement " + std::string(NameOf(happening.announcement));
+        case Kind::Notified:
+            return DescribeMessage(happening.message);
+        case Kind::Called:
+            return "call of " + std::to_string(happening.message.size()) + " bytes from " +
+                   happening.application;
+        case Kind::Failed:
+        case Kind::Denied:
+        case Kind::BusLost:
+            break;
+    }
+    return happening.problem;
+}
+
 struct BusLink::PendingCall {
     BusLink& link;
     Done done;
 };
 
-BusLink::BusLink(ConnectionPtr connection, BusLinkListener& listener, const HandshakePlan& plan)
+BusLink::BusLink(ConnectionPtr connection, Observer observer, const HandshakePlan& plan)
     : m_connection(std::move(connection)),
-      m_listener(listener),
+      m_observer(std::move(observer)),
       m_uniqueName(g_dbus_connection_get_unique_name(m_connection.get())),
       m_announcer(m_connection.get(),
-                  {[this](const std::string& error) { m_listener.LinkFailed(error); },
-                   [this](const std::string& error) { m_listener.LinkDenied(error); },
+                  {[this](const std::string& error) {
+                       m_observer({.kind = Kind::Failed, .problem = error});
+                   },
+                   [this](const std::string& error) {
+                       m_observer({.kind = Kind::Denied, .problem = error});
+                   },
                    [this] { ReportUnanswered(); }},
                   plan),
       m_cancellable(g_cancellable_new()) {
-    const unsigned long closed =
-        g_signal_connect(m_connection.get(), "closed", G_CALLBACK(&BusLink::cb_Closed), this);
-    m_registrations.emplace_back(
-        [this, closed] { g_signal_handler_disconnect(m_connection.get(), closed); });
+    m_registrations.push_back(WhenClosed(m_connection.get(), [this] {
+        m_observer({.kind = Kind::BusLost, .problem = "the bus closed the connection"});
+    }));
     ExportObject();
-    ListenFor(Announcement::Syn, &cb_NameOwnerChanged<Announcement::Syn>);
-    ListenFor(Announcement::SynAck, &cb_NameOwnerChanged<Announcement::SynAck>);
-    ListenFor(Announcement::Ack, &cb_NameOwnerChanged<Announcement::Ack>);
+    for (const Announcement announcement : ANNOUNCEMENTS) {
+        ListenFor(announcement);
+    }
     m_announcer.AnnounceAsPlanned(Announcement::Syn);
 }
 
@@ -61,21 +87,17 @@ void BusLink::Call(const std::string& application, const Bytes& message, Done do
                            m_cancellable.get(), &BusLink::cb_Reply, call.release());
 }
 
+void BusLink::Call(const std::string& application, Function function, const Items& items,
+                   std::function<void(const Result<Items>& reply)> done) {
+    Call(application, EncodeCall(function, items),
+         [done = std::move(done)](const Result<Bytes>& reply) { done(ItemsOfReply(reply)); });
+}
+
 std::string BusLink::Emit(const std::string& application, const Bytes& message) {
     GError* error = nullptr;
     g_dbus_connection_emit_signal(m_connection.get(), application.c_str(), names::OBJECT_PATH,
                                   names::INTERFACE, names::SIGNAL, ToVariant(message), &error);
     return error == nullptr ? std::string() : TakeMessage(error);
-}
-
-Registration BusLink::Subscribe(const char* sender, const char* interface, const char* member,
-                                const char* path, const char* argument,
-                                GDBusSignalCallback callback) {
-    GDBusConnection* connection = m_connection.get();
-    const unsigned id =
-        g_dbus_connection_signal_subscribe(connection, sender, interface, member, path, argument,
-                                           G_DBUS_SIGNAL_FLAGS_NONE, callback, this, nullptr);
-    return Registration([connection, id] { g_dbus_connection_signal_unsubscribe(connection, id); });
 }
 
 void BusLink::ExportObject() {
@@ -86,25 +108,37 @@ void BusLink::ExportObject() {
         g_dbus_connection_register_object(m_connection.get(), names::OBJECT_PATH,
                                           info->interfaces[0], &VTABLE, this, nullptr, &error);
     if (error != nullptr) {
-        m_listener.LinkFailed(std::string("cannot serve ") + names::OBJECT_PATH + ": " +
-                              TakeMessage(error));
+        m_observer({.kind = Kind::Failed,
+                    .problem = std::string("cannot serve ") + names::OBJECT_PATH + ": " +
+                               TakeMessage(error)});
         return;
     }
     m_registrations.emplace_back(
         [this, id] { g_dbus_connection_unregister_object(m_connection.get(), id); });
 }
 
-void BusLink::ListenFor(Announcement announcement, GDBusSignalCallback callback) {
+void BusLink::ListenFor(Announcement announcement) {
     const std::string name = names::NameOf(names::SERVICE, announcement);
-    m_registrations.push_back(Subscribe("org.freedesktop.DBus", "org.freedesktop.DBus",
-                                        "NameOwnerChanged", "/org/freedesktop/DBus", name.c_str(),
-                                        callback));
+    m_registrations.push_back(Subscribe(m_connection.get(), OwnerChangesOf(name.c_str()),
+                                        [this, announcement](const auto&, GVariant* parameters) {
+                                            OnNameOwnerChanged(announcement, parameters);
+                                        }));
 }
 
 void BusLink::Establish(const std::string& application) {
     Application& held = m_applications[application];
-    held.signals = Subscribe(application.c_str(), names::INTERFACE, names::SIGNAL,
-                             names::OBJECT_PATH, nullptr, &cb_Signal);
+    held.signals = Subscribe(m_connection.get(),
+                             {.sender = application.c_str(),
+                              .interface = names::INTERFACE,
+                              .member = names::SIGNAL,
+                              .path = names::OBJECT_PATH},
+                             [this](const std::string& sender, GVariant* parameters) {
+                                 if (HoldsBytes(parameters)) {
+                                     m_observer({.kind = Kind::Notified,
+                                                 .application = sender,
+                                                 .message = FromVariant(parameters)});
+                                 }
+                             });
     const unsigned watch = g_bus_watch_name_on_connection(m_connection.get(), application.c_str(),
                                                           G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
                                                           &cb_Vanished, this, nullptr);
@@ -113,14 +147,14 @@ void BusLink::Establish(const std::string& application) {
 
 void BusLink::Take(const HandshakeStep& step, const std::string& application) {
     if (step.lost && m_unanswered.erase(application) == 0) {
-        m_listener.Disconnected(application);
+        Tell(Kind::Disconnected, application);
     }
     if (step.establish) {
         Establish(application);
     }
     const bool answered = !step.answer || m_announcer.AnnounceAsPlanned(*step.answer);
     if (step.connected && answered) {
-        m_listener.Connected(application);
+        Tell(Kind::Connected, application);
     } else if (step.connected) {
         m_unanswered.insert(application);
     }
@@ -128,7 +162,7 @@ void BusLink::Take(const HandshakeStep& step, const std::string& application) {
 
 void BusLink::ReportUnanswered() {
     for (const std::string& application : std::exchange(m_unanswered, {})) {
-        m_listener.Connected(application);
+        Tell(Kind::Connected, application);
     }
 }
 
@@ -144,7 +178,8 @@ void BusLink::OnNameOwnerChanged(Announcement announcement, GVariant* parameters
     const bool released = *newOwner == '\0' && *oldOwner != '\0';
     if (released && m_uniqueName != oldOwner) {
         const std::string application = oldOwner;
-        m_listener.Announced(application, announcement);
+        m_observer(
+            {.kind = Kind::Announced, .application = application, .announcement = announcement});
         Take(m_handshake.Heard(announcement, application), application);
     }
 }
@@ -156,8 +191,12 @@ void BusLink::OnVanished(const std::string& application) {
 
 void BusLink::OnCalled(const char* sender, GVariant* parameters,
                        GDBusMethodInvocation* invocation) {
-    const Bytes reply = m_listener.Called(sender, FromVariant(parameters));
-    g_dbus_method_invocation_return_value(invocation, ToVariant(reply));
+    m_observer({.kind = Kind::Called, .application = sender, .message = FromVariant(parameters)});
+    g_dbus_method_invocation_return_value(invocation, ToVariant({}));
+}
+
+void BusLink::Tell(Kind kind, const std::string& application) {
+    m_observer({.kind = kind, .application = application});
 }
 
 void BusLink::OnReply(PendingCall* call, GAsyncResult* result) {
@@ -174,24 +213,8 @@ void BusLink::OnReply(PendingCall* call, GAsyncResult* result) {
     }
 }
 
-template <Announcement announcement>
-void BusLink::cb_NameOwnerChanged(GDBusConnection* /*connection*/, const char* /*sender*/,
-                                  const char* /*path*/, const char* /*interface*/,
-                                  const char* /*member*/, GVariant* parameters,
-                                  void* link) noexcept {
-    static_cast<BusLink*>(link)->OnNameOwnerChanged(announcement, parameters);
-}
-
 void BusLink::cb_Vanished(GDBusConnection* /*connection*/, const char* name, void* link) noexcept {
     static_cast<BusLink*>(link)->OnVanished(name);
-}
-
-void BusLink::cb_Signal(GDBusConnection* /*connection*/, const char* sender, const char* /*path*/,
-                        const char* /*interface*/, const char* /*member*/, GVariant* parameters,
-                        void* link) noexcept {
-    if (HoldsBytes(parameters)) {
-        static_cast<BusLink*>(link)->m_listener.Notified(sender, FromVariant(parameters));
-    }
 }
 
 void BusLink::cb_MethodCall(GDBusConnection* /*connection*/, const char* sender,
@@ -204,11 +227,6 @@ void BusLink::cb_MethodCall(GDBusConnection* /*connection*/, const char* sender,
 void BusLink::cb_Reply(GObject* /*connection*/, GAsyncResult* result, void* call) noexcept {
     auto* pending = static_cast<PendingCall*>(call);
     pending->link.OnReply(pending, result);
-}
-
-void BusLink::cb_Closed(GDBusConnection* /*connection*/, int /*remotePeerVanished*/,
-                        GError* /*error*/, void* link) noexcept {
-    static_cast<BusLink*>(link)->m_listener.BusLost();
 }
 
 }  // namespace applist::sim

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -11,50 +12,46 @@
 #include "link/Connection.h"
 #include "link/GioHandles.h"
 #include "link/Handshake.h"
-#include "link/ListClient.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 
-/// Callbacks of a link. application is always a unique bus name.
-class BusLinkListener {
-public:
-    BusLinkListener() = default;
-    virtual ~BusLinkListener() = default;
-    BusLinkListener(const BusLinkListener&) = delete;
-    BusLinkListener& operator=(const BusLinkListener&) = delete;
-    BusLinkListener(BusLinkListener&&) = delete;
-    BusLinkListener& operator=(BusLinkListener&&) = delete;
-
-    /// The handshake is complete; calls and signals work in both directions.
-    virtual void Connected(const std::string& application) = 0;
-    /// The application made one announcement of the handshake. Called before its consequences.
-    virtual void Announced(const std::string& /*application*/, Announcement /*announcement*/) {}
-    /// A connected application left the bus.
-    virtual void Disconnected(const std::string& application) = 0;
-    /// The application sent a signal.
-    virtual void Notified(const std::string& application, const Bytes& message) = 0;
-    /// The application called; returns the reply.
-    virtual Bytes Called(const std::string& application, const Bytes& message) = 0;
-    /// An operation failed; error is the reason.
-    virtual void LinkFailed(const std::string& error) = 0;
-    /// The policy of the bus does not allow this process to be a middleware; error says what was
-    /// denied. May be called from the constructor of the link.
-    virtual void LinkDenied(const std::string& error) { LinkFailed(error); }
-    /// The bus closed the connection.
-    virtual void BusLost() = 0;
+/// Something that happens to a middleware.
+struct Happening {
+    enum class Kind {
+        Connected,     ///< The handshake with the application is complete.
+        Disconnected,  ///< The application left the bus.
+        Announced,     ///< The application made an announcement of the handshake.
+        Notified,      ///< The application sent a signal.
+        Called,        ///< The application called and got an empty reply.
+        Failed,        ///< An operation on the bus failed.
+        Denied,        ///< The policy of the bus denies the names of the middleware.
+        BusLost,       ///< The bus closed the connection.
+    };
+    Kind kind{};
+    std::string application{};    ///< Unique bus name; empty for the last three.
+    Bytes message{};              ///< Of a signal or a call.
+    Announcement announcement{};  ///< Only if announced.
+    std::string problem{};        ///< Text of the last three.
 };
+
+/// Describes happening on one line: "connected :1.2", "event 1 ItemChanged".
+std::string Describe(const Happening& happening);
 
 /// The end of the channel that belongs to the middleware. Finds applications in either order of
 /// start, notices when they leave, and carries bytes without decoding them.
 ///
 /// All methods and callbacks run on the thread of the default main context.
-class BusLink : public MessageCaller {
+class BusLink {
 public:
-    /// Listens for applications and announces the middleware as planned. listener must outlive the
-    /// link.
-    BusLink(ConnectionPtr connection, BusLinkListener& listener, const HandshakePlan& plan = {});
+    using Observer = std::function<void(const Happening& happening)>;
+    /// The payload of a reply, or an error.
+    using Done = std::function<void(const Result<Bytes>& reply)>;
+
+    /// Listens for applications and announces the middleware as planned. May run observer.
+    BusLink(ConnectionPtr connection, Observer observer, const HandshakePlan& plan = {});
     /// Cancels pending calls without running their callbacks, flushes the connection and closes it.
-    ~BusLink() override;
+    ~BusLink();
     BusLink(const BusLink&) = delete;
     BusLink& operator=(const BusLink&) = delete;
     BusLink(BusLink&&) = delete;
@@ -66,7 +63,16 @@ public:
     /// Announces now and ignores the plan.
     void AnnounceNow(Announcement announcement);
 
-    void Call(const std::string& application, const Bytes& message, Done done) override;
+    /// Sends message to an application and returns at once. Runs done later on the thread of the
+    /// main loop. Calls to one application are answered in order.
+    ///
+    /// The application sends the events that a call causes before the reply, so an observer must
+    /// not block until done runs.
+    void Call(const std::string& application, const Bytes& message, Done done);
+    /// Calls a function of the list with items instead of bytes. Most functions reply without
+    /// items.
+    void Call(const std::string& application, Function function, const Items& items,
+              std::function<void(const Result<Items>& reply)> done);
 
     /// Emits message as a signal to one application and returns at once. Returns an empty string on
     /// success, otherwise the reason.
@@ -80,10 +86,8 @@ private:
     };
     struct PendingCall;
 
-    Registration Subscribe(const char* sender, const char* interface, const char* member,
-                           const char* path, const char* argument, GDBusSignalCallback callback);
     void ExportObject();
-    void ListenFor(Announcement announcement, GDBusSignalCallback callback);
+    void ListenFor(Announcement announcement);
     void Establish(const std::string& application);
     void Take(const HandshakeStep& step, const std::string& application);
     void ReportUnanswered();
@@ -92,22 +96,17 @@ private:
     void OnVanished(const std::string& application);
     void OnCalled(const char* sender, GVariant* parameters, GDBusMethodInvocation* invocation);
     void OnReply(PendingCall* call, GAsyncResult* result);
+    void Tell(Happening::Kind kind, const std::string& application);
 
     // Callbacks of the library. If memory runs out in one of them, the program ends.
-    template <Announcement announcement>
-    static void cb_NameOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
-                                    const char*, GVariant* parameters, void* link) noexcept;
     static void cb_Vanished(GDBusConnection*, const char* name, void* link) noexcept;
-    static void cb_Signal(GDBusConnection*, const char* sender, const char*, const char*,
-                          const char*, GVariant* parameters, void* link) noexcept;
     static void cb_MethodCall(GDBusConnection*, const char* sender, const char*, const char*,
                               const char*, GVariant* parameters, GDBusMethodInvocation* invocation,
                               void* link) noexcept;
     static void cb_Reply(GObject*, GAsyncResult* result, void* call) noexcept;
-    static void cb_Closed(GDBusConnection*, int, GError*, void* link) noexcept;
 
     ConnectionPtr m_connection;
-    BusLinkListener& m_listener;
+    Observer m_observer;
     std::string m_uniqueName;
     Handshake m_handshake;
     std::set<std::string> m_unanswered;  ///< Connected except for one of our announcements.

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "link/Connection.h"
 
+#include <utility>
+
 namespace applist::sim {
 
 // A fixed array is about a hundred times as fast as byte by byte.
@@ -65,6 +67,38 @@ Result<ConnectionPtr> OpenBus(const std::string& address) {
         return Result<ConnectionPtr>::Failure(*resolved + ": " + TakeMessage(error));
     }
     return connection;
+}
+
+SignalMatch OwnerChangesOf(const char* name, bool anyBelow) {
+    constexpr const char* DAEMON = "org.freedesktop.DBus";
+    return {DAEMON, DAEMON, "NameOwnerChanged", "/org/freedesktop/DBus", name, anyBelow};
+}
+
+Registration Subscribe(
+    GDBusConnection* connection, const SignalMatch& match,
+    std::function<void(const std::string& sender, GVariant* parameters)> action) {
+    using Action = std::function<void(const std::string&, GVariant*)>;
+    const unsigned id = g_dbus_connection_signal_subscribe(
+        connection, match.sender, match.interface, match.member, match.path, match.argument,
+        match.anyBelow ? G_DBUS_SIGNAL_FLAGS_MATCH_ARG0_NAMESPACE : G_DBUS_SIGNAL_FLAGS_NONE,
+        [](GDBusConnection*, const char* sender, const char*, const char*, const char*,
+           GVariant* parameters,
+           void* data) noexcept { (*static_cast<Action*>(data))(sender, parameters); },
+        new Action(std::move(action)), [](void* data) { delete static_cast<Action*>(data); });
+    return Registration([connection, id] { g_dbus_connection_signal_unsubscribe(connection, id); });
+}
+
+Registration WhenClosed(GDBusConnection* connection, std::function<void()> action) {
+    using Action = std::function<void()>;
+    const auto run = [](GDBusConnection*, int, GError*, void* data) noexcept {
+        (*static_cast<Action*>(data))();
+    };
+    const auto forget = [](void* data, GClosure*) { delete static_cast<Action*>(data); };
+    const unsigned long id = g_signal_connect_data(
+        connection, "closed",
+        G_CALLBACK(static_cast<void (*)(GDBusConnection*, int, GError*, void*)>(run)),
+        new Action(std::move(action)), forget, G_CONNECT_DEFAULT);
+    return Registration([connection, id] { g_signal_handler_disconnect(connection, id); });
 }
 
 // The request is not queued. A queued request would take the name over as soon as its owner

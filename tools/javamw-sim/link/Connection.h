@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "common/Result.h"
@@ -23,6 +24,25 @@ using ConnectionPtr = GObjectPtr<GDBusConnection>;
 /// Connects to the message bus at address, or to the system bus when address is empty. The
 /// connection is not shared, and its loss does not end the process. Blocks.
 Result<ConnectionPtr> OpenBus(const std::string& address);
+
+/// Signals of the bus: those that agree with each member that is not null.
+struct SignalMatch {
+    const char* sender = nullptr;
+    const char* interface = nullptr;
+    const char* member = nullptr;
+    const char* path = nullptr;
+    const char* argument = nullptr;  ///< The first argument of the signal.
+    bool anyBelow = false;           ///< argument is a namespace of names.
+};
+/// NameOwnerChanged signals of the bus daemon for this name, or for all below it.
+SignalMatch OwnerChangesOf(const char* name, bool anyBelow = false);
+
+/// Runs action for each signal. connection must outlive the registration.
+Registration Subscribe(GDBusConnection* connection, const SignalMatch& match,
+                       std::function<void(const std::string& sender, GVariant* parameters)> action);
+
+/// Runs action when the bus closes the connection, which must outlive the registration.
+Registration WhenClosed(GDBusConnection* connection, std::function<void()> action);
 
 /// The outcome of AnnounceName().
 struct AnnounceResult {

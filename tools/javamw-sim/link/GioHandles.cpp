@@ -25,7 +25,9 @@ Registration RunOn(GSource* source, std::function<bool()> action) {
     using Action = std::function<bool()>;
     g_source_set_callback(
         source,
-        [](void* data) -> gboolean { return (*static_cast<Action*>(data))() ? TRUE : FALSE; },
+        [](void* data) noexcept -> gboolean {
+            return (*static_cast<Action*>(data))() ? TRUE : FALSE;
+        },
         new Action(std::move(action)), [](void* data) { delete static_cast<Action*>(data); });
     return Attach(source);
 }
@@ -34,7 +36,7 @@ Registration WhenReadable(int file, std::function<void(GIOCondition)> action) {
     using Action = std::function<void(GIOCondition)>;
     GSource* source =
         g_unix_fd_source_new(file, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
-    const GUnixFDSourceFunc run = [](int, GIOCondition condition, void* data) -> gboolean {
+    const GUnixFDSourceFunc run = [](int, GIOCondition condition, void* data) noexcept -> gboolean {
         (*static_cast<Action*>(data))(condition);
         return G_SOURCE_CONTINUE;
     };

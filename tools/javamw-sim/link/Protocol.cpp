@@ -6,6 +6,7 @@
 #include <charconv>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include "applist/RemoteAppListItem.h"
 #include "common/Output.h"
@@ -85,6 +86,16 @@ std::optional<Items> DecodeItems(const Bytes& payload) {
     return items;
 }
 
+Result<Items> ItemsOfReply(const Result<Bytes>& reply) {
+    if (!reply) {
+        return Result<Items>::Failure(reply.error());
+    }
+    auto items = DecodeItems(*reply);
+    return items ? Result<Items>(std::move(*items))
+                 : Result<Items>::Failure("the reply of " + std::to_string(reply->size()) +
+                                          " bytes is not a list of items");
+}
+
 std::string ItemLine(const Item& item) {
     return OneLine(item.id) + '\t' + OneLine(item.name);
 }
@@ -96,6 +107,13 @@ std::string DescribeNotification(const Notification& notification) {
         text += " with " + std::to_string(notification.payloadSize) + " unexpected bytes";
     }
     return text;
+}
+
+std::string DescribeMessage(const Bytes& message) {
+    const auto notification = DecodeNotification(message);
+    return notification
+               ? DescribeNotification(*notification)
+               : "notification of " + std::to_string(message.size()) + " bytes without an id";
 }
 
 std::optional<Notification> DecodeNotification(const Bytes& message) {

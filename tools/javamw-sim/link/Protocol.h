@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/Result.h"
+
 namespace applist::sim {
 
 /// One entry of the application's list, as the middleware sees it.
@@ -66,6 +68,9 @@ Bytes EncodeCall(Function function, const Items& items);
 /// Decodes consecutive items; returns nothing if the rest is not a complete item.
 std::optional<Items> DecodeItems(const Bytes& payload);
 
+/// Returns the items of a reply. A failure is that of the call, or says that there are none.
+Result<Items> ItemsOfReply(const Result<Bytes>& reply);
+
 /// Returns "id<TAB>name", each escaped by OneLine().
 std::string ItemLine(const Item& item);
 
@@ -77,6 +82,9 @@ struct Notification {
 
 /// Returns "event 1 ItemChanged", followed by the size of an unexpected payload.
 std::string DescribeNotification(const Notification& notification);
+
+/// Returns "event 1 ItemChanged", or a description of an invalid notification.
+std::string DescribeMessage(const Bytes& message);
 
 /// Returns nothing if message is too short for an id.
 std::optional<Notification> DecodeNotification(const Bytes& message);

@@ -36,9 +36,8 @@ void SelectionReader::Read(const std::string& application, Event event, Done don
     }
     const uint64_t number = ++m_lastNumber;
     m_pending[number] = {application, event, std::move(done)};
-    m_client.Call(
-        application, Function::GetSelection, {},
-        [this, number](const Result<Items>& reply) { Complete(number, SelectedIn(reply)); });
+    m_ask(application,
+          [this, number](const Result<Items>& reply) { Complete(number, SelectedIn(reply)); });
 }
 
 void SelectionReader::Lost(const std::string& application) {

@@ -7,9 +7,10 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "link/ListClient.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 
@@ -34,9 +35,11 @@ std::string DescribeSelection(Event event, const SelectedItem& selection);
 class SelectionReader {
 public:
     using Done = std::function<void(const SelectedItem& selection)>;
+    /// Calls GetSelection of an application and runs done with the reply.
+    using Ask = std::function<void(const std::string& application,
+                                   std::function<void(const Result<Items>& reply)> done)>;
 
-    /// client must outlive the reader.
-    explicit SelectionReader(ListClient& client) : m_client(client) {}
+    explicit SelectionReader(Ask ask) : m_ask(std::move(ask)) {}
 
     /// Calls GetSelection. Runs done once, from the main loop or from Lost().
     void Read(const std::string& application, Event event, Done done);
@@ -56,7 +59,7 @@ private:
     void Complete(uint64_t number, const SelectedItem& answer);
     SelectedItem Resolve(const Pending& read, const SelectedItem& answer);
 
-    ListClient& m_client;
+    Ask m_ask;
     uint64_t m_lastNumber = 0;
     std::map<uint64_t, Pending> m_pending;  ///< By number; a later read has a higher one.
     /// Per application the answer that followed the most recent event 2; absent while pending.

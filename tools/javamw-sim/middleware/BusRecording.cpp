@@ -34,7 +34,6 @@ private:
     /// Returns an empty string on success.
     std::string BecomeMonitor();
     void Say(const std::string& line) const;
-    static void cb_Closed(GDBusConnection*, int, GError*, void* recording) noexcept;
 
     std::string m_address;
     std::string m_file;
@@ -75,11 +74,13 @@ ExitCode BusRecording::Run() {
 }
 
 ExitCode BusRecording::Record() {
-    const unsigned long closed =
-        g_signal_connect(m_connection.get(), "closed", G_CALLBACK(&BusRecording::cb_Closed), this);
+    Registration closed = WhenClosed(m_connection.get(), [this] {
+        Complain("the bus closed the connection");
+        m_loop.End(ExitCode::NoBus);
+    });
     Say("recording " + m_file);
     const ExitCode code = m_loop.Run();
-    g_signal_handler_disconnect(m_connection.get(), closed);
+    closed.Release();
     const std::string error = m_recorder->Finish();
     if (!error.empty()) {
         Complain(error);
@@ -109,12 +110,6 @@ void BusRecording::Say(const std::string& line) const {
         return;
     }
     static_cast<void>(WriteLine(line));
-}
-
-void BusRecording::cb_Closed(GDBusConnection* /*connection*/, int /*remotePeerVanished*/,
-                             GError* /*error*/, void* recording) noexcept {
-    Complain("the bus closed the connection");
-    static_cast<BusRecording*>(recording)->m_loop.End(ExitCode::NoBus);
 }
 
 }  // namespace

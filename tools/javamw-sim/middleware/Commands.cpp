@@ -72,15 +72,15 @@ private:
 };
 
 void ServeSession::Fill(const std::string& application) {
-    client().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
-    client().Call(application, Function::AddItems, m_items,
-                  [this, application, count = m_items.size()](const Result<Items>& reply) {
-                      if (reply) {
-                          OnFilled(application, count);
-                      } else {
-                          Complain("cannot fill " + application + ": " + reply.error());
-                      }
-                  });
+    link().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
+    link().Call(application, Function::AddItems, m_items,
+                [this, application, count = m_items.size()](const Result<Items>& reply) {
+                    if (reply) {
+                        OnFilled(application, count);
+                    } else {
+                        Complain("cannot fill " + application + ": " + reply.error());
+                    }
+                });
 }
 
 void ServeSession::OnFilled(const std::string& application, size_t count) {
@@ -112,16 +112,16 @@ void ServeSession::OnChange() {
 void ServeSession::Update(const std::string& application, const ListUpdate& update) {
     for (const ListCall& call : update.calls) {
         const bool last = &call == &update.calls.back();
-        client().Call(application, call.function, call.items,
-                      [this, application, last,
-                       counts = UpdateCounts{update.added, update.removed, update.renamed}](
-                          const auto& reply) {
-                          if (!reply) {
-                              Complain("cannot update " + application + ": " + reply.error());
-                          } else if (last) {
-                              Print(report().Updated(application, counts));
-                          }
-                      });
+        link().Call(application, call.function, call.items,
+                    [this, application, last,
+                     counts = UpdateCounts{update.added, update.removed, update.renamed}](
+                        const auto& reply) {
+                        if (!reply) {
+                            Complain("cannot update " + application + ": " + reply.error());
+                        } else if (last) {
+                            Print(report().Updated(application, counts));
+                        }
+                    });
     }
 }
 
@@ -133,8 +133,8 @@ public:
 protected:
     void OnConnected(const std::string& application) override {
         if (!std::exchange(m_called, true)) {
-            client().Call(application, m_function, m_arguments,
-                          [this](const Result<Items>& reply) { OnReply(reply); });
+            link().Call(application, m_function, m_arguments,
+                        [this](const Result<Items>& reply) { OnReply(reply); });
         }
     }
     ExitCode OnInterrupted() override { return ExitCode::CallFailed; }

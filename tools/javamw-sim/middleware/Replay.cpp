@@ -161,11 +161,10 @@ int64_t ReplaySession::Delay(const SentMessage& message) const {
 
 void ReplaySession::Say(const SentMessage& message) {
     if (message.kind == MessageKind::Call) {
-        middleware().link().Call(m_application, message.bytes,
-                                 [this](const Result<Bytes>&) { OnAnswer(); });
+        link().Call(m_application, message.bytes, [this](const Result<Bytes>&) { OnAnswer(); });
         return;
     }
-    const std::string error = middleware().link().Emit(m_application, message.bytes);
+    const std::string error = link().Emit(m_application, message.bytes);
     if (!error.empty()) {
         Complain("cannot signal: " + error);
     }

@@ -48,7 +48,7 @@ protected:
 
     /// REQUIRES: called during Run().
     Middleware& middleware() { return m_middleware; }
-    ListClient& client() { return m_middleware.client(); }
+    BusLink& link() { return m_middleware.link(); }
     const Report& report() const { return *m_report; }
     /// Prints a line. Ends the session if standard output cannot be written.
     void Print(const std::string& line);

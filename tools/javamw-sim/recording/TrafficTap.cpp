@@ -76,18 +76,6 @@ namespace {
 // Common prefix of all handshake names.
 constexpr const char* NAMESPACE = "org.vantu.JavaMW";
 
-// The bus reports the names of a connection only to subscribers. The tap sees the resulting
-// signals.
-Registration ListenToAnnouncements(GDBusConnection* connection) {
-    const unsigned id = g_dbus_connection_signal_subscribe(
-        connection, "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged",
-        "/org/freedesktop/DBus", NAMESPACE, G_DBUS_SIGNAL_FLAGS_MATCH_ARG0_NAMESPACE,
-        [](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*, void*) {
-        },
-        nullptr, nullptr);
-    return Registration([connection, id] { g_dbus_connection_signal_unsubscribe(connection, id); });
-}
-
 }  // namespace
 
 Result<std::unique_ptr<SessionRecorder>> SessionRecorder::Start(GDBusConnection* connection,
@@ -107,7 +95,9 @@ SessionRecorder::SessionRecorder(GDBusConnection* connection, TrafficTap::Use us
       m_tap(std::make_unique<TrafficTap>(
           connection, use, [this](const RecordedMessage& message) { m_file.Write(message); })) {
     if (use == TrafficTap::Use::Participant) {
-        m_announcements = ListenToAnnouncements(connection);
+        // The bus reports names only to subscribers. The tap sees the resulting signals.
+        m_announcements =
+            Subscribe(connection, OwnerChangesOf(NAMESPACE, true), [](const auto&, GVariant*) {});
     }
 }
 

@@ -1,6 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,34 +30,17 @@ using Lines = std::vector<std::string>;
 std::string Text(const Bytes& bytes) {
     return {bytes.begin(), bytes.end()};
 }
-Bytes ToBytes(const std::string& text) {
-    return {text.begin(), text.end()};
+
+/// Describes a happening on one line with the bytes of its message.
+std::string Line(const Happening& happening) {
+    const bool message = happening.kind == Happening::Kind::Notified;
+    if (message || happening.kind == Happening::Kind::Called) {
+        return (message ? "notified " : "called ") + Text(happening.message) + ' ' +
+               happening.application;
+    }
+    return happening.kind == Happening::Kind::Failed ? "failed " + happening.problem
+                                                     : Describe(happening);
 }
-
-/// Records the events of the link. Answers each call with "re:" and the bytes of the call.
-class RecordingListener : public BusLinkListener {
-public:
-    void Connected(const std::string& application) override { Note("connected", application); }
-    void Disconnected(const std::string& application) override {
-        Note("disconnected", application);
-    }
-    void Notified(const std::string& application, const Bytes& message) override {
-        Note("notified " + Text(message), application);
-    }
-    Bytes Called(const std::string& application, const Bytes& message) override {
-        Note("called " + Text(message), application);
-        return ToBytes("re:" + Text(message));
-    }
-    void LinkFailed(const std::string& error) override { lines.push_back("failed " + error); }
-    void BusLost() override { lines.emplace_back("bus lost"); }
-
-    Lines lines;
-
-private:
-    void Note(const std::string& what, const std::string& application) {
-        lines.push_back(what + " " + application);
-    }
-};
 
 class BusLinkTest : public testing::Test {
 protected:
@@ -66,7 +50,12 @@ protected:
         auto connection = OpenBus(m_bus.Address());
         ASSERT_TRUE(connection) << connection.error();
         m_connection = connection->get();
-        m_link = std::make_unique<BusLink>(std::move(*connection), m_listener);
+        m_link =
+            std::make_unique<BusLink>(std::move(*connection), [this](const Happening& happening) {
+                if (happening.kind != Happening::Kind::Announced) {
+                    m_lines.push_back(Line(happening));
+                }
+            });
         EXPECT_TRUE(AwaitHeard("_CLIENT_SYN"));
         m_application.Forget();
     }
@@ -76,8 +65,7 @@ protected:
             [&] { return !m_application.Heard().empty() && m_application.Heard().back() == what; });
     }
     bool AwaitLine(const std::string& line) {
-        return RunUntil(
-            [&] { return !m_listener.lines.empty() && m_listener.lines.back() == line; });
+        return RunUntil([&] { return !m_lines.empty() && m_lines.back() == line; });
     }
     // Waits until the link has received all messages of the application, and the application the
     // link's answers.
@@ -89,13 +77,13 @@ protected:
     void Connect() {
         m_application.Announce("_SERVICE_SYN_ACK");
         ASSERT_TRUE(AwaitLine("connected " + m_application.UniqueName()));
-        m_listener.lines.clear();
+        m_lines.clear();
         m_application.Forget();
     }
 
     PrivateBus m_bus;
     ScriptedPeer m_application{m_bus.Address(), "Applist", ScriptedPeer::APPLICATION};
-    RecordingListener m_listener;
+    Lines m_lines;
     std::unique_ptr<BusLink> m_link;
     GDBusConnection* m_connection = nullptr;  ///< The link's.
 };
@@ -142,25 +130,25 @@ TEST_F(BusLinkTest, ForwardsOnlySignalsOfItsApplication) {
     m_application.Emit(middleware, names::OBJECT_PATH, names::SIGNAL, g_variant_new("(s)", "x"));
     m_application.Notify(middleware, names::OBJECT_PATH, {});
     EXPECT_TRUE(AwaitLine("notified  " + m_application.UniqueName()));
-    EXPECT_EQ(m_listener.lines.size(), 1U);
+    EXPECT_EQ(m_lines.size(), 1U);
 }
 
-TEST_F(BusLinkTest, AnswersTheCallsOfAnApplication) {
+TEST_F(BusLinkTest, AnswersTheCallsOfAnApplicationWithNothing) {
     Connect();
-    std::string reply;
+    std::optional<Bytes> reply;
     g_dbus_connection_call(
         m_application.Connection(), m_application.Announcer().c_str(), names::OBJECT_PATH,
         names::INTERFACE, names::METHOD, g_variant_new("(^ay)", "hello"), G_VARIANT_TYPE("(ay)"),
         G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
-        [](GObject* source, GAsyncResult* result, void* text) {
+        [](GObject* source, GAsyncResult* result, void* bytes) {
             const GVariantPtr value(
                 g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
-            const GVariantPtr array(g_variant_get_child_value(value.get(), 0));
-            *static_cast<std::string*>(text) = g_variant_get_bytestring(array.get());
+            *static_cast<std::optional<Bytes>*>(bytes) = FromVariant(value.get());
         },
         &reply);
-    EXPECT_TRUE(RunUntil([&] { return !reply.empty(); }));
-    EXPECT_EQ(reply, "re:hello");
+    ASSERT_TRUE(RunUntil([&] { return reply.has_value(); }));
+    EXPECT_THAT(*reply, IsEmpty());
+    EXPECT_THAT(m_lines, Contains(testing::StartsWith("called hello")));
 }
 
 TEST_F(BusLinkTest, SignalsToOneApplication) {
@@ -194,7 +182,7 @@ TEST_F(BusLinkTest, CancelsItsCallsWhenItEnds) {
 TEST_F(BusLinkTest, ReportsTheLossOfTheBus) {
     m_application.Leave();
     m_bus.Stop();
-    EXPECT_TRUE(AwaitLine("bus lost"));
+    EXPECT_TRUE(AwaitLine("the bus closed the connection"));
 }
 
 }  // namespace

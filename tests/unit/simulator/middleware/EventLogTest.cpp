@@ -1,6 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include <deque>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -18,22 +19,14 @@ using testing::IsEmpty;
 const std::string APPLICATION = ":1.5";
 
 /// An application whose answers the test triggers.
-class FakeCaller : public MessageCaller {
-public:
-    void Call(const std::string& application, const Bytes& message, Done done) override {
-        EXPECT_EQ(message, EncodeCall(Function::GetSelection, {}));
-        calls.push_back({application, std::move(done)});
-    }
+struct FakeApplication {
+    using Done = std::function<void(const Result<Items>& reply)>;
 
     // Answers the call with this number with one item.
-    void Answer(size_t call, const Item& item) {
-        Bytes payload = EncodeCall(Function::SetSelection, {item});
-        payload.resize(payload.size() - 4);
-        calls.at(call).second(payload);
-    }
+    void Answer(size_t call, const Item& item) { calls.at(call).second(Items{item}); }
 
     void Fail(size_t call, const std::string& error) {
-        calls.at(call).second(Result<Bytes>::Failure(error));
+        calls.at(call).second(Result<Items>::Failure(error));
     }
 
     std::deque<std::pair<std::string, Done>> calls;
@@ -45,34 +38,35 @@ protected:
         m_log.Add(m_reader, application, {event, 0});
     }
 
-    FakeCaller m_caller;
+    FakeApplication m_application;
     std::vector<std::string> m_lines;
-    ListClient m_client{m_caller};
     std::unique_ptr<Report> m_report = TextReport(false);
-    SelectionReader m_reader{m_client};
+    SelectionReader m_reader{[this](const std::string& application, auto done) {
+        m_application.calls.push_back({application, std::move(done)});
+    }};
     EventLog m_log{*m_report, [this](const std::string& line) { m_lines.push_back(line); }};
 };
 
 TEST_F(EventLogTest, PrintsAnEventWhenItsSelectionIsKnown) {
     Add(Event::ItemSelected);
     EXPECT_THAT(m_lines, IsEmpty());
-    EXPECT_EQ(m_caller.calls.at(0).first, APPLICATION);
-    m_caller.Answer(0, {"w1", "Weather"});
+    EXPECT_EQ(m_application.calls.at(0).first, APPLICATION);
+    m_application.Answer(0, {"w1", "Weather"});
     EXPECT_THAT(m_lines, ElementsAre("event 2 ItemSelected selection w1\tWeather"));
 }
 
 TEST_F(EventLogTest, PrintsNoneWithoutASelection) {
     Add(Event::LocalCreated);
-    m_caller.Answer(0, {});
+    m_application.Answer(0, {});
     EXPECT_THAT(m_lines, ElementsAre("event 4 LocalCreated selection none"));
 }
 
 TEST_F(EventLogTest, KeepsTheOrderOfTheEventsWhateverTheOrderOfTheAnswers) {
     Add(Event::ItemChanged);
     Add(Event::ItemSelected);
-    m_caller.Answer(1, {"b", "B"});
+    m_application.Answer(1, {"b", "B"});
     EXPECT_THAT(m_lines, IsEmpty());
-    m_caller.Answer(0, {"a", "A"});
+    m_application.Answer(0, {"a", "A"});
     EXPECT_THAT(m_lines, ElementsAre("event 1 ItemChanged selection a\tA",
                                      "event 2 ItemSelected selection b\tB"));
 }
@@ -81,9 +75,9 @@ TEST_F(EventLogTest, PrintsWhyTheSelectionCannotBeRead) {
     for (size_t i = 0; i < 3; ++i) {
         Add(Event::ItemChanged);
     }
-    m_caller.Fail(0, "gone\naway");
-    m_caller.calls.at(1).second(Bytes{1, 2, 3});
-    m_caller.calls.at(2).second(Bytes());
+    m_application.Fail(0, "gone\naway");
+    m_application.calls.at(1).second(ItemsOfReply(Bytes{1, 2, 3}));
+    m_application.calls.at(2).second(Items());
     EXPECT_THAT(
         m_lines,
         ElementsAre("event 1 ItemChanged selection unreadable: gone\\x0aaway",
@@ -98,27 +92,27 @@ TEST_F(EventLogTest, CompletesTheEventsOfAnApplicationThatEnded) {
     m_reader.Lost(APPLICATION);
     EXPECT_THAT(m_lines,
                 ElementsAre("event 1 ItemChanged selection unreadable: the application ended"));
-    m_caller.Answer(0, {"late", "Late"});
-    m_caller.Answer(1, {"a", "A"});
+    m_application.Answer(0, {"late", "Late"});
+    m_application.Answer(1, {"a", "A"});
     EXPECT_EQ(m_lines.size(), 2U);
     EXPECT_EQ(m_lines.back(), "event 1 ItemChanged selection a\tA");
 }
 
 TEST_F(EventLogTest, PrintsTheChoiceThatTheApplicationAnswers) {
     Add(Event::ItemSelected);
-    m_caller.Answer(0, {"a", "A"});
+    m_application.Answer(0, {"a", "A"});
     Add(Event::ItemClicked);
-    m_caller.Answer(1, {"b", "B"});
+    m_application.Answer(1, {"b", "B"});
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
 }
 
 TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnded) {
     Add(Event::ItemSelected);
     Add(Event::ItemSelected);
-    m_caller.Answer(0, {"a", "A"});
-    m_caller.Answer(1, {"b", "B"});
+    m_application.Answer(0, {"a", "A"});
+    m_application.Answer(1, {"b", "B"});
     Add(Event::ItemChanged);
-    m_caller.Answer(2, {"c", "C"});
+    m_application.Answer(2, {"c", "C"});
     Add(Event::ItemClicked);
     m_reader.Lost(APPLICATION);
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
@@ -126,16 +120,16 @@ TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnde
 
 TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheCallFails) {
     Add(Event::ItemSelected);
-    m_caller.Answer(0, {"a", "A"});
+    m_application.Answer(0, {"a", "A"});
     Add(Event::ItemClicked);
-    m_caller.Fail(1, "gone");
+    m_application.Fail(1, "gone");
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose a\tA");
 }
 
 // The older answer names an item from which the viewer has moved away since.
 TEST_F(EventLogTest, NeverTakesTheChoiceFromAnOlderSelection) {
     Add(Event::ItemSelected);
-    m_caller.Answer(0, {"a", "A"});
+    m_application.Answer(0, {"a", "A"});
     Add(Event::ItemSelected);
     Add(Event::ItemClicked);
     m_reader.Lost(APPLICATION);
@@ -144,17 +138,17 @@ TEST_F(EventLogTest, NeverTakesTheChoiceFromAnOlderSelection) {
 
 TEST_F(EventLogTest, DoesNotTakeTheChoiceFromASelectionThatCouldNotBeRead) {
     Add(Event::ItemSelected);
-    m_caller.Answer(0, {"a", "A"});
+    m_application.Answer(0, {"a", "A"});
     Add(Event::ItemSelected);
-    m_caller.Fail(1, "busy");
+    m_application.Fail(1, "busy");
     Add(Event::ItemClicked);
-    m_caller.Fail(2, "gone");
+    m_application.Fail(2, "gone");
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: gone");
 }
 
 TEST_F(EventLogTest, DoesNotTakeTheChoiceFromAnotherApplication) {
     Add(Event::ItemSelected, ":1.6");
-    m_caller.Answer(0, {"a", "A"});
+    m_application.Answer(0, {"a", "A"});
     Add(Event::ItemClicked);
     m_reader.Lost(APPLICATION);
     EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
@@ -162,7 +156,7 @@ TEST_F(EventLogTest, DoesNotTakeTheChoiceFromAnotherApplication) {
 
 TEST_F(EventLogTest, PrintsUnknownEventsAndPayloads) {
     m_log.Add(m_reader, APPLICATION, {static_cast<Event>(77), 3});
-    m_caller.Answer(0, {});
+    m_application.Answer(0, {});
     EXPECT_THAT(m_lines, ElementsAre("event 77 Unknown with 3 unexpected bytes selection none"));
 }
 
