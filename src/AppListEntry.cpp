@@ -35,10 +35,16 @@ bool AppListEntry::Create(void* data) {
         LOG_ERROR("service data is null");
         return false;
     }
-    return applist::GuardCallback(false, [data] {
-        static_cast<AppListEntry*>(data)->Build();
+    auto& entry = *static_cast<AppListEntry*>(data);
+    const bool created = applist::GuardCallback(false, [&entry] {
+        entry.Build();
         return true;
     });
+    if (!created) {
+        // Now, because the toolkit is shut down before the destructor runs.
+        entry.Delete();
+    }
+    return created;
 }
 
 void AppListEntry::Build() {

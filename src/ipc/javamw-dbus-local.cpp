@@ -33,6 +33,12 @@ void PrintLine(const std::vector<char>& data) {
     std::cout.write(data.data(), std::ssize(data)) << '\n';
 }
 
+void ReplyWithError(GDBusMethodInvocation* invocation, GDBusError code, const std::string& text) {
+    // The function consumes a reference to the invocation.
+    g_object_ref(invocation);
+    g_dbus_method_invocation_return_error_literal(invocation, G_DBUS_ERROR, code, text.c_str());
+}
+
 void Unwatch(uint32_t& id) {
     if (id != 0) {
         g_bus_unwatch_name(std::exchange(id, 0));
@@ -283,23 +289,34 @@ void JavaMWDbusLocal::OnMethodCall(const char* objectPath, GVariant* parameters,
     if (objectPath != m_objectPath) {
         return;
     }
+    const bool handled = applist::GuardCallback(false, [&] {
+        Answer(parameters, invocation);
+        return true;
+    });
+    if (!handled) {
+        // Without a reply the caller would wait for its timeout.
+        ReplyWithError(invocation, G_DBUS_ERROR_NO_MEMORY, "The call failed");
+    }
+}
+
+void JavaMWDbusLocal::Answer(GVariant* parameters, GDBusMethodInvocation* invocation) {
     auto data = applist::BytesOf(parameters);
     if (!data) {
         LOG_ERROR("Call without a byte array is ignored.\n\n");
         return;
     }
     const std::vector<char> reply = HandleMessage(*data);
-    // The functions that send the reply consume a reference to the invocation.
-    g_object_ref(invocation);
     if (reply.size() > MAX_REPLY_BYTES) {
         LOG_ERROR("Reply with %zu bytes exceeds the limit of %zu bytes\n\n", reply.size(),
                   MAX_REPLY_BYTES);
-        g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR,
-                                              G_DBUS_ERROR_LIMITS_EXCEEDED,
-                                              "The reply of %zu bytes is too large", reply.size());
+        ReplyWithError(invocation, G_DBUS_ERROR_LIMITS_EXCEEDED,
+                       "The reply of " + std::to_string(reply.size()) + " bytes is too large");
         return;
     }
-    g_dbus_method_invocation_return_value(invocation, applist::PayloadOf(reply));
+    GVariant* payload = applist::PayloadOf(reply);
+    // The function consumes a reference to the invocation.
+    g_object_ref(invocation);
+    g_dbus_method_invocation_return_value(invocation, payload);
 }
 
 void JavaMWDbusLocal::cb_SignalCall(GDBusConnection* connection, const char* sender,

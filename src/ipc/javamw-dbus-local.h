@@ -157,6 +157,7 @@ private:
     // The callbacks' implementation, called after the check that the channel is alive.
     void OnMethodCall(const char* objectPath, GVariant* parameters,
                       GDBusMethodInvocation* invocation);
+    void Answer(GVariant* parameters, GDBusMethodInvocation* invocation);
     void OnSignal(const char* sender, const char* objectPath, const char* signalName,
                   GVariant* parameters);
     void OnSyn(GDBusConnection* connection, GVariant* parameters);

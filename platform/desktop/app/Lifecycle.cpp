@@ -65,13 +65,17 @@ gboolean OnEndSignal(void*) {
 }
 
 // Ends the loop on SIGTERM and SIGINT while it exists. The toolkit handles both signals as well,
-// but ignores them permanently if it could not create its signal pipe.
+// but ignores them permanently if it could not create its signal pipe. Afterwards the program is
+// ending, and both signals are ignored: the bus library raises SIGTERM when the system bus is lost,
+// and a second signal would turn a normal end into a death by signal.
 class EndSignals {
 public:
     EndSignals() = default;
     ~EndSignals() {
         g_source_remove(m_terminate);
         g_source_remove(m_interrupt);
+        std::signal(SIGTERM, SIG_IGN);
+        std::signal(SIGINT, SIG_IGN);
     }
     EndSignals(const EndSignals&) = delete;
     EndSignals& operator=(const EndSignals&) = delete;
@@ -136,7 +140,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     // A request for this instance would be lost from here on, so later launches must start a new
     // instance.
     instance.reset();
-    if (result == ENDED) {
+    if (m_created) {
         m_callbacks.terminate(m_userData);
     }
     return result;
@@ -153,7 +157,10 @@ Lifecycle::Result Lifecycle::RunApplication() {
     }
     m_created = true;
     // Runs inside the loop, because elm_exit() before elm_run() has no effect.
-    ecore_job_add(OnFirstTurn, this);
+    if (ecore_job_add(OnFirstTurn, this) == nullptr) {
+        LOG_ERROR("Cannot start the loop of %s", m_applicationId.c_str());
+        return FAILED;
+    }
     m_looping = true;
     elm_run();
     m_looping = false;
@@ -187,9 +194,8 @@ void Lifecycle::Leave() {
     if (std::exchange(m_leaving, true)) {
         return;
     }
-    if (m_leaveScreen()) {
-        m_wait = ecore_timer_add(LEAVE_SECONDS, OnWaitOver, this);
-    } else {
+    m_wait = m_leaveScreen() ? ecore_timer_add(LEAVE_SECONDS, OnWaitOver, this) : nullptr;
+    if (m_wait == nullptr) {
         elm_exit();
     }
 }

@@ -5,9 +5,12 @@
 #include <Ecore.h>
 #include <utility>
 
+#include "Log.h"
+
 namespace applist::desktop {
 
-/// Owns a toolkit event handler and deletes it in the destructor. Must not outlive the toolkit.
+/// Owns a toolkit event handler and deletes it in the destructor. Must not outlive the toolkit. If
+/// the toolkit cannot register the handler, that is logged and the handler is never called.
 class [[nodiscard]] EventHandler {
 public:
     EventHandler() = default;
@@ -31,7 +34,11 @@ public:
     }
 
 private:
-    explicit EventHandler(Ecore_Event_Handler* handler) : m_handler(handler) {}
+    explicit EventHandler(Ecore_Event_Handler* handler) : m_handler(handler) {
+        if (handler == nullptr) {
+            LOG_ERROR("Failed to register an event handler; keys may be ignored");
+        }
+    }
     void Delete() {
         if (m_handler != nullptr) {
             ecore_event_handler_del(std::exchange(m_handler, nullptr));

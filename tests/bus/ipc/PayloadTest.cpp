@@ -105,7 +105,7 @@ TEST_F(Call, IsAnsweredByTheDefaultHookWithTheChannelsName) {
                                    Debug("Default handler - HandleMessage = text\n\n")));
 }
 
-TEST_F(Call, IsNotAnsweredWhenTheHookRunsOutOfMemory) {
+TEST_F(Call, GetsAnErrorWhenTheHookRunsOutOfMemory) {
     RecordingChannel channel;
     ScriptedPeer peer(Address());
     channel.answer = [&channel](const Bytes&) -> Bytes {
@@ -114,11 +114,13 @@ TEST_F(Call, IsNotAnsweredWhenTheHookRunsOutOfMemory) {
     };
     ClearLog();
     peer.Send(Self(), PATH, BytesFrom("too much"));
+    ASSERT_TRUE(peer.AwaitTraffic(1));
+    const PeerEvent failed{PeerEvent::FAILURE, "org.freedesktop.DBus.Error.NoMemory", "", {}};
+    EXPECT_THAT(peer.Traffic(), ElementsAre(failed));
     EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("next")), BytesFrom("next"));
     EXPECT_THAT(Log(),
                 ElementsAre(Debug(CallLine(peer, PATH)), Error("Callback aborted: std::bad_alloc"),
                             Debug(CallLine(peer, PATH))));
-    EXPECT_THAT(peer.Traffic(), testing::SizeIs(1));
 }
 
 TEST_F(Call, GetsTheLargestReplyThatTheBusCarries) {

@@ -77,6 +77,16 @@ TEST_F(AnAppListEntry, RefusesToStartWithoutUserData) {
                                    Error("service data is null", "Create")));
 }
 
+// The views use the toolkit, which is shut down before the entry is destroyed.
+TEST_F(AnAppListEntry, DeletesAtOnceWhatAFailedCreateHasBuilt) {
+    Graph().controlThrows = true;
+    EXPECT_FALSE(AppListEntry::Create(&*m_entry));
+    EXPECT_THAT(Graph().events,
+                ElementsAre("new default model", "new local model", "new renderer",
+                            "delete renderer", "delete local model", "delete default model"));
+    EXPECT_THAT(Log(), testing::Contains(Error("Callback aborted: std::bad_alloc")));
+}
+
 TEST_F(AnAppListEntry, OnlyTakesNoteOfTheFirstLaunch) {
     AppListEntry::Create(&*m_entry);
     ClearLog();

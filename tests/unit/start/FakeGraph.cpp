@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "unit/start/FakeGraph.h"
 
+#include <new>
+
 #include "applist/AppList.h"
 #include "applist/DefaultAppListControl.h"
 #include "applist/DefaultAppListModel.h"
@@ -78,6 +80,9 @@ void DefaultAppListRenderer::ItemSelected(AppListModel* /*model*/) {}
 void DefaultAppListRenderer::ItemChanged(AppListModel* /*model*/) {}
 
 DefaultAppListControl::DefaultAppListControl() {
+    if (Graph().controlThrows) {
+        throw std::bad_alloc();
+    }
     applist::test::Note("new control");
     Graph().control = this;
 }

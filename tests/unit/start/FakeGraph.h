@@ -31,6 +31,8 @@ struct GraphJournal {
     // The views created last.
     const AppListRenderer* renderer = nullptr;
     const AppListControl* control = nullptr;
+    /// Set by a test: the memory runs out while the control is created.
+    bool controlThrows = false;
 };
 
 /// The one journal of the process; tests assign GraphJournal{} to reset it.
