@@ -102,11 +102,15 @@ bool Toolkit::Connect() {
     if ((!wayland && !x11) || (wayland && NamesWayland() && WaylandAnswers())) {
         return true;
     }
-    m_connected = x11 && ecore_x_init(nullptr) > 0;
+    if (x11) {
+        m_answers.emplace();
+        m_connected = ecore_x_init(nullptr) > 0;
+    }
     return m_connected || (wayland && WaylandAnswers());
 }
 
 Toolkit::~Toolkit() {
+    m_answers.reset();
     if (m_connected) {
         ecore_x_shutdown();
     }

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
+
+#include "display/XAnswers.h"
 #include "log/ToolkitMessages.h"
 
 namespace applist::desktop {
@@ -30,6 +33,7 @@ public:
 private:
     ToolkitMessages m_messages;
     bool m_started;
+    std::optional<XAnswers> m_answers;
     bool m_connected = false;
 };
 

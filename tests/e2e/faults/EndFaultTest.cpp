@@ -112,12 +112,12 @@ TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
         const char* error;
         int number;
     };
-    // Xlib makes the first writes, before the toolkit has installed its own handler.
+    // The first three writes come before the toolkit has its own connection.
     for (const auto& [call, error, number] :
          {Failure{"recvmsg", "ECONNRESET", 60}, Failure{"recvmsg", "ECONNRESET", 120},
-          Failure{"recvmsg", "ECONNRESET", 400}, Failure{"writev", "EPIPE", 3},
+          Failure{"recvmsg", "ECONNRESET", 400}, Failure{"writev", "EPIPE", 4},
           Failure{"writev", "EPIPE", 8}, Failure{"writev", "EPIPE", 11},
-          Failure{"writev", "EPIPE", 31}, Failure{"writev", "EPIPE", 61}}) {
+          Failure{"writev", "EPIPE", 20}, Failure{"writev", "EPIPE", 28}}) {
         SCOPED_TRACE(std::string(call) + " " + std::to_string(number));
         StartWithFailure(call, error, number);
         EXPECT_EQ(application().WaitForExit(), NO_DISPLAY) << Log();
@@ -127,9 +127,20 @@ TEST_F(AFailingCall, ThatLosesTheDisplayIsReportedOnce) {
     }
 }
 
-// The first write asks the X server for a connection.
+// The program asks the server once on a separate connection; the toolkit then asks again.
+TEST_F(AFailingCall, OfTheFirstQuestionsToTheDisplayLeavesTheList) {
+    for (int number = 1; number <= 2; ++number) {
+        StartWithFailure("writev", "EPIPE", number);
+        ASSERT_TRUE(m_set.WaitForWindow()) << Log();
+        EXPECT_EQ(Log(), "");
+        application().Signal(SIGTERM);
+        EXPECT_EQ(application().WaitForExit(), 0);
+    }
+}
+
+// The third write asks the X server for the toolkit's connection.
 TEST_F(AFailingCall, ThatKeepsTheDisplayFromAnsweringIsReported) {
-    StartWithFailure("writev", "EPIPE", 1);
+    StartWithFailure("writev", "EPIPE", 3);
     EXPECT_EQ(application().WaitForExit(), CANNOT_REACH_DISPLAY) << Log();
     EXPECT_THAT(Log(), HasSubstr("Cannot reach a display"));
 }

@@ -1,0 +1,59 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <Ecore.h>
+#include <map>
+#include <string>
+
+struct xcb_connection_t;
+
+namespace applist::desktop {
+
+/// Asks the X server at once for everything that the toolkit asks one by one when it connects: the
+/// numbers of extensions and atoms, which are the same for all connections. The program replaces
+/// XQueryExtension() and XInternAtom(), which use these answers instead of waiting 37 times.
+///
+/// Main thread only, at most one at a time, while the toolkit is running.
+class XAnswers {
+public:
+    /// An extension's numbers, as in XQueryExtension().
+    struct Extension {
+        bool present = false;
+        int request = 0;
+        int event = 0;
+        int error = 0;
+    };
+
+    /// Connects to the server of DISPLAY and waits for its answers. After a failure FindExtension()
+    /// and FindAtom() find nothing. Create it right before the toolkit connects.
+    XAnswers();
+    ~XAnswers() { Forget(); }
+    XAnswers(const XAnswers&) = delete;
+    XAnswers& operator=(const XAnswers&) = delete;
+    XAnswers(XAnswers&&) = delete;
+    XAnswers& operator=(XAnswers&&) = delete;
+
+    /// Closes the connection and discards the answers. Until then the connection keeps the server
+    /// from resetting its atoms, which it may do after its last connection has closed. Called when
+    /// the main loop is idle for the first time, because the toolkit has connected by then.
+    void Forget();
+
+    /// Returns the current answers if they come from the display of this name, else null.
+    static const XAnswers* For(const char* display);
+    /// Return the server's answer, or null if the name was not asked for.
+    const Extension* FindExtension(const std::string& name) const;
+    const unsigned long* FindAtom(const std::string& name) const;
+
+private:
+    void AskForExtensions();
+    void AskForAtoms();
+
+    xcb_connection_t* m_connection;
+    std::string m_display;
+    std::map<std::string, Extension> m_extensions;
+    std::map<std::string, unsigned long> m_atoms;
+    Ecore_Idle_Enterer* m_atFirstIdle = nullptr;
+};
+
+}  // namespace applist::desktop
