@@ -1,0 +1,195 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+
+import java.io.PrintStream;
+import java.util.HashSet;
+import java.util.List;
+import java.util.Map;
+import java.util.Set;
+import java.util.concurrent.BlockingQueue;
+import java.util.concurrent.CompletableFuture;
+import java.util.concurrent.ExecutorService;
+import java.util.concurrent.Executors;
+import java.util.concurrent.LinkedBlockingQueue;
+import java.util.concurrent.ThreadLocalRandom;
+import java.util.concurrent.TimeUnit;
+import java.util.function.Consumer;
+
+import org.freedesktop.DBus;
+import org.freedesktop.dbus.DBusConnection;
+import org.freedesktop.dbus.exceptions.DBusException;
+import org.freedesktop.dbus.exceptions.DBusExecutionException;
+import org.vantu.javamw.DbusCommunication;
+
+import static java.nio.charset.StandardCharsets.UTF_8;
+
+/**
+ * A middleware for applist, to start your own from: fills the list, follows the selection and starts
+ * the item that the viewer chooses. Runs until it is interrupted. Needs dbus-java 2.8 (libdbus-java).
+ *
+ * <p>The bus library's thread and the thread of the calls only add tasks; the main thread runs them,
+ * so all fields belong to the main thread.
+ */
+public final class ExampleMiddleware {
+    private static final String PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
+    private static final String NAMES = "org.vantu.JavaMW.Applist";
+    /** Which announcement of the application is answered by which of the middleware. */
+    private static final Map<String, String> ANSWERS = Map.of(NAMES + "_SERVICE_SYN", "_CLIENT_SYN_ACK",
+            NAMES + "_SERVICE_SYN_ACK", "_CLIENT_ACK", NAMES + "_SERVICE_ACK", "");
+    private static final int GET_SELECTION = 2001;
+    private static final int ADD_ITEMS = 2004;
+    private static final int ITEM_SELECTED = 2;
+    private static final int ITEM_CLICKED = 3;
+    private static final int LOCAL_CREATED = 4;
+    /** How often an announcement is tried while another middleware owns the name. */
+    private static final int ATTEMPTS = 20;
+    private static final int CALL_TIMEOUT_MS = 25_000;
+    /** The application answers for up to 500 ms after event 3; a set that is busy is slower. */
+    private static final int CHOICE_TIMEOUT_MS = 2_000;
+    private static final PrintStream OUT = new PrintStream(System.out, true, UTF_8);
+
+    /** Replace these by the applications of the broadcast. */
+    private static final List<Item> ITEMS = List.of(new Item("it.guide", "Guida TV"),
+            new Item("it.news", "Notizie"), new Item("it.weather", "Meteo"));
+
+    private final BlockingQueue<Runnable> tasks = new LinkedBlockingQueue<>();
+    private final ExecutorService calls = Executors.newSingleThreadExecutor();
+    private final DBusConnection bus;
+    /** Unique names of the applications that have received the items. */
+    private final Set<String> filled = new HashSet<>();
+    /** The unique name of the connected application, or empty. */
+    private String application = "";
+    /** Counts events 2, so that late answers are recognised. */
+    private int latestEvent;
+    /** The answer to the GetSelection of the latest event 2, or null. */
+    private Item selection;
+
+    private ExampleMiddleware() throws DBusException {
+        bus = DBusConnection.getConnection(DBusConnection.SYSTEM);
+        bus.changeThreadCount((byte) 1);
+        // All subscriptions are in place before anything is announced.
+        bus.addSigHandler(DBus.NameOwnerChanged.class, change -> tasks.add(() -> onOwnerChange(change)));
+        bus.addSigHandler(DbusCommunication.SendSignal.class, event -> tasks.add(() -> onEvent(event)));
+        announce("_CLIENT_SYN", ATTEMPTS);
+    }
+
+    /** Replace this by what starts an application of the broadcast. */
+    private static void startApplication(Item item) {
+        OUT.println("start " + item.id + " " + item.name);
+    }
+
+    // --- finding each other ------------------------------------------------------------------
+
+    /** Owns a name for a moment. If another middleware owns it, tries again a little later. */
+    private void announce(String suffix, int attempts) {
+        try {
+            bus.requestBusName(NAMES + suffix);
+            bus.releaseBusName(NAMES + suffix);
+        } catch (DBusException taken) {
+            if (attempts == 0) {
+                System.err.println("middleware: cannot announce " + NAMES + suffix + ": " + taken.getMessage());
+                System.exit(1);
+            }
+            int pause = ThreadLocalRandom.current().nextInt(10, 51);
+            CompletableFuture.delayedExecutor(pause, TimeUnit.MILLISECONDS)
+                    .execute(() -> tasks.add(() -> announce(suffix, attempts - 1)));
+        }
+    }
+
+    private void onOwnerChange(DBus.NameOwnerChanged change) {
+        // The release of a name is the announcement. While connected, all are ignored.
+        if (!change.new_owner.isEmpty()) {
+            return;
+        }
+        filled.remove(change.name);
+        if (change.name.equals(application)) {
+            OUT.println("lost " + application);
+            application = "";
+            selection = null;
+        } else if (application.isEmpty() && !ANSWERS.getOrDefault(change.name, "").isEmpty()) {
+            announce(ANSWERS.get(change.name), ATTEMPTS);
+        }
+    }
+
+    // --- calls and events --------------------------------------------------------------------
+
+    /** Calls the application without waiting; done receives the reply, or null. */
+    private void call(int function, List<Item> items, int timeoutMs, Consumer<byte[]> done) {
+        String receiver = application;
+        CompletableFuture.supplyAsync(() -> send(receiver, Item.pack(items, function)), calls)
+                .completeOnTimeout(null, timeoutMs, TimeUnit.MILLISECONDS)
+                .thenAccept(reply -> tasks.add(() -> done.accept(reply)));
+    }
+
+    private byte[] send(String receiver, byte[] data) {
+        try {
+            return bus.getRemoteObject(receiver, PATH, DbusCommunication.class).Send(data);
+        } catch (DBusException | DBusExecutionException error) {
+            OUT.println("no answer: " + error.getMessage());
+            return null;
+        }
+    }
+
+    private void onEvent(DbusCommunication.SendSignal event) {
+        int number = event.data.length == 4 ? Item.numberAt(event.data, 0) : 0;
+        if (number == LOCAL_CREATED) {
+            connected(event.getSource());
+        } else if (event.getSource().equals(application) && number == ITEM_SELECTED) {
+            selectionChanged();
+        } else if (event.getSource().equals(application) && number == ITEM_CLICKED) {
+            itemChosen();
+        }
+    }
+
+    /** Event 4 is the proof of the connection. It may come again, but the list is filled once. */
+    private void connected(String name) {
+        application = name;
+        if (filled.add(name)) {
+            OUT.println("connected " + name);
+            call(ADD_ITEMS, ITEMS, CALL_TIMEOUT_MS, reply -> {
+                if (reply != null) {
+                    OUT.println("filled " + ITEMS.size());
+                }
+            });
+        }
+    }
+
+    private void selectionChanged() {
+        int event = ++latestEvent;
+        selection = null;
+        call(GET_SELECTION, List.of(), CALL_TIMEOUT_MS, reply -> {
+            // An answer for an older event names an item that the viewer has left.
+            if (reply != null && event == latestEvent) {
+                selection = Item.unpack(reply);
+                OUT.println("selected " + selection.id);
+            }
+        });
+    }
+
+    private void itemChosen() {
+        int event = latestEvent;
+        Item last = selection;
+        call(GET_SELECTION, List.of(), CHOICE_TIMEOUT_MS, reply -> {
+            // Without an answer now, the answer for the latest event 2 counts, if it has come.
+            Item known = last != null || event != latestEvent ? last : selection;
+            Item item = reply != null ? Item.unpack(reply) : known;
+            if (item != null && !item.id.isEmpty()) {
+                startApplication(item);
+            } else {
+                OUT.println("start nothing: the choice is unknown");
+            }
+        });
+    }
+
+    public static void main(String[] arguments) throws InterruptedException {
+        try {
+            ExampleMiddleware middleware = new ExampleMiddleware();
+            while (true) {
+                middleware.tasks.take().run();
+            }
+        } catch (DBusException error) {
+            System.err.println("middleware: cannot use the system bus: " + error.getMessage());
+            System.exit(1);
+        }
+    }
+}
