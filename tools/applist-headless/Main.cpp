@@ -28,7 +28,7 @@ constexpr double LONGEST_TIMEOUT = 86400;
 struct Options {
     std::string file = "-";
     std::string address;
-    double timeout = 10;
+    Session::Options session;
 };
 
 constexpr const char* DESCRIPTION =
@@ -57,11 +57,14 @@ int Refuse(const std::string& problem) {
 std::optional<int> ParseOptions(int argc, char** argv, Options& options) {
     g_autofree char* address = nullptr;
     gboolean version = FALSE;
+    gboolean once = FALSE;
     const GOptionEntry entries[] = {
         {"address", 'a', 0, G_OPTION_ARG_STRING, &address,
          "Address of the bus; default: the system bus", "ADDRESS"},
-        {"timeout", 't', 0, G_OPTION_ARG_DOUBLE, &options.timeout,
+        {"timeout", 't', 0, G_OPTION_ARG_DOUBLE, &options.session.awaitSeconds,
          "Time limit of 'await'; default: 10", "SECONDS"},
+        {"once", '\0', 0, G_OPTION_ARG_NONE, &once, "End with the application, not with the input",
+         nullptr},
         {"version", '\0', 0, G_OPTION_ARG_NONE, &version, "Print the version and stop", nullptr},
         {}};
     g_autoptr(GOptionContext) context = g_option_context_new("[FILE]");
@@ -79,9 +82,10 @@ std::optional<int> ParseOptions(int argc, char** argv, Options& options) {
     if (argc > 2) {
         return Refuse(std::string("one FILE at most, not also '") + argv[2] + "'");
     }
-    if (!(options.timeout > 0 && options.timeout <= LONGEST_TIMEOUT)) {
+    if (!(options.session.awaitSeconds > 0 && options.session.awaitSeconds <= LONGEST_TIMEOUT)) {
         return Refuse("--timeout takes a number of seconds up to a day");
     }
+    options.session.once = once != FALSE;
     options.file = argc == 2 ? argv[1] : "-";
     options.address = address != nullptr ? address : "";
     return std::nullopt;
@@ -105,7 +109,7 @@ int RunInput(int fd, const Options& options) {
     const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(
         g_main_loop_new(nullptr, FALSE), g_main_loop_unref);
     Exit status = DONE;
-    Session session(options.timeout, [&](Exit result) {
+    Session session(options.session, [&](Exit result) {
         status = result;
         g_main_loop_quit(loop.get());
     });

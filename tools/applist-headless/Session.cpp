@@ -40,8 +40,8 @@ std::string ReasonOf(const Statement& statement) {
 
 }  // namespace
 
-Session::Session(double awaitSeconds, std::function<void(Exit)> onEnd)
-    : m_awaitSeconds(awaitSeconds), m_onEnd(std::move(onEnd)) {}
+Session::Session(const Options& options, std::function<void(Exit)> onEnd)
+    : m_options(options), m_onEnd(std::move(onEnd)) {}
 
 void Session::Start() {
     std::string problem;
@@ -166,8 +166,9 @@ void Session::Await(const Step& step) {
         return;
     }
     m_awaited = step;
-    m_awaitTimer.emplace(m_awaitSeconds, [this] {
-        Complain(*m_awaited, "this was not so within " + std::to_string(m_awaitSeconds) + " s");
+    m_awaitTimer.emplace(m_options.awaitSeconds, [this] {
+        Complain(*m_awaited,
+                 "this was not so within " + std::to_string(m_options.awaitSeconds) + " s");
         Finish(NOT_REACHED);
     });
 }
@@ -241,6 +242,9 @@ void Session::Changed() {
 void Session::EndLife() {
     m_leaveTimer.reset();
     m_life.reset();
+    if (m_options.once) {
+        return Finish(m_status);
+    }
     Changed();
 }
 

@@ -21,8 +21,15 @@ enum Exit { DONE = 0, NOT_REACHED = 1, WRONG_INPUT = 2, NO_BUS = 3 };
 /// context must run.
 class Session {
 public:
-    /// Waits of "await" end after awaitSeconds. Calls onEnd once, with the exit status.
-    Session(double awaitSeconds, std::function<void(Exit)> onEnd);
+    struct Options {
+        /// The time limit of "await".
+        double awaitSeconds = 10;
+        /// End with the application instead of the input.
+        bool once = false;
+    };
+
+    /// Calls onEnd once, with the exit status.
+    Session(const Options& options, std::function<void(Exit)> onEnd);
 
     /// Starts the application. Ends the session if that fails.
     void Start();
@@ -53,7 +60,7 @@ private:
     void Complain(const Step& step, const std::string& problem);
     void Finish(Exit status);
 
-    double m_awaitSeconds;
+    Options m_options;
     std::function<void(Exit)> m_onEnd;
     std::unique_ptr<Life> m_life;
     std::deque<Step> m_steps;

@@ -70,6 +70,11 @@ TEST_F(Headless, EndsByBackExitAndASecondStart) {
     }
 }
 
+TEST_F(Headless, EndsWithTheApplicationIfAskedTo) {
+    EXPECT_EQ(Run("die\nstate\n", {"--once"}), 0);
+    EXPECT_EQ(m_output, "");
+}
+
 TEST_F(Headless, IgnoresKeysWhileItEnds) {
     const auto serve = Serve();
     EXPECT_EQ(Run("await items 3\nback\ndown\nok\nstate\n"), 0);
