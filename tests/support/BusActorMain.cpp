@@ -132,7 +132,7 @@ std::string Receive(const Arguments& /*none*/) {
     const bool inTime = applist::test::RunUntil([&] { return ended; }, std::chrono::hours(1));
     // Messages that the bus accepted before this question arrive before its answer.
     AskDaemon("GetId", nullptr);
-    return inTime ? "ended" : "nobody ended it";
+    return inTime ? "ended" : "not ended in time";
 }
 
 struct Command {

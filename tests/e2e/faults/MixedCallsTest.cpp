@@ -70,7 +70,7 @@ protected:
     std::unique_ptr<DrivenMiddleware> m_middleware;
 };
 
-TEST_F(MixedCalls, LeaveTheListAndTheScreenAsTheyMust) {
+TEST_F(MixedCalls, KeepListAndScreenEqualToAReference) {
     const size_t calls = Setting("APPLIST_CALLS", 9000);
     StartApplication();
     m_middleware = NewMiddleware();

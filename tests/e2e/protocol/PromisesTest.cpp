@@ -66,7 +66,7 @@ protected:
     std::string m_name;  ///< The application's unique name.
 };
 
-TEST_F(TheProtocol, TellsEveryMiddlewareOfEveryAnswerButEvent4OnlyTheOneConcerned) {
+TEST_F(TheProtocol, AnnouncesItsAnswersToAllButSendsEvent4ToOneMiddleware) {
     Connect(m_first);
     ReadList(m_second);
     const PeerEvent ack{PeerEvent::ANNOUNCEMENT, "_SERVICE_ACK", m_name, {}};

@@ -80,7 +80,7 @@ TEST_F(LocalAppListModelLifecycle, EndsWithTheChannelAfterListenersAndItems) {
     EXPECT_EQ(TheTransport().live, nullptr);
 }
 
-TEST_F(LocalAppListModelLifecycle, LeavesTheListUntoldAtItsEnd) {
+TEST_F(LocalAppListModelLifecycle, SendsNoEventsWhenItIsDestroyed) {
     DefaultAppListModel list;
     RecordingListener view("view");
     auto local = std::make_unique<LocalAppListModel>(&list);
@@ -95,7 +95,7 @@ TEST_F(LocalAppListModelLifecycle, LeavesTheListUntoldAtItsEnd) {
     EXPECT_THAT(TheTransport().sent, IsEmpty());
 }
 
-TEST_F(LocalAppListModelLifecycle, HearsNothingAfterItsEnd) {
+TEST_F(LocalAppListModelLifecycle, ReceivesNoEventsAfterItIsDestroyed) {
     DefaultAppListModel list;
     DefaultAppListItem item("Alpha", "a");
     std::make_unique<LocalAppListModel>(&list).reset();

@@ -26,7 +26,7 @@ TEST_F(RemoteAddItems, ListsTheBatchWithOneChangeAndFillsTheEmptySelection) {
                                                  SentNotification{{2, 0, 0, 0}, std::nullopt}));
 }
 
-TEST_F(RemoteAddItems, OfNothingStillReachesTheModel) {
+TEST_F(RemoteAddItems, WithoutItemsStillReachesTheModel) {
     EXPECT_EQ(Call(ADD_ITEMS), "");
     EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: AddItems"), Debug("AddItems"),
                                    Debug("0 items has been added to Applist")));

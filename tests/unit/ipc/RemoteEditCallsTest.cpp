@@ -13,9 +13,9 @@ namespace applist::test {
 namespace {
 
 /// Notes the deletion of each item that is listed at its construction, as "deleted ID".
-class ItemMourner {
+class DeletionRecorder {
 public:
-    explicit ItemMourner(AppListModel& model) {
+    explicit DeletionRecorder(AppListModel& model) {
         for (AppListItem* item : model.GetAllItems()) {
             m_items.push_back({item, "deleted " + item->GetUnigueId()});
         }
@@ -44,7 +44,7 @@ using RemoteRemoveAllItems = RemoteFixture;
 TEST_F(RemoteRemoveAllItems, DeletesTheItemsAfterAllNotifications) {
     FillWithThree();
     {
-        const ItemMourner mourner(model);
+        const DeletionRecorder recorder(model);
         EXPECT_EQ(Call(REMOVE_ALL_ITEMS, "ignored"), "");
     }
     EXPECT_THAT(Log(), ElementsAre(Debug("Remote call: RemoveAllItems"), ChangeLine(), ChangeSent(),
@@ -72,7 +72,7 @@ using RemoteRemoveItem = RemoteFixture;
 TEST_F(RemoteRemoveItem, DeletesTheItemAfterAllNotifications) {
     FillWithThree();
     {
-        const ItemMourner mourner(model);
+        const DeletionRecorder recorder(model);
         EXPECT_EQ(Call(REMOVE_ITEM, ItemBytes("whatever", "a")), "");
     }
     EXPECT_THAT(
@@ -105,7 +105,7 @@ TEST_F(RemoteRemoveItem, OfAnUnreadableItemRemovesTheOneWithoutId) {
 TEST_F(RemoteRemoveItem, KeepsTheOrderOfTheOtherOwnedItems) {
     FillWithThree();
     Call(REMOVE_ITEM, A);
-    const ItemMourner mourner(model);
+    const DeletionRecorder recorder(model);
     ClearLog();
     Call(REMOVE_ALL_ITEMS);
     ASSERT_GE(Log().size(), 2U);
@@ -118,7 +118,7 @@ using RemoteModifyItem = RemoteFixture;
 TEST_F(RemoteModifyItem, ReplacesInPlaceAndDeletesTheOldItemAfterAllNotifications) {
     FillWithThree();
     {
-        const ItemMourner mourner(model);
+        const DeletionRecorder recorder(model);
         EXPECT_EQ(Call(MODIFY_ITEM, ItemBytes("whatever", "a") + ItemBytes("Delta", "d")), "");
     }
     EXPECT_THAT(
@@ -137,7 +137,7 @@ TEST_F(RemoteModifyItem, ReplacesInPlaceAndDeletesTheOldItemAfterAllNotification
 TEST_F(RemoteModifyItem, KeepsTheReplacementsPlaceAmongTheOwnedItems) {
     FillWithThree();
     Call(MODIFY_ITEM, B + ItemBytes("Delta", "d"));
-    const ItemMourner mourner(model);
+    const DeletionRecorder recorder(model);
     ClearLog();
     Call(REMOVE_ALL_ITEMS);
     ASSERT_GE(Log().size(), 3U);

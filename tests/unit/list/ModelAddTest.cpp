@@ -55,7 +55,7 @@ TEST_F(DefaultAppListModelAddItems, OfListedIdsOnlySendsNoChange) {
     EXPECT_THAT(Log(), ElementsAre(Debug("AddItems")));
 }
 
-TEST_F(DefaultAppListModelAddItems, OfNothingStillSelectsTheFrontWhenNothingIsSelected) {
+TEST_F(DefaultAppListModelAddItems, WithoutItemsStillSelectsTheFrontWhenNothingIsSelected) {
     Fill({&a, &b}, nullptr);
     model.AddItems({});
     EXPECT_THAT(Log(),
@@ -64,7 +64,7 @@ TEST_F(DefaultAppListModelAddItems, OfNothingStillSelectsTheFrontWhenNothingIsSe
                             Event("view selected [a* b]")));
 }
 
-TEST_F(DefaultAppListModelAddItems, OfNothingToAnEmptyListKeepsTheEmptySelection) {
+TEST_F(DefaultAppListModelAddItems, WithoutItemsKeepsTheEmptySelectionOfAnEmptyList) {
     model.AddItems({});
     EXPECT_EQ(model.GetSelection()->GetUnigueId(), "");
     EXPECT_THAT(Log(), ElementsAre(Debug("AddItems")));

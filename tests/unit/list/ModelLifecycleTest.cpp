@@ -30,19 +30,19 @@ TEST_F(DefaultAppListModelLifecycle, HandsOutACopyOfItsList) {
 }
 
 /// An item that notes its destruction.
-class MortalItem : public DefaultAppListItem {
+class RecordedItem : public DefaultAppListItem {
 public:
     using DefaultAppListItem::DefaultAppListItem;
-    MortalItem(const MortalItem&) = delete;
-    MortalItem& operator=(const MortalItem&) = delete;
-    MortalItem(MortalItem&&) = delete;
-    MortalItem& operator=(MortalItem&&) = delete;
-    ~MortalItem() override { Note("deleted " + GetUnigueId()); }
+    RecordedItem(const RecordedItem&) = delete;
+    RecordedItem& operator=(const RecordedItem&) = delete;
+    RecordedItem(RecordedItem&&) = delete;
+    RecordedItem& operator=(RecordedItem&&) = delete;
+    ~RecordedItem() override { Note("deleted " + GetUnigueId()); }
 };
 
 TEST_F(DefaultAppListModelLifecycle, NeverDeletesAnItem) {
-    auto item = std::make_unique<MortalItem>("Mortal", "m");
-    auto replacement = std::make_unique<MortalItem>("Mortal too", "n");
+    auto item = std::make_unique<RecordedItem>("Mortal", "m");
+    auto replacement = std::make_unique<RecordedItem>("Mortal too", "n");
     auto* dying = new DefaultAppListModel;
     dying->AddItems({item.get()});
     dying->ModifyItem(item.get(), replacement.get());

@@ -159,7 +159,7 @@ TEST_F(Banner, EndsAfterAnErrorLineWhenTheLaunchFails) {
                             Debug("Exiting EFL main loop."), Event("ui_app_exit")));
 }
 
-TEST_F(Banner, LeavesNoRequestBehind) {
+TEST_F(Banner, DestroysEveryRequest) {
     OnASet(1, 2);
     BannerCreate(nullptr);
     EXPECT_EQ(TheAppControl().alive, 0);

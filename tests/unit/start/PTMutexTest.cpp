@@ -22,7 +22,7 @@ TEST_F(PTMutexCalls, MakeAMutexWithDefaultAttributesAndDestroyIt) {
     EXPECT_THAT(TheMutexes().calls, ElementsAre("init", "destroy"));
 }
 
-TEST_F(PTMutexCalls, LockAndUnlockWithoutDetour) {
+TEST_F(PTMutexCalls, LockAndUnlockThePosixMutex) {
     PTMutex mutex;
     mutex.Lock();
     mutex.Unlock();

@@ -13,15 +13,15 @@ namespace applist::test {
 namespace {
 
 using testing::ElementsAre;
-using PlatformSettingsOf = Set;
+using PlatformSettingsOfASet = Set;
 
-TEST_F(PlatformSettingsOf, TheSetHaveTheseKeys) {
+TEST_F(PlatformSettingsOfASet, HaveTheseKeys) {
     EXPECT_EQ(PlatformSettings::AUTORUN_DATA_SERVICE_KEY, AUTORUN);
     EXPECT_EQ(PlatformSettings::DATA_SERVICE_KEY, DATA_SERVICE);
     EXPECT_EQ(PlatformSettings::AUTOSTART_APP, AUTOSTART);
 }
 
-TEST_F(PlatformSettingsOf, AutorunIsOnForAnyNumberButZero) {
+TEST_F(PlatformSettingsOfASet, AutorunIsOnForAnyNumberButZero) {
     for (const auto& [stored, expected] : {std::pair{0, false}, {1, true}, {2, true}, {-1, true}}) {
         TheSettings() = {};
         TheSettings().bools[AUTORUN] = stored;
@@ -35,7 +35,7 @@ TEST_F(PlatformSettingsOf, AutorunIsOnForAnyNumberButZero) {
     }
 }
 
-TEST_F(PlatformSettingsOf, AutorunThatCannotBeReadIsFalse) {
+TEST_F(PlatformSettingsOfASet, AutorunThatCannotBeReadIsFalse) {
     TheSettings().ints[AUTORUN] = 1;
     EXPECT_FALSE(PlatformSettings::IsAutorunDataService());
     EXPECT_THAT(
@@ -46,7 +46,7 @@ TEST_F(PlatformSettingsOf, AutorunThatCannotBeReadIsFalse) {
             Debug("Autorun Data Service value from vconf: 0", "IsAutorunDataService")));
 }
 
-TEST_F(PlatformSettingsOf, AnAutostartAppIsAnyNumberButZero) {
+TEST_F(PlatformSettingsOfASet, AnAutostartAppIsAnyNumberButZero) {
     for (const auto& [stored, expected] :
          {std::pair{0, false}, {1, true}, {2, true}, {-1, true}, {INT_MIN, true}}) {
         TheSettings() = {};
@@ -61,7 +61,7 @@ TEST_F(PlatformSettingsOf, AnAutostartAppIsAnyNumberButZero) {
     }
 }
 
-TEST_F(PlatformSettingsOf, AutostartThatCannotBeReadIsFalse) {
+TEST_F(PlatformSettingsOfASet, AutostartThatCannotBeReadIsFalse) {
     TheSettings().bools[AUTOSTART] = 1;
     EXPECT_FALSE(PlatformSettings::IsAutostartApp());
     EXPECT_THAT(Log(),
@@ -70,7 +70,7 @@ TEST_F(PlatformSettingsOf, AutostartThatCannotBeReadIsFalse) {
                             Debug("Autostart application value from vconf: 0", "IsAutostartApp")));
 }
 
-TEST_F(PlatformSettingsOf, TheDataServiceFlagComesAsItIs) {
+TEST_F(PlatformSettingsOfASet, TheDataServiceFlagComesAsItIs) {
     for (const int stored : {0, 2, 4, 6, 7, -1, INT_MAX}) {
         TheSettings() = {};
         TheSettings().ints[DATA_SERVICE] = stored;
@@ -83,7 +83,7 @@ TEST_F(PlatformSettingsOf, TheDataServiceFlagComesAsItIs) {
     }
 }
 
-TEST_F(PlatformSettingsOf, ADataServiceFlagThatCannotBeReadIsZero) {
+TEST_F(PlatformSettingsOfASet, ADataServiceFlagThatCannotBeReadIsZero) {
     EXPECT_EQ(PlatformSettings::GetDataServiceFlag(), 0);
     EXPECT_THAT(Log(), ElementsAre(Error("Can not get data service value from VCONF",
                                          "GetDataServiceFlag")));
@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(Table, RegionOf,
                                          Region{INT_MIN, 0}),
                          [](const auto& given) { return "Row" + std::to_string(given.index); });
 
-TEST_F(PlatformSettingsOf, TheRegionIsTriedAgainAfterAPause) {
+TEST_F(PlatformSettingsOfASet, TheRegionIsTriedAgainAfterAPause) {
     TheFactoryData().answers = {{1, 0}, {FACTORY_DATA_INTEGER, 8}};
     EXPECT_EQ(PlatformSettings::GetLocalSet(), 1);
     EXPECT_EQ(TheFactoryData().reads.size(), 2U);
@@ -127,20 +127,20 @@ TEST_F(PlatformSettingsOf, TheRegionIsTriedAgainAfterAPause) {
                                    Debug("ID_LOCALSET value: 8")));
 }
 
-TEST_F(PlatformSettingsOf, TheTenthAttemptStillCounts) {
+TEST_F(PlatformSettingsOfASet, TheTenthAttemptStillCounts) {
     TheFactoryData().answers.assign(9, {-1, 0});
     TheFactoryData().answers.push_back({FACTORY_DATA_INTEGER, 85});
     EXPECT_EQ(PlatformSettings::GetLocalSet(), 4);
     EXPECT_EQ(TheSleep().pauses.size(), 9U);
 }
 
-TEST_F(PlatformSettingsOf, AWordThatIsNoIntegerIsLoggedAndNotBelieved) {
+TEST_F(PlatformSettingsOfASet, LogsAndIgnoresARegionThatIsNotAnInteger) {
     TheFactoryData().answers = {{3, 8}};
     EXPECT_EQ(PlatformSettings::GetLocalSet(), 0);
     EXPECT_EQ(Log().at(1), Debug("ID_LOCALSET value: 8"));
 }
 
-TEST_F(PlatformSettingsOf, ARegionThatNeverComesCostsTenAttemptsAndTenPauses) {
+TEST_F(PlatformSettingsOfASet, TriesTenTimesWithAPauseAfterEachWithoutARegion) {
     std::vector<size_t> readsBeforePause;
     TheSleep().meanwhile = [&] { readsBeforePause.push_back(TheFactoryData().reads.size()); };
     EXPECT_EQ(PlatformSettings::GetLocalSet(), 0);
@@ -149,7 +149,7 @@ TEST_F(PlatformSettingsOf, ARegionThatNeverComesCostsTenAttemptsAndTenPauses) {
     EXPECT_EQ(TheSleep().pauses, std::vector<useconds_t>(10, 500000));
 }
 
-TEST_F(PlatformSettingsOf, ARegionThatNeverComesIsLoggedWithTheBuffersAddress) {
+TEST_F(PlatformSettingsOfASet, LogsTheBuffersAddressWithoutARegion) {
     PlatformSettings::GetLocalSet();
     std::vector<LogLine> expected;
     for (int attempt = 0; attempt < 10; ++attempt) {
@@ -165,7 +165,7 @@ TEST_F(PlatformSettingsOf, ARegionThatNeverComesIsLoggedWithTheBuffersAddress) {
     EXPECT_EQ(Log(), expected);
 }
 
-TEST_F(PlatformSettingsOf, TheFactoryBufferIsAlignedForANumber) {
+TEST_F(PlatformSettingsOfASet, TheFactoryBufferIsAlignedForANumber) {
     TheFactoryData().Hold(8);
     PlatformSettings::GetLocalSet();
     EXPECT_EQ(reinterpret_cast<uintptr_t>(TheFactoryData().reads.at(0).buffer) % alignof(int), 0U);

@@ -183,7 +183,7 @@ TEST_F(Visibility, LogsASettingThatCannotBeReadAndContinues) {
                             Debug("CheckDVBVisibility function end", "CheckDVBVisibility")));
 }
 
-TEST_F(Visibility, OfTheMenusKeyOnlyTheExactBytesAreTheEntry) {
+TEST_F(Visibility, IsGivenOnlyForTheExactMenuKey) {
     TheFactoryData().Hold(81);
     Hold(2, false, 0);
     for (const char* key :
@@ -200,14 +200,14 @@ TEST_F(Visibility, OfTheMenusKeyOnlyTheExactBytesAreTheEntry) {
     EXPECT_THAT(TheSettings().reads, ElementsAre());
 }
 
-TEST_F(Visibility, OfNoMenuKeyIsHidden) {
+TEST_F(Visibility, IsHiddenWithoutAMenuKey) {
     EXPECT_EQ(check_visibility_int(nullptr), 0);
     EXPECT_THAT(Log(), ElementsAre(Debug("check_visibility_int called with Key: (null)",
                                          "check_visibility_int"),
                                    Debug("Item will not be shown", "check_visibility_int")));
 }
 
-TEST_F(Visibility, IsTheAnswerToTheMenusQuestion) {
+TEST_F(Visibility, AnswersTheMenusQuestion) {
     TheFactoryData().Hold(81);
     Hold(0, false, 0);
     EXPECT_EQ(check_visibility_int(MENU_KEY), 0);
@@ -219,7 +219,7 @@ TEST_F(Visibility, IsTheAnswerToTheMenusQuestion) {
     EXPECT_EQ(Log().back(), Debug("CheckVisibility resulting in :1", "CheckVisibility"));
 }
 
-TEST_F(Visibility, IsNotAskedForByTheOtherFormsOfTheMenu) {
+TEST_F(Visibility, IsNotReadByTheOtherMenuFunctions) {
     EXPECT_EQ(check_visibility_bool(MENU_KEY), 1);
     EXPECT_EQ(check_visibility_double(MENU_KEY), 1);
     EXPECT_EQ(check_visibility_string(MENU_KEY), 1);
