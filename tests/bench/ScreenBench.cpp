@@ -125,7 +125,7 @@ private:
                 m_x, [this](const Strip& strip) { return ShowsRows(strip); }, PATIENCE);
             if (rowsShown) {
                 shown.Add(Milliseconds(*rowsShown - start));
-                settled.Add(Milliseconds(LastChange(*rowsShown) - start));
+                settled.Add(Milliseconds(LastChange(*rowsShown, SETTLED) - start));
             }
         }
         m_watch.AwaitQuiet(SETTLED);
@@ -135,10 +135,10 @@ private:
         return CountEdges(strip) >= ROWS_SHOWN * CountEdges(m_settled);
     }
 
-    /// The time of the strip's last change before the screen became quiet.
-    Clock::time_point LastChange(Clock::time_point changed) {
+    /// The time of the strip's last change before the screen became quiet for this time.
+    Clock::time_point LastChange(Clock::time_point changed, std::chrono::milliseconds quiet) {
         Strip last = m_watch.Grab(m_x);
-        while (const auto drawn = m_watch.AwaitDamage(Clock::now() + SETTLED)) {
+        while (const auto drawn = m_watch.AwaitDamage(Clock::now() + quiet)) {
             Strip now = m_watch.Grab(m_x);
             if (now != last) {
                 changed = *drawn;
@@ -154,6 +154,7 @@ private:
         }
         const auto process = Show(subject, rows);
         Series latency("key: first changed pixel", subject, rows, "ms");
+        Series settled("key: last changed pixel", subject, rows, "ms");
         Series cost("key: processor time", subject, rows, "ms");
         const int keys = m_repetitions * 5;
         for (int i = 0; i < keys; ++i) {
@@ -165,9 +166,9 @@ private:
             const auto changed = m_watch.AwaitStrip(
                 m_x, [&strip](const Strip& now) { return now != strip; }, PATIENCE);
             m_stage.screen().ReleaseKey("Down");
-            m_watch.AwaitQuiet(BETWEEN_KEYS);
             if (changed) {
                 latency.Add(Milliseconds(*changed - start));
+                settled.Add(Milliseconds(LastChange(*changed, BETWEEN_KEYS) - start));
             }
             cost.Add(static_cast<double>(ProcessorNanoseconds(process->pid()) - before) / 1e6);
         }
