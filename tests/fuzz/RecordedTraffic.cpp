@@ -3,7 +3,7 @@
 #include "fuzz/Properties.h"
 #include "recording/CaptureFile.h"
 #include "recording/Comparison.h"
-#include "recording/RecordingText.h"
+#include "recording/RecordingFile.h"
 #include "support/CaptureGenerator.h"
 
 namespace applist::test {

@@ -5,7 +5,7 @@
 
 #include "cli/CommonOptions.h"
 #include "cli/Program.h"
-#include "middleware/Commands.h"
+#include "middleware/Tasks.h"
 #include "scenario/Statement.h"
 #include "shared/Help.h"
 

@@ -5,7 +5,7 @@
 #include "cli/CommonOptions.h"
 #include "cli/Program.h"
 #include "common/Output.h"
-#include "middleware/Commands.h"
+#include "middleware/Tasks.h"
 #include "recording/RecordingFile.h"
 
 namespace applist::sim {

@@ -8,7 +8,7 @@
 #include "cli/Program.h"
 #include "common/Output.h"
 #include "feed/Feed.h"
-#include "middleware/Commands.h"
+#include "middleware/Tasks.h"
 
 namespace applist::sim {
 namespace {

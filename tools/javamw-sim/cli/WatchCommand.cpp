@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/CommonOptions.h"
 #include "cli/Program.h"
-#include "middleware/Commands.h"
+#include "middleware/Tasks.h"
 
 namespace applist::sim {
 namespace {

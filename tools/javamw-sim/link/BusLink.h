@@ -54,8 +54,6 @@ public:
     ~BusLink();
     BusLink(const BusLink&) = delete;
     BusLink& operator=(const BusLink&) = delete;
-    BusLink(BusLink&&) = delete;
-    BusLink& operator=(BusLink&&) = delete;
 
     /// Sets the plan for the following announcements. An application counts as connected when our
     /// announcements are complete, too.

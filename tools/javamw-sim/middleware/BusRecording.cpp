@@ -9,8 +9,8 @@
 #include "common/Output.h"
 #include "link/ChannelNames.h"
 #include "link/Connection.h"
-#include "middleware/Commands.h"
 #include "middleware/MainLoop.h"
+#include "middleware/Tasks.h"
 #include "recording/TrafficTap.h"
 
 namespace applist::sim {

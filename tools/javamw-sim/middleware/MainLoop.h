@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+#include <glib-unix.h>
+
 #include "common/Output.h"
 #include "link/GioHandles.h"
 
@@ -14,14 +16,29 @@ namespace applist::sim {
 
 /// Runs the default main context until done returns true, but at most for patience. done runs at
 /// least once, and again after every iteration. Returns false iff patience ended first.
-bool RunUntil(const std::function<bool()>& done,
-              std::optional<std::chrono::milliseconds> patience = std::nullopt);
+inline bool RunUntil(const std::function<bool()>& done,
+                     std::optional<std::chrono::milliseconds> patience = std::nullopt) {
+    bool tooLong = false;
+    const Registration clock =
+        patience ? RunAfter(*patience, [&tooLong] { tooLong = true; }) : Registration();
+    bool held = done();
+    while (!held && !tooLong) {
+        g_main_context_iteration(nullptr, TRUE);
+        held = done();
+    }
+    return held;
+}
 
 /// The run of a command: it ends with an exit code, and signals of the system can end it.
 class MainLoop {
 public:
     /// Runs action on the main context whenever the process receives this signal.
-    void OnSignal(int number, const std::function<void()>& action);
+    void OnSignal(int number, const std::function<void()>& action) {
+        m_signals.push_back(RunOn(g_unix_signal_source_new(number), [action] {
+            action();
+            return true;
+        }));
+    }
     /// Runs the default main context until End(). Returns at once if End() was called before.
     ExitCode Run() {
         RunUntil([this] { return m_exitCode.has_value(); });

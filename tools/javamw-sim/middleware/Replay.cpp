@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "common/Output.h"
-#include "middleware/Commands.h"
+#include "middleware/Tasks.h"
 #include "recording/Comparison.h"
 #include "recording/Conversation.h"
 #include "recording/TrafficTap.h"

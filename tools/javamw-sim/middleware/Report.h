@@ -2,8 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
+#include <deque>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "link/SelectionReader.h"
 #include "shared/Json.h"
@@ -24,8 +29,6 @@ public:
     virtual ~Report() = default;
     Report(const Report&) = delete;
     Report& operator=(const Report&) = delete;
-    Report(Report&&) = delete;
-    Report& operator=(Report&&) = delete;
 
     virtual std::string Connected(const std::string& application) const = 0;
     virtual std::string Disconnected(const std::string& application) const = 0;
@@ -52,5 +55,37 @@ tools::Json EventObject(const std::string& application, const Notification& noti
 
 /// Returns the JSON object of an item.
 tools::Json ItemObject(const Item& item);
+
+/// Prints each event together with the selection that was read after it, in the order of the
+/// events.
+///
+/// An event carries no item, and it arrives before the reply to the call that caused it. The log
+/// therefore reads the selection without blocking, and prints a line only when all lines before it
+/// are complete.
+class EventLog {
+public:
+    using Print = std::function<void(const std::string& line)>;
+
+    /// report must outlive the log.
+    EventLog(const Report& report, Print print) : m_report(report), m_print(std::move(print)) {}
+
+    /// Reads the selection through reader. The log must outlive the read.
+    void Add(SelectionReader& reader, const std::string& application,
+             const Notification& notification);
+
+private:
+    struct Entry {
+        uint64_t number = 0;
+        std::string application;
+        Notification notification;
+        std::optional<SelectedItem> selection;  ///< Absent until it has been read.
+    };
+    void Complete(uint64_t number, const SelectedItem& selection);
+
+    const Report& m_report;
+    Print m_print;
+    uint64_t m_lastNumber = 0;
+    std::deque<Entry> m_entries;
+};
 
 }  // namespace applist::sim

@@ -30,8 +30,6 @@ public:
     virtual ~Session() = default;
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
-    Session(Session&&) = delete;
-    Session& operator=(Session&&) = delete;
 
     /// Runs the default main context to the end. Call only once.
     ExitCode Run();

@@ -2,29 +2,221 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "recording/RecordingFile.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
-#include <string_view>
+#include <limits>
 #include <utility>
 
 #include <glib/gstdio.h>
+#include <nlohmann/json.hpp>
 
 #include "common/File.h"
+#include "link/Protocol.h"
 #include "recording/CaptureFile.h"
-#include "recording/RecordingText.h"
+#include "shared/Json.h"
 
 namespace applist::sim {
 namespace {
 
-struct UnrefDateTime {
-    void operator()(GDateTime* time) const { g_date_time_unref(time); }
+using tools::Json;
+
+constexpr const char* VERSION_MEMBER = "javamw-recording";
+constexpr std::array SIDES{Side::Application, Side::Middleware};
+constexpr std::array KINDS{MessageKind::Acquired, MessageKind::Released, MessageKind::Call,
+                           MessageKind::Reply,    MessageKind::Error,    MessageKind::Signal,
+                           MessageKind::Left};
+
+/// An object of the file. A member with a wrong type is an error of the line.
+class ObjectReader {
+public:
+    explicit ObjectReader(const Json& object) : m_object(object) {}
+
+    std::string Text(const char* member) {
+        const auto found = m_object.find(member);
+        if (found == m_object.end()) {
+            return {};
+        }
+        if (!found->is_string()) {
+            Refuse(member, "is not a string");
+            return {};
+        }
+        return found->get<std::string>();
+    }
+    int64_t Number(const char* member) {
+        const auto found = m_object.find(member);
+        if (found == m_object.end()) {
+            return 0;
+        }
+        constexpr uint64_t MOST = std::numeric_limits<int64_t>::max();
+        if (!found->is_number_unsigned() || found->get<uint64_t>() > MOST) {
+            Refuse(member, "is not a non-negative integer");
+            return 0;
+        }
+        return found->get<int64_t>();
+    }
+    template <typename Choices>
+    auto Choice(const char* member, const Choices& choices) {
+        const std::string text = Text(member);
+        const auto found = std::find_if(choices.begin(), choices.end(),
+                                        [&text](auto choice) { return NameOf(choice) == text; });
+        if (found == choices.end()) {
+            Refuse(member, "is unknown: '" + text + "'");
+            return choices.front();
+        }
+        return *found;
+    }
+    Bytes Hex(const char* member) {
+        auto bytes = FromHex(Text(member));
+        if (!bytes) {
+            Refuse(member, "is not hexadecimal");
+            return {};
+        }
+        return std::move(*bytes);
+    }
+    /// The first error; empty if none.
+    const std::string& fault() const { return m_fault; }
+
+private:
+    void Refuse(const std::string& member, const std::string& why) {
+        if (m_fault.empty()) {
+            m_fault = "\"" + member + "\" " + why;
+        }
+    }
+
+    const Json& m_object;
+    std::string m_fault;
 };
 
+// Returns an empty string on success. The parser is not recursive, so deep nesting is harmless.
+std::string ParseObject(std::string_view line, Json& object) {
+    try {
+        object = Json::parse(line);
+    } catch (const Json::parse_error& error) {
+        return "not JSON at byte " + std::to_string(error.byte);
+    } catch (const Json::exception&) {
+        return "not JSON: a number is out of range";
+    }
+    return object.is_object() ? std::string() : "not a JSON object";
+}
+
+std::string CheckHeader(std::string_view line) {
+    Json object;
+    const std::string error = ParseObject(line, object);
+    if (!error.empty()) {
+        return error;
+    }
+    ObjectReader reader(object);
+    const int64_t version = reader.Number(VERSION_MEMBER);
+    if (!reader.fault().empty() || version == 0) {
+        return "not the header of a recording";
+    }
+    return version == RECORDING_VERSION
+               ? std::string()
+               : "unsupported version " + std::to_string(version) + " of recordings";
+}
+
+Result<RecordedMessage> ParseMessage(std::string_view line) {
+    Json object;
+    const std::string error = ParseObject(line, object);
+    if (!error.empty()) {
+        return Result<RecordedMessage>::Failure(error);
+    }
+    ObjectReader reader(object);
+    RecordedMessage message;
+    message.time = reader.Number("us");
+    message.kind = reader.Choice("kind", KINDS);
+    message.side = reader.Choice("side", SIDES);
+    message.from = reader.Text("from");
+    message.to = reader.Text("to");
+    message.call = static_cast<uint64_t>(reader.Number("call"));
+    message.name = reader.Text("name");
+    message.text = reader.Text("text");
+    message.bytes = reader.Hex("bytes");
+    return reader.fault().empty() ? Result(message)
+                                  : Result<RecordedMessage>::Failure(reader.fault());
+}
+
+/// Reads line by line.
+class RecordingReader {
+public:
+    /// Returns an empty string on success.
+    std::string Read(std::string_view line) {
+        ++m_line;
+        if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
+            return {};
+        }
+        if (!m_begun) {
+            m_begun = true;
+            return CheckHeader(line);
+        }
+        auto message = ParseMessage(line);
+        if (!message) {
+            return message.error();
+        }
+        message->line = m_line;
+        m_recording.messages.push_back(std::move(*message));
+        return {};
+    }
+
+    bool begun() const { return m_begun; }
+    size_t line() const { return m_line; }
+    Recording& recording() { return m_recording; }
+
+private:
+    size_t m_line = 0;
+    bool m_begun = false;
+    Recording m_recording;
+};
+
+}  // namespace
+
+std::string RecordingHeader(const std::string& started) {
+    return tools::JsonLine({{VERSION_MEMBER, RECORDING_VERSION}, {"started", started}});
+}
+
+std::string RecordingLine(const RecordedMessage& message) {
+    Json object{
+        {"us", message.time}, {"kind", NameOf(message.kind)}, {"side", NameOf(message.side)}};
+    const auto add = [&object](const char* member, const std::string& text) {
+        if (!text.empty()) {
+            object[member] = text;
+        }
+    };
+    add("from", message.from);
+    add("to", message.to);
+    if (message.call > 0) {
+        object["call"] = message.call;
+    }
+    add("name", message.name);
+    add("text", message.text);
+    add("bytes", ToHex(message.bytes));
+    if (CarriesBytes(message.kind)) {
+        object["note"] = Describe(message);
+    }
+    return tools::JsonLine(object);
+}
+
+Result<Recording> ParseRecording(std::string_view text) {
+    RecordingReader reader;
+    while (!text.empty()) {
+        const size_t end = text.find('\n');
+        const std::string error = reader.Read(text.substr(0, end));
+        if (!error.empty()) {
+            return Result<Recording>::Failure(std::to_string(reader.line()) + ": " + error);
+        }
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return reader.begun() ? Result(std::move(reader.recording()))
+                          : Result<Recording>::Failure("1: empty");
+}
+
+namespace {
+
 std::string Now() {
-    const std::unique_ptr<GDateTime, UnrefDateTime> now(g_date_time_new_now_utc());
-    char* text = g_date_time_format_iso8601(now.get());
-    std::string result = text;
-    g_free(text);
-    return result;
+    g_autoptr(GDateTime) now = g_date_time_new_now_utc();
+    g_autofree char* text = g_date_time_format_iso8601(now);
+    return text;
 }
 
 }  // namespace

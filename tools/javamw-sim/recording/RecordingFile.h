@@ -2,14 +2,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "common/Result.h"
 #include "recording/RecordedMessage.h"
 
+/// The text form of a recording: one JSON object on each line.
+///
+///     {"javamw-recording":1,"started":"2026-11-21T06:40:00Z"}
+///     {"us":51,"kind":"call","side":"middleware","from":":1.1","to":":1.2","call":1,
+///      "bytes":"d2070000","note":"GetAllItems"}          (one line in the file)
+///
+/// The first line names the version of the form; the others are messages. "us" is the time in
+/// microseconds; bytes are hexadecimal; members that are empty are left out; "note" is for people
+/// and not read back.
 namespace applist::sim {
+
+constexpr int64_t RECORDING_VERSION = 1;
+
+/// Returns the first line of a recording. started is a point in time in ISO 8601.
+std::string RecordingHeader(const std::string& started);
+
+/// Returns the line of one message.
+std::string RecordingLine(const RecordedMessage& message);
+
+/// Parses a recording. An error begins with the line number: "3: ...". Blank lines and unknown
+/// members are skipped, so that later versions can add members.
+Result<Recording> ParseRecording(std::string_view text);
 
 /// Reads a recording or a capture of a bus, detected by its content. A failure names the file.
 Result<Recording> LoadRecording(const std::string& file);

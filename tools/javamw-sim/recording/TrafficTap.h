@@ -30,8 +30,6 @@ public:
     ~TrafficTap();
     TrafficTap(const TrafficTap&) = delete;
     TrafficTap& operator=(const TrafficTap&) = delete;
-    TrafficTap(TrafficTap&&) = delete;
-    TrafficTap& operator=(TrafficTap&&) = delete;
 
 private:
     struct State;

@@ -5,8 +5,8 @@
 #include <span>
 #include <utility>
 
-#include "scenario/Rule.h"
 #include "scenario/StatementRunner.h"
+#include "scenario/Words.h"
 
 /// Expectations of events, announcements, lists and replies.
 namespace applist::sim {

@@ -6,8 +6,8 @@
 #include <random>
 #include <utility>
 
-#include "scenario/Rule.h"
 #include "scenario/StatementRunner.h"
+#include "scenario/Words.h"
 
 /// Messages to the application, valid and damaged.
 namespace applist::sim {

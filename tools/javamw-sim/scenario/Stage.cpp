@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "scenario/Rule.h"
 #include "scenario/StatementRunner.h"
+#include "scenario/Words.h"
 
 /// Settings, the bus and waits.
 namespace applist::sim {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "link/ChannelNames.h"
-#include "scenario/Rule.h"
+#include "scenario/Words.h"
 
 namespace applist::sim {
 namespace {
@@ -35,17 +35,6 @@ std::string AsWritten(std::string_view text, size_t end) {
 }
 
 }  // namespace
-
-Action ReadByKeyword(Cursor& cursor, const Rules& rules, const std::string& what) {
-    for (const Rule& rule : rules) {
-        if (cursor.Skip(rule.form.keyword)) {
-            return rule.read(cursor);
-        }
-    }
-    const std::string word = cursor.Text(what);
-    cursor.Refuse("'" + word + "' is not " + what);
-    return rules.front().read(cursor);
-}
 
 bool IsSetting(const Action& action) {
     return std::holds_alternative<SetTimeout>(action) || std::holds_alternative<Note>(action) ||

@@ -356,4 +356,15 @@ void Cursor::FailAt(size_t column, const std::string& message) {
     }
 }
 
+Action ReadByKeyword(Cursor& cursor, const Rules& rules, const std::string& what) {
+    for (const Rule& rule : rules) {
+        if (cursor.Skip(rule.form.keyword)) {
+            return rule.read(cursor);
+        }
+    }
+    const std::string word = cursor.Text(what);
+    cursor.Refuse("'" + word + "' is not " + what);
+    return rules.front().read(cursor);
+}
+
 }  // namespace applist::sim

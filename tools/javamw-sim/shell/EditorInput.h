@@ -40,8 +40,6 @@ public:
     ~EditorInput() override;
     EditorInput(const EditorInput&) = delete;
     EditorInput& operator=(const EditorInput&) = delete;
-    EditorInput(EditorInput&&) = delete;
-    EditorInput& operator=(EditorInput&&) = delete;
 
     void Resume(const std::string& prompt) override;
     void Pause() override;

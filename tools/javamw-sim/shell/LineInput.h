@@ -23,8 +23,6 @@ public:
     virtual ~LineInput() = default;
     LineInput(const LineInput&) = delete;
     LineInput& operator=(const LineInput&) = delete;
-    LineInput(LineInput&&) = delete;
-    LineInput& operator=(LineInput&&) = delete;
 
     /// Starts reading lines; prompt is shown to a person.
     virtual void Resume(const std::string& prompt) = 0;

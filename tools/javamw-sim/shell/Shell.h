@@ -31,8 +31,6 @@ public:
     ~Shell();
     Shell(const Shell&) = delete;
     Shell& operator=(const Shell&) = delete;
-    Shell(Shell&&) = delete;
-    Shell& operator=(Shell&&) = delete;
 
     /// Runs the default main context to the end. Call only once.
     ExitCode Run();

@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 
 #include "common/Output.h"
-#include "middleware/EventLog.h"
+#include "middleware/Report.h"
 
 namespace applist::sim {
 namespace {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "link/Protocol.h"
-#include "recording/RecordingText.h"
+#include "recording/RecordingFile.h"
 #include "unit/simulator/recording/Messages.h"
 
 namespace applist::sim {

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "middleware/Commands.h"
+#include "middleware/Tasks.h"
 
 #include <algorithm>
 #include <chrono>
@@ -10,7 +10,6 @@
 
 #include "common/Output.h"
 #include "feed/ListUpdate.h"
-#include "middleware/EventLog.h"
 
 namespace applist::sim {
 namespace {
