@@ -110,7 +110,6 @@ private:
     std::vector<std::string> m_reports;
     std::vector<std::string> m_signals;
     std::vector<std::string> m_ownedNames;
-    bool m_refused = false;
 };
 
 bool World::Allows(const Event& event) const {
