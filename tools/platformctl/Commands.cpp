@@ -47,21 +47,25 @@ std::vector<std::string> Keys() {
 
 }  // namespace
 
-const tools::Program& PlatformctlProgram() {
-    static const tools::Program PROGRAM{
-        .name = "platformctl",
-        .version = APPLIST_VERSION,
-        .purpose = PURPOSE,
-        .options = {{"json", '\0', "", "Print data as JSON"}},
-        .commands = Table(),
-        .exitCodes = EXIT_CODES,
-        .values = {{"KEY", Keys()}, {"ID", {std::to_string(ID_LOCALSET)}}}};
-    return PROGRAM;
-}
-
 Exit Complain(const std::string& problem, Exit status) {
     static_cast<void>(std::fprintf(stderr, "platformctl: %s\n", problem.c_str()));
     return status;
 }
 
 }  // namespace applist::desktop
+
+namespace applist::tools {
+
+const Program& TheProgram() {
+    static const Program PROGRAM{
+        .name = "platformctl",
+        .version = APPLIST_VERSION,
+        .purpose = desktop::PURPOSE,
+        .options = {{"json", '\0', "", "Print data as JSON"}},
+        .commands = desktop::Table(),
+        .exitCodes = desktop::EXIT_CODES,
+        .values = {{"KEY", desktop::Keys()}, {"ID", {std::to_string(ID_LOCALSET)}}}};
+    return PROGRAM;
+}
+
+}  // namespace applist::tools

@@ -18,9 +18,6 @@ enum Exit { DONE = 0, FAILED = 1, WRONG_USAGE = 2 };
 /// Prints "platformctl: PROBLEM" on standard error; returns status.
 Exit Complain(const std::string& problem, Exit status);
 
-/// The commands and options of platformctl.
-const tools::Program& PlatformctlProgram();
-
 int GetSetting(const Arguments& given);
 int SetSetting(const Arguments& given);
 int UnsetSetting(const Arguments& given);

@@ -10,6 +10,7 @@
 #include <optional>
 #include <sstream>
 
+#include "shared/Completion.h"
 #include "shared/Help.h"
 
 namespace applist::tools {
@@ -19,22 +20,10 @@ using Words = std::vector<std::string>;
 
 constexpr size_t ANY_NUMBER = std::numeric_limits<size_t>::max();
 
-Words WordsOf(const std::string& text) {
-    std::istringstream stream(text);
-    return {std::istream_iterator<std::string>(stream), {}};
-}
-
-/// Separates options and words. Knows the options of all commands, because options may precede the
-/// name of the command.
+/// Separates options and words.
 class Reader {
 public:
-    explicit Reader(const Program& program) {
-        Add({HelpOption(), VersionOption()});
-        Add(program.options);
-        for (const Command& command : program.commands) {
-            Add(command.options);
-        }
-    }
+    explicit Reader(const Program& program) : m_options(program) {}
 
     /// Returns an empty string on success, otherwise the error.
     std::string Read(const Words& words) {
@@ -59,36 +48,26 @@ public:
     Arguments given;
 
 private:
-    void Add(const std::vector<Option>& options) {
-        m_options.insert(m_options.end(), options.begin(), options.end());
-    }
-
-    template <typename Matches>
-    const Option* Find(Matches matches) const {
-        const auto found = std::find_if(m_options.begin(), m_options.end(), matches);
-        return found == m_options.end() ? nullptr : &*found;
-    }
-
     std::string ReadLong(const std::string& word) {
         const size_t sign = std::min(word.find('='), word.size());
-        const std::string name = word.substr(2, sign - 2);
-        const Option* option = Find([&](const Option& known) { return known.name == name; });
+        const std::string name = word.substr(0, sign);
+        const Option* option = m_options.Find(name);
         if (option == nullptr) {
-            return "unknown option --" + name;
+            return "unknown option " + name;
         }
         if (sign == word.size()) {
             return Take(*option, std::nullopt);
         }
-        return option->value.empty() ? "--" + name + " takes no value"
+        return option->value.empty() ? name + " takes no value"
                                      : Take(*option, word.substr(sign + 1));
     }
 
     std::string ReadLetters(const std::string& word) {
         for (size_t i = 1; i < word.size(); ++i) {
-            const Option* option =
-                Find([&](const Option& known) { return known.letter == word[i]; });
+            const std::string letter{'-', word[i]};
+            const Option* option = m_options.Find(letter);
             if (option == nullptr) {
-                return std::string("unknown option -") + word[i];
+                return "unknown option " + letter;
             }
             const bool attached = !option->value.empty() && i + 1 < word.size();
             const std::string error =
@@ -112,20 +91,10 @@ private:
         return {};
     }
 
-    std::vector<Option> m_options;
+    Options m_options;
     Words::const_iterator m_next;
     Words::const_iterator m_end;
 };
-
-const Command* Find(const Program& program, const Words& words) {
-    const auto found =
-        std::find_if(program.commands.begin(), program.commands.end(), [&](const Command& command) {
-            const Words name = WordsOf(command.name);
-            return name.size() <= words.size() &&
-                   std::equal(name.begin(), name.end(), words.begin());
-        });
-    return found == program.commands.end() ? nullptr : &*found;
-}
 
 // Returns the least and the greatest number of arguments: one each for "KEY", none to one for
 // "[KEY]", one and more for "KEY...".
@@ -177,7 +146,7 @@ int RefuseUnread(const Program& program, const Words& words, const std::string& 
     Arguments given;
     given.TakeName(program.name, 0);
     for (auto word = words.begin(); word != words.end(); ++word) {
-        if (const Command* command = Find(program, {word, words.end()})) {
+        if (const Command* command = FindCommand(program, {word, words.end()})) {
             given.TakeName(program.name + ' ' + command->name, 0);
             break;
         }
@@ -194,6 +163,35 @@ std::string UnknownCommand(const Program& program, const std::string& name) {
 
 }  // namespace
 
+Options::Options(const Program& program) : m_options{HelpOption(), VersionOption()} {
+    m_options.insert(m_options.end(), program.options.begin(), program.options.end());
+    for (const Command& command : program.commands) {
+        m_options.insert(m_options.end(), command.options.begin(), command.options.end());
+    }
+}
+
+const Option* Options::Find(const std::string& word) const {
+    const auto found = std::find_if(m_options.begin(), m_options.end(), [&](const Option& option) {
+        return word == "--" + option.name || word == std::string{'-', option.letter};
+    });
+    return found == m_options.end() ? nullptr : &*found;
+}
+
+Words WordsOf(const std::string& text) {
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+const Command* FindCommand(const Program& program, const Words& words) {
+    const auto found =
+        std::find_if(program.commands.begin(), program.commands.end(), [&](const Command& command) {
+            const Words name = WordsOf(command.name);
+            return name.size() <= words.size() &&
+                   std::equal(name.begin(), name.end(), words.begin());
+        });
+    return found == program.commands.end() ? nullptr : &*found;
+}
+
 void Arguments::TakeName(const std::string& usage, size_t words) {
     m_usage = usage;
     m_words.erase(m_words.begin(), m_words.begin() + static_cast<std::ptrdiff_t>(words));
@@ -207,7 +205,7 @@ int Arguments::Refuse(const std::string& error) const {
 }
 
 Option HelpOption() {
-    return {"help", 'h', "", "Print this text"};
+    return {"help", 'h', "", "Print the help"};
 }
 
 Option VersionOption() {
@@ -215,6 +213,13 @@ Option VersionOption() {
 }
 
 int RunProgram(const Program& program, std::vector<std::string> words) {
+    if (!words.empty() && words.front() == "--complete") {
+        std::string text;
+        for (const std::string& line : Candidates(program, {words.begin() + 1, words.end()})) {
+            text += line + '\n';
+        }
+        return Print(text);
+    }
     // "help" and "help COMMAND" mean "--help" and "COMMAND --help".
     if (!words.empty() && words.front() == "help") {
         words.front() = "--help";
@@ -231,7 +236,7 @@ int RunProgram(const Program& program, std::vector<std::string> words) {
     if (given.words().empty() && given.Has("help")) {
         return Print(ProgramHelp(program));
     }
-    if (Command const* command = Find(program, given.words())) {
+    if (Command const* command = FindCommand(program, given.words())) {
         return RunCommand(program, *command, given);
     }
     return RefuseUnread(

@@ -80,13 +80,35 @@ struct Program {
     std::map<std::string, std::vector<std::string>> values;
 };
 
+/// Defined by each program.
+const Program& TheProgram();
+
+/// The options of all commands of a program, because options may precede the name of the command.
+class Options {
+public:
+    explicit Options(const Program& program);
+
+    /// word is "--name" or "-n". Returns nullptr if there is no such option.
+    const Option* Find(const std::string& word) const;
+
+private:
+    std::vector<Option> m_options;
+};
+
+/// Returns the words of text, which blanks separate.
+std::vector<std::string> WordsOf(const std::string& text);
+
+/// Returns the command whose name begins words, or nullptr.
+const Command* FindCommand(const Program& program, const std::vector<std::string>& words);
+
 /// Options of the program itself and, except for --version, of every command.
 Option HelpOption();
 Option VersionOption();
 
 /// Runs the program: a command, or printing the help or the version. Options may appear anywhere;
 /// after "--" all words are arguments. A word like "-5" is an argument. words do not include the
-/// name of the program. Returns the exit status.
+/// name of the program. Returns the exit status. The first word "--complete" is for the completion
+/// of shells: prints the Candidates() for the others.
 int RunProgram(const Program& program, std::vector<std::string> words);
 
 }  // namespace applist::tools

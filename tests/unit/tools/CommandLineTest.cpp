@@ -140,7 +140,7 @@ TEST_F(CommandLine, PrintsHelpAndVersionWithoutRunningTheCommand) {
     EXPECT_EQ(Run({"help", "item", "add"}).output, Run({"item", "add", "--help"}).output);
     EXPECT_EQ(Run({"item", "add", "-h"}).output,
               "Usage: tool item add [OPTION...] ID...\n\nAdd.\n\nOptions:\n"
-              "  -j, --json  Print JSON\n  -h, --help  Print this text\n\nExit status: 0\n");
+              "  -j, --json  Print JSON\n  -h, --help  Print the help\n\nExit status: 0\n");
     EXPECT_EQ(Run({"help"}).status, 0);
 }
 

@@ -60,7 +60,7 @@ Result<std::optional<double>> Speed(const std::string& text) {
 std::vector<Option> BroadcastOptions() {
     return {
         {"service", 's', "SERVICE", "Only this service, by number or name; may be repeated"},
-        {"language", 'l', "LIST", "Languages of names, the preferred first: ita,eng"},
+        {"language", 'l', "LIST", "Languages of names, the preferred one first: ita,eng"},
         {"text", '\0', "CODING", "How texts are coded: auto, dvb, isdb, arib, latin"},
     };
 }
@@ -96,20 +96,20 @@ Option AddressOption() {
 }
 
 Option JsonOption() {
-    return {"json", 'j', "", "Print one JSON object a line"};
+    return {"json", 'j', "", "Print one JSON object for each line"};
 }
 
 std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
     std::vector<Option> options{
         AddressOption(),
-        {"timeout", 't', "SECONDS", "Limit the wait for an application"},
+        {"timeout", 't', "SECONDS", "Time limit for an application to connect"},
     };
     options.insert(options.end(), own.begin(), own.end());
     return options;
 }
 
 Option RecordOption() {
-    return {"record", 'r', "FILE", "Record all traffic; see record --help"};
+    return {"record", 'r', "FILE", "Record all traffic, as the command record does"};
 }
 
 Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {

@@ -23,21 +23,26 @@ constexpr const char* EXIT_CODES =
 
 }  // namespace
 
-const tools::Program& SimulatorProgram() {
-    static const tools::Program PROGRAM{
+}  // namespace applist::sim
+
+namespace applist::tools {
+
+const Program& TheProgram() {
+    static const Program PROGRAM{
         .name = "javamw-sim",
         .version = APPLIST_VERSION,
-        .purpose = PURPOSE,
+        .purpose = sim::PURPOSE,
         .options = {},
-        .commands = {ServeCommand(), WatchCommand(), CallCommand(), RunCommand(), ShellCommand(),
-                     ApplicationsCommand(), RecordCommand(), ReplayCommand(), CompareCommand()},
-        .exitCodes = EXIT_CODES,
+        .commands = {sim::ServeCommand(), sim::WatchCommand(), sim::CallCommand(),
+                     sim::RunCommand(), sim::ShellCommand(), sim::ApplicationsCommand(),
+                     sim::RecordCommand(), sim::ReplayCommand(), sim::CompareCommand()},
+        .exitCodes = sim::EXIT_CODES,
         .values = {{"FILE", {}},
                    {"FIRST", {}},
                    {"SECOND", {}},
-                   {"FUNCTION", FunctionNames()},
-                   {"CODING", TextCodingNames()}}};
+                   {"FUNCTION", sim::FunctionNames()},
+                   {"CODING", sim::TextCodingNames()}}};
     return PROGRAM;
 }
 
-}  // namespace applist::sim
+}  // namespace applist::tools

@@ -17,9 +17,6 @@ using tools::Option;
 /// The names of the functions that "call" makes.
 std::vector<std::string> FunctionNames();
 
-/// The commands and options of javamw-sim.
-const tools::Program& SimulatorProgram();
-
 // Each command is defined in a file of its own.
 Command ApplicationsCommand();
 Command CallCommand();

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// The command line, its help and its manual page name the same commands and options.
+// The table of commands, and the manual page of the scenario language.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -24,7 +24,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::SizeIs;
 using tools::CommandHelp;
 using tools::ProgramHelp;
 
@@ -37,20 +36,6 @@ std::string Page(const std::string& name) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Returns the lines of page between the line begin and the next heading.
-std::string Section(const std::string& page, const std::string& begin) {
-    const size_t start = page.find("\n" + begin + "\n");
-    EXPECT_NE(start, std::string::npos) << begin;
-    if (start == std::string::npos) {
-        return {};
-    }
-    const size_t body = start + begin.size() + 2;
-    // Includes the line end before the first option, because the pattern of an option starts with
-    // it.
-    const size_t end = std::min(page.find("\n.Ss ", body), page.find("\n.Sh ", body));
-    return page.substr(body - 1, end - body + 2);
-}
-
 std::multiset<std::string> Matches(const std::string& text, const std::string& pattern) {
     const std::regex regex(pattern);
     std::multiset<std::string> found;
@@ -60,25 +45,10 @@ std::multiset<std::string> Matches(const std::string& text, const std::string& p
     return found;
 }
 
-/// An option as the manual writes it: "-a, -address Ns = Ns Ar ADDRESS" after the first Fl.
-std::string InManual(const Option& option) {
-    const std::string letter =
-        option.letter == '\0' ? std::string() : std::string(1, option.letter) + " , ";
-    return letter + "-" + option.name + (option.value.empty() ? "" : " Ns = Ns Ar " + option.value);
-}
-
-std::multiset<std::string> InManual(const std::vector<Option>& options) {
-    std::multiset<std::string> written;
-    for (const Option& option : options) {
-        written.insert(InManual(option));
-    }
-    return written;
-}
-
 TEST(CommandTable, GivesOptionsOfOneNameOneMeaning) {
     std::map<std::string, Option> byName;
     std::map<char, std::string> byLetter;
-    for (const Command& command : SimulatorProgram().commands) {
+    for (const Command& command : tools::TheProgram().commands) {
         for (const Option& option : command.options) {
             const Option& first = byName.try_emplace(option.name, option).first->second;
             EXPECT_EQ(option.letter, first.letter) << command.name << " --" << option.name;
@@ -93,7 +63,7 @@ TEST(CommandTable, GivesOptionsOfOneNameOneMeaning) {
 
 TEST(CommandTable, LeavesTheGeneralOptionsToTheProgram) {
     for (const Option& general : GENERAL_OPTIONS) {
-        for (const Command& command : SimulatorProgram().commands) {
+        for (const Command& command : tools::TheProgram().commands) {
             for (const Option& option : command.options) {
                 EXPECT_NE(option.name, general.name) << command.name;
                 EXPECT_TRUE(option.letter == '\0' || option.letter != general.letter);
@@ -103,9 +73,9 @@ TEST(CommandTable, LeavesTheGeneralOptionsToTheProgram) {
 }
 
 TEST(CommandHelp, ListsEverySubcommandAndExplainsEachWithExamples) {
-    for (const Command& command : SimulatorProgram().commands) {
-        EXPECT_THAT(ProgramHelp(SimulatorProgram()), HasSubstr("\n  " + command.name + " "));
-        const std::string help = CommandHelp(SimulatorProgram(), command);
+    for (const Command& command : tools::TheProgram().commands) {
+        EXPECT_THAT(ProgramHelp(tools::TheProgram()), HasSubstr("\n  " + command.name + " "));
+        const std::string help = CommandHelp(tools::TheProgram(), command);
         EXPECT_THAT(help, HasSubstr("\nExamples:\n"));
         EXPECT_THAT(help, HasSubstr("javamw-sim " + command.name));
         EXPECT_THAT(help, HasSubstr("\nExit status:\n  0  "));
@@ -113,33 +83,10 @@ TEST(CommandHelp, ListsEverySubcommandAndExplainsEachWithExamples) {
 }
 
 TEST(CommandHelp, FitsTerminals) {
-    for (const Command& command : SimulatorProgram().commands) {
-        EXPECT_THAT(Matches(CommandHelp(SimulatorProgram(), command), "(.{91,})"), IsEmpty())
+    for (const Command& command : tools::TheProgram().commands) {
+        EXPECT_THAT(Matches(CommandHelp(tools::TheProgram(), command), "(.{91,})"), IsEmpty())
             << command.name;
     }
-}
-
-TEST(Manual, HasEveryOptionOfEverySubcommandAndNoOther) {
-    const std::string page = Page("javamw-sim.1");
-    size_t sections = 0;
-    for (const Command& command : SimulatorProgram().commands) {
-        const std::string section = Section(page, ".Ss " + command.name);
-        EXPECT_EQ(Matches(section, "\n\\.It Fl ([^\n]*)"), InManual(command.options))
-            << command.name;
-        ++sections;
-    }
-    EXPECT_THAT(Matches(page, "\n\\.Ss ([a-z]+)"), SizeIs(sections));
-}
-
-TEST(Manual, HasTheGeneralOptions) {
-    const std::string section = Section(Page("javamw-sim.1"), ".Sh DESCRIPTION");
-    EXPECT_EQ(Matches(section, "\n\\.It Fl ([^\n]*)"), InManual(GENERAL_OPTIONS));
-}
-
-TEST(Manual, HasTheExitCodesOfTheHelp) {
-    const std::string section = Section(Page("javamw-sim.1"), ".Sh EXIT STATUS");
-    EXPECT_EQ(Matches(section, "\\.It ([0-9]+)"),
-              Matches(ProgramHelp(SimulatorProgram()), "\n  ([0-9])  "));
 }
 
 // The page writes a backslash as \e, and a bracket that ends a line by its name.

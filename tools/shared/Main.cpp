@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "Commands.h"
+#include "shared/CommandLine.h"
 
 int main(int argc, char** argv) {
-    return applist::tools::RunProgram(applist::desktop::PlatformctlProgram(),
+    return applist::tools::RunProgram(applist::tools::TheProgram(),
                                       {argv + std::min(argc, 1), argv + argc});
 }
