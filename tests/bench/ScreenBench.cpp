@@ -117,6 +117,7 @@ private:
         m_watch.AwaitQuiet(SETTLED);
         Series shown("start: rows shown", subject, rows, "ms");
         Series settled("start: settled", subject, rows, "ms");
+        Series cost("start: processor time", subject, rows, "ms");
         for (int i = 0; i < m_repetitions; ++i) {
             m_watch.Forget();
             const auto start = Clock::now();
@@ -126,6 +127,7 @@ private:
             if (rowsShown) {
                 shown.Add(Milliseconds(*rowsShown - start));
                 settled.Add(Milliseconds(LastChange(*rowsShown, SETTLED) - start));
+                cost.Add(static_cast<double>(ProcessorNanoseconds(process->pid())) / 1e6);
             }
         }
         m_watch.AwaitQuiet(SETTLED);

@@ -13,7 +13,7 @@
 #include <X11/extensions/Xext.h>
 
 #include "Log.h"
-#include "display/NoSharedMemory.h"
+#include "display/FrameMemory.h"
 #include "display/WaylandScreen.h"
 #include "text/Text.h"
 #include "theme/Theme.h"
@@ -75,7 +75,7 @@ void DrawOnOneThread() {
 Toolkit::Toolkit(int argc, char** argv) {
     KeepOutHelpers();
     DrawOnOneThread();
-    DrawWithoutSharedMemory();
+    SetUpFrameMemory();
     XSetExtensionErrorHandler(OnMissingExtension);
     XSetIOErrorHandler(OnXlibConnectionLost);
     ecore_x_io_error_handler_set(OnConnectionLost, nullptr);

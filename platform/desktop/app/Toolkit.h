@@ -14,8 +14,8 @@ namespace applist::desktop {
 class Toolkit {
 public:
     /// The arguments must outlive the object. Sets ECORE_NO_SYSTEM_MODULES and
-    /// ECORE_EVAS_FORCE_SYNC_RENDER in the environment unless they are already set. Disables shared
-    /// memory with the X server and the cache of desktop files.
+    /// ECORE_EVAS_FORCE_SYNC_RENDER in the environment unless they are already set. Sets up the
+    /// memory of frames and disables the cache of desktop files.
     Toolkit(int argc, char** argv);
     ~Toolkit();
     Toolkit(const Toolkit&) = delete;

@@ -1,0 +1,20 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace applist::desktop {
+
+/// Changes where the toolkit keeps the pixels of its frames on X11. Call it before the toolkit
+/// starts.
+///
+/// The pixels are sent through the X connection instead of shared memory. The toolkit allocates and
+/// frees a shared-memory segment for each frame. For the two rows that a key changes, this takes
+/// longer than sending the pixels. In addition, segments of a killed program are never freed. The
+/// program therefore replaces XShmQueryExtension(), which reports from this call on that no display
+/// supports shared memory.
+///
+/// The first frame, which covers the screen, is drawn into huge pages, because the kernel takes 3
+/// ms to provide its 2,025 ordinary pages. The program therefore replaces XCreateImage().
+void SetUpFrameMemory();
+
+}  // namespace applist::desktop
