@@ -26,9 +26,7 @@ PROGRAMS = {
     "src/applist/LocalAppListModel.cpp": ["unit_ipc"],
     "src/applist/RemoteAppListItem.cpp": ["unit_ipc"],
     "src/ipc/IPCApplist.h": ["unit_ipc"],
-    "src/ipc/dbus-callback.h": ["transport_calls_test", "transport_test"],
     "src/ipc/gio-support.cpp": ["transport_calls_test", "transport_test"],
-    "src/ipc/javamw-dbus-handshake.cpp": ["transport_calls_test", "transport_test"],
     "src/ipc/javamw-dbus-local.cpp": ["transport_calls_test", "transport_test"],
 }
 
