@@ -70,7 +70,7 @@ private:
                 return "unknown option " + letter;
             }
             const bool attached = !option->value.empty() && i + 1 < word.size();
-            const std::string error =
+            std::string error =
                 Take(*option, attached ? std::optional(word.substr(i + 1)) : std::nullopt);
             if (attached || !error.empty()) {
                 return error;
