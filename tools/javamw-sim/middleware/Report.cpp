@@ -15,41 +15,6 @@ namespace {
 using tools::Json;
 using tools::JsonLine;
 
-class Text : public Report {
-public:
-    explicit Text(bool colours) : m_colours(colours) {}
-
-    std::string Connected(const std::string& application) const override {
-        return Paint("connected", colour::GOOD) + ' ' + application;
-    }
-    std::string Disconnected(const std::string& application) const override {
-        return Paint("disconnected", colour::QUIET) + ' ' + application;
-    }
-    std::string Filled(const std::string& application, size_t items) const override {
-        return Paint("filled", colour::GOOD) + ' ' + application + " with " +
-               std::to_string(items) + " items";
-    }
-    std::string Updated(const std::string& application, const UpdateCounts& counts) const override {
-        return Paint("updated", colour::GOOD) + ' ' + application + ": " +
-               std::to_string(counts.added) + " added, " + std::to_string(counts.removed) +
-               " removed, " + std::to_string(counts.renamed) + " renamed";
-    }
-    std::string Event(const std::string& /*application*/, const Notification& notification,
-                      const SelectedItem& selection) const override {
-        const std::string read = DescribeSelection(notification.event, selection);
-        return Paint(DescribeNotification(notification), colour::STRONG) + ' ' +
-               (selection.problem.empty() ? read : Paint(read, colour::BAD));
-    }
-    std::string ItemOfReply(const Item& item) const override { return ItemLine(item); }
-
-private:
-    std::string Paint(const std::string& text, const char* colour) const {
-        return m_colours ? Painted(text, colour) : text;
-    }
-
-    bool m_colours;
-};
-
 // Invalid UTF-8 is replaced in the text, and the bytes are added in hexadecimal.
 void AddBytes(Json& object, const std::string& member, const std::string& bytes) {
     object[member] = bytes;
@@ -63,39 +28,51 @@ void AddItem(Json& object, const Item& item) {
     AddBytes(object, "name", item.name);
 }
 
-class JsonLines : public Report {
-public:
-    std::string Connected(const std::string& application) const override {
-        return JsonLine({{"type", "connected"}, {"application", application}});
-    }
-    std::string Disconnected(const std::string& application) const override {
-        return JsonLine({{"type", "disconnected"}, {"application", application}});
-    }
-    std::string Filled(const std::string& application, size_t items) const override {
-        return JsonLine({{"type", "filled"}, {"application", application}, {"items", items}});
-    }
-    std::string Updated(const std::string& application, const UpdateCounts& counts) const override {
-        return JsonLine({{"type", "updated"},
-                         {"application", application},
-                         {"added", counts.added},
-                         {"removed", counts.removed},
-                         {"renamed", counts.renamed}});
-    }
-    std::string Event(const std::string& application, const Notification& notification,
-                      const SelectedItem& selection) const override {
-        return JsonLine(EventObject(application, notification, &selection));
-    }
-    std::string ItemOfReply(const Item& item) const override { return JsonLine(ItemObject(item)); }
-};
-
 }  // namespace
 
-std::unique_ptr<Report> TextReport(bool colours) {
-    return std::make_unique<Text>(colours);
+std::string Report::Paint(const std::string& text, const char* colour) const {
+    return m_colours ? Painted(text, colour) : text;
 }
 
-std::unique_ptr<Report> JsonReport() {
-    return std::make_unique<JsonLines>();
+std::string Report::Connected(const std::string& application) const {
+    return m_json ? JsonLine({{"type", "connected"}, {"application", application}})
+                  : Paint("connected", colour::GOOD) + ' ' + application;
+}
+
+std::string Report::Disconnected(const std::string& application) const {
+    return m_json ? JsonLine({{"type", "disconnected"}, {"application", application}})
+                  : Paint("disconnected", colour::QUIET) + ' ' + application;
+}
+
+std::string Report::Filled(const std::string& application, size_t items) const {
+    return m_json ? JsonLine({{"type", "filled"}, {"application", application}, {"items", items}})
+                  : Paint("filled", colour::GOOD) + ' ' + application + " with " +
+                        std::to_string(items) + " items";
+}
+
+std::string Report::Updated(const std::string& application, const UpdateCounts& counts) const {
+    return m_json ? JsonLine({{"type", "updated"},
+                              {"application", application},
+                              {"added", counts.added},
+                              {"removed", counts.removed},
+                              {"renamed", counts.renamed}})
+                  : Paint("updated", colour::GOOD) + ' ' + application + ": " +
+                        std::to_string(counts.added) + " added, " + std::to_string(counts.removed) +
+                        " removed, " + std::to_string(counts.renamed) + " renamed";
+}
+
+std::string Report::Event(const std::string& application, const Notification& notification,
+                          const SelectedItem& selection) const {
+    if (m_json) {
+        return JsonLine(EventObject(application, notification, &selection));
+    }
+    const std::string read = DescribeSelection(notification.event, selection);
+    return Paint(DescribeNotification(notification), colour::STRONG) + ' ' +
+           (selection.problem.empty() ? read : Paint(read, colour::BAD));
+}
+
+std::string Report::ItemOfReply(const Item& item) const {
+    return m_json ? JsonLine(ItemObject(item)) : ItemLine(item);
 }
 
 Json EventObject(const std::string& application, const Notification& notification,

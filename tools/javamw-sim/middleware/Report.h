@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -25,29 +24,26 @@ struct UpdateCounts {
 /// Formats what happens in a session. Each method returns one line of output.
 class Report {
 public:
-    Report() = default;
-    virtual ~Report() = default;
-    Report(const Report&) = delete;
-    Report& operator=(const Report&) = delete;
+    /// json writes one object per line. The words for people are the same with and without colours.
+    Report(bool json, bool colours) : m_json(json), m_colours(colours) {}
 
-    virtual std::string Connected(const std::string& application) const = 0;
-    virtual std::string Disconnected(const std::string& application) const = 0;
+    std::string Connected(const std::string& application) const;
+    std::string Disconnected(const std::string& application) const;
     /// The list of the application was filled with this number of items.
-    virtual std::string Filled(const std::string& application, size_t items) const = 0;
+    std::string Filled(const std::string& application, size_t items) const;
     /// The list of the application was updated.
-    virtual std::string Updated(const std::string& application,
-                                const UpdateCounts& counts) const = 0;
-    virtual std::string Event(const std::string& application, const Notification& notification,
-                              const SelectedItem& selection) const = 0;
+    std::string Updated(const std::string& application, const UpdateCounts& counts) const;
+    std::string Event(const std::string& application, const Notification& notification,
+                      const SelectedItem& selection) const;
     /// An item of the reply to a call.
-    virtual std::string ItemOfReply(const Item& item) const = 0;
+    std::string ItemOfReply(const Item& item) const;
+
+private:
+    std::string Paint(const std::string& text, const char* colour) const;
+
+    bool m_json;
+    bool m_colours;
 };
-
-/// Returns lines for people. The words are the same with and without colours.
-std::unique_ptr<Report> TextReport(bool colours);
-
-/// Returns one JSON object per line.
-std::unique_ptr<Report> JsonReport();
 
 /// Returns the JSON object of an event. Without a selection it has no member for it.
 tools::Json EventObject(const std::string& application, const Notification& notification,

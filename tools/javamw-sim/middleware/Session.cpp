@@ -19,7 +19,7 @@ constexpr const char* HIDDEN_HINT =
 
 Session::Session(SessionOptions options)
     : m_options(std::move(options)),
-      m_report(m_options.json ? JsonReport() : TextReport(OutputTakesColours())),
+      m_report(m_options.json, OutputTakesColours()),
       m_middleware("middleware", m_options.address,
                    [this](Middleware&, const Happening& happening) { Take(happening); }) {
     for (const int number : {SIGINT, SIGTERM}) {

@@ -47,7 +47,7 @@ protected:
     /// REQUIRES: called during Run().
     Middleware& middleware() { return m_middleware; }
     BusLink& link() { return m_middleware.link(); }
-    const Report& report() const { return *m_report; }
+    const Report& report() const { return m_report; }
     /// Prints a line. Ends the session if standard output cannot be written.
     void Print(const std::string& line);
     /// Ends Run(). The first code wins.
@@ -62,7 +62,7 @@ private:
     void OnTimeout();
 
     SessionOptions m_options;
-    std::unique_ptr<Report> m_report;
+    Report m_report;
     MainLoop m_loop;
     Registration m_clock;
     Middleware m_middleware;

@@ -40,11 +40,11 @@ protected:
 
     FakeApplication m_application;
     std::vector<std::string> m_lines;
-    std::unique_ptr<Report> m_report = TextReport(false);
+    Report m_report{false, false};
     SelectionReader m_reader{[this](const std::string& application, auto done) {
         m_application.calls.push_back({application, std::move(done)});
     }};
-    EventLog m_log{*m_report, [this](const std::string& line) { m_lines.push_back(line); }};
+    EventLog m_log{m_report, [this](const std::string& line) { m_lines.push_back(line); }};
 };
 
 TEST_F(EventLogTest, PrintsAnEventWhenItsSelectionIsKnown) {

@@ -15,21 +15,21 @@ const SelectedItem NONE{};
 const SelectedItem UNKNOWN{std::nullopt, "gone\naway"};
 
 TEST(TextReports, AreOneLineForEachEvent) {
-    const auto report = TextReport(false);
-    EXPECT_EQ(report->Connected(APPLICATION), "connected :1.5");
-    EXPECT_EQ(report->Disconnected(APPLICATION), "disconnected :1.5");
-    EXPECT_EQ(report->Filled(APPLICATION, 8), "filled :1.5 with 8 items");
-    EXPECT_EQ(report->Updated(APPLICATION, {1, 2, 3}),
+    const Report report(false, false);
+    EXPECT_EQ(report.Connected(APPLICATION), "connected :1.5");
+    EXPECT_EQ(report.Disconnected(APPLICATION), "disconnected :1.5");
+    EXPECT_EQ(report.Filled(APPLICATION, 8), "filled :1.5 with 8 items");
+    EXPECT_EQ(report.Updated(APPLICATION, {1, 2, 3}),
               "updated :1.5: 1 added, 2 removed, 3 renamed");
-    EXPECT_EQ(report->Event(APPLICATION, {Event::ItemSelected, 0}, WEATHER),
+    EXPECT_EQ(report.Event(APPLICATION, {Event::ItemSelected, 0}, WEATHER),
               "event 2 ItemSelected selection w1\tWeather");
-    EXPECT_EQ(report->Event(APPLICATION, {Event::LocalCreated, 0}, NONE),
+    EXPECT_EQ(report.Event(APPLICATION, {Event::LocalCreated, 0}, NONE),
               "event 4 LocalCreated selection none");
-    EXPECT_EQ(report->Event(APPLICATION, {Event::ItemClicked, 2}, UNKNOWN),
+    EXPECT_EQ(report.Event(APPLICATION, {Event::ItemClicked, 2}, UNKNOWN),
               "event 3 ItemClicked with 2 unexpected bytes choice unknown: gone\\x0aaway");
-    EXPECT_EQ(report->Event(APPLICATION, {Event::ItemClicked, 0}, WEATHER),
+    EXPECT_EQ(report.Event(APPLICATION, {Event::ItemClicked, 0}, WEATHER),
               "event 3 ItemClicked chose w1\tWeather");
-    EXPECT_EQ(report->ItemOfReply({"w\t1", "Weather"}), "w\\x091\tWeather");
+    EXPECT_EQ(report.ItemOfReply({"w\t1", "Weather"}), "w\\x091\tWeather");
 }
 
 std::string WithoutColours(std::string text) {
@@ -40,42 +40,41 @@ std::string WithoutColours(std::string text) {
 }
 
 TEST(TextReports, HaveTheSameTextWithColours) {
-    const auto plain = TextReport(false);
-    const auto painted = TextReport(true);
-    EXPECT_NE(painted->Connected(APPLICATION), plain->Connected(APPLICATION));
-    EXPECT_EQ(WithoutColours(painted->Connected(APPLICATION)), plain->Connected(APPLICATION));
-    EXPECT_EQ(WithoutColours(painted->Disconnected(APPLICATION)), plain->Disconnected(APPLICATION));
-    EXPECT_EQ(WithoutColours(painted->Filled(APPLICATION, 1)), plain->Filled(APPLICATION, 1));
-    EXPECT_EQ(WithoutColours(painted->Updated(APPLICATION, {1, 2, 3})),
-              plain->Updated(APPLICATION, {1, 2, 3}));
-    EXPECT_EQ(WithoutColours(painted->Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN)),
-              plain->Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN));
+    const Report plain(false, false);
+    const Report painted(false, true);
+    EXPECT_NE(painted.Connected(APPLICATION), plain.Connected(APPLICATION));
+    EXPECT_EQ(WithoutColours(painted.Connected(APPLICATION)), plain.Connected(APPLICATION));
+    EXPECT_EQ(WithoutColours(painted.Disconnected(APPLICATION)), plain.Disconnected(APPLICATION));
+    EXPECT_EQ(WithoutColours(painted.Filled(APPLICATION, 1)), plain.Filled(APPLICATION, 1));
+    EXPECT_EQ(WithoutColours(painted.Updated(APPLICATION, {1, 2, 3})),
+              plain.Updated(APPLICATION, {1, 2, 3}));
+    EXPECT_EQ(WithoutColours(painted.Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN)),
+              plain.Event(APPLICATION, {Event::ItemChanged, 0}, UNKNOWN));
 }
 
 TEST(JsonReports, AreOneObjectPerLine) {
-    const auto report = JsonReport();
-    EXPECT_EQ(report->Connected(APPLICATION), R"({"type":"connected","application":":1.5"})");
-    EXPECT_EQ(report->Disconnected(APPLICATION), R"({"type":"disconnected","application":":1.5"})");
-    EXPECT_EQ(report->Filled(APPLICATION, 8),
-              R"({"type":"filled","application":":1.5","items":8})");
-    EXPECT_EQ(report->Updated(APPLICATION, {1, 2, 3}),
+    const Report report(true, false);
+    EXPECT_EQ(report.Connected(APPLICATION), R"({"type":"connected","application":":1.5"})");
+    EXPECT_EQ(report.Disconnected(APPLICATION), R"({"type":"disconnected","application":":1.5"})");
+    EXPECT_EQ(report.Filled(APPLICATION, 8), R"({"type":"filled","application":":1.5","items":8})");
+    EXPECT_EQ(report.Updated(APPLICATION, {1, 2, 3}),
               R"({"type":"updated","application":":1.5","added":1,"removed":2,"renamed":3})");
-    EXPECT_EQ(report->Event(APPLICATION, {Event::ItemSelected, 0}, WEATHER),
+    EXPECT_EQ(report.Event(APPLICATION, {Event::ItemSelected, 0}, WEATHER),
               R"({"type":"event","application":":1.5","number":2,"name":"ItemSelected",)"
               R"("selection":{"id":"w1","name":"Weather"}})");
-    EXPECT_EQ(report->Event(APPLICATION, {Event::LocalCreated, 0}, NONE),
+    EXPECT_EQ(report.Event(APPLICATION, {Event::LocalCreated, 0}, NONE),
               R"({"type":"event","application":":1.5","number":4,"name":"LocalCreated",)"
               R"("selection":null})");
-    EXPECT_EQ(report->Event(APPLICATION, {Event::ItemClicked, 2}, UNKNOWN),
+    EXPECT_EQ(report.Event(APPLICATION, {Event::ItemClicked, 2}, UNKNOWN),
               R"({"type":"event","application":":1.5","number":3,"name":"ItemClicked",)"
               R"("unexpected_bytes":2,"selection":null,"problem":"gone\naway"})");
 }
 
 TEST(JsonReports, KeepTheBytesOfTextsThatAreNotUtf8) {
-    EXPECT_EQ(JsonReport()->ItemOfReply({"\"1\"", "Citt\xE0"}),
+    EXPECT_EQ(Report(true, false).ItemOfReply({"\"1\"", "Citt\xE0"}),
               "{\"type\":\"item\",\"id\":\"\\\"1\\\"\",\"name\":\"Citt\uFFFD\",\"name_hex\":"
               "\"43697474e0\"}");
-    EXPECT_EQ(JsonReport()->ItemOfReply({std::string("a\0b", 3), "\u00e0"}),
+    EXPECT_EQ(Report(true, false).ItemOfReply({std::string("a\0b", 3), "\u00e0"}),
               "{\"type\":\"item\",\"id\":\"a\\u0000b\",\"id_hex\":\"610062\",\"name\":\"\u00e0\"}");
 }
 
