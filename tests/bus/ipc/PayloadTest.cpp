@@ -303,6 +303,11 @@ TEST_F(Notification, IsPrintedByTheDefaultHook) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "text\n");
     EXPECT_THAT(Log(), ElementsAre(Debug(SignalLine(peer, "SendSignal")),
                                    Debug("Default handler - HandleNotification = text\n\n")));
+    peer.Leave();
+    EXPECT_TRUE(RunUntil([] {
+        return testing::Matches(
+            testing::Contains(Debug("Default handler - HandleConnectionReady = 0\n\n")))(Log());
+    }));
 }
 
 }  // namespace
