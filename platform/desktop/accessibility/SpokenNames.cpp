@@ -3,15 +3,14 @@
 #include "accessibility/SpokenNames.h"
 
 #include <Elementary.h>
-#include <cstdlib>
-#include <glib.h>
-#include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "CallbackGuard.h"
 #include "accessibility/KeyFilter.h"
-#include "display/ShownText.h"
+#include "display/ListPanel.h"
+#include "i18n_text.h"
 
 // Elementary.h does not include this header.
 extern "C" {
@@ -21,16 +20,9 @@ extern "C" {
 namespace applist::desktop {
 namespace {
 
-// The theme part that shows the text of a row.
-constexpr const char* TEXT_PART = "elm.text";
-
 // The toolkit asks only once for the address of the accessibility bus, with a timeout of 100 ms. On
 // a busy machine that bus needs longer to start, so the connection is retried.
 constexpr double RETRY_SECONDS = 1.0;
-
-struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-};
 
 bool IsA(const Eo* object, std::string_view name) {
     return object != nullptr && efl_class_name_get(object) == name;
@@ -40,35 +32,29 @@ bool IsList(const Eo* object) {
     return IsA(object, "Elm.Genlist");
 }
 
+// The accessibility bus accepts valid UTF-8 only; other text makes the screen reader hang.
+// RowText() is valid.
 void NameRow(const Eo* list, Eo* row) {
-    const Elm_Genlist_Item_Class* kind = elm_genlist_item_item_class_get(row);
-    if (kind == nullptr || kind->func.text_get == nullptr) {
-        return;
-    }
-    const std::unique_ptr<char, FreeText> text(kind->func.text_get(
-        elm_object_item_data_get(row), const_cast<Evas_Object*>(list), TEXT_PART));
-    if (text) {
-        // The accessibility bus accepts valid UTF-8 only; other text makes the screen reader hang.
-        g_autofree char* name = g_utf8_make_valid(ShownText(text.get()).c_str(), -1);
-        efl_access_object_i18n_name_set(row, name);
+    const std::string name = RowText(list, row);
+    if (!name.empty()) {
+        efl_access_object_i18n_name_set(row, name.c_str());
     }
 }
 
-void NameList(Eo* list) {
-    // The list is nested in the popup, which has the title.
-    const Evas_Object* around = elm_object_parent_widget_get(list);
-    while (around != nullptr && !IsA(around, "Elm.Popup")) {
-        around = elm_object_parent_widget_get(around);
+// An empty list has the text that the panel shows instead of rows. A reader announces the change of
+// the name of the object that it is on.
+void NameList(Eo* list, bool empty) {
+    std::string title = TitleOf(list);
+    if (empty) {
+        title += std::string(title.empty() ? "" : ". ") + i18n_get_text("LIST_EMPTY");
     }
-    const char* title =
-        around != nullptr ? elm_object_part_text_get(around, "title,text") : nullptr;
-    if (title != nullptr) {
-        efl_access_object_i18n_name_set(list, title);
+    if (!title.empty()) {
+        efl_access_object_i18n_name_set(list, title.c_str());
     }
 }
 
 void NameAll(Eo* list) {
-    NameList(list);
+    NameList(list, elm_genlist_first_item_get(list) == nullptr);
     for (Elm_Object_Item* row = elm_genlist_first_item_get(list); row != nullptr;
          row = elm_genlist_item_next_get(row)) {
         NameRow(list, row);
@@ -140,9 +126,16 @@ bool SpokenNames::Retry() {
     return true;
 }
 
+void SpokenNames::Emptied(Eo* list) const {
+    if (m_additions != nullptr) {
+        NameList(list, true);
+    }
+}
+
 void SpokenNames::RowAdded(Eo* list, Eo* row) {
     if (IsList(list)) {
         NameRow(list, row);
+        NameList(list, false);
     }
 }
 

@@ -25,6 +25,8 @@ public:
     void Turn(bool on);
     /// For the toolkit's event callback: row has been added to list.
     static void RowAdded(Eo* list, Eo* row);
+    /// Names list as empty while a reader is connected: the panel shows a text instead of rows.
+    void Emptied(Eo* list) const;
     /// For the timer: connects again if the toolkit is not connected yet. Returns true if the timer
     /// must call again.
     bool Retry();

@@ -25,6 +25,7 @@
 #include "data/SettingsPaths.h"
 #include "display/KeyFrames.h"
 #include "display/Keyboard.h"
+#include "display/ListPanel.h"
 #include "display/ThemeSignals.h"
 #include "display/Windows.h"
 #include "launch/LaunchProtocol.h"
@@ -130,6 +131,11 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     const ThemeSignals signals;
     const KeyFrames frames(windows);
     SpokenNames names;
+    ListPanel::Listen([&names](const ListEvent& event) {
+        if (event.kind == ListEvent::Kind::WAITING) {
+            names.Emptied(event.list);
+        }
+    });
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
     m_leaveScreen = [&] {
         instance->Release();
@@ -143,6 +149,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     if (m_created) {
         m_callbacks.terminate(m_userData);
     }
+    ListPanel::Listen({});
     return result;
 }
 

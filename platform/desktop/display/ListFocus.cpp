@@ -82,7 +82,8 @@ ListFocus::ListFocus(Evas_Object* list)
     : m_list(list),
       m_window(elm_object_top_widget_get(list)),
       m_canvas(evas_object_evas_get(list)),
-      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)) {
+      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
+      m_panel(list) {
     evas_object_data_set(list, KEY, this);
     evas_object_event_callback_add(list, EVAS_CALLBACK_DEL, OnDeleted, this);
     evas_object_smart_callback_add(list, "realized", OnRealized, this);
@@ -126,7 +127,10 @@ void ListFocus::OnFrame(void* focus, Evas*, void*) {
 }
 
 Eina_Bool ListFocus::OnPress(void* focus, int, void*) {
-    GuardCallback([focus] { FocusIn(focus).OpenForKey(); });
+    GuardCallback([focus] {
+        FocusIn(focus).m_panel.Pressed();
+        FocusIn(focus).OpenForKey();
+    });
     return ECORE_CALLBACK_PASS_ON;
 }
 
@@ -135,6 +139,10 @@ bool ListFocus::IsOpen() const {
 }
 
 void ListFocus::Choose(Elm_Object_Item* row) {
+    if (row != nullptr && row != m_row) {
+        // Another row means another selection, with which the program restarts its timer.
+        m_panel.Used();
+    }
     if (m_row != nullptr) {
         efl_wref_del(m_row, &m_row);
     }
@@ -151,6 +159,7 @@ void ListFocus::Set(Elm_Object_Item* row) {
         elm_object_item_focus_set(row, EINA_TRUE);
     }
     AnchorView();
+    m_panel.RowsChanged();
     RequestFrame();
 }
 
@@ -192,6 +201,7 @@ void ListFocus::DropFrame() {
 void ListFocus::Frame() {
     DropFrame();
     Open();
+    m_panel.Update();
     edje_message_signal_process();
     evas_smart_objects_calculate(m_canvas);
 }

@@ -5,6 +5,7 @@
 #include <Elementary.h>
 
 #include "display/EventHandler.h"
+#include "display/ListPanel.h"
 
 namespace applist::desktop {
 
@@ -33,6 +34,7 @@ public:
 
     /// Focuses the row now if it is a widget, and again in the next frame.
     void Set(Elm_Object_Item* row);
+    ListPanel& panel() { return m_panel; }
     /// Prepares for a list without rows: before it is filled and before it is cleared.
     void Close();
 
@@ -65,6 +67,7 @@ private:
     /// A weak reference: null after the row was deleted.
     Elm_Object_Item* m_row = nullptr;
     EventHandler m_press;
+    ListPanel m_panel;
     bool m_frameRequested = false;
     bool m_muted = false;
 };

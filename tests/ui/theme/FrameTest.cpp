@@ -21,6 +21,17 @@ protected:
     ThemedList list;
 };
 
+std::string EmptyText(const ThemedList& list) {
+    const char* text = edje_object_part_text_get(list.popup(), "applist.empty");
+    return text != nullptr ? text : "";
+}
+
+std::string Count(const ThemedList& list) {
+    std::string text = TextOf(list.popup(), "applist.count");
+    const std::string space = "\u2003";
+    return text.rfind(space, 0) == 0 ? text.substr(space.size()) : text;
+}
+
 TEST_F(TheFrame, IsACalmPanelBeforeTheListIsFilled) {
     EXPECT_TRUE(list.rows().empty());
     EXPECT_FALSE(HasScrollBar());
@@ -28,10 +39,34 @@ TEST_F(TheFrame, IsACalmPanelBeforeTheListIsFilled) {
     EXPECT_EQ(std::vector<uint32_t>(inside.pixels.size(), inside.pixels[0]), inside.pixels);
 }
 
+TEST_F(TheFrame, SaysAfterAMomentThatAnEmptyListWaits) {
+    EXPECT_EQ(EmptyText(list), "");
+    EXPECT_TRUE(HeadlessToolkit::RunUntil(
+        [&] { return EmptyText(list) == "Waiting for the broadcast's services"; }));
+    list.Show({"One"});
+    EXPECT_EQ(EmptyText(list), "");
+}
+
+TEST_F(TheFrame, ShowsThePositionAndTheNumberOfRows) {
+    EXPECT_EQ(Count(list), "");
+    list.Show(NumberedRows(FITTING), 2);
+    EXPECT_EQ(Count(list), "3 / 8");
+    list.Focus(7);
+    EXPECT_EQ(Count(list), "8 / 8");
+    list.Show(NumberedRows(3), 0);
+    EXPECT_EQ(Count(list), "1 / 3");
+    list.Clear();
+    EXPECT_EQ(Count(list), "");
+}
+
 TEST_F(TheFrame, IsTheSamePanelAfterTheListWasEmptied) {
+    const auto waits = [this] { return !EmptyText(list).empty(); };
+    ASSERT_TRUE(HeadlessToolkit::RunUntil(waits));
     const Picture before = Draw(list.window());
     list.Show(NumberedRows(FITTING + 1));
     list.Clear();
+    ASSERT_TRUE(HeadlessToolkit::RunUntil(waits));
+    HeadlessToolkit::Settle();
     EXPECT_EQ(Draw(list.window()).pixels, before.pixels);
 }
 
@@ -120,6 +155,15 @@ TEST(AMirroredFrame, BeginsAtTheRight) {
     const Evas_Object* row = list.row("العربية");
     EXPECT_GT(BoxOf(row, "marker").x, BoxOf(row, "room").Right());
     EXPECT_LE(BoxOf(list.list(), "track").Right(), BoxOf(row).x);
+}
+
+TEST(ATitle, EndsBeforeTheCount) {
+    ThemedList list({Variant::HIGH_CONTRAST, 1080, false, 175});
+    edje_object_part_text_set(list.popup(), "elm.text.title",
+                              "A title that is far too long for the panel's width");
+    list.Show(NumberedRows(12), 11);
+    EXPECT_LE(TextBoxOf(list.popup(), "elm.text.title").Right(),
+              TextBoxOf(list.popup(), "applist.count").x);
 }
 
 TEST(ATitle, IsAlignedToTheSideWhereItsLanguageStarts) {

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "alert-syspopup/AlertWindow.h"
+#include "i18n_text.h"
 #include "ui/theme/ThemedList.h"
 
 namespace applist::test {
@@ -98,6 +99,21 @@ void ShowWrapped(ThemedList& list) {
     list.Show({"Teletext", LONG_NAME, "Weather"}, 1);
 }
 
+void ShowEmpty(ThemedList& list) {
+    ASSERT_TRUE(HeadlessToolkit::RunUntil([&] {
+        const char* text = edje_object_part_text_get(list.popup(), "applist.empty");
+        return text != nullptr && *text != '\0';
+    }));
+    HeadlessToolkit::Settle();
+}
+
+void ShowClosing(ThemedList& list) {
+    list.Show(NumberedRows(14), 9);
+    edje_object_part_text_set(list.popup(), "applist.note", i18n_get_text("LIST_CLOSES"));
+    edje_object_signal_emit(list.popup(), "applist,note,visible", "applist");
+    HeadlessToolkit::Settle();
+}
+
 void ShowMirrored(ThemedList& list) {
     edje_object_part_text_set(list.popup(), "elm.text.title", "خدمات البيانات");
     list.Show(
@@ -125,16 +141,19 @@ TEST_P(AListState, LooksAsStoredWithGroupsOfTheThemeOnly) {
 
 INSTANTIATE_TEST_SUITE_P(
     States, AListState,
-    testing::Values(State{"empty", STANDARD, [](ThemedList&) {}}, State{"rows", STANDARD, ShowRows},
+    testing::Values(State{"empty", STANDARD, ShowEmpty}, State{"rows", STANDARD, ShowRows},
                     State{"scrolled", STANDARD, ShowScrolled},
                     State{"names", STANDARD, ShowScripts},
                     State{"mirrored", MIRRORED, ShowMirrored},
-                    State{"high_contrast_empty", HIGH_CONTRAST, [](ThemedList&) {}},
+                    State{"high_contrast_empty", HIGH_CONTRAST, ShowEmpty},
                     State{"high_contrast_rows", HIGH_CONTRAST, ShowRows},
                     State{"high_contrast_scrolled", HIGH_CONTRAST, ShowScrolled},
                     State{"wrapped", STILL, ShowWrapped},
                     State{"high_contrast_large_wrapped", LARGE_STILL, ShowWrapped},
-                    State{"large_rows", LARGE, ShowRows},
+                    State{"closing", STANDARD, ShowClosing},
+                    State{"high_contrast_closing", HIGH_CONTRAST, ShowClosing},
+                    State{"large_closing", LARGE, ShowClosing},
+                    State{"large_empty", LARGE, ShowEmpty}, State{"large_rows", LARGE, ShowRows},
                     State{"large_mirrored", LARGE_MIRRORED, ShowMirrored},
                     State{"high_contrast_large_scrolled", LARGE_HIGH_CONTRAST, ShowScrolled}),
     [](const auto& state) { return std::string(state.param.name); });

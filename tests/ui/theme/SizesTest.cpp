@@ -236,7 +236,9 @@ TEST_P(TheLargestText, HasNoSmallerTextInThePopup) {
     ThemedList list(GetParam());
     list.Show({"First", "Second"});
     constexpr int SMALLEST = 54;
-    EXPECT_GE(LetterSize(list.popup(), "elm.text.title"), SMALLEST * GetParam().height / DRAWN_FOR);
+    for (const char* part : {"elm.text.title", "applist.count", "applist.note"}) {
+        EXPECT_GE(LetterSize(list.popup(), part), SMALLEST * GetParam().height / DRAWN_FOR) << part;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, TheLargestText, testing::ValuesIn([] {

@@ -1,0 +1,241 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "display/ListPanel.h"
+
+#include <Ecore_Input.h>
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <functional>
+#include <glib.h>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "CallbackGuard.h"
+#include "display/ShownText.h"
+#include "i18n_text.h"
+
+namespace applist::desktop {
+namespace {
+
+// A middleware usually fills an empty list within some milliseconds, so the text would flash.
+constexpr double EMPTY_SECONDS = 0.5;
+// A middleware may change many rows, one call for each.
+constexpr double CHANGES_SECONDS = 0.3;
+
+// The theme part of a row that shows its text.
+constexpr const char* TEXT_PART = "elm.text";
+
+ListPanel::Listener& TheListener() {
+    static ListPanel::Listener listener;
+    return listener;
+}
+
+template <void (ListPanel::*act)()>
+Eina_Bool OnTimer(void* panel) {
+    GuardCallback([panel] { (static_cast<ListPanel*>(panel)->*act)(); });
+    return ECORE_CALLBACK_CANCEL;
+}
+
+Eina_Bool OnBeforeWait(void* panel) {
+    GuardCallback([panel] { static_cast<ListPanel*>(panel)->Update(); });
+    return ECORE_CALLBACK_RENEW;
+}
+
+Eina_Bool OnRelease(void* panel, int, void* key) {
+    GuardCallback([&] {
+        static_cast<ListPanel*>(panel)->Released(*static_cast<const Ecore_Event_Key*>(key));
+    });
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+Evas_Object* PopupAround(const Evas_Object* list) {
+    Evas_Object* around = elm_object_parent_widget_get(list);
+    while (around != nullptr &&
+           elm_object_widget_type_get(around) != std::string_view("Elm_Popup")) {
+        around = elm_object_parent_widget_get(around);
+    }
+    return around;
+}
+
+// The theme's object that draws the popup: the outermost layout inside it.
+Evas_Object* DrawingOfPopupAround(const Evas_Object* list) {
+    Evas_Object* layout = nullptr;
+    for (Evas_Object* around = elm_object_parent_widget_get(list); around != nullptr;
+         around = elm_object_parent_widget_get(around)) {
+        const std::string_view type = elm_object_widget_type_get(around);
+        if (type == "Elm_Popup") {
+            return layout != nullptr ? elm_layout_edje_get(layout) : nullptr;
+        }
+        if (type == "Elm_Layout") {
+            layout = around;
+        }
+    }
+    return nullptr;
+}
+
+std::string PositionText(int position, int count) {
+    std::string text = i18n_get_text("LIST_POSITION");
+    for (const auto& [name, value] : {std::pair("{position}", position), {"{count}", count}}) {
+        const size_t found = text.find(name);
+        if (found != std::string::npos) {
+            text.replace(found, std::string_view(name).size(), std::to_string(value));
+        }
+    }
+    // The space separates it from a title that is too long.
+    return "\u2003" + text;
+}
+
+}  // namespace
+
+std::string RowText(const Evas_Object* list, const Elm_Object_Item* row) {
+    const Elm_Genlist_Item_Class* kind = elm_genlist_item_item_class_get(row);
+    if (kind == nullptr || kind->func.text_get == nullptr) {
+        return {};
+    }
+    const std::unique_ptr<char, decltype(&std::free)> text(
+        kind->func.text_get(elm_object_item_data_get(row), const_cast<Evas_Object*>(list),
+                            TEXT_PART),
+        std::free);
+    if (!text) {
+        return {};
+    }
+    g_autofree char* valid = g_utf8_make_valid(ShownText(text.get()).c_str(), -1);
+    return valid;
+}
+
+std::string TitleOf(const Evas_Object* list) {
+    const Evas_Object* popup = PopupAround(list);
+    const char* title = popup != nullptr ? elm_object_part_text_get(popup, "title,text") : nullptr;
+    return title != nullptr ? title : "";
+}
+
+void ListPanel::Listen(Listener listener) {
+    TheListener() = std::move(listener);
+}
+
+ListPanel::ListPanel(Evas_Object* list)
+    : m_list(list),
+      m_drawing(DrawingOfPopupAround(list)),
+      m_beforeWait(ecore_idle_enterer_before_add(OnBeforeWait, this)),
+      m_release(EventHandler::Behind(ECORE_EVENT_KEY_UP, OnRelease, this)) {
+    Used();
+    Restart(m_empty, EMPTY_SECONDS, OnTimer<&ListPanel::ShowEmpty>, this);
+}
+
+ListPanel::~ListPanel() {
+    ecore_idle_enterer_del(m_beforeWait);
+    Stop(m_note);
+    Stop(m_empty);
+    Stop(m_changes);
+}
+
+void ListPanel::Restart(Ecore_Timer*& timer, double seconds, Ecore_Task_Cb callback,
+                        const ListPanel* panel) {
+    Stop(timer);
+    timer = ecore_timer_add(seconds, callback, panel);
+}
+
+void ListPanel::Stop(Ecore_Timer*& timer) {
+    if (timer != nullptr) {
+        ecore_timer_del(std::exchange(timer, nullptr));
+    }
+}
+
+void ListPanel::Update() {
+    const Elm_Object_Item* focused = elm_object_focused_item_get(m_list);
+    const int count = static_cast<int>(elm_genlist_items_count(m_list));
+    const int position = focused != nullptr ? elm_genlist_item_index_get(focused) : 0;
+    const bool moved = std::exchange(m_focused, focused) != focused && focused != nullptr;
+    const int before = std::exchange(m_count, count);
+    if (std::exchange(m_position, position) != position || before != count) {
+        ShowCount();
+    }
+    if (before != count) {
+        if (count == 0) {
+            Restart(m_empty, EMPTY_SECONDS, OnTimer<&ListPanel::ShowEmpty>, this);
+        } else {
+            Stop(m_empty);
+            SetText("applist.empty", "");
+        }
+        RowsChanged();
+    }
+    if (moved) {
+        Report(ListEvent::Kind::FOCUSED);
+    }
+}
+
+void ListPanel::ShowCount() {
+    SetText("applist.count", m_position > 0 ? PositionText(m_position, m_count) : "");
+}
+
+void ListPanel::RowsChanged() {
+    if (TheListener()) {
+        Restart(m_changes, CHANGES_SECONDS, OnTimer<&ListPanel::ReportRows>, this);
+    }
+}
+
+void ListPanel::ReportRows() {
+    m_changes = nullptr;
+    const size_t rows = Fingerprint();
+    // A list that was empty is announced by its first focused row.
+    if (std::exchange(m_rows, rows) != rows && rows != 0) {
+        Report(ListEvent::Kind::CHANGED);
+    }
+}
+
+size_t ListPanel::Fingerprint() const {
+    size_t sum = 0;
+    for (const Elm_Object_Item* row = elm_genlist_first_item_get(m_list); row != nullptr;
+         row = elm_genlist_item_next_get(row)) {
+        sum = sum * 31 + std::hash<const void*>{}(row);
+    }
+    return sum;
+}
+
+void ListPanel::Used() {
+    if (std::exchange(m_noteShown, false) && m_drawing != nullptr) {
+        edje_object_signal_emit(m_drawing, "applist,note,hidden", "applist");
+    }
+    Restart(m_note, OPEN_SECONDS - NOTE_SECONDS, OnTimer<&ListPanel::ShowNote>, this);
+}
+
+void ListPanel::Released(const Ecore_Event_Key& key) {
+    constexpr std::array<std::string_view, 4> RESTARTING{"Up", "Down", "Left", "Right"};
+    if (std::find(RESTARTING.begin(), RESTARTING.end(), key.key) != RESTARTING.end()) {
+        Used();
+    }
+}
+
+void ListPanel::ShowNote() {
+    m_note = nullptr;
+    m_noteShown = true;
+    SetText("applist.note", i18n_get_text("LIST_CLOSES"));
+    if (m_drawing != nullptr) {
+        edje_object_signal_emit(m_drawing, "applist,note,visible", "applist");
+    }
+    Report(ListEvent::Kind::CLOSING);
+}
+
+void ListPanel::ShowEmpty() {
+    m_empty = nullptr;
+    SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
+    Report(ListEvent::Kind::WAITING);
+}
+
+void ListPanel::SetText(const char* part, const std::string& text) const {
+    if (m_drawing != nullptr) {
+        edje_object_part_text_set(m_drawing, part, text.c_str());
+    }
+}
+
+void ListPanel::Report(ListEvent::Kind kind) const {
+    if (TheListener()) {
+        TheListener()({kind, m_list, TitleOf(m_list),
+                       m_focused != nullptr ? RowText(m_list, m_focused) : "", m_position,
+                       m_count});
+    }
+}
+
+}  // namespace applist::desktop
