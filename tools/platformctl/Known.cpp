@@ -6,9 +6,9 @@
 #include <array>
 #include <limits>
 
+#include "Number.h"
 #include "PlatformSettings.h"
 #include "data/FactoryData.h"
-#include "data/Number.h"
 
 namespace applist::desktop {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "CallbackGuard.h"
 #include "Log.h"
+#include "Number.h"
 #include "data/KeyFile.h"
-#include "data/Number.h"
 #include "data/SettingsPaths.h"
 #include "factory_data.h"
 

@@ -8,8 +8,8 @@
 
 #include "CallbackGuard.h"
 #include "Log.h"
+#include "Number.h"
 #include "data/KeyFile.h"
-#include "data/Number.h"
 #include "data/SettingsPaths.h"
 #include "settings_store.h"
 

@@ -4,13 +4,14 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 #include <memory>
 #include <string_view>
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
+
+#include "Number.h"
 
 namespace applist::sim {
 namespace {
@@ -94,14 +95,6 @@ std::string Content(const xmlNode* node) {
 
 std::string ChildContent(const xmlNode* parent, std::string_view name) {
     return Content(Child(parent, name));
-}
-
-template <typename Number>
-std::optional<Number> ParseNumber(const std::string& text, int base) {
-    Number number{};
-    const char* end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
 }
 
 // Returns the index of a word in its list, or nothing if it is not in the list.

@@ -4,21 +4,13 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
+#include "Number.h"
 #include "feed/DisplayNames.h"
 
 namespace applist::sim {
 namespace {
-
-template <typename Number>
-std::optional<Number> Parse(const std::string& text) {
-    Number number{};
-    const char* end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
-}
 
 struct NamedCoding {
     const char* name;
@@ -40,7 +32,7 @@ std::string FirstOf(std::initializer_list<std::string> errors) {
 
 Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
                              const std::string& text) {
-    const auto number = Parse<unsigned>(text);
+    const auto number = ParseNumber<unsigned>(text);
     return number ? Result(*number)
                   : Result<unsigned>::Failure("--" + option + " takes " + what + ", not '" + text +
                                               "'");
@@ -51,7 +43,7 @@ Result<std::optional<double>> Speed(const std::string& text) {
     if (text == "max") {
         return Speed(std::nullopt);
     }
-    const auto number = Parse<double>(text);
+    const auto number = ParseNumber<double>(text);
     return number && std::isfinite(*number) && *number > 0
                ? Speed(number)
                : Speed::Failure("--speed takes a number above 0 or max, not '" + text + "'");
