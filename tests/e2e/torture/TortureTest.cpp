@@ -300,6 +300,9 @@ protected:
 };
 
 TEST_F(FailingSystemCall, IsSurvivedOrReported) {
+    if (MEMORY_FACTOR > 1) {
+        GTEST_SKIP() << "the address sanitizer ends a program when its own system calls fail";
+    }
     const Counts counts = CountCalls();
     ASSERT_FALSE(counts.empty());
     bool key = false;
