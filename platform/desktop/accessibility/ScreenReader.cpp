@@ -6,7 +6,7 @@
 
 #include "CallbackGuard.h"
 #include "Log.h"
-#include "bus/SessionBus.h"
+#include "system/SessionBus.h"
 
 namespace applist::desktop {
 namespace {

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "CallbackGuard.h"
-#include "bus/Deadline.h"
-#include "bus/SessionBus.h"
 #include "launch/LaunchProtocol.h"
+#include "system/Deadline.h"
+#include "system/SessionBus.h"
 
 namespace applist::desktop {
 namespace {

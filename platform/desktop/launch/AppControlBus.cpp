@@ -8,9 +8,9 @@
 #include <gio/gio.h>
 
 #include "Log.h"
-#include "bus/Deadline.h"
-#include "bus/SessionBus.h"
 #include "launch/LaunchProtocol.h"
+#include "system/Deadline.h"
+#include "system/SessionBus.h"
 
 namespace applist::desktop {
 namespace {

@@ -10,7 +10,7 @@
 
 #include "Log.h"
 #include "launch/LaunchProtocol.h"
-#include "paths/ProgramFiles.h"
+#include "system/ProgramFiles.h"
 
 namespace applist::desktop {
 namespace {

@@ -14,7 +14,7 @@
 #include "CallbackGuard.h"
 #include "EnglishTexts.h"
 #include "i18n_text.h"
-#include "paths/ProgramFiles.h"
+#include "system/ProgramFiles.h"
 
 namespace applist::desktop {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "Log.h"
 #include "data/SettingsStore.h"
-#include "paths/ProgramFiles.h"
+#include "system/ProgramFiles.h"
 
 namespace applist::desktop {
 namespace {

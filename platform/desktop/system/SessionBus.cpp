@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "bus/SessionBus.h"
+#include "system/SessionBus.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "paths/ProgramFiles.h"
+#include "system/ProgramFiles.h"
 
 #include <filesystem>
 #include <system_error>
