@@ -107,6 +107,17 @@ TEST_F(AScreenReader, FindsWindowListAndEveryRowShownOrNot) {
     EXPECT_THAT(RowsHeard(), ElementsAreArray(AllRows()));
 }
 
+TEST_F(AScreenReader, HearsThatAnEmptyListWaits) {
+    const std::string name = "Data services. Waiting for the broadcast's services";
+    Turn(true);
+    const auto application = m_set.StartApplication();
+    ASSERT_TRUE(m_set.WaitForWindow());
+    EXPECT_THAT(HeardWith(name), Contains("list\t" + name));
+    const auto middleware = m_set.StartMiddlewareWithThreeItems();
+    ASSERT_TRUE(m_set.WaitForFocusedRow());
+    EXPECT_THAT(HeardWith("Charlie"), Contains("list\tData services"));
+}
+
 TEST_F(AScreenReader, FindsTheSameWhenItIsTurnedOnLater) {
     ASSERT_NO_FATAL_FAILURE(ShowRows());
     Turn(true);

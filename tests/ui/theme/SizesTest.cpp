@@ -195,32 +195,6 @@ TEST(ThePanel, StaysInTheSafeAreaAtEveryTextSizeOnEveryScreen) {
     }
 }
 
-/// The height of the letters in a picture of one row of capital H, in pixels.
-int HeightOfCapitalH(ThemedList& list) {
-    list.Show({"Focused", "HHHH"});
-    const Box row = BoxOf(list.row("HHHH"));
-    const Picture picture = Draw(list.window()).Cut(row);
-    const uint32_t ground = picture.At(0, 0);
-    int first = row.height;
-    int last = -1;
-    for (int y = 0; y < row.height; ++y) {
-        for (int x = 0; x < row.width; ++x) {
-            // The edges of letters are blends; a pixel counts if it is closer to the letter.
-            if (Contrast(picture.At(x, y), ground) > 4.5) {
-                first = std::min(first, y);
-                last = y;
-            }
-        }
-    }
-    return last - first + 1;
-}
-
-/// The angle that a length spans at a distance of three picture heights, in degrees.
-double AngleOf(int length, int pictureHeight) {
-    constexpr double DEGREES = 180 / 3.14159265358979323846;
-    return std::atan(length / (3.0 * pictureHeight)) * DEGREES;
-}
-
 class TheLargestText : public testing::TestWithParam<Look> {};
 
 TEST_P(TheLargestText, ShowsACapitalHOfSevenTenthsOfADegree) {

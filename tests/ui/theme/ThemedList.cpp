@@ -3,6 +3,7 @@
 #include "ui/theme/ThemedList.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 #include <gtest/gtest.h>
@@ -135,6 +136,30 @@ std::vector<std::string> NumberedRows(int count) {
         names.push_back("Row " + std::to_string(row));
     }
     return names;
+}
+
+int HeightOfCapitalH(ThemedList& list) {
+    list.Show({"Focused", "HHHH"});
+    const Box row = BoxOf(list.row("HHHH"));
+    const Picture picture = Draw(list.window()).Cut(row);
+    const uint32_t ground = picture.At(0, 0);
+    int first = row.height;
+    int last = -1;
+    for (int y = 0; y < row.height; ++y) {
+        for (int x = 0; x < row.width; ++x) {
+            // The edges of letters are blends; a pixel counts if it is closer to the letter.
+            if (Contrast(picture.At(x, y), ground) > 4.5) {
+                first = std::min(first, y);
+                last = y;
+            }
+        }
+    }
+    return last - first + 1;
+}
+
+double AngleOf(int length, int pictureHeight) {
+    constexpr double DEGREES = 180 / 3.14159265358979323846;
+    return std::atan(length / (3.0 * pictureHeight)) * DEGREES;
 }
 
 }  // namespace applist::test

@@ -102,4 +102,9 @@ private:
 /// "Row 1" to "Row count".
 std::vector<std::string> NumberedRows(int count);
 
+/// Shows a row of capital H and returns the height of its letters on the screen, in pixels.
+int HeightOfCapitalH(ThemedList& list);
+/// The angle that a length spans at a distance of three picture heights, in degrees.
+double AngleOf(int length, int pictureHeight);
+
 }  // namespace applist::test
