@@ -52,6 +52,10 @@ Exit Complain(const std::string& problem, Exit status) {
     return status;
 }
 
+Exit Print(const std::string& text) {
+    return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? DONE : FAILED;
+}
+
 }  // namespace applist::desktop
 
 namespace applist::tools {

@@ -18,6 +18,9 @@ enum Exit { DONE = 0, FAILED = 1, WRONG_USAGE = 2 };
 /// Prints "platformctl: PROBLEM" on standard error; returns status.
 Exit Complain(const std::string& problem, Exit status);
 
+/// Prints text on standard output. Returns FAILED if it cannot be written.
+Exit Print(const std::string& text);
+
 int GetSetting(const Arguments& given);
 int SetSetting(const Arguments& given);
 int UnsetSetting(const Arguments& given);

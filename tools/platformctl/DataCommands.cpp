@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The commands that read and write settings and factory items.
-#include <cstdio>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -16,16 +15,13 @@
 namespace applist::desktop {
 namespace {
 
-int Print(const Datum& datum, const std::string& subject, bool json) {
+int PrintDatum(const Datum& datum, const std::string& subject, bool json) {
     const Reading<Setting>& reading = datum.reading;
     if (!reading.value) {
         return Complain(reading.problem.empty() ? subject + " is not set" : reading.problem,
                         FAILED);
     }
-    std::fputs(json ? tools::JsonText(ObjectOf(datum)).c_str()
-                    : (ValueText(*reading.value) + '\n').c_str(),
-               stdout);
-    return DONE;
+    return Print(json ? tools::JsonText(ObjectOf(datum)) : ValueText(*reading.value) + '\n');
 }
 
 int Finish(const Failure& failure) {
@@ -41,18 +37,20 @@ std::vector<Datum> ReadAll() {
     return data;
 }
 
-void PrintText(const std::vector<Datum>& data) {
+Exit PrintText(const std::vector<Datum>& data) {
+    std::string text;
     for (const auto& [name, type, reading] : data) {
-        std::printf("%s\t%s\t%s\n", name.c_str(), type.c_str(), ValueText(reading).c_str());
+        text += name + '\t' + type + '\t' + ValueText(reading) + '\n';
     }
+    return Print(text);
 }
 
-void PrintJson(const std::vector<Datum>& data) {
+Exit PrintJson(const std::vector<Datum>& data) {
     tools::Json objects = tools::Json::array();
     for (const Datum& datum : data) {
         objects.push_back(ObjectOf(datum));
     }
-    std::fputs(tools::JsonText({{"data", objects}}).c_str(), stdout);
+    return Print(tools::JsonText({{"data", objects}}));
 }
 
 }  // namespace
@@ -67,7 +65,7 @@ tools::Json ObjectOf(const Datum& datum) {
 
 int GetSetting(const Arguments& given) {
     const auto known = FindSetting(given.words()[0]);
-    return known.value ? Print(ReadDatum(*known.value), known.value->key, given.Has("json"))
+    return known.value ? PrintDatum(ReadDatum(*known.value), known.value->key, given.Has("json"))
                        : Complain(known.problem, WRONG_USAGE);
 }
 
@@ -90,8 +88,8 @@ int UnsetSetting(const Arguments& given) {
 // Only the region's item is known.
 int GetFactoryItem(const Arguments& given) {
     const auto id = FindFactoryItem(given.words()[0]);
-    return id.value ? Print(ReadRegionDatum(), "factory item " + std::to_string(*id.value),
-                            given.Has("json"))
+    return id.value ? PrintDatum(ReadRegionDatum(), "factory item " + std::to_string(*id.value),
+                                 given.Has("json"))
                     : Complain(id.problem, WRONG_USAGE);
 }
 
@@ -118,9 +116,8 @@ int SetRegion(const Arguments& given) {
 
 int ListData(const Arguments& given) {
     const auto data = ReadAll();
-    given.Has("json") ? PrintJson(data) : PrintText(data);
     // Problems are printed after the values, so that one damaged file does not hide the rest.
-    int status = DONE;
+    Exit status = given.Has("json") ? PrintJson(data) : PrintText(data);
     for (const Datum& datum : data) {
         if (!datum.reading.problem.empty()) {
             status = Complain(datum.reading.problem, FAILED);

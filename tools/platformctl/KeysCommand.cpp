@@ -23,7 +23,7 @@ void PrintJson(const KeyTable& table) {
     for (const auto& [key, name] : table.All()) {
         keys.push_back({{"key", key}, {"name", name}});
     }
-    std::fputs(tools::JsonText({{"keys", keys}}).c_str(), stdout);
+    static_cast<void>(Print(tools::JsonText({{"keys", keys}})));
 }
 
 }  // namespace

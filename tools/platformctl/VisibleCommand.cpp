@@ -75,10 +75,8 @@ void PrintJson(const Explanation& explanation) {
     for (const std::string& command : explanation.commands) {
         commands.push_back({{"command", command}});
     }
-    std::fputs(tools::JsonText(
-                   {{"visible", explanation.shown}, {"decided_by", facts}, {"to_show", commands}})
-                   .c_str(),
-               stdout);
+    static_cast<void>(Print(tools::JsonText(
+        {{"visible", explanation.shown}, {"decided_by", facts}, {"to_show", commands}})));
 }
 
 }  // namespace

@@ -91,6 +91,15 @@ TEST_F(Platformctl, PrintsTheKeysBesideABadLine) {
     EXPECT_THAT(keys.output, HasSubstr("F9\tXF86Exit\n"));
 }
 
+TEST_F(Platformctl, FailsIfItsOutputCannotBeWritten) {
+    Do({"region", "italy"});
+    for (const char* command : {"list", "list --json", "factory get 194", "--help"}) {
+        ChildProcess process(
+            {"sh", "-c", BuiltProgram("platformctl") + ' ' + command + " >/dev/full"});
+        EXPECT_EQ(process.WaitForExit(), 1) << command;
+    }
+}
+
 TEST_F(Platformctl, PrintsItsHelp) {
     const auto result = Run({"--help"});
     EXPECT_EQ(result.status, 0);

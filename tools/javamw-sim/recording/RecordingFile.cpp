@@ -102,7 +102,7 @@ std::string ParseObject(std::string_view line, Json& object) {
 
 std::string CheckHeader(std::string_view line) {
     Json object;
-    const std::string error = ParseObject(line, object);
+    std::string error = ParseObject(line, object);
     if (!error.empty()) {
         return error;
     }
