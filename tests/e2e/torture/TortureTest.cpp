@@ -170,7 +170,7 @@ void Torture::Run(const std::vector<std::string>& wrapper, bool key) {
     }
     const bool early = HasEnded();
     if (!early) {
-        // A list that has told that keys may not close it is ended by a signal.
+        // A signal ends a list that has logged that keys may be ignored.
         End(key && Log().find("Failed to register") == std::string::npos);
     }
     const auto status = application().WaitForExit(Reaction());

@@ -47,7 +47,7 @@ struct Partner {
     enum State { UNKNOWN, KNOWN, CONNECTED };
     State state = UNKNOWN;
     bool onTheBus = true;
-    /// The bus has not yet told that it has left.
+    /// It has left the bus, and the bus has not reported this yet.
     bool noticeHeld = false;
     /// The application has lost it before. Part of the state, because a fault may leave a record.
     bool wasLost = false;
@@ -60,7 +60,7 @@ std::string NameOf(size_t partner) {
     return ":1." + std::to_string(partner + 1);
 }
 
-/// The transport with what it reports. Sends a notification to a partner that connects, as the
+/// A transport that records its reports. Sends a notification to a partner that connects, as the
 /// application does with event 4.
 class Channel : public JavaMWDbusLocal {
 public:
@@ -88,7 +88,8 @@ public:
     void Play(const Event& event);
     /// Returns what differs from the model; empty if nothing does.
     std::string Difference();
-    /// Ends the transport. Returns what it has left on the bus.
+    /// Destroys the transport. Returns a description of leftovers on the bus; empty if there are
+    /// none.
     std::string End();
 
     /// Equal for states that only differ in the partners' names.
@@ -172,7 +173,7 @@ void World::Deliver(size_t index, Step step) {
     } else if (step != ACK && unknown) {
         Answer(step == SYN ? "_SERVICE_SYN_ACK" : "_SERVICE_ACK");
         partner.state = Partner::KNOWN;
-        // The bus tells at once that a watched name does not exist.
+        // The bus reports at once that a watched name does not exist.
         partner.noticeHeld = !partner.onTheBus;
         if (step == SYN_ACK) {
             Connect(index);
