@@ -40,7 +40,8 @@ std::vector<Datum> ReadAll() {
 Exit PrintText(const std::vector<Datum>& data) {
     std::string text;
     for (const auto& [name, type, reading] : data) {
-        text += name + '\t' + type + '\t' + ValueText(reading) + '\n';
+        text.append(name).append("\t").append(type).append("\t");
+        text.append(ValueText(reading)).append("\n");
     }
     return Print(text);
 }
