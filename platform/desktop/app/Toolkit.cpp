@@ -14,6 +14,7 @@
 
 #include "Log.h"
 #include "display/FrameMemory.h"
+#include "display/ListFocus.h"
 #include "display/WaylandScreen.h"
 #include "text/Text.h"
 #include "theme/Theme.h"
@@ -90,6 +91,7 @@ Toolkit::Toolkit(int argc, char** argv) {
     // withdrawn windows.
     elm_config_agressive_withdrawn_set(EINA_FALSE);
     LoadTheme(theme);
+    m_themeSwitch.emplace(theme, ListFocus::ThemeSwitched);
     elm_config_mirrored_set(TextRunsRightToLeft() ? EINA_TRUE : EINA_FALSE);
 }
 
@@ -110,6 +112,7 @@ bool Toolkit::Connect() {
 }
 
 Toolkit::~Toolkit() {
+    m_themeSwitch.reset();
     m_answers.reset();
     if (m_connected) {
         ecore_x_shutdown();

@@ -6,6 +6,7 @@
 
 #include "display/XAnswers.h"
 #include "log/ToolkitMessages.h"
+#include "theme/ThemeSwitch.h"
 
 namespace applist::desktop {
 
@@ -35,6 +36,7 @@ private:
     bool m_started;
     std::optional<XAnswers> m_answers;
     bool m_connected = false;
+    std::optional<ThemeSwitch> m_themeSwitch;
 };
 
 }  // namespace applist::desktop

@@ -78,12 +78,43 @@ ListFocus& ListFocus::Of(Evas_Object* list) {
     return known != nullptr ? FocusIn(known) : *new ListFocus(list);
 }
 
+namespace {
+
+std::set<ListFocus*>& AllLists() {
+    static std::set<ListFocus*> lists;
+    return lists;
+}
+
+}  // namespace
+
+void ListFocus::ThemeSwitched() {
+    for (ListFocus* focus : AllLists()) {
+        focus->m_panel.Redraw();
+        focus->Refocus();
+    }
+}
+
+// The toolkit draws the rows again, but does not tell the theme which of them has the focus. So the
+// list loses the focus here and gets it back in the next frame.
+void ListFocus::Refocus() {
+    Elm_Object_Item* row = elm_object_focused_item_get(m_list);
+    if (row == nullptr) {
+        return;
+    }
+    m_muted = true;
+    elm_object_focus_allow_set(m_list, EINA_FALSE);
+    m_muted = false;
+    Choose(row);
+    RequestFrame();
+}
+
 ListFocus::ListFocus(Evas_Object* list)
     : m_list(list),
       m_window(elm_object_top_widget_get(list)),
       m_canvas(evas_object_evas_get(list)),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
       m_panel(list) {
+    AllLists().insert(this);
     evas_object_data_set(list, KEY, this);
     evas_object_event_callback_add(list, EVAS_CALLBACK_DEL, OnDeleted, this);
     evas_object_smart_callback_add(list, "realized", OnRealized, this);
@@ -94,6 +125,7 @@ ListFocus::ListFocus(Evas_Object* list)
 }
 
 ListFocus::~ListFocus() {
+    AllLists().erase(this);
     DropFrame();
     Choose(nullptr);
     evas_object_smart_callback_del_full(m_window, "focused", OnWindowFocused, this);

@@ -35,6 +35,9 @@ public:
     /// Focuses the row now if it is a widget, and again in the next frame.
     void Set(Elm_Object_Item* row);
     ListPanel& panel() { return m_panel; }
+    /// Shows the focus and the panel's texts again after another theme has been loaded. Applies to
+    /// all lists.
+    static void ThemeSwitched();
     /// Prepares for a list without rows: before it is filled and before it is cleared.
     void Close();
 
@@ -49,6 +52,7 @@ private:
     static void OnFrame(void* focus, Evas* canvas, void* event);
     static Eina_Bool OnPress(void* focus, int type, void* key);
 
+    void Refocus();
     bool IsOpen() const;
     /// Makes the toolkit keep the row that is the first one in view now where it is.
     void AnchorView();

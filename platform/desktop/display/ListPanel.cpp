@@ -157,12 +157,21 @@ void ListPanel::Update() {
             Restart(m_empty, EMPTY_SECONDS, OnTimer<&ListPanel::ShowEmpty>, this);
         } else {
             Stop(m_empty);
+            m_emptyShown = false;
             SetText("applist.empty", "");
         }
         RowsChanged();
     }
     if (moved) {
         Report(ListEvent::Kind::FOCUSED);
+    }
+}
+
+void ListPanel::Redraw() {
+    ShowCount();
+    SetText("applist.empty", m_emptyShown ? i18n_get_text("LIST_EMPTY") : "");
+    if (m_noteShown) {
+        DrawNote();
     }
 }
 
@@ -211,15 +220,20 @@ void ListPanel::Released(const Ecore_Event_Key& key) {
 void ListPanel::ShowNote() {
     m_note = nullptr;
     m_noteShown = true;
+    DrawNote();
+    Report(ListEvent::Kind::CLOSING);
+}
+
+void ListPanel::DrawNote() const {
     SetText("applist.note", i18n_get_text("LIST_CLOSES"));
     if (m_drawing != nullptr) {
         edje_object_signal_emit(m_drawing, "applist,note,visible", "applist");
     }
-    Report(ListEvent::Kind::CLOSING);
 }
 
 void ListPanel::ShowEmpty() {
     m_empty = nullptr;
+    m_emptyShown = true;
     SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
     Report(ListEvent::Kind::WAITING);
 }

@@ -63,6 +63,8 @@ public:
 
     /// Shows the current state. Cheap if it has not changed.
     void Update();
+    /// Shows the current state in a theme that has just been loaded.
+    void Redraw();
     /// The rows may have changed.
     void RowsChanged();
     /// The viewer or the middleware has used the list: hides the note and restarts the wait for it.
@@ -78,6 +80,7 @@ public:
 
 private:
     void ShowCount();
+    void DrawNote() const;
     void SetText(const char* part, const std::string& text) const;
     void Report(ListEvent::Kind kind) const;
     size_t Fingerprint() const;
@@ -98,6 +101,7 @@ private:
     int m_count = 0;
     size_t m_rows = 0;
     bool m_noteShown = false;
+    bool m_emptyShown = false;
 };
 
 }  // namespace applist::desktop

@@ -100,9 +100,8 @@ void LoadTheme(const std::string& theme) {
         return;
     }
     elm_theme_overlay_add(nullptr, theme.c_str());
-    if (theme.ends_with(STILL_SUFFIX)) {
-        elm_config_scroll_bring_in_scroll_friction_set(0.0);
-    }
+    static const double friction = elm_config_scroll_bring_in_scroll_friction_get();
+    elm_config_scroll_bring_in_scroll_friction_set(theme.ends_with(STILL_SUFFIX) ? 0.0 : friction);
     char* version = edje_file_data_get(theme.c_str(), "version");
     if (version == nullptr) {
         LOG_ERROR("The toolkit rejects the theme %s: it does not have the data item \"version\"",

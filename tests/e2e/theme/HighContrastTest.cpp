@@ -52,6 +52,25 @@ TEST_F(TheSetting, GivesTheListLargerText) {
     EXPECT_NEAR(bar.width, 1144, 4);
 }
 
+TEST_F(TheSetting, TakesEffectWhileTheListIsOpen) {
+    Choose("false");
+    ASSERT_NO_FATAL_FAILURE(set.ShowThreeItems());
+    Choose("true");
+    EXPECT_TRUE(Shows(HIGH_CONTRAST_BAR));
+    EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
+    set.screen().TypeKey("Down");
+    EXPECT_TRUE(set.middleware().SeesSelected("b", "Bravo"));
+    ASSERT_EQ(set.Configure({"set", "db/menu/accessibility/text-size", "int", "175"}), 0);
+    EXPECT_TRUE(set.screen().WaitUntil(
+        [&] { return AreaOf(set.screen().Grab(), HIGH_CONTRAST_BAR).height > 110; }));
+    ASSERT_EQ(set.Configure({"set", "db/menu/accessibility/reduced-motion", "bool", "true"}), 0);
+    Choose("false");
+    EXPECT_TRUE(Shows(Television::FOCUS_COLOUR));
+    set.screen().TypeKey("Down");
+    EXPECT_TRUE(set.middleware().SeesSelected("c", "Charlie"));
+    EXPECT_TRUE(Shows(Television::FOCUS_COLOUR));
+}
+
 TEST_F(TheSetting, GivesTheAlertHighContrast) {
     Choose("true");
     ShowAlert();
