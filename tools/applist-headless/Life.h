@@ -27,7 +27,7 @@ public:
     /// Connects to the system bus and announces the application. Returns null and says why if the
     /// bus cannot be reached.
     static std::unique_ptr<Life> Start(const OnChange& onChange, std::string& problem);
-    /// Ends like the application does. If the connection is closed, like one that was killed.
+    /// Ends like the application does. If the connection is closed, ends like one that was killed.
     ~Life();
     Life(const Life&) = delete;
     Life& operator=(const Life&) = delete;

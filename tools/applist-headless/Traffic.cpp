@@ -98,7 +98,7 @@ GDBusMessage* Traffic::OnMessage(GDBusConnection* /*connection*/, GDBusMessage* 
     GuardCallback([&] {
         const auto& shared = *static_cast<std::shared_ptr<Shared>*>(data);
         shared->Take(message, incoming != FALSE);
-        // Announced after every message: what it causes in the main context may be awaited, too.
+        // Announced after every message, because an "await" may wait for its effect on the list.
         g_idle_add_full(
             G_PRIORITY_DEFAULT_IDLE,
             [](void* announced) {

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// applist-bench: a command on a private bus with a simulated set, and what is left after it.
+// applist-bench: runs a command on a private bus with a simulated set, and cleans up after it.
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -23,7 +23,7 @@ protected:
         words.insert(words.begin(), BuiltProgram("applist-bench"));
         return std::make_unique<ChildProcess>(
             words, ChildProcess::Environment{{"TMPDIR", m_folder.path().string()},
-                                             {"PATH", BuiltProgram("") + ":/usr/bin:/bin"},
+                                             {"PATH", "/usr/bin:/bin"},
                                              {"DISPLAY", std::nullopt},
                                              {"WAYLAND_DISPLAY", std::nullopt}});
     }

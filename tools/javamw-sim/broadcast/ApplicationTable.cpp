@@ -91,13 +91,21 @@ constexpr uint8_t JAVA_LOCATION_DESCRIPTOR = 0x04;
 constexpr uint8_t NCL_LOCATION_DESCRIPTOR = 0x07;
 constexpr uint8_t HTML_LOCATION_DESCRIPTOR = 0x09;
 constexpr uint8_t SIMPLE_LOCATION_DESCRIPTOR = 0x15;
+constexpr uint8_t USAGE_DESCRIPTOR = 0x16;
+constexpr uint8_t BOUNDARY_DESCRIPTOR = 0x17;
+constexpr uint8_t PARENTAL_RATING_DESCRIPTOR = 0x55;
+constexpr uint16_t CAROUSEL_PROTOCOL = 0x0001;
 constexpr uint16_t HTTP_PROTOCOL = 0x0003;
+constexpr uint8_t SERVICE_BOUND_FLAG = 0x80;
+constexpr size_t PROFILE_SIZE = 5;
 constexpr size_t LANGUAGE_SIZE = 3;
+constexpr size_t COUNTRY_SIZE = 3;
 
 /// A transport that delivers applications to the receiver.
 struct Transport {
+    uint16_t protocol = 0;
     uint8_t label = 0;
-    std::string urlBase;  ///< Empty for transports without an address.
+    std::string urlBase{};  ///< Empty for transports without an address.
 };
 
 /// Contents of the descriptors before they are combined.
@@ -112,12 +120,17 @@ std::string Text(ByteSpan bytes) {
 }
 
 void ReadApplicationDescriptor(ByteReader reader, Application& application, Found& found) {
-    reader.Take(reader.U8());  // profiles
+    ByteReader profiles(reader.Take(reader.U8()));
     const uint8_t flags = reader.U8();
     const uint8_t priority = reader.U8();
     if (!reader.failed()) {
         application.visibility = flags >> 5U & 3U;
         application.priority = priority;
+        application.conditions.serviceBound = (flags & SERVICE_BOUND_FLAG) != 0;
+        while (profiles.left() >= PROFILE_SIZE) {
+            application.conditions.profiles.push_back(
+                {profiles.U16(), profiles.U8(), profiles.U8(), profiles.U8()});
+        }
         const ByteSpan labels = reader.Take(reader.left());
         found.labels.assign(labels.begin(), labels.end());
     }
@@ -134,10 +147,10 @@ void ReadNames(ByteReader reader, TextCoding coding, Application& application) {
 }
 
 void ReadTransport(ByteReader reader, Found& found) {
-    const uint16_t protocol = reader.U16();
     Transport transport;
+    transport.protocol = reader.U16();
     transport.label = reader.U8();
-    if (protocol == HTTP_PROTOCOL) {
+    if (transport.protocol == HTTP_PROTOCOL) {
         transport.urlBase = Text(reader.Take(reader.U8()));
     }
     if (!reader.failed()) {
@@ -161,6 +174,36 @@ void ReadHtmlLocation(ByteReader reader, Found& found) {
     if (!reader.failed()) {
         found.path = root + Text(reader.Take(reader.left()));
     }
+}
+
+void ReadBoundaries(ByteReader reader, ReceiverConditions& conditions) {
+    for (uint8_t count = reader.U8(); count > 0; --count) {
+        std::string boundary = Text(reader.Take(reader.U8()));
+        if (reader.failed()) {
+            return;
+        }
+        conditions.boundaries.push_back(std::move(boundary));
+    }
+}
+
+void ReadRatings(ByteReader reader, ReceiverConditions& conditions) {
+    while (reader.left() > COUNTRY_SIZE) {
+        std::string country = Text(reader.Take(COUNTRY_SIZE));
+        conditions.ratings.push_back({std::move(country), reader.U8()});
+    }
+}
+
+void ReadConditions(ByteSpan loop, ReceiverConditions& conditions) {
+    ForEachDescriptor(loop, [&](uint8_t tag, ByteSpan content) {
+        const ByteReader reader(content);
+        if (tag == USAGE_DESCRIPTOR && !content.empty()) {
+            conditions.usage = content.front();
+        } else if (tag == BOUNDARY_DESCRIPTOR) {
+            ReadBoundaries(reader, conditions);
+        } else if (tag == PARENTAL_RATING_DESCRIPTOR) {
+            ReadRatings(reader, conditions);
+        }
+    });
 }
 
 void ReadTransports(ByteSpan loop, Found& found) {
@@ -205,6 +248,31 @@ std::string UrlBase(const Found& found) {
     return {};
 }
 
+std::string ProtocolName(uint16_t protocol) {
+    switch (protocol) {
+        case CAROUSEL_PROTOCOL:
+            return "carousel";
+        case HTTP_PROTOCOL:
+            return "HTTP";
+        default:
+            return Hexadecimal(protocol, 4);
+    }
+}
+
+// Returns the transports of the application, in the order of preference.
+std::vector<std::string> ProtocolNames(const Found& found) {
+    std::vector<std::string> names;
+    for (const uint8_t label : found.labels) {
+        const auto transport =
+            std::find_if(found.transports.begin(), found.transports.end(),
+                         [label](const Transport& other) { return other.label == label; });
+        if (transport != found.transports.end()) {
+            names.push_back(ProtocolName(transport->protocol));
+        }
+    }
+    return names;
+}
+
 // If the address ends in a slash and the path begins with one, keeps only one of them.
 std::string Joined(const std::string& base, const std::string& path) {
     const bool twoSlashes = base.ends_with('/') && path.starts_with('/');
@@ -219,6 +287,9 @@ void ReadApplicationDescriptors(ByteSpan common, ByteSpan own, TextCoding coding
     ReadTransports(own, found);
     ReadTransports(common, found);
     ReadOwn(own, coding, application, found);
+    ReadConditions(common, application.conditions);
+    ReadConditions(own, application.conditions);
+    application.conditions.transports = ProtocolNames(found);
     application.location = Joined(UrlBase(found), found.path);
 }
 

@@ -23,12 +23,44 @@ constexpr uint8_t CONTROL_PRESENT = 2;
 /// Visible to viewers and to other applications. 1 means other applications only, 0 means not
 /// visible.
 constexpr uint8_t VISIBLE_ALL = 3;
+constexpr uint8_t VISIBLE_APPLICATIONS = 1;
 
 struct ApplicationName {
     std::string language;  ///< Three bytes as sent, "ita"; may be malformed.
     std::string text;      ///< UTF-8.
 
     bool operator==(const ApplicationName&) const = default;
+};
+
+/// A profile of a platform and the version of it that an application needs at least.
+struct ApplicationProfile {
+    uint16_t profile = 0;
+    uint8_t major = 0;
+    uint8_t minor = 0;
+    uint8_t micro = 0;
+
+    bool operator==(const ApplicationProfile&) const = default;
+};
+
+/// A rating as the broadcast contains it; EN 300 468 defines 1 to 15 as the age less 3.
+struct ParentalRating {
+    std::string country;  ///< Three bytes as sent, "ITA".
+    uint8_t rating = 0;
+
+    bool operator==(const ParentalRating&) const = default;
+};
+
+/// What a receiver decides by, in addition to control code and visibility. The list does not use
+/// it.
+struct ReceiverConditions {
+    std::vector<ApplicationProfile> profiles{};  ///< In the order of the broadcast.
+    std::optional<bool> serviceBound{};          ///< True if it ends with its service.
+    std::optional<uint8_t> usage{};              ///< 1 is a digital text application.
+    std::vector<std::string> boundaries{};       ///< URLs that the application may not leave.
+    std::vector<ParentalRating> ratings{};
+    std::vector<std::string> transports{};  ///< "HTTP", "carousel"; the preferred one first.
+
+    bool operator==(const ReceiverConditions&) const = default;
 };
 
 struct Application {
@@ -39,6 +71,7 @@ struct Application {
     uint8_t priority = 0;
     std::vector<ApplicationName> names;  ///< In the order of the broadcast.
     std::string location;                ///< A URL or a path, bytes as sent; empty if absent.
+    ReceiverConditions conditions{};
 
     bool operator==(const Application&) const = default;
 };

@@ -144,6 +144,32 @@ std::string ReadLocation(const xmlNode* node) {
     return ChildContent(transport, "URLBase") + ChildContent(node, "applicationLocation");
 }
 
+ReceiverConditions ReadConditions(const xmlNode* node, const xmlNode* descriptor) {
+    ReceiverConditions conditions;
+    if (const std::string bound = ChildContent(descriptor, "serviceBound"); !bound.empty()) {
+        conditions.serviceBound = bound == "true" || bound == "1";
+    }
+    if (const xmlNode* version = Child(descriptor, "mhpVersion")) {
+        const auto part = [version](const char* name) {
+            return ParseNumber<uint8_t>(ChildContent(version, name), 16).value_or(0);
+        };
+        conditions.profiles.push_back(
+            {ParseNumber<uint16_t>(ChildContent(version, "profile"), 16).value_or(0),
+             part("versionMajor"), part("versionMinor"), part("versionMicro")});
+    }
+    if (const xmlNode* boundary = Child(node, "applicationBoundary")) {
+        for (const xmlNode* part = boundary->children; part != nullptr; part = part->next) {
+            if (Is(part, "BoundaryExtension")) {
+                conditions.boundaries.push_back(Content(part));
+            }
+        }
+    }
+    if (Child(Child(node, "applicationTransport"), "URLBase") != nullptr) {
+        conditions.transports.emplace_back("HTTP");
+    }
+    return conditions;
+}
+
 std::optional<Application> ReadApplication(const xmlNode* node) {
     const xmlNode* identifier = Child(node, "applicationIdentifier");
     const auto organisation = ParseNumber<uint32_t>(ChildContent(identifier, "orgId"), 10);
@@ -161,6 +187,7 @@ std::optional<Application> ReadApplication(const xmlNode* node) {
         ParseNumber<uint8_t>(ChildContent(descriptor, "priority"), 16).value_or(0);
     ReadNames(node, application);
     application.location = ReadLocation(node);
+    application.conditions = ReadConditions(node, descriptor);
     return application;
 }
 

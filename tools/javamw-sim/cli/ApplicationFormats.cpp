@@ -42,8 +42,45 @@ std::string NamesText(const std::vector<ApplicationName>& names) {
     return text;
 }
 
-Row CellsOf(const ListedApplication& application) {
-    return {application.service ? std::to_string(*application.service) : "-",
+std::string Joined(const std::vector<std::string>& words, const char* separator) {
+    std::string text;
+    for (const std::string& word : words) {
+        text += (text.empty() ? "" : separator) + word;
+    }
+    return text;
+}
+
+std::string VersionText(const ApplicationProfile& profile) {
+    return std::to_string(profile.major) + '.' + std::to_string(profile.minor) + '.' +
+           std::to_string(profile.micro);
+}
+
+/// Returns the conditions in the order of the fields; empty texts for absent values.
+Row ConditionTexts(const ReceiverConditions& conditions) {
+    std::vector<std::string> profiles;
+    for (const ApplicationProfile& profile : conditions.profiles) {
+        profiles.push_back(std::to_string(profile.profile) + '/' + VersionText(profile));
+    }
+    std::vector<std::string> ratings;
+    for (const ParentalRating& rating : conditions.ratings) {
+        ratings.push_back(rating.country + '=' + std::to_string(rating.rating));
+    }
+    const auto bound = conditions.serviceBound;
+    return {Joined(profiles, " "),
+            bound ? *bound ? "yes" : "no" : "",
+            conditions.usage ? std::to_string(*conditions.usage) : "",
+            Joined(conditions.boundaries, " "),
+            Joined(ratings, " "),
+            Joined(conditions.transports, " ")};
+}
+
+std::string WhyText(const ListedApplication& application) {
+    return application.against.empty() ? "offered"
+                                       : "not offered: " + Joined(application.against, ", ");
+}
+
+Row CellsOf(const ListedApplication& application, bool why) {
+    Row row{application.service ? std::to_string(*application.service) : "-",
             std::to_string(application.organisation),
             std::to_string(application.id),
             OrDash(TypeName(application.type.value_or(0))),
@@ -53,6 +90,13 @@ Row CellsOf(const ListedApplication& application) {
             OrDash(application.name),
             OrDash(NamesText(application.names)),
             OrDash(application.location)};
+    for (const std::string& text : ConditionTexts(application.conditions)) {
+        row.push_back(OrDash(text));
+    }
+    if (why) {
+        row.push_back(WhyText(application));
+    }
+    return row;
 }
 
 std::string Line(const Row& row, const std::vector<size_t>& widths) {
@@ -68,20 +112,26 @@ std::string Line(const Row& row, const std::vector<size_t>& widths) {
 
 }  // namespace
 
-const std::vector<std::string>& ApplicationFields() {
-    static const std::vector<std::string> FIELDS{
-        "service",    "organisation_id", "application_id", "type",  "control",
-        "visibility", "priority",        "name",           "names", "location"};
-    return FIELDS;
+std::vector<std::string> ApplicationFields(bool why) {
+    std::vector<std::string> fields{"service", "organisation_id", "application_id", "type",
+                                    "control", "visibility",      "priority",       "name",
+                                    "names",   "location",        "profiles",       "service_bound",
+                                    "usage",   "boundaries",      "ratings",        "transports"};
+    if (why) {
+        fields.emplace_back("why");
+    }
+    return fields;
 }
 
-std::string FormatTable(const std::vector<ListedApplication>& applications) {
-    std::vector<Row> rows{ApplicationFields()};
+std::string FormatTable(const std::vector<ListedApplication>& applications, bool why) {
+    std::vector<Row> rows{ApplicationFields(why)};
     for (std::string& title : rows.front()) {
         std::transform(title.begin(), title.end(), title.begin(), g_ascii_toupper);
     }
-    std::transform(applications.begin(), applications.end(), std::back_inserter(rows), CellsOf);
-    std::vector<size_t> widths(ApplicationFields().size(), 0);
+    for (const ListedApplication& application : applications) {
+        rows.push_back(CellsOf(application, why));
+    }
+    std::vector<size_t> widths(rows.front().size(), 0);
     for (const Row& row : rows) {
         for (size_t column = 0; column < row.size(); ++column) {
             widths[column] = std::max(widths[column], Width(row[column]));
@@ -108,20 +158,45 @@ Json ObjectOf(const std::vector<ApplicationName>& names) {
     return object;
 }
 
-Json ObjectOf(const ListedApplication& application) {
-    const std::vector<Json> values{NumberOrNull(application.service),
-                                   application.organisation,
-                                   application.id,
-                                   NumberOrNull(application.type),
-                                   application.control,
-                                   application.visibility,
-                                   application.priority,
-                                   application.name,
-                                   ObjectOf(application.names),
-                                   application.location};
+std::vector<Json> ConditionValues(const ReceiverConditions& conditions) {
+    Json profiles = Json::array();
+    for (const ApplicationProfile& profile : conditions.profiles) {
+        profiles.push_back({{"profile", profile.profile}, {"version", VersionText(profile)}});
+    }
+    Json ratings = Json::object();
+    for (const ParentalRating& rating : conditions.ratings) {
+        ratings[rating.country] = rating.rating;
+    }
+    const auto bound = conditions.serviceBound;
+    return {std::move(profiles),
+            bound ? Json(*bound) : Json(),
+            NumberOrNull(conditions.usage),
+            conditions.boundaries,
+            std::move(ratings),
+            conditions.transports};
+}
+
+Json ObjectOf(const ListedApplication& application, bool why) {
+    std::vector<Json> values{NumberOrNull(application.service),
+                             application.organisation,
+                             application.id,
+                             NumberOrNull(application.type),
+                             application.control,
+                             application.visibility,
+                             application.priority,
+                             application.name,
+                             ObjectOf(application.names),
+                             application.location};
+    for (Json& value : ConditionValues(application.conditions)) {
+        values.push_back(std::move(value));
+    }
+    if (why) {
+        values.emplace_back(WhyText(application));
+    }
+    const std::vector<std::string> fields = ApplicationFields(why);
     Json object;
     for (size_t field = 0; field < values.size(); ++field) {
-        object[ApplicationFields()[field]] = values[field];
+        object[fields[field]] = values[field];
     }
     return object;
 }
@@ -154,22 +229,34 @@ std::string CsvLine(const Row& row) {
 
 }  // namespace
 
-std::string FormatJson(const std::vector<ListedApplication>& applications) {
+std::string FormatJson(const std::vector<ListedApplication>& applications, bool why) {
     Json objects = Json::array();
     for (const ListedApplication& application : applications) {
-        objects.push_back(ObjectOf(application));
+        objects.push_back(ObjectOf(application, why));
     }
     return tools::JsonText(objects);
 }
 
-std::string FormatCsv(const std::vector<ListedApplication>& applications) {
-    std::string text = CsvLine(ApplicationFields());
+std::string FormatCsv(const std::vector<ListedApplication>& applications, bool why) {
+    std::string text = CsvLine(ApplicationFields(why));
     for (const ListedApplication& application : applications) {
-        text += CsvLine(
-            {NumberOr(application.service, ""), std::to_string(application.organisation),
-             std::to_string(application.id), NumberOr(application.type, ""), application.control,
-             std::to_string(application.visibility), std::to_string(application.priority),
-             application.name, tools::JsonLine(ObjectOf(application.names)), application.location});
+        Row row{NumberOr(application.service, ""),
+                std::to_string(application.organisation),
+                std::to_string(application.id),
+                NumberOr(application.type, ""),
+                application.control,
+                std::to_string(application.visibility),
+                std::to_string(application.priority),
+                application.name,
+                tools::JsonLine(ObjectOf(application.names)),
+                application.location};
+        for (std::string& condition : ConditionTexts(application.conditions)) {
+            row.push_back(std::move(condition));
+        }
+        if (why) {
+            row.push_back(WhyText(application));
+        }
+        text += CsvLine(row);
     }
     return text;
 }

@@ -10,16 +10,16 @@
 namespace applist::sim {
 
 /// Names of the columns of a table, of the keys in JSON and of the header of CSV.
-const std::vector<std::string>& ApplicationFields();
+std::vector<std::string> ApplicationFields(bool why);
 
 /// Returns a table for people, with a header line. An absent value is "-".
-std::string FormatTable(const std::vector<ListedApplication>& applications);
+std::string FormatTable(const std::vector<ListedApplication>& applications, bool why = false);
 
 /// Returns an array of objects. An absent value is null.
-std::string FormatJson(const std::vector<ListedApplication>& applications);
+std::string FormatJson(const std::vector<ListedApplication>& applications, bool why = false);
 
 /// Returns RFC 4180 with a header line; every line ends with CR and LF. An absent value is empty;
 /// the names are a JSON object.
-std::string FormatCsv(const std::vector<ListedApplication>& applications);
+std::string FormatCsv(const std::vector<ListedApplication>& applications, bool why = false);
 
 }  // namespace applist::sim

@@ -19,7 +19,8 @@ constexpr const char* DETAILS =
     "\n"
     "Columns, keys of --json and header of --csv:\n"
     "  service, organisation_id, application_id, type, control, visibility, priority,\n"
-    "  name, names (by language), location\n"
+    "  name, names (by language), location, profiles (number/version), service_bound,\n"
+    "  usage, boundaries, ratings (by country), transports; with --why: why\n"
     "Visibility is 3 for viewers, 1 for other applications only, 0 for none. Type 1 is\n"
     "DVB-J, 16 HbbTV. An absent value is - , null or empty.\n"
     "\n"
@@ -29,7 +30,7 @@ constexpr const char* DETAILS =
     "  javamw-sim applications --json recording.ts | jq '.[].name'\n"
     "  javamw-sim applications --csv ait.xml >applications.csv\n";
 
-using Format = std::string (*)(const std::vector<ListedApplication>&);
+using Format = std::string (*)(const std::vector<ListedApplication>&, bool why);
 
 /// Fails if standard output does not take the whole text.
 ExitCode Write(const std::string& text) {
@@ -39,7 +40,7 @@ ExitCode Write(const std::string& text) {
 }
 
 ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& options,
-                           Format format) {
+                           Format format, bool why) {
     const auto broadcast = ReadBroadcastFile(file, options.coding);
     const std::string missing =
         broadcast ? MissingService(*broadcast, options.filter) : std::string();
@@ -51,7 +52,7 @@ ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& 
     if (!damage.empty()) {
         Complain(damage);
     }
-    return Write(format(ListApplications(*broadcast, options.filter)));
+    return Write(format(ListApplications(*broadcast, options.filter), why));
 }
 
 int Run(const Arguments& given) {
@@ -65,7 +66,8 @@ int Run(const Arguments& given) {
     const Format format = given.Has("json")  ? &FormatJson
                           : given.Has("csv") ? &FormatCsv
                                              : &FormatTable;
-    return static_cast<int>(PrintApplications(given.words().front(), *options, format));
+    return static_cast<int>(
+        PrintApplications(given.words().front(), *options, format, given.Has("why")));
 }
 
 }  // namespace
@@ -73,6 +75,7 @@ int Run(const Arguments& given) {
 Command ApplicationsCommand() {
     std::vector<Option> options = BroadcastOptions();
     options.push_back({"json", 'j', "", "Print an array of objects"});
+    options.push_back({"why", '\0', "", "Also print why each application is offered or not"});
     options.push_back({"csv", '\0', "", "Print comma-separated values (RFC 4180)"});
     return {"applications",     "FILE",  "Print the applications in a recorded broadcast",
             std::move(options), DETAILS, &Run};

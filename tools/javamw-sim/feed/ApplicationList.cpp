@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <tuple>
 
 #include "feed/DisplayNames.h"
@@ -42,14 +43,36 @@ ListedApplication Describe(const BroadcastService& service, const ApplicationTab
     listed.name = ValidUtf8(PreferredName(application.names, languages));
     listed.names = NamesByLanguage(application);
     listed.location = ValidUtf8(application.location);
+    listed.conditions = application.conditions;
+    for (std::string& boundary : listed.conditions.boundaries) {
+        boundary = ValidUtf8(boundary);
+    }
+    for (ParentalRating& rating : listed.conditions.ratings) {
+        rating.country = ValidUtf8(rating.country);
+    }
+    listed.against = ReasonsAgainst(table, application, false);
     return listed;
+}
+
+using Key = std::tuple<std::optional<uint16_t>, uint32_t, uint16_t>;
+
+/// Returns the applications of a snapshot.
+std::set<Key> KeysOf(const Snapshot& snapshot) {
+    std::set<Key> keys;
+    for (const BroadcastService& service : snapshot.services) {
+        for (const auto& table : service.tables) {
+            for (const Application& application : table->applications) {
+                keys.insert({service.id, application.organisation, application.id});
+            }
+        }
+    }
+    return keys;
 }
 
 }  // namespace
 
 std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
                                                 const BroadcastFilter& filter) {
-    using Key = std::tuple<std::optional<uint16_t>, uint32_t, uint16_t>;
     std::vector<ListedApplication> list;
     std::map<Key, size_t> places;
     for (const Snapshot& snapshot : broadcast.snapshots) {
@@ -66,6 +89,12 @@ std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
                     }
                 }
             }
+        }
+    }
+    const std::set<Key> last = KeysOf(broadcast.snapshots.back());
+    for (ListedApplication& listed : list) {
+        if (last.count({listed.service, listed.organisation, listed.id}) == 0) {
+            listed.against.emplace_back("not in the last tables");
         }
     }
     return list;

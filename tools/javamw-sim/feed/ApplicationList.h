@@ -24,6 +24,8 @@ struct ListedApplication {
     std::string name;                    ///< The preferred name; empty if there is none.
     std::vector<ApplicationName> names;  ///< One for each language; the language is cleaned.
     std::string location;
+    ReceiverConditions conditions{};     ///< All texts are UTF-8.
+    std::vector<std::string> against{};  ///< Why it is not offered to viewers; empty if it is.
 
     bool operator==(const ListedApplication&) const = default;
 };

@@ -120,10 +120,26 @@ bool IsThere(const Broadcast& broadcast, const std::string& wanted) {
 
 }  // namespace
 
+std::vector<std::string> ReasonsAgainst(const ApplicationTable& table,
+                                        const Application& application, bool all) {
+    std::vector<std::string> reasons;
+    if (application.controlCode != CONTROL_AUTOSTART &&
+        application.controlCode != CONTROL_PRESENT) {
+        reasons.push_back("control code " + ControlName(application.controlCode));
+    }
+    if (!all && application.visibility != VISIBLE_ALL) {
+        reasons.emplace_back(application.visibility == VISIBLE_APPLICATIONS
+                                 ? "visible to other applications only"
+                                 : "not visible");
+    }
+    if (!all && table.test) {
+        reasons.emplace_back("for trials");
+    }
+    return reasons;
+}
+
 bool IsOffered(const ApplicationTable& table, const Application& application, bool all) {
-    const bool wanted =
-        application.controlCode == CONTROL_AUTOSTART || application.controlCode == CONTROL_PRESENT;
-    return wanted && (all || (application.visibility == VISIBLE_ALL && !table.test));
+    return ReasonsAgainst(table, application, all).empty();
 }
 
 std::vector<BroadcastService> SelectServices(const Snapshot& snapshot,

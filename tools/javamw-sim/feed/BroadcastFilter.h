@@ -17,6 +17,11 @@ struct BroadcastFilter {
     bool all = false;                    ///< Includes hidden applications and those for trials.
 };
 
+/// Returns why the broadcast does not offer the application to the viewer; nothing if it does. With
+/// all, neither a hidden application nor one for trials is a reason.
+std::vector<std::string> ReasonsAgainst(const ApplicationTable& table,
+                                        const Application& application, bool all);
+
 /// True iff the broadcast offers the application to the viewer. With all, hidden applications and
 /// those for trials count as offered.
 bool IsOffered(const ApplicationTable& table, const Application& application, bool all);

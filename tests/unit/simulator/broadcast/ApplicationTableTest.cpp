@@ -98,6 +98,36 @@ std::optional<ApplicationTable> WithDescriptors(const TsBytes& descriptors) {
     return ParseApplicationTable(test::TsSection(0x74, 1, body));
 }
 
+TEST(ApplicationTable, GivesWhatAReceiverDecidesBy) {
+    const auto table = WithDescriptors(
+        {0x02, 0x03, 0x00, 0x01, 0x05,                               // carousel, label 5
+         0x02, 0x05, 0x00, 0x03, 0x06, 0x01, 'u',                    // HTTP, label 6
+         0x02, 0x03, 0x00, 0x02, 0x07,                               // another, label 7
+         0x00, 0x11, 0x0A, 0x00, 0x00, 0x01, 0x02, 0x03,             // profile 0, 1.2.3
+         0x00, 0x02, 0x01, 0x05, 0x00, 0xFF, 0x01, 0x06, 0x05, 7,    // profile 2; bound; 6, 5, 7
+         9,                                                          // a label without transport
+         0x16, 0x01, 0x01,                                           // digital text
+         0x17, 0x05, 0x02, 0x01, 'a',  0x01, 'b',                    // boundaries
+         0x55, 0x08, 'I',  'T',  'A',  4,    'F',  'R',  'A',  9});  // ratings
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->applications.at(0).conditions,
+              (ReceiverConditions{{{0, 1, 2, 3}, {2, 1, 5, 0}},
+                                  true,
+                                  1,
+                                  {"a", "b"},
+                                  {{"ITA", 4}, {"FRA", 9}},
+                                  {"HTTP", "carousel", "0x0002"}}));
+}
+
+TEST(ApplicationTable, IgnoresConditionsThatAreTruncated) {
+    const auto table = WithDescriptors({0x16, 0x00,                           // usage without type
+                                        0x17, 0x04, 0x02, 0x01, 'a', 0x05,    // the second is cut
+                                        0x55, 0x05, 'I', 'T', 'A', 4, 'F'});  // likewise
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->applications.at(0).conditions,
+              (ReceiverConditions{{}, {}, {}, {"a"}, {{"ITA", 4}}, {}}));
+}
+
 TEST(ApplicationTable, HidesAnApplicationWithoutItsDescriptor) {
     const auto table = WithDescriptors({0x01, 0x04, 'i', 't', 'a', 0x00});
     ASSERT_TRUE(table);

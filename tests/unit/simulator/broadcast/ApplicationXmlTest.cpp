@@ -42,6 +42,19 @@ TEST(ApplicationXml, GivesTheValuesOfADocument) {
     EXPECT_EQ(application.location, "http://a.example/index.html");
 }
 
+TEST(ApplicationXml, GivesWhatAReceiverDecidesBy) {
+    XmlApplication application{"1", "1"};
+    application.names =
+        "<mhp:applicationBoundary><mhp:BoundaryExtension>http://b.example"
+        "</mhp:BoundaryExtension></mhp:applicationBoundary>";
+    application.type +=
+        "</mhp:type><mhp:mhpVersion><mhp:profile>0A</mhp:profile>"
+        "<mhp:versionMajor>1</mhp:versionMajor><mhp:versionMinor>5</mhp:versionMinor>"
+        "<mhp:versionMicro>0</mhp:versionMicro></mhp:mhpVersion><mhp:type>";
+    EXPECT_EQ(One(application).conditions,
+              (ReceiverConditions{{{10, 1, 5, 0}}, false, {}, {"http://b.example"}, {}, {"HTTP"}}));
+}
+
 TEST(ApplicationXml, ReadsTypesWithANumber) {
     const auto type = [](const std::string& text) {
         XmlApplication application{"1", "1"};

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "cli/ApplicationFormats.h"
 
@@ -33,7 +33,19 @@ TEST(ApplicationList, HasEveryApplicationOnceForEachService) {
     ASSERT_EQ(list.size(), 3U);
     EXPECT_EQ(list[0], (ListedApplication{1, 11, 0x1AB6, 16, "AUTOSTART", 3, 60, "News", NEWS.names,
                                           "http://a.example/i.html"}));
-    EXPECT_EQ(list[1], (ListedApplication{1, 11, 2, 16, "KILL", 1, 0, "", {}, ""}));
+    EXPECT_EQ(list[1],
+              (ListedApplication{1,
+                                 11,
+                                 2,
+                                 16,
+                                 "KILL",
+                                 1,
+                                 0,
+                                 "",
+                                 {},
+                                 "",
+                                 {},
+                                 {"control code KILL", "visible to other applications only"}}));
     EXPECT_EQ(list[2].service, 2);
 }
 
@@ -66,13 +78,17 @@ TEST(ApplicationList, HasOneCleanNameForEachLanguage) {
 
 TEST(ApplicationTable, IsForPeople) {
     const auto list = List(With({Service(1031, 16, {NEWS}), Service(2, 0, {HIDDEN})}));
-    EXPECT_EQ(FormatTable(list),
-              "SERVICE  ORGANISATION_ID  APPLICATION_ID  TYPE   CONTROL    VISIBILITY  PRIORITY  "
-              "NAME  NAMES                  LOCATION\n"
-              "1031     11               6838            HbbTV  AUTOSTART  3           60        "
-              "News  eng=News; ita=Notizie  http://a.example/i.html\n"
-              "2        11               2               -      KILL       1           0         "
-              "-     -                      -\n");
+    EXPECT_EQ(
+        FormatTable(list),
+        "SERVICE  ORGANISATION_ID  APPLICATION_ID  TYPE   CONTROL    VISIBILITY  PRIORITY  "
+        "NAME  NAMES                  LOCATION                 PROFILES  SERVICE_BOUND  USAGE  "
+        "BOUNDARIES  RATINGS  TRANSPORTS\n"
+        "1031     11               6838            HbbTV  AUTOSTART  3           60        "
+        "News  eng=News; ita=Notizie  http://a.example/i.html  -         -              -      "
+        "-           -        -\n"
+        "2        11               2               -      KILL       1           0         "
+        "-     -                      -                        -         -              -      "
+        "-           -        -\n");
 }
 
 TEST(ApplicationTable, CountsColumnsOfTheTerminalNotBytes) {
@@ -98,7 +114,9 @@ TEST(ApplicationJson, IsAnArrayOfObjects) {
               "    \"control\": \"AUTOSTART\",\n    \"visibility\": 3,\n"
               "    \"priority\": 60,\n    \"name\": \"News\",\n"
               "    \"names\": {\n      \"eng\": \"News\",\n      \"ita\": \"Notizie\"\n    },\n"
-              "    \"location\": \"http://a.example/i.html\"\n  }\n]\n");
+              "    \"location\": \"http://a.example/i.html\",\n"
+              "    \"profiles\": [],\n    \"service_bound\": null,\n    \"usage\": null,\n"
+              "    \"boundaries\": [],\n    \"ratings\": {},\n    \"transports\": []\n  }\n]\n");
 }
 
 TEST(ApplicationJson, HasNullForValuesMissingInTheSource) {
@@ -114,10 +132,58 @@ TEST(ApplicationCsv, HasAHeaderAndQuotesSpecialCharacters) {
     application.names = {{"eng", "News, \"live\"\r\nnow"}};
     EXPECT_EQ(FormatCsv(List(With({Service(std::nullopt, 0, {application})}))),
               "service,organisation_id,application_id,type,control,visibility,priority,name,names,"
-              "location\r\n"
+              "location,profiles,service_bound,usage,boundaries,ratings,transports\r\n"
               ",11,6838,,AUTOSTART,3,60,\"News, \"\"live\"\"\r\nnow\","
               "\"{\"\"eng\"\":\"\"News, \\\"\"live\\\"\"\\r\\nnow\"\"}\","
-              "http://a.example/i.html\r\n");
+              "http://a.example/i.html,,,,,,\r\n");
+}
+
+// What a receiver decides by.
+Application WithConditions() {
+    Application application = NEWS;
+    application.conditions = {{{0, 1, 1, 1}, {2, 1, 5, 0}}, true,         1,
+                              {"http://a.example"},         {{"ITA", 4}}, {"HTTP", "carousel"}};
+    return application;
+}
+
+TEST(ApplicationConditions, AreInEveryFormat) {
+    const auto list = List(With({Service(1, 16, {WithConditions()})}));
+    EXPECT_THAT(FormatTable(list),
+                testing::HasSubstr("0/1.1.1 2/1.5.0  yes            1      http://a.example  "
+                                   "ITA=4    HTTP carousel\n"));
+    EXPECT_THAT(FormatCsv(list), testing::EndsWith(",0/1.1.1 2/1.5.0,yes,1,http://a.example,ITA=4,"
+                                                   "HTTP carousel\r\n"));
+    const std::string json = FormatJson(list);
+    EXPECT_THAT(json, testing::HasSubstr("\"profile\": 2,\n        \"version\": \"1.5.0\""));
+    EXPECT_THAT(json, testing::HasSubstr("\"service_bound\": true,\n    \"usage\": 1,"));
+    EXPECT_THAT(json, testing::HasSubstr("\"ITA\": 4"));
+}
+
+TEST(ApplicationReasons, SayWhyAnApplicationIsOfferedOrNot) {
+    Broadcast broadcast = With({Service(1, 16, {NEWS, HIDDEN})});
+    auto trial = std::make_shared<ApplicationTable>(ApplicationTable{16, true, {NEWS}});
+    broadcast.snapshots[0].services.push_back({2, "", {trial}});
+    broadcast.snapshots.push_back({1, broadcast.snapshots[0].services});
+    broadcast.snapshots[1].services[0] = Service(1, 16, {NEWS});
+    const auto list = List(broadcast);
+    ASSERT_EQ(list.size(), 3U);
+    EXPECT_THAT(list[0].against, testing::IsEmpty());
+    EXPECT_THAT(list[1].against,
+                testing::ElementsAre("control code KILL", "visible to other applications only",
+                                     "not in the last tables"));
+    EXPECT_THAT(list[2].against, testing::ElementsAre("for trials"));
+}
+
+TEST(ApplicationReasons, ArePrintedOnRequest) {
+    const auto list = List(With({Service(1, 16, {NEWS, HIDDEN})}));
+    EXPECT_THAT(FormatTable(list, true), testing::HasSubstr("  WHY\n"));
+    EXPECT_THAT(FormatTable(list, true), testing::HasSubstr("  offered\n"));
+    EXPECT_THAT(
+        FormatCsv(list, true),
+        testing::EndsWith(",\"not offered: control code KILL, visible to other applications only\""
+                          "\r\n"));
+    EXPECT_THAT(FormatJson(list, true), testing::HasSubstr("\"why\": \"offered\""));
+    EXPECT_THAT(FormatJson(list), testing::Not(testing::HasSubstr("why")));
 }
 
 }  // namespace

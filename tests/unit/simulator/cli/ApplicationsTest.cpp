@@ -19,8 +19,8 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::string HEAD =
-    "service,organisation_id,application_id,type,control,visibility,priority,name,names,location"
-    "\r\n";
+    "service,organisation_id,application_id,type,control,visibility,priority,name,names,location,"
+    "profiles,service_bound,usage,boundaries,ratings,transports\r\n";
 
 /// Files with one service "Rete 1" of number 5, whose application has two names.
 class Applications : public testing::Test {
@@ -53,8 +53,10 @@ private:
 };
 
 const std::string NEWS_LINE =
-    "11,1,16,PRESENT,3,1,News,\"{\"\"eng\"\":\"\"News\"\",\"\"ita\"\":\"\"Notizie\"\"}\",\r\n";
-const std::string ENGINE_LINE = "11,2,16,KILL,1,1,Engine,\"{\"\"eng\"\":\"\"Engine\"\"}\",\r\n";
+    "11,1,16,PRESENT,3,1,News,\"{\"\"eng\"\":\"\"News\"\",\"\"ita\"\":\"\"Notizie\"\"}\",,"
+    "1/1.0.0,no,,,,\r\n";
+const std::string ENGINE_LINE =
+    "11,2,16,KILL,1,1,Engine,\"{\"\"eng\"\":\"\"Engine\"\"}\",,1/1.0.0,no,,,,\r\n";
 
 TEST_F(Applications, AreAllListedOfferedOrNot) {
     const Outcome outcome = RunSimulator({"applications", "--csv", Write("a.ts", Stream())});
@@ -85,7 +87,7 @@ TEST_F(Applications, AreFoundInXml) {
     EXPECT_EQ(outcome.status, SUCCESS);
     EXPECT_EQ(outcome.output, HEAD +
                                   ",11,1,16,AUTOSTART,3,1,News,\"{\"\"eng\"\":\"\"News\"\"}\","
-                                  "http://a.example/index.html\r\n");
+                                  "http://a.example/index.html,,no,,,,HTTP\r\n");
 }
 
 TEST_F(Applications, AreRefusedInXmlThatIsDamaged) {
@@ -100,7 +102,15 @@ TEST_F(Applications, AreATableWithoutAnyFormat) {
     EXPECT_EQ(outcome.status, SUCCESS);
     EXPECT_THAT(outcome.output, StartsWith("SERVICE  ORGANISATION_ID  APPLICATION_ID  TYPE "));
     EXPECT_THAT(outcome.output, HasSubstr("HbbTV  PRESENT  3           1         News    eng=News; "
-                                          "ita=Notizie  -\n"));
+                                          "ita=Notizie  -         1/1.0.0   no "));
+}
+
+TEST_F(Applications, AreListedWithTheReasonsWhenAsked) {
+    const Outcome outcome = RunSimulator({"applications", "--why", Write("a.ts", Stream())});
+    EXPECT_EQ(outcome.status, SUCCESS);
+    EXPECT_THAT(outcome.output, HasSubstr("  offered\n"));
+    EXPECT_THAT(outcome.output, EndsWith("  not offered: control code KILL, visible to other "
+                                         "applications only\n"));
 }
 
 TEST_F(Applications, AreJsonWhenAsked) {
