@@ -131,11 +131,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     const ThemeSignals signals;
     const KeyFrames frames(windows);
     SpokenNames names;
-    ListPanel::Listen([&names](const ListEvent& event) {
-        if (event.kind == ListEvent::Kind::WAITING) {
-            names.Emptied(event.list);
-        }
-    });
+    ListPanel::OnWaiting([&names](Evas_Object* list) { names.Emptied(list); });
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
     m_leaveScreen = [&] {
         instance->Release();
@@ -149,7 +145,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     if (m_created) {
         m_callbacks.terminate(m_userData);
     }
-    ListPanel::Listen({});
+    ListPanel::OnWaiting({});
     return result;
 }
 

@@ -159,10 +159,7 @@ void ListFocus::OnFrame(void* focus, Evas*, void*) {
 }
 
 Eina_Bool ListFocus::OnPress(void* focus, int, void*) {
-    GuardCallback([focus] {
-        FocusIn(focus).m_panel.Pressed();
-        FocusIn(focus).OpenForKey();
-    });
+    GuardCallback([focus] { FocusIn(focus).OpenForKey(); });
     return ECORE_CALLBACK_PASS_ON;
 }
 
@@ -191,7 +188,6 @@ void ListFocus::Set(Elm_Object_Item* row) {
         elm_object_item_focus_set(row, EINA_TRUE);
     }
     AnchorView();
-    m_panel.RowsChanged();
     RequestFrame();
 }
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <functional>
 #include <glib.h>
 #include <memory>
 #include <string_view>
@@ -21,8 +20,6 @@ namespace {
 
 // A middleware usually fills an empty list within some milliseconds, so the text would flash.
 constexpr double EMPTY_SECONDS = 0.5;
-// A middleware may change many rows, one call for each.
-constexpr double CHANGES_SECONDS = 0.3;
 
 // The theme part of a row that shows its text.
 constexpr const char* TEXT_PART = "elm.text";
@@ -111,7 +108,7 @@ std::string TitleOf(const Evas_Object* list) {
     return title != nullptr ? title : "";
 }
 
-void ListPanel::Listen(Listener listener) {
+void ListPanel::OnWaiting(Listener listener) {
     TheListener() = std::move(listener);
 }
 
@@ -128,7 +125,6 @@ ListPanel::~ListPanel() {
     ecore_idle_enterer_del(m_beforeWait);
     Stop(m_note);
     Stop(m_empty);
-    Stop(m_changes);
 }
 
 void ListPanel::Restart(Ecore_Timer*& timer, double seconds, Ecore_Task_Cb callback,
@@ -147,7 +143,6 @@ void ListPanel::Update() {
     const Elm_Object_Item* focused = elm_object_focused_item_get(m_list);
     const int count = static_cast<int>(elm_genlist_items_count(m_list));
     const int position = focused != nullptr ? elm_genlist_item_index_get(focused) : 0;
-    const bool moved = std::exchange(m_focused, focused) != focused && focused != nullptr;
     const int before = std::exchange(m_count, count);
     if (std::exchange(m_position, position) != position || before != count) {
         ShowCount();
@@ -160,10 +155,6 @@ void ListPanel::Update() {
             m_emptyShown = false;
             SetText("applist.empty", "");
         }
-        RowsChanged();
-    }
-    if (moved) {
-        Report(ListEvent::Kind::FOCUSED);
     }
 }
 
@@ -177,30 +168,6 @@ void ListPanel::Redraw() {
 
 void ListPanel::ShowCount() {
     SetText("applist.count", m_position > 0 ? PositionText(m_position, m_count) : "");
-}
-
-void ListPanel::RowsChanged() {
-    if (TheListener()) {
-        Restart(m_changes, CHANGES_SECONDS, OnTimer<&ListPanel::ReportRows>, this);
-    }
-}
-
-void ListPanel::ReportRows() {
-    m_changes = nullptr;
-    const size_t rows = Fingerprint();
-    // A list that was empty is announced by its first focused row.
-    if (std::exchange(m_rows, rows) != rows && rows != 0) {
-        Report(ListEvent::Kind::CHANGED);
-    }
-}
-
-size_t ListPanel::Fingerprint() const {
-    size_t sum = 0;
-    for (const Elm_Object_Item* row = elm_genlist_first_item_get(m_list); row != nullptr;
-         row = elm_genlist_item_next_get(row)) {
-        sum = sum * 31 + std::hash<const void*>{}(row);
-    }
-    return sum;
 }
 
 void ListPanel::Used() {
@@ -221,7 +188,6 @@ void ListPanel::ShowNote() {
     m_note = nullptr;
     m_noteShown = true;
     DrawNote();
-    Report(ListEvent::Kind::CLOSING);
 }
 
 void ListPanel::DrawNote() const {
@@ -235,20 +201,14 @@ void ListPanel::ShowEmpty() {
     m_empty = nullptr;
     m_emptyShown = true;
     SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
-    Report(ListEvent::Kind::WAITING);
+    if (TheListener()) {
+        TheListener()(m_list);
+    }
 }
 
 void ListPanel::SetText(const char* part, const std::string& text) const {
     if (m_drawing != nullptr) {
         edje_object_part_text_set(m_drawing, part, text.c_str());
-    }
-}
-
-void ListPanel::Report(ListEvent::Kind kind) const {
-    if (TheListener()) {
-        TheListener()({kind, m_list, TitleOf(m_list),
-                       m_focused != nullptr ? RowText(m_list, m_focused) : "", m_position,
-                       m_count});
     }
 }
 
