@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ChildProcess.h"
+#include "support/Simulator.h"
 #include "support/TemporaryDir.h"
 #include "support/TsGenerator.h"
 
@@ -105,6 +106,26 @@ TEST(IndependentTables, AgreeOnRecordedStreams) {
             const Lines independent = Independent(entry.path().string());
             EXPECT_FALSE(independent.empty()) << entry.path();
             EXPECT_EQ(Ours(entry.path().string()), independent) << entry.path();
+        }
+    }
+}
+
+TEST(IndependentTables, AreTheSameThroughAPipeAsFromTheFile) {
+    const auto folder = Source() / "../shared/captures";
+    if (!std::filesystem::is_directory(folder)) {
+        GTEST_SKIP() << "no recordings in " << folder;
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() == ".ts") {
+            const std::string file = entry.path().string();
+            const Outcome direct = RunSimulator({"applications", "--json", file});
+            EXPECT_EQ(direct.status, 0) << direct.errors;
+            ChildProcess piped(
+                {"sh", "-c",
+                 "cat '" + file + "' | " + BuiltProgram("javamw-sim") + " applications --json -"},
+                {{"LC_ALL", "C"}, {"LANGUAGE", ""}});
+            EXPECT_EQ(piped.WaitForExit(), 0) << piped.Errors();
+            EXPECT_EQ(piped.Output(), direct.output) << file;
         }
     }
 }
