@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <csignal>
 #include <cstdio>
+#include <exception>
 #include <optional>
 
 #include "AppListEntry.h"
@@ -16,9 +17,12 @@ namespace {
 constexpr const char* VERSION = "plm-applist-20150201.1";
 constexpr const char* APP_ID = "org.vantu.applist";
 
+// The status for an unexpected error, like ui_app_main()'s.
+constexpr int FAILED = -5;
+
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     // A closed pipe on standard output must not end the program.
     std::signal(SIGPIPE, SIG_IGN);
     std::printf("APPLIST v: %s\n", VERSION);
@@ -42,4 +46,7 @@ int main(int argc, char** argv) {
     }
     LOG_DEBUG("end efl main");
     return result;
+} catch (const std::exception& error) {
+    LOG_ERROR("Aborted: %s", error.what());
+    return FAILED;
 }

@@ -231,6 +231,15 @@ TEST_F(FailingFunction, OfTheLifecycleEndsTheList) {
     Try({"ecore_job_add", 1}, false);
 }
 
+TEST_F(FailingFunction, ThatAllocatesBeforeTheLifecycleIsReported) {
+    if (MEMORY_FACTOR > 1) {
+        GTEST_SKIP() << "the address sanitizer has its own operator new";
+    }
+    for (const long number : {8, 13}) {
+        Try({"new", number}, false);
+    }
+}
+
 // ---- The n-th system call.
 
 // The error for each call. Left out, because libraries end the program on purpose: calls that
