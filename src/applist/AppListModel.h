@@ -61,7 +61,8 @@ public:
     virtual void ModifyItem(AppListItem* oldItem, AppListItem* newItem) = 0;
     virtual int GetItemsCount() = 0;
 
-    /// Registering a listener twice and removing an unknown one have no effect.
+    /// Adding a listener that is already registered, or removing one that is not, does not have an
+    /// effect.
     virtual void AddItemSelectionListener(ItemSelectionListener* listener) = 0;
     virtual void RemoveItemSelectionListener(ItemSelectionListener* listener) = 0;
     virtual void AddItemChangeListener(ItemChangeListener* listener) = 0;

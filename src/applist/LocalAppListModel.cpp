@@ -308,8 +308,8 @@ void LocalAppListModel::DeleteRemoteItems() {
 }
 
 void LocalAppListModel::SendEvent(int eventId, const std::string& partner) {
-    // An event carries its id only. The receiver then asks for what it needs, so that it never acts
-    // on an outdated copy.
+    // The message contains only the event's id, because a copy of the item could be outdated when
+    // it arrives. The receiver asks for the current state instead.
     const auto bytes = applist::ToLittleEndian(static_cast<std::uint32_t>(eventId));
     std::vector<char> message(bytes.begin(), bytes.end());
     if (partner.empty()) {

@@ -94,8 +94,8 @@ private:
 
     IPCApplist<JavaMWDbusLocal, LocalAppListModel> m_ipc;
     AppListModel* m_model;
-    /// Owned: the items that remote calls created, in that order. Items that the model did not
-    /// list, because their ids were already listed, stay here until a call names their id or clears
+    /// Owned: the items that remote calls created, oldest first. Items that the model did not list,
+    /// because their ids were already listed, stay here until a call names their id or clears
     /// the list.
     RemoteItems m_remoteItems;
 };

@@ -53,8 +53,8 @@ double StartOfProcess() {
 }
 
 int CountOne(dl_phdr_info* library, size_t, void* count) {
-    // The program has an empty name, the kernel's part does not have a file, and this library is
-    // not part of the start.
+    // Counts shared libraries that have a file. The program's name is empty, and the kernel's part
+    // does not have a file. This library is not part of the application's start.
     const std::string_view name(library->dlpi_name);
     const bool counts =
         name.find('/') != std::string_view::npos && !name.ends_with("start_steps.so");

@@ -15,9 +15,9 @@
 
 namespace applist::headless {
 
-/// One application from its start to its end: the program's own model, key control and transport on
-/// a bus connection of its own, with a list that does not have a screen. One in a process, because
-/// the bus library gives all of them the same connection. Main thread only.
+/// One application from its start to its end: the program's model, key control and transport on a
+/// bus connection, with a list that does not have a screen. At most one object at a time, because
+/// the bus library would give all of them the same connection. Main thread only.
 class Life {
 public:
     /// Called in the default main context after the list, the selection or the partners may have

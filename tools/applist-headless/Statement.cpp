@@ -52,8 +52,8 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(0, text.find_last_not_of(BLANKS) + 1);
 }
 
-/// Removes words from the front of text, whatever blanks separate them. Returns nothing if text
-/// does not start with them.
+/// Returns text without words at its start. In text, any blanks may separate the words. Returns
+/// nothing if text does not start with them.
 std::optional<std::string_view> After(std::string_view words, std::string_view text) {
     while (!words.empty()) {
         const std::string_view word = words.substr(0, words.find(' '));

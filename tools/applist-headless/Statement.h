@@ -11,8 +11,8 @@ namespace applist::headless {
 /// What a line of the input does.
 enum class Action {
     Key,          ///< Releases the key called text, a name of the program such as "XF86Back".
-    MoveUp,       ///< Moves the focus by a row, like the list widget, and releases the key.
-    MoveDown,     ///< The same.
+    MoveUp,       ///< Moves the focus up a row, like the list widget, and releases the key.
+    MoveDown,     ///< Moves the focus down a row in the same way.
     Ok,           ///< Activates the focused row.
     SecondStart,  ///< Starts the program while it runs, which closes the list.
     Die,          ///< Ends the application as if it had crashed.
@@ -25,6 +25,7 @@ enum class Action {
 /// What an Await waits for. Those with an argument compare it with Statement::text.
 enum class Condition { Connected, Disconnected, Ended, Items, Item, Selected };
 
+/// A parsed line. condition, text and seconds are used by the actions that mention them.
 struct Statement {
     Action action = Action::State;
     Condition condition = Condition::Connected;
@@ -35,7 +36,7 @@ struct Statement {
 /// A line without a statement: blank or a comment.
 struct NoStatement {};
 
-/// A line that is not a statement; says why.
+/// The reason why a line is not a statement.
 struct Problem {
     std::string text;
 };

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-/// What the tools share: the table of a program's commands and options. The command line is parsed
+/// Shared by the tools: the table of a program's commands and options. The command line is parsed
 /// with this table; help, completion and the options in the manual are written from it.
 namespace applist::tools {
 

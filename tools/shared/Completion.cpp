@@ -10,7 +10,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// The candidates that begin with what is typed.
+/// The candidates that begin with the typed text, without duplicates.
 class Lines {
 public:
     explicit Lines(std::string typed) : m_typed(std::move(typed)) {}
@@ -30,7 +30,7 @@ private:
 };
 
 // form is the name of a value or an argument: "FILE", "[KEY]", "ID...", "bool|int". In the last
-// form, words in capitals are names of values, too.
+// form, lower-case words are candidates; words in capitals are names of values and are skipped.
 Words ValuesFor(const Program& program, std::string form, const std::string& typed) {
     std::erase_if(form,
                   [](char letter) { return letter == '[' || letter == ']' || letter == '.'; });

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* PLACE = "@OPTIONS";
 
-/// Returns the list in the language mdoc.
+/// Returns the options as a list in mdoc, the language of the manual pages.
 std::string ListOf(const std::vector<Option>& options) {
     std::string text = ".Bl -tag -width Ds\n";
     for (const Option& option : options) {
@@ -28,7 +28,7 @@ std::string ListOf(const std::vector<Option>& options) {
     return text + ".El\n";
 }
 
-/// Returns the lists by the lines that stand for them.
+/// Returns each list of options by the line of the template that it replaces: "@OPTIONS serve@".
 std::map<std::string, std::string> Lists(const Program& program) {
     std::vector<Option> general = program.options;
     general.insert(general.end(), {VersionOption(), HelpOption()});
@@ -46,7 +46,7 @@ int Fail(const std::string& problem, const std::string& place) {
     return 1;
 }
 
-/// Each list must have exactly one place in the page.
+/// Copies the template with the lists inserted. Each list must have exactly one place.
 int Copy(const Program& program, std::istream& input, std::ostream& output) {
     std::map<std::string, std::string> lists = Lists(program);
     for (std::string line; std::getline(input, line);) {

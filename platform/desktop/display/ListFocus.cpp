@@ -263,7 +263,7 @@ void ListFocus::Settle() {
         return;
     }
     m_muted = true;
-    // At once, unlike bring_in, whose animation takes some frames.
+    // Scrolls at once. elm_genlist_item_bring_in() would scroll over several frames.
     elm_genlist_item_show(m_row, ELM_GENLIST_ITEM_SCROLLTO_IN);
     evas_smart_objects_calculate(m_canvas);
     elm_object_item_focus_set(m_row, EINA_TRUE);

@@ -20,9 +20,9 @@ std::string TitleOf(const Evas_Object* list);
 /// part for each; a theme without them is valid. Main thread only; must not outlive the list.
 class ListPanel {
 public:
-    /// The program closes the list when it has been idle for OPEN_SECONDS. The note appears
-    /// NOTE_SECONDS earlier. Idle is counted like in the program: from the last release of an arrow
-    /// key or change of the selection.
+    /// The program closes the list OPEN_SECONDS after the last release of an arrow key or change of
+    /// the selection. The note appears NOTE_SECONDS earlier, with a timer that restarts in the same
+    /// cases.
     static constexpr double OPEN_SECONDS = 65.0;
     static constexpr double NOTE_SECONDS = 20.0;
 
@@ -42,11 +42,11 @@ public:
     void Update();
     /// Shows the current state in a theme that has just been loaded.
     void Redraw();
-    /// The viewer or the middleware has used the list: hides the note and restarts the wait for it.
+    /// The viewer or the middleware has used the list: hides the note and restarts its timer.
     void Used();
-    /// For the key handler.
+    /// Called by the key handler for each key release.
     void Released(const Ecore_Event_Key& key);
-    /// For the timers.
+    /// Called by the timers.
     void ShowNote();
     void ShowEmpty();
 

@@ -41,7 +41,7 @@ Eina_Bool OnFullscreenSet(void*, Evas_Object* window, Eina_Bool fullscreen) {
     if (!IsOnWayland(window)) {
         return EINA_TRUE;
     }
-    // Otherwise the toolkit draws a frame and a title bar.
+    // The toolkit draws a frame and a title bar around a maximised window that is not borderless.
     elm_win_borderless_set(window, fullscreen);
     elm_win_maximized_set(window, fullscreen);
     return EINA_FALSE;

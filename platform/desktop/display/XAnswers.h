@@ -10,11 +10,12 @@ struct xcb_connection_t;
 
 namespace applist::desktop {
 
-/// Asks the X server at once for everything that the toolkit asks one by one when it connects: the
-/// numbers of extensions and atoms, which are the same for all connections. The program replaces
-/// XQueryExtension() and XInternAtom(), which use these answers instead of waiting 37 times.
+/// Asks the X server in one batch for the numbers of extensions and atoms that the toolkit would
+/// ask for one by one when it connects. The numbers are the same for all connections. The program
+/// replaces XQueryExtension() and XInternAtom(), which use these answers instead of waiting 37
+/// times.
 ///
-/// Main thread only, at most one at a time, while the toolkit is running.
+/// Main thread only. Requires a running toolkit. At most one object at a time.
 class XAnswers {
 public:
     /// An extension's numbers, as in XQueryExtension().

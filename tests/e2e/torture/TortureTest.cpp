@@ -32,7 +32,8 @@ using testing::HasSubstr;
 // prevent both.
 constexpr seconds START{5};
 
-/// The time in which the program must end when it is asked to. Other tests delay a default run.
+/// The time in which the program must end when it is asked to. Longer in a default run, because
+/// other tests run at the same time.
 seconds Reaction() {
     return std::getenv("APPLIST_TORTURE_TRIES") != nullptr ? seconds(2) : PATIENCE;
 }
@@ -50,7 +51,8 @@ struct Fault {
 /// How often the program makes each call in a run without a fault.
 using Counts = std::vector<std::pair<std::string, long>>;
 
-// Rare calls are all tried; of frequent ones so many, evenly spread.
+// The maximum number of faults for each name. If a name has more calls, the faults are spread
+// evenly over them.
 constexpr long PLACES = 40;
 
 std::vector<Fault> AllFaults(const Counts& counts) {

@@ -215,8 +215,9 @@ private:
     bool m_focused = true;
 };
 
-/// The initial number of rows (the panel shows eight) and the seed. Each sequence is a test of its
-/// own, because the toolkit leaks memory when it starts again in the same process.
+/// The parameters are the initial number of rows (the panel shows eight) and the seed. Each
+/// sequence is a separate test, because the toolkit leaks memory when it starts again in the same
+/// process.
 class RandomChanges : public testing::TestWithParam<std::tuple<int, unsigned>> {};
 
 unsigned FirstSeed() {

@@ -23,8 +23,8 @@ namespace applist::test {
 
 /// The rows as one frame shows them.
 struct Frame {
-    /// The name of the row that is drawn with the focus; absent if there is none. If several rows
-    /// are, which is an error, their names one after the other.
+    /// The name of the row that is drawn with the focus; absent if no row is. If several rows are,
+    /// which is an error, their names are joined.
     std::optional<std::string> focused;
     /// The names in the list's viewport, from the top down.
     std::vector<std::string> rows;

@@ -45,7 +45,7 @@ std::string NameOf(const Look& look) {
 
 constexpr double ASPECT_OF_720X576 = 720.0 / 576;
 
-/// Every text size, in both variants, on the smallest and the largest screen and those between.
+/// Every text size, in both variants, on screens 576, 720, 1080 and 2160 pixels high.
 std::vector<Look> EveryLook() {
     std::vector<Look> looks;
     for (const Variant variant : {Variant::STANDARD, Variant::HIGH_CONTRAST}) {
@@ -59,7 +59,8 @@ std::vector<Look> EveryLook() {
     return looks;
 }
 
-/// Those at the smallest or the largest text size, and one of each size between.
+/// The looks at 175 %, those at 100 % except on the smallest screen, and those at 125 and 150 % on
+/// screens 1080 pixels high.
 std::vector<Look> SomeLooks() {
     std::vector<Look> looks = EveryLook();
     std::erase_if(looks, [](const Look& look) {

@@ -30,7 +30,7 @@ enum Step : size_t { SYN, SYN_ACK, ACK, STEPS };
 constexpr std::array<const char*, STEPS> SUFFIXES{"_SYN", "_SYN_ACK", "_ACK"};
 constexpr std::array<const char*, STEPS> STATEMENTS{"syn", "syn-ack", "ack"};
 
-// The bus holds at most so many copies of one announcement back.
+// The maximum number of copies of one announcement that the bus holds back.
 constexpr int MOST_HELD = 2;
 
 /// One event of an order.
@@ -47,9 +47,10 @@ struct Partner {
     enum State { UNKNOWN, KNOWN, CONNECTED };
     State state = UNKNOWN;
     bool onTheBus = true;
-    /// It has left the bus, and the bus has not reported this yet.
+    /// The partner has left the bus, but the bus has not reported this yet.
     bool noticeHeld = false;
-    /// The application has lost it before. Part of the state, because a fault may leave a record.
+    /// The transport has lost this partner before. Part of the state, because a faulty transport
+    /// could have kept a record of it.
     bool wasLost = false;
     std::array<int, STEPS> held{};
 
@@ -75,7 +76,7 @@ public:
     std::vector<std::string> reports;
 };
 
-/// The transport on its bus beside the model. Plays an order and finds the first difference.
+/// The real transport and the model of it. Plays events on both and compares them.
 class World {
 public:
     explicit World(size_t partners) : m_partners(partners) {

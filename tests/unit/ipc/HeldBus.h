@@ -61,7 +61,8 @@ private:
     };
     void DeliverChange(const std::string& name, const char* from, const char* to);
 
-    // Not reused, and apart from each other, as in the bus library.
+    // Ids are not reused, as in the bus library. The two ranges differ, so that an id of one kind
+    // is not valid for the other.
     guint m_lastWatch = 1000000;
     guint m_lastSubscription = 0;
     std::map<guint, Watcher> m_watches;

@@ -25,7 +25,7 @@ using ConnectionPtr = GObjectPtr<GDBusConnection>;
 /// connection is not shared, and its loss does not end the process. Blocks.
 Result<ConnectionPtr> OpenBus(const std::string& address);
 
-/// Signals of the bus: those that agree with each member that is not null.
+/// Selects signals of the bus by their properties. A null member matches every value.
 struct SignalMatch {
     const char* sender = nullptr;
     const char* interface = nullptr;

@@ -68,7 +68,8 @@ Bytes EncodeCall(Function function, const Items& items);
 /// Decodes consecutive items; returns nothing if the rest is not a complete item.
 std::optional<Items> DecodeItems(const Bytes& payload);
 
-/// Returns the items of a reply. A failure is that of the call, or says that there are none.
+/// Returns the items of a reply. Fails with the error of the call, or if the reply is not a list of
+/// items.
 Result<Items> ItemsOfReply(const Result<Bytes>& reply);
 
 /// Returns "id<TAB>name", each escaped by OneLine().

@@ -29,7 +29,8 @@ inline bool RunUntil(const std::function<bool()>& done,
     return held;
 }
 
-/// The run of a command: it ends with an exit code, and signals of the system can end it.
+/// Runs the main context for a command until End(), and handles signals to the process. Main thread
+/// only.
 class MainLoop {
 public:
     /// Runs action on the main context whenever the process receives this signal.

@@ -39,7 +39,7 @@ std::string Middleware::Join(const Prepare& prepare) {
     return refusal;
 }
 
-// The end of the link cancels the calls of the others, so it comes first.
+// The link is reset first, because the callbacks of its pending calls use the selection reader.
 void Middleware::Vanish() {
     m_link.reset();
     m_selections.reset();

@@ -45,7 +45,7 @@ private:
     bool m_colours;
 };
 
-/// Returns the JSON object of an event. Without a selection it has no member for it.
+/// Returns the JSON object of an event. The member "selection" is absent if selection is null.
 tools::Json EventObject(const std::string& application, const Notification& notification,
                         const SelectedItem* selection);
 

@@ -22,7 +22,7 @@ struct SessionOptions {
     std::string recordFile;           ///< File for the recording; empty for none.
 };
 
-/// Base class of the commands that are one middleware: joins the bus, waits for applications and
+/// Base class of the commands that act as a middleware: joins the bus, waits for applications and
 /// runs until the command or a signal ends it.
 class Session {
 public:
@@ -31,7 +31,8 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Runs the default main context to the end. Call only once.
+    /// Joins the bus and runs the default main context until End(). Returns the exit code of the
+    /// program. Call only once.
     ExitCode Run();
 
 protected:

@@ -10,8 +10,8 @@
 #include "middleware/Session.h"
 #include "recording/Conversation.h"
 
-/// The commands that are one middleware, and the recording of others. Each runs the default main
-/// context to its end and returns the exit code of the program.
+/// The commands that act as a middleware, and the command that records other middlewares. Each runs
+/// the default main context until the command ends, and returns the exit code of the program.
 namespace applist::sim {
 
 /// Prints every event of every application until a signal ends it.
@@ -28,6 +28,7 @@ ExitCode Serve(const SessionOptions& options, Feed feed);
 /// Calls one function of the first application that connects and prints the items of the reply.
 ExitCode CallOnce(const SessionOptions& options, Function function, const Items& arguments);
 
+/// Options of Replay().
 struct ReplayOptions {
     std::string file;  ///< File name for messages.
     /// Factor relative to the recording; absent: as fast as possible.

@@ -18,7 +18,7 @@ namespace {
 // Number of steps to search for a common one; the cost grows with its square.
 constexpr size_t NEAR = 4000;
 
-/// The steps of both sides as numbers that are equal iff the steps are.
+/// Numbers the steps of both sides. Two steps get the same number iff their keys are equal.
 class Keys {
 public:
     std::vector<size_t> Number(const std::vector<Step>& steps) {

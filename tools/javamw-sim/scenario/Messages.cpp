@@ -190,7 +190,8 @@ const char* ArgumentForm(Function function) {
     return FORMS.at(static_cast<size_t>(function) - static_cast<size_t>(FUNCTIONS.front()));
 }
 
-// On a command line an id and its name are words of their own, so that both may contain "=".
+// For the form "ID [NAME]" the id and the name are separate words on a command line, so that both
+// may contain "=".
 Result<Items> ParseCallArguments(Function function, const std::vector<std::string>& arguments) {
     const std::string form = ArgumentForm(function);
     const bool ownWords = form == "ID [NAME]";

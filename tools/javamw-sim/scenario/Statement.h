@@ -14,8 +14,8 @@
 #include "link/Handshake.h"
 #include "link/Protocol.h"
 
-/// The language of scenarios. A statement is a value of one of the types below. How it is written
-/// and what it does are in one place: Stage.cpp, Messages.cpp or Expectations.cpp.
+/// The language of scenarios. A statement is a value of one of the types below. Stage.cpp,
+/// Messages.cpp and Expectations.cpp contain both the syntax and the effect of their statements.
 namespace applist::sim {
 
 class StatementRunner;
@@ -55,6 +55,7 @@ struct ForgetEvents {
 
 // --- the bus ---
 
+/// Connects to the bus and begins the handshake, unless already connected.
 struct Join {
     Outcome Run(StatementRunner& runner) const;
 };
@@ -185,7 +186,7 @@ struct ParsedLine {
 /// Parses one line without its line end. line is its number in messages. Accepts any bytes.
 ParsedLine ParseStatement(std::string_view text, size_t line = 1);
 
-/// A parsed scenario. The statements are complete only if there are no errors.
+/// A parsed scenario. If it has errors, the statements of those lines are missing.
 struct ParsedScenario {
     std::vector<Statement> statements;
     std::vector<ScenarioError> errors;  ///< In the order of the lines, at most one per line.
@@ -200,8 +201,8 @@ struct BusctlTarget {
     std::string application;  ///< Unique name; empty if no application is known.
 };
 /// Returns the command lines for a POSIX shell that do the same as action with busctl. For an
-/// expectation, they print the value that it checks. A failure contains the reason why there are
-/// none.
+/// expectation, they print the value that it checks. Fails with the reason if busctl cannot do the
+/// same.
 Result<std::vector<std::string>> BusctlLines(const Action& action, const BusctlTarget& target);
 
 /// A statement of the language, for help and completion.
@@ -213,8 +214,8 @@ struct StatementForm {
 /// All statements in the order of the manual.
 const std::vector<StatementForm>& StatementForms();
 
-/// Returns the syntax of the arguments of function on a command line: "ID [NAME]"; empty if it
-/// takes none.
+/// Returns the syntax of the arguments of function on a command line: "ID [NAME]". Empty for a
+/// function without arguments.
 const char* ArgumentForm(Function function);
 
 /// Converts the arguments of a call on a command line to items.

@@ -49,7 +49,8 @@ inline std::optional<Items> ItemsOf(const Result<Bytes>& reply) {
 /// Returns "200 ms" or "5 s".
 std::string DescribeTime(Duration duration);
 
-/// A middleware of a scenario, with what it has received and no statement has consumed.
+/// A middleware of a scenario, with the events and announcements that it has received and that no
+/// statement has consumed yet.
 struct ScenarioMiddleware {
     /// address may be empty for the system bus.
     ScenarioMiddleware(const std::string& name, const std::string& address,
@@ -94,9 +95,9 @@ public:
     bool errorExpected() const { return m_errorExpected; }
     /// Lets the acting middleware join the bus, unless it has joined.
     Outcome Join();
-    /// Does the same, and fails if no application is known.
+    /// Calls Join(), and fails if no application is known then.
     Outcome FindApplication();
-    /// Runs the main context until done returns true. Fails with this text after patience.
+    /// Runs the main context until done returns true. Fails with the text otherwise after patience.
     Outcome Await(const std::function<bool()>& done, Duration patience,
                   const std::string& otherwise);
 
