@@ -21,10 +21,12 @@ Exit Complain(const std::string& problem, Exit status);
 /// Prints text on standard output. Returns FAILED if it cannot be written.
 Exit Print(const std::string& text);
 
+/// Print, store or remove one setting.
 int GetSetting(const Arguments& given);
 int SetSetting(const Arguments& given);
 int UnsetSetting(const Arguments& given);
 
+/// Print, store or remove one factory item; SetRegion() stores the item that holds the region.
 int GetFactoryItem(const Arguments& given);
 int SetFactoryItem(const Arguments& given);
 int UnsetFactoryItem(const Arguments& given);
@@ -39,6 +41,7 @@ int ListKeys(const Arguments& given);
 /// Prints whether the menu shows the list's entry, and the values that decided it.
 int PrintVisible(const Arguments& given);
 
+/// Sends a launch request with extra data to an application.
 int Launch(const Arguments& given);
 
 }  // namespace applist::desktop

@@ -14,6 +14,7 @@
 /// mistyped key is an error and is not stored.
 namespace applist::desktop {
 
+/// A setting that can be written, with its type and range.
 struct KnownSetting {
     std::string key;
     /// A value of the setting's type; the value itself is not used.
@@ -25,6 +26,7 @@ struct KnownSetting {
     int32_t step = 1;
 };
 
+/// A region and its name on the command line.
 struct KnownRegion {
     const char* name;
     /// The value of the region's factory item.
@@ -33,7 +35,7 @@ struct KnownRegion {
 
 std::span<const KnownSetting> KnownSettings();
 std::span<const KnownRegion> KnownRegions();
-/// Returns "italy|brazil|..." with this separator.
+/// Returns the names of all regions, separated by separator: "italy|brazil|...".
 std::string RegionNames(const std::string& separator);
 
 /// Parse words of the command line. If a word is invalid, the problem says why.
@@ -57,7 +59,7 @@ Datum ReadDatum(const KnownSetting& setting);
 /// Reads the factory item that holds the region.
 Datum ReadRegionDatum();
 
-/// Returns the datum's name, type and value; null if the value cannot be read.
+/// Returns an object with the datum's name, type and value. The value is null if it cannot be read.
 tools::Json ObjectOf(const Datum& datum);
 
 /// Returns "true", "false" or the number.

@@ -68,6 +68,7 @@ struct Command {
     int (*run)(const Arguments& given) = nullptr;
 };
 
+/// The table of a program: what its command line accepts, and the texts of its help.
 struct Program {
     std::string name;
     std::string version;

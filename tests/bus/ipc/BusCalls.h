@@ -14,6 +14,7 @@
 /// passes them on to the bus library.
 namespace applist::test {
 
+/// The recorded calls, and the faults that a test sets.
 struct BusCalls {
     /// Only calls on this connection are recorded and altered.
     GDBusConnection* connection = nullptr;

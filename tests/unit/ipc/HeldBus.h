@@ -12,14 +12,16 @@
 
 /// A bus without processes or time, for tests that choose what arrives and when. A program that
 /// links HeldBus.cpp with the wrap options of its CMakeLists.txt uses this bus instead of the bus
-/// library. Nothing arrives by itself: the test calls Release() and Vanish().
+/// library. Nothing arrives by itself: the test calls Announce() and Vanish().
 namespace applist::test {
 
+/// Stands in for the bus library. Records the transport's watches, proxies, subscriptions and
+/// signals.
 class HeldBus {
 public:
     static constexpr const char* SELF = ":1.0";
 
-    /// Refuse the next name that the application requests, as if it had another owner.
+    /// Refuses the next name that the application requests, as if it had another owner.
     void RefuseNextName() { m_refuse = true; }
     bool refusesNextName() const { return m_refuse; }
 

@@ -14,6 +14,7 @@ class AppListRenderer;
 /// only record constructor arguments and deletions.
 namespace applist::test {
 
+/// The constructions and deletions of the object graph, in order.
 struct GraphJournal {
     std::vector<std::string> events;
     // The models created last.

@@ -25,6 +25,7 @@ constexpr uint8_t CONTROL_PRESENT = 2;
 constexpr uint8_t VISIBLE_ALL = 3;
 constexpr uint8_t VISIBLE_APPLICATIONS = 1;
 
+/// The name of an application in one language.
 struct ApplicationName {
     std::string language;  ///< Three bytes as sent, "ita"; may be malformed.
     std::string text;      ///< UTF-8.
@@ -50,8 +51,8 @@ struct ParentalRating {
     bool operator==(const ParentalRating&) const = default;
 };
 
-/// What a receiver decides by, in addition to control code and visibility. The list does not use
-/// it.
+/// Conditions by which a receiver offers an application, in addition to control code and
+/// visibility. The simulator's lists do not depend on them.
 struct ReceiverConditions {
     std::vector<ApplicationProfile> profiles{};  ///< In the order of the broadcast.
     std::optional<bool> serviceBound{};          ///< True if it ends with its service.
@@ -63,6 +64,7 @@ struct ReceiverConditions {
     bool operator==(const ReceiverConditions&) const = default;
 };
 
+/// An application of an Application Information Table.
 struct Application {
     uint32_t organisation = 0;
     uint16_t id = 0;

@@ -24,6 +24,7 @@ struct Scenario {
 /// Reads and parses a file. A failure has one line for each error: "FILE:LINE:COLUMN: message".
 Result<Scenario> LoadScenario(const std::string& file);
 
+/// Options of ScenarioRun.
 struct ScenarioOptions {
     std::string address;     ///< Address of the bus; empty for the system bus.
     bool keepGoing = false;  ///< Continues after a failure.
@@ -35,7 +36,8 @@ class ScenarioRun {
 public:
     ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenarios);
 
-    /// Runs the default main context to the end. Call only once.
+    /// Runs the scenarios on the default main context until all have ended. Returns the exit code
+    /// of the program. Call only once.
     ExitCode Run();
 
 private:

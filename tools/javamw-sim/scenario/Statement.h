@@ -98,10 +98,12 @@ struct Send {
 
 // --- waits and expectations; within: the timeout if absent ---
 
+/// Waits for this time.
 struct WaitFor {
     Duration duration{};
     Outcome Run(StatementRunner& runner) const;
 };
+/// Waits until an application is connected.
 struct WaitForConnection {
     bool connected = true;  ///< False waits for the disconnection.
     std::optional<Duration> within;
@@ -114,6 +116,7 @@ struct ExpectEvent {
     std::optional<Duration> within;
     Outcome Run(StatementRunner& runner) const;
 };
+/// Expects that no event is pending and that none arrives during this time.
 struct ExpectNoEvent {
     Duration duration{};
     Outcome Run(StatementRunner& runner) const;
@@ -136,10 +139,12 @@ struct ExpectList {
     std::vector<ItemPattern> items;
     Outcome Run(StatementRunner& runner) const;
 };
+/// Expects this number of items in the list.
 struct ExpectCount {
     size_t count = 0;
     Outcome Run(StatementRunner& runner) const;
 };
+/// Expects this item as the selection.
 struct ExpectSelection {
     std::optional<ItemPattern> item;  ///< Absent if no item must be selected.
     Outcome Run(StatementRunner& runner) const;

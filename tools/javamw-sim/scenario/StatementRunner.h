@@ -14,6 +14,7 @@
 
 namespace applist::sim {
 
+/// How a statement ended.
 enum class Verdict {
     Held,
     Failed,

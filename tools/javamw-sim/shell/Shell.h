@@ -17,14 +17,15 @@
 
 namespace applist::sim {
 
+/// Options of Shell.
 struct ShellOptions {
     std::string address;   ///< Address of the bus; empty for the system bus.
     bool offline = false;  ///< Joins the bus only when a statement needs it.
     bool json = false;
 };
 
-/// Runs statements line by line and prints events meanwhile. Continues after a failure for a
-/// person, and ends for input from a pipe.
+/// Runs statements line by line and prints the events that arrive. After a failed statement, it
+/// continues on a terminal and ends otherwise.
 class Shell {
 public:
     explicit Shell(ShellOptions options);
