@@ -33,7 +33,7 @@ import static java.nio.charset.StandardCharsets.UTF_8;
 public final class ExampleMiddleware {
     private static final String PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
     private static final String NAMES = "org.vantu.JavaMW.Applist";
-    /** Which announcement of the application is answered by which of the middleware. */
+    /** The middleware's answer to each announcement of the application. */
     private static final Map<String, String> ANSWERS = Map.of(NAMES + "_SERVICE_SYN", "_CLIENT_SYN_ACK",
             NAMES + "_SERVICE_SYN_ACK", "_CLIENT_ACK", NAMES + "_SERVICE_ACK", "");
     private static final int GET_SELECTION = 2001;
@@ -44,11 +44,11 @@ public final class ExampleMiddleware {
     /** How often an announcement is tried while another middleware owns the name. */
     private static final int ATTEMPTS = 20;
     private static final int CALL_TIMEOUT_MS = 25_000;
-    /** The application answers for up to 500 ms after event 3; a set that is busy is slower. */
+    /** The application answers calls for 500 ms after event 3. Longer, because a set may be busy. */
     private static final int CHOICE_TIMEOUT_MS = 2_000;
     private static final PrintStream OUT = new PrintStream(System.out, true, UTF_8);
 
-    /** Replace these by the applications of the broadcast. */
+    /** Replace these with the applications of the broadcast. */
     private static final List<Item> ITEMS = List.of(new Item("it.guide", "Guida TV"),
             new Item("it.news", "Notizie"), new Item("it.weather", "Meteo"));
 
@@ -67,13 +67,13 @@ public final class ExampleMiddleware {
     private ExampleMiddleware() throws DBusException {
         bus = DBusConnection.getConnection(DBusConnection.SYSTEM);
         bus.changeThreadCount((byte) 1);
-        // All subscriptions are in place before anything is announced.
+        // The subscriptions must exist before the first announcement, because the answer may arrive at once.
         bus.addSigHandler(DBus.NameOwnerChanged.class, change -> tasks.add(() -> onOwnerChange(change)));
         bus.addSigHandler(DbusCommunication.SendSignal.class, event -> tasks.add(() -> onEvent(event)));
         announce("_CLIENT_SYN", ATTEMPTS);
     }
 
-    /** Replace this by what starts an application of the broadcast. */
+    /** Replace the body with code that starts an application of the broadcast. */
     private static void startApplication(Item item) {
         OUT.println("start " + item.id + " " + item.name);
     }
@@ -97,7 +97,7 @@ public final class ExampleMiddleware {
     }
 
     private void onOwnerChange(DBus.NameOwnerChanged change) {
-        // The release of a name is the announcement. While connected, all are ignored.
+        // The release of a name is the announcement. Ignored while an application is connected.
         if (!change.new_owner.isEmpty()) {
             return;
         }
@@ -141,7 +141,7 @@ public final class ExampleMiddleware {
         }
     }
 
-    /** Event 4 is the proof of the connection. It may come again, but the list is filled once. */
+    /** Event 4 confirms the connection. It may be repeated, but the list is filled only once. */
     private void connected(String name) {
         application = name;
         if (filled.add(name)) {
@@ -170,7 +170,7 @@ public final class ExampleMiddleware {
         int event = latestEvent;
         Item last = selection;
         call(GET_SELECTION, List.of(), CHOICE_TIMEOUT_MS, reply -> {
-            // Without an answer now, the answer for the latest event 2 counts, if it has come.
+            // If this call fails, the answer to the GetSelection of the latest event 2 is used, if any.
             Item known = last != null || event != latestEvent ? last : selection;
             Item item = reply != null ? Item.unpack(reply) : known;
             if (item != null && !item.id.isEmpty()) {

@@ -14,14 +14,14 @@ PATH = "/org/vantu/javamw/CommunicationChannel/Applist"
 INTERFACE = "org.vantu.javamw.DbusCommunication"
 NAMES = "org.vantu.JavaMW.Applist"
 DAEMON = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
-# Which announcement of the application is answered by which of the middleware.
+# The middleware's answer to each announcement of the application.
 ANSWERS = {"_SERVICE_SYN": "_CLIENT_SYN_ACK", "_SERVICE_SYN_ACK": "_CLIENT_ACK", "_SERVICE_ACK": None}
 GET_SELECTION, ADD_ITEMS = 2001, 2004
 ITEM_SELECTED, ITEM_CLICKED, LOCAL_CREATED = 2, 3, 4
-# The application answers for up to 500 ms after event 3; a set that is busy is slower.
+# The application answers calls for 500 ms after event 3. The timeout is longer, because a set may be busy.
 CHOICE_TIMEOUT_MS = 2000
 
-# Replace these by the applications of the broadcast, as pairs of id and name.
+# Replace these with the applications of the broadcast, as pairs of id and name.
 ITEMS = [("it.guide", "Guida TV"), ("it.news", "Notizie"), ("it.weather", "Meteo")]
 
 
@@ -30,7 +30,7 @@ def say(text):
 
 
 def start_application(item_id, name):
-    """Replace this by what starts an application of the broadcast."""
+    """Replace the body with code that starts an application of the broadcast."""
     say(f"start {item_id} {name}")
 
 
@@ -58,7 +58,7 @@ class Middleware:
         self.filled = set()  # unique names whose list has been filled
         self.latest_event = 0  # counts events 2, so that late answers are recognised
         self.selection = None  # the answer to the GetSelection of the latest event 2, or None
-        # All subscriptions are in place before anything is announced.
+        # The subscriptions must exist before the first announcement, because the answer may arrive at once.
         for suffix in ANSWERS:
             self.subscribe_owner(NAMES + suffix, self.on_announcement)
         bus.signal_subscribe(None, INTERFACE, "SendSignal", PATH, None, Gio.DBusSignalFlags.NONE, self.on_event)
@@ -86,7 +86,7 @@ class Middleware:
         return GLib.SOURCE_REMOVE
 
     def on_announcement(self, name, old_owner, new_owner):
-        # The release of a name is the announcement. While connected, all are ignored.
+        # The release of a name is the announcement. Ignored while an application is connected.
         if not old_owner or new_owner or self.application:
             return
         if old_owner not in self.watched:
@@ -132,7 +132,7 @@ class Middleware:
             self.item_chosen()
 
     def connected(self, application):
-        """Event 4 is the proof of the connection. It may come again, but the list is filled once."""
+        """Event 4 confirms the connection. It may be repeated, but the list is filled only once."""
         self.application = application
         if application not in self.filled:
             self.filled.add(application)
@@ -156,7 +156,7 @@ class Middleware:
         event, last = self.latest_event, self.selection
 
         def start(reply):
-            # Without an answer now, the answer for the latest event 2 counts, if it has come.
+            # If this call fails, the answer to the GetSelection of the latest event 2 is used, if any.
             fallback = last or (self.selection if event == self.latest_event else None)
             item = unpack(reply)[0] if reply is not None else fallback
             if item and item[0]:

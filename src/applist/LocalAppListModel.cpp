@@ -241,7 +241,7 @@ void LocalAppListModel::CallAddItemAtEnd(std::istream& request, std::ostream& /*
     m_remoteItems.push_back(item);
 }
 
-// Only the viewer clicks. The middleware is told of a click, so it must not cause one.
+// Only the viewer clicks. The middleware receives the click as an event and must not cause one.
 void LocalAppListModel::CallSetClicked(std::istream& /*request*/, std::ostream& /*response*/) {
     LOG_DEBUG("Remote call: SetClicked. This function is not implemented");
 }

@@ -56,7 +56,8 @@ Evas_Object* PopupAround(const Evas_Object* list) {
     return around;
 }
 
-// The theme's object that draws the popup: the outermost layout inside it.
+// Returns the theme's object that draws the popup. It belongs to the outermost layout inside the
+// popup.
 Evas_Object* DrawingOfPopupAround(const Evas_Object* list) {
     Evas_Object* layout = nullptr;
     for (Evas_Object* around = elm_object_parent_widget_get(list); around != nullptr;

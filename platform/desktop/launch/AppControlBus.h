@@ -10,8 +10,8 @@ namespace applist::desktop {
 enum class BusLaunch {
     /// The application is running and the bus has queued the request for it.
     DELIVERED,
-    /// There is no session bus, the bus does not know the application id, or the bus did not reply
-    /// within a second. The caller should launch the program directly.
+    /// The session bus is missing, the bus does not know the application id, or the bus did not
+    /// reply within a second. The caller should launch the program directly.
     UNKNOWN,
     /// The bus knows the application but could not start it or deliver the request; logged.
     FAILED

@@ -12,7 +12,7 @@ using testing::IsEmpty;
 namespace applist::test {
 namespace {
 
-/// The local side of the model, over a model that records the calls.
+/// The calls that the views make, with an inner model that records what it receives.
 class LocalAppListModelOperations : public testing::Test {
 protected:
     LocalAppListModelOperations() {

@@ -6,7 +6,7 @@
 
 namespace applist::sim {
 
-// A fixed array is about a hundred times as fast as byte by byte.
+// A fixed array is about a hundred times as fast as a variant for each byte.
 GVariant* ToVariant(const Bytes& bytes) {
     return g_variant_new("(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(),
                                                             bytes.size(), sizeof(char)));

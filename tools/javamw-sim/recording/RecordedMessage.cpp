@@ -31,7 +31,7 @@ std::string DescribeItems(const Items& items) {
     return text;
 }
 
-// Returns the text after the word that names the kind of the payload.
+// Returns the end of a message's description: its items, or its size if it is not a list of items.
 std::string DescribePayload(const Bytes& payload) {
     const auto items = DecodeItems(payload);
     return items ? DescribeItems(*items)

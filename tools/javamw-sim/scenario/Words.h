@@ -75,7 +75,7 @@ public:
     Duration Time();
     /// Takes "512", "64k" or "16M", in bytes.
     size_t Size();
-    /// Takes "within T" if it is there.
+    /// Takes "within T" if it follows.
     std::optional<Duration> Within();
     Function TakeFunction();
     /// Takes an id with an optional name.

@@ -6,7 +6,7 @@ import org.freedesktop.dbus.DBusInterface;
 import org.freedesktop.dbus.DBusSignal;
 import org.freedesktop.dbus.exceptions.DBusException;
 
-/** The channel's interface; the bus library takes its name from this type's. */
+/** The channel's interface. The bus library takes its name from this package and type. */
 public interface DbusCommunication extends DBusInterface {
     byte[] Send(byte[] data);
 
