@@ -108,8 +108,8 @@ Option VersionOption();
 
 /// Runs the program: a command, or printing the help or the version. Options may appear anywhere;
 /// after "--" all words are arguments. A word like "-5" is an argument. words do not include the
-/// name of the program. Returns the exit status. If the first word is
-/// "--complete", prints the Candidates() for the other words; the completion scripts use this.
+/// name of the program. Returns the exit status. If the first word is "--complete", prints the
+/// Candidates() for the other words; the completion scripts use this.
 int RunProgram(const Program& program, std::vector<std::string> words);
 
 }  // namespace applist::tools

@@ -30,8 +30,8 @@ int OnMissingExtension(Display*, const char* name, const char* reason) {
 }
 
 // Disables toolkit modules that watch power and time zone: a popup does not need them, and they log
-// errors on a set without a system bus. Also disables the cache of desktop files, which a daemon
-// would build that outlives the program.
+// errors on a set without a system bus. Also disables the cache of desktop files, because the
+// daemon that builds it would outlive the program.
 void KeepOutHelpers() {
     setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
     efreet_cache_disable();

@@ -117,7 +117,8 @@ void ReplaceDefaultTheme(const std::string& theme) {
 }  // namespace applist::desktop
 
 // Replaces the library's function, because the dynamic linker resolves symbols from the program
-// first. The variable that moves the toolkit's folders would also move its configuration.
+// first. The environment variable for the toolkit's folders is not used instead, because it would
+// also move the toolkit's configuration.
 extern "C" __attribute__((visibility("default"))) Eina_File* eina_file_open(const char* name,
                                                                             Eina_Bool shared) {
     static auto* const replaced =

@@ -173,7 +173,7 @@ CAN_FAIL(Elm_Object_Item*, elm_genlist_item_append,
           const void* callData),
          (list, kind, data, parent, type, call, callData), nullptr)
 
-// The program's main runs inside RunMain.
+// Starts RunMain in place of the program's main, which RunMain then calls.
 extern "C" int __libc_start_main(Main* main, int argc, char** argv, void (*init)(), void (*fini)(),
                                  void (*end)(), void* stack) {
     g_main = main;

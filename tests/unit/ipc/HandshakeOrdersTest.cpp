@@ -264,7 +264,8 @@ std::vector<Event> AllEvents(size_t partners) {
     return events;
 }
 
-// Only what reaches the application matters to it, in this order.
+// Returns the order as a scenario for javamw-sim. Contains only the events that reach the
+// application.
 std::string ScenarioOf(const Order& order) {
     std::string text;
     for (const Event& event : order) {
@@ -287,7 +288,7 @@ std::string ScenarioOf(const Order& order) {
     return text;
 }
 
-/// Visits the states of this many partners that depth events reach.
+/// Visits every state that up to depth events reach with this number of partners.
 class Exploration {
 public:
     Exploration(size_t partners, size_t depth) : m_partners(partners), m_depth(depth) {}

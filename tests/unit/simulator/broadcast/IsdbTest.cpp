@@ -70,7 +70,7 @@ TEST(IsdbBroadcast, IsReadInTheCodingThatIsAskedFor) {
     EXPECT_EQ(OfferedItems(broadcast.snapshots.back(), {}).at(0).name, "Not\u00edcias");
 }
 
-// Boundary and permission, autostart priority, cache control, randomized latency.
+// The four tags are boundary and permission, autostart priority, cache control, randomized latency.
 TEST(IsdbBroadcast, MayCarryDescriptorsOfItsOwn) {
     TsApplication application{1, 7, 2, 3, {{"jpn", NEWS_IN_KANJI}}};
     for (const uint8_t tag : TsBytes{0x30, 0x31, 0x32, 0x33}) {

@@ -138,7 +138,7 @@ TEST(ApplicationCsv, HasAHeaderAndQuotesSpecialCharacters) {
               "http://a.example/i.html,,,,,,\r\n");
 }
 
-// What a receiver decides by.
+// An application with a value for every condition by which a receiver decides.
 Application WithConditions() {
     Application application = NEWS;
     application.conditions = {{{0, 1, 1, 1}, {2, 1, 5, 0}}, true,         1,
