@@ -27,6 +27,7 @@ std::unique_ptr<Life> Life::Start(const OnChange& onChange, std::string& problem
         problem = std::string("cannot connect to the system bus: ") + error->message;
         return nullptr;
     }
+    // The session reports a lost bus. By default the bus library would end the process by SIGTERM.
     g_dbus_connection_set_exit_on_close(connection.get(), FALSE);
     return std::unique_ptr<Life>(new Life(std::move(connection), onChange));
 }

@@ -110,6 +110,7 @@ void Session::Drive(const Step& step) {
             g_usleep(static_cast<gulong>(statement.seconds * G_USEC_PER_SEC));
             break;
         case Action::Die:
+            // Set first, because Changed() reports a closed connection as an error otherwise.
             m_reason = ReasonOf(statement);
             m_life->Disconnect();
             return EndLife();
@@ -152,6 +153,7 @@ void Session::Press(const Statement& statement) {
 void Session::Wait(double seconds) {
     m_time += seconds;
     if (m_life->EndAsked()) {
+        // The timers of an ending application do not run. Only the time until its end passes.
         m_leaveSecondsLeft -= seconds;
         if (m_leaveSecondsLeft <= 0) {
             EndLife();

@@ -26,6 +26,7 @@ VirtualEcore& TheEcore() {
 void VirtualEcore::Advance(double seconds) {
     m_now += seconds;
     while (HasTimer() && m_timer.due <= m_now) {
+        // Set before the call, because the function may reset or delete the timer.
         m_timer.due += m_timer.interval;
         if (m_timer.function(m_timer.data) == ECORE_CALLBACK_CANCEL) {
             m_timer = {};

@@ -66,6 +66,8 @@ BusLink::~BusLink() {
     m_applications.clear();
     m_registrations.clear();
     g_cancellable_cancel(m_cancellable.get());
+    // The callbacks of the cancelled calls use this object, so they must run before it is
+    // destroyed.
     while (m_pendingCalls > 0) {
         g_main_context_iteration(nullptr, TRUE);
     }
