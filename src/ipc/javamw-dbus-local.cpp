@@ -50,6 +50,13 @@ void PrintLine(const std::vector<char>& data) {
     std::cout.write(data.data(), std::ssize(data)) << '\n';
 }
 
+void Reply(GDBusMethodInvocation* invocation, const std::vector<char>& reply) {
+    GVariant* payload = applist::PayloadOf(reply);
+    // The function consumes a reference to the invocation.
+    g_object_ref(invocation);
+    g_dbus_method_invocation_return_value(invocation, payload);
+}
+
 void ReplyWithError(GDBusMethodInvocation* invocation, GDBusError code, const std::string& text) {
     // The function consumes a reference to the invocation.
     g_object_ref(invocation);
@@ -475,8 +482,8 @@ void JavaMWDbusLocal::OnMethodCall(const char* objectPath, GVariant* parameters,
         return true;
     });
     if (!handled) {
-        // Without a reply the caller would wait for its timeout.
-        ReplyWithError(invocation, G_DBUS_ERROR_NO_MEMORY, "The call failed");
+        // Empty, as for every failed call. Without a reply the caller would wait for its timeout.
+        Reply(invocation, {});
     }
 }
 
@@ -494,10 +501,7 @@ void JavaMWDbusLocal::Answer(GVariant* parameters, GDBusMethodInvocation* invoca
                        "The reply of " + std::to_string(reply.size()) + " bytes is too large");
         return;
     }
-    GVariant* payload = applist::PayloadOf(reply);
-    // The function consumes a reference to the invocation.
-    g_object_ref(invocation);
-    g_dbus_method_invocation_return_value(invocation, payload);
+    Reply(invocation, reply);
 }
 
 void JavaMWDbusLocal::cb_SignalCall(GDBusConnection* connection, const char* sender,
