@@ -129,6 +129,11 @@ ListFocus::~ListFocus() {
     DropFrame();
     Choose(nullptr);
     evas_object_smart_callback_del_full(m_window, "focused", OnWindowFocused, this);
+    // The toolkit deletes the rows after this. It may realise or focus another one while it does
+    // so.
+    evas_object_smart_callback_del_full(m_list, "realized", OnRealized, this);
+    evas_object_smart_callback_del_full(m_list, "item,focused", OnItemFocused, this);
+    evas_object_data_del(m_list, KEY);
 }
 
 void ListFocus::OnDeleted(void* focus, Evas*, Evas_Object*, void*) {
