@@ -13,6 +13,7 @@
 namespace applist::sim {
 namespace {
 
+// ETSI TS 102 809: the highest bit of the extension is the test flag, the rest is the type.
 constexpr uint16_t TEST_FLAG = 0x8000;
 
 std::string Hexadecimal(unsigned value, int digits) {
@@ -32,6 +33,7 @@ std::optional<ApplicationTable> ParseApplicationTable(ByteSpan section, TextCodi
     table.type = static_cast<uint16_t>(header->extension & ~TEST_FLAG);
     table.test = (header->extension & TEST_FLAG) != 0;
     ByteReader body(header->body);
+    // The common descriptors come first and apply to every application of the table.
     const ByteSpan common = body.TakeLoop();
     ByteReader loop(body.TakeLoop());
     while (loop.left() > 0) {
@@ -42,6 +44,7 @@ std::optional<ApplicationTable> ParseApplicationTable(ByteSpan section, TextCodi
         ReadApplicationDescriptors(common, loop.TakeLoop(), coding, application);
         table.applications.push_back(std::move(application));
     }
+    // A failed reader keeps failing, so one check covers all reads above.
     return body.failed() || loop.failed() ? std::nullopt : std::optional(std::move(table));
 }
 
@@ -53,6 +56,7 @@ std::string UniqueId(const Application& application) {
 }
 
 std::string ControlName(uint8_t controlCode) {
+    // Index 0 is empty because ETSI TS 102 809 assigns control codes from 1.
     constexpr std::array NAMES{"",         "AUTOSTART", "PRESENT",  "DESTROY",           "KILL",
                                "PREFETCH", "REMOTE",    "DISABLED", "PLAYBACK_AUTOSTART"};
     const bool known = controlCode > 0 && controlCode < NAMES.size();
@@ -97,6 +101,7 @@ constexpr uint8_t PARENTAL_RATING_DESCRIPTOR = 0x55;
 constexpr uint16_t CAROUSEL_PROTOCOL = 0x0001;
 constexpr uint16_t HTTP_PROTOCOL = 0x0003;
 constexpr uint8_t SERVICE_BOUND_FLAG = 0x80;
+// A profile has two bytes, and its version has three: major, minor and micro.
 constexpr size_t PROFILE_SIZE = 5;
 constexpr size_t LANGUAGE_SIZE = 3;
 constexpr size_t COUNTRY_SIZE = 3;
@@ -123,6 +128,7 @@ void ReadApplicationDescriptor(ByteReader reader, Application& application, Foun
     ByteReader profiles(reader.Take(reader.U8()));
     const uint8_t flags = reader.U8();
     const uint8_t priority = reader.U8();
+    // A descriptor that is too short counts as absent, so nothing is stored before this check.
     if (!reader.failed()) {
         application.visibility = flags >> 5U & 3U;
         application.priority = priority;
@@ -131,6 +137,7 @@ void ReadApplicationDescriptor(ByteReader reader, Application& application, Foun
             application.conditions.profiles.push_back(
                 {profiles.U16(), profiles.U8(), profiles.U8(), profiles.U8()});
         }
+        // ETSI TS 102 809: the labels fill the rest of the descriptor and have no length field.
         const ByteSpan labels = reader.Take(reader.left());
         found.labels.assign(labels.begin(), labels.end());
     }
@@ -150,6 +157,7 @@ void ReadTransport(ByteReader reader, Found& found) {
     Transport transport;
     transport.protocol = reader.U16();
     transport.label = reader.U8();
+    // Only HTTP has an address. The selector bytes of other protocols are not needed for a list.
     if (transport.protocol == HTTP_PROTOCOL) {
         transport.urlBase = Text(reader.Take(reader.U8()));
     }
@@ -162,6 +170,7 @@ void ReadJavaLocation(ByteReader reader, Found& found) {
     std::string path = Text(reader.Take(reader.U8()));
     reader.Take(reader.U8());  // where other classes are
     if (!reader.failed()) {
+        // A base directory may or may not end in a slash, and the class name follows it.
         if (!path.ends_with('/')) {
             path += '/';
         }
@@ -187,6 +196,7 @@ void ReadBoundaries(ByteReader reader, ReceiverConditions& conditions) {
 }
 
 void ReadRatings(ByteReader reader, ReceiverConditions& conditions) {
+    // Each entry is a country and one more byte, the rating. A truncated entry is ignored.
     while (reader.left() > COUNTRY_SIZE) {
         std::string country = Text(reader.Take(COUNTRY_SIZE));
         conditions.ratings.push_back({std::move(country), reader.U8()});
@@ -284,9 +294,12 @@ std::string Joined(const std::string& base, const std::string& path) {
 void ReadApplicationDescriptors(ByteSpan common, ByteSpan own, TextCoding coding,
                                 Application& application) {
     Found found;
+    // Transports with the same label may occur in both loops. The first match is used, so the
+    // application's own transports precede the common ones.
     ReadTransports(own, found);
     ReadTransports(common, found);
     ReadOwn(own, coding, application, found);
+    // The application's own loop is read last, so that its usage replaces the common one.
     ReadConditions(common, application.conditions);
     ReadConditions(own, application.conditions);
     application.conditions.transports = ProtocolNames(found);

@@ -46,6 +46,7 @@ std::string Reason(xmlParserCtxt* context) {
         return "not well-formed XML";
     }
     std::string message = error->message;
+    // libxml2 ends its messages with a line feed.
     message.erase(message.find_last_not_of('\n') + 1);
     return "line " + std::to_string(error->line) + ": " + message;
 }
@@ -58,7 +59,10 @@ Result<Document> Parse(ByteSpan bytes) {
     if (!context) {
         return Result<Document>::Failure("out of memory");
     }
+    // This callback runs at the document type declaration, before any entity is expanded.
     context->sax->internalSubset = &RefuseDocumentType;
+    // The file is untrusted, so the parser must not use the network. Reason() reads errors from the
+    // context, so the parser must not print them. The size check makes the cast to int safe.
     Document document(xmlCtxtReadMemory(context.get(), reinterpret_cast<const char*>(bytes.data()),
                                         static_cast<int>(bytes.size()), nullptr, nullptr,
                                         XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
@@ -84,6 +88,7 @@ std::string Content(const xmlNode* node) {
     if (node == nullptr) {
         return {};
     }
+    // The caller owns the text that libxml2 returns here.
     xmlChar* raw = xmlNodeGetContent(node);
     std::string text = Text(raw);
     xmlFree(raw);
@@ -107,6 +112,7 @@ std::optional<uint8_t> PlaceOf(const std::string& word,
 }
 
 uint8_t ReadControl(const xmlNode* descriptor) {
+    // The index of a word is the control code of the binary table.
     constexpr std::array<const char*, 9> CODES{"",        "AUTOSTART", "PRESENT",
                                                "DESTROY", "KILL",      "PREFETCH",
                                                "REMOTE",  "DISABLED",  "PLAYBACK_AUTOSTART"};
@@ -114,6 +120,7 @@ uint8_t ReadControl(const xmlNode* descriptor) {
 }
 
 uint8_t ReadVisibility(const xmlNode* descriptor) {
+    // The index of a word is the two-bit visibility of the binary table, where 2 is reserved.
     constexpr std::array<const char*, 4> VALUES{"NOT_VISIBLE_ALL", "NOT_VISIBLE_USERS", "",
                                                 "VISIBLE_ALL"};
     return PlaceOf(ChildContent(descriptor, "visibility"), VALUES).value_or(0);
@@ -126,6 +133,7 @@ uint16_t ReadType(const xmlNode* descriptor) {
         return dvb == "DVB-J" ? 1 : dvb == "DVB-HTML" ? 2 : 0;
     }
     const std::string other = ChildContent(type, "OtherApp");
+    // The media type may be followed by parameters.
     return other.starts_with("application/vnd.hbbtv.xhtml+xml") ? 0x0010 : 0;
 }
 
@@ -151,6 +159,7 @@ ReceiverConditions ReadConditions(const xmlNode* node, const xmlNode* descriptor
     }
     if (const xmlNode* version = Child(descriptor, "mhpVersion")) {
         const auto part = [version](const char* name) {
+            // The schema of ETSI TS 102 809 encodes these fields in hexadecimal.
             return ParseNumber<uint8_t>(ChildContent(version, name), 16).value_or(0);
         };
         conditions.profiles.push_back(
@@ -172,8 +181,10 @@ ReceiverConditions ReadConditions(const xmlNode* node, const xmlNode* descriptor
 
 std::optional<Application> ReadApplication(const xmlNode* node) {
     const xmlNode* identifier = Child(node, "applicationIdentifier");
+    // Unlike the profile and the priority, the two identifiers are decimal.
     const auto organisation = ParseNumber<uint32_t>(ChildContent(identifier, "orgId"), 10);
     const auto id = ParseNumber<uint16_t>(ChildContent(identifier, "appId"), 10);
+    // An application without both identifiers cannot be addressed in a list.
     if (!organisation || !id) {
         return std::nullopt;
     }
@@ -229,6 +240,7 @@ Result<Broadcast> ReadApplicationXml(ByteSpan bytes) {
             ReadElement(node, tables, broadcast.damage);
         }
     }
+    // XML does not name a service, so all tables belong to one service without an id.
     BroadcastService service;
     for (auto& [type, table] : tables) {
         service.tables.push_back(std::make_shared<const ApplicationTable>(std::move(table)));

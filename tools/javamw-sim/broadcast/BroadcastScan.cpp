@@ -40,6 +40,8 @@ void FindMaps(ByteSpan stream, Places& places, Damage& uncounted) {
             for (const ProgramReference& program : version.programs()) {
                 places.maps.insert(program.pid);
             }
+            // Only the first usable PAT is kept, because the last pass replays the later ones in
+            // order.
             if (places.first.programs().empty()) {
                 places.first = version;
             }
@@ -58,6 +60,7 @@ void FindApplications(ByteSpan stream, Places& places, Damage& uncounted) {
                 places.applications.insert(map.applicationPids.begin(), map.applicationPids.end());
                 places.isdb = places.isdb || map.isdb;
             }
+            // A map that replaces another takes effect only when the last pass reaches it.
             if (!table.replaces) {
                 places.first.TakeMap(table, uncounted);
             }
@@ -89,6 +92,7 @@ public:
     }
 
     void Push(ByteSpan packet) {
+        // The clock goes first, so that a table in this packet gets the time of this packet.
         m_clock.Push(packet);
         m_tables.Push(packet);
     }
@@ -170,6 +174,7 @@ Broadcast ScanBroadcast(ByteSpan stream, std::optional<TextCoding> coding) {
     FindMaps(stream, places, uncounted);
     FindApplications(stream, places, uncounted);
     Broadcast broadcast;
+    // The option of the caller has priority over the coding that the maps imply.
     const TextCoding texts = coding.value_or(places.isdb ? TextCoding::Isdb : TextCoding::Dvb);
     Scan scan(places, texts, broadcast.damage);
     PacketReader packets(stream, broadcast.damage);
@@ -177,6 +182,7 @@ Broadcast ScanBroadcast(ByteSpan stream, std::optional<TextCoding> coding) {
         scan.Push(*packet);
     }
     broadcast.snapshots = scan.Finish();
+    // Names are set at the end because a service description may follow the tables that need it.
     NameServices(broadcast, scan.state().names(), texts);
     return broadcast;
 }

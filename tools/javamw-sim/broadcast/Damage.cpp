@@ -7,6 +7,7 @@
 namespace applist::sim {
 namespace {
 
+// A pointer to a member lets one loop print every counter of Damage.
 struct Kind {
     const char* name;
     size_t Damage::*count;

@@ -11,6 +11,8 @@ namespace {
 
 constexpr size_t TIMED_STRIDE = 192;
 constexpr size_t TIME_STAMP_SIZE = 4;
+// ISO/IEC 13818-1 packets have 188 bytes. Recorders prepend a time stamp of 4 bytes, and DVB
+// transmission appends 16 bytes of Reed-Solomon parity.
 constexpr std::array STRIDES{PACKET_SIZE, TIMED_STRIDE, size_t{204}};
 // A few hundred packets suffice to detect the format.
 constexpr size_t SAMPLE_SIZE = 65536;
@@ -21,6 +23,7 @@ double Regularity(ByteSpan sample, size_t stride) {
     for (size_t position = 0; position < sample.size(); ++position) {
         found[position % stride] += sample[position] == SYNC_BYTE ? 1 : 0;
     }
+    // The offset is unknown because a recording may begin inside a packet.
     const size_t best = *std::max_element(found.begin(), found.end());
     return std::min(1.0, static_cast<double>(best * stride) / static_cast<double>(sample.size()));
 }
@@ -37,6 +40,7 @@ PacketFormat DetectPacketFormat(ByteSpan stream) {
     double best = 0;
     for (const size_t stride : STRIDES) {
         const double regularity = Regularity(sample, stride);
+        // The shorter stride is kept if two are equally regular.
         if (regularity > best) {
             best = regularity;
             format.stride = stride;
@@ -70,6 +74,8 @@ std::optional<ByteSpan> PacketReader::Next() {
         if ((packet[1] & TRANSPORT_ERROR) == 0) {
             return packet;
         }
+        // The receiver has set the transport error indicator, so no field of the packet is
+        // reliable.
         ++m_damage.markedPackets;
     }
     return std::nullopt;
@@ -103,6 +109,7 @@ bool PacketReader::FindSync() {
     if (m_position + PACKET_SIZE <= m_stream.size()) {
         return true;
     }
+    // The recording ends inside a packet. The rest is counted once and not searched again.
     if (m_position < m_stream.size()) {
         ++m_damage.lostSync;
         m_position = m_stream.size();

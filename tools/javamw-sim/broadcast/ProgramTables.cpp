@@ -7,6 +7,7 @@
 namespace applist::sim {
 namespace {
 
+// Stream type of ISO/IEC 13818-1, and descriptor tags of ETSI TS 102 809 and ETSI EN 300 468.
 constexpr uint8_t PRIVATE_SECTIONS = 0x05;
 constexpr uint8_t SIGNALLING_DESCRIPTOR = 0x6F;
 constexpr uint8_t DATA_COMPONENT_DESCRIPTOR = 0xFD;  // of ARIB STD-B10
@@ -21,6 +22,7 @@ std::optional<TableSection> ParseTableSection(ByteSpan section) {
     ByteReader reader(section);
     TableSection table;
     table.tableId = reader.U8();
+    // Only sections in the long form have a version, section numbers and a CRC.
     const uint16_t flagsAndLength = reader.U16();
     if ((flagsAndLength & LONG_FORM) == 0 || (flagsAndLength & 0x0FFFU) != reader.left()) {
         return std::nullopt;
@@ -48,6 +50,7 @@ std::optional<std::vector<ProgramReference>> ParseProgramAssociation(ByteSpan se
     while (reader.left() > 0) {
         const uint16_t number = reader.U16();
         const auto pid = static_cast<uint16_t>(reader.U16() & PID_MASK);
+        // Program number 0 refers to the network information table, which is not a service.
         if (number != 0 && !reader.failed()) {
             programs.push_back({number, pid});
         }
@@ -98,6 +101,7 @@ std::optional<ProgramMap> ParseProgramMap(ByteSpan section) {
     map.number = table->extension;
     ByteReader reader(table->body);
     reader.U16();  // the clock's PID
+    // The descriptors of the whole service are skipped. Those of each stream identify its kind.
     reader.TakeLoop();
     while (reader.left() > 0) {
         const uint8_t streamType = reader.U8();

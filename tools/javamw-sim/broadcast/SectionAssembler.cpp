@@ -16,6 +16,7 @@
 namespace applist::sim {
 namespace {
 
+// ISO/IEC 13818-1 limits a private section to 4096 bytes.
 constexpr int SECTION_MAX_SIZE = 4096;
 constexpr size_t LENGTH_FIELD_END = 3;
 constexpr size_t HEADER_SIZE = 4;
@@ -36,6 +37,7 @@ bool LengthsFit(ByteSpan packet) {
     if (payload >= PACKET_SIZE) {
         return false;
     }
+    // The first byte of such a payload is a pointer to the start of the section.
     return (packet[1] & BEGINS_SECTION) == 0 || payload + 1U + packet[payload] < PACKET_SIZE;
 }
 
@@ -65,6 +67,7 @@ struct SectionAssembler::Library {
     }
     static void OnSection(dvbpsi_t* handle, dvbpsi_psi_section_t* section) noexcept {
         Owner(handle).m_handler(ByteSpan(section->p_data, LENGTH_FIELD_END + section->i_length));
+        // The callback owns the section, so the handler may use its bytes only during the call.
         dvbpsi_DeletePSISections(section);
     }
     // The library reports errors only as text.
@@ -99,6 +102,7 @@ void SectionAssembler::Push(ByteSpan packet) {
         ++m_damage.malformedPackets;
         return;
     }
+    // The library takes a pointer to non-const bytes, and the stream is read-only.
     std::array<uint8_t, PACKET_SIZE> copy{};
     std::copy(packet.begin(), packet.end(), copy.begin());
     dvbpsi_packet_push(m_library->handle, copy.data());

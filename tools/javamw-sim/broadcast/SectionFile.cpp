@@ -18,6 +18,7 @@ namespace {
 constexpr size_t HEADER_SIZE = 3;
 constexpr uint8_t LONG_FORM = 0x80;
 constexpr size_t CRC_SIZE = 4;
+// ISO/IEC 13818-1 fills unused bytes with 0xFF, which is never a table id.
 constexpr uint8_t STUFFING = 0xFF;
 
 // Returns the size of the section that begins here, or 0 if it is not complete.
@@ -36,6 +37,8 @@ bool HasCrc(ByteSpan section) {
 // The library does not modify the bytes, although its parameter is not const.
 bool CrcIsRight(ByteSpan section) {
     auto* data = const_cast<uint8_t*>(section.data());
+    // The view lives on the stack and borrows the bytes. Only the fields that the check reads are
+    // set.
     dvbpsi_psi_section_t view{};
     view.b_syntax_indicator = true;
     view.i_table_id = section[0];
@@ -85,6 +88,7 @@ private:
         }
     }
 
+    // Requires a valid CRC as well, because the table id alone is frequent in data.
     void Search() {
         do {
             m_left = m_left.subspan(1);
@@ -129,6 +133,7 @@ Broadcast ScanSections(ByteSpan file, TextCoding coding) {
     Timeline timeline([&] { return state.Services(); }, broadcast.damage);
     SubTableCollector collector;
     const auto take = [&](const SubTable& table) {
+        // A file of sections does not contain a clock.
         timeline.Change(table.replaces, std::nullopt,
                         [&] { state.Take(table, coding, broadcast.damage); });
     };
@@ -143,6 +148,7 @@ Broadcast ScanSections(ByteSpan file, TextCoding coding) {
             }
         }
     }
+    // A short file may lack sections. A part of a table is more useful than none.
     for (const SubTable& table : collector.Incomplete()) {
         if (!table.sections.empty()) {
             ++broadcast.damage.incompleteTables;

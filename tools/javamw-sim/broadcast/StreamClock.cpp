@@ -10,6 +10,7 @@ namespace {
 constexpr uint8_t HAS_ADAPTATION = 0x20;
 constexpr uint8_t HAS_REFERENCE = 0x10;
 constexpr uint8_t SIZE_WITH_REFERENCE = 7;
+// ISO/IEC 13818-1: the base of a program clock reference has 33 bits and runs at 90 kHz.
 constexpr uint64_t TICKS_PER_SECOND = 90000;
 constexpr uint64_t TICKS_MASK = (uint64_t{1} << 33U) - 1;
 // References are at most 100 ms apart. A much larger difference is a jump of the clock.
@@ -29,6 +30,7 @@ std::optional<uint64_t> Reference(ByteSpan packet) {
 
 void StreamClock::Push(ByteSpan packet) {
     const uint16_t pid = PacketPid(packet);
+    // Services may have unrelated clocks, so only the first PID with a reference is used.
     if (m_pid && *m_pid != pid) {
         return;
     }
@@ -36,6 +38,7 @@ void StreamClock::Push(ByteSpan packet) {
     if (!reference) {
         return;
     }
+    // The mask makes the difference correct when the counter wraps around.
     const uint64_t step = (*reference - m_last) & TICKS_MASK;
     if (m_pid && step <= LONGEST_STEP) {
         m_ticks += step;

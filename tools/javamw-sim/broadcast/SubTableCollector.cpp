@@ -5,14 +5,17 @@
 namespace applist::sim {
 
 std::optional<SubTable> SubTableCollector::Add(const TableSection& section, ByteSpan bytes) {
+    // A section that is not current announces a version that does not apply yet.
     if (!section.current) {
         return std::nullopt;
     }
     const Key key(section.tableId, section.extension);
     Collection& collection = m_collections[key];
+    // Broadcasts repeat every table continuously. A repetition contains nothing new.
     if (section.version == collection.complete) {
         return std::nullopt;
     }
+    // Sections of different versions must not be mixed in one table.
     if (section.version != collection.collecting) {
         collection.collecting = section.version;
         collection.sections.clear();
@@ -31,6 +34,7 @@ std::optional<SubTable> SubTableCollector::Add(const TableSection& section, Byte
 std::vector<SubTable> SubTableCollector::Incomplete() const {
     std::vector<SubTable> tables;
     for (const auto& [key, collection] : m_collections) {
+        // An incomplete update is left out, because a complete earlier version was delivered.
         if (collection.complete < 0) {
             tables.push_back(Assemble(key, collection));
         }

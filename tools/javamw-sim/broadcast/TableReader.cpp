@@ -14,6 +14,7 @@ TableReader::TableReader(Handler handler, Damage& damage)
 void TableReader::Want(uint16_t pid, uint8_t tableId) {
     Pid& wanted = m_pids[pid];
     wanted.tableIds.insert(tableId);
+    // One PID may carry several tables, which share one assembler.
     if (!wanted.assembler) {
         wanted.assembler = std::make_unique<SectionAssembler>(
             [this, pid](ByteSpan section) { OnSection(pid, section); }, m_damage);
@@ -29,6 +30,7 @@ void TableReader::Push(ByteSpan packet) {
 
 void TableReader::OnSection(uint16_t number, ByteSpan section) {
     Pid& pid = m_pids.at(number);
+    // A PID may carry other tables too, which are not damage.
     if (section.empty() || pid.tableIds.count(section[0]) == 0) {
         return;
     }
@@ -44,6 +46,7 @@ void TableReader::OnSection(uint16_t number, ByteSpan section) {
 
 void TableReader::Finish() {
     for (const auto& [number, pid] : m_pids) {
+        // A short recording may lack sections. A part of a table is more useful than none.
         for (const SubTable& table : pid.collector.Incomplete()) {
             if (!table.sections.empty()) {
                 ++m_damage.incompleteTables;

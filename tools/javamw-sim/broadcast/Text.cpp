@@ -13,6 +13,7 @@
 namespace applist::sim {
 namespace {
 
+// Names that iconv uses for the tables of ETSI EN 300 468, annex A, and for LATIN_9 of ISDB.
 constexpr const char* UCS_2 = "UCS-2BE";
 constexpr const char* UTF_8 = "UTF-8";
 constexpr const char* ISO_6937 = "ISO_6937";
@@ -32,6 +33,7 @@ struct Table {
 };
 
 std::string Iso8859(unsigned part) {
+    // ISO/IEC 8859 does not have a part 12.
     const bool exists = part >= 1 && part <= 15 && part != 12;
     return exists ? "ISO-8859-" + std::to_string(part) : std::string();
 }
@@ -51,11 +53,13 @@ std::string TableName(uint8_t selector, ByteReader& rest) {
         case 0x15:
             return UTF_8;
         default:
+            // Selectors 0x01 to 0x0B stand for the parts 5 to 15.
             return selector >= 0x01 && selector <= 0x0B ? Iso8859(selector + 4U) : std::string();
     }
 }
 
 Table ChooseTable(ByteSpan text) {
+    // ETSI EN 300 468: a text without a selector byte uses the default table.
     if (text.empty() || text[0] >= FIRST_CHARACTER) {
         return {ISO_6937, text};
     }
@@ -98,6 +102,7 @@ public:
     /// Appends the valid beginning of text as UTF-8 and returns the rest.
     ByteSpan Convert(ByteSpan text, std::string& output) {
         std::array<char, 1024> piece{};
+        // iconv does not modify its input, although its parameter is not const.
         auto* input = reinterpret_cast<char*>(const_cast<uint8_t*>(text.data()));
         size_t left = text.size();
         bool full = true;
@@ -168,8 +173,10 @@ std::string WithoutControlCharacters(const std::string& utf8) {
 std::string Convert(Converter& converter, const std::string& table, ByteSpan text) {
     std::string utf8;
     while (!(text = converter.Convert(text, utf8)).empty()) {
+        // ETSI EN 300 468 adds the euro sign to ISO/IEC 6937, and iconv does not know it.
         const bool euro = table == ISO_6937 && text[0] == EURO_IN_ISO_6937;
         utf8 += euro ? EURO_SIGN : REPLACEMENT;
+        // Skips a whole character, so that two-byte text stays aligned.
         const size_t unit = table == UCS_2 ? 2 : 1;
         text = text.subspan(std::min(unit, text.size()));
     }
@@ -184,6 +191,8 @@ std::optional<std::string> Decode(const Table& table) {
     if (!converter.usable()) {
         return std::nullopt;
     }
+    // In these two tables a byte in the range of control codes may be part of a character, so
+    // control codes are removed after the conversion.
     if (table.name == UCS_2 || table.name == UTF_8) {
         return WithoutControlCharacters(Convert(converter, table.name, table.text));
     }
@@ -240,6 +249,7 @@ std::optional<std::string> DecodeAribText(ByteSpan text) {
     const size_t size = arib_decode_buffer(decoder, text.data(), text.size(), utf8.data(),
                                            utf8.size() - ROOM_FOR_ZERO);
     arib_finalize_decoder(decoder);
+    // The size that the library reports is not trusted beyond the buffer.
     utf8.resize(std::min(size, utf8.size()));
     std::erase_if(utf8, [](char byte) { return static_cast<unsigned char>(byte) < 0x20; });
     return utf8;

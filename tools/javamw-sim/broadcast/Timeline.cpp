@@ -8,6 +8,7 @@
 namespace applist::sim {
 namespace {
 
+// ETSI TS 102 809, 5.3.4: every table must have been repeated within this period.
 constexpr double FIRST_MOMENT_S = 10;
 // Far more than any real recording; beyond it the stream is assumed to be hostile.
 constexpr size_t MAX_MOMENTS = 1000;
@@ -15,6 +16,7 @@ constexpr size_t MAX_MOMENTS = 1000;
 bool SameTables(const BroadcastService& one, const BroadcastService& other) {
     return std::equal(one.tables.begin(), one.tables.end(), other.tables.begin(),
                       other.tables.end(),
+                      // Equal pointers spare the comparison of the contents.
                       [](const auto& a, const auto& b) { return a == b || *a == *b; });
 }
 
@@ -36,6 +38,7 @@ void Timeline::Change(bool replaces, std::optional<double> seconds,
         m_start = seconds;
     }
     const bool late = seconds && *seconds - *m_start > FIRST_MOMENT_S;
+    // The first snapshot must be recorded before the change modifies the state.
     if (replaces || late) {
         EndFirstSnapshot();
     }

@@ -16,6 +16,8 @@ ApplicationTable JoinApplicationSections(const SubTable& table, TextCoding codin
     ApplicationTable joined;
     for (const auto& section : table.sections) {
         if (auto part = ParseApplicationTable(section, coding)) {
+            // Earlier sections go in front, so that the applications keep the order of the
+            // broadcast.
             part->applications.insert(part->applications.begin(), joined.applications.begin(),
                                       joined.applications.end());
             joined = std::move(*part);
@@ -27,6 +29,7 @@ ApplicationTable JoinApplicationSections(const SubTable& table, TextCoding codin
 }
 
 void TransportState::TakeAssociation(const SubTable& table, Damage& damage) {
+    // A PAT lists all programs, so a program that it does not name has ended.
     m_programs.clear();
     for (const auto& section : table.sections) {
         const auto part = ParseProgramAssociation(section);
@@ -73,10 +76,13 @@ std::vector<BroadcastService> TransportState::Services() const {
         BroadcastService& service = services.emplace_back();
         service.id = program.number;
         const auto map = m_maps.find(program.number);
+        // A service without a map is listed too, without tables.
         if (map == m_maps.end()) {
             continue;
         }
         for (const uint16_t pid : map->second.applicationPids) {
+            // One PID may carry a table for each type, so the range covers every extension of the
+            // PID.
             const auto end = m_tables.upper_bound({pid, std::numeric_limits<uint16_t>::max()});
             for (auto table = m_tables.lower_bound({pid, 0}); table != end; ++table) {
                 service.tables.push_back(table->second);

@@ -22,6 +22,7 @@ std::vector<ApplicationName> NamesByLanguage(const Application& application) {
         const bool known = std::any_of(names.begin(), names.end(), [&](const auto& other) {
             return other.language == name.language;
         });
+        // The first name of each language is used if the broadcast repeats a language.
         if (!known) {
             names.push_back(std::move(name));
         }
@@ -44,6 +45,7 @@ ListedApplication Describe(const BroadcastService& service, const ApplicationTab
     listed.names = NamesByLanguage(application);
     listed.location = ValidUtf8(application.location);
     listed.conditions = application.conditions;
+    // Bytes from the broadcast may be invalid, and the output must be UTF-8.
     for (std::string& boundary : listed.conditions.boundaries) {
         boundary = ValidUtf8(boundary);
     }
@@ -81,6 +83,8 @@ std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
                 for (const Application& application : table->applications) {
                     auto listed = Describe(service, *table, application, filter.languages);
                     const Key key{service.id, listed.organisation, listed.id};
+                    // A later snapshot replaces the description, and the application keeps its
+                    // place in the list.
                     const auto [place, isNew] = places.try_emplace(key, list.size());
                     if (isNew) {
                         list.push_back(std::move(listed));
@@ -91,6 +95,7 @@ std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
             }
         }
     }
+    // A recording may contain applications that its last tables have withdrawn.
     const std::set<Key> last = KeysOf(broadcast.snapshots.back());
     for (ListedApplication& listed : list) {
         if (last.count({listed.service, listed.organisation, listed.id}) == 0) {

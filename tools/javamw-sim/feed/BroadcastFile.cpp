@@ -38,6 +38,7 @@ bool BeginsAsXml(std::string_view content) {
 }
 
 Kind KindOf(const std::string& file, std::string_view content, ByteSpan bytes) {
+    // The suffix decides first, so that a damaged section file is still read as sections.
     if (EndsWith(file, ".sec") || BeginsWithSection(bytes)) {
         return Kind::Sections;
     }
@@ -49,6 +50,7 @@ Result<Broadcast> Read(const std::string& file, std::string_view content,
     const ByteSpan bytes(reinterpret_cast<const uint8_t*>(content.data()), content.size());
     switch (KindOf(file, content, bytes)) {
         case Kind::Sections:
+            // Sections alone do not contain the map that would reveal ISDB, so DVB is the default.
             return ScanSections(bytes, coding.value_or(TextCoding::Dvb));
         case Kind::Xml:
             return ReadApplicationXml(bytes);
@@ -74,6 +76,7 @@ Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextC
         return Result<Broadcast>::Failure(file + ": " + broadcast.error());
     }
     if (std::none_of(broadcast->snapshots.begin(), broadcast->snapshots.end(), HasServices)) {
+        // The damage may explain why nothing was found, so it is part of the error.
         const std::string damage = DamageRemark(file, broadcast->damage);
         return Result<Broadcast>::Failure(file + ": " + NO_BROADCAST +
                                           (damage.empty() ? "" : "\n" + damage));

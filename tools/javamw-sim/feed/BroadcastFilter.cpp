@@ -51,9 +51,12 @@ public:
         if (name.empty()) {
             name = id;
         }
+        // Several services may offer the same application, which is shown once.
         if (!m_known.insert({id, name}).second) {
             return;
         }
+        // The id is known with another name. The service makes it unique, because ids must be
+        // unique in a list.
         if (!m_ids.insert(id).second) {
             id += '@' + std::to_string(service.id.value_or(0));
             if (!m_ids.insert(id).second) {
@@ -66,6 +69,7 @@ public:
     Items Take() {
         std::map<std::string, size_t> uses;
         std::set<std::string> names;
+        // All names are collected first, because a numbered name may equal a name that was sent.
         for (const Item& item : m_items) {
             names.insert(item.name);
         }

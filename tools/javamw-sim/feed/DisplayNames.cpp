@@ -47,6 +47,7 @@ std::vector<std::string> LanguageCodes(std::string_view language) {
             return codes;
         }
     }
+    // A code that is not in the table can still match the same code in a broadcast.
     return {std::string(language)};
 }
 
@@ -76,6 +77,7 @@ std::vector<std::string> LocaleLanguages() {
     std::vector<std::string> languages;
     for (const char* const* name = g_get_language_names(); *name != nullptr; ++name) {
         const std::string code = CodeOf(*name);
+        // "C" and "POSIX" are locales without a language.
         if (code.size() > 1 && code != "posix" &&
             std::find(languages.begin(), languages.end(), code) == languages.end()) {
             languages.push_back(code);
@@ -105,6 +107,7 @@ std::string PreferredName(const std::vector<ApplicationName>& names,
             }
         }
     }
+    // A name in another language is better than none.
     const auto readable = std::find_if(
         names.begin(), names.end(), [](const ApplicationName& name) { return !name.text.empty(); });
     return readable != names.end() ? readable->text : std::string();

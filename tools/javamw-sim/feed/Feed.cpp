@@ -19,6 +19,7 @@ public:
     /// Returns an empty string on success, otherwise the error of the line.
     std::string Read(std::string_view line) {
         ++m_line;
+        // Accepts files with the line ends of Windows.
         if (line.ends_with('\r')) {
             line.remove_suffix(1);
         }
@@ -73,6 +74,7 @@ Result<Items> ParseItemText(std::string_view text) {
 
 namespace {
 
+// Used for XML and sections, which do not contain a clock.
 constexpr double STEP_WITHOUT_CLOCK_S = 1;
 
 double SecondsBetween(const Snapshot& earlier, const Snapshot& later) {
@@ -126,6 +128,7 @@ Result<Feed> TextFeed(const std::string& file) {
     }
     auto items = ParseItemText(text->content());
     if (!items) {
+        // The error begins with the line number, so the text is "file:line: reason".
         return Result<Feed>::Failure(file + ":" + items.error());
     }
     return Feed{std::move(*items), {}};
@@ -136,6 +139,7 @@ Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& 
     if (!broadcast) {
         return Result<Feed>::Failure(broadcast.error());
     }
+    // Checked before playing, because an unknown service would otherwise appear as an empty list.
     const std::string missing = MissingService(*broadcast, options.filter);
     if (!missing.empty()) {
         return Result<Feed>::Failure(file + ": " + missing);

@@ -16,6 +16,7 @@ const Item* Find(const Items& items, const std::string& id) {
 }
 
 std::string FreeId(const Items& shown, const Items& wanted, const std::string& id) {
+    // The id in between must not collide with an id that is shown or about to be shown.
     std::string free = id + ON_THE_WAY;
     while (Find(shown, free) != nullptr || Find(wanted, free) != nullptr) {
         free += ON_THE_WAY;
@@ -25,6 +26,7 @@ std::string FreeId(const Items& shown, const Items& wanted, const std::string& i
 
 void Keep(ListUpdate& update, const Item& item, const Item& wanted, const std::string& freeId) {
     if (item.name != wanted.name) {
+        // The application removes an item if ModifyItem names an id on the list, even its own.
         const Item between{freeId, wanted.name};
         update.calls.push_back({Function::ModifyItem, {item, between}});
         update.calls.push_back({Function::ModifyItem, {between, wanted}});
