@@ -38,6 +38,7 @@ void OnOwnerChanged(GDBusProxy*, GParamSpec*, gpointer reader) {
 }
 
 bool IsOn(GDBusProxy* status) {
+    // The value is null while the service is not running, which counts as off.
     g_autoptr(GVariant) value = g_dbus_proxy_get_cached_property(status, PROPERTY);
     return value != nullptr && g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) != 0 &&
            g_variant_get_boolean(value) != 0;
@@ -54,9 +55,11 @@ ScreenReader::ScreenReader(Listener listener)
 }
 
 ScreenReader::~ScreenReader() {
+    // A pending call then completes as cancelled and does not use this object.
     g_cancellable_cancel(m_connecting);
     g_object_unref(m_connecting);
     if (m_status != nullptr) {
+        // Other holders may keep the proxy alive, so its signals are disconnected first.
         g_signal_handlers_disconnect_by_data(m_status, this);
         g_object_unref(m_status);
     }
@@ -76,6 +79,7 @@ void ScreenReader::Connected(GDBusProxy* status) {
 
 void ScreenReader::Update() {
     const bool on = IsOn(m_status);
+    // Both signals may report the same change; the listener is called once.
     if (std::exchange(m_on, on) != on) {
         m_listener(on);
     }

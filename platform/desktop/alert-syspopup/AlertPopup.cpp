@@ -42,6 +42,7 @@ Eina_Bool OnRelease(void* popup, int, void* event) {
 
 Eina_Bool OnTimeOver(void* popup) {
     GuardCallback([popup] { static_cast<AlertPopup*>(popup)->TimeOver(); });
+    // The toolkit deletes the timer; TimeOver() has given up its ownership.
     return ECORE_CALLBACK_CANCEL;
 }
 
@@ -73,6 +74,7 @@ void AlertPopup::Launch(const app_control_s& request) {
     } else {
         LOG_ERROR("Cannot open a display to show the alert: %s", alert->text.c_str());
     }
+    // Without a window the program has nothing to show and does not receive keys.
     if (!m_window) {
         ui_app_exit();
     }
@@ -82,6 +84,7 @@ void AlertPopup::KeyPressed(std::string_view key) {
     m_pressed = key;
 }
 
+// A key that was pressed before the popup opened must not close it when it is released.
 void AlertPopup::KeyReleased(std::string_view key) {
     if (key == std::exchange(m_pressed, {}) && Closes(key)) {
         LOG_DEBUG("Closed by the key %s", std::string(key).c_str());

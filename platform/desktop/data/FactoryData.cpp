@@ -27,6 +27,7 @@ int Get(int id, void* buffer) {
     if (!reading.value) {
         return FACTORY_DATA_FAILED;
     }
+    // memcpy, because the caller's untyped buffer need not be aligned for an int32_t.
     std::memcpy(buffer, &*reading.value, sizeof(int32_t));
     return FACTORY_DATA_INTEGER;
 }
@@ -64,5 +65,6 @@ Failure RemoveFactoryItem(int id) {
 }  // namespace applist::desktop
 
 extern "C" int GetDataDirect(int id, void* buffer) {
+    // An exception must not reach the C caller.
     return applist::GuardCallback(-1, [=] { return applist::desktop::Get(id, buffer); });
 }

@@ -31,6 +31,7 @@ Reading<std::string> FileOf(const std::string& key) {
     return {{}, "setting '" + key + "' is neither under db/ nor under memory/"};
 }
 
+// Other characters, such as '=' or a line end, have a meaning in a key file.
 bool IsStorable(const std::string& key) {
     return std::all_of(key.begin(), key.end(), [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
@@ -66,6 +67,7 @@ int Get(const char* key, int* value) {
         LOG_ERROR("%s", reading.problem.c_str());
         return -1;
     }
+    // A stored value takes precedence over the default.
     if (!reading.value) {
         reading.value = DefaultOf(key);
     }
@@ -113,11 +115,13 @@ Reading<Setting> ReadSetting(const std::string& key) {
     if (!path.value) {
         return {{}, path.problem};
     }
+    // Read again on each call, because another process may have changed the file.
     const auto file = KeyFile::Load(*path.value);
     if (!file.value) {
         return {{}, file.problem};
     }
     const auto text = file.value->Get(GROUP, key);
+    // A missing setting is not a problem here, because Get() may have a default for it.
     if (!text) {
         return {};
     }

@@ -35,6 +35,7 @@ Eina_Bool OnTimer(void* panel) {
     return ECORE_CALLBACK_CANCEL;
 }
 
+// Runs once per main-loop iteration, so that several changes of the list are drawn together.
 Eina_Bool OnBeforeWait(void* panel) {
     GuardCallback([panel] { static_cast<ListPanel*>(panel)->Update(); });
     return ECORE_CALLBACK_RENEW;
@@ -44,6 +45,7 @@ Eina_Bool OnRelease(void* panel, int, void* key) {
     GuardCallback([&] {
         static_cast<ListPanel*>(panel)->Released(*static_cast<const Ecore_Event_Key*>(key));
     });
+    // Only observes the key; the toolkit still handles it.
     return ECORE_CALLBACK_PASS_ON;
 }
 
@@ -92,6 +94,7 @@ std::string RowText(const Evas_Object* list, const Elm_Object_Item* row) {
     if (kind == nullptr || kind->func.text_get == nullptr) {
         return {};
     }
+    // The row class returns a malloc'd copy. Its C signature takes a non-const list.
     const std::unique_ptr<char, decltype(&std::free)> text(
         kind->func.text_get(elm_object_item_data_get(row), const_cast<Evas_Object*>(list),
                             TEXT_PART),
@@ -99,6 +102,7 @@ std::string RowText(const Evas_Object* list, const Elm_Object_Item* row) {
     if (!text) {
         return {};
     }
+    // The callers need valid UTF-8, which the text of a row need not be.
     g_autofree char* valid = g_utf8_make_valid(ShownText(text.get()).c_str(), -1);
     return valid;
 }
@@ -143,6 +147,7 @@ void ListPanel::Stop(Ecore_Timer*& timer) {
 void ListPanel::Update() {
     const Elm_Object_Item* focused = elm_object_focused_item_get(m_list);
     const int count = static_cast<int>(elm_genlist_items_count(m_list));
+    // The toolkit counts rows from 1, so 0 stands for no focused row.
     const int position = focused != nullptr ? elm_genlist_item_index_get(focused) : 0;
     const int before = std::exchange(m_count, count);
     if (std::exchange(m_position, position) != position || before != count) {
@@ -175,6 +180,7 @@ void ListPanel::Used() {
     if (std::exchange(m_noteShown, false) && m_drawing != nullptr) {
         edje_object_signal_emit(m_drawing, "applist,note,hidden", "applist");
     }
+    // The note is visible during the last NOTE_SECONDS before the list closes.
     Restart(m_note, OPEN_SECONDS - NOTE_SECONDS, OnTimer<&ListPanel::ShowNote>, this);
 }
 
@@ -186,6 +192,7 @@ void ListPanel::Released(const Ecore_Event_Key& key) {
 }
 
 void ListPanel::ShowNote() {
+    // The toolkit deletes an expired timer itself, so Stop() must not delete it again.
     m_note = nullptr;
     m_noteShown = true;
     DrawNote();
@@ -199,6 +206,7 @@ void ListPanel::DrawNote() const {
 }
 
 void ListPanel::ShowEmpty() {
+    // As in ShowNote(): the toolkit deletes the expired timer.
     m_empty = nullptr;
     m_emptyShown = true;
     SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
@@ -208,6 +216,7 @@ void ListPanel::ShowEmpty() {
 }
 
 void ListPanel::SetText(const char* part, const std::string& text) const {
+    // The drawing is null if the list is not inside a popup.
     if (m_drawing != nullptr) {
         edje_object_part_text_set(m_drawing, part, text.c_str());
     }

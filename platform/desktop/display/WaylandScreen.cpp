@@ -12,6 +12,7 @@
 namespace applist::desktop {
 namespace {
 
+// The Wayland protocol has the scale event since version 2 of wl_output.
 constexpr uint32_t VERSION_WITH_SCALE = 2;
 
 struct Disconnect {
@@ -26,10 +27,12 @@ struct Screen {
     int scale = 1;
 };
 
+// libwayland aborts on an event without a handler, so events that are not used need one, too.
 void OnGeometry(void*, wl_output*, int, int, int, int, int, const char*, const char*, int) {}
 void OnDone(void*, wl_output*) {}
 
 void OnMode(void* screen, wl_output*, uint32_t flags, int, int height, int) {
+    // A screen may report all its modes; only the current one counts.
     if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) {
         static_cast<Screen*>(screen)->height = height;
     }
@@ -42,6 +45,7 @@ void OnScale(void* screen, wl_output*, int scale) {
 void OnGlobal(void* data, wl_registry* registry, uint32_t name, const char* interface,
               uint32_t version) {
     static const wl_output_listener listener = [] {
+        // Set by name, because newer libraries add members. Version 2 does not send their events.
         wl_output_listener all{};
         all.geometry = OnGeometry;
         all.mode = OnMode;
@@ -97,6 +101,7 @@ int WaylandScreenHeight(const Evas_Object* window) {
         return 0;
     }
     const Screen screen = AskForScreen(display.get());
+    // The mode is in physical pixels, the toolkit's sizes are in scaled ones.
     return screen.height / screen.scale;
 }
 

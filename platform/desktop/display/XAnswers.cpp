@@ -71,6 +71,7 @@ Eina_Bool OnFirstIdle(void* answers) {
 
 XAnswers::XAnswers()
     : m_connection(xcb_connect(nullptr, nullptr)), m_display(XDisplayName(nullptr)) {
+    // xcb_connect() never returns null. A failed connection must be closed as well; see Forget().
     if (xcb_connection_has_error(m_connection) == 0) {
         AskForExtensions();
         g_answers = this;
@@ -89,6 +90,7 @@ void XAnswers::AskForExtensions() {
     for (size_t i = 0; i < EXTENSIONS.size(); ++i) {
         const Owned<xcb_query_extension_reply_t> reply(
             xcb_query_extension_reply(m_connection, questions[i], nullptr));
+        // Without a reply the name stays unknown and the library asks for it again.
         if (reply != nullptr) {
             m_extensions[std::string(EXTENSIONS[i])] = {reply->present != 0, reply->major_opcode,
                                                         reply->first_event, reply->first_error};
@@ -99,6 +101,7 @@ void XAnswers::AskForExtensions() {
 void XAnswers::AskForAtoms() {
     std::array<xcb_intern_atom_cookie_t, ATOMS.size()> questions;
     for (size_t i = 0; i < ATOMS.size(); ++i) {
+        // 0 creates a missing atom, so that the answer is right for both values of onlyIfExists.
         questions[i] = xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(ATOMS[i].size()),
                                        ATOMS[i].data());
     }
@@ -147,6 +150,7 @@ extern "C" __attribute__((visibility("default"))) Bool XQueryExtension(Display* 
                                                                        const char* name,
                                                                        int* request, int* event,
                                                                        int* error) {
+    // RTLD_NEXT finds the library's own function, which answers for unknown names.
     static auto* const replaced =
         reinterpret_cast<decltype(&XQueryExtension)>(dlsym(RTLD_NEXT, "XQueryExtension"));
     const XAnswers* answers = XAnswers::For(DisplayString(display));

@@ -23,6 +23,7 @@ bool IsText(const char* text) {
     return text != nullptr && g_utf8_validate(text, -1, nullptr) != FALSE;
 }
 
+// Replaces an earlier value, because the data is sent as a D-Bus dictionary, whose keys are unique.
 int AddExtraData(app_control_s& request, const char* key, const char* value) {
     const auto known = std::find_if(request.extraData.begin(), request.extraData.end(),
                                     [key](const auto& pair) { return pair.first == key; });
@@ -35,6 +36,7 @@ int AddExtraData(app_control_s& request, const char* key, const char* value) {
 }
 
 int Launch(const app_control_s& request) {
+    // The id is also the bus name, so an invalid one cannot be put into a message.
     if (g_application_id_is_valid(request.appId.c_str()) == FALSE) {
         LOG_ERROR("Cannot launch '%s': not an application id", request.appId.c_str());
         return -EINVAL;
@@ -52,6 +54,7 @@ extern "C" int app_control_create(app_control_h* request) {
     if (request == nullptr) {
         return -EINVAL;
     }
+    // An exception must not leave a C function.
     auto* created = new (std::nothrow) app_control_s;
     if (created == nullptr) {
         return -ENOMEM;
@@ -86,6 +89,7 @@ extern "C" int app_control_send_launch_request(app_control_h request, app_contro
     }
     const int result = GuardCallback<int>(-ENOMEM, [&] { return Launch(*request); });
     if (result == APP_CONTROL_ERROR_NONE && reply != nullptr) {
+        // The reply is only valid during the callback, so the stack can own it.
         app_control_s empty;
         reply(request, &empty, result, user_data);
     }

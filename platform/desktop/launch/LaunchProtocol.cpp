@@ -28,6 +28,7 @@ GDBusMessage* ToMessage(const app_control_s& request) {
     GDBusMessage* message =
         g_dbus_message_new_method_call(request.appId.c_str(), ObjectPathOf(request.appId).c_str(),
                                        "org.freedesktop.Application", "ActivateAction");
+    // ActivateAction takes the action's name, an array of at most one parameter and platform data.
     GVariant* parameters[] = {g_variant_new_variant(ToActionParameter(request))};
     g_dbus_message_set_body(
         message, g_variant_new("(s@av@a{sv})", LAUNCH_ACTION,
@@ -39,6 +40,7 @@ GDBusMessage* ToMessage(const app_control_s& request) {
 
 app_control_s FromActionParameter(const std::string& appId, GVariant* parameter) {
     app_control_s request{appId, {}};
+    // A parameter of the wrong type would make the iterator below read an incompatible format.
     if (parameter == nullptr ||
         !g_variant_is_of_type(parameter, G_VARIANT_TYPE(LAUNCH_ACTION_TYPE))) {
         return request;
@@ -47,6 +49,7 @@ app_control_s FromActionParameter(const std::string& appId, GVariant* parameter)
     const char* key = nullptr;
     const char* value = nullptr;
     g_variant_iter_init(&pairs, parameter);
+    // The strings belong to parameter, which outlives the loop; the request copies them.
     while (g_variant_iter_next(&pairs, "{&s&s}", &key, &value)) {
         request.extraData.emplace_back(key, value);
     }
@@ -64,11 +67,13 @@ std::vector<std::string> ToArguments(const app_control_s& request) {
 
 app_control_s FromArguments(const std::string& appId, int argc, const char* const* argv) {
     app_control_s request{appId, {}};
+    // An --extra in the last place does not have a value and is ignored.
     for (int i = 1; i + 1 < argc; ++i) {
         if (std::string(argv[i]) != EXTRA_ARGUMENT) {
             continue;
         }
         const std::string pair = argv[++i];
+        // The first '=' ends the key, so that a value may contain further ones.
         const size_t equals = pair.find('=');
         if (equals != std::string::npos) {
             request.extraData.emplace_back(pair.substr(0, equals), pair.substr(equals + 1));

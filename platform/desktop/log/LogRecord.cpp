@@ -33,6 +33,7 @@ const char* SyslogPriority(int priority) {
     return priority >= PLATFORM_LOG_INFO ? "6" : "7";
 }
 
+// The cast avoids negative values for UTF-8 bytes where char is signed.
 bool IsControl(char c) {
     const auto byte = static_cast<unsigned char>(c);
     return byte < 0x20 || byte == 0x7F;
@@ -97,6 +98,7 @@ std::optional<CodeLocation> ParseLocation(std::string_view message) {
     }
     const std::string_view function = message.substr(colon + 2, bracket - colon - 2);
     const std::string_view line = message.substr(bracket + 1, arrow - bracket - 1);
+    // The LOG macros repeat the function and line, which tells a position from other text.
     std::string repeated(function);
     repeated.append(":").append(line).append("] ");
     if (!IsNumber(line) || !message.substr(arrow + 5).starts_with(repeated)) {
@@ -132,6 +134,7 @@ std::vector<std::pair<std::string, std::string>> JournalFields(const LogRecord& 
     return fields;
 }
 
+// Compares the whole text, so that GLib's other warnings keep their priority.
 bool IsUnknownWatchComplaint(std::string_view domain, std::string_view message) {
     constexpr std::string_view before = "Invalid id ";
     constexpr std::string_view after = " passed to g_bus_unwatch_name()";
@@ -147,6 +150,7 @@ bool IsHarmlessToolkitComplaint(std::string_view function, std::string_view mess
         {"_efl_access_object_index_in_parent_get", "Object Elm.Genlist not present in its AT-SPI "},
         {"_efl_access_object_event_emit", "Invalid parameters, event: state,changed, "},
     };
+    // Compares only the start of the message, because the rest varies.
     return std::any_of(std::begin(known), std::end(known), [&](const auto& complaint) {
         return function == complaint.first && message.starts_with(complaint.second);
     });

@@ -26,6 +26,7 @@ int PriorityOf(GLogLevelFlags level) {
     return notice ? PLATFORM_LOG_INFO : PLATFORM_LOG_DEBUG;
 }
 
+// GLib marks a null-terminated string with a negative length.
 std::string Value(const GLogField& field) {
     const auto* bytes = static_cast<const char*>(field.value);
     return field.length < 0 ? std::string(bytes)
@@ -33,6 +34,7 @@ std::string Value(const GLogField& field) {
 }
 
 LogRecord RecordOf(GLogLevelFlags level, const GLogField* fields, gsize count) {
+    // "GLib" is the tag of messages that do not name a domain.
     LogRecord record{PriorityOf(level), "GLib", "", std::nullopt};
     for (gsize i = 0; i < count; ++i) {
         const std::string_view name = fields[i].key;
@@ -49,6 +51,7 @@ LogRecord RecordOf(GLogLevelFlags level, const GLogField* fields, gsize count) {
 }
 
 GLogWriterOutput OnGlibMessage(GLogLevelFlags level, const GLogField* fields, gsize count, void*) {
+    // The result is ignored, because a failure to log cannot be logged.
     TryToLog([&] {
         const LogRecord record = RecordOf(level, fields, count);
         const LogWriter& writer = LogWriter::Get();
@@ -91,10 +94,12 @@ LogWriter::LogWriter()
     }
     const std::string text = std::string("APPLIST_LOG: unknown level \"") + wanted +
                              "\"; it is one of error, info, debug. Using error";
+    // LOG_ERROR would call Get() again while Get() constructs this object.
     Write({PLATFORM_LOG_ERROR, "applist", text, std::nullopt});
 }
 
 bool LogWriter::Write(const LogRecord& record) const {
+    // A record that the journal refuses still reaches standard error.
     return (m_journal && WriteToJournal(record)) || WriteToStandardError(record);
 }
 
@@ -103,6 +108,7 @@ bool LogWriter::WriteToJournal(const LogRecord& record) const {
     std::vector<GLogField> raw;
     raw.reserve(fields.size());
     for (const auto& [name, value] : fields) {
+        // The entries point into fields, which outlives the call below.
         raw.push_back({name.c_str(), value.data(), static_cast<gssize>(value.size())});
     }
     // The level passed here is ignored, because journald reads the priority from the fields.
@@ -115,6 +121,7 @@ bool LogWriter::WriteToJournal(const LogRecord& record) const {
 extern "C" int __dlog_print(int /*log_id*/, int priority, const char* tag, const char* format,
                             ...) {
     using namespace applist::desktop;
+    // Skips the formatting of a message that is not written.
     if (!LogWriter::Get().Writes(priority)) {
         return 0;
     }

@@ -22,6 +22,7 @@ void OnToolkitMessage(const Eina_Log_Domain* domain, Eina_Log_Level level, const
                       const char* function, int line, const char* format, void* /*data*/,
                       va_list arguments) {
     const LogWriter& writer = LogWriter::Get();
+    // Checked before the message is formatted, so that a dropped one costs little.
     if (!writer.Writes(PriorityOf(level))) {
         return;
     }
@@ -39,11 +40,14 @@ void OnToolkitMessage(const Eina_Log_Domain* domain, Eina_Log_Level level, const
 }  // namespace
 
 ToolkitMessages::ToolkitMessages() {
+    // The toolkit has not started yet, and Eina must be initialised before its log is redirected.
+    // Eina counts these calls.
     eina_init();
     eina_log_print_cb_set(OnToolkitMessage, nullptr);
 }
 
 ToolkitMessages::~ToolkitMessages() {
+    // Eina may keep running for other users, so it must not keep a callback of this object.
     eina_log_print_cb_set(eina_log_print_cb_stderr, nullptr);
     eina_shutdown();
 }
