@@ -18,6 +18,7 @@ constexpr uint16_t TEST_FLAG = 0x8000;
 
 std::string Hexadecimal(unsigned value, int digits) {
     std::array<char, sizeof "0x0000"> text{};
+    // The mask keeps at most four digits, so that the text always fits the array.
     static_cast<void>(std::snprintf(text.data(), text.size(), "0x%0*x", digits, value & 0xFFFFU));
     return text.data();
 }
@@ -137,7 +138,7 @@ void ReadApplicationDescriptor(ByteReader reader, Application& application, Foun
             application.conditions.profiles.push_back(
                 {profiles.U16(), profiles.U8(), profiles.U8(), profiles.U8()});
         }
-        // ETSI TS 102 809: the labels fill the rest of the descriptor and have no length field.
+        // ETSI TS 102 809: the labels do not have a length field and fill the rest of the descriptor.
         const ByteSpan labels = reader.Take(reader.left());
         found.labels.assign(labels.begin(), labels.end());
     }
@@ -147,6 +148,7 @@ void ReadNames(ByteReader reader, TextCoding coding, Application& application) {
     while (reader.left() > 0) {
         const std::string language = Text(reader.Take(LANGUAGE_SIZE));
         const ByteSpan text = reader.Take(reader.U8());
+        // A name that cannot be decoded is left out, and the other languages remain.
         if (auto name = DecodeText(text, language, coding); name && !reader.failed()) {
             application.names.push_back({language, std::move(*name)});
         }

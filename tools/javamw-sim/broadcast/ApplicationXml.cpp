@@ -71,6 +71,7 @@ Result<Document> Parse(ByteSpan bytes) {
 }
 
 bool Is(const xmlNode* node, std::string_view name) {
+    // Checks the namespace too, because other schemas may use the same element names.
     return node->type == XML_ELEMENT_NODE && node->ns != nullptr &&
            Text(node->ns->href).starts_with(NAMESPACE) && Text(node->name) == name;
 }
@@ -173,6 +174,7 @@ ReceiverConditions ReadConditions(const xmlNode* node, const xmlNode* descriptor
             }
         }
     }
+    // Only a transport over HTTP has a base address.
     if (Child(Child(node, "applicationTransport"), "URLBase") != nullptr) {
         conditions.transports.emplace_back("HTTP");
     }
@@ -208,6 +210,7 @@ using Tables = std::map<uint16_t, ApplicationTable>;
 void ReadElement(const xmlNode* node, Tables& tables, Damage& damage) {
     if (auto application = ReadApplication(node)) {
         const uint16_t type = ReadType(Child(node, "applicationDescriptor"));
+        // The first use of a type creates its table, which does not know its type yet.
         tables[type].type = type;
         tables[type].applications.push_back(std::move(*application));
     } else {

@@ -54,6 +54,7 @@ void FindMaps(ByteSpan stream, Places& places, Damage& uncounted) {
 void FindApplications(ByteSpan stream, Places& places, Damage& uncounted) {
     TableReader reader(
         [&](uint16_t, const SubTable& table) {
+            // A separate state shows the PIDs of this version alone.
             TransportState version;
             version.TakeMap(table, uncounted);
             for (const auto& [number, map] : version.maps()) {
@@ -169,6 +170,7 @@ void NameServices(Broadcast& broadcast, const std::map<uint16_t, std::string>& n
 }  // namespace
 
 Broadcast ScanBroadcast(ByteSpan stream, std::optional<TextCoding> coding) {
+    // The last pass reads all packets again and counts the damage, so each error counts once.
     Damage uncounted;
     Places places;
     FindMaps(stream, places, uncounted);

@@ -128,6 +128,7 @@ std::optional<std::vector<ServiceName>> ParseServiceDescription(ByteSpan section
         const uint16_t service = reader.U16();
         reader.U8();  // which tables of events there are
         const ByteSpan name = NameIn(reader.TakeLoop());
+        // A service without a name descriptor keeps its number as its only identification.
         if (!name.empty() && !reader.failed()) {
             names.push_back({service, name});
         }

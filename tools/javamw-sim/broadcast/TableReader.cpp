@@ -23,6 +23,7 @@ void TableReader::Want(uint16_t pid, uint8_t tableId) {
 
 void TableReader::Push(ByteSpan packet) {
     const auto wanted = m_pids.find(PacketPid(packet));
+    // Most packets carry video and audio, which are not wanted.
     if (wanted != m_pids.end()) {
         wanted->second.assembler->Push(packet);
     }

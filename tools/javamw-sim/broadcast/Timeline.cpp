@@ -65,6 +65,7 @@ void Timeline::Record(std::optional<double> seconds) {
     if (!m_snapshots.empty() && SameServices(m_snapshots.back().services, services)) {
         return;
     }
+    // The loss is counted, so that the user sees that changes are missing.
     if (m_snapshots.size() == MAX_MOMENTS) {
         ++m_damage.surplusChanges;
         return;

@@ -52,6 +52,7 @@ ListedApplication Describe(const BroadcastService& service, const ApplicationTab
     for (ParentalRating& rating : listed.conditions.ratings) {
         rating.country = ValidUtf8(rating.country);
     }
+    // The list gives every reason, so hidden applications and trials are not excused here.
     listed.against = ReasonsAgainst(table, application, false);
     return listed;
 }

@@ -86,6 +86,7 @@ Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextC
 
 std::string DamageRemark(const std::string& file, const Damage& damage) {
     const std::string text = Describe(damage);
+    // An empty text means that nothing was skipped, and callers print no remark.
     return text.empty() ? text : file + ": skipped damaged parts: " + text;
 }
 

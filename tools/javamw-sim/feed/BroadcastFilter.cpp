@@ -30,6 +30,8 @@ bool IsNumber(const std::string& text, uint16_t number) {
 }
 
 bool Matches(const BroadcastService& service, const std::string& wanted) {
+    // The wanted name is input of the user and may be invalid UTF-8, which the comparison
+    // does not accept.
     return (service.id && IsNumber(wanted, *service.id)) ||
            (!service.name.empty() && Folded(service.name) == Folded(ValidUtf8(wanted)));
 }
@@ -48,6 +50,7 @@ public:
     void Add(const BroadcastService& service, const Application& application) {
         std::string id = UniqueId(application);
         std::string name = PreferredName(application.names, m_filter.languages);
+        // A row needs a text, so an application without a readable name shows its id.
         if (name.empty()) {
             name = id;
         }
@@ -75,6 +78,8 @@ public:
         }
         for (Item& item : m_items) {
             const std::string name = item.name;
+            // The first item keeps the plain name. Later ones get the next number that is still
+            // free.
             for (size_t use = ++uses[name]; use > 1; use = ++uses[name]) {
                 item.name = name + " (" + std::to_string(use) + ')';
                 if (names.insert(item.name).second) {

@@ -38,6 +38,7 @@ std::vector<std::string> LanguageCodes(std::string_view language) {
         const std::string_view shortCode = entry.substr(0, SHORT_SIZE);
         const std::string_view code = entry.substr(SHORT_SIZE, LONG_SIZE);
         entry.remove_prefix(SHORT_SIZE + LONG_SIZE);
+        // An optional third code follows a slash.
         const std::string_view other = entry.empty() ? entry : entry.substr(1);
         if (language == shortCode || language == code || (!other.empty() && language == other)) {
             std::vector<std::string> codes{std::string(shortCode), std::string(code)};
@@ -89,6 +90,7 @@ std::vector<std::string> LocaleLanguages() {
 std::string CleanLanguage(const std::string& sent) {
     std::string code;
     for (const char letter : sent) {
+        // The three bytes come from the broadcast and may be padding or damaged.
         if (g_ascii_isalpha(letter)) {
             code += g_ascii_tolower(letter);
         }

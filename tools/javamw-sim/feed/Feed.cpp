@@ -44,6 +44,7 @@ private:
         if (id.empty()) {
             return "empty id";
         }
+        // The line of the first use is kept, so that the error can name both places.
         const auto [known, isNew] = m_lineOfId.try_emplace(id, m_line);
         if (!isNew) {
             return "id '" + id + "' is already in line " + std::to_string(known->second);
@@ -94,6 +95,7 @@ Feed Play(const Broadcast& broadcast, const BroadcastFeedOptions& options) {
         const Snapshot& snapshot = broadcast.snapshots[i];
         waited += SecondsBetween(broadcast.snapshots[i - 1], snapshot);
         Items items = OfferedItems(snapshot, options.filter);
+        // Different snapshots may offer the same items, for example if only hidden ones change.
         if (items != shown) {
             shown = items;
             feed.changes.push_back({options.interval.value_or(waited), std::move(items)});
@@ -145,6 +147,7 @@ Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& 
         return Result<Feed>::Failure(file + ": " + missing);
     }
     Feed feed = Play(*broadcast, options);
+    // Damage is not an error if applications are left, so it is only a remark.
     feed.remark = DamageRemark(file, broadcast->damage);
     if (IsEmpty(feed)) {
         return Result<Feed>::Failure(file + ": offers no applications" +

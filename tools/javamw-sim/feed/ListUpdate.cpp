@@ -50,6 +50,7 @@ ListUpdate UpdateList(const Items& shown, const Items& wanted) {
             Keep(update, item, *kept, FreeId(shown, wanted, item.id));
         }
     }
+    // Additions come last, because the application appends new items.
     Items added;
     std::copy_if(wanted.begin(), wanted.end(), std::back_inserter(added),
                  [&](const Item& item) { return Find(shown, item.id) == nullptr; });
