@@ -16,6 +16,7 @@ namespace {
 using tools::Json;
 using Row = std::vector<std::string>;
 
+// Spaces between two columns.
 constexpr size_t GAP = 2;
 
 // Returns the width in terminal columns.
@@ -66,6 +67,7 @@ Row ConditionTexts(const ReceiverConditions& conditions) {
         ratings.push_back(rating.country + '=' + std::to_string(rating.rating));
     }
     const auto bound = conditions.serviceBound;
+    // The order must match the last fields of ApplicationFields().
     return {Joined(profiles, " "),
             bound ? *bound ? "yes" : "no" : "",
             conditions.usage ? std::to_string(*conditions.usage) : "",
@@ -104,8 +106,10 @@ std::string Line(const Row& row, const std::vector<size_t>& widths) {
     for (size_t column = 0; column < row.size(); ++column) {
         line += row[column];
         const size_t filled = Width(row[column]);
+        // Padding counts terminal columns. The field width of printf() counts bytes.
         line.append(widths[column] - filled + GAP, ' ');
     }
+    // The last column is padded like the others, which would leave spaces at the end of the line.
     line.erase(line.find_last_not_of(' ') + 1);
     return line + '\n';
 }
@@ -193,6 +197,7 @@ Json ObjectOf(const ListedApplication& application, bool why) {
     if (why) {
         values.emplace_back(WhyText(application));
     }
+    // Values and fields have the same order, so each value is assigned to the name at its index.
     const std::vector<std::string> fields = ApplicationFields(why);
     Json object;
     for (size_t field = 0; field < values.size(); ++field) {
@@ -206,12 +211,14 @@ std::string NumberOr(std::optional<uint32_t> number, const char* otherwise) {
 }
 
 std::string CsvCell(const std::string& text) {
+    // RFC 4180 asks for quotes around a cell that contains one of these characters.
     if (text.find_first_of(",\"\r\n") == std::string::npos) {
         return text;
     }
     std::string quoted = "\"";
     for (const char character : text) {
         quoted += character;
+        // RFC 4180 writes a quote inside a quoted cell twice.
         if (character == '"') {
             quoted += '"';
         }
@@ -224,6 +231,7 @@ std::string CsvLine(const Row& row) {
     for (const std::string& cell : row) {
         line += (&cell == &row.front() ? "" : ",") + CsvCell(cell);
     }
+    // RFC 4180 ends each line with CR LF.
     return line + "\r\n";
 }
 

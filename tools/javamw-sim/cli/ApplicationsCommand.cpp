@@ -34,6 +34,7 @@ using Format = std::string (*)(const std::vector<ListedApplication>&, bool why);
 
 /// Fails if standard output does not take the whole text.
 ExitCode Write(const std::string& text) {
+    // The flush reports a full disk or a closed pipe, which the exit status must show.
     const bool written =
         std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
     return written ? ExitCode::Success : ExitCode::CallFailed;
@@ -49,6 +50,7 @@ ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& 
         return ExitCode::WrongUsage;
     }
     const std::string damage = DamageRemark(file, broadcast->damage);
+    // A damaged recording still yields applications, so this is not a failure.
     if (!damage.empty()) {
         Complain(damage);
     }

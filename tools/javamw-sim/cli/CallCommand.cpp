@@ -30,6 +30,7 @@ std::string Details() {
     std::string text = "Functions:\n";
     for (const Function function : FUNCTIONS) {
         text += "  " + std::string(NameOf(function)) + ' ' + ArgumentForm(function);
+        // A function without arguments would leave a space at the end of its line.
         text.erase(text.find_last_not_of(' ') + 1);
         text += '\n';
     }

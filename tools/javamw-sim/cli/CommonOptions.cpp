@@ -44,6 +44,7 @@ Result<std::optional<double>> Speed(const std::string& text) {
         return Speed(std::nullopt);
     }
     const auto number = ParseNumber<double>(text);
+    // The parser accepts inf and nan, which are not usable as a divisor of times.
     return number && std::isfinite(*number) && *number > 0
                ? Speed(number)
                : Speed::Failure("--speed takes a number above 0 or max, not '" + text + "'");

@@ -26,6 +26,7 @@ constexpr const char* DETAILS =
     "  javamw-sim compare monday.jsonl tuesday.jsonl\n"
     "  busctl capture > real.pcapng; javamw-sim compare real.pcapng session.jsonl\n";
 
+// Per millisecond. The option is in milliseconds, recorded times are in microseconds.
 constexpr int64_t MICROSECONDS = 1000;
 
 std::optional<Recording> Load(const std::string& file) {
@@ -42,6 +43,7 @@ std::optional<Recording> Load(const std::string& file) {
 
 ExitCode Print(const std::string& firstFile, const std::string& secondFile,
                const CompareOptions& options, bool json) {
+    // Both files are loaded before the check, so that the errors of both are reported.
     const auto first = Load(firstFile);
     const auto second = Load(secondFile);
     if (!first || !second) {

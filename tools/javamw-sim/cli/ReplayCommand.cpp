@@ -37,10 +37,12 @@ ExitCode RunReplay(const SessionOptions& session, const ReplayOptions& options, 
     if (!recording) {
         return Refuse(recording.error());
     }
+    // A remark names skipped packets. The remaining messages can still be replayed.
     if (!recording->remark.empty()) {
         Complain(recording->remark);
     }
     const auto conversations = ConversationsOf(*recording);
+    // Users count conversations from 1.
     if (number == 0 || number > conversations.size()) {
         return Refuse(options.file + ": has " + std::to_string(conversations.size()) +
                       " conversations; number " + std::to_string(number) + " does not exist");

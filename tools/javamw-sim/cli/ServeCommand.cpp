@@ -57,6 +57,7 @@ ExitCode RunServe(const SessionOptions& session, const Arguments& given,
         Complain(feed.error());
         return ExitCode::WrongUsage;
     }
+    // A remark names damaged parts. The rest of the feed is served.
     if (!feed->remark.empty()) {
         Complain(feed->remark);
     }
@@ -90,6 +91,7 @@ std::string StrayOption(const Arguments& given) {
 
 Result<double> Interval(const std::string& text) {
     char* end = nullptr;
+    // The decimal point does not depend on the locale here, unlike with strtod().
     const double seconds = g_ascii_strtod(text.c_str(), &end);
     const bool number = !text.empty() && *end == '\0' && std::isfinite(seconds) && seconds >= 0;
     return number ? Result(seconds)

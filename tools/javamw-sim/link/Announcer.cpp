@@ -12,6 +12,7 @@ namespace {
 
 // Interval of retries while another middleware owns the name.
 constexpr std::chrono::milliseconds AGAIN{2};
+// With the interval above, an announcement fails after about a second.
 constexpr unsigned MOST_TRIES = 500;
 
 }  // namespace
@@ -41,6 +42,7 @@ void Announcer::Stop() {
 }
 
 void Announcer::AnnounceTimes(Announcement announcement, unsigned times) {
+    // A queue that is not empty is already being sent, or waits for a retry.
     const bool idle = m_queue.empty();
     for (unsigned i = 0; i < times; ++i) {
         m_queue.push_back({names::NameOf(names::CLIENT, announcement), 0});
@@ -57,6 +59,7 @@ void Announcer::AnnounceQueued() {
         const AnnounceResult result = AnnounceName(m_connection, first.name);
         using Code = AnnounceResult::Code;
         if (result.code == Code::Taken && ++first.tries < MOST_TRIES) {
+            // The announcement stays first in the queue, so later ones wait for it.
             m_again = RunAfter(AGAIN, [this] { AnnounceQueued(); });
             return;
         }

@@ -54,6 +54,8 @@ BusLink::BusLink(ConnectionPtr connection, Observer observer, const HandshakePla
     m_registrations.push_back(WhenClosed(m_connection.get(), [this] {
         m_observer({.kind = Kind::BusLost, .problem = "the bus closed the connection"});
     }));
+    // All listeners are in place before the announcement, because an application may answer at
+    // once.
     ExportObject();
     for (const Announcement announcement : ANNOUNCEMENTS) {
         ListenFor(announcement);
@@ -62,6 +64,7 @@ BusLink::BusLink(ConnectionPtr connection, Observer observer, const HandshakePla
 }
 
 BusLink::~BusLink() {
+    // No announcement may be sent while the rest is torn down.
     m_announcer.Stop();
     m_applications.clear();
     m_registrations.clear();
@@ -71,6 +74,7 @@ BusLink::~BusLink() {
     while (m_pendingCalls > 0) {
         g_main_context_iteration(nullptr, TRUE);
     }
+    // Signals are only queued when emitted, and closing would discard them.
     g_dbus_connection_flush_sync(m_connection.get(), nullptr, nullptr);
     g_dbus_connection_close_sync(m_connection.get(), nullptr, nullptr);
 }
@@ -81,7 +85,9 @@ void BusLink::AnnounceNow(Announcement announcement) {
 }
 
 void BusLink::Call(const std::string& application, const Bytes& message, Done done) {
+    // The destructor waits for the callbacks of all calls that are counted here.
     ++m_pendingCalls;
+    // GIO always runs the callback once, also after a cancellation. OnReply() deletes the call.
     auto call = std::make_unique<PendingCall>(PendingCall{*this, std::move(done)});
     g_dbus_connection_call(m_connection.get(), application.c_str(), names::OBJECT_PATH,
                            names::INTERFACE, names::METHOD, ToVariant(message),
@@ -128,6 +134,7 @@ void BusLink::ListenFor(Announcement announcement) {
 }
 
 void BusLink::Establish(const std::string& application) {
+    // After a repeated SYN the new registrations replace the former ones.
     Application& held = m_applications[application];
     held.signals = Subscribe(m_connection.get(),
                              {.sender = application.c_str(),
@@ -141,6 +148,7 @@ void BusLink::Establish(const std::string& application) {
                                                  .message = FromVariant(parameters)});
                                  }
                              });
+    // GIO also reports an application that left before the watch began.
     const unsigned watch = g_bus_watch_name_on_connection(m_connection.get(), application.c_str(),
                                                           G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
                                                           &cb_Vanished, this, nullptr);
@@ -148,9 +156,12 @@ void BusLink::Establish(const std::string& application) {
 }
 
 void BusLink::Take(const HandshakeStep& step, const std::string& application) {
+    // An application whose connection was not reported yet is not reported as disconnected.
     if (step.lost && m_unanswered.erase(application) == 0) {
         Tell(Kind::Disconnected, application);
     }
+    // The subscription precedes the answer, because the application may send events when it
+    // receives it.
     if (step.establish) {
         Establish(application);
     }
@@ -163,6 +174,7 @@ void BusLink::Take(const HandshakeStep& step, const std::string& application) {
 }
 
 void BusLink::ReportUnanswered() {
+    // The set is emptied first, because an observer may announce again.
     for (const std::string& application : std::exchange(m_unanswered, {})) {
         Tell(Kind::Connected, application);
     }
@@ -178,6 +190,7 @@ void BusLink::OnNameOwnerChanged(Announcement announcement, GVariant* parameters
     }
     g_variant_get(parameters, "(&s&s&s)", &name, &oldOwner, &newOwner);
     const bool released = *newOwner == '\0' && *oldOwner != '\0';
+    // Our own announcements are broadcast to us, too.
     if (released && m_uniqueName != oldOwner) {
         const std::string application = oldOwner;
         m_observer(
@@ -194,6 +207,7 @@ void BusLink::OnVanished(const std::string& application) {
 void BusLink::OnCalled(const char* sender, GVariant* parameters,
                        GDBusMethodInvocation* invocation) {
     m_observer({.kind = Kind::Called, .application = sender, .message = FromVariant(parameters)});
+    // A call must be answered, otherwise the caller waits for its timeout.
     g_dbus_method_invocation_return_value(invocation, ToVariant({}));
 }
 
@@ -206,6 +220,7 @@ void BusLink::OnReply(PendingCall* call, GAsyncResult* result) {
     --m_pendingCalls;
     GError* error = nullptr;
     const GVariantPtr reply(g_dbus_connection_call_finish(m_connection.get(), result, &error));
+    // The link is being destroyed, so the callers may no longer exist.
     if (g_cancellable_is_cancelled(m_cancellable.get())) {
         g_clear_error(&error);
     } else if (reply) {

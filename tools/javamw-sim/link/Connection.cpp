@@ -20,15 +20,19 @@ Bytes FromVariant(GVariant* parameters) {
     const GVariantPtr array(g_variant_get_child_value(parameters, 0));
     size_t size = 0;
     const auto* data =
+        // The array belongs to the variant, so the bytes are copied before it is released.
         static_cast<const char*>(g_variant_get_fixed_array(array.get(), &size, sizeof(char)));
     return {data, data + size};
 }
 
 namespace {
 
+// Flag of RequestName and its reply code for success, as the D-Bus protocol numbers them.
 constexpr unsigned DO_NOT_QUEUE = 4;
 constexpr unsigned PRIMARY_OWNER = 1;
 
+// Blocks, because a name must be acquired and released before the caller continues. The timeout -1
+// is the default of GIO.
 GVariantPtr CallDaemon(GDBusConnection* connection, const char* method, GVariant* parameters,
                        GError** error) {
     return GVariantPtr(g_dbus_connection_call_sync(
@@ -58,6 +62,8 @@ Result<ConnectionPtr> OpenBus(const std::string& address) {
         return Result<ConnectionPtr>::Failure(resolved.error());
     }
     GError* error = nullptr;
+    // A private connection, because its user closes it. Closing a shared one would affect its other
+    // users.
     const auto flags =
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
@@ -84,6 +90,7 @@ Registration Subscribe(
         [](GDBusConnection*, const char* sender, const char*, const char*, const char*,
            GVariant* parameters,
            void* data) noexcept { (*static_cast<Action*>(data))(sender, parameters); },
+        // GIO owns the action and deletes it after its last call.
         new Action(std::move(action)), [](void* data) { delete static_cast<Action*>(data); });
     return Registration([connection, id] { g_dbus_connection_signal_unsubscribe(connection, id); });
 }

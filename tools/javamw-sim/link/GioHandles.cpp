@@ -13,6 +13,8 @@ namespace {
 Registration Attach(GSource* source) {
     g_source_attach(source, nullptr);
     return Registration([source] {
+        // The context has its own reference, which this call drops. The second call drops that of
+        // the creator.
         g_source_destroy(source);
         g_source_unref(source);
     });
@@ -46,6 +48,7 @@ Registration WhenReadable(int file, std::function<void(GIOCondition)> action) {
 }
 
 Registration RunAfter(std::chrono::milliseconds delay, std::function<void()> action) {
+    // The interval of a GLib timeout is an unsigned 32-bit number.
     constexpr std::chrono::milliseconds::rep LONGEST = std::numeric_limits<unsigned>::max();
     const auto milliseconds = std::clamp<std::chrono::milliseconds::rep>(delay.count(), 0, LONGEST);
     return RunOn(g_timeout_source_new(static_cast<unsigned>(milliseconds)),

@@ -35,6 +35,7 @@ std::string_view NameOf(Function function) {
         "SetSelection", "GetSelection", "GetAllItems", "RemoveAllItems", "AddItems",
         "AddItemAtEnd", "SetClicked",   "RemoveItem",  "ModifyItem",
     };
+    // The ids are consecutive, so the distance from the first is the index.
     return names.at(static_cast<size_t>(function) - static_cast<size_t>(FUNCTIONS.front()));
 }
 
@@ -67,6 +68,7 @@ Bytes EncodeCall(Function function, const Items& items) {
     }
     const std::string text = payload.str();
     Bytes message(text.begin(), text.end());
+    // The id follows the payload, with the least significant byte first.
     for (size_t i = 0; i < ID_SIZE; ++i) {
         message.push_back(static_cast<char>(static_cast<uint32_t>(function) >> 8U * i & 0xFFU));
     }
@@ -76,6 +78,7 @@ Bytes EncodeCall(Function function, const Items& items) {
 std::optional<Items> DecodeItems(const Bytes& payload) {
     std::istringstream stream(std::string(payload.begin(), payload.end()));
     Items items;
+    // The check for the end distinguishes a complete list from a truncated item.
     while (stream.peek() != std::istringstream::traits_type::eof()) {
         RemoteAppListItem item;
         if (!(stream >> item)) {
@@ -123,8 +126,10 @@ std::optional<Notification> DecodeNotification(const Bytes& message) {
     const size_t payloadSize = message.size() - ID_SIZE;
     uint32_t id = 0;
     for (size_t i = 0; i < ID_SIZE; ++i) {
+        // A char may be signed. The inner cast prevents a sign extension.
         id |= static_cast<uint32_t>(static_cast<uint8_t>(message[payloadSize + i])) << 8U * i;
     }
+    // An unknown id is kept as a number, so that the report can show it.
     return Notification{static_cast<Event>(static_cast<int32_t>(id)), payloadSize};
 }
 
@@ -149,6 +154,7 @@ std::optional<Bytes> FromHex(std::string_view text) {
         uint8_t value = 0;
         const char* end = text.data() + i + 2;
         const auto parsed = std::from_chars(text.data() + i, end, value, 16);
+        // The parser stops at the first character that is not a digit, so its end is checked, too.
         if (parsed.ec != std::errc() || parsed.ptr != end) {
             return std::nullopt;
         }

@@ -17,6 +17,7 @@ SelectedItem SelectedIn(const Result<Items>& reply) {
         return {std::nullopt, std::to_string(reply->size()) + " items in the reply"};
     }
     const Item& item = reply->front();
+    // The application replies with an empty item if nothing is selected.
     return {item.id.empty() ? std::nullopt : std::optional(item), ""};
 }
 
@@ -32,6 +33,7 @@ std::string DescribeSelection(Event event, const SelectedItem& selection) {
 
 void SelectionReader::Read(const std::string& application, Event event, Done done) {
     if (event == Event::ItemSelected) {
+        // The earlier selection is outdated. A click must not report it if this read fails.
         m_latest.erase(application);
     }
     const uint64_t number = ++m_lastNumber;
@@ -41,6 +43,7 @@ void SelectionReader::Read(const std::string& application, Event event, Done don
 }
 
 void SelectionReader::Lost(const std::string& application) {
+    // The numbers are collected first, because Complete() erases from the map.
     std::vector<uint64_t> numbers;
     for (const auto& [number, read] : m_pending) {
         if (read.application == application) {
@@ -64,6 +67,7 @@ void SelectionReader::Complete(uint64_t number, const SelectedItem& answer) {
     if (found == m_pending.end()) {
         return;
     }
+    // The entry is erased before the callback runs, because the callback may start another read.
     const Pending read = std::move(found->second);
     m_pending.erase(found);
     read.done(Resolve(read, answer));
@@ -74,6 +78,8 @@ SelectedItem SelectionReader::Resolve(const Pending& read, const SelectedItem& a
         m_latest[read.application] = answer;
     }
     const auto latest = m_latest.find(read.application);
+    // The application may close after a click and before it replies. The selection read before the
+    // click is then the item that was chosen.
     const bool useLatest = read.event == Event::ItemClicked && !answer.problem.empty() &&
                            latest != m_latest.end() && latest->second.problem.empty();
     return useLatest ? latest->second : answer;

@@ -61,6 +61,8 @@ ExitCode BusRecording::Run() {
         Complain(recorder.error());
         return ExitCode::WrongUsage;
     }
+    // The filter is installed before the connection becomes a monitor, so that no message is
+    // missed.
     m_recorder = std::move(*recorder);
     const std::string refusal = BecomeMonitor();
     if (!refusal.empty()) {
@@ -80,6 +82,7 @@ ExitCode BusRecording::Record() {
     });
     Say("recording " + m_file);
     const ExitCode code = m_loop.Run();
+    // The end of the recording must not report a closed connection.
     closed.Release();
     const std::string error = m_recorder->Finish();
     if (!error.empty()) {

@@ -26,6 +26,7 @@ std::string Middleware::Join(const Prepare& prepare) {
     if (!connection) {
         return "cannot reach the bus: " + connection.error();
     }
+    // The preparation precedes the link, whose constructor begins the handshake.
     std::string refusal = prepare ? prepare(connection->get()) : std::string();
     if (refusal.empty()) {
         m_link = std::make_unique<BusLink>(
@@ -60,9 +61,11 @@ void Middleware::Take(const Happening& happening) {
                 m_connected = false;
                 m_application.clear();
             }
+            // Pending reads complete with an error, so that no event is left unreported.
             m_selections->Lost(application);
             break;
         case Happening::Kind::Announced:
+            // Before a connection exists, the last application that announced itself is shown.
             m_application = m_connected ? m_application : application;
             break;
         case Happening::Kind::Denied:
@@ -76,6 +79,7 @@ void Middleware::Take(const Happening& happening) {
         case Happening::Kind::Failed:
             break;
     }
+    // The observer is called last, so that it sees the new state.
     m_observer(*this, happening);
 }
 

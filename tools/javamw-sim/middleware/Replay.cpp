@@ -100,6 +100,7 @@ void ReplaySession::OnOpened(GDBusConnection* connection) {
 // The application sends LocalCreated once it has connected us. Earlier calls are answered, but
 // their events are lost. If it never sends LocalCreated, the replay starts without it.
 void ReplaySession::OnConnected(const std::string& application) {
+    // One conversation is replayed to one application, the first that connects.
     if (m_application.empty()) {
         m_application = application;
         SetClock(m_options.patience * MICROSECONDS);
@@ -116,6 +117,7 @@ void ReplaySession::OnNotified(const std::string& application, const Notificatio
     if (application != m_application) {
         return;
     }
+    // How often LocalCreated is sent depends on timing, so repetitions are not counted.
     if (notification.event == Event::LocalCreated && std::exchange(m_created, true)) {
         return;
     }
@@ -137,6 +139,7 @@ void ReplaySession::Begin() {
 void ReplaySession::Advance() {
     while (m_next < m_toSend.size()) {
         const SentMessage& next = m_toSend[m_next];
+        // A call may depend on the effect of an earlier one. OnAnswer() continues here.
         if (m_answers < next.answersBefore) {
             return;
         }
@@ -154,6 +157,7 @@ int64_t ReplaySession::Delay(const SentMessage& message) const {
     if (!m_options.speed) {
         return 0;
     }
+    // The minimum is taken before the conversion, which is undefined for values out of range.
     const double due = std::min(static_cast<double>(message.time) / *m_options.speed,
                                 static_cast<double>(LONGEST_WAIT));
     return m_beginning + static_cast<int64_t>(due) - g_get_monotonic_time();
@@ -161,6 +165,8 @@ int64_t ReplaySession::Delay(const SentMessage& message) const {
 
 void ReplaySession::Say(const SentMessage& message) {
     if (message.kind == MessageKind::Call) {
+        // The reply itself is recorded by the tap. An error counts as an answer, as in the
+        // recording.
         link().Call(m_application, message.bytes, [this](const Result<Bytes>&) { OnAnswer(); });
         return;
     }
@@ -186,12 +192,14 @@ void ReplaySession::AwaitRest() {
         Finish();
         return;
     }
+    // Events that the recorded viewer caused may be as late as the end of the recording.
     const SentMessage rest{.kind = {}, .bytes = {}, .time = m_length, .answersBefore = 0};
     SetClock(std::max<int64_t>(0, Delay(rest)) + m_options.patience * MICROSECONDS);
 }
 
 void ReplaySession::SetClock(int64_t microseconds) {
     m_clock = RunAfter(
+        // Rounding down would let the timer expire early, and Advance() would set it again.
         std::chrono::ceil<std::chrono::milliseconds>(std::chrono::microseconds(microseconds)),
         [this] { OnClock(); });
 }
@@ -219,6 +227,7 @@ void ReplaySession::Finish() {
 }
 
 std::vector<Difference> ReplaySession::Differences() {
+    // Without the tap, no other thread adds messages to the comparison.
     m_tap.reset();
     const std::lock_guard lock(m_mutex);
     Recording heard;

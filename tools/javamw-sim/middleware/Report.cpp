@@ -85,6 +85,7 @@ Json EventObject(const std::string& application, const Notification& notificatio
         object["unexpected_bytes"] = notification.payloadSize;
     }
     if (selection != nullptr) {
+        // The member exists in any case. It is null if nothing is selected.
         Json& selected = object["selection"];
         if (selection->item) {
             AddItem(selected, *selection->item);
@@ -105,6 +106,7 @@ Json ItemObject(const Item& item) {
 void EventLog::Add(SelectionReader& reader, const std::string& application,
                    const Notification& notification) {
     const uint64_t number = ++m_lastNumber;
+    // The entry keeps its place, because replies may arrive in a different order than the events.
     m_entries.push_back({number, application, notification, std::nullopt});
     reader.Read(application, notification.event,
                 [this, number](const SelectedItem& selection) { Complete(number, selection); });

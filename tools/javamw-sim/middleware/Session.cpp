@@ -28,6 +28,8 @@ Session::Session(SessionOptions options)
 }
 
 ExitCode Session::Run() {
+    // A failure before the connection is open is one of the bus. Later, only the recording file can
+    // fail.
     ExitCode failure = ExitCode::NoBus;
     const std::string problem = m_middleware.Join([&](GDBusConnection* connection) {
         failure = ExitCode::WrongUsage;
@@ -42,6 +44,7 @@ ExitCode Session::Run() {
 }
 
 void Session::Print(const std::string& line) {
+    // A reader such as head may close the pipe. The session would otherwise run on without output.
     if (!WriteLine(line)) {
         End(ExitCode::CallFailed);
     }
@@ -50,6 +53,7 @@ void Session::Print(const std::string& line) {
 void Session::Take(const Happening& happening) {
     switch (happening.kind) {
         case Happening::Kind::Connected:
+            // The time limit applies to the first connection only.
             m_clock.Release();
             OnConnected(happening.application);
             break;
@@ -107,6 +111,7 @@ ExitCode Session::FinishRecording(ExitCode code) {
     if (!error.empty()) {
         Complain(error);
     }
+    // A failed recording makes a successful session fail, but does not hide its own exit code.
     return error.empty() || code != ExitCode::Success ? code : ExitCode::CallFailed;
 }
 

@@ -34,6 +34,7 @@ private:
 };
 
 constexpr double MS_PER_SECOND = 1000;
+// More than eleven days. The limit keeps the conversion to whole milliseconds defined.
 constexpr double LONGEST_WAIT_S = 1000000;
 
 class ServeSession : public WatchSession {
@@ -46,11 +47,13 @@ public:
 
 protected:
     void OnDisconnected(const std::string& application) override {
+        // The application is filled again if it connects again.
         m_filled.erase(application);
         WatchSession::OnDisconnected(application);
     }
     void OnNotified(const std::string& application, const Notification& notification) override {
         WatchSession::OnNotified(application, notification);
+        // LocalCreated may be repeated. A second filling would discard the selection of the viewer.
         if (notification.event == Event::LocalCreated && m_filled.insert(application).second) {
             Fill(application);
         }
@@ -71,6 +74,7 @@ private:
 };
 
 void ServeSession::Fill(const std::string& application) {
+    // An earlier middleware may have left items. Only the result of the second call is reported.
     link().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
     link().Call(application, Function::AddItems, m_items,
                 [this, application, count = m_items.size()](const Result<Items>& reply) {
@@ -84,6 +88,7 @@ void ServeSession::Fill(const std::string& application) {
 
 void ServeSession::OnFilled(const std::string& application, size_t count) {
     Print(report().Filled(application, count));
+    // The changes start with the first list that is filled, and run once for all applications.
     if (!m_playing) {
         m_playing = true;
         ScheduleChange();
@@ -110,6 +115,7 @@ void ServeSession::OnChange() {
 
 void ServeSession::Update(const std::string& application, const ListUpdate& update) {
     for (const ListCall& call : update.calls) {
+        // One line reports the whole update, when its last call succeeds.
         const bool last = &call == &update.calls.back();
         link().Call(application, call.function, call.items,
                     [this, application, last,
@@ -131,6 +137,7 @@ public:
 
 protected:
     void OnConnected(const std::string& application) override {
+        // Several applications may connect, but the user asked for one call.
         if (!std::exchange(m_called, true)) {
             link().Call(application, m_function, m_arguments,
                         [this](const Result<Items>& reply) { OnReply(reply); });

@@ -40,6 +40,7 @@ Result<Capture> Open(std::string_view bytes) {
     Capture capture(
         pcap_fopen_offline_with_tstamp_precision(file, PCAP_TSTAMP_PRECISION_MICRO, error.data()));
     if (!capture) {
+        // On success the capture owns the file and closes it.
         static_cast<void>(std::fclose(file));
         return Result<Capture>::Failure(error.data());
     }
@@ -54,10 +55,12 @@ class CaptureReader {
 public:
     void Read(const pcap_pkthdr& header, const uint8_t* bytes) {
         ++m_packet;
+        // The capture program limits the size of packets. The rest of this one was not stored.
         if (header.caplen < header.len) {
             ++m_cut;
             return;
         }
+        // GIO does not change the bytes, although the parameter is not const.
         const GObjectPtr<GDBusMessage> message(
             g_dbus_message_new_from_blob(const_cast<uint8_t*>(bytes), header.caplen,
                                          G_DBUS_CAPABILITY_FLAGS_UNIX_FD_PASSING, nullptr));
@@ -67,6 +70,7 @@ public:
         }
         auto taken = m_traffic.Read(message.get(), TimeOf(header));
         if (taken) {
+            // A capture does not have lines, so messages name the packet.
             taken->line = m_packet;
             m_recording.messages.push_back(std::move(*taken));
         }
@@ -86,6 +90,7 @@ private:
         const auto seconds = std::clamp<int64_t>(header.ts.tv_sec, 0, LAST_SECOND);
         const int64_t time = seconds * 1'000'000 + header.ts.tv_usec;
         m_begin = m_begin.value_or(time);
+        // The clock may have been set back during the capture, or the time may be damaged.
         return std::max<int64_t>(0, time - *m_begin);
     }
     void Remark(size_t count, const std::string& what) {
@@ -113,6 +118,7 @@ bool IsCapture(std::string_view bytes) {
 }
 
 Result<Recording> ReadCapture(std::string_view bytes) {
+    // fmemopen() may refuse a size of 0 with an unrelated error.
     if (bytes.empty()) {
         return Result<Recording>::Failure("empty");
     }

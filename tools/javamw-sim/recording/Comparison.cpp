@@ -40,6 +40,8 @@ public:
              std::optional<int64_t> tolerance)
         : m_first(first), m_second(second), m_tolerance(tolerance) {
         Keys keys;
+        // Numbers are compared in the search for common steps, because it compares a step many
+        // times.
         m_firstKeys = keys.Number(first);
         m_secondKeys = keys.Number(second);
     }
@@ -76,6 +78,7 @@ private:
     std::pair<size_t, size_t> NextCommon() const {
         const size_t lefts = m_first.size() - m_i;
         const size_t rights = m_second.size() - m_j;
+        // The nearest common step is searched, so that one missing message is one difference.
         for (size_t distance = 1; distance < std::min(lefts + rights, NEAR); ++distance) {
             for (size_t ahead = 0; ahead <= distance; ++ahead) {
                 const size_t other = distance - ahead;
@@ -114,6 +117,8 @@ public:
     void Take(const RecordedMessage& message) {
         const std::string key = Key(message);
         const std::string text = Text(message.kind, message.side) + ' ' + Describe(message);
+        // A call is kept until its reply, because replies may arrive in another order than their
+        // calls.
         if (message.kind == MessageKind::Call) {
             m_calls[message.call] = {message.line, message.time, key, text};
         } else {
@@ -122,6 +127,7 @@ public:
     }
 
     std::vector<Step> Finish() {
+        // Calls that were never answered would otherwise be missing from the comparison.
         for (auto& [number, call] : m_calls) {
             call.text += ", not answered";
             m_steps.push_back(std::move(call));
@@ -133,6 +139,7 @@ private:
     void AddAnswered(const RecordedMessage& message, const std::string& key,
                      const std::string& text) {
         const auto call = m_calls.find(message.call);
+        // Signals and names do not belong to a call. A file may also lack the call of a reply.
         if (message.call == 0 || call == m_calls.end()) {
             m_steps.push_back({message.line, message.time, key, text});
             return;

@@ -11,6 +11,7 @@ namespace {
 bool IsConversation(const RecordedMessage& message) {
     const bool said = message.kind == MessageKind::Call || message.kind == MessageKind::Reply ||
                       message.kind == MessageKind::Error || message.kind == MessageKind::Signal;
+    // A broadcast signal does not belong to a conversation of two.
     return said && !message.to.empty();
 }
 
@@ -59,6 +60,7 @@ std::vector<SentMessage> SentMessagesOf(const Conversation& conversation) {
         if (message.side == Side::Application) {
             answers += IsAnswer(message) ? 1 : 0;
         } else if (!IsAnswer(message)) {
+            // The number of answers lets a replay keep the order of the recording at any speed.
             sent.push_back({message.kind, message.bytes, message.time - begin, answers});
         }
     }
@@ -69,7 +71,9 @@ Recording ApplicationSide(const Conversation& conversation) {
     Recording said;
     bool created = false;
     for (const RecordedMessage& message : conversation.recording.messages) {
+        // Repeated LocalCreated events depend on timing, so only the first one counts.
         const bool again = IsLocalCreated(message) && std::exchange(created, true);
+        // Calls are kept, because a comparison places a reply together with its call.
         const bool counts = message.side == Side::Application || message.kind == MessageKind::Call;
         if (counts && !again) {
             said.messages.push_back(message);

@@ -10,6 +10,7 @@
 namespace applist::sim {
 namespace {
 
+// Keeps a description on one readable line. The bytes contain all items.
 constexpr size_t SHOWN_ITEMS = 10;
 
 std::string Count(size_t count, const std::string& what) {
@@ -46,6 +47,7 @@ std::string DescribeFunction(int32_t id) {
 }
 
 std::string DescribeCall(const Bytes& bytes) {
+    // Calls and notifications have the same frame, in which the id follows the payload.
     const auto frame = DecodeNotification(bytes);
     if (!frame) {
         return Count(bytes.size(), "byte") + " without a message id";
@@ -98,6 +100,7 @@ std::string_view NameOf(MessageKind kind) {
 }
 
 std::string Describe(const RecordedMessage& message) {
+    // Such a message contains a text only if its content has an unexpected type.
     if (CarriesBytes(message.kind) && !message.text.empty()) {
         return "content of type " + OneLine(message.text);
     }

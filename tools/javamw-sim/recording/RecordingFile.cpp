@@ -48,6 +48,7 @@ public:
         if (found == m_object.end()) {
             return 0;
         }
+        // A larger number would become negative in the conversion.
         constexpr uint64_t MOST = std::numeric_limits<int64_t>::max();
         if (!found->is_number_unsigned() || found->get<uint64_t>() > MOST) {
             Refuse(member, "is not a non-negative integer");
@@ -143,6 +144,7 @@ public:
     /// Returns an empty string on success.
     std::string Read(std::string_view line) {
         ++m_line;
+        // Empty lines are allowed, but counted, so that messages name the right line.
         if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
             return {};
         }
@@ -239,12 +241,15 @@ Result<Recording> LoadRecording(const std::string& file) {
 }
 
 void RecordingFile::CloseFile::operator()(FILE* file) const {
+    // Standard output belongs to the program, and each line was flushed. A failed close loses
+    // nothing.
     if (file != stdout) {
         static_cast<void>(std::fclose(file));
     }
 }
 
 Result<RecordingFile> RecordingFile::Create(const std::string& file) {
+    // The "e" closes the file in child processes.
     FILE* opened = file == "-" ? stdout : g_fopen(file.c_str(), "we");
     if (opened == nullptr) {
         return Result<RecordingFile>::Failure(file + ": " + g_strerror(errno));
@@ -264,6 +269,7 @@ void RecordingFile::WriteText(const std::string& line) {
     FILE* file = m_file.get();
     const bool written = std::fwrite(line.data(), 1, line.size(), file) == line.size() &&
                          std::fputc('\n', file) != EOF && std::fflush(file) == 0;
+    // A later error would hide the first one, at which the recording became incomplete.
     if (!written && m_error.empty()) {
         m_error = m_name + ": " + g_strerror(errno);
     }

@@ -78,6 +78,8 @@ std::optional<RecordedMessage> TrafficReader::Read(GDBusMessage* message, int64_
 
 std::string TrafficReader::SenderOf(GDBusMessage* message) const {
     const std::string sender = Text(g_dbus_message_get_sender(message));
+    // The bus daemon adds the sender, so an outgoing message that is seen here does not contain
+    // one.
     return sender.empty() ? m_ownName : sender;
 }
 
@@ -97,6 +99,7 @@ std::optional<RecordedMessage> TrafficReader::ReadSignal(GDBusMessage* message) 
         return std::nullopt;
     }
     RecordedMessage taken = Begin(message, MessageKind::Signal);
+    // A side known from the handshake takes precedence over the usual direction of signals.
     taken.side = m_sides.try_emplace(taken.from, Side::Application).first->second;
     TakeContent(taken, message);
     return taken;
@@ -108,11 +111,13 @@ std::optional<RecordedMessage> TrafficReader::ReadOwnerChange(GDBusMessage* mess
         !g_variant_is_of_type(body, G_VARIANT_TYPE("(sss)"))) {
         return std::nullopt;
     }
+    // The strings belong to the message and are copied below.
     const char* name = nullptr;
     const char* oldOwner = nullptr;
     const char* newOwner = nullptr;
     g_variant_get(body, "(&s&s&s)", &name, &oldOwner, &newOwner);
     const auto side = SideOfName(name);
+    // Of the other names only the unique names of the known connections are of interest.
     if (!side) {
         return *newOwner == '\0' ? Leave(name) : std::nullopt;
     }
@@ -135,6 +140,7 @@ std::optional<RecordedMessage> TrafficReader::Leave(const std::string& name) {
     taken.side = known->second;
     taken.from = name;
     m_sides.erase(known);
+    // Replies to a connection that left are not delivered, so its calls need not be kept.
     std::erase_if(m_calls, [&name](const auto& call) { return call.first.first == name; });
     return taken;
 }
@@ -147,6 +153,7 @@ std::optional<RecordedMessage> TrafficReader::ReadCall(GDBusMessage* message) {
     taken.side = m_sides.try_emplace(taken.from, Side::Middleware).first->second;
     m_sides.try_emplace(taken.to, Other(taken.side));
     taken.call = ++m_lastCall;
+    // In the D-Bus protocol a serial is unique for its sender only.
     m_calls[{taken.from, g_dbus_message_get_serial(message)}] = {taken.call, taken.to, taken.side};
     TakeContent(taken, message);
     return taken;

@@ -54,6 +54,7 @@ TrafficTap::TrafficTap(GDBusConnection* connection, Use use, Take take)
 
 TrafficTap::~TrafficTap() {
     {
+        // The lock waits for a running callback, so the caller's objects are unused after this.
         const std::lock_guard lock(m_state->mutex);
         m_state->take = nullptr;
     }
@@ -65,6 +66,7 @@ GDBusMessage* TrafficTap::cb_Message(GDBusConnection* /*connection*/, GDBusMessa
     State& self = **static_cast<std::shared_ptr<State>*>(state);
     self.Hear(message);
     if (incoming != FALSE && self.Keeps(message)) {
+        // A filter that drops a message owns its reference.
         g_object_unref(message);
         return nullptr;
     }
@@ -103,6 +105,7 @@ SessionRecorder::SessionRecorder(GDBusConnection* connection, TrafficTap::Use us
 
 std::string SessionRecorder::Finish() {
     m_announcements.Release();
+    // The tap writes in another thread until it is destroyed. The error is complete only then.
     m_tap.reset();
     return m_file.error();
 }
