@@ -61,6 +61,7 @@ void OnFirstTurn(void* lifecycle) {
 }
 
 gboolean OnEndSignal(void*) {
+    // Only ends the loop, so that everything is released in the usual order.
     elm_exit();
     return G_SOURCE_CONTINUE;
 }
@@ -110,6 +111,8 @@ Lifecycle::Result Lifecycle::Run(int argc, char** argv) {
 }
 
 Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
+    // Claims the bus name before the toolkit starts: a later instance only hands over its request
+    // and does not need a display.
     std::optional<SingleInstance> instance(std::in_place, m_applicationId,
                                            [this](app_control_s& request) { Relaunched(request); });
     if (instance->role() == SingleInstance::Role::Later) {
@@ -133,6 +136,7 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     SpokenNames names;
     ListPanel::OnWaiting([&names](Evas_Object* list) { names.Emptied(list); });
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
+    // The lambda refers to locals, so it is only called while the loop below runs.
     m_leaveScreen = [&] {
         instance->Release();
         keyboard.Close();
@@ -142,9 +146,11 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     // A request for this instance would be lost from here on, so later launches must start a new
     // instance.
     instance.reset();
+    // terminate is only called if create succeeded.
     if (m_created) {
         m_callbacks.terminate(m_userData);
     }
+    // names is about to be destroyed, and the listener refers to it.
     ListPanel::OnWaiting({});
     return result;
 }
@@ -175,6 +181,7 @@ Lifecycle::Result Lifecycle::RunApplication() {
 
 void Lifecycle::Started() {
     DeliverLaunch();
+    // The application may have asked for the exit in create, when the loop could not end yet.
     if (m_exitAsked) {
         Leave();
     }
@@ -197,6 +204,7 @@ void Lifecycle::Leave() {
     if (std::exchange(m_leaving, true)) {
         return;
     }
+    // Without a visible window, or if the timer cannot be created, the program ends at once.
     m_wait = m_leaveScreen() ? ecore_timer_add(LEAVE_SECONDS, OnWaitOver, this) : nullptr;
     if (m_wait == nullptr) {
         elm_exit();
@@ -214,11 +222,13 @@ void Lifecycle::Relaunched(app_control_s& request) {
     if (!m_created || m_leaving) {
         return;
     }
+    // A request that the program was started with precedes a later one.
     DeliverLaunch();
     m_callbacks.app_control(&request, m_userData);
 }
 
 void Lifecycle::VisibilityChanged(bool visible) {
+    // The windows are hidden on purpose while the program ends, which is not a pause.
     if (m_leaving) {
         return;
     }
@@ -244,6 +254,7 @@ int RunApplication(int argc, char** argv, const ui_app_callbacks& callbacks, voi
     }
     TakeGlibMessages();
     const std::string id = ApplicationIdOf(argc > 0 ? argv[0] : program_invocation_name);
+    // A start by the bus is not a request, so its arguments are not read as one.
     std::optional<app_control_s> launch;
     if (!IsServiceStart(argc, argv)) {
         launch = FromArguments(id, argc, argv);
@@ -263,6 +274,7 @@ extern "C" int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, v
 }
 
 extern "C" void ui_app_exit(void) {
+    // Outside ui_app_main() there is nothing to end.
     if (applist::desktop::g_running != nullptr) {
         applist::desktop::g_running->Exit();
     }

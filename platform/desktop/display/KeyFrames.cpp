@@ -31,6 +31,7 @@ KeyFrames::KeyFrames(Windows& windows)
       m_beforeWait(ecore_idle_enterer_add(OnBeforeWait, this)) {}
 
 void KeyFrames::Draw() {
+    // The window is looked up by its id, because it may be deleted between the key and the frame.
     const auto id = std::exchange(m_window, std::nullopt);
     const Evas_Object* window = id ? m_windows.Find(*id) : nullptr;
     if (window != nullptr) {

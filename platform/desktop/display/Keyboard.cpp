@@ -44,6 +44,7 @@ Keyboard::Keyboard(Windows& windows, KeyTable keys)
     windows.OnKeyboardMoved([this](const Windows::Keys& held) { Moved(held); });
 }
 
+// A key that was already held when the keyboard came to the window is not a press for it.
 bool Keyboard::Press(Ecore_Event_Key& key) {
     if (m_grab) {
         KeyboardGrab::Next();
@@ -61,6 +62,7 @@ bool Keyboard::Press(Ecore_Event_Key& key) {
     return m_closed || m_listSteps.Press(key);
 }
 
+// A release without a press in this window is ignored.
 bool Keyboard::Release(Ecore_Event_Key& key) {
     m_heldBefore.erase(key.keycode);
     const bool pressedHere = m_down.erase(key.keycode) > 0;
@@ -71,6 +73,7 @@ bool Keyboard::Release(Ecore_Event_Key& key) {
 
 void Keyboard::Close() {
     m_closed = true;
+    // Until the held keys are released, the grab keeps their events from the next window.
     if (HasKeysDown() && ecore_x_display_get() != nullptr) {
         m_grab.emplace();
     }
@@ -99,6 +102,7 @@ void Keyboard::Rename(Ecore_Event_Key& key) const {
 void Keyboard::Moved(const Windows::Keys& held) {
     std::erase_if(m_down, [&held](unsigned int key) { return !held.contains(key); });
     m_heldBefore = held;
+    // A key that was pressed here and is still held is not one that was held before.
     for (const unsigned int key : m_down) {
         m_heldBefore.erase(key);
     }

@@ -118,12 +118,14 @@ constexpr std::pair<const char*, Evas_Smart_Cb> CALLBACKS[] = {
 
 bool HasShape(Ecore_X_Window window) {
     int count = 0;
+    // The toolkit allocates the rectangles with malloc().
     std::free(ecore_x_window_shape_rectangles_get(window, &count));
     return count > 0;
 }
 
 bool HasWindowManager() {
     Ecore_X_Window check = 0;
+    // The EWMH standard requires a window manager to set this property on the root window.
     return ecore_x_window_prop_window_get(ecore_x_window_root_first_get(),
                                           ECORE_X_ATOM_NET_SUPPORTING_WM_CHECK, &check, 1) > 0;
 }
@@ -147,9 +149,11 @@ Windows::Windows(Listener listener) : m_listener(std::move(listener)) {
 }
 
 Windows::~Windows() {
+    // The toolkit must not call the trap after g_windows is null.
     elm_win_trap_set(nullptr);
     g_windows = nullptr;
     StopSettling();
+    // The windows may outlive this object, so their callbacks are removed.
     for (const Window& window : m_windows) {
         for (const auto& [event, callback] : CALLBACKS) {
             evas_object_smart_callback_del_full(window.object, event, callback, this);
@@ -186,9 +190,11 @@ void Windows::Added(Evas_Object* window) {
     for (const auto& [event, callback] : CALLBACKS) {
         evas_object_smart_callback_add(window, event, callback, this);
     }
+    // Without an X connection, as on Wayland, there are no X events to handle.
     if (ecore_x_display_get() == nullptr) {
         return;
     }
+    // The toolkit's enumeration does not have this X event mask, so the value is cast.
     ecore_x_event_mask_set(static_cast<Ecore_X_Window>(elm_win_window_id_get(window)),
                            static_cast<Ecore_X_Event_Mask>(KeymapStateMask));
     if (m_handlers.empty()) {
@@ -227,6 +233,7 @@ void Windows::Mapped(Ecore_Window id, bool mapped) {
 bool Windows::Obscured(Ecore_Window id, bool obscured) {
     Window* window = Lookup(id);
     if (window == nullptr) {
+        // The toolkit handles the events of windows that are not known here.
         return false;
     }
     window->obscured = obscured;
@@ -239,8 +246,10 @@ void Windows::Activated(const Evas_Object* object, bool active) {
         return;
     }
     for (Window& window : m_windows) {
+        // Only X11 has show and hide events, so here the active window counts as mapped.
         window.mapped = window.object == object ? active : window.mapped;
     }
+    // A window that is not active does not get key releases, so no key counts as held.
     if (!active) {
         KeyboardMoved({});
     }
@@ -253,6 +262,7 @@ bool Windows::TakesKeys(Ecore_Window id) {
 }
 
 void Windows::Settle() {
+    // The toolkit deletes the expired timer.
     m_settling = nullptr;
     Report(std::any_of(m_windows.begin(), m_windows.end(), Visible));
 }
@@ -264,6 +274,7 @@ bool Windows::Visible(const Window& window) {
              HasShape(static_cast<Ecore_X_Window>(elm_win_window_id_get(window.object))));
 }
 
+// A visible window is reported at once, a hidden one only after it has settled.
 void Windows::Update() {
     const bool visible = std::any_of(m_windows.begin(), m_windows.end(), [](const Window& window) {
         return window.mapped && !window.obscured;
@@ -272,6 +283,7 @@ void Windows::Update() {
         StopSettling();
         Report(true);
     } else if (m_visible && m_settling == nullptr) {
+        // A running timer is not restarted, so that repeated events cannot delay the report.
         m_settling = ecore_timer_add(SETTLING_SECONDS, OnSettled, this);
     }
 }
