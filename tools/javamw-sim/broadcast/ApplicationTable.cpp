@@ -138,7 +138,7 @@ void ReadApplicationDescriptor(ByteReader reader, Application& application, Foun
             application.conditions.profiles.push_back(
                 {profiles.U16(), profiles.U8(), profiles.U8(), profiles.U8()});
         }
-        // ETSI TS 102 809: the labels do not have a length field and fill the rest of the descriptor.
+        // ETSI TS 102 809: the labels fill the rest of the descriptor, without a length field.
         const ByteSpan labels = reader.Take(reader.left());
         found.labels.assign(labels.begin(), labels.end());
     }

@@ -13,6 +13,7 @@ struct Kind {
     size_t Damage::*count;
 };
 
+// Names the fields of packets() and sections() separately, so that each sum shows its parts.
 constexpr std::array PACKET_KINDS{
     Kind{"lost sync", &Damage::lostSync},         Kind{"marked as broken", &Damage::markedPackets},
     Kind{"malformed", &Damage::malformedPackets}, Kind{"scrambled", &Damage::scrambledPackets},
@@ -22,6 +23,7 @@ constexpr std::array SECTION_KINDS{
     Kind{"wrong CRC", &Damage::wrongChecksums},
     Kind{"malformed", &Damage::malformedSections},
 };
+// These counters belong to neither sum, so they are printed without one.
 constexpr std::array OTHER_KINDS{
     Kind{"incomplete tables", &Damage::incompleteTables},
     Kind{"changes left out", &Damage::surplusChanges},

@@ -45,6 +45,7 @@ ListUpdate UpdateList(const Items& shown, const Items& wanted) {
             ++update.removed;
         }
     }
+    // A second loop, so that all removals precede the first rename.
     for (const Item& item : shown) {
         if (const Item* kept = Find(wanted, item.id)) {
             Keep(update, item, *kept, FreeId(shown, wanted, item.id));
@@ -55,6 +56,7 @@ ListUpdate UpdateList(const Items& shown, const Items& wanted) {
     std::copy_if(wanted.begin(), wanted.end(), std::back_inserter(added),
                  [&](const Item& item) { return Find(shown, item.id) == nullptr; });
     if (!added.empty()) {
+        // Counted before the items are moved into the call.
         update.added = added.size();
         update.items.insert(update.items.end(), added.begin(), added.end());
         update.calls.push_back({Function::AddItems, std::move(added)});
