@@ -108,6 +108,7 @@ void ReplaySession::OnConnected(const std::string& application) {
 }
 
 void ReplaySession::OnDisconnected(const std::string& application) {
+    // An application that ended does not send anything more, so the rest of the wait is skipped.
     if (application == m_application) {
         Finish();
     }
@@ -154,6 +155,7 @@ void ReplaySession::Advance() {
 }
 
 int64_t ReplaySession::Delay(const SentMessage& message) const {
+    // Without a speed only the order of the recording is kept.
     if (!m_options.speed) {
         return 0;
     }
@@ -232,6 +234,7 @@ std::vector<Difference> ReplaySession::Differences() {
     const std::lock_guard lock(m_mutex);
     Recording heard;
     for (const Conversation& conversation : ConversationsOf(m_heard)) {
+        // Other applications may have connected during the replay.
         if (conversation.application == m_application) {
             heard = ApplicationSide(conversation);
         }

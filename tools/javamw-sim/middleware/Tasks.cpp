@@ -104,9 +104,12 @@ void ServeSession::ScheduleChange() {
 }
 
 void ServeSession::OnChange() {
+    // The list is updated even if no application is connected, so that a later one is filled with
+    // it.
     const ListUpdate update = UpdateList(m_items, m_changes.front().items);
     m_changes.pop_front();
     m_items = update.items;
+    // An application that was not filled yet receives the whole list later.
     for (const std::string& application : m_filled) {
         Update(application, update);
     }

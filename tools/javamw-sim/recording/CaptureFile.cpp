@@ -77,6 +77,7 @@ public:
     }
 
     Recording Finish(const std::string& damage) {
+        // Skipped packets are named, because a comparison would report them as missing messages.
         Remark(m_cut, "truncated; capture with a larger busctl --size");
         Remark(m_damaged, "not D-Bus messages");
         if (!damage.empty()) {

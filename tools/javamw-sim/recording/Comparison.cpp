@@ -68,6 +68,7 @@ private:
 
     void TakeCommon() {
         const int64_t apart = m_first[m_i].time - m_second[m_j].time;
+        // Both steps exist, so the difference of their times is one difference with two sides.
         if (m_tolerance && std::max(apart, -apart) > *m_tolerance) {
             m_differences.push_back({m_first[m_i], m_second[m_j]});
         }

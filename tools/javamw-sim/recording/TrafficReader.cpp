@@ -151,6 +151,7 @@ std::optional<RecordedMessage> TrafficReader::ReadCall(GDBusMessage* message) {
     }
     RecordedMessage taken = Begin(message, MessageKind::Call);
     taken.side = m_sides.try_emplace(taken.from, Side::Middleware).first->second;
+    // The receiver may send its first signal later, and its side is then known.
     m_sides.try_emplace(taken.to, Other(taken.side));
     taken.call = ++m_lastCall;
     // In the D-Bus protocol a serial is unique for its sender only.

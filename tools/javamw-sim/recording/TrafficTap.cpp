@@ -21,6 +21,7 @@ struct TrafficTap::State {
 
     void Hear(GDBusMessage* message) {
         const std::lock_guard lock(mutex);
+        // The filter may still run while the tap is being destroyed.
         if (!take) {
             return;
         }
@@ -48,6 +49,7 @@ TrafficTap::TrafficTap(GDBusConnection* connection, Use use, Take take)
       m_state(std::make_shared<State>(g_dbus_connection_get_unique_name(connection), use,
                                       std::move(take))) {
     m_filter = g_dbus_connection_add_filter(
+        // The filter has its own reference to the state, which GIO drops with the filter.
         connection, &TrafficTap::cb_Message, new std::shared_ptr<State>(m_state),
         [](void* state) { delete static_cast<std::shared_ptr<State>*>(state); });
 }
