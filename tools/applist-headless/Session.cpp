@@ -101,12 +101,14 @@ void Session::Run(const Step& step) {
 
 void Session::Drive(const Step& step) {
     const Statement& statement = step.statement;
+    // Read before the statement runs, because the statement itself may ask for the end.
     const bool wasLeaving = m_life->EndAsked();
     switch (statement.action) {
         case Action::Wait:
             Wait(statement.seconds);
             break;
         case Action::Hang:
+            // Blocks the main loop on purpose, so that the application does not answer meanwhile.
             g_usleep(static_cast<gulong>(statement.seconds * G_USEC_PER_SEC));
             break;
         case Action::Die:
@@ -168,6 +170,7 @@ void Session::Await(const Step& step) {
         return;
     }
     m_awaited = step;
+    // Real time, unlike Wait(): the condition depends on traffic of other processes.
     m_awaitTimer.emplace(m_options.awaitSeconds, [this] {
         Complain(*m_awaited,
                  "this was not so within " + std::to_string(m_options.awaitSeconds) + " s");

@@ -57,7 +57,9 @@ Ecore_Timer* VirtualEcore::AddTimer(double interval, Ecore_Task_Cb function, con
         return nullptr;
     }
     Require(!HasTimer(), "one timer at a time");
+    // The toolkit takes const data, but passes it to the function as non-const.
     m_timer = {interval, m_now + interval, function, const_cast<void*>(data)};
+    // Ecore_Timer is opaque. The caller only stores the address and passes it back.
     return reinterpret_cast<Ecore_Timer*>(&m_timer);
 }
 
@@ -100,6 +102,7 @@ void* VirtualEcore::DeleteHandler(Ecore_Event_Handler* handler) {
 
 using applist::headless::TheEcore;
 
+// The toolkit assigns the event types at run time, so any two different numbers do.
 int ECORE_EVENT_KEY_DOWN = 41;
 int ECORE_EVENT_KEY_UP = 42;
 

@@ -53,6 +53,7 @@ Exit Complain(const std::string& problem, Exit status) {
 }
 
 Exit Print(const std::string& text) {
+    // Flushed here, so that a full disk or a closed pipe shows in the exit status.
     return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? DONE : FAILED;
 }
 

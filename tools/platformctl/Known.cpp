@@ -58,6 +58,7 @@ Reading<Setting> ParseRanged(const KnownSetting& setting, const std::string& val
                 "value " + value + " is out of range for " + setting.key + ": " +
                     std::to_string(setting.least) + " to " + std::to_string(setting.most)};
     }
+    // In 64 bits, because the difference of two 32-bit numbers may overflow.
     if ((int64_t{*number.value} - setting.least) % setting.step != 0) {
         return {{},
                 "value " + value + " is not valid for " + setting.key + ": " +
@@ -150,6 +151,7 @@ Reading<int32_t> ParseFactoryValue(const std::string& value) {
 Datum ReadDatum(const KnownSetting& setting) {
     Datum datum{setting.key, TypeName(setting.type), ReadSetting(setting.key)};
     const auto& value = datum.reading.value;
+    // A settings file may hold a value of another type than the program reads.
     if (value && value->index() != setting.type.index()) {
         datum.reading = {{},
                          "setting " + setting.key + " is stored as " + TypeName(*value) +

@@ -8,6 +8,7 @@ namespace applist::tools {
 namespace {
 
 std::string Dump(const Json& value, int indentation) {
+    // Replaces invalid UTF-8, because dump() throws on it by default.
     return value.dump(indentation, ' ', false, Json::error_handler_t::replace);
 }
 

@@ -11,6 +11,7 @@ Result<File> File::Read(const std::string& name) {
     if (file.m_mapped) {
         return file;
     }
+    // A pipe or a terminal cannot be mapped, so it is read.
     GError* error = nullptr;
     char* content = nullptr;
     size_t size = 0;

@@ -28,6 +28,7 @@ std::string OneLine(const std::string& text) {
 }
 
 bool OutputTakesColours() {
+    // By the NO_COLOR convention, an empty variable counts as unset.
     const char* refused = std::getenv("NO_COLOR");
     const char* terminal = std::getenv("TERM");
     return isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0') &&
@@ -39,6 +40,7 @@ std::string Painted(const std::string& text, const char* colour) {
 }
 
 bool WriteLine(const std::string& line) {
+    // Flushed after each line, because stdout into a pipe is fully buffered.
     return std::fwrite(line.data(), 1, line.size(), stdout) == line.size() &&
            std::fputc('\n', stdout) != EOF && std::fflush(stdout) == 0;
 }
@@ -49,6 +51,7 @@ void Complain(const std::string& message) {
     for (std::string line; std::getline(lines, line);) {
         text += "javamw-sim: " + line + '\n';
     }
+    // A failed write to stderr cannot be reported anywhere.
     static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
 }
 

@@ -48,6 +48,7 @@ ScenarioRun::ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenario
 }
 
 ExitCode ScenarioRun::Run() {
+    // TAP needs the number of points before the first one, so all scenarios are counted first.
     size_t points = 0;
     for (const Scenario& scenario : m_scenarios) {
         points += PointsOf(scenario);
@@ -64,6 +65,7 @@ ExitCode ScenarioRun::Run() {
 void ScenarioRun::Play(const Scenario& scenario) {
     m_failedAt.clear();
     m_seen.clear();
+    // Each scenario gets a new runner, so that no connection or event of the previous one is left.
     m_runner = std::make_unique<StatementRunner>(
         m_options.address, [this](const Middleware& middleware, const Happening& happening) {
             m_seen.push_back(middleware.name() + ": " + Describe(happening));
@@ -78,6 +80,7 @@ void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
     const std::string where = scenario.file + ':' + std::to_string(statement.line);
     const bool setting = IsSetting(statement.action);
     if (!m_failedAt.empty() && !m_options.keepGoing) {
+        // A skipped statement still gets its point, because the plan has counted it.
         if (!setting) {
             m_tap.Skip(where + ' ' + statement.text, m_failedAt + " failed");
         }
@@ -86,6 +89,7 @@ void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
     if (const auto* note = std::get_if<Note>(&statement.action)) {
         m_tap.Comment(note->text);
     }
+    // An error reply is not a failure of the call if the next statement expects that error.
     const bool errorExpected =
         index + 1 < scenario.statements.size() &&
         std::holds_alternative<ExpectError>(scenario.statements[index + 1].action);
@@ -113,6 +117,7 @@ void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
             m_loop.End(ExitCode::CallFailed);
             break;
         case Verdict::NoBus:
+            // Without a bus no later statement can hold, so the run ends here.
             m_tap.Fail(description, where, outcome.problem, seen);
             m_tap.BailOut(outcome.problem);
             Complain(outcome.problem);

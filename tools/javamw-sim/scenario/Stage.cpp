@@ -10,6 +10,7 @@ namespace {
 constexpr uint32_t MOST_REPETITIONS = 1000;
 
 std::string ReadText(Cursor& cursor) {
+    // The cursor splits the line into words, so a text of several words is joined again.
     std::string text = cursor.Text("a text");
     while (!cursor.AtEnd()) {
         text += ' ' + cursor.Text("");
@@ -20,6 +21,7 @@ std::string ReadText(Cursor& cursor) {
 Action ReadHandshake(Cursor& cursor) {
     enum { NORMAL, MANUAL, SKIP, REPEAT, DELAY };
     const size_t kind = cursor.Choice({"normal", "manual", "skip", "repeat", "delay"});
+    // Without a named step the plan holds for all three announcements.
     if (kind == NORMAL || kind == MANUAL) {
         return PlanHandshake{.announcement = std::nullopt, .times = kind == NORMAL ? 1U : 0U};
     }
@@ -135,6 +137,8 @@ Outcome Announce::Run(StatementRunner& runner) const {
 }
 
 Outcome WaitFor::Run(StatementRunner& runner) const {
+    // The condition never holds, so the time-out is the success of this statement. An interrupt or
+    // a lost bus still ends the wait early.
     Outcome waited = runner.Await([] { return false; }, duration, "");
     return waited.verdict == Verdict::Failed ? Held() : waited;
 }

@@ -46,6 +46,7 @@ Outcome StatementRunner::Execute(const Action& action, bool errorExpected) {
     Outcome outcome =
         m_interrupted ? Outcome{Verdict::Interrupted, "interrupted"}
                       : std::visit([this](const auto& known) { return known.Run(*this); }, action);
+    // One interrupt ends one statement, so that the shell can run the next one.
     if (outcome.verdict == Verdict::Interrupted) {
         m_interrupted = false;
     }
@@ -53,6 +54,7 @@ Outcome StatementRunner::Execute(const Action& action, bool errorExpected) {
 }
 
 void StatementRunner::FinishChoices() {
+    // The outcome is ignored on purpose: a choice that stays unanswered must not prevent the end.
     Await(
         [this] {
             return std::none_of(m_middlewares.begin(), m_middlewares.end(), [](const auto& entry) {
@@ -74,6 +76,7 @@ ScenarioMiddleware& StatementRunner::MiddlewareNamed(const std::string& name) {
 Outcome StatementRunner::Join() {
     Middleware& middleware = m_acting->middleware;
     std::string problem = middleware.Join();
+    // Joining can succeed although the bus has reported a problem since.
     if (problem.empty()) {
         problem = middleware.busProblem();
     }
@@ -90,6 +93,7 @@ Outcome StatementRunner::FindApplication() {
 Outcome StatementRunner::Await(const std::function<bool()>& done, Duration patience,
                                const std::string& otherwise) {
     const std::string& busProblem = m_acting->middleware.busProblem();
+    // The loop also ends for an interrupt and a lost bus, so the result of the condition is kept.
     bool held = false;
     RunUntil(
         [&] {

@@ -16,6 +16,7 @@ std::string Description(const std::string& text) {
     return escaped;
 }
 
+// OneLine() has already escaped the backslashes, so only the quotation mark is left for YAML.
 std::string Quoted(const std::string& text) {
     std::string quoted = "\"";
     for (const char character : OneLine(text)) {
@@ -36,12 +37,14 @@ void Tap::Pass(const std::string& description) {
 }
 
 void Tap::Skip(const std::string& description, const std::string& reason) {
+    // TAP marks a skipped point as "ok" with a SKIP directive, so that it does not count as failed.
     m_write(Point("ok", colour::QUIET, description) + " # SKIP " + OneLine(reason));
 }
 
 void Tap::Fail(const std::string& description, const std::string& where, const std::string& problem,
                const std::vector<std::string>& seen) {
     m_write(Point("not ok", colour::BAD, description));
+    // TAP 13 puts the details of a point into an indented YAML block between "---" and "...".
     m_write("  ---");
     m_write("  at: " + Quoted(where));
     m_write("  problem: " + Quoted(problem));

@@ -34,6 +34,8 @@ size_t ColumnsOf(std::string_view text) {
     const char* end = text.data() + text.size();
     for (const char* at = text.data(); at < end;) {
         const gunichar character = g_utf8_get_char_validated(at, end - at);
+        // GLib returns -1 or -2 as an unsigned number for an invalid or truncated character.
+        // Such a byte counts as one column.
         const bool valid = static_cast<gint32>(character) >= 0;
         columns += valid ? WidthOf(character) : 1;
         at += valid ? g_unichar_to_utf8(character, nullptr) : 1;
@@ -61,6 +63,7 @@ void UseCharacters() {
 
 size_t ScreenWidth() {
     winsize size{};
+    // Some terminals, such as serial lines, report a width of 0.
     const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
     return known ? size.ws_col : 80;
 }
@@ -92,6 +95,8 @@ EditorInput::EditorInput(Listener listener, Complete complete, std::string histo
 }
 
 EditorInput::~EditorInput() {
+    // Restores the terminal before the history is written. The qualified name avoids a virtual call
+    // in a destructor.
     EditorInput::Pause();
     SaveHistory();
 }
@@ -107,6 +112,7 @@ void EditorInput::SetUp() {
     el_set(editor, EL_BIND, "^I", "complete-word", nullptr);
     el_set(editor, EL_BIND, "^@", "em-delete-or-list", nullptr);
     el_set(editor, EL_BIND, "^R", "em-inc-search-prev", nullptr);
+    // Reads the user's own editrc last, so that its key bindings override these.
     el_source(editor, nullptr);
     m_resized = RunOn(g_unix_signal_source_new(SIGWINCH), [editor] {
         el_resize(editor);
@@ -186,6 +192,7 @@ void EditorInput::ReadKey() {
         End();
     } else if (last == '\n' || last == '\r') {
         const std::string line(text, static_cast<size_t>(count - 1));
+        // Released until the next Resume(), so that the statement runs before another line is read.
         m_source.Release();
         Remember(line);
         m_listener.line(line);
@@ -225,6 +232,7 @@ void EditorInput::Erase() const {
     const LineInfo* line = el_line(m_editor.get());
     const std::string before =
         m_prompt + std::string(line->buffer, static_cast<size_t>(line->cursor - line->buffer));
+    // A long line wraps, so the cursor may be below the row in which the prompt begins.
     if (const size_t rows = RowsAbove(before, ScreenWidth()); rows > 0) {
         static_cast<void>(std::fprintf(stdout, "\033[%zuA", rows));
     }
@@ -258,6 +266,7 @@ unsigned char EditorInput::cb_Complete(EditLine* editor, int /*key*/) noexcept {
 
 std::string HistoryFile() {
     char* folder = g_build_filename(g_get_user_state_dir(), "javamw-sim", nullptr);
+    // Only the user may read the history.
     const bool there = g_mkdir_with_parents(folder, 0700) == 0;
     std::string file = there ? std::string(folder) + "/history" : std::string();
     g_free(folder);

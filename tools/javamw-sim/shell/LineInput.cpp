@@ -22,6 +22,7 @@ bool StreamInput::Print(const std::string& line) {
 void StreamInput::Read() {
     std::array<char, 4096> buffer{};
     const ssize_t size = read(m_file, buffer.data(), buffer.size());
+    // Not errors: the source calls again when there is something to read.
     if (size < 0 && (errno == EINTR || errno == EAGAIN)) {
         return;
     }
@@ -32,6 +33,8 @@ void StreamInput::Read() {
         m_listener.line(line);
     }
     if (size <= 0) {
+        // Released first, because a descriptor at its end stays readable and would call again.
+        // The last line may lack its line end.
         m_source.Release();
         const std::string last = std::exchange(m_pending, {});
         if (!last.empty()) {

@@ -16,6 +16,7 @@ namespace applist::sim {
 namespace {
 
 bool IsPerson() {
+    // The line editor needs a terminal on both sides.
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
 
@@ -46,6 +47,7 @@ ExitCode Shell::Run() {
     WatchSignals();
     if (!m_options.offline) {
         const Outcome joined = m_runner.Execute(Join());
+        // Fail() does not end the shell of a person, so End() follows.
         if (joined.verdict == Verdict::NoBus) {
             Fail("join", joined.problem, ExitCode::NoBus);
             End(ExitCode::NoBus);
@@ -55,6 +57,8 @@ ExitCode Shell::Run() {
         Do(*line);
     }
     if (!m_loop.exitCode()) {
+        // The input can end while an error is pending or while the viewer's choice is still being
+        // read.
         SettlePending(nullptr);
         m_runner.FinishChoices();
     }
@@ -160,6 +164,8 @@ void Shell::Judge(const Statement& statement, const Outcome& outcome) {
             }
             break;
         case Verdict::Failed:
+            // In a file the next line may expect this error, so the failure is kept until that line
+            // is read.
             if (!m_person && std::holds_alternative<Send>(statement.action) &&
                 HasError(m_runner.acting().lastReply)) {
                 m_pending = {statement, outcome.problem};
@@ -187,6 +193,7 @@ void Shell::SettlePending(const Action* next) {
 }
 
 void Shell::Learn(const Action& action, const Outcome& outcome) {
+    // The ids that were sent or received complete the words of later lines.
     Items seen = outcome.reply.value_or(Items());
     if (const auto* send = std::get_if<Send>(&action); send != nullptr && send->frame.call) {
         const Items& sent = send->frame.call->items;
@@ -244,6 +251,7 @@ void Shell::PrintBusctl(const std::string& text) {
 }
 
 void Shell::Show(const std::string& line) {
+    // The reader of the output may have closed the pipe.
     if (!m_input->Print(line)) {
         End(ExitCode::CallFailed);
     }
