@@ -71,6 +71,7 @@ void NameListsIn(Eo* object) {
     for (Eina_List* each = children; each != nullptr; each = eina_list_next(each)) {
         NameListsIn(static_cast<Eo*>(eina_list_data_get(each)));
     }
+    // The list belongs to the caller, the objects in it do not.
     eina_list_free(children);
 }
 
@@ -94,12 +95,14 @@ Eina_Bool OnRetry(void* names) {
 }  // namespace
 
 void SpokenNames::Turn(bool on) {
+    // m_additions is set while the names are on.
     if (on == (m_additions != nullptr)) {
         return;
     }
     if (on) {
         Connect();
         m_retry = ecore_timer_add(RETRY_SECONDS, OnRetry, this);
+        // The rows that exist by now are not reported as additions any more.
         NameListsIn(efl_access_object_access_root_get());
         m_additions = efl_access_object_event_handler_add(OnEvent, nullptr);
     } else {
@@ -121,11 +124,13 @@ bool SpokenNames::Retry() {
         m_retry = nullptr;
         return false;
     }
+    // The toolkit only connects when the mode changes from off to on.
     elm_config_atspi_mode_set(EINA_FALSE);
     Connect();
     return true;
 }
 
+// Without a screen reader the names are not used.
 void SpokenNames::Emptied(Eo* list) const {
     if (m_additions != nullptr) {
         NameList(list, true);

@@ -68,6 +68,7 @@ bool TakesTime(const std::optional<timespec>& wait) {
     return !wait || wait->tv_sec > 0 || wait->tv_nsec > 0;
 }
 
+// GLib declares its own type for poll(2), with the same layout; the cast below relies on it.
 static_assert(sizeof(GPollFD) == sizeof(pollfd) &&
               offsetof(GPollFD, events) == offsetof(pollfd, events) &&
               offsetof(GPollFD, revents) == offsetof(pollfd, revents));
@@ -147,6 +148,7 @@ void GlibLoop::CollectToolkit(int count, const fd_set* reads, const fd_set* writ
 
 int GlibLoop::CollectGlib(int* priority, int* timeout) {
     g_main_context_prepare(m_context, priority);
+    // If this is too small, the loop asks again with the size that GLib needs.
     size_t room = 8;
     for (;;) {
         m_descriptors.resize(m_toolkitCount + room);
@@ -165,6 +167,7 @@ int GlibLoop::Report(fd_set* reads, fd_set* writes, fd_set* exceptions) const {
     int ready = 0;
     for (size_t i = 0; i < m_toolkitCount; ++i) {
         const pollfd& polled = m_descriptors[i];
+        // As select(2) does for a closed descriptor.
         if ((polled.revents & POLLNVAL) != 0) {
             errno = EBADF;
             return -1;

@@ -33,6 +33,7 @@ bool AnswerOptions(int argc, const char* const* argv) {
             continue;
         }
         const std::string_view path = argv[0];
+        // data() is null-terminated here, because the view extends to the end of argv[0].
         const char* name = path.substr(path.find_last_of('/') + 1).data();
         if (argument == "--help" || argument == "-h") {
             PrintHelp(name);

@@ -69,6 +69,7 @@ Reading<KeyFile> KeyFile::Load(const std::string& path) {
     gsize length = 0;
     g_autoptr(GError) error = nullptr;
     if (g_file_get_contents(path.c_str(), &content, &length, &error) == FALSE) {
+        // A missing file counts as empty, because the first write creates it.
         if (g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) {
             return {KeyFile(), {}};
         }
@@ -115,6 +116,7 @@ Failure UpdateKeyFile(const std::string& path, const std::function<void(KeyFile&
     }
     // Read only after locking, so that changes of other writers are included.
     auto file = KeyFile::Load(path);
+    // Writing would discard what a damaged file still contains.
     if (!file.value) {
         return file.problem + "; not changed, repair or remove it first";
     }

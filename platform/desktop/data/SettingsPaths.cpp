@@ -10,6 +10,7 @@ namespace {
 
 std::string PathOf(const char* underRoot, const char* userFolder, const char* underUserFolder) {
     const char* root = std::getenv("APPLIST_PLATFORM_ROOT");
+    // An empty variable counts as unset; otherwise the paths would start at the file system's root.
     if (root != nullptr && *root != '\0') {
         return std::string(root) + "/" + underRoot;
     }

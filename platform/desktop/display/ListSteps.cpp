@@ -86,6 +86,7 @@ bool ListSteps::Press(const Ecore_Event_Key& key) {
     const bool step = name == "Up" || name == "Down";
     const bool page = name == "Prior" || name == "Next";
     const bool sideways = name == "Left" || name == "Right";
+    // With a modifier the key belongs to the toolkit.
     if ((!step && !page && !sideways) || (key.modifiers & ANY_MODIFIER) != 0) {
         return false;
     }
@@ -106,6 +107,7 @@ void ListSteps::Focus(const Evas_Object* list, Elm_Object_Item* row) {
     if (row == nullptr) {
         return;
     }
+    // Realize() lays out the canvas twice, which a visible row does not need.
     if (!ListFocus::IsRealized(list, row)) {
         Realize(list, row);
     }

@@ -14,6 +14,7 @@ namespace {
 constexpr double DRAWN_FOR_HEIGHT = 1080.0;
 constexpr double DEFAULT_SCALE = 1.0;
 
+// Evaluated once, before FitToHeight() changes the scale itself.
 bool HasOwnScale() {
     static const bool own =
         std::getenv("ELM_SCALE") != nullptr || elm_config_scale_get() != DEFAULT_SCALE;
@@ -55,6 +56,7 @@ void FitToScreen(Evas_Object* window) {
     const int height =
         ecore_x_display_get() != nullptr ? FirstMonitor().h : WaylandScreenHeight(window);
     FitToHeight(height);
+    // A height that is not known yet becomes known when the window gets its size.
     if (height == 0) {
         evas_object_event_callback_add(window, EVAS_CALLBACK_RESIZE, OnResized, nullptr);
     }

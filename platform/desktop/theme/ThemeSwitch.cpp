@@ -13,6 +13,7 @@
 namespace applist::desktop {
 namespace {
 
+// The toolkit reports every file in the folder.
 void OnChange(void* themeSwitch, Ecore_File_Monitor*, Ecore_File_Event, const char* path) {
     GuardCallback([&] { static_cast<ThemeSwitch*>(themeSwitch)->FileChanged(path); });
 }
@@ -37,9 +38,11 @@ void ThemeSwitch::FileChanged(const std::string& path) {
         return;
     }
     const std::string theme = FindTheme();
+    // A change of another setting must not load the same theme again.
     if (theme.empty() || theme == m_theme) {
         return;
     }
+    // The toolkit keeps overlays in a list, so the previous one must be removed.
     elm_theme_overlay_del(nullptr, m_theme.c_str());
     m_theme = theme;
     LoadTheme(theme);
