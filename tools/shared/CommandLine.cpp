@@ -32,10 +32,12 @@ public:
         std::string error;
         while (error.empty() && m_next != m_end) {
             const std::string& word = *m_next++;
+            // By the POSIX guidelines, "--" ends the options.
             if (word == "--") {
                 std::for_each(m_next, m_end, [&](const std::string& rest) { given.AddWord(rest); });
                 break;
             }
+            // A lone "-" is a file name, and a digit after the sign begins a negative number.
             if (word.size() < 2 || word[0] != '-' || std::isdigit(word[1]) != 0) {
                 given.AddWord(word);
             } else {
@@ -69,6 +71,7 @@ private:
             if (option == nullptr) {
                 return "unknown option " + letter;
             }
+            // The rest of the word is the value: "-abc" means "-a bc" if -a takes one.
             const bool attached = !option->value.empty() && i + 1 < word.size();
             std::string error =
                 Take(*option, attached ? std::optional(word.substr(i + 1)) : std::nullopt);
@@ -134,6 +137,7 @@ int Print(const std::string& text) {
 
 int RunCommand(const Program& program, const Command& command, Arguments& given) {
     given.TakeName(program.name + ' ' + command.name, WordsOf(command.name).size());
+    // Ahead of the check, because help is asked for without the arguments.
     if (given.Has("help")) {
         return Print(CommandHelp(program, command));
     }
@@ -164,6 +168,8 @@ std::string UnknownCommand(const Program& program, const std::string& name) {
 }  // namespace
 
 Options::Options(const Program& program) : m_options{HelpOption(), VersionOption()} {
+    // The options of all commands are read, because an option may precede its command. Check()
+    // refuses those of other commands.
     m_options.insert(m_options.end(), program.options.begin(), program.options.end());
     for (const Command& command : program.commands) {
         m_options.insert(m_options.end(), command.options.begin(), command.options.end());
@@ -213,6 +219,7 @@ Option VersionOption() {
 }
 
 int RunProgram(const Program& program, std::vector<std::string> words) {
+    // Ahead of all parsing, because an unfinished command line is not valid yet.
     if (!words.empty() && words.front() == "--complete") {
         std::string text;
         for (const std::string& line : Candidates(program, {words.begin() + 1, words.end()})) {

@@ -42,6 +42,7 @@ bool IsKeyword(const std::string& token) {
     });
 }
 
+// Only such ids are offered, because the completion works on words without quotes.
 bool NeedsNoQuotes(const std::string& id) {
     return !id.empty() && std::all_of(id.begin(), id.end(), [](char character) {
         return g_ascii_isgraph(character) != FALSE && character != '"' && character != '#' &&
@@ -154,6 +155,7 @@ std::string CommonRest(const std::vector<std::string>& candidates, std::string_v
             std::mismatch(common.begin(), common.end(), candidate.begin(), candidate.end());
         common.erase(end.first, common.end());
     }
+    // A blank follows a complete word, so that the next word can be typed at once.
     return common.substr(word.size()) + (candidates.size() == 1 ? " " : "");
 }
 
