@@ -74,7 +74,7 @@ void AlertPopup::Launch(const app_control_s& request) {
     } else {
         LOG_ERROR("Cannot open a display to show the alert: %s", alert->text.c_str());
     }
-    // Without a window the program has nothing to show and does not receive keys.
+    // A program without a window cannot show anything and does not receive keys.
     if (!m_window) {
         ui_app_exit();
     }

@@ -274,7 +274,7 @@ extern "C" int ui_app_main(int argc, char** argv, ui_app_callbacks* callbacks, v
 }
 
 extern "C" void ui_app_exit(void) {
-    // Outside ui_app_main() there is nothing to end.
+    // The pointer is only set while ui_app_main() runs.
     if (applist::desktop::g_running != nullptr) {
         applist::desktop::g_running->Exit();
     }

@@ -190,7 +190,7 @@ void Windows::Added(Evas_Object* window) {
     for (const auto& [event, callback] : CALLBACKS) {
         evas_object_smart_callback_add(window, event, callback, this);
     }
-    // Without an X connection, as on Wayland, there are no X events to handle.
+    // The rest handles X events, which need an X connection.
     if (ecore_x_display_get() == nullptr) {
         return;
     }
