@@ -107,7 +107,7 @@ std::string BusRecording::BecomeMonitor() {
     return reply ? std::string() : TakeMessage(error);
 }
 
-// Standard error, because standard output may be the recording.
+// Prints nothing if standard output is the recording.
 void BusRecording::Say(const std::string& line) const {
     if (m_file == "-") {
         return;
