@@ -1,17 +1,17 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <functional>
 #include <glib.h>
 #include <set>
 
 #include "broadcast/ApplicationXml.h"
-#include "broadcast/BroadcastScan.h"
 #include "broadcast/ProgramTables.h"
-#include "broadcast/SectionFile.h"
 #include "cli/ApplicationFormats.h"
 #include "feed/BroadcastFilter.h"
 #include "feed/ListUpdate.h"
 #include "fuzz/Properties.h"
+#include "support/ScannedBroadcast.h"
 #include "support/TsGenerator.h"
 
 namespace applist::test {
@@ -67,21 +67,34 @@ std::string Check(const Broadcast& broadcast) {
     return readable ? "" : "an application is listed in bytes that are not UTF-8";
 }
 
+// Differs between inputs, so that a long run tries every position of a border.
+size_t PieceSize(std::string_view bytes) {
+    return 1 + std::hash<std::string_view>()(bytes) % 400;
+}
+
 }  // namespace
 
 std::string CheckBroadcastStream(std::string_view bytes) {
-    return Check(sim::ScanBroadcast(Span(bytes)));
+    const Broadcast whole = ScanBroadcast(Span(bytes));
+    if (TextOf(ScanBroadcast(Span(bytes), {}, PieceSize(bytes))) != TextOf(whole)) {
+        return "the size of the pieces changes what a stream contains";
+    }
+    return Check(whole);
 }
 
 std::string CheckSectionFile(std::string_view bytes) {
-    return Check(sim::ScanSections(Span(bytes)));
+    const Broadcast whole = ScanSections(Span(bytes));
+    if (TextOf(ScanSections(Span(bytes), PieceSize(bytes))) != TextOf(whole)) {
+        return "the size of the pieces changes what sections contain";
+    }
+    return Check(whole);
 }
 
 std::string CheckTableBody(std::string_view bytes) {
     bytes = bytes.substr(0, MAX_BODY);
     const TsBytes body(bytes.begin(), bytes.end());
     const TsBytes applications = TsSection(0x74, 0x0010, body);
-    const Broadcast broadcast = sim::ScanSections(applications);
+    const Broadcast broadcast = ScanSections(applications);
     const bool parsed = sim::ParseApplicationTable(applications).has_value();
     if (broadcast.damage.sections() != (parsed ? 0U : 1U)) {
         return "a table is neither read nor counted as damaged";

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -253,6 +254,25 @@ Result<Broadcast> ReadApplicationXml(ByteSpan bytes) {
         snapshot.services.push_back(std::move(service));
     }
     return broadcast;
+}
+
+ApplicationXml::ApplicationXml(SnapshotHandler handler, Damage& damage)
+    : m_handler(std::move(handler)), m_damage(damage) {}
+
+size_t ApplicationXml::Parse(ByteSpan bytes, bool last) {
+    // A document without an end would otherwise fill the memory.
+    if (!last && bytes.size() <= MAX_XML_SIZE) {
+        return 0;
+    }
+    if (m_error.empty()) {
+        auto broadcast = ReadApplicationXml(bytes);
+        m_error = broadcast.error();
+        if (broadcast) {
+            m_damage.malformedSections += broadcast->damage.malformedSections;
+            m_handler(std::move(broadcast->snapshots.front()), false);
+        }
+    }
+    return bytes.size();
 }
 
 }  // namespace applist::sim

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
+
 #include "broadcast/Broadcast.h"
 #include "broadcast/ByteReader.h"
 #include "common/Result.h"
@@ -18,5 +20,20 @@ constexpr size_t MAX_XML_SIZE = size_t{4} * 1024 * 1024;
 /// rejected if it is not well-formed or has a document type, because a document type can define
 /// entities.
 Result<Broadcast> ReadApplicationXml(ByteSpan document);
+
+/// Parses such a document once it is complete.
+class ApplicationXml : public BroadcastParser {
+public:
+    /// damage must outlive the parser, which adds to it.
+    ApplicationXml(SnapshotHandler handler, Damage& damage);
+
+    size_t Parse(ByteSpan bytes, bool last) override;
+    std::string error() const override { return m_error; }
+
+private:
+    SnapshotHandler m_handler;
+    Damage& m_damage;
+    std::string m_error;
+};
 
 }  // namespace applist::sim

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/Damage.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdio>
+#include <utility>
 
 namespace applist::sim {
 namespace {
@@ -11,23 +14,28 @@ namespace {
 struct Kind {
     const char* name;
     size_t Damage::*count;
+    const char* one;  ///< The name of a single one, for its place.
 };
 
 // Names the fields of packets() and sections() separately, so that each sum shows its parts.
 constexpr std::array PACKET_KINDS{
-    Kind{"lost sync", &Damage::lostSync},         Kind{"marked as broken", &Damage::markedPackets},
-    Kind{"malformed", &Damage::malformedPackets}, Kind{"scrambled", &Damage::scrambledPackets},
-    Kind{"gaps", &Damage::missingPackets},
+    Kind{"lost sync", &Damage::lostSync, "lost sync"},
+    Kind{"marked as broken", &Damage::markedPackets, "packet marked as broken"},
+    Kind{"malformed", &Damage::malformedPackets, "malformed packet"},
+    Kind{"scrambled", &Damage::scrambledPackets, "scrambled packet"},
+    Kind{"gaps", &Damage::missingPackets, "gap"},
 };
 constexpr std::array SECTION_KINDS{
-    Kind{"wrong CRC", &Damage::wrongChecksums},
-    Kind{"malformed", &Damage::malformedSections},
+    Kind{"wrong CRC", &Damage::wrongChecksums, "wrong CRC"},
+    Kind{"malformed", &Damage::malformedSections, "malformed section"},
 };
 // These counters belong to neither sum, so they are printed without one.
 constexpr std::array OTHER_KINDS{
-    Kind{"incomplete tables", &Damage::incompleteTables},
-    Kind{"changes left out", &Damage::surplusChanges},
+    Kind{"incomplete tables", &Damage::incompleteTables, nullptr},
+    Kind{"changes left out", &Damage::surplusChanges, nullptr},
 };
+// A bad reception damages thousands of packets. The first places are enough to find the cause.
+constexpr size_t MAX_PLACES = 10;
 
 void Append(std::string& list, const std::string& text) {
     list += (list.empty() ? "" : ", ") + text;
@@ -44,7 +52,29 @@ std::string Counts(const Damage& damage, const Kinds& kinds) {
     return text;
 }
 
+template <typename Kinds>
+std::string NameOfOne(size_t Damage::*counter, const Kinds& kinds) {
+    const auto found = std::find_if(kinds.begin(), kinds.end(),
+                                    [&](const Kind& kind) { return kind.count == counter; });
+    return found != kinds.end() ? found->one : "";
+}
+
 }  // namespace
+
+void Damage::Add(size_t Damage::*counter) {
+    ++(this->*counter);
+    if (places.size() == MAX_PLACES) {
+        return;
+    }
+    std::string place = NameOfOne(counter, PACKET_KINDS) + NameOfOne(counter, SECTION_KINDS) +
+                        " at byte " + std::to_string(m_byte);
+    if (m_pid) {
+        std::array<char, sizeof " on PID 0x0000"> pid{};
+        static_cast<void>(std::snprintf(pid.data(), pid.size(), " on PID 0x%04x", *m_pid));
+        place += pid.data();
+    }
+    places.push_back(std::move(place));
+}
 
 std::string Describe(const Damage& damage) {
     std::string text;

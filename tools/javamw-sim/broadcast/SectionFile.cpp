@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/SectionFile.h"
 
-#include <map>
+#include <utility>
 
 #include <dvbpsi/dvbpsi.h>
 // The headers of the library must be included in this order.
 #include <dvbpsi/psi.h>
 
-#include "broadcast/SubTableCollector.h"
-#include "broadcast/Timeline.h"
-#include "broadcast/TransportState.h"
+#include "broadcast/TransportStream.h"
 
 namespace applist::sim {
 namespace {
@@ -21,13 +19,11 @@ constexpr size_t CRC_SIZE = 4;
 // ISO/IEC 13818-1 fills unused bytes with 0xFF, which is never a table id.
 constexpr uint8_t STUFFING = 0xFF;
 
-// Returns the size of the section that begins here, or 0 if it is not complete.
+// Returns the size of the section that begins here.
 size_t SectionSize(ByteSpan bytes) {
     ByteReader reader(bytes);
-    const uint8_t tableId = reader.U8();
-    const size_t size = HEADER_SIZE + (reader.U16() & 0x0FFFU);
-    const bool whole = !reader.failed() && size <= bytes.size();
-    return whole && tableId != STUFFING ? size : 0;
+    reader.U8();  // the table id
+    return HEADER_SIZE + (reader.U16() & 0x0FFFU);
 }
 
 bool HasCrc(ByteSpan section) {
@@ -47,116 +43,114 @@ bool CrcIsRight(ByteSpan section) {
     return dvbpsi_ValidPSISection(&view);
 }
 
-/// Iterates over the sections, and resynchronises after damage.
-class SectionReader {
-public:
-    /// file and damage must outlive the reader. The reader adds to damage.
-    SectionReader(ByteSpan file, Damage& damage) : m_left(file), m_damage(damage) {}
-
-    /// Returns the next section in the long form with a correct CRC; empty at the end.
-    ByteSpan Next() {
-        while (!m_left.empty()) {
-            const size_t size = SectionSize(m_left);
-            if (size == 0) {
-                ++m_damage.malformedSections;
-                Search();
-                continue;
-            }
-            const ByteSpan section = m_left.first(size);
-            if (!HasCrc(section)) {
-                m_left = m_left.subspan(size);
-                continue;  // another kind of table
-            }
-            if (CrcIsRight(section)) {
-                m_left = m_left.subspan(size);
-                return section;
-            }
-            ++m_damage.wrongChecksums;
-            SkipDamaged(size);
-        }
-        return {};
+Found BeginsComplete(ByteSpan bytes, bool last) {
+    if (!bytes.empty() && bytes[0] == STUFFING) {
+        return Found::No;
     }
-
-private:
-    // If the length was correct, the next section follows. Otherwise its position is unknown.
-    void SkipDamaged(size_t size) {
-        const ByteSpan behind = m_left.subspan(size);
-        if (behind.empty() || BeginsWithSection(behind)) {
-            m_left = behind;
-        } else {
-            Search();
-        }
+    if (bytes.size() < HEADER_SIZE || bytes.size() < SectionSize(bytes)) {
+        return last ? Found::No : Found::Unknown;
     }
-
-    // Requires a valid CRC as well, because the table id alone is frequent in data.
-    void Search() {
-        do {
-            m_left = m_left.subspan(1);
-        } while (!m_left.empty() && !(m_left[0] == APPLICATION_TABLE && BeginsWithSection(m_left)));
-    }
-
-    ByteSpan m_left;
-    Damage& m_damage;
-};
-
-/// Tables of applications by type.
-class SectionState {
-public:
-    void Take(const SubTable& table, TextCoding coding, Damage& damage) {
-        m_tables[table.extension] = std::make_shared<const ApplicationTable>(
-            JoinApplicationSections(table, coding, damage));
-    }
-
-    std::vector<BroadcastService> Services() const {
-        BroadcastService service;
-        for (const auto& [type, table] : m_tables) {
-            service.tables.push_back(table);
-        }
-        return service.tables.empty() ? std::vector<BroadcastService>()
-                                      : std::vector<BroadcastService>{std::move(service)};
-    }
-
-private:
-    std::map<uint16_t, std::shared_ptr<const ApplicationTable>> m_tables;
-};
+    return Found::Yes;
+}
 
 }  // namespace
 
-bool BeginsWithSection(ByteSpan bytes) {
-    const size_t size = SectionSize(bytes);
-    return size > 0 && HasCrc(bytes.first(size)) && CrcIsRight(bytes.first(size));
+Found BeginsWithSection(ByteSpan bytes, bool last) {
+    const Found complete = BeginsComplete(bytes, last);
+    if (complete != Found::Yes) {
+        return complete;
+    }
+    const ByteSpan section = bytes.first(SectionSize(bytes));
+    return HasCrc(section) && CrcIsRight(section) ? Found::Yes : Found::No;
 }
 
-Broadcast ScanSections(ByteSpan file, TextCoding coding) {
-    Broadcast broadcast;
-    SectionState state;
-    Timeline timeline([&] { return state.Services(); }, broadcast.damage);
-    SubTableCollector collector;
-    const auto take = [&](const SubTable& table) {
-        // A file of sections does not contain a clock.
-        timeline.Change(table.replaces, std::nullopt,
-                        [&] { state.Take(table, coding, broadcast.damage); });
-    };
-    SectionReader reader(file, broadcast.damage);
-    for (ByteSpan section = reader.Next(); !section.empty(); section = reader.Next()) {
-        const auto head = ParseTableSection(section);
-        if (!head) {
-            ++broadcast.damage.malformedSections;
-        } else if (head->tableId == APPLICATION_TABLE) {
-            if (const auto table = collector.Add(*head, section)) {
-                take(*table);
-            }
+SectionFile::SectionFile(TextCoding coding, SnapshotHandler handler, Damage& damage)
+    : m_coding(coding), m_handler(std::move(handler)), m_damage(damage) {}
+
+size_t SectionFile::Parse(ByteSpan bytes, bool last) {
+    size_t used = 0;
+    // Every step uses some bytes unless it needs more of them.
+    for (size_t step = 1; step > 0 && used < bytes.size(); used += step) {
+        step = m_searching ? Search(bytes.subspan(used), last) : Next(bytes.subspan(used), last);
+        m_offset += step;
+    }
+    if (last) {
+        for (const SubTable& table : m_collector.TakeIncomplete(m_damage)) {
+            OnTable(table);
         }
     }
-    // A short file may lack sections. A part of a table is more useful than none.
-    for (const SubTable& table : collector.Incomplete()) {
-        if (!table.sections.empty()) {
-            ++broadcast.damage.incompleteTables;
-            take(table);
+    return used;
+}
+
+// Returns how many bytes are dealt with.
+size_t SectionFile::Next(ByteSpan bytes, bool last) {
+    const Found complete = BeginsComplete(bytes, last);
+    if (complete == Found::Unknown) {
+        return 0;
+    }
+    if (complete == Found::No) {
+        return Lose(&Damage::malformedSections);
+    }
+    const ByteSpan section = bytes.first(SectionSize(bytes));
+    if (HasCrc(section) && !CrcIsRight(section)) {
+        return SkipDamaged(bytes, section.size(), last);
+    }
+    // A section without a CRC is another kind of table.
+    if (HasCrc(section)) {
+        OnSection(section);
+    }
+    return section.size();
+}
+
+// If the length was correct, the next section follows. Otherwise its position is unknown.
+size_t SectionFile::SkipDamaged(ByteSpan bytes, size_t size, bool last) {
+    const ByteSpan behind = bytes.subspan(size);
+    const Found next = behind.empty() && last ? Found::Yes : BeginsWithSection(behind, last);
+    if (next == Found::Unknown) {
+        return 0;
+    }
+    const size_t lost = Lose(&Damage::wrongChecksums);
+    m_searching = next == Found::No;
+    return m_searching ? lost : size;
+}
+
+// Requires a valid CRC as well, because the table id alone is frequent in data.
+size_t SectionFile::Search(ByteSpan bytes, bool last) {
+    const Found found = bytes[0] == APPLICATION_TABLE ? BeginsWithSection(bytes, last) : Found::No;
+    m_searching = found != Found::Yes;
+    // The section that was found is read next.
+    return found == Found::Yes ? Next(bytes, last) : found == Found::No ? 1 : 0;
+}
+
+// Counts the byte that does not begin a section, and looks for the next that does.
+size_t SectionFile::Lose(size_t Damage::*counter) {
+    m_damage.At(m_offset);
+    m_damage.Add(counter);
+    m_searching = true;
+    return 1;
+}
+
+void SectionFile::OnSection(ByteSpan section) {
+    const auto head = ParseTableSection(section);
+    m_damage.At(m_offset);
+    if (!head) {
+        m_damage.Add(&Damage::malformedSections);
+    } else if (head->tableId == APPLICATION_TABLE) {
+        if (const auto table = m_collector.Add(*head, section)) {
+            OnTable(*table);
         }
     }
-    broadcast.snapshots = timeline.Finish();
-    return broadcast;
+}
+
+void SectionFile::OnTable(const SubTable& table) {
+    m_tables[table.extension] = std::make_shared<const ApplicationTable>(
+        JoinApplicationSections(table, m_coding, m_damage));
+    BroadcastService service;
+    for (const auto& [type, applications] : m_tables) {
+        service.tables.push_back(applications);
+    }
+    // A file of sections does not contain a clock.
+    m_handler({std::nullopt, {std::move(service)}}, table.replaces);
 }
 
 }  // namespace applist::sim

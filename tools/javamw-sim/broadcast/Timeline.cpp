@@ -20,57 +20,66 @@ bool SameTables(const BroadcastService& one, const BroadcastService& other) {
                       [](const auto& a, const auto& b) { return a == b || *a == *b; });
 }
 
+// Names are left out, because they are those of the whole recording.
 bool SameServices(const std::vector<BroadcastService>& one,
                   const std::vector<BroadcastService>& other) {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
                       [](const BroadcastService& a, const BroadcastService& b) {
-                          return a.id == b.id && a.name == b.name && SameTables(a, b);
+                          return a.id == b.id && SameTables(a, b);
                       });
 }
 
 }  // namespace
 
-Timeline::Timeline(State state, Damage& damage) : m_state(std::move(state)), m_damage(damage) {}
-
-void Timeline::Change(bool replaces, std::optional<double> seconds,
-                      const std::function<void()>& change) {
+void Timeline::Change(Snapshot snapshot, bool replaces) {
     if (!m_start) {
-        m_start = seconds;
+        m_start = snapshot.seconds;
     }
-    const bool late = seconds && *seconds - *m_start > FIRST_MOMENT_S;
-    // The first snapshot must be recorded before the change modifies the state.
+    const bool late = snapshot.seconds && *snapshot.seconds - *m_start > FIRST_MOMENT_S;
+    // The first snapshot must be recorded before the change takes effect.
     if (replaces || late) {
         EndFirstSnapshot();
     }
-    change();
+    for (const BroadcastService& service : snapshot.services) {
+        if (!service.name.empty()) {
+            m_names[service.id.value_or(0)] = service.name;
+        }
+    }
+    m_current = std::move(snapshot);
     if (!m_inFirstSnapshot) {
-        Record(seconds);
+        Record();
     }
 }
 
-std::vector<Snapshot> Timeline::Finish() {
+Broadcast Timeline::Finish(Damage damage) {
     EndFirstSnapshot();
-    return std::move(m_snapshots);
+    for (Snapshot& snapshot : m_snapshots) {
+        for (BroadcastService& service : snapshot.services) {
+            service.name = m_names[service.id.value_or(0)];
+        }
+    }
+    damage.surplusChanges = m_surplus;
+    return {std::move(m_snapshots), std::move(damage)};
 }
 
 void Timeline::EndFirstSnapshot() {
     if (m_inFirstSnapshot) {
-        Record(0);
         m_inFirstSnapshot = false;
+        m_current.seconds = 0;
+        Record();
     }
 }
 
-void Timeline::Record(std::optional<double> seconds) {
-    auto services = m_state();
-    if (!m_snapshots.empty() && SameServices(m_snapshots.back().services, services)) {
+void Timeline::Record() {
+    if (!m_snapshots.empty() && SameServices(m_snapshots.back().services, m_current.services)) {
         return;
     }
     // The loss is counted, so that the user sees that changes are missing.
     if (m_snapshots.size() == MAX_MOMENTS) {
-        ++m_damage.surplusChanges;
-        return;
+        ++m_surplus;
+    } else {
+        m_snapshots.push_back(m_current);
     }
-    m_snapshots.push_back({seconds, std::move(services)});
 }
 
 }  // namespace applist::sim

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
 
+#include "broadcast/BroadcastReader.h"
 #include "cli/ApplicationFormats.h"
 #include "cli/CommonOptions.h"
 #include "cli/Program.h"
 #include "common/Output.h"
-#include "feed/BroadcastFile.h"
 
 namespace applist::sim {
 namespace {

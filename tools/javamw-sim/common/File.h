@@ -2,31 +2,44 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <glib.h>
-#include <memory>
+#include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
-#include <string_view>
 
 #include "common/Result.h"
 
 namespace applist::sim {
 
-/// The bytes of an input file. A regular file is mapped, because broadcasts are large; a pipe or a
-/// device is read to its end.
-class File {
+/// An open input: a file, a pipe, a FIFO or a device. Move-only. All failures name it.
+class InputFile {
 public:
-    /// "-" is standard input. A failure names the file.
-    static Result<File> Read(const std::string& name);
+    enum class Wait { ForWriter, No };
 
-    /// Valid as long as this object.
-    std::string_view content() const;
+    /// "-" is standard input. Opening a FIFO waits until another process writes to it, unless wait
+    /// is No.
+    static Result<InputFile> Open(const std::string& name, Wait wait = Wait::ForWriter);
+    ~InputFile();
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+    InputFile(InputFile&& other) noexcept;
+    InputFile& operator=(InputFile&& other) noexcept;
+
+    /// Waits for bytes and returns their number; 0 at the end.
+    Result<size_t> Read(std::span<uint8_t> room);
+
+    int descriptor() const { return m_descriptor; }
+    /// True for a file on a disk, which can grow and be read again.
+    bool IsRegular() const;
 
 private:
-    struct Unmap {
-        void operator()(GMappedFile* file) const { g_mapped_file_unref(file); }
-    };
-    std::unique_ptr<GMappedFile, Unmap> m_mapped;  ///< Null if the file was read.
-    std::string m_read;
+    InputFile(std::string name, int descriptor);
+
+    std::string m_name;
+    int m_descriptor;
 };
+
+/// Returns the content of a file to its end. "-" is standard input.
+Result<std::string> ReadFile(const std::string& name);
 
 }  // namespace applist::sim

@@ -7,8 +7,8 @@
 #include <map>
 #include <utility>
 
+#include "broadcast/BroadcastReader.h"
 #include "common/File.h"
-#include "feed/BroadcastFile.h"
 
 namespace applist::sim {
 namespace {
@@ -124,11 +124,11 @@ Feed SampleFeed() {
 }
 
 Result<Feed> TextFeed(const std::string& file) {
-    const auto text = File::Read(file);
+    const auto text = ReadFile(file);
     if (!text) {
         return Result<Feed>::Failure(text.error());
     }
-    auto items = ParseItemText(text->content());
+    auto items = ParseItemText(*text);
     if (!items) {
         // The error begins with the line number, so the text is "file:line: reason".
         return Result<Feed>::Failure(file + ":" + items.error());

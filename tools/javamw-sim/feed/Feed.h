@@ -44,9 +44,9 @@ struct BroadcastFeedOptions {
     std::optional<double> interval;  ///< Seconds between changes; absent: as recorded.
 };
 
-/// Returns the offered applications of each snapshot of a file (BroadcastFile.h). A file without a
-/// clock changes every second. Fails if the broadcast never offers an application. A failure names
-/// the file; the remark counts the damage.
+/// Returns the offered applications of each snapshot of a file (BroadcastReader.h). A file without
+/// a clock changes every second. Fails if the broadcast never offers an application. A failure
+/// names the file; the remark counts the damage.
 Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& options = {});
 
 }  // namespace applist::sim

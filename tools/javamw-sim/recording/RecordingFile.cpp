@@ -224,11 +224,11 @@ std::string Now() {
 }  // namespace
 
 Result<Recording> LoadRecording(const std::string& file) {
-    const auto input = File::Read(file);
+    const auto input = ReadFile(file);
     if (!input) {
         return Result<Recording>::Failure(input.error());
     }
-    const std::string_view content = input->content();
+    const std::string_view content = *input;
     const bool capture = IsCapture(content);
     auto recording = capture ? ReadCapture(content) : ParseRecording(content);
     if (!recording) {

@@ -24,11 +24,11 @@ size_t PointsOf(const Scenario& scenario) {
 }  // namespace
 
 Result<Scenario> LoadScenario(const std::string& file) {
-    const auto text = File::Read(file);
+    const auto text = ReadFile(file);
     if (!text) {
         return Result<Scenario>::Failure(text.error());
     }
-    ParsedScenario parsed = ParseScenario(text->content());
+    ParsedScenario parsed = ParseScenario(*text);
     std::string errors;
     for (const ScenarioError& error : parsed.errors) {
         errors += (errors.empty() ? "" : "\n") + file + ':' + std::to_string(error.line) + ':' +

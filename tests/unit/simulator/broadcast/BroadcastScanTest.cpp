@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "broadcast/BroadcastScan.h"
 #include "feed/BroadcastFilter.h"
+#include "support/ScannedBroadcast.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {
 namespace {
 
+using test::ScanBroadcast;
 using test::TsApplication;
 using test::TsApplications;
 using test::TsAssociation;
@@ -190,6 +191,89 @@ TEST(BroadcastScan, ReadsAStreamTruncatedAtAnyByte) {
         const Items items = OfferedItems(ScanBroadcast(cut));
         EXPECT_EQ(items.empty(), size < stream.size()) << size;
     }
+}
+
+// Packets of each size with changing tables, a clock, names and all kinds of damage.
+TsBytes Eventful(size_t before, size_t behind) {
+    TsGenerator generator;
+    for (uint8_t version = 0; version < 4; ++version) {
+        TsApplication changing = NEWS;
+        changing.id = version;
+        generator.AddClock(0x0100, 90000U * version);
+        generator.Add(0, TsAssociation({{1, MAP_PID}}));
+        generator.Add(0x0011, test::TsDescription({{1, "Rete 1"}}));
+        generator.Add(MAP_PID, TsMap(1, {TABLE_PID}));
+        generator.Add(TABLE_PID, TsApplications({changing}, 0x0001, version));
+        generator.Add(TABLE_PID, TsApplications({WEATHER, changing}, 0x0010, version));
+    }
+    TsBytes stream = test::TsRepacked(generator.stream(), before, behind);
+    stream.at(1300) ^= 0xFFU;
+    stream.erase(stream.begin() + 2300, stream.begin() + 2310);
+    stream.resize(stream.size() - 3 - behind);
+    return stream;
+}
+
+TEST(BroadcastScan, DoesNotDependOnThePiecesInWhichAStreamArrives) {
+    for (const auto& [before, behind] : {std::pair{0, 0}, {4, 0}, {0, 16}}) {
+        const TsBytes stream = Eventful(static_cast<size_t>(before), static_cast<size_t>(behind));
+        const Broadcast whole = ScanBroadcast(stream);
+        EXPECT_EQ(whole.damage.lostSync, 2U);
+        EXPECT_GE(whole.snapshots.size(), 4U);
+        for (size_t piece = 1; piece < 800; ++piece) {
+            ASSERT_EQ(test::TextOf(ScanBroadcast(stream, {}, piece)), test::TextOf(whole)) << piece;
+        }
+    }
+}
+
+TEST(BroadcastScan, ReportsATableWithItsLastByte) {
+    TsGenerator generator = Minimal({NEWS});
+    generator.Add(0, TsAssociation({{1, MAP_PID}}));
+    generator.Add(0, TsAssociation({{1, MAP_PID}}));
+    generator.Add(TABLE_PID, TsApplications({NEWS, WEATHER}, 0x0001, 1));
+    Damage damage;
+    Items items;
+    TransportStream parser(
+        std::nullopt, [&](const Snapshot& snapshot, bool) { items = OfferedItems(snapshot, {}); },
+        damage);
+    const ByteSpan stream(generator.stream());
+    const size_t used = parser.Parse(stream.first(stream.size() - 1), false);
+    EXPECT_EQ(items, Items{BOTH[0]});
+    EXPECT_EQ(used, stream.size() - PACKET);
+    parser.Parse(stream.subspan(used), false);
+    EXPECT_EQ(items, BOTH);
+}
+
+// Packets of a PID that no table names.
+TsBytes Video(size_t packets) {
+    TsBytes video(packets * PACKET, 0xAB);
+    for (size_t start = 0; start < video.size(); start += PACKET) {
+        video[start] = 0x47;
+        video[start + 1] = 0x01;
+    }
+    return video;
+}
+
+// The stream has 202,000 packets. A minute of 40 Mbit/s has eight times as many.
+TEST(BroadcastScan, LosesNoSectionAmongManyPackets) {
+    constexpr unsigned TABLES = 2000;
+    unsigned reported = 0;
+    Damage damage;
+    TransportStream parser(
+        std::nullopt, [&](const Snapshot&, bool replaces) { reported += replaces ? 1U : 0U; },
+        damage);
+    TsGenerator generator = Minimal({NEWS});
+    TsBytes left = generator.stream();
+    for (unsigned i = 1; i <= TABLES; ++i) {
+        const TsBytes video = Video(100);
+        const auto known = static_cast<std::ptrdiff_t>(generator.stream().size());
+        generator.Add(TABLE_PID, TsApplications({WEATHER}, 0x0001, static_cast<uint8_t>(i % 32)));
+        left.insert(left.end(), video.begin(), video.end());
+        left.insert(left.end(), generator.stream().begin() + known, generator.stream().end());
+        const size_t used = parser.Parse(left, false);
+        left.erase(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(used));
+    }
+    EXPECT_EQ(reported, TABLES);
+    EXPECT_EQ(Describe(damage), "");
 }
 
 TEST(BroadcastScan, ReadsAnyChangeOfOneByte) {

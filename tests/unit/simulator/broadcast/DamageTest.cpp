@@ -2,15 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <functional>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include "broadcast/BroadcastScan.h"
 #include "feed/BroadcastFilter.h"
+#include "support/ScannedBroadcast.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {
 namespace {
 
+using test::ScanBroadcast;
 using test::TsBytes;
 using test::TsGenerator;
 
@@ -98,6 +99,33 @@ TEST(Damage, UsesTheReceivedSectionsOfAnIncompleteTable) {
     const Broadcast broadcast = ScanBroadcast(generator.stream());
     EXPECT_EQ(OfferedItems(broadcast.snapshots.back(), {}).size(), 1U);
     EXPECT_EQ(Describe(broadcast.damage), "1 incomplete tables");
+}
+
+// The last packet of the stream begins at byte 564.
+TEST(Damage, HasAPlace) {
+    using testing::ElementsAre;
+    EXPECT_THAT(WithLastPacket([](uint8_t* packet) { packet[1] |= 0x80U; }).places,
+                ElementsAre("packet marked as broken at byte 564 on PID 0x0300"));
+    EXPECT_THAT(WithLastPacket([](uint8_t* packet) { packet[0] = 0; }).places,
+                ElementsAre("lost sync at byte 564"));
+    EXPECT_THAT(WithLastPacket([](uint8_t* packet) { packet[20] ^= 0x01U; }).places,
+                ElementsAre("wrong CRC at byte 564 on PID 0x0300"));
+    EXPECT_THAT(WithLastPacket([](uint8_t* packet) {
+                    packet[3] = static_cast<uint8_t>(packet[3] + 5U);
+                    packet[10] ^= 0xFFU;
+                }).places,
+                testing::Contains("gap at byte 564 on PID 0x0300"));
+}
+
+TEST(Damage, KeepsTheFirstTenPlaces) {
+    Damage damage;
+    for (uint64_t byte = 0; byte < 20; ++byte) {
+        damage.At(byte);
+        damage.Add(&Damage::lostSync);
+    }
+    EXPECT_EQ(damage.lostSync, 20U);
+    ASSERT_EQ(damage.places.size(), 10U);
+    EXPECT_EQ(damage.places.back(), "lost sync at byte 9");
 }
 
 TEST(Damage, IsDescribedByKind) {

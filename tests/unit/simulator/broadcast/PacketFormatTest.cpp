@@ -2,14 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "broadcast/BroadcastScan.h"
 #include "broadcast/PacketReader.h"
 #include "feed/BroadcastFilter.h"
+#include "support/ScannedBroadcast.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {
 namespace {
 
+using test::ScanBroadcast;
 using test::TsBytes;
 using test::TsRepacked;
 
@@ -31,11 +32,9 @@ struct Reading {
 
 Reading Read(const TsBytes& stream) {
     Reading reading;
-    PacketReader reader(stream, reading.damage);
-    while (reader.Next()) {
-        ++reading.packets;
-    }
-    reading.format = reader.format();
+    PacketReader reader([&](ByteSpan) { ++reading.packets; }, reading.damage);
+    EXPECT_EQ(reader.Read(stream, true), stream.size());
+    reading.format = reader.format().value();
     return reading;
 }
 
@@ -99,6 +98,16 @@ TEST(PacketFormat, IsKeptAfterDamage) {
         EXPECT_EQ(reading.packets, 8U) << before << ' ' << behind;
         EXPECT_EQ(reading.damage.lostSync, 1U);
     }
+}
+
+TEST(PacketFormat, IsFoundAgainAfterADamagedStart) {
+    TsBytes stream(3000, 0x00);
+    const TsBytes packets = TsRepacked(Stream(), 0, 16);
+    stream.insert(stream.end(), packets.begin(), packets.end());
+    const Reading reading = Read(stream);
+    EXPECT_EQ(reading.format.stride, 204U);
+    EXPECT_EQ(reading.packets, 9U);
+    EXPECT_EQ(reading.damage.lostSync, 1U);
 }
 
 TEST(PacketFormat, Is188ByDefault) {

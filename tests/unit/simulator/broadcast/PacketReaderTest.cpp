@@ -30,12 +30,14 @@ struct Reading {
 
 Reading Read(const Stream& stream) {
     Damage damage;
-    PacketReader reader(stream, damage);
     Reading reading;
-    while (const auto packet = reader.Next()) {
-        EXPECT_EQ(packet->size(), PACKET_SIZE);
-        reading.pids.push_back(PacketPid(*packet));
-    }
+    PacketReader reader(
+        [&](ByteSpan packet) {
+            EXPECT_EQ(packet.size(), PACKET_SIZE);
+            reading.pids.push_back(PacketPid(packet));
+        },
+        damage);
+    EXPECT_EQ(reader.Read(stream, true), stream.size());
     reading.damaged = damage.packets();
     return reading;
 }

@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "broadcast/SectionFile.h"
 #include "feed/BroadcastFilter.h"
+#include "support/ScannedBroadcast.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {
 namespace {
 
+using test::ScanSections;
 using test::TsApplication;
 using test::TsApplications;
 using test::TsBytes;
@@ -85,6 +86,22 @@ TEST(SectionFile, FindsTheNextTableAfterStuffing) {
     EXPECT_EQ(Describe(broadcast.damage), "1 in sections (1 malformed)");
 }
 
+TEST(SectionFile, DoesNotDependOnThePiecesInWhichItArrives) {
+    TsBytes broken = TsApplications({WEATHER});
+    broken[2] = static_cast<uint8_t>(broken[2] + 3U);
+    TsBytes wrong = TsApplications({WEATHER});
+    wrong.back() ^= 0x01U;
+    const TsBytes file = TsApplications({NEWS}) + wrong + TsApplications({NEWS}, 2) + broken +
+                         TsBytes(50, 0xFF) + TsApplications({NEWS, WEATHER}, 0x0001, 1) +
+                         TsBytes{0x74, 0xF0};
+    const Broadcast whole = ScanSections(file);
+    EXPECT_EQ(whole.snapshots.size(), 2U);
+    EXPECT_EQ(Describe(whole.damage), "3 in sections (2 wrong CRC, 1 malformed)");
+    for (size_t piece = 1; piece < file.size(); ++piece) {
+        ASSERT_EQ(test::TextOf(ScanSections(file, piece)), test::TextOf(whole)) << piece;
+    }
+}
+
 TEST(SectionFile, OffersNothingWithoutTables) {
     EXPECT_TRUE(ScanSections({}).snapshots.at(0).services.empty());
     const Broadcast noise = ScanSections(TsBytes(1000, 0x5A));
@@ -93,12 +110,17 @@ TEST(SectionFile, OffersNothingWithoutTables) {
 }
 
 TEST(SectionFile, IsRecognisedByACompleteFirstSection) {
-    EXPECT_TRUE(BeginsWithSection(TsApplications({NEWS})));
-    EXPECT_FALSE(BeginsWithSection({}));
-    EXPECT_FALSE(BeginsWithSection(TsBytes(188, 0x47)));
-    TsBytes broken = TsApplications({NEWS});
+    const TsBytes table = TsApplications({NEWS});
+    EXPECT_EQ(BeginsWithSection(table, true), Found::Yes);
+    EXPECT_EQ(BeginsWithSection(table, false), Found::Yes);
+    EXPECT_EQ(BeginsWithSection({}, true), Found::No);
+    EXPECT_EQ(BeginsWithSection(TsBytes(188, 0x47), true), Found::No);
+    TsBytes broken = table;
     broken[10] ^= 0x01U;
-    EXPECT_FALSE(BeginsWithSection(broken));
+    EXPECT_EQ(BeginsWithSection(broken, false), Found::No);
+    const TsBytes part(table.begin(), table.end() - 1);
+    EXPECT_EQ(BeginsWithSection(part, true), Found::No);
+    EXPECT_EQ(BeginsWithSection(part, false), Found::Unknown);
 }
 
 }  // namespace

@@ -2,14 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "broadcast/BroadcastScan.h"
 #include "broadcast/ProgramTables.h"
 #include "feed/BroadcastFilter.h"
+#include "support/ScannedBroadcast.h"
 #include "support/TsGenerator.h"
 
 namespace applist::sim {
 namespace {
 
+using test::ScanBroadcast;
 using test::TsApplication;
 using test::TsApplications;
 using test::TsBytes;

@@ -174,8 +174,8 @@ TEST_F(Program, RefusesAFileThatIsNotABroadcast) {
         ": neither a transport stream with services nor sections nor XML of applications";
     const std::string file = File(std::string(1000, 'x'));
     ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", file},
-                  file + none + "\njavamw-sim: " + file +
-                      ": skipped damaged parts: 1 in packets (1 lost sync)");
+                  file + none + "\njavamw-sim: " + file + ": lost sync at byte 0\njavamw-sim: " +
+                      file + ": skipped damaged parts: 1 in packets (1 lost sync)");
     const std::string empty = File("");
     ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", empty}, empty + none);
 }
@@ -201,7 +201,7 @@ TEST_F(Program, ReportsDamageAndContinues) {
     const Outcome outcome = RunSimulator({"serve", NO_BUS_THERE, "--broadcast", file});
     EXPECT_EQ(outcome.status, NO_BUS);
     EXPECT_THAT(outcome.errors,
-                StartsWith("javamw-sim: " + file +
+                StartsWith("javamw-sim: " + file + ": lost sync at byte 564\njavamw-sim: " + file +
                            ": skipped damaged parts: 1 in packets (1 lost sync)\n"));
 }
 

@@ -8,11 +8,13 @@
 
 #include <gtest/gtest.h>
 
-#include "broadcast/BroadcastScan.h"
 #include "feed/BroadcastFilter.h"
+#include "support/ScannedBroadcast.h"
 
 namespace applist::sim {
 namespace {
+
+using test::ScanBroadcast;
 
 /// Scans recorded broadcasts. They cannot be distributed with the sources, so these tests are
 /// skipped unless a folder of recordings exists.
