@@ -5,12 +5,21 @@
 #include <string>
 #include <vector>
 
-#include "fakes/FakeTransport.h"
 #include "fuzz/Properties.h"
 #include "ipc/IPCApplist.h"
 
 namespace applist::test {
 namespace {
+
+/// A transport with only the hooks that the adapter overrides.
+class Hooks {
+public:
+    explicit Hooks(const std::string& /*name*/) {}
+    virtual ~Hooks() = default;
+    virtual std::vector<char> HandleMessage(std::vector<char>& data) = 0;
+    virtual void HandleNotification(std::vector<char>& data) = 0;
+    virtual void HandleConnectionReady(bool ready, const std::string& partner) = 0;
+};
 
 class FrameHandler {
 public:
@@ -36,7 +45,7 @@ int IdOf(std::string_view frame) {
 
 std::string CheckAdapterFrame(std::string_view bytes) {
     FrameHandler handler;
-    IPCApplist<JavaMWDbusLocal, FrameHandler> adapter("Channel");
+    IPCApplist<Hooks, FrameHandler> adapter("Channel");
     adapter.RegisterOnMessage(&handler, &FrameHandler::OnMessage);
     std::vector<char> frame(bytes.begin(), bytes.end());
     std::vector<char> notification = frame;

@@ -18,9 +18,10 @@ std::string CheckItemStream(std::string_view bytes);
 /// short must not reach it.
 std::string CheckAdapterFrame(std::string_view bytes);
 
-/// Treats bytes as a session of remote calls and local actions (see SessionStep), with a view that
-/// keeps the items it has read. List, selection and responses must agree after each step.
-std::string CheckRemoteProtocol(std::string_view bytes);
+/// Treats bytes as steps of the whole program (see ProgramStep), which runs without a bus and
+/// without the toolkit. After each step its replies, signals, announcements, rows, focus, requests
+/// to end, timer and registrations must be those of the protocol.
+std::string CheckWholeProgram(std::string_view bytes);
 
 /// Treats bytes as a recording or a capture of a bus. A readable one must be the same after it was
 /// written and read back; an unreadable one must be refused with a reason.
@@ -42,15 +43,16 @@ std::string CheckSectionFile(std::string_view bytes);
 std::string CheckTableBody(std::string_view bytes);
 std::string CheckApplicationXml(std::string_view bytes);
 
-/// One step of a session: the action's number, the payload's length in one byte, the payload.
-/// Actions 0 to 10 are the functions 1999 to 2009; others are the viewer's selections and clicks.
-std::string SessionStep(int action, const std::string& payload);
+/// One step: the action's number, the payload's length in one byte, the payload. Actions 0 to 10
+/// call the functions 1999 to 2009. The others are keys, the viewer, time, the handshake and the
+/// platform's callbacks, in the order of STEPS in WholeProgram.cpp.
+std::string ProgramStep(int action, const std::string& payload);
 
 // The fuzzers' start inputs.
 std::vector<std::string> ItemStreamSeeds();
 std::vector<std::string> AdapterFrameSeeds();
 std::vector<std::string> RecordedTrafficSeeds();
-std::vector<std::string> RemoteProtocolSeeds();
+std::vector<std::string> WholeProgramSeeds();
 std::vector<std::string> ScenarioSeeds();
 std::vector<std::string> SettingsFileSeeds();
 std::vector<std::string> BroadcastStreamSeeds();
@@ -60,7 +62,7 @@ std::vector<std::string> ApplicationXmlSeeds();
 
 /// Inputs found in long fuzzing runs; each takes another path through the code. They exist for the
 /// fuzzers of data from other processes and files: "item_stream", "adapter_frame",
-/// "remote_protocol" and "settings_file". Empty for other names.
+/// "settings_file" and "whole_program". Empty for other names.
 std::vector<std::string> Corpus(const std::string& fuzzer);
 
 }  // namespace applist::test

@@ -52,9 +52,9 @@ TEST(AnyBytes, PassTheAdapterUnchanged) {
     ExpectToHoldForCorpus(CheckAdapterFrame, "adapter_frame");
 }
 
-TEST(AnyBytes, LeaveTheListConsistentWhenTheyAreRemoteCalls) {
-    ExpectToHoldAround(CheckRemoteProtocol, RemoteProtocolSeeds());
-    ExpectToHoldForCorpus(CheckRemoteProtocol, "remote_protocol");
+TEST(AnyBytes, AreStepsAfterWhichTheProgramIsAsTheProtocolSays) {
+    ExpectToHoldAround(CheckWholeProgram, WholeProgramSeeds());
+    ExpectToHoldForCorpus(CheckWholeProgram, "whole_program");
 }
 
 TEST(AnyBytes, ReadBackWithoutADifferenceWhenTheyAreRecordedTraffic) {

@@ -36,13 +36,13 @@ int main(int argc, char** argv) {
     if (!Write(root / "item_stream", applist::test::ItemStreamSeeds()) ||
         !Write(root / "adapter_frame", applist::test::AdapterFrameSeeds()) ||
         !Write(root / "recorded_traffic", applist::test::RecordedTrafficSeeds()) ||
-        !Write(root / "remote_protocol", applist::test::RemoteProtocolSeeds()) ||
         !Write(root / "scenario", applist::test::ScenarioSeeds()) ||
         !Write(root / "settings_file", applist::test::SettingsFileSeeds()) ||
         !Write(root / "broadcast_stream", applist::test::BroadcastStreamSeeds()) ||
         !Write(root / "section_file", applist::test::SectionFileSeeds()) ||
         !Write(root / "table_body", applist::test::TableBodySeeds()) ||
-        !Write(root / "application_xml", applist::test::ApplicationXmlSeeds())) {
+        !Write(root / "application_xml", applist::test::ApplicationXmlSeeds()) ||
+        !Write(root / "whole_program", applist::test::WholeProgramSeeds())) {
         std::cerr << "fuzz_seeds: cannot write to " << argv[1] << '\n';
         return 1;
     }

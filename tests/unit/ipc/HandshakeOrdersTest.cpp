@@ -17,49 +17,19 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/HeldBus.h"
 #include "ipc/javamw-dbus-local.h"
 #include "scenario/Statement.h"
-#include "unit/ipc/HeldBus.h"
+#include "support/HandshakeModel.h"
 
 namespace applist::test {
 namespace {
 
-const std::string BASE = "org.vantu.JavaMW.Applist";
-
-enum Step : size_t { SYN, SYN_ACK, ACK, STEPS };
-constexpr std::array<const char*, STEPS> SUFFIXES{"_SYN", "_SYN_ACK", "_ACK"};
-constexpr std::array<const char*, STEPS> STATEMENTS{"syn", "syn-ack", "ack"};
-
-// The maximum number of copies of one announcement that the bus holds back.
-constexpr int MOST_HELD = 2;
-
-/// One event of an order.
-struct Event {
-    enum Kind { ANNOUNCE, DELIVER, REPEAT, LOSE, LEAVE, NOTICE, REFUSE };
-    Kind kind;
-    size_t partner = 0;
-    Step step = SYN;
-};
+using Event = HandshakeEvent;
 using Order = std::vector<Event>;
+using Partner = HandshakeModel::Partner;
 
-/// The model of one partner.
-struct Partner {
-    enum State { UNKNOWN, KNOWN, CONNECTED };
-    State state = UNKNOWN;
-    bool onTheBus = true;
-    /// The partner has left the bus, but the bus has not reported this yet.
-    bool noticeHeld = false;
-    /// The transport has lost this partner before. Part of the state, because a faulty transport
-    /// could have kept a record of it.
-    bool wasLost = false;
-    std::array<int, STEPS> held{};
-
-    auto operator<=>(const Partner&) const = default;
-};
-
-std::string NameOf(size_t partner) {
-    return ":1." + std::to_string(partner + 1);
-}
+constexpr std::array<const char*, HANDSHAKE_STEPS> STATEMENTS{"syn", "syn-ack", "ack"};
 
 /// A transport that records its reports. Sends a notification to a partner that connects, as the
 /// application does with event 4.
@@ -79,14 +49,14 @@ public:
 /// The real transport and the model of it. Plays events on both and compares them.
 class World {
 public:
-    explicit World(size_t partners) : m_partners(partners) {
+    explicit World(size_t partners) : m_model(partners) {
         TheHeldBus() = HeldBus{};
         m_channel = std::make_unique<Channel>();
         TheHeldBus().TakeOwnedNames();
     }
 
-    bool Allows(const Event& event) const;
-    void Play(const Event& event);
+    bool Allows(const Event& event) const { return m_model.Allows(event); }
+    void Play(const Event& event) { m_model.Play(event); }
     /// Returns what differs from the model; empty if nothing does.
     std::string Difference();
     /// Destroys the transport. Returns a description of leftovers on the bus; empty if there are
@@ -95,112 +65,15 @@ public:
 
     /// Equal for states that only differ in the partners' names.
     std::pair<std::vector<Partner>, bool> State() const {
-        auto partners = m_partners;
+        auto partners = m_model.partners();
         std::sort(partners.begin(), partners.end());
         return {partners, TheHeldBus().refusesNextName()};
     }
 
 private:
-    void Deliver(size_t partner, Step step);
-    void Connect(size_t partner);
-    void Answer(const char* suffix);
-    std::string ResourcesOf(size_t partner) const;
-
-    std::vector<Partner> m_partners;
+    HandshakeModel m_model;
     std::unique_ptr<Channel> m_channel;
-    // What the model expects of the last event.
-    std::vector<std::string> m_reports;
-    std::vector<std::string> m_signals;
-    std::vector<std::string> m_ownedNames;
 };
-
-bool World::Allows(const Event& event) const {
-    const Partner& partner = m_partners[event.partner];
-    switch (event.kind) {
-        case Event::ANNOUNCE:
-            return partner.onTheBus && partner.held[event.step] < MOST_HELD;
-        case Event::DELIVER:
-        case Event::REPEAT:
-        case Event::LOSE:
-            return partner.held[event.step] > 0;
-        case Event::LEAVE:
-            return partner.onTheBus;
-        case Event::NOTICE:
-            return partner.noticeHeld;
-        case Event::REFUSE:
-            return !TheHeldBus().refusesNextName();
-    }
-    return false;
-}
-
-void World::Play(const Event& event) {
-    Partner& partner = m_partners[event.partner];
-    switch (event.kind) {
-        case Event::ANNOUNCE:
-            ++partner.held[event.step];
-            return;
-        case Event::LOSE:
-            --partner.held[event.step];
-            return;
-        case Event::DELIVER:
-            --partner.held[event.step];
-            Deliver(event.partner, event.step);
-            return;
-        case Event::REPEAT:
-            Deliver(event.partner, event.step);
-            return;
-        case Event::LEAVE:
-            partner.onTheBus = false;
-            partner.noticeHeld = partner.state != Partner::UNKNOWN;
-            return;
-        case Event::NOTICE:
-            partner.noticeHeld = false;
-            partner.wasLost = true;
-            partner.state = Partner::UNKNOWN;
-            m_reports.push_back("lost " + NameOf(event.partner));
-            TheHeldBus().Vanish(NameOf(event.partner));
-            return;
-        case Event::REFUSE:
-            TheHeldBus().RefuseNextName();
-            return;
-    }
-}
-
-void World::Deliver(size_t index, Step step) {
-    Partner& partner = m_partners[index];
-    const bool unknown = partner.state == Partner::UNKNOWN;
-    if (step == ACK && !unknown) {
-        Connect(index);
-    } else if (step != ACK && unknown) {
-        Answer(step == SYN ? "_SERVICE_SYN_ACK" : "_SERVICE_ACK");
-        partner.state = Partner::KNOWN;
-        // The bus reports at once that a watched name does not exist.
-        partner.noticeHeld = !partner.onTheBus;
-        if (step == SYN_ACK) {
-            Connect(index);
-        }
-    }
-    TheHeldBus().Announce(BASE + "_CLIENT" + SUFFIXES[step], NameOf(index));
-}
-
-void World::Connect(size_t partner) {
-    m_partners[partner].state = Partner::CONNECTED;
-    m_reports.push_back("connected " + NameOf(partner));
-    m_signals.push_back(NameOf(partner));
-}
-
-void World::Answer(const char* suffix) {
-    if (!TheHeldBus().refusesNextName()) {
-        m_ownedNames.push_back(BASE + suffix);
-    }
-}
-
-std::string World::ResourcesOf(size_t partner) const {
-    const HeldBus& bus = TheHeldBus();
-    const std::string name = NameOf(partner);
-    return std::to_string(bus.Watches(name)) + " watches, " + std::to_string(bus.Proxies(name)) +
-           " proxies, " + std::to_string(bus.Subscriptions(name)) + " subscriptions";
-}
 
 std::string Joined(const std::vector<std::string>& texts) {
     std::string all;
@@ -211,30 +84,30 @@ std::string Joined(const std::vector<std::string>& texts) {
 }
 
 std::string World::Difference() {
+    HandshakeModel::Effects expected = m_model.Take();
+    std::vector<std::string> signals;
+    for (const std::string& partner : expected.connected) {
+        signals.push_back(partner + " 04");
+    }
     // A notification to all must reach exactly the connected partners.
     std::vector<char> data{0};
     m_channel->SendNotification(data);
-    for (size_t partner = 0; partner < m_partners.size(); ++partner) {
-        if (m_partners[partner].state == Partner::CONNECTED) {
-            m_signals.push_back(NameOf(partner));
-        }
-        const std::string expected = m_partners[partner].state == Partner::UNKNOWN
-                                         ? "0 watches, 0 proxies, 0 subscriptions"
-                                         : "1 watches, 1 proxies, 1 subscriptions";
-        if (ResourcesOf(partner) != expected) {
-            return NameOf(partner) + " has " + ResourcesOf(partner) + " instead of " + expected;
-        }
+    for (const std::string& partner : m_model.Connected()) {
+        signals.push_back(partner + " 00");
+    }
+    if (std::string resources = m_model.ResourcesDifference(); !resources.empty()) {
+        return resources;
     }
     const std::pair<std::vector<std::string>, std::vector<std::string>> pairs[] = {
-        {std::exchange(m_channel->reports, {}), std::exchange(m_reports, {})},
-        {TheHeldBus().TakeSignals(), std::exchange(m_signals, {})},
-        {TheHeldBus().TakeOwnedNames(), std::exchange(m_ownedNames, {})}};
+        {std::exchange(m_channel->reports, {}), expected.reports},
+        {TheHeldBus().TakeSignals(), signals},
+        {TheHeldBus().TakeOwnedNames(), expected.ownedNames}};
     const char* const subjects[] = {"reports", "sends to", "announces"};
     for (size_t i = 0; i < std::size(pairs); ++i) {
-        const auto& [actual, expected] = pairs[i];
-        if (actual != expected) {
+        const auto& [actual, wanted] = pairs[i];
+        if (actual != wanted) {
             return std::string("the application ") + subjects[i] + " " + Joined(actual) +
-                   " instead of " + Joined(expected);
+                   " instead of " + Joined(wanted);
         }
     }
     return "";
@@ -242,26 +115,9 @@ std::string World::Difference() {
 
 std::string World::End() {
     m_channel.reset();
-    for (size_t partner = 0; partner < m_partners.size(); ++partner) {
-        if (ResourcesOf(partner) != "0 watches, 0 proxies, 0 subscriptions") {
-            return "at the end " + NameOf(partner) + " has " + ResourcesOf(partner);
-        }
-    }
-    return "";
-}
-
-std::vector<Event> AllEvents(size_t partners) {
-    std::vector<Event> events{{Event::REFUSE}};
-    for (size_t partner = 0; partner < partners; ++partner) {
-        for (const Step step : {SYN, SYN_ACK, ACK}) {
-            for (const auto kind : {Event::ANNOUNCE, Event::DELIVER, Event::REPEAT, Event::LOSE}) {
-                events.push_back({kind, partner, step});
-            }
-        }
-        events.push_back({Event::LEAVE, partner});
-        events.push_back({Event::NOTICE, partner});
-    }
-    return events;
+    m_model.End();
+    const std::string leftover = m_model.ResourcesDifference();
+    return leftover.empty() ? "" : "at the end " + leftover;
 }
 
 // Returns the order as a scenario for javamw-sim. Contains only the events that reach the
@@ -339,7 +195,7 @@ private:
     }
     std::vector<Event> AllowedAfter(const Order& order) const {
         const auto world = After(order);
-        std::vector<Event> events = AllEvents(m_partners);
+        std::vector<Event> events = AllHandshakeEvents(m_partners);
         std::erase_if(events, [&](const Event& event) { return !world->Allows(event); });
         return events;
     }
@@ -363,7 +219,7 @@ TEST_P(HandshakeOrders, ConnectEachPartnerAfterTheThreeStepsAndLeaveNothing) {
 
 TEST(ACounterexample, IsAScenarioThatTheSimulatorPlays) {
     Order order;
-    for (const Event& event : AllEvents(2)) {
+    for (const Event& event : AllHandshakeEvents(2)) {
         order.push_back(event);
     }
     EXPECT_TRUE(sim::ParseScenario(ScenarioOf(order)).errors.empty()) << ScenarioOf(order);

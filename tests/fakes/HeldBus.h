@@ -4,15 +4,17 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gio/gio.h>
 
 /// A bus without processes or time, for tests that choose what arrives and when. A program that
-/// links HeldBus.cpp with the wrap options of its CMakeLists.txt uses this bus instead of the bus
-/// library. Nothing arrives by itself: the test calls Announce() and Vanish().
+/// links fake_bus uses this bus instead of the bus library. Nothing arrives by itself: the test
+/// calls Announce(), Vanish(), Call() and Signal().
 namespace applist::test {
 
 /// Stands in for the bus library. Records the transport's watches, proxies, subscriptions and
@@ -21,22 +23,33 @@ class HeldBus {
 public:
     static constexpr const char* SELF = ":1.0";
 
+    /// Returns bytes as the parameters of a call or a signal; the reference is floating.
+    static GVariant* Payload(std::string_view bytes);
+
     /// Refuses the next name that the application requests, as if it had another owner.
-    void RefuseNextName() { m_refuse = true; }
-    bool refusesNextName() const { return m_refuse; }
+    void RefuseNextName() { m_nextName = NextName::REFUSED; }
+    /// Loses the reply to the application's next request for a name.
+    void LoseNextReply() { m_nextName = NextName::REPLY_LOST; }
+    /// True if the next name will not be announced.
+    bool refusesNextName() const { return m_nextName != NextName::GRANTED; }
 
     /// Delivers both halves of an announcement: owner has owned the name and released it.
     void Announce(const std::string& name, const std::string& owner);
     /// Delivers to the watches of name that its owner has left the bus.
     void Vanish(const std::string& name);
+    /// Calls the application's object with these bytes. Returns the reply; nothing if the
+    /// application does not reply.
+    std::optional<std::string> Call(const std::string& sender, std::string_view bytes);
+    /// Delivers a signal of a partner. Consumes a floating reference to parameters.
+    void Signal(const std::string& sender, GVariant* parameters);
 
     /// The watches, live proxies and subscriptions to signals for a unique name.
     size_t Watches(const std::string& name) const;
     size_t Proxies(const std::string& name) const;
     size_t Subscriptions(const std::string& sender) const;
-    /// The addressees of the signals since the last call, oldest first.
+    /// The signals since the last call, oldest first: the addressee and the bytes, ":1.1 04000000".
     std::vector<std::string> TakeSignals();
-    /// The names that were requested and not refused, oldest first.
+    /// The names that were requested and granted, oldest first.
     std::vector<std::string> TakeOwnedNames();
 
     // The functions of the bus library.
@@ -44,12 +57,15 @@ public:
     void Unsubscribe(guint id) { m_subscriptions.erase(id); }
     guint Watch(const char* name, GBusNameVanishedCallback callback, void* data);
     void Unwatch(guint id) { m_watches.erase(id); }
-    GVariant* Call(const std::string& method, GVariant* parameters);
+    guint Register(const char* path, const GDBusInterfaceVTable* table, void* data);
+    GVariant* CallDaemon(const std::string& method, GVariant* parameters, GError** error);
     GDBusProxy* NewProxy(const char* name);
     void ProxyReleased(const std::string& name);
-    void Emit(const char* destination) { m_signals.emplace_back(destination); }
+    void Emit(const char* destination, GVariant* parameters);
+    void Reply(GVariant* parameters);
 
 private:
+    enum class NextName { GRANTED, REFUSED, REPLY_LOST };
     struct Watcher {
         std::string name;
         GBusNameVanishedCallback callback;
@@ -60,6 +76,11 @@ private:
         std::string name;
         GDBusSignalCallback callback;
         void* data;
+    };
+    struct Object {
+        std::string path;
+        const GDBusInterfaceVTable* table = nullptr;
+        void* data = nullptr;
     };
     void DeliverChange(const std::string& name, const char* from, const char* to);
 
@@ -72,7 +93,9 @@ private:
     std::multiset<std::string> m_proxies;
     std::vector<std::string> m_signals;
     std::vector<std::string> m_ownedNames;
-    bool m_refuse = false;
+    NextName m_nextName = NextName::GRANTED;
+    Object m_object;
+    std::optional<std::string> m_reply;
 };
 
 /// The one bus of the process; tests assign HeldBus{} to start afresh. Single thread only.

@@ -1,9 +1,11 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "unit/ipc/HeldBus.h"
+#include "fakes/HeldBus.h"
 
 #include <algorithm>
 #include <utility>
+
+#include "ipc/javamw-dbus-local.h"
 
 namespace applist::test {
 namespace {
@@ -21,6 +23,14 @@ GDBusConnection* Connection() {
     return connection;
 }
 
+std::string BytesIn(GVariant* payload) {
+    g_autoptr(GVariant) array = g_variant_get_child_value(payload, 0);
+    gsize size = 0;
+    const auto* bytes =
+        static_cast<const char*>(g_variant_get_fixed_array(array, &size, sizeof(char)));
+    return {bytes, size};
+}
+
 void OnProxyReleased(void* name, GObject* /*proxy*/) {
     auto* const owner = static_cast<std::string*>(name);
     TheHeldBus().ProxyReleased(*owner);
@@ -32,6 +42,12 @@ void OnProxyReleased(void* name, GObject* /*proxy*/) {
 HeldBus& TheHeldBus() {
     static HeldBus bus;
     return bus;
+}
+
+GVariant* HeldBus::Payload(std::string_view bytes) {
+    GVariant* array =
+        g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), sizeof(char));
+    return g_variant_new_tuple(&array, 1);
 }
 
 void HeldBus::DeliverChange(const std::string& name, const char* from, const char* to) {
@@ -94,19 +110,70 @@ guint HeldBus::Watch(const char* name, GBusNameVanishedCallback callback, void* 
     return m_lastWatch;
 }
 
-GVariant* HeldBus::Call(const std::string& method, GVariant* parameters) {
+std::optional<std::string> HeldBus::Call(const std::string& sender, std::string_view bytes) {
+    m_reply.reset();
+    g_autoptr(GVariant) parameters = g_variant_ref_sink(Payload(bytes));
+    // The transport only passes the invocation to the functions that reply, and releases it.
+    auto* const invocation =
+        reinterpret_cast<GDBusMethodInvocation*>(g_object_new(G_TYPE_OBJECT, nullptr));
+    m_object.table->method_call(
+        Connection(), sender.c_str(), m_object.path.c_str(), JavaMWDbusLocal::JAVAMW_DBUS_OBJ_IFACE,
+        JavaMWDbusLocal::JAVAMW_DBUS_OBJ_METHOD, parameters, invocation, m_object.data);
+    return m_reply;
+}
+
+void HeldBus::Signal(const std::string& sender, GVariant* parameters) {
+    const auto subscriptions = m_subscriptions;
+    g_autoptr(GVariant) held = g_variant_ref_sink(parameters);
+    for (const auto& [id, subscription] : subscriptions) {
+        if (subscription.sender == sender) {
+            subscription.callback(Connection(), sender.c_str(), m_object.path.c_str(),
+                                  JavaMWDbusLocal::JAVAMW_DBUS_OBJ_IFACE,
+                                  JavaMWDbusLocal::JAVAMW_DBUS_SIG_NAME, held, subscription.data);
+        }
+    }
+}
+
+guint HeldBus::Register(const char* path, const GDBusInterfaceVTable* table, void* data) {
+    m_object = {path, table, data};
+    return 1;
+}
+
+void HeldBus::Emit(const char* destination, GVariant* parameters) {
+    g_autoptr(GVariant) held = g_variant_ref_sink(parameters);
+    std::string signal = Text(destination) + " ";
+    for (const char byte : BytesIn(held)) {
+        constexpr const char* DIGITS = "0123456789abcdef";
+        signal += DIGITS[static_cast<unsigned char>(byte) / 16];
+        signal += DIGITS[static_cast<unsigned char>(byte) % 16];
+    }
+    m_signals.push_back(signal);
+}
+
+void HeldBus::Reply(GVariant* parameters) {
+    g_autoptr(GVariant) held = g_variant_ref_sink(parameters);
+    m_reply = BytesIn(held);
+}
+
+GVariant* HeldBus::CallDaemon(const std::string& method, GVariant* parameters, GError** error) {
     constexpr uint32_t owner = 1;
     constexpr uint32_t exists = 3;
     if (method != "RequestName") {
         return g_variant_ref_sink(g_variant_new("(u)", owner));
     }
-    const bool refuse = std::exchange(m_refuse, false);
-    if (!refuse) {
-        const char* name = nullptr;
-        g_variant_get(parameters, "(&su)", &name, nullptr);
-        m_ownedNames.emplace_back(name);
+    switch (std::exchange(m_nextName, NextName::GRANTED)) {
+        case NextName::REFUSED:
+            return g_variant_ref_sink(g_variant_new("(u)", exists));
+        case NextName::REPLY_LOST:
+            g_set_error_literal(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT, "no reply");
+            return nullptr;
+        default:
+            break;
     }
-    return g_variant_ref_sink(g_variant_new("(u)", refuse ? exists : owner));
+    const char* name = nullptr;
+    g_variant_get(parameters, "(&su)", &name, nullptr);
+    m_ownedNames.emplace_back(name);
+    return g_variant_ref_sink(g_variant_new("(u)", owner));
 }
 
 GDBusProxy* HeldBus::NewProxy(const char* name) {
@@ -143,6 +210,7 @@ decltype(g_bus_unwatch_name) __wrap_g_bus_unwatch_name;
 decltype(g_dbus_proxy_new_sync) __wrap_g_dbus_proxy_new_sync;
 decltype(g_dbus_connection_call_sync) __wrap_g_dbus_connection_call_sync;
 decltype(g_dbus_connection_emit_signal) __wrap_g_dbus_connection_emit_signal;
+decltype(g_dbus_method_invocation_return_value) __wrap_g_dbus_method_invocation_return_value;
 
 GDBusConnection* __wrap_g_bus_get_sync(GBusType, GCancellable*, GError**) {
     return static_cast<GDBusConnection*>(g_object_ref(Connection()));
@@ -156,10 +224,11 @@ gboolean __wrap_g_dbus_connection_is_closed(GDBusConnection*) {
     return FALSE;
 }
 
-guint __wrap_g_dbus_connection_register_object(GDBusConnection*, const gchar*, GDBusInterfaceInfo*,
-                                               const GDBusInterfaceVTable*, gpointer,
+guint __wrap_g_dbus_connection_register_object(GDBusConnection*, const gchar* path,
+                                               GDBusInterfaceInfo*,
+                                               const GDBusInterfaceVTable* table, gpointer data,
                                                GDestroyNotify, GError**) {
-    return 1;
+    return TheHeldBus().Register(path, table, data);
 }
 
 guint __wrap_g_dbus_connection_signal_subscribe(GDBusConnection*, const gchar* sender, const gchar*,
@@ -193,16 +262,22 @@ GDBusProxy* __wrap_g_dbus_proxy_new_sync(GDBusConnection*, GDBusProxyFlags, GDBu
 GVariant* __wrap_g_dbus_connection_call_sync(GDBusConnection*, const gchar*, const gchar*,
                                              const gchar*, const gchar* method,
                                              GVariant* parameters, const GVariantType*,
-                                             GDBusCallFlags, gint, GCancellable*, GError**) {
-    return TheHeldBus().Call(method, parameters);
+                                             GDBusCallFlags, gint, GCancellable*, GError** error) {
+    return TheHeldBus().CallDaemon(method, parameters, error);
 }
 
 gboolean __wrap_g_dbus_connection_emit_signal(GDBusConnection*, const gchar* destination,
                                               const gchar*, const gchar*, const gchar*,
                                               GVariant* parameters, GError**) {
-    g_variant_unref(g_variant_ref_sink(parameters));
-    TheHeldBus().Emit(destination);
+    TheHeldBus().Emit(destination, parameters);
     return TRUE;
+}
+
+// As the bus library's, consumes a reference to the invocation.
+void __wrap_g_dbus_method_invocation_return_value(GDBusMethodInvocation* invocation,
+                                                  GVariant* parameters) {
+    TheHeldBus().Reply(parameters);
+    g_object_unref(invocation);
 }
 }
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
