@@ -24,7 +24,7 @@ constexpr int FAILED = -5;
 
 int main(int argc, char** argv) try {
     // A closed pipe on standard output must not end the program.
-    std::signal(SIGPIPE, SIG_IGN);
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     std::printf("APPLIST v: %s\n", VERSION);
     // Standard output is buffered if it is a pipe; flush it so that the line appears at the start.
     static_cast<void>(std::fflush(stdout));

@@ -136,7 +136,7 @@ int RunInput(int fd, const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     Options options;
     if (const auto status = ParseOptions(argc, argv, options)) {
         return *status;

@@ -76,8 +76,8 @@ public:
     ~EndSignals() {
         g_source_remove(m_terminate);
         g_source_remove(m_interrupt);
-        std::signal(SIGTERM, SIG_IGN);
-        std::signal(SIGINT, SIG_IGN);
+        static_cast<void>(std::signal(SIGTERM, SIG_IGN));
+        static_cast<void>(std::signal(SIGINT, SIG_IGN));
     }
     EndSignals(const EndSignals&) = delete;
     EndSignals& operator=(const EndSignals&) = delete;
@@ -126,6 +126,10 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
         LOG_ERROR("Cannot reach a display; DISPLAY or WAYLAND_DISPLAY must name one");
         return NO_DISPLAY;
     }
+    return RunOnScreen(instance);
+}
+
+Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance) {
     SpareMemory memory;
     const GlibLoop glib([&memory] { memory.GiveBack(); });
     const EndSignals signalsThatEnd;

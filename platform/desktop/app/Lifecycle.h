@@ -50,6 +50,8 @@ public:
 
 private:
     Result RunToolkit(int argc, char** argv);
+    /// Runs the application with the started toolkit. Resets instance before the application ends.
+    Result RunOnScreen(std::optional<SingleInstance>& instance);
     Result RunApplication();
     Result HandOver(SingleInstance& first);
     /// Delivers the request that started the program to the application, on the first call only.
