@@ -10,7 +10,6 @@
 #include "CallbackGuard.h"
 #include "accessibility/KeyFilter.h"
 #include "display/ListPanel.h"
-#include "i18n_text.h"
 
 // Elementary.h does not include this header.
 extern "C" {
@@ -41,38 +40,55 @@ void NameRow(const Eo* list, Eo* row) {
     }
 }
 
-// An empty list has the text that the panel shows instead of rows. A reader announces the change of
-// the name of the object that it is on.
-void NameList(Eo* list, bool empty) {
-    std::string title = TitleOf(list);
-    if (empty) {
-        title += std::string(title.empty() ? "" : ". ") + i18n_get_text("LIST_EMPTY");
-    }
+void NameList(Eo* list) {
+    const std::string title = TitleOf(list);
     if (!title.empty()) {
         efl_access_object_i18n_name_set(list, title.c_str());
     }
 }
 
 void NameAll(Eo* list) {
-    NameList(list, elm_genlist_first_item_get(list) == nullptr);
+    NameList(list);
     for (Elm_Object_Item* row = elm_genlist_first_item_get(list); row != nullptr;
          row = elm_genlist_item_next_get(row)) {
         NameRow(list, row);
     }
 }
 
-// Names every list in the tree below object.
-void NameListsIn(Eo* object) {
+// Calls body for every object in the tree below object, but not for the rows of lists.
+void ForEachIn(Eo* object, void (*body)(Eo*)) {
+    body(object);
     if (IsList(object)) {
-        NameAll(object);
         return;
     }
     Eina_List* children = efl_access_object_access_children_get(object);
     for (Eina_List* each = children; each != nullptr; each = eina_list_next(each)) {
-        NameListsIn(static_cast<Eo*>(eina_list_data_get(each)));
+        ForEachIn(static_cast<Eo*>(eina_list_data_get(each)), body);
     }
     // The list belongs to the caller, the objects in it do not.
     eina_list_free(children);
+}
+
+// A popup contains one object of this role, which does not have a name. A reader speaks its name
+// when the object is reported as shown.
+bool IsNotification(const Eo* object) {
+    return efl_access_object_role_get(object) == EFL_ACCESS_ROLE_NOTIFICATION;
+}
+
+void SpeakNotification(Eo* object) {
+    const char* message =
+        IsNotification(object) ? efl_access_object_i18n_name_get(object) : nullptr;
+    if (message != nullptr && *message != '\0') {
+        efl_access_state_changed_signal_emit(object, EFL_ACCESS_STATE_TYPE_SHOWING, EINA_TRUE);
+    }
+}
+
+Eina_Bool OnBridge(void*, int, void* event) {
+    if (static_cast<const Elm_Event_Atspi_Bridge_State_Changed*>(event)->state ==
+        ELM_ATSPI_BRIDGE_CONNECTED) {
+        GuardCallback(SpokenNames::Repeat);
+    }
+    return ECORE_CALLBACK_PASS_ON;
 }
 
 // Called for every accessibility event of every object, so it returns early for most of them.
@@ -103,10 +119,16 @@ void SpokenNames::Turn(bool on) {
         Connect();
         m_retry = ecore_timer_add(RETRY_SECONDS, OnRetry, this);
         // The rows that exist by now are not reported as additions any more.
-        NameListsIn(efl_access_object_access_root_get());
+        ForEachIn(efl_access_object_access_root_get(), [](Eo* object) {
+            if (IsList(object)) {
+                NameAll(object);
+            }
+        });
+        m_connected = EventHandler::Behind(ELM_EVENT_ATSPI_BRIDGE_STATE_CHANGED, OnBridge, nullptr);
         m_additions = efl_access_object_event_handler_add(OnEvent, nullptr);
     } else {
         elm_config_atspi_mode_set(EINA_FALSE);
+        m_connected = {};
         efl_access_object_event_handler_del(std::exchange(m_additions, nullptr));
         if (m_retry != nullptr) {
             ecore_timer_del(std::exchange(m_retry, nullptr));
@@ -130,17 +152,29 @@ bool SpokenNames::Retry() {
     return true;
 }
 
-// Without a screen reader the names are not used.
-void SpokenNames::Emptied(Eo* list) const {
-    if (m_additions != nullptr) {
-        NameList(list, true);
+void SpokenNames::Say(Eo* list, const std::string& message) {
+    NameList(list);
+    Eo* around = elm_object_parent_widget_get(list);
+    while (around != nullptr && !IsNotification(around)) {
+        around = elm_object_parent_widget_get(around);
     }
+    if (around != nullptr) {
+        efl_access_object_i18n_name_set(around, message.c_str());
+        // The toolkit does not report the new name itself, and a reader keeps the old one.
+        efl_access_object_event_emit(around, EFL_ACCESS_OBJECT_EVENT_PROPERTY_CHANGED,
+                                     const_cast<char*>("i18n_name"));
+        SpeakNotification(around);
+    }
+}
+
+void SpokenNames::Repeat() {
+    ForEachIn(efl_access_object_access_root_get(), SpeakNotification);
 }
 
 void SpokenNames::RowAdded(Eo* list, Eo* row) {
     if (IsList(list)) {
         NameRow(list, row);
-        NameList(list, false);
+        NameList(list);
     }
 }
 

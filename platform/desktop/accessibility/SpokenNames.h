@@ -3,6 +3,9 @@
 #pragma once
 
 #include <Ecore.h>
+#include <string>
+
+#include "display/EventHandler.h"
 
 typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
 
@@ -10,8 +13,8 @@ namespace applist::desktop {
 
 /// Connects the toolkit to the screen reader and names the objects that the toolkit leaves unnamed:
 /// lists get the title of their popup, rows get their text. The toolkit knows only the texts of
-/// rows that are drawn, but a reader visits all rows. Main thread only; must be destroyed before
-/// the toolkit shuts down.
+/// rows that are drawn, but a reader visits all rows. Also passes messages about lists to the
+/// reader. Main thread only; must be destroyed before the toolkit shuts down.
 class SpokenNames {
 public:
     SpokenNames() = default;
@@ -25,8 +28,11 @@ public:
     void Turn(bool on);
     /// For the toolkit's event callback: row has been added to list.
     static void RowAdded(Eo* list, Eo* row);
-    /// Names list as empty while a reader is connected: the panel shows a text instead of rows.
-    void Emptied(Eo* list) const;
+    /// Makes the reader speak a message about list, at once or when it is connected. An empty
+    /// message withdraws the last one. list must be in a popup.
+    static void Say(Eo* list, const std::string& message);
+    /// For the toolkit's event callback: the reader is connected, and speaks the last message.
+    static void Repeat();
     /// For the timer: connects again if the toolkit is not connected yet. Returns true if the timer
     /// must call again.
     bool Retry();
@@ -36,6 +42,7 @@ private:
 
     Ecore_Timer* m_retry = nullptr;
     Efl_Access_Event_Handler* m_additions = nullptr;
+    EventHandler m_connected;
 };
 
 }  // namespace applist::desktop

@@ -138,7 +138,7 @@ Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance
     const ThemeSignals signals;
     const KeyFrames frames(windows);
     SpokenNames names;
-    ListPanel::OnWaiting([&names](Evas_Object* list) { names.Emptied(list); });
+    ListPanel::OnMessage(SpokenNames::Say);
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
     // The lambda refers to locals, so it is only called while the loop below runs.
     m_leaveScreen = [&] {
@@ -154,8 +154,6 @@ Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance
     if (m_created) {
         m_callbacks.terminate(m_userData);
     }
-    // names is about to be destroyed, and the listener refers to it.
-    ListPanel::OnWaiting({});
     return result;
 }
 

@@ -18,8 +18,9 @@
 namespace applist::desktop {
 namespace {
 
-// A middleware usually fills an empty list within some milliseconds, so the text would flash.
-constexpr double EMPTY_SECONDS = 0.5;
+// A middleware usually fills an empty list within some milliseconds, so the text would flash. It
+// may add rows one by one, so only the final number is told.
+constexpr double SETTLE_SECONDS = 0.5;
 
 // The theme part of a row that shows its text.
 constexpr const char* TEXT_PART = "elm.text";
@@ -75,16 +76,17 @@ Evas_Object* DrawingOfPopupAround(const Evas_Object* list) {
     return nullptr;
 }
 
+// Replaces the first placeholder called name; a translation may lack it.
+std::string Filled(std::string text, std::string_view name, int value) {
+    const size_t found = text.find(name);
+    return found != std::string::npos ? text.replace(found, name.size(), std::to_string(value))
+                                      : text;
+}
+
 std::string PositionText(int position, int count) {
-    std::string text = i18n_get_text("LIST_POSITION");
-    for (const auto& [name, value] : {std::pair("{position}", position), {"{count}", count}}) {
-        const size_t found = text.find(name);
-        if (found != std::string::npos) {
-            text.replace(found, std::string_view(name).size(), std::to_string(value));
-        }
-    }
+    const std::string text = Filled(i18n_get_text("LIST_POSITION"), "{position}", position);
     // The space separates it from a title that is too long.
-    return "\u2003" + text;
+    return "\u2003" + Filled(text, "{count}", count);
 }
 
 }  // namespace
@@ -113,7 +115,7 @@ std::string TitleOf(const Evas_Object* list) {
     return title != nullptr ? title : "";
 }
 
-void ListPanel::OnWaiting(Listener listener) {
+void ListPanel::OnMessage(Listener listener) {
     TheListener() = std::move(listener);
 }
 
@@ -123,13 +125,13 @@ ListPanel::ListPanel(Evas_Object* list)
       m_beforeWait(ecore_idle_enterer_before_add(OnBeforeWait, this)),
       m_release(EventHandler::Behind(ECORE_EVENT_KEY_UP, OnRelease, this)) {
     Used();
-    Restart(m_empty, EMPTY_SECONDS, OnTimer<&ListPanel::ShowEmpty>, this);
+    CountChanged();
 }
 
 ListPanel::~ListPanel() {
     ecore_idle_enterer_del(m_beforeWait);
     Stop(m_note);
-    Stop(m_empty);
+    Stop(m_settling);
 }
 
 void ListPanel::Restart(Ecore_Timer*& timer, double seconds, Ecore_Task_Cb callback,
@@ -154,13 +156,18 @@ void ListPanel::Update() {
         ShowCount();
     }
     if (before != count) {
-        if (count == 0) {
-            Restart(m_empty, EMPTY_SECONDS, OnTimer<&ListPanel::ShowEmpty>, this);
-        } else {
-            Stop(m_empty);
-            m_emptyShown = false;
-            SetText("applist.empty", "");
-        }
+        CountChanged();
+    }
+}
+
+// The timer only restarts for an empty list, so that rows which are added all the time do not
+// postpone the message.
+void ListPanel::CountChanged() {
+    if (m_count == 0 || m_settling == nullptr) {
+        Restart(m_settling, SETTLE_SECONDS, OnTimer<&ListPanel::Settle>, this);
+    }
+    if (m_count != 0 && std::exchange(m_emptyShown, false)) {
+        SetText("applist.empty", "");
     }
 }
 
@@ -177,8 +184,11 @@ void ListPanel::ShowCount() {
 }
 
 void ListPanel::Used() {
-    if (std::exchange(m_noteShown, false) && m_drawing != nullptr) {
-        edje_object_signal_emit(m_drawing, "applist,note,hidden", "applist");
+    if (std::exchange(m_noteShown, false)) {
+        Say("");
+        if (m_drawing != nullptr) {
+            edje_object_signal_emit(m_drawing, "applist,note,hidden", "applist");
+        }
     }
     // The note is visible during the last NOTE_SECONDS before the list closes.
     Restart(m_note, OPEN_SECONDS - NOTE_SECONDS, OnTimer<&ListPanel::ShowNote>, this);
@@ -196,6 +206,7 @@ void ListPanel::ShowNote() {
     m_note = nullptr;
     m_noteShown = true;
     DrawNote();
+    Say(i18n_get_text("LIST_CLOSES"));
 }
 
 void ListPanel::DrawNote() const {
@@ -205,13 +216,23 @@ void ListPanel::DrawNote() const {
     }
 }
 
-void ListPanel::ShowEmpty() {
+// The first rows are not a change for the viewer if they appear together with the list.
+void ListPanel::Settle() {
     // As in ShowNote(): the toolkit deletes the expired timer.
-    m_empty = nullptr;
-    m_emptyShown = true;
-    SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
+    m_settling = nullptr;
+    const std::optional<int> before = std::exchange(m_settledCount, m_count);
+    if (m_count == 0) {
+        m_emptyShown = true;
+        SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
+        Say(i18n_get_text("LIST_EMPTY"));
+    } else if (before && before != m_count) {
+        Say(Filled(i18n_get_text("LIST_CHANGED"), "{count}", m_count));
+    }
+}
+
+void ListPanel::Say(const std::string& message) const {
     if (TheListener()) {
-        TheListener()(m_list);
+        TheListener()(m_list, message);
     }
 }
 

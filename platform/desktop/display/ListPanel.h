@@ -4,6 +4,7 @@
 
 #include <Elementary.h>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "display/EventHandler.h"
@@ -26,10 +27,11 @@ public:
     static constexpr double OPEN_SECONDS = 65.0;
     static constexpr double NOTE_SECONDS = 20.0;
 
-    using Listener = std::function<void(Evas_Object* list)>;
-    /// Calls listener from now on when a list shows the text for an empty list; an empty listener
-    /// ends this.
-    static void OnWaiting(Listener listener);
+    using Listener = std::function<void(Evas_Object* list, const std::string& message)>;
+    /// Calls listener from now on with each message for a viewer who does not see the list: an
+    /// empty list waits, the number of rows has changed, or the list closes soon. The message is
+    /// empty when the last one does not hold any more.
+    static void OnMessage(Listener listener);
 
     explicit ListPanel(Evas_Object* list);
     ~ListPanel();
@@ -48,11 +50,13 @@ public:
     void Released(const Ecore_Event_Key& key);
     /// Called by the timers.
     void ShowNote();
-    void ShowEmpty();
+    void Settle();
 
 private:
     void ShowCount();
+    void CountChanged();
     void DrawNote() const;
+    void Say(const std::string& message) const;
     void SetText(const char* part, const std::string& text) const;
     static void Restart(Ecore_Timer*& timer, double seconds, Ecore_Task_Cb callback,
                         const ListPanel* panel);
@@ -62,11 +66,13 @@ private:
     /// Null without a popup.
     Evas_Object* m_drawing;
     Ecore_Timer* m_note = nullptr;
-    Ecore_Timer* m_empty = nullptr;
+    Ecore_Timer* m_settling = nullptr;
     Ecore_Idle_Enterer* m_beforeWait;
     EventHandler m_release;
     int m_position = 0;
     int m_count = 0;
+    /// The number of rows of the last message; absent until the first rows or the first message.
+    std::optional<int> m_settledCount;
     bool m_noteShown = false;
     bool m_emptyShown = false;
 };

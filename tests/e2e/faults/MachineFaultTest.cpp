@@ -3,12 +3,12 @@
 //
 // Faults of the machine: the clock is set, the disk is full.
 #include <cstdint>
-#include <fstream>
 #include <unistd.h>
 
 #include <gmock/gmock.h>
 
 #include "e2e/faults/FaultTest.h"
+#include "support/SteppedClock.h"
 
 namespace applist::test {
 namespace {
@@ -21,36 +21,32 @@ constexpr int64_t DAY_S = int64_t{24} * 60 * 60;
 
 class TheClock : public FaultTest {
 protected:
-    /// Sets the application's wall clock off by this many seconds at once.
-    void Set(int64_t seconds) {
-        std::ofstream(m_step, std::ios::binary)
-            .write(reinterpret_cast<const char*>(&seconds), sizeof seconds);
-    }
-
     /// Shows the list with this clock, which runs faster by the given factor.
     void Show(const std::string& speed) {
-        StartApplication({"env", "APPLIST_LOG=debug", std::string("LD_PRELOAD=") + CLOCK_STEP,
-                          "APPLIST_CLOCK_STEP=" + m_step, "faketime", "-f", "+0 x" + speed});
+        std::vector<std::string> wrapper{"env", "APPLIST_LOG=debug"};
+        const auto clock = m_clock.Wrapper(speed);
+        wrapper.insert(wrapper.end(), clock.begin(), clock.end());
+        StartApplication(wrapper);
         m_middleware = NewMiddleware();
         ASSERT_TRUE(m_middleware->AwaitApplication());
         ASSERT_TRUE(m_middleware->Ask(sim::Function::AddItems, THREE));
     }
 
-    const std::string m_step = m_set.WriteFile("step", std::string(sizeof(int64_t), '\0'));
+    SteppedClock m_clock{m_set};
     std::unique_ptr<DrivenMiddleware> m_middleware;
 };
 
 // The list stays open and works.
 TEST_F(TheClock, MayBeSetADayAhead) {
     ASSERT_NO_FATAL_FAILURE(Show("1"));
-    Set(DAY_S);
+    m_clock.SetWall(DAY_S);
     ExpectList(*m_middleware, THREE);
     ExpectCleanEnd();
 }
 
 TEST_F(TheClock, MayBeSetADayBackAndTheListStillClosesItself) {
     ASSERT_NO_FATAL_FAILURE(Show("50"));
-    Set(-DAY_S);
+    m_clock.SetWall(-DAY_S);
     EXPECT_EQ(application().WaitForExit(), 0);
     EXPECT_THAT(Log(), HasSubstr("Executed timer function"));
 }

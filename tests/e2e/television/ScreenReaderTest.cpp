@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "support/DrivenMiddleware.h"
+#include "support/SteppedClock.h"
 #include "support/Television.h"
 
 namespace applist::test {
@@ -51,15 +52,22 @@ protected:
     /// The lines "role<TAB>name" of all accessible objects, once one of them has this name.
     std::vector<std::string> HeardWith(const std::string& name) {
         // Debian's own interpreter, because another one in PATH may not have the bindings.
-        Run({"/usr/bin/python3",
-             std::string(std::getenv("APPLIST_SOURCE")) + "/tests/e2e/television/spoken-tree.py",
-             name});
+        Run({"/usr/bin/python3", Script("spoken-tree.py"), name});
         std::vector<std::string> lines;
         std::istringstream text(m_output);
         for (std::string line; std::getline(text, line);) {
             lines.push_back(line);
         }
         return lines;
+    }
+    /// Starts a reader that prints the messages it speaks.
+    std::unique_ptr<ChildProcess> Listen() {
+        Turn(true);
+        auto reader = std::make_unique<ChildProcess>(
+            std::vector<std::string>{"/usr/bin/python3", Script("spoken-messages.py")},
+            m_set.Environment());
+        EXPECT_TRUE(reader->WaitForText("listening")) << reader->Errors();
+        return reader;
     }
     std::vector<std::string> RowsHeard() {
         std::vector<std::string> rows;
@@ -87,6 +95,9 @@ protected:
     Television m_set{{{"XDG_DATA_DIRS", BuiltProgram("../share") + ":/usr/share"}}};
 
 private:
+    static std::string Script(const std::string& name) {
+        return std::string(std::getenv("APPLIST_SOURCE")) + "/tests/e2e/television/" + name;
+    }
     int Run(const std::vector<std::string>& command) {
         ChildProcess tool(command, m_set.Environment());
         const int status = tool.WaitForExit().value_or(-1);
@@ -107,15 +118,33 @@ TEST_F(AScreenReader, FindsWindowListAndEveryRowShownOrNot) {
     EXPECT_THAT(RowsHeard(), ElementsAreArray(AllRows()));
 }
 
-TEST_F(AScreenReader, HearsThatAnEmptyListWaits) {
-    const std::string name = "Data services. Waiting for the broadcast's services";
-    Turn(true);
+TEST_F(AScreenReader, HearsThatAnEmptyListWaitsAndOfEachNewNumberOfRows) {
+    const auto reader = Listen();
+    const auto application = m_set.StartApplication();
+    EXPECT_TRUE(reader->WaitForText("listening\nWaiting for the broadcast's services\n"));
+    const auto middleware = m_set.StartMiddlewareWithThreeItems();
+    EXPECT_TRUE(reader->WaitForText("services\nList changed. Entries: 3\n"));
+    EXPECT_THAT(HeardWith("Charlie"), Contains("list\tData services"));
+    m_set.StartMiddleware({"call", "AddItemAtEnd", "d=Delta"})->process().WaitForExit();
+    EXPECT_TRUE(reader->WaitForText("List changed. Entries: 4\n"));
+}
+
+TEST_F(AScreenReader, HearsThatAnEmptyListWaitsWhenItIsTurnedOnLater) {
     const auto application = m_set.StartApplication();
     ASSERT_TRUE(m_set.WaitForWindow());
-    EXPECT_THAT(HeardWith(name), Contains("list\t" + name));
-    const auto middleware = m_set.StartMiddlewareWithThreeItems();
-    ASSERT_TRUE(m_set.WaitForFocusedRow());
-    EXPECT_THAT(HeardWith("Charlie"), Contains("list\tData services"));
+    const auto reader = Listen();
+    EXPECT_TRUE(reader->WaitForText("Waiting for the broadcast's services\n"));
+}
+
+TEST_F(AScreenReader, HearsThatTheListClosesSoon) {
+    SteppedClock clock(m_set);
+    const auto reader = Listen();
+    const auto application = m_set.StartApplication(clock.Wrapper("1"));
+    ASSERT_TRUE(reader->WaitForText("Waiting for the broadcast's services\n"));
+    clock.Pass(46);
+    // Any event lets the program look at its clock.
+    m_set.screen().MovePointer(5, 5);
+    EXPECT_TRUE(reader->WaitForText("services\nCloses in 20 seconds\n"));
 }
 
 TEST_F(AScreenReader, FindsTheSameWhenItIsTurnedOnLater) {
