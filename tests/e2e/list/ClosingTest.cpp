@@ -49,23 +49,11 @@ TEST_F(AnUnusedList, ShowsANoteTwentySecondsBeforeItCloses) {
     Pass(4);
     EXPECT_TRUE(WaitForNote(true));
     Pass(16);
-    EXPECT_TRUE(ShowsNote());
+    EXPECT_TRUE(WaitForNote(true));
     m_clock.Pass(4);
     m_set.screen().MovePointer(5, 5);
     EXPECT_TRUE(m_set.WaitForNoWindow(Television::LIST));
     EXPECT_EQ(m_application->WaitForExit(), 0) << m_application->Errors();
-}
-
-TEST_F(AnUnusedList, HidesTheNoteAtAKeyAndStaysForTheWholeTime) {
-    Pass(47);
-    ASSERT_TRUE(WaitForNote(true));
-    m_set.screen().TypeKey("Left");
-    EXPECT_TRUE(WaitForNote(false));
-    Pass(43);
-    EXPECT_FALSE(ShowsNote());
-    EXPECT_TRUE(m_set.screen().Shows(Television::FOCUS_COLOUR));
-    Pass(4);
-    EXPECT_TRUE(WaitForNote(true));
 }
 
 }  // namespace

@@ -62,11 +62,11 @@ protected:
     }
     /// Starts a reader that prints the messages it speaks.
     std::unique_ptr<ChildProcess> Listen() {
-        Turn(true);
         auto reader = std::make_unique<ChildProcess>(
             std::vector<std::string>{"/usr/bin/python3", Script("spoken-messages.py")},
             m_set.Environment());
         EXPECT_TRUE(reader->WaitForText("listening")) << reader->Errors();
+        Turn(true);
         return reader;
     }
     std::vector<std::string> RowsHeard() {
