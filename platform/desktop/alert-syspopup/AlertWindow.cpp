@@ -5,6 +5,7 @@
 #include <Elementary.h>
 #include <cstdlib>
 
+#include "CallbackGuard.h"
 #include "i18n_text.h"
 
 namespace applist::desktop {
@@ -26,6 +27,10 @@ const char* SignalOf(Alert::Kind kind) {
     return kind == Alert::Kind::UNAVAILABLE ? "elm,state,unavailable" : "elm,state,notification";
 }
 
+void OnThemeChanged(void* window, Evas_Object*, void*) {
+    GuardCallback([window] { static_cast<AlertWindow*>(window)->ShowKind(); });
+}
+
 }  // namespace
 
 std::unique_ptr<AlertWindow> AlertWindow::Create(const char* title) {
@@ -42,6 +47,7 @@ std::unique_ptr<AlertWindow> AlertWindow::Create(const char* title) {
 // The table fills the window and centres the panel at its minimum size.
 AlertWindow::AlertWindow(Evas_Object* window) : m_window(window), m_panel(elm_layout_add(window)) {
     elm_layout_theme_set(m_panel, "layout", "alert", "default");
+    evas_object_smart_callback_add(m_panel, "theme,changed", OnThemeChanged, this);
     SetText(m_panel, "elm.text.hint", i18n_get_text("ALERT_CLOSE_HINT"));
     Evas_Object* table = elm_table_add(window);
     evas_object_size_hint_weight_set(table, EVAS_HINT_EXPAND, EVAS_HINT_EXPAND);
@@ -56,13 +62,18 @@ AlertWindow::~AlertWindow() {
 }
 
 void AlertWindow::Show(const Alert& alert) {
-    elm_layout_signal_emit(m_panel, SignalOf(alert.kind), "elm");
+    m_kind = alert.kind;
     SetText(m_panel, "elm.text.title", TitleOf(alert.kind));
     SetText(m_panel, "elm.text", alert.text.c_str());
-    elm_layout_sizing_eval(m_panel);
+    ShowKind();
     evas_object_show(m_panel);
     evas_object_show(m_window);
     elm_win_raise(m_window);
+}
+
+void AlertWindow::ShowKind() {
+    elm_layout_signal_emit(m_panel, SignalOf(m_kind), "elm");
+    elm_layout_sizing_eval(m_panel);
 }
 
 }  // namespace applist::desktop

@@ -23,6 +23,9 @@ public:
 
     /// Shows the alert and replaces the previous one.
     void Show(const Alert& alert);
+    /// For the toolkit's callback: another theme has been loaded, which shows the texts but not yet
+    /// the kind of the alert.
+    void ShowKind();
 
     /// The toolkit's objects, owned by this object.
     Evas_Object* window() const { return m_window; }
@@ -33,6 +36,7 @@ private:
 
     Evas_Object* m_window;
     Evas_Object* m_panel;
+    Alert::Kind m_kind = Alert::Kind::NOTIFICATION;
 };
 
 }  // namespace applist::desktop

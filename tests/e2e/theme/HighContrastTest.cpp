@@ -78,6 +78,20 @@ TEST_F(TheSetting, GivesTheAlertHighContrast) {
     EXPECT_FALSE(set.screen().Shows(Television::PANEL_COLOUR));
 }
 
+TEST_F(TheSetting, TakesEffectWhileTheAlertIsOpen) {
+    Choose("false");
+    ASSERT_NO_FATAL_FAILURE(ShowAlert());
+    ASSERT_TRUE(Shows(Television::PANEL_COLOUR));
+    const int height = AreaOf(set.screen().Grab(), Television::PANEL_COLOUR).height;
+    ASSERT_EQ(set.Configure({"set", "db/menu/accessibility/text-size", "int", "175"}), 0);
+    EXPECT_TRUE(set.screen().WaitUntil(
+        [&] { return AreaOf(set.screen().Grab(), Television::PANEL_COLOUR).height > height; }));
+    Choose("true");
+    EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
+    EXPECT_TRUE(
+        set.screen().WaitUntil([&] { return !set.screen().Shows(Television::PANEL_COLOUR); }));
+}
+
 TEST_F(TheSetting, LeavesTheStandardLookWhenTurnedOff) {
     Choose("false");
     set.Show(ROWS);

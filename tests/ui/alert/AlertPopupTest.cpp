@@ -5,6 +5,7 @@
 
 #include <Elementary.h>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -41,6 +42,10 @@ protected:
     }
     void TearDown() override { popup.Terminate(); }
 
+    static std::filesystem::path Theme(bool large) {
+        const std::filesystem::path theme = std::getenv("APPLIST_THEME");
+        return large ? theme.parent_path() / "applist-high-contrast-175.edj" : theme;
+    }
     // The text of a part of the panel, decoded from markup.
     std::string Shown(const char* part) const {
         char* text = elm_entry_markup_to_utf8(elm_layout_text_get(popup.window()->panel(), part));
@@ -113,6 +118,21 @@ TEST_F(Popup, IsAsHighAsItsTextNeeds) {
     EXPECT_GT(Height(), shortHeight + 100);
     popup.Launch(Request("notification", "Short"));
     EXPECT_EQ(Height(), shortHeight);
+}
+
+// As if the viewer had changed a setting.
+TEST_F(Popup, KeepsItsAlertInAnotherTheme) {
+    popup.Launch(Request("unavailable", "Hello"));
+    const int height = Height();
+    for (const bool large : {true, false}) {
+        elm_theme_overlay_del(nullptr, Theme(!large).c_str());
+        elm_theme_overlay_add(nullptr, Theme(large).c_str());
+        EXPECT_EQ(Look(), "unavailable");
+        EXPECT_EQ(Shown("elm.text"), "Hello");
+        EXPECT_EQ(Shown("elm.text.title"), TranslationOf("ALERT_TITLE_UNAVAILABLE"));
+        EXPECT_EQ(Height() > height, large);
+    }
+    EXPECT_EQ(Height(), height);
 }
 
 TEST_F(Popup, EndsOnAFirstRequestWithoutAText) {
