@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "common/Output.h"
-#include "link/Protocol.h"
+#include "shared/Json.h"
 
 namespace applist::sim {
 namespace {
@@ -28,6 +28,56 @@ void AddItem(Json& object, const Item& item) {
     AddBytes(object, "name", item.name);
 }
 
+// The member "selection" is absent if selection is null.
+Json EventObject(const std::string& application, const Notification& notification,
+                 const SelectedItem* selection) {
+    Json object{{"type", "event"},
+                {"application", application},
+                {"number", static_cast<int32_t>(notification.event)},
+                {"name", NameOf(notification.event)}};
+    if (notification.payloadSize > 0) {
+        object["unexpected_bytes"] = notification.payloadSize;
+    }
+    if (selection != nullptr) {
+        // The member exists in any case. It is null if nothing is selected.
+        Json& selected = object["selection"];
+        if (selection->item) {
+            AddItem(selected, *selection->item);
+        }
+        if (!selection->problem.empty()) {
+            object["problem"] = selection->problem;
+        }
+    }
+    return object;
+}
+
+Json ObjectOf(const Happening& happening) {
+    const std::string& application = happening.application;
+    switch (happening.kind) {
+        case Happening::Kind::Connected:
+            return {{"type", "connected"}, {"application", application}};
+        case Happening::Kind::Disconnected:
+            return {{"type", "disconnected"}, {"application", application}};
+        case Happening::Kind::Notified:
+            if (const auto event = DecodeNotification(happening.message)) {
+                return EventObject(application, *event, nullptr);
+            }
+            break;
+        case Happening::Kind::Called:
+            return {{"type", "call"},
+                    {"application", application},
+                    {"bytes", ToHex(happening.message)}};
+        default:
+            break;
+    }
+    return {{"type", "problem"}, {"problem", Describe(happening)}};
+}
+
+std::string With(const std::string& middleware, Json object) {
+    object["middleware"] = middleware;
+    return JsonLine(object);
+}
+
 }  // namespace
 
 std::string Report::Paint(const std::string& text, const char* colour) const {
@@ -35,12 +85,14 @@ std::string Report::Paint(const std::string& text, const char* colour) const {
 }
 
 std::string Report::Connected(const std::string& application) const {
-    return m_json ? JsonLine({{"type", "connected"}, {"application", application}})
+    return m_json ? JsonLine(
+                        ObjectOf({.kind = Happening::Kind::Connected, .application = application}))
                   : Paint("connected", colour::GOOD) + ' ' + application;
 }
 
 std::string Report::Disconnected(const std::string& application) const {
-    return m_json ? JsonLine({{"type", "disconnected"}, {"application", application}})
+    return m_json ? JsonLine(ObjectOf(
+                        {.kind = Happening::Kind::Disconnected, .application = application}))
                   : Paint("disconnected", colour::QUIET) + ' ' + application;
 }
 
@@ -72,35 +124,36 @@ std::string Report::Event(const std::string& application, const Notification& no
 }
 
 std::string Report::ItemOfReply(const Item& item) const {
-    return m_json ? JsonLine(ItemObject(item)) : ItemLine(item);
-}
-
-Json EventObject(const std::string& application, const Notification& notification,
-                 const SelectedItem* selection) {
-    Json object{{"type", "event"},
-                {"application", application},
-                {"number", static_cast<int32_t>(notification.event)},
-                {"name", NameOf(notification.event)}};
-    if (notification.payloadSize > 0) {
-        object["unexpected_bytes"] = notification.payloadSize;
-    }
-    if (selection != nullptr) {
-        // The member exists in any case. It is null if nothing is selected.
-        Json& selected = object["selection"];
-        if (selection->item) {
-            AddItem(selected, *selection->item);
-        }
-        if (!selection->problem.empty()) {
-            object["problem"] = selection->problem;
-        }
-    }
-    return object;
-}
-
-Json ItemObject(const Item& item) {
     Json object{{"type", "item"}};
     AddItem(object, item);
-    return object;
+    return m_json ? JsonLine(object) : ItemLine(item);
+}
+
+std::string Report::Happened(const std::string& middleware, const Happening& happening) const {
+    return m_json ? With(middleware, ObjectOf(happening))
+                  : Paint(OneLine(middleware + ": " + Describe(happening)), colour::QUIET);
+}
+
+std::string Report::Choice(const std::string& middleware, const std::string& application,
+                           const Notification& event, const SelectedItem& choice) const {
+    return m_json ? With(middleware, EventObject(application, event, &choice))
+                  : Paint(OneLine(middleware + ": " + DescribeNotification(event)) + ' ' +
+                              DescribeSelection(event.event, choice),
+                          colour::QUIET);
+}
+
+std::string Report::Held(const std::string& statement) const {
+    return m_json ? JsonLine({{"type", "ok"}, {"statement", statement}})
+                  : Paint("ok", colour::GOOD);
+}
+
+std::string Report::Problem(const std::string& statement, const std::string& problem) const {
+    return m_json ? JsonLine({{"type", "problem"}, {"statement", statement}, {"problem", problem}})
+                  : Paint(OneLine(problem), colour::BAD);
+}
+
+std::string Report::Answer(const std::string& text) const {
+    return m_json ? JsonLine({{"type", "answer"}, {"note", text}}) : text;
 }
 
 void EventLog::Add(SelectionReader& reader, const std::string& application,

@@ -9,8 +9,8 @@
 #include <string>
 #include <utility>
 
+#include "link/BusLink.h"
 #include "link/SelectionReader.h"
-#include "shared/Json.h"
 
 namespace applist::sim {
 
@@ -21,12 +21,14 @@ struct UpdateCounts {
     size_t renamed = 0;
 };
 
-/// Formats what happens in a session. Each method returns one line of output.
+/// Formats the output of sessions and of the shell, one line for each call: for people, in colours
+/// if wanted, or as a JSON object.
 class Report {
 public:
-    /// json writes one object per line. The words for people are the same with and without colours.
+    /// The words for people are the same with and without colours.
     Report(bool json, bool colours) : m_json(json), m_colours(colours) {}
 
+    // --- of a session ---
     std::string Connected(const std::string& application) const;
     std::string Disconnected(const std::string& application) const;
     /// The list of the application was filled with this number of items.
@@ -38,19 +40,23 @@ public:
     /// An item of the reply to a call.
     std::string ItemOfReply(const Item& item) const;
 
+    // --- of the shell, which has several middlewares ---
+    std::string Happened(const std::string& middleware, const Happening& happening) const;
+    /// An event 3 and the item that the viewer chose.
+    std::string Choice(const std::string& middleware, const std::string& application,
+                       const Notification& event, const SelectedItem& choice) const;
+    /// A statement that succeeded.
+    std::string Held(const std::string& statement) const;
+    std::string Problem(const std::string& statement, const std::string& problem) const;
+    /// A line of help or busctl.
+    std::string Answer(const std::string& text) const;
+
 private:
     std::string Paint(const std::string& text, const char* colour) const;
 
     bool m_json;
     bool m_colours;
 };
-
-/// Returns the JSON object of an event. The member "selection" is absent if selection is null.
-tools::Json EventObject(const std::string& application, const Notification& notification,
-                        const SelectedItem* selection);
-
-/// Returns the JSON object of an item.
-tools::Json ItemObject(const Item& item);
 
 /// Prints each event together with the selection that was read after it, in the order of the
 /// events.

@@ -35,7 +35,7 @@ bool HasError(const std::optional<Result<Bytes>>& reply) {
 Shell::Shell(ShellOptions options)
     : m_options(std::move(options)),
       m_person(IsPerson()),
-      m_output(m_options.json, !m_options.json && OutputTakesColours()),
+      m_report(m_options.json, !m_options.json && OutputTakesColours()),
       m_runner(m_options.address, [this](Middleware& middleware, const Happening& happening) {
           OnHappening(middleware, happening);
       }) {}
@@ -156,11 +156,11 @@ void Shell::Judge(const Statement& statement, const Outcome& outcome) {
     switch (outcome.verdict) {
         case Verdict::Held:
             if (answered) {
-                for (const std::string& line : m_output.Reply(*outcome.reply)) {
-                    Show(line);
+                for (const Item& item : *outcome.reply) {
+                    Show(m_report.ItemOfReply(item));
                 }
             } else if (m_person && !IsSetting(statement.action)) {
-                Show(m_output.Held(statement.text));
+                Show(m_report.Held(statement.text));
             }
             break;
         case Verdict::Failed:
@@ -220,7 +220,7 @@ void Shell::PrintHelp(const std::string& about) {
         Fail("help " + about, "unknown statement or command '" + about + "'", ExitCode::WrongUsage);
     }
     for (const std::string& line : lines) {
-        Show(m_output.Answer(line));
+        Show(m_report.Answer(line));
     }
 }
 
@@ -246,7 +246,7 @@ void Shell::PrintBusctl(const std::string& text) {
         return;
     }
     for (const std::string& line : *lines) {
-        Show(m_output.Answer(line));
+        Show(m_report.Answer(line));
     }
 }
 
@@ -261,7 +261,7 @@ void Shell::Show(const std::string& line) {
 void Shell::Fail(const std::string& statement, const std::string& problem, ExitCode code,
                  size_t line) {
     if (m_person || m_options.json) {
-        Show(m_output.Problem(statement, problem));
+        Show(m_report.Problem(statement, problem));
     }
     if (!m_person) {
         const std::string where = line > 0 ? "line " + std::to_string(line) + ": " : "";
@@ -272,7 +272,7 @@ void Shell::Fail(const std::string& statement, const std::string& problem, ExitC
 
 void Shell::OnHappening(Middleware& middleware, const Happening& happening) {
     if (!ReadSelection(middleware, happening)) {
-        Show(m_output.Show(middleware.name(), happening));
+        Show(m_report.Happened(middleware.name(), happening));
     }
     if (!middleware.busProblem().empty()) {
         End(ExitCode::NoBus);
@@ -293,7 +293,7 @@ bool Shell::ReadSelection(Middleware& middleware, const Happening& happening) {
         [this, name = middleware.name(), application = happening.application, event,
          choice](const SelectedItem& selection) {
             if (choice) {
-                Show(m_output.Choice(name, application, *event, selection));
+                Show(m_report.Choice(name, application, *event, selection));
             }
         });
     return choice;

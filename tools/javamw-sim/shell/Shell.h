@@ -11,9 +11,9 @@
 
 #include "common/Output.h"
 #include "middleware/MainLoop.h"
+#include "middleware/Report.h"
 #include "scenario/StatementRunner.h"
 #include "shell/LineInput.h"
-#include "shell/ShellOutput.h"
 
 namespace applist::sim {
 
@@ -70,7 +70,7 @@ private:
 
     ShellOptions m_options;
     bool m_person;  ///< True for a terminal, false for a pipe.
-    ShellOutput m_output;
+    Report m_report;
     MainLoop m_loop;
     StatementRunner m_runner;
     std::unique_ptr<LineInput> m_input;

@@ -78,5 +78,55 @@ TEST(JsonReports, KeepTheBytesOfTextsThatAreNotUtf8) {
               "{\"type\":\"item\",\"id\":\"a\\u0000b\",\"id_hex\":\"610062\",\"name\":\"\u00e0\"}");
 }
 
+Happening Notified(const Bytes& message) {
+    return {.kind = Happening::Kind::Notified, .application = ":1.2", .message = message};
+}
+
+TEST(ShellReports, AreForPeople) {
+    const Report report(false, false);
+    EXPECT_EQ(report.Happened("m\n", Notified({'\1', '\0', '\0', '\0'})),
+              "m\\x0a: event 1 ItemChanged");
+    EXPECT_EQ(report.Choice("m", ":1.2", {Event::ItemClicked, 0}, WEATHER),
+              "m: event 3 ItemClicked chose w1\tWeather");
+    EXPECT_EQ(report.Held("clear"), "ok");
+    EXPECT_EQ(report.Problem("clear", "no\nreply"), "no\\x0areply");
+    EXPECT_EQ(report.Answer("busctl call"), "busctl call");
+}
+
+TEST(ShellReports, ArePaintedOnATerminal) {
+    const Report report(false, true);
+    EXPECT_EQ(report.Held("clear"), "\033[32mok\033[0m");
+    EXPECT_EQ(report.Problem("clear", "no reply"), "\033[1;31mno reply\033[0m");
+}
+
+TEST(ShellReports, AreForMachines) {
+    const Report report(true, false);
+    EXPECT_EQ(report.Held("clear"), R"({"type":"ok","statement":"clear"})");
+    EXPECT_EQ(report.Problem("clear", "no \"reply\""),
+              R"({"type":"problem","statement":"clear","problem":"no \"reply\""})");
+    EXPECT_EQ(report.Answer("x"), R"({"type":"answer","note":"x"})");
+}
+
+TEST(ShellReports, NameTheMiddleware) {
+    const Report report(true, false);
+    const auto shown = [&](const Happening& happening) { return report.Happened("m", happening); };
+    EXPECT_EQ(shown({.kind = Happening::Kind::Connected, .application = ":1.2"}),
+              R"({"type":"connected","application":":1.2","middleware":"m"})");
+    EXPECT_EQ(shown(Notified({'\1', '\0', '\0', '\0'})),
+              R"({"type":"event","application":":1.2","number":1,)"
+              R"("name":"ItemChanged","middleware":"m"})");
+    EXPECT_EQ(shown(Notified({'x'})),
+              R"({"type":"problem","problem":"notification of 1 bytes without an id",)"
+              R"("middleware":"m"})");
+    EXPECT_EQ(
+        shown({.kind = Happening::Kind::Called, .application = ":1.2", .message = {'\1', '\2'}}),
+        R"({"type":"call","application":":1.2","bytes":"0102","middleware":"m"})");
+    EXPECT_EQ(shown({.kind = Happening::Kind::Failed, .problem = "cannot"}),
+              R"({"type":"problem","problem":"cannot","middleware":"m"})");
+    EXPECT_EQ(report.Choice("m", ":1.2", {Event::ItemClicked, 0}, {Item{"a", "A"}, ""}),
+              R"({"type":"event","application":":1.2","number":3,"name":"ItemClicked",)"
+              R"("selection":{"id":"a","name":"A"},"middleware":"m"})");
+}
+
 }  // namespace
 }  // namespace applist::sim

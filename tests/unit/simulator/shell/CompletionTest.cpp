@@ -4,7 +4,6 @@
 
 #include "shell/Completion.h"
 #include "shell/EditorInput.h"
-#include "shell/ShellOutput.h"
 
 namespace applist::sim {
 namespace {
@@ -84,58 +83,6 @@ TEST(ScreenRows, StartAtTheColumnOfTheText) {
     EXPECT_EQ(RowsAbove("123456789", 10), 0U);
     EXPECT_EQ(RowsAbove("1234567890", 10), 1U);
     EXPECT_EQ(RowsAbove(std::string(25, 'x'), 10), 2U);
-}
-
-const Bytes EVENT_1{'\1', '\0', '\0', '\0'};
-
-Happening Notified(const Bytes& message) {
-    return {.kind = Happening::Kind::Notified, .application = ":1.2", .message = message};
-}
-
-TEST(ShellOutput, IsForPeople) {
-    const ShellOutput output(false, false);
-    EXPECT_EQ(output.Show("middleware", Notified(EVENT_1)), "middleware: event 1 ItemChanged");
-    EXPECT_EQ(output.Held("clear"), "ok");
-    EXPECT_EQ(output.Problem("clear", "no\nreply"), "no\\x0areply");
-    EXPECT_THAT(output.Reply({{"a", "A"}, {"b", "B"}}), ElementsAre("a\tA", "b\tB"));
-    EXPECT_EQ(output.Answer("busctl call"), "busctl call");
-}
-
-TEST(ShellOutput, IsPaintedOnATerminal) {
-    const ShellOutput output(false, true);
-    EXPECT_EQ(output.Held("clear"), "\033[32mok\033[0m");
-    EXPECT_EQ(output.Problem("clear", "no reply"), "\033[1;31mno reply\033[0m");
-}
-
-TEST(ShellOutput, IsForMachines) {
-    const ShellOutput output(true, false);
-    EXPECT_EQ(output.Held("clear"), R"({"type":"ok","statement":"clear"})");
-    EXPECT_EQ(output.Problem("clear", "no \"reply\""),
-              R"({"type":"problem","statement":"clear","problem":"no \"reply\""})");
-    EXPECT_THAT(output.Reply({{"a", "A"}}), ElementsAre(R"({"type":"item","id":"a","name":"A"})"));
-    EXPECT_EQ(output.Answer("x"), R"({"type":"answer","note":"x"})");
-}
-
-TEST(ShellOutput, NamesTheMiddlewareOfWhatHappens) {
-    const ShellOutput output(true, false);
-    const auto shown = [&](const Happening& happening) { return output.Show("m", happening); };
-    EXPECT_EQ(shown({.kind = Happening::Kind::Connected, .application = ":1.2"}),
-              R"({"type":"connected","application":":1.2","middleware":"m"})");
-    EXPECT_EQ(shown({.kind = Happening::Kind::Disconnected, .application = ":1.2"}),
-              R"({"type":"disconnected","application":":1.2","middleware":"m"})");
-    EXPECT_EQ(shown(Notified(EVENT_1)), R"({"type":"event","application":":1.2","number":1,)"
-                                        R"("name":"ItemChanged","middleware":"m"})");
-    EXPECT_EQ(shown(Notified({'x'})),
-              R"({"type":"problem","problem":"notification of 1 bytes without an id",)"
-              R"("middleware":"m"})");
-    EXPECT_EQ(
-        shown({.kind = Happening::Kind::Called, .application = ":1.2", .message = {'\1', '\2'}}),
-        R"({"type":"call","application":":1.2","bytes":"0102","middleware":"m"})");
-    EXPECT_EQ(shown({.kind = Happening::Kind::Failed, .problem = "cannot"}),
-              R"({"type":"problem","problem":"cannot","middleware":"m"})");
-    EXPECT_EQ(output.Choice("m", ":1.2", {Event::ItemClicked, 0}, {Item{"a", "A"}, ""}),
-              R"({"type":"event","application":":1.2","number":3,"name":"ItemClicked",)"
-              R"("selection":{"id":"a","name":"A"},"middleware":"m"})");
 }
 
 }  // namespace
