@@ -48,7 +48,7 @@ void DrivenMiddleware::Call(sim::Function function, const sim::Items& items) {
     EXPECT_TRUE(RunUntil([this] { return m_pending < CALLS_UNDER_WAY; }));
     ++m_pending;
     m_link->Call(m_application, function, items,
-                 [this](const sim::Result<sim::Items>& reply) { Take(reply); });
+                 [this](const Result<sim::Items>& reply) { Take(reply); });
 }
 
 bool DrivenMiddleware::AwaitReplies() {
@@ -58,7 +58,7 @@ bool DrivenMiddleware::AwaitReplies() {
 std::optional<sim::Items> DrivenMiddleware::Ask(sim::Function function, const sim::Items& items) {
     std::optional<sim::Items> answer;
     bool ended = false;
-    m_link->Call(m_application, function, items, [&](const sim::Result<sim::Items>& reply) {
+    m_link->Call(m_application, function, items, [&](const Result<sim::Items>& reply) {
         ended = true;
         if (reply) {
             answer = *reply;
@@ -71,7 +71,7 @@ std::optional<sim::Items> DrivenMiddleware::Ask(sim::Function function, const si
     return answer;
 }
 
-void DrivenMiddleware::Take(const sim::Result<sim::Items>& reply) {
+void DrivenMiddleware::Take(const Result<sim::Items>& reply) {
     --m_pending;
     (reply ? m_answered : m_failed) += 1;
 }

@@ -44,7 +44,7 @@ public:
 
 private:
     void Hear(const sim::Happening& happening);
-    void Take(const sim::Result<sim::Items>& reply);
+    void Take(const Result<sim::Items>& reply);
 
     std::string m_application;
     bool m_connected = false;

@@ -59,7 +59,7 @@ std::string Gauge::Status(const std::string& field) const {
 
 size_t Gauge::MatchRules() const {
     GError* error = nullptr;
-    const sim::GVariantPtr reply(
+    const GVariantPtr reply(
         m_connection ? g_dbus_connection_call_sync(
                            m_connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                            "org.freedesktop.DBus.Debug.Stats", "GetConnectionStats",
@@ -67,10 +67,10 @@ size_t Gauge::MatchRules() const {
                            G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error)
                      : nullptr);
     if (!reply) {
-        ADD_FAILURE() << (error != nullptr ? sim::TakeMessage(error) : "no bus");
+        ADD_FAILURE() << (error != nullptr ? TakeMessage(error) : "no bus");
         return 0;
     }
-    const sim::GVariantPtr values(g_variant_get_child_value(reply.get(), 0));
+    const GVariantPtr values(g_variant_get_child_value(reply.get(), 0));
     uint32_t rules = 0;
     EXPECT_TRUE(g_variant_lookup(values.get(), "MatchRules", "u", &rules));
     return rules;

@@ -3,9 +3,19 @@
 #include "Commands.h"
 
 #include <cstdio>
+#include <memory>
+#include <utility>
+
+#include <nlohmann/json.hpp>
 
 #include "Known.h"
 #include "PlatformSettings.h"
+#include "app_control.h"
+#include "data/KeyTable.h"
+#include "data/Reading.h"
+#include "data/SettingsPaths.h"
+#include "shared/Json.h"
+#include "shared/Output.h"
 
 namespace applist::desktop {
 namespace {
@@ -53,8 +63,89 @@ Exit Complain(const std::string& problem, Exit status) {
 }
 
 Exit Print(const std::string& text) {
-    // Flushed here, so that a full disk or a closed pipe shows in the exit status.
-    return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? DONE : FAILED;
+    return tools::Write(text) ? DONE : FAILED;
+}
+
+namespace {
+
+void PrintText(const KeyTable& table) {
+    for (const auto& [key, name] : table.All()) {
+        std::printf("%s\t%s\n", key.c_str(), name);
+    }
+}
+
+void PrintJson(const KeyTable& table) {
+    tools::Json keys = tools::Json::array();
+    for (const auto& [key, name] : table.All()) {
+        keys.push_back({{"key", key}, {"name", name}});
+    }
+    static_cast<void>(Print(tools::JsonText({{"keys", keys}})));
+}
+
+}  // namespace
+
+int ListKeys(const Arguments& given) {
+    const KeyTableReading reading = ReadKeyTable(KeyTablePath());
+    (given.Has("json") ? PrintJson : PrintText)(reading.table);
+    // The keys are printed despite problems, because the other lines of the file take effect.
+    for (const std::string& problem : reading.problems) {
+        Complain(problem, FAILED);
+    }
+    return reading.problems.empty() ? DONE : FAILED;
+}
+
+namespace {
+
+using Pair = std::pair<std::string, std::string>;
+
+struct Destroy {
+    void operator()(app_control_h request) const { app_control_destroy(request); }
+};
+using LaunchRequest = std::unique_ptr<app_control_s, Destroy>;
+
+/// Parses KEY=VALUE. The value may be empty and may contain '='.
+Reading<Pair> ParsePair(const std::string& word) {
+    const size_t sign = word.find('=');
+    if (sign == std::string::npos || sign == 0) {
+        return {{}, "extra data '" + word + "' is not KEY=VALUE"};
+    }
+    return {Pair(word.substr(0, sign), word.substr(sign + 1)), {}};
+}
+
+bool Fill(app_control_h request, const std::string& id, const std::vector<Pair>& data) {
+    for (const auto& [key, value] : data) {
+        if (app_control_add_extra_data(request, key.c_str(), value.c_str()) !=
+            APP_CONTROL_ERROR_NONE) {
+            return false;
+        }
+    }
+    return app_control_set_app_id(request, id.c_str()) == APP_CONTROL_ERROR_NONE;
+}
+
+bool Send(const std::string& id, const std::vector<Pair>& data) {
+    app_control_h handle = nullptr;
+    if (app_control_create(&handle) != APP_CONTROL_ERROR_NONE) {
+        return false;
+    }
+    const LaunchRequest request(handle);
+    // Without a reply callback, because the return value reports whether the launch was accepted.
+    return Fill(handle, id, data) &&
+           app_control_send_launch_request(handle, nullptr, nullptr) == APP_CONTROL_ERROR_NONE;
+}
+
+}  // namespace
+
+int Launch(const Arguments& given) {
+    const std::string& id = given.words()[0];
+    std::vector<Pair> data;
+    for (size_t i = 1; i < given.words().size(); ++i) {
+        auto pair = ParsePair(given.words()[i]);
+        if (!pair.value) {
+            return Complain(pair.problem, WRONG_USAGE);
+        }
+        data.push_back(std::move(*pair.value));
+    }
+    return Send(id, data) ? DONE : Complain("application '" + id + "' was not launched", FAILED);
 }
 
 }  // namespace applist::desktop

@@ -12,6 +12,7 @@
 
 #include "shared/Completion.h"
 #include "shared/Help.h"
+#include "shared/Output.h"
 
 namespace applist::tools {
 namespace {
@@ -132,7 +133,7 @@ std::string Check(const Program& program, const Command& command, const Argument
 }
 
 int Print(const std::string& text) {
-    return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? 0 : 1;
+    return Write(text) ? 0 : 1;
 }
 
 int RunCommand(const Program& program, const Command& command, Arguments& given) {

@@ -12,7 +12,7 @@
 #include <iostream>
 #include <string>
 
-#include "link/ChannelNames.h"
+#include "link/Protocol.h"
 #include "link/Protocol.h"
 #include "support/GlibWait.h"
 #include "support/ScriptedPeer.h"

@@ -4,9 +4,9 @@
 
 #include <string>
 
+#include "Result.h"
 #include "broadcast/Broadcast.h"
 #include "broadcast/ByteReader.h"
-#include "common/Result.h"
 
 namespace applist::sim {
 

@@ -7,12 +7,12 @@
 #include <string_view>
 #include <utility>
 
+#include "File.h"
 #include "broadcast/ApplicationXml.h"
 #include "broadcast/PacketReader.h"
 #include "broadcast/SectionFile.h"
 #include "broadcast/Timeline.h"
 #include "broadcast/TransportStream.h"
-#include "common/File.h"
 
 namespace applist::sim {
 namespace {

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "Result.h"
 #include "broadcast/Broadcast.h"
 #include "broadcast/Text.h"
-#include "common/Result.h"
 
 namespace applist::sim {
 

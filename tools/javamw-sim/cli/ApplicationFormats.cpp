@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <glib.h>
+#include <iterator>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
-#include "common/Output.h"
 #include "shared/Json.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -19,30 +21,6 @@ using Row = std::vector<std::string>;
 // Spaces between two columns.
 constexpr size_t GAP = 2;
 
-// Returns the width in terminal columns.
-size_t Width(const std::string& text) {
-    size_t width = 0;
-    for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
-        const gunichar character = g_utf8_get_char(at);
-        if (g_unichar_iszerowidth(character) == FALSE) {
-            width += g_unichar_iswide(character) != FALSE ? 2 : 1;
-        }
-    }
-    return width;
-}
-
-std::string OrDash(const std::string& text) {
-    return text.empty() ? "-" : OneLine(text);
-}
-
-std::string NamesText(const std::vector<ApplicationName>& names) {
-    std::string text;
-    for (const ApplicationName& name : names) {
-        text += (text.empty() ? "" : "; ") + name.language + '=' + name.text;
-    }
-    return text;
-}
-
 std::string Joined(const std::vector<std::string>& words, const char* separator) {
     std::string text;
     for (const std::string& word : words) {
@@ -51,163 +29,137 @@ std::string Joined(const std::vector<std::string>& words, const char* separator)
     return text;
 }
 
-std::string VersionText(const ApplicationProfile& profile) {
-    return std::to_string(profile.major) + '.' + std::to_string(profile.minor) + '.' +
-           std::to_string(profile.micro);
+/// Returns the text of each element, separated by blanks.
+template <typename Elements, typename Text>
+std::string TextOfEach(const Elements& elements, Text text, const char* separator = " ") {
+    std::vector<std::string> texts;
+    std::transform(elements.begin(), elements.end(), std::back_inserter(texts), text);
+    return Joined(texts, separator);
 }
 
-/// Returns the conditions in the order of the fields; empty texts for absent values.
-Row ConditionTexts(const ReceiverConditions& conditions) {
-    std::vector<std::string> profiles;
-    for (const ApplicationProfile& profile : conditions.profiles) {
-        profiles.push_back(std::to_string(profile.profile) + '/' + VersionText(profile));
-    }
-    std::vector<std::string> ratings;
-    for (const ParentalRating& rating : conditions.ratings) {
-        ratings.push_back(rating.country + '=' + std::to_string(rating.rating));
-    }
-    const auto bound = conditions.serviceBound;
-    // The order must match the last fields of ApplicationFields().
-    return {Joined(profiles, " "),
-            bound ? *bound ? "yes" : "no" : "",
-            conditions.usage ? std::to_string(*conditions.usage) : "",
-            Joined(conditions.boundaries, " "),
-            Joined(ratings, " "),
-            Joined(conditions.transports, " ")};
+/// A value of an application in each format.
+struct Field {
+    const char* name;
+    Json json;
+    std::string csv;
+    std::string cell;  ///< For people.
+};
+
+Field TextField(const char* name, const std::string& text) {
+    return {name, text, text, text};
 }
 
-std::string WhyText(const ListedApplication& application) {
-    return application.against.empty() ? "offered"
-                                       : "not offered: " + Joined(application.against, ", ");
+Field NumberField(const char* name, std::optional<uint32_t> number) {
+    const std::string text = number ? std::to_string(*number) : "";
+    return {name, number ? Json(*number) : Json(), text, text};
 }
 
-Row CellsOf(const ListedApplication& application, bool why) {
-    Row row{application.service ? std::to_string(*application.service) : "-",
-            std::to_string(application.organisation),
-            std::to_string(application.id),
-            OrDash(TypeName(application.type.value_or(0))),
-            application.control,
-            std::to_string(application.visibility),
-            std::to_string(application.priority),
-            OrDash(application.name),
-            OrDash(NamesText(application.names)),
-            OrDash(application.location)};
-    for (const std::string& text : ConditionTexts(application.conditions)) {
-        row.push_back(OrDash(text));
+Field ListField(const char* name, const std::vector<std::string>& texts) {
+    const std::string text = Joined(texts, " ");
+    return {name, texts, text, text};
+}
+
+Field TypeField(std::optional<uint16_t> type) {
+    Field field = NumberField("type", type);
+    field.cell = TypeName(type.value_or(0));
+    return field;
+}
+
+Field NamesField(const std::vector<ApplicationName>& names) {
+    Json object = Json::object();
+    for (const ApplicationName& name : names) {
+        object[name.language] = name.text;
     }
+    return {"names", object, tools::JsonLine(object),
+            TextOfEach(
+                names, [](const auto& name) { return name.language + '=' + name.text; }, "; ")};
+}
+
+Field ProfilesField(const std::vector<ApplicationProfile>& profiles) {
+    const auto version = [](const ApplicationProfile& profile) {
+        return std::to_string(profile.major) + '.' + std::to_string(profile.minor) + '.' +
+               std::to_string(profile.micro);
+    };
+    Json objects = Json::array();
+    for (const ApplicationProfile& profile : profiles) {
+        objects.push_back({{"profile", profile.profile}, {"version", version(profile)}});
+    }
+    const std::string text = TextOfEach(profiles, [&](const ApplicationProfile& profile) {
+        return std::to_string(profile.profile) + '/' + version(profile);
+    });
+    return {"profiles", objects, text, text};
+}
+
+Field BoundField(std::optional<bool> bound) {
+    const char* text = !bound ? "" : *bound ? "yes" : "no";
+    return {"service_bound", bound ? Json(*bound) : Json(), text, text};
+}
+
+Field RatingsField(const std::vector<ParentalRating>& ratings) {
+    Json object = Json::object();
+    for (const ParentalRating& rating : ratings) {
+        object[rating.country] = rating.rating;
+    }
+    const std::string text = TextOfEach(ratings, [](const ParentalRating& rating) {
+        return rating.country + '=' + std::to_string(rating.rating);
+    });
+    return {"ratings", object, text, text};
+}
+
+std::vector<Field> FieldsOf(const ListedApplication& application, bool why) {
+    const ReceiverConditions& conditions = application.conditions;
+    std::vector<Field> fields{NumberField("service", application.service),
+                              NumberField("organisation_id", application.organisation),
+                              NumberField("application_id", application.id),
+                              TypeField(application.type),
+                              TextField("control", application.control),
+                              NumberField("visibility", application.visibility),
+                              NumberField("priority", application.priority),
+                              TextField("name", application.name),
+                              NamesField(application.names),
+                              TextField("location", application.location),
+                              ProfilesField(conditions.profiles),
+                              BoundField(conditions.serviceBound),
+                              NumberField("usage", conditions.usage),
+                              ListField("boundaries", conditions.boundaries),
+                              RatingsField(conditions.ratings),
+                              ListField("transports", conditions.transports)};
     if (why) {
-        row.push_back(WhyText(application));
+        const auto& against = application.against;
+        fields.push_back(TextField(
+            "why", against.empty() ? "offered" : "not offered: " + Joined(against, ", ")));
     }
-    return row;
+    return fields;
+}
+
+/// Returns the names of the fields, then those of each application as cell returns them.
+std::vector<Row> RowsOf(const std::vector<ListedApplication>& applications, bool why,
+                        std::string (*cell)(const Field& field)) {
+    const auto row = [why](const ListedApplication& application, auto text) {
+        Row texts;
+        for (const Field& field : FieldsOf(application, why)) {
+            texts.push_back(text(field));
+        }
+        return texts;
+    };
+    std::vector<Row> rows{row({}, [](const Field& field) { return std::string(field.name); })};
+    for (const ListedApplication& application : applications) {
+        rows.push_back(row(application, cell));
+    }
+    return rows;
 }
 
 std::string Line(const Row& row, const std::vector<size_t>& widths) {
     std::string line;
     for (size_t column = 0; column < row.size(); ++column) {
         line += row[column];
-        const size_t filled = Width(row[column]);
+        const size_t filled = tools::ColumnsOf(row[column]);
         // Padding counts terminal columns. The field width of printf() counts bytes.
         line.append(widths[column] - filled + GAP, ' ');
     }
     // The last column is padded like the others, which would leave spaces at the end of the line.
     line.erase(line.find_last_not_of(' ') + 1);
     return line + '\n';
-}
-
-}  // namespace
-
-std::vector<std::string> ApplicationFields(bool why) {
-    std::vector<std::string> fields{"service", "organisation_id", "application_id", "type",
-                                    "control", "visibility",      "priority",       "name",
-                                    "names",   "location",        "profiles",       "service_bound",
-                                    "usage",   "boundaries",      "ratings",        "transports"};
-    if (why) {
-        fields.emplace_back("why");
-    }
-    return fields;
-}
-
-std::string FormatTable(const std::vector<ListedApplication>& applications, bool why) {
-    std::vector<Row> rows{ApplicationFields(why)};
-    for (std::string& title : rows.front()) {
-        std::transform(title.begin(), title.end(), title.begin(), g_ascii_toupper);
-    }
-    for (const ListedApplication& application : applications) {
-        rows.push_back(CellsOf(application, why));
-    }
-    std::vector<size_t> widths(rows.front().size(), 0);
-    for (const Row& row : rows) {
-        for (size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], Width(row[column]));
-        }
-    }
-    std::string text;
-    for (const Row& row : rows) {
-        text += Line(row, widths);
-    }
-    return text;
-}
-
-namespace {
-
-Json NumberOrNull(std::optional<uint32_t> number) {
-    return number ? Json(*number) : Json();
-}
-
-Json ObjectOf(const std::vector<ApplicationName>& names) {
-    Json object = Json::object();
-    for (const ApplicationName& name : names) {
-        object[name.language] = name.text;
-    }
-    return object;
-}
-
-std::vector<Json> ConditionValues(const ReceiverConditions& conditions) {
-    Json profiles = Json::array();
-    for (const ApplicationProfile& profile : conditions.profiles) {
-        profiles.push_back({{"profile", profile.profile}, {"version", VersionText(profile)}});
-    }
-    Json ratings = Json::object();
-    for (const ParentalRating& rating : conditions.ratings) {
-        ratings[rating.country] = rating.rating;
-    }
-    const auto bound = conditions.serviceBound;
-    return {std::move(profiles),
-            bound ? Json(*bound) : Json(),
-            NumberOrNull(conditions.usage),
-            conditions.boundaries,
-            std::move(ratings),
-            conditions.transports};
-}
-
-Json ObjectOf(const ListedApplication& application, bool why) {
-    std::vector<Json> values{NumberOrNull(application.service),
-                             application.organisation,
-                             application.id,
-                             NumberOrNull(application.type),
-                             application.control,
-                             application.visibility,
-                             application.priority,
-                             application.name,
-                             ObjectOf(application.names),
-                             application.location};
-    for (Json& value : ConditionValues(application.conditions)) {
-        values.push_back(std::move(value));
-    }
-    if (why) {
-        values.emplace_back(WhyText(application));
-    }
-    // Values and fields have the same order, so each value is assigned to the name at its index.
-    const std::vector<std::string> fields = ApplicationFields(why);
-    Json object;
-    for (size_t field = 0; field < values.size(); ++field) {
-        object[fields[field]] = values[field];
-    }
-    return object;
-}
-
-std::string NumberOr(std::optional<uint32_t> number, const char* otherwise) {
-    return number ? std::to_string(*number) : otherwise;
 }
 
 std::string CsvCell(const std::string& text) {
@@ -237,33 +189,41 @@ std::string CsvLine(const Row& row) {
 
 }  // namespace
 
+std::string FormatTable(const std::vector<ListedApplication>& applications, bool why) {
+    std::vector<Row> rows = RowsOf(applications, why, [](const Field& field) {
+        return field.cell.empty() ? "-" : tools::OneLine(field.cell);
+    });
+    std::vector<size_t> widths(rows.front().size(), 0);
+    for (std::string& title : rows.front()) {
+        std::transform(title.begin(), title.end(), title.begin(), g_ascii_toupper);
+    }
+    for (const Row& row : rows) {
+        for (size_t column = 0; column < row.size(); ++column) {
+            widths[column] = std::max(widths[column], tools::ColumnsOf(row[column]));
+        }
+    }
+    std::string text;
+    for (const Row& row : rows) {
+        text += Line(row, widths);
+    }
+    return text;
+}
+
 std::string FormatJson(const std::vector<ListedApplication>& applications, bool why) {
     Json objects = Json::array();
     for (const ListedApplication& application : applications) {
-        objects.push_back(ObjectOf(application, why));
+        Json object;
+        for (Field& field : FieldsOf(application, why)) {
+            object[field.name] = std::move(field.json);
+        }
+        objects.push_back(std::move(object));
     }
     return tools::JsonText(objects);
 }
 
 std::string FormatCsv(const std::vector<ListedApplication>& applications, bool why) {
-    std::string text = CsvLine(ApplicationFields(why));
-    for (const ListedApplication& application : applications) {
-        Row row{NumberOr(application.service, ""),
-                std::to_string(application.organisation),
-                std::to_string(application.id),
-                NumberOr(application.type, ""),
-                application.control,
-                std::to_string(application.visibility),
-                std::to_string(application.priority),
-                application.name,
-                tools::JsonLine(ObjectOf(application.names)),
-                application.location};
-        for (std::string& condition : ConditionTexts(application.conditions)) {
-            row.push_back(std::move(condition));
-        }
-        if (why) {
-            row.push_back(WhyText(application));
-        }
+    std::string text;
+    for (const Row& row : RowsOf(applications, why, [](const Field& field) { return field.csv; })) {
         text += CsvLine(row);
     }
     return text;

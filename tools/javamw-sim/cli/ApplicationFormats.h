@@ -9,9 +9,6 @@
 
 namespace applist::sim {
 
-/// Names of the columns of a table, of the keys in JSON and of the header of CSV.
-std::vector<std::string> ApplicationFields(bool why);
-
 /// Returns a table for people, with a header line. An absent value is "-".
 std::string FormatTable(const std::vector<ListedApplication>& applications, bool why = false);
 

@@ -1,12 +1,10 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <cstdio>
-
 #include "broadcast/BroadcastReader.h"
 #include "cli/ApplicationFormats.h"
-#include "cli/CommonOptions.h"
-#include "cli/Program.h"
-#include "common/Output.h"
+#include "cli/Commands.h"
+#include "middleware/MainLoop.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -32,14 +30,6 @@ constexpr const char* DETAILS =
 
 using Format = std::string (*)(const std::vector<ListedApplication>&, bool why);
 
-/// Fails if standard output does not take the whole text.
-ExitCode Write(const std::string& text) {
-    // The flush reports a full disk or a closed pipe, which the exit status must show.
-    const bool written =
-        std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-    return written ? ExitCode::Success : ExitCode::CallFailed;
-}
-
 ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& options,
                            Format format, bool why) {
     const auto broadcast = ReadBroadcastFile(file, options.coding);
@@ -54,7 +44,9 @@ ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& 
     if (!damage.empty()) {
         Complain(damage);
     }
-    return Write(format(ListApplications(*broadcast, options.filter), why));
+    return tools::Write(format(ListApplications(*broadcast, options.filter), why))
+               ? ExitCode::Success
+               : ExitCode::CallFailed;
 }
 
 int Run(const Arguments& given) {

@@ -7,8 +7,8 @@
 #include <map>
 #include <utility>
 
+#include "File.h"
 #include "broadcast/BroadcastReader.h"
-#include "common/File.h"
 
 namespace applist::sim {
 namespace {

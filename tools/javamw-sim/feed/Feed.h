@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Result.h"
 #include "broadcast/Text.h"
-#include "common/Result.h"
 #include "feed/BroadcastFilter.h"
 #include "link/Protocol.h"
 

@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-#include "link/GioHandles.h"
+#include "GlibHandles.h"
 #include "link/Handshake.h"
 
 namespace applist::sim {

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "link/ChannelNames.h"
 #include "link/Connection.h"
+#include "link/Protocol.h"
 
 namespace applist::sim {
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "GlibHandles.h"
 #include "link/Announcer.h"
 #include "link/Connection.h"
-#include "link/GioHandles.h"
 #include "link/Handshake.h"
 #include "link/Protocol.h"
 

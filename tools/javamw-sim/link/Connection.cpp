@@ -27,19 +27,6 @@ Bytes FromVariant(GVariant* parameters) {
 
 namespace {
 
-// Flag of RequestName and its reply code for success, as the D-Bus protocol numbers them.
-constexpr unsigned DO_NOT_QUEUE = 4;
-constexpr unsigned PRIMARY_OWNER = 1;
-
-// Blocks, because a name must be acquired and released before the caller continues. The timeout -1
-// is the default of GIO.
-GVariantPtr CallDaemon(GDBusConnection* connection, const char* method, GVariant* parameters,
-                       GError** error) {
-    return GVariantPtr(g_dbus_connection_call_sync(
-        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-        parameters, G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, error));
-}
-
 Result<std::string> ResolveAddress(const std::string& address) {
     if (!address.empty()) {
         return address;
@@ -106,28 +93,6 @@ Registration WhenClosed(GDBusConnection* connection, std::function<void()> actio
         G_CALLBACK(static_cast<void (*)(GDBusConnection*, int, GError*, void*)>(run)),
         new Action(std::move(action)), forget, G_CONNECT_DEFAULT);
     return Registration([connection, id] { g_signal_handler_disconnect(connection, id); });
-}
-
-// The request is not queued. A queued request would take the name over as soon as its owner
-// releases it, and listeners would never see that release.
-AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name) {
-    using Code = AnnounceResult::Code;
-    GError* error = nullptr;
-    const auto claimed = CallDaemon(connection, "RequestName",
-                                    g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), &error);
-    if (!claimed) {
-        const bool denied = g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_ACCESS_DENIED) != 0;
-        return {denied ? Code::Denied : Code::Failed, name + ": " + TakeMessage(error)};
-    }
-    unsigned code = 0;
-    g_variant_get(claimed.get(), "(u)", &code);
-    if (code != PRIMARY_OWNER) {
-        return {Code::Taken, name + ": the name already has an owner"};
-    }
-    if (!CallDaemon(connection, "ReleaseName", g_variant_new("(s)", name.c_str()), &error)) {
-        return {Code::Failed, name + ": " + TakeMessage(error)};
-    }
-    return {};
 }
 
 }  // namespace applist::sim

@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-#include "common/Result.h"
-#include "link/GioHandles.h"
+#include "GlibHandles.h"
+#include "Result.h"
 #include "link/Protocol.h"
 
 namespace applist::sim {
@@ -43,21 +43,5 @@ Registration Subscribe(GDBusConnection* connection, const SignalMatch& match,
 
 /// Runs action when the bus closes the connection, which must outlive the registration.
 Registration WhenClosed(GDBusConnection* connection, std::function<void()> action);
-
-/// The outcome of AnnounceName().
-struct AnnounceResult {
-    enum class Code {
-        Announced,
-        Taken,   ///< Another connection owns the name at this moment; a later try will succeed.
-        Denied,  ///< The policy of the bus does not allow this connection to own the name.
-        Failed,
-    };
-    Code code = Code::Announced;
-    std::string error;  ///< Empty if announced.
-};
-
-/// Owns name for an instant, so that listeners learn the unique name of this connection from the
-/// release. Blocks for two calls to the bus daemon.
-AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name);
 
 }  // namespace applist::sim

@@ -28,20 +28,10 @@ struct AnnouncementPlan {
 
 /// How a middleware makes all of its announcements. The defaults follow the protocol.
 struct HandshakePlan {
-    AnnouncementPlan syn;
-    AnnouncementPlan synAck;
-    AnnouncementPlan ack;
+    std::array<AnnouncementPlan, ANNOUNCEMENTS.size()> steps{};
 
     AnnouncementPlan& operator[](Announcement announcement) {
-        switch (announcement) {
-            case Announcement::Syn:
-                return syn;
-            case Announcement::SynAck:
-                return synAck;
-            case Announcement::Ack:
-                break;
-        }
-        return ack;
+        return steps.at(static_cast<size_t>(announcement));
     }
 };
 

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "applist/RemoteAppListItem.h"
-#include "common/Output.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -100,7 +100,7 @@ Result<Items> ItemsOfReply(const Result<Bytes>& reply) {
 }
 
 std::string ItemLine(const Item& item) {
-    return OneLine(item.id) + '\t' + OneLine(item.name);
+    return tools::OneLine(item.id) + '\t' + tools::OneLine(item.name);
 }
 
 std::string DescribeNotification(const Notification& notification) {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "common/Output.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 
@@ -25,7 +25,7 @@ std::string DescribeSelection(Event event, const SelectedItem& selection) {
     const bool choice = event == Event::ItemClicked;
     if (!selection.problem.empty()) {
         return (choice ? "choice unknown: " : "selection unreadable: ") +
-               OneLine(selection.problem);
+               tools::OneLine(selection.problem);
     }
     return (choice ? "chose " : "selection ") +
            (selection.item ? ItemLine(*selection.item) : std::string("none"));

@@ -6,12 +6,12 @@
 #include <string>
 #include <utility>
 
-#include "common/Output.h"
-#include "link/ChannelNames.h"
 #include "link/Connection.h"
+#include "link/Protocol.h"
 #include "middleware/MainLoop.h"
-#include "middleware/Tasks.h"
-#include "recording/TrafficTap.h"
+#include "middleware/Session.h"
+#include "recording/Traffic.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -112,7 +112,7 @@ void BusRecording::Say(const std::string& line) const {
     if (m_file == "-") {
         return;
     }
-    static_cast<void>(WriteLine(line));
+    static_cast<void>(tools::WriteLine(line));
 }
 
 }  // namespace

@@ -5,46 +5,43 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
-#include <glib-unix.h>
-
-#include "common/Output.h"
-#include "link/GioHandles.h"
+#include "GlibHandles.h"
 
 namespace applist::sim {
 
+/// Exit status of the program; --help lists them.
+enum class ExitCode : int {
+    Success = 0,
+    CallFailed = 1,     ///< Or the application ended first, or writing failed.
+    WrongUsage = 2,     ///< Or an invalid input file.
+    NoBus = 3,          ///< Not reachable, denied, or lost later.
+    NoApplication = 4,  ///< No application appeared in time.
+};
+
+/// Printed after the error when the policy of the bus denies the names of the middleware.
+constexpr const char* DENIED_HINT =
+    "run as the user whom the policy of the bus allows to be the middleware, or choose another bus "
+    "with --address";
+
+/// Writes message to standard error, with "javamw-sim: " before each line.
+void Complain(const std::string& message);
+
 /// Runs the default main context until done returns true, but at most for patience. done runs at
 /// least once, and again after every iteration. Returns false iff patience ended first.
-inline bool RunUntil(const std::function<bool()>& done,
-                     std::optional<std::chrono::milliseconds> patience = std::nullopt) {
-    bool tooLong = false;
-    const Registration clock =
-        patience ? RunAfter(*patience, [&tooLong] { tooLong = true; }) : Registration();
-    bool held = done();
-    while (!held && !tooLong) {
-        g_main_context_iteration(nullptr, TRUE);
-        held = done();
-    }
-    return held;
-}
+bool RunUntil(const std::function<bool()>& done,
+              std::optional<std::chrono::milliseconds> patience = std::nullopt);
 
 /// Runs the main context for a command until End(), and handles signals to the process. Main thread
 /// only.
 class MainLoop {
 public:
     /// Runs action on the main context whenever the process receives this signal.
-    void OnSignal(int number, const std::function<void()>& action) {
-        m_signals.push_back(RunOn(g_unix_signal_source_new(number), [action] {
-            action();
-            return true;
-        }));
-    }
+    void OnSignal(int number, const std::function<void()>& action);
     /// Runs the default main context until End(). Returns at once if End() was called before.
-    ExitCode Run() {
-        RunUntil([this] { return m_exitCode.has_value(); });
-        return *m_exitCode;
-    }
+    ExitCode Run();
     /// Ends the run. The first code wins.
     void End(ExitCode code) { m_exitCode = m_exitCode.value_or(code); }
     /// Absent until End().

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "common/Output.h"
+#include "middleware/MainLoop.h"
 
 namespace applist::sim {
 

@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "common/Output.h"
-#include "middleware/Tasks.h"
+#include "middleware/MainLoop.h"
+#include "middleware/Session.h"
 #include "recording/Comparison.h"
-#include "recording/Conversation.h"
-#include "recording/TrafficTap.h"
+#include "recording/Recording.h"
+#include "recording/Traffic.h"
 
 namespace applist::sim {
 namespace {

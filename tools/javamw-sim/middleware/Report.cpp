@@ -6,8 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "common/Output.h"
 #include "shared/Json.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -81,24 +81,24 @@ std::string With(const std::string& middleware, Json object) {
 }  // namespace
 
 std::string Report::Paint(const std::string& text, const char* colour) const {
-    return m_colours ? Painted(text, colour) : text;
+    return m_colours ? tools::Painted(text, colour) : text;
 }
 
 std::string Report::Connected(const std::string& application) const {
     return m_json ? JsonLine(
                         ObjectOf({.kind = Happening::Kind::Connected, .application = application}))
-                  : Paint("connected", colour::GOOD) + ' ' + application;
+                  : Paint("connected", tools::colour::GOOD) + ' ' + application;
 }
 
 std::string Report::Disconnected(const std::string& application) const {
     return m_json ? JsonLine(ObjectOf(
                         {.kind = Happening::Kind::Disconnected, .application = application}))
-                  : Paint("disconnected", colour::QUIET) + ' ' + application;
+                  : Paint("disconnected", tools::colour::QUIET) + ' ' + application;
 }
 
 std::string Report::Filled(const std::string& application, size_t items) const {
     return m_json ? JsonLine({{"type", "filled"}, {"application", application}, {"items", items}})
-                  : Paint("filled", colour::GOOD) + ' ' + application + " with " +
+                  : Paint("filled", tools::colour::GOOD) + ' ' + application + " with " +
                         std::to_string(items) + " items";
 }
 
@@ -108,7 +108,7 @@ std::string Report::Updated(const std::string& application, const UpdateCounts& 
                               {"added", counts.added},
                               {"removed", counts.removed},
                               {"renamed", counts.renamed}})
-                  : Paint("updated", colour::GOOD) + ' ' + application + ": " +
+                  : Paint("updated", tools::colour::GOOD) + ' ' + application + ": " +
                         std::to_string(counts.added) + " added, " + std::to_string(counts.removed) +
                         " removed, " + std::to_string(counts.renamed) + " renamed";
 }
@@ -119,8 +119,8 @@ std::string Report::Event(const std::string& application, const Notification& no
         return JsonLine(EventObject(application, notification, &selection));
     }
     const std::string read = DescribeSelection(notification.event, selection);
-    return Paint(DescribeNotification(notification), colour::STRONG) + ' ' +
-           (selection.problem.empty() ? read : Paint(read, colour::BAD));
+    return Paint(DescribeNotification(notification), tools::colour::STRONG) + ' ' +
+           (selection.problem.empty() ? read : Paint(read, tools::colour::BAD));
 }
 
 std::string Report::ItemOfReply(const Item& item) const {
@@ -131,25 +131,26 @@ std::string Report::ItemOfReply(const Item& item) const {
 
 std::string Report::Happened(const std::string& middleware, const Happening& happening) const {
     return m_json ? With(middleware, ObjectOf(happening))
-                  : Paint(OneLine(middleware + ": " + Describe(happening)), colour::QUIET);
+                  : Paint(tools::OneLine(middleware + ": " + Describe(happening)),
+                          tools::colour::QUIET);
 }
 
 std::string Report::Choice(const std::string& middleware, const std::string& application,
                            const Notification& event, const SelectedItem& choice) const {
     return m_json ? With(middleware, EventObject(application, event, &choice))
-                  : Paint(OneLine(middleware + ": " + DescribeNotification(event)) + ' ' +
+                  : Paint(tools::OneLine(middleware + ": " + DescribeNotification(event)) + ' ' +
                               DescribeSelection(event.event, choice),
-                          colour::QUIET);
+                          tools::colour::QUIET);
 }
 
 std::string Report::Held(const std::string& statement) const {
     return m_json ? JsonLine({{"type", "ok"}, {"statement", statement}})
-                  : Paint("ok", colour::GOOD);
+                  : Paint("ok", tools::colour::GOOD);
 }
 
 std::string Report::Problem(const std::string& statement, const std::string& problem) const {
     return m_json ? JsonLine({{"type", "problem"}, {"statement", statement}, {"problem", problem}})
-                  : Paint(OneLine(problem), colour::BAD);
+                  : Paint(tools::OneLine(problem), tools::colour::BAD);
 }
 
 std::string Report::Answer(const std::string& text) const {

@@ -2,11 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "middleware/Session.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <deque>
+#include <set>
 #include <utility>
 
-#include "common/Output.h"
+#include "feed/ListUpdate.h"
+#include "middleware/MainLoop.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -19,7 +24,7 @@ constexpr const char* HIDDEN_HINT =
 
 Session::Session(SessionOptions options)
     : m_options(std::move(options)),
-      m_report(m_options.json, OutputTakesColours()),
+      m_report(m_options.json, tools::OutputTakesColours()),
       m_middleware("middleware", m_options.address,
                    [this](Middleware&, const Happening& happening) { Take(happening); }) {
     for (const int number : {SIGINT, SIGTERM}) {
@@ -45,7 +50,7 @@ ExitCode Session::Run() {
 
 void Session::Print(const std::string& line) {
     // A reader such as head may close the pipe. The session would otherwise run on without output.
-    if (!WriteLine(line)) {
+    if (!tools::WriteLine(line)) {
         End(ExitCode::CallFailed);
     }
 }
@@ -118,6 +123,175 @@ ExitCode Session::FinishRecording(ExitCode code) {
 void Session::OnTimeout() {
     Complain("no application within " + std::to_string(*m_options.timeout) + " s\n" + HIDDEN_HINT);
     End(ExitCode::NoApplication);
+}
+
+namespace {
+
+class WatchSession : public Session {
+public:
+    using Session::Session;
+
+protected:
+    void OnConnected(const std::string& application) override {
+        Print(report().Connected(application));
+    }
+    void OnDisconnected(const std::string& application) override {
+        Print(report().Disconnected(application));
+    }
+    void OnNotified(const std::string& application, const Notification& notification) override {
+        m_log.Add(middleware().selections(), application, notification);
+    }
+
+private:
+    EventLog m_log{report(), [this](const std::string& line) { Print(line); }};
+};
+
+constexpr double MS_PER_SECOND = 1000;
+// More than eleven days. The limit keeps the conversion to whole milliseconds defined.
+constexpr double LONGEST_WAIT_S = 1000000;
+
+class ServeSession : public WatchSession {
+public:
+    ServeSession(const SessionOptions& options, Feed feed)
+        : WatchSession(options),
+          m_items(std::move(feed.items)),
+          m_changes(std::make_move_iterator(feed.changes.begin()),
+                    std::make_move_iterator(feed.changes.end())) {}
+
+protected:
+    void OnDisconnected(const std::string& application) override {
+        // The application is filled again if it connects again.
+        m_filled.erase(application);
+        WatchSession::OnDisconnected(application);
+    }
+    void OnNotified(const std::string& application, const Notification& notification) override {
+        WatchSession::OnNotified(application, notification);
+        // LocalCreated may be repeated. A second filling would discard the selection of the viewer.
+        if (notification.event == Event::LocalCreated && m_filled.insert(application).second) {
+            Fill(application);
+        }
+    }
+
+private:
+    void Fill(const std::string& application);
+    void OnFilled(const std::string& application, size_t count);
+    void ScheduleChange();
+    void OnChange();
+    void Update(const std::string& application, const ListUpdate& update);
+
+    Items m_items;
+    std::deque<FeedStep> m_changes;  ///< Changes that are still to be made.
+    Registration m_clock;
+    bool m_playing = false;
+    std::set<std::string> m_filled;  ///< Connected applications whose list was filled.
+};
+
+void ServeSession::Fill(const std::string& application) {
+    // An earlier middleware may have left items. Only the result of the second call is reported.
+    link().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
+    link().Call(application, Function::AddItems, m_items,
+                [this, application, count = m_items.size()](const Result<Items>& reply) {
+                    if (reply) {
+                        OnFilled(application, count);
+                    } else {
+                        Complain("cannot fill " + application + ": " + reply.error());
+                    }
+                });
+}
+
+void ServeSession::OnFilled(const std::string& application, size_t count) {
+    Print(report().Filled(application, count));
+    // The changes start with the first list that is filled, and run once for all applications.
+    if (!m_playing) {
+        m_playing = true;
+        ScheduleChange();
+    }
+}
+
+void ServeSession::ScheduleChange() {
+    if (!m_changes.empty()) {
+        const double wait = std::clamp(m_changes.front().seconds, 0.0, LONGEST_WAIT_S);
+        m_clock = RunAfter(std::chrono::milliseconds(static_cast<int64_t>(wait * MS_PER_SECOND)),
+                           [this] { OnChange(); });
+    }
+}
+
+void ServeSession::OnChange() {
+    // The list is updated even if no application is connected, so that a later one is filled with
+    // it.
+    const ListUpdate update = UpdateList(m_items, m_changes.front().items);
+    m_changes.pop_front();
+    m_items = update.items;
+    // An application that was not filled yet receives the whole list later.
+    for (const std::string& application : m_filled) {
+        Update(application, update);
+    }
+    ScheduleChange();
+}
+
+void ServeSession::Update(const std::string& application, const ListUpdate& update) {
+    for (const ListCall& call : update.calls) {
+        // One line reports the whole update, when its last call succeeds.
+        const bool last = &call == &update.calls.back();
+        link().Call(application, call.function, call.items,
+                    [this, application, last,
+                     counts = UpdateCounts{update.added, update.removed, update.renamed}](
+                        const auto& reply) {
+                        if (!reply) {
+                            Complain("cannot update " + application + ": " + reply.error());
+                        } else if (last) {
+                            Print(report().Updated(application, counts));
+                        }
+                    });
+    }
+}
+
+class CallSession : public Session {
+public:
+    CallSession(const SessionOptions& options, Function function, const Items& arguments)
+        : Session(options), m_function(function), m_arguments(arguments) {}
+
+protected:
+    void OnConnected(const std::string& application) override {
+        // Several applications may connect, but the user asked for one call.
+        if (!std::exchange(m_called, true)) {
+            link().Call(application, m_function, m_arguments,
+                        [this](const Result<Items>& reply) { OnReply(reply); });
+        }
+    }
+    ExitCode OnInterrupted() override { return ExitCode::CallFailed; }
+
+private:
+    // The bus answers with an error if the application leaves before it replies.
+    void OnReply(const Result<Items>& reply) {
+        if (!reply) {
+            Complain(std::string(NameOf(m_function)) + " failed: " + reply.error());
+            End(ExitCode::CallFailed);
+            return;
+        }
+        for (const Item& item : *reply) {
+            Print(report().ItemOfReply(item));
+        }
+        End(ExitCode::Success);
+    }
+
+    Function m_function;
+    Items m_arguments;
+    bool m_called = false;
+};
+
+}  // namespace
+
+ExitCode Watch(const SessionOptions& options) {
+    return WatchSession(options).Run();
+}
+
+ExitCode Serve(const SessionOptions& options, Feed feed) {
+    return ServeSession(options, std::move(feed)).Run();
+}
+
+ExitCode CallOnce(const SessionOptions& options, Function function, const Items& arguments) {
+    return CallSession(options, function, arguments).Run();
 }
 
 }  // namespace applist::sim

@@ -8,9 +8,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "common/Output.h"
 #include "link/Protocol.h"
 #include "shared/Json.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -172,10 +172,6 @@ private:
                (byName ? message.text : std::string()) + '|' + ToHex(message.bytes);
     }
 
-    static Side Other(Side side) {
-        return side == Side::Application ? Side::Middleware : Side::Application;
-    }
-
     static std::string Text(MessageKind kind, Side side) {
         return std::string(NameOf(side)) + ' ' + std::string(NameOf(kind));
     }
@@ -226,12 +222,12 @@ bool PrintObjects(const DifferenceReport& report) {
     for (const Difference& difference : report.differences) {
         ++number;
         if (difference.first) {
-            written = written &&
-                      WriteLine(StepObject(number, "first", report.firstFile, *difference.first));
+            written = written && tools::WriteLine(StepObject(number, "first", report.firstFile,
+                                                             *difference.first));
         }
         if (difference.second) {
-            written = written && WriteLine(StepObject(number, "second", report.secondFile,
-                                                      *difference.second));
+            written = written && tools::WriteLine(StepObject(number, "second", report.secondFile,
+                                                             *difference.second));
         }
     }
     return written;
@@ -256,14 +252,14 @@ bool PrintReport(const DifferenceReport& report) {
         return PrintObjects(report);
     }
     for (const Difference& difference : report.differences) {
-        if (!WriteLine(DifferenceLines(difference, report.firstFile, report.secondFile))) {
+        if (!tools::WriteLine(DifferenceLines(difference, report.firstFile, report.secondFile))) {
             return false;
         }
     }
     const size_t count = report.differences.size();
-    return WriteLine(count == 0
-                         ? report.same
-                         : std::to_string(count) + (count == 1 ? " difference" : " differences"));
+    return tools::WriteLine(count == 0 ? report.same
+                                       : std::to_string(count) +
+                                             (count == 1 ? " difference" : " differences"));
 }
 
 }  // namespace applist::sim

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "recording/RecordedMessage.h"
+#include "recording/Recording.h"
 
 namespace applist::sim {
 

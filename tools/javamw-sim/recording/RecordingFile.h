@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "common/Result.h"
-#include "recording/RecordedMessage.h"
+#include "Result.h"
+#include "recording/Recording.h"
 
 /// The text form of a recording: one JSON object on each line.
 ///
@@ -62,5 +62,13 @@ private:
     size_t m_count = 0;
     std::string m_error;
 };
+
+/// True iff bytes begin like a capture of a whole bus, pcapng or pcap, with any link type.
+bool IsCapture(std::string_view bytes);
+
+/// Reads a capture as "busctl capture" writes it, with the link type of D-Bus (231). Returns the
+/// traffic between applications and middlewares. The line of a message is its packet number.
+/// Incomplete packets and a damaged end are skipped and counted in the remark.
+Result<Recording> ReadCapture(std::string_view bytes);
 
 }  // namespace applist::sim

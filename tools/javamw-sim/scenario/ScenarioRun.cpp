@@ -6,10 +6,76 @@
 #include <csignal>
 #include <utility>
 
-#include "common/File.h"
-#include "common/Output.h"
+#include "File.h"
+#include "middleware/MainLoop.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
+namespace {
+
+// Escapes "#", which begins a directive.
+std::string Description(const std::string& text) {
+    std::string escaped;
+    for (const char character : tools::OneLine(text)) {
+        escaped += character == '#' ? "\\#" : std::string(1, character);
+    }
+    return escaped;
+}
+
+// OneLine() has already escaped the backslashes, so only the quotation mark is left for YAML.
+std::string Quoted(const std::string& text) {
+    std::string quoted = "\"";
+    for (const char character : tools::OneLine(text)) {
+        quoted += character == '"' ? "\\\"" : std::string(1, character);
+    }
+    return quoted + '"';
+}
+
+}  // namespace
+
+void Tap::Plan(size_t points) {
+    m_write("TAP version 13");
+    m_write("1.." + std::to_string(points));
+}
+
+void Tap::Pass(const std::string& description) {
+    m_write(Point("ok", tools::colour::GOOD, description));
+}
+
+void Tap::Skip(const std::string& description, const std::string& reason) {
+    // TAP marks a skipped point as "ok" with a SKIP directive, so that it does not count as failed.
+    m_write(Point("ok", tools::colour::QUIET, description) + " # SKIP " + tools::OneLine(reason));
+}
+
+void Tap::Fail(const std::string& description, const std::string& where, const std::string& problem,
+               const std::vector<std::string>& seen) {
+    m_write(Point("not ok", tools::colour::BAD, description));
+    // TAP 13 puts the details of a point into an indented YAML block between "---" and "...".
+    m_write("  ---");
+    m_write("  at: " + Quoted(where));
+    m_write("  problem: " + Quoted(problem));
+    if (!seen.empty()) {
+        m_write("  seen:");
+    }
+    for (const std::string& happening : seen) {
+        m_write("    - " + Quoted(happening));
+    }
+    m_write("  ...");
+}
+
+void Tap::Comment(const std::string& text) {
+    m_write("# " + tools::OneLine(text));
+}
+
+void Tap::BailOut(const std::string& reason) {
+    m_write("Bail out! " + tools::OneLine(reason));
+}
+
+std::string Tap::Point(const char* result, const char* colour, const std::string& description) {
+    return (m_colours ? tools::Painted(result, colour) : result) + ' ' +
+           std::to_string(++m_number) + " - " + Description(description);
+}
+
 namespace {
 
 // A long wait may produce many events; the last ones are the most useful.
@@ -41,7 +107,7 @@ Result<Scenario> LoadScenario(const std::string& file) {
 ScenarioRun::ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenarios)
     : m_options(std::move(options)),
       m_scenarios(std::move(scenarios)),
-      m_tap([this](const std::string& line) { Write(line); }, OutputTakesColours()) {
+      m_tap([this](const std::string& line) { Write(line); }, tools::OutputTakesColours()) {
     for (const int number : {SIGINT, SIGTERM}) {
         m_loop.OnSignal(number, [this] { m_runner->Interrupt(); });
     }
@@ -130,7 +196,7 @@ void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
 
 // The reader of the results may have closed the pipe.
 void ScenarioRun::Write(const std::string& line) {
-    if (!WriteLine(line)) {
+    if (!tools::WriteLine(line)) {
         m_loop.End(ExitCode::CallFailed);
     }
 }

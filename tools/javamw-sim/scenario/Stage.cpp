@@ -97,7 +97,7 @@ Outcome PlanHandshake::Run(StatementRunner& runner) const {
     if (announcement) {
         plan[*announcement] = step;
     } else {
-        plan = {step, step, step};
+        plan.steps.fill(step);
     }
     middleware.SetPlan(plan);
     return Held();

@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "link/ChannelNames.h"
+#include "link/Protocol.h"
 #include "scenario/Words.h"
 
 namespace applist::sim {

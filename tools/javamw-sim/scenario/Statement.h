@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-#include "common/Result.h"
+#include "Result.h"
 #include "link/Handshake.h"
 #include "link/Protocol.h"
 

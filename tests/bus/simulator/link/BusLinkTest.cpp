@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 
 #include "link/BusLink.h"
-#include "link/ChannelNames.h"
+#include "link/Protocol.h"
 #include "support/GlibWait.h"
 #include "support/PrivateBus.h"
 #include "support/ScriptedPeer.h"

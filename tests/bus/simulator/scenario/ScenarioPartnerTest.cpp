@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "bus/simulator/Simulation.h"
-#include "link/ChannelNames.h"
+#include "link/Protocol.h"
 #include "support/GlibWait.h"
 
 namespace applist::test {

@@ -65,13 +65,6 @@ TEST_F(Applications, AreAllListedOfferedOrNot) {
     EXPECT_EQ(outcome.output, HEAD + "5," + NEWS_LINE + "5," + ENGINE_LINE);
 }
 
-TEST_F(Applications, AreFoundInEachFormatOfPackets) {
-    for (const auto& stream : {TsRepacked(Stream(), 4, 0), TsRepacked(Stream(), 0, 16)}) {
-        EXPECT_EQ(RunSimulator({"applications", "--csv", Write("a.ts", stream)}).output,
-                  HEAD + "5," + NEWS_LINE + "5," + ENGINE_LINE);
-    }
-}
-
 TEST_F(Applications, AreFoundInSectionsByTheNameOrTheContentOfTheFile) {
     for (const char* name : {"a.sec", "a.SEC", "a.bin"}) {
         const Outcome outcome = RunSimulator({"applications", "--csv", Write(name, Table())});
@@ -97,27 +90,17 @@ TEST_F(Applications, AreRefusedInXmlThatIsDamaged) {
     EXPECT_THAT(outcome.errors, StartsWith("javamw-sim: " + file + ": line 1: "));
 }
 
-TEST_F(Applications, AreATableWithoutAnyFormat) {
-    const Outcome outcome = RunSimulator({"applications", Write("a.ts", Stream())});
-    EXPECT_EQ(outcome.status, SUCCESS);
-    EXPECT_THAT(outcome.output, StartsWith("SERVICE  ORGANISATION_ID  APPLICATION_ID  TYPE "));
-    EXPECT_THAT(outcome.output, HasSubstr("HbbTV  PRESENT  3           1         News    eng=News; "
-                                          "ita=Notizie  -         1/1.0.0   no "));
-}
-
-TEST_F(Applications, AreListedWithTheReasonsWhenAsked) {
-    const Outcome outcome = RunSimulator({"applications", "--why", Write("a.ts", Stream())});
-    EXPECT_EQ(outcome.status, SUCCESS);
-    EXPECT_THAT(outcome.output, HasSubstr("  offered\n"));
-    EXPECT_THAT(outcome.output, EndsWith("  not offered: control code KILL, visible to other "
-                                         "applications only\n"));
-}
-
-TEST_F(Applications, AreJsonWhenAsked) {
-    const Outcome outcome = RunSimulator({"applications", "--json", Write("a.ts", Stream())});
-    EXPECT_EQ(outcome.status, SUCCESS);
-    EXPECT_THAT(outcome.output, StartsWith("[\n  {\n    \"service\": 5,\n"));
-    EXPECT_THAT(outcome.output, EndsWith("  }\n]\n"));
+TEST_F(Applications, ArePrintedInTheFormatAskedFor) {
+    const std::string file = Write("a.ts", Stream());
+    const std::string table = RunSimulator({"applications", file}).output;
+    EXPECT_THAT(table, StartsWith("SERVICE  ORGANISATION_ID  APPLICATION_ID  TYPE "));
+    EXPECT_THAT(table, HasSubstr("HbbTV  PRESENT  3           1         News    eng=News; "
+                                 "ita=Notizie  -         1/1.0.0   no "));
+    EXPECT_THAT(RunSimulator({"applications", "--why", file}).output,
+                EndsWith("  not offered: control code KILL, visible to other applications only\n"));
+    const std::string json = RunSimulator({"applications", "--json", file}).output;
+    EXPECT_THAT(json, StartsWith("[\n  {\n    \"service\": 5,\n"));
+    EXPECT_THAT(json, EndsWith("  }\n]\n"));
 }
 
 TEST_F(Applications, HaveNamesInTheLanguageAskedForOrTheLocales) {
@@ -169,22 +152,6 @@ TEST_F(Applications, AreListedFromADamagedStreamWithThePlacesOfTheDamage) {
                                   "gap at byte 1128 on PID 0x0200\n" + prefix +
                                   "gap at byte 1316 on PID 0x0300\n" + prefix +
                                   "skipped damaged parts: 4 in packets (1 lost sync, 3 gaps)\n");
-}
-
-TEST_F(Applications, RefuseWrongUsage) {
-    const std::string hint = "; see javamw-sim applications --help\n";
-    const auto refused = [&](std::vector<std::string> arguments, const std::string& error) {
-        arguments.insert(arguments.begin(), "applications");
-        const Outcome outcome = RunSimulator(arguments);
-        EXPECT_EQ(outcome.status, WRONG_USAGE);
-        EXPECT_EQ(outcome.output, "");
-        EXPECT_EQ(outcome.errors, "javamw-sim: " + error + hint);
-    };
-    refused({}, "applications takes FILE");
-    refused({"a", "b"}, "applications takes FILE");
-    refused({"a", "--json", "--csv"}, "--json and --csv exclude each other");
-    refused({"a", "--text=ebcdic"}, "--text takes auto, dvb, isdb, arib or latin, not 'ebcdic'");
-    refused({"a", "--items=b"}, "applications takes no option --items");
 }
 
 TEST_F(Applications, SayWhenTheirOutputIsClosed) {

@@ -15,7 +15,7 @@
 
 #include <gmock/gmock.h>
 
-#include "cli/Program.h"
+#include "cli/Commands.h"
 #include "scenario/Statement.h"
 #include "shared/Help.h"
 

@@ -14,7 +14,6 @@ namespace applist::test {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 void ExpectRefused(const std::vector<std::string>& arguments, const std::string& error) {
@@ -37,92 +36,73 @@ private:
     TemporaryDir m_folder;
 };
 
-TEST_F(Program, ExplainsItsCommandsAndExitCodes) {
-    const Outcome outcome = RunSimulator({"--help"});
-    EXPECT_EQ(outcome.status, SUCCESS);
-    EXPECT_EQ(outcome.errors, "");
-    for (const char* text : {"serve", "watch", "call", "--help", "--version", "Exit status:", "0  ",
-                             "1  ", "2  ", "3  ", "4  "}) {
-        EXPECT_THAT(outcome.output, HasSubstr(text));
+TEST_F(Program, PrintsItsHelpAndItsVersion) {
+    const Outcome help = RunSimulator({"--help"});
+    EXPECT_EQ(help.status, SUCCESS);
+    EXPECT_EQ(help.errors, "");
+    EXPECT_THAT(help.output, HasSubstr("javamw-sim help COMMAND"));
+    EXPECT_EQ(RunSimulator({"help"}).output, help.output);
+    EXPECT_THAT(RunSimulator({"help", "call"}).output, HasSubstr("ModifyItem ID ID=NAME"));
+    const Outcome version = RunSimulator({"--version"});
+    EXPECT_EQ(version.status, SUCCESS);
+    EXPECT_THAT(version.output, testing::MatchesRegex("javamw-sim [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+// How command lines are parsed is tested with the parser.
+TEST_F(Program, RefusesWrongUsage) {
+    ExpectRefused({"serv"}, "unknown command 'serv' (did you mean serve?); see javamw-sim --help");
+    const auto refused = [](const std::vector<std::string>& arguments, const std::string& error) {
+        ExpectRefused(arguments, error + "; see javamw-sim " + arguments.front() + " --help");
+    };
+    for (const char* command : {"watch", "serve", "shell"}) {
+        refused({command, "a"}, command + std::string(" takes no arguments"));
+    }
+    for (const char* command : {"record", "replay", "applications"}) {
+        refused({command}, command + std::string(" takes FILE"));
+        refused({command, "a", "b"}, command + std::string(" takes FILE"));
+    }
+    refused({"run"}, "run takes FILE...");
+    refused({"compare", "a"}, "compare takes FIRST SECOND");
+    refused({"call"}, "call takes FUNCTION [ARG...]");
+    refused({"call", "GetSelektion"},
+            "unknown function 'GetSelektion' (did you mean GetSelection?)");
+    refused({"call", "SetSelection"}, "SetSelection takes ID [NAME]");
+    refused({"watch", "--items=x"}, "watch takes no option --items");
+    refused({"serve", "--items=x", "--broadcast=y"}, "--items and --broadcast exclude each other");
+    refused({"applications", "a", "--json", "--csv"}, "--json and --csv exclude each other");
+    refused({"applications", "a", "--text=ebcdic"},
+            "--text takes auto, dvb, isdb, arib or latin, not 'ebcdic'");
+}
+
+TEST_F(Program, RefusesValuesThatAreNotNumbers) {
+    const auto refused = [](const std::vector<std::string>& arguments, const std::string& error) {
+        ExpectRefused(arguments, error + "'; see javamw-sim " + arguments.front() + " --help");
+    };
+    refused({"watch", "--timeout=soon"}, "--timeout takes whole seconds, not 'soon");
+    refused({"compare", "a", "b", "--tolerance=x"}, "--tolerance takes whole milliseconds, not 'x");
+    refused({"replay", "a", "--wait=-1"}, "--wait takes whole seconds, not '-1");
+    refused({"replay", "a", "--conversation="}, "--conversation takes a whole number, not '");
+    for (const std::string speed : {"0", "-1", "fast", "1x", "inf", "nan", ""}) {
+        refused({"replay", "a", "--speed=" + speed},
+                "--speed takes a number above 0 or max, not '" + speed);
     }
 }
 
-TEST_F(Program, ExplainsTheOptionsOfEachCommand) {
-    const std::string serve = RunSimulator({"serve", "--help"}).output;
-    EXPECT_THAT(serve, HasSubstr("-i, --items=FILE"));
-    EXPECT_THAT(serve, HasSubstr("-a, --address=ADDRESS"));
-    EXPECT_THAT(serve, HasSubstr("Examples:"));
-    const std::string call = RunSimulator({"--help", "call"}).output;
-    EXPECT_THAT(call, HasSubstr("ModifyItem ID ID=NAME"));
-    EXPECT_THAT(call, Not(HasSubstr("--items")));
-}
-
-TEST_F(Program, PrintsItsVersion) {
-    const Outcome outcome = RunSimulator({"--version"});
-    EXPECT_EQ(outcome.status, SUCCESS);
-    EXPECT_THAT(outcome.output, testing::MatchesRegex("javamw-sim [0-9]+\\.[0-9]+\\.[0-9]+\n"));
-}
-
-TEST_F(Program, RefusesWrongUsage) {
-    const std::string hint = "; see javamw-sim --help";
-    ExpectRefused({}, "no command" + hint);
-    ExpectRefused({"dance"}, "unknown command 'dance'" + hint);
-    ExpectRefused({"--loud"}, "unknown option --loud" + hint);
-}
-
-TEST_F(Program, PointsToTheHelpOfTheCommandWhoseOptionIsWrong) {
-    ExpectRefused({"watch", "--loud"}, "unknown option --loud; see javamw-sim watch --help");
-    ExpectRefused({"--loud", "watch"}, "unknown option --loud; see javamw-sim watch --help");
-    ExpectRefused({"serve", "--items"},
-                  "missing argument for --items; see javamw-sim serve --help");
-}
-
-TEST_F(Program, SuggestsTheWordThatWasProbablyMeant) {
-    ExpectRefused({"serv"}, "unknown command 'serv' (did you mean serve?); see javamw-sim --help");
-    ExpectRefused(
-        {"call", "additems"},
-        "unknown function 'additems' (did you mean AddItems?); see javamw-sim call --help");
-    ExpectRefused({"call", "GetSelektion"},
-                  "unknown function 'GetSelektion' (did you mean GetSelection?); "
-                  "see javamw-sim call --help");
-}
-
-TEST_F(Program, TakesHelpAsACommand) {
-    EXPECT_EQ(RunSimulator({"help"}).output, RunSimulator({"--help"}).output);
-    EXPECT_EQ(RunSimulator({"help", "serve"}).output, RunSimulator({"serve", "--help"}).output);
-    EXPECT_EQ(RunSimulator({"help", "serve"}).status, SUCCESS);
-    EXPECT_THAT(RunSimulator({"--help"}).output, HasSubstr("javamw-sim help COMMAND"));
-}
-
-TEST_F(Program, RefusesOptionsAndArgumentsOfOtherCommands) {
-    const auto hint = [](const std::string& command) {
-        return "; see javamw-sim " + command + " --help";
-    };
-    ExpectRefused({"watch", "it"}, "watch takes no arguments" + hint("watch"));
-    ExpectRefused({"serve", "list.txt"}, "serve takes no arguments" + hint("serve"));
-    ExpectRefused({"call"}, "call takes FUNCTION [ARG...]" + hint("call"));
-    ExpectRefused({"call", "Dance"}, "unknown function 'Dance'" + hint("call"));
-    ExpectRefused({"call", "SetSelection"}, "SetSelection takes ID [NAME]" + hint("call"));
-    ExpectRefused({"call", "GetAllItems", "x"}, "GetAllItems takes no arguments" + hint("call"));
-    ExpectRefused({"--items", "x", "watch"}, "watch takes no option --items" + hint("watch"));
-    ExpectRefused({"serve", "--items=x", "--broadcast=y"},
-                  "--items and --broadcast exclude each other" + hint("serve"));
-    ExpectRefused({"watch", "--timeout=-1"},
-                  "--timeout takes whole seconds, not '-1'" + hint("watch"));
-}
-
-TEST_F(Program, RefusesATimeoutThatIsNotANumber) {
-    ExpectRefused({"watch", "--timeout=soon"},
-                  "--timeout takes whole seconds, not 'soon'; see javamw-sim watch --help");
-}
-
 TEST_F(Program, ReportsThatItCannotReachTheBus) {
-    for (const std::vector<std::string>& command :
-         {std::vector<std::string>{"watch"}, {"serve"}, {"call", "GetAllItems"}}) {
+    const std::string recording = File(
+        "{\"javamw-recording\":1}\n"
+        R"({"us":1,"kind":"call","side":"middleware","from":":1.1",)"
+        R"("to":":1.2","call":1,"bytes":"d1070000"})");
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"watch"},
+                                                    {"serve"},
+                                                    {"call", "GetAllItems"},
+                                                    {"shell"},
+                                                    {"record", Path("new")},
+                                                    {"replay", recording}}) {
         std::vector<std::string> arguments = command;
         arguments.push_back(NO_BUS_THERE);
         const Outcome outcome = RunSimulator(arguments);
-        EXPECT_EQ(outcome.status, NO_BUS);
+        EXPECT_EQ(outcome.status, NO_BUS) << command.front();
         EXPECT_THAT(outcome.errors, StartsWith("javamw-sim: cannot reach the bus: "));
         EXPECT_THAT(outcome.errors, HasSubstr("/nonexistent/bus"));
     }
@@ -133,10 +113,6 @@ TEST_F(Program, TakesTheSystemBusWithoutAnAddress) {
                          {{"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/system"}});
     EXPECT_EQ(program.WaitForExit(), NO_BUS);
     EXPECT_THAT(program.Errors(), HasSubstr("/nonexistent/system"));
-}
-
-TEST_F(Program, TakesArgumentsThatLookLikeOptionsAfterADoubleDash) {
-    EXPECT_EQ(RunSimulator({NO_BUS_THERE, "call", "--", "SetSelection", "--loud"}).status, NO_BUS);
 }
 
 TEST_F(Program, TakesNamesInAnyBytesWhateverTheLocale) {
@@ -178,6 +154,30 @@ TEST_F(Program, RefusesAFileThatIsNotABroadcast) {
                       file + ": skipped damaged parts: 1 in packets (1 lost sync)");
     const std::string empty = File("");
     ExpectRefused({"serve", NO_BUS_THERE, "--broadcast", empty}, empty + none);
+}
+
+TEST_F(Program, ComparesTimesWithinATolerance) {
+    const auto recorded = [this](const std::string& name, const std::string& fields) {
+        std::ofstream(Path(name)) << "{\"javamw-recording\":1}\n"
+                                  << R"({"kind":"left","side":"application",)" << fields << "}";
+        return Path(name);
+    };
+    const std::string first = recorded("first", R"("us":1000,"from":":1.2")");
+    const std::string second = recorded("second", R"("us":9000,"from":":1.3")");
+    const auto compare = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments{"compare", first, second};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const Outcome outcome = RunSimulator(arguments);
+        return std::to_string(outcome.status) + ' ' + outcome.output;
+    };
+    EXPECT_EQ(compare({}), "0 no difference in 1 steps\n");
+    EXPECT_EQ(compare({"--json"}), "0 ");
+    EXPECT_EQ(compare({"--tolerance=8"}), "0 no difference in 1 steps\n");
+    EXPECT_EQ(compare({"--tolerance=7"}),
+              "1 - " + first + ":2: application left the bus, after 1 ms\n+ " + second +
+                  ":2: application left the bus, after 9 ms\n1 difference\n");
+    EXPECT_THAT(compare({"--names"}), StartsWith("1 "));
+    ExpectRefused({"compare", first, "/nonexistent"}, "/nonexistent: no such file");
 }
 
 std::string Broadcast(uint8_t visibility) {

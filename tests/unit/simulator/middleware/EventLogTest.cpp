@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include "common/Output.h"
 #include "middleware/Report.h"
 
 namespace applist::sim {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "recording/CaptureFile.h"
-#include "recording/TrafficReader.h"
+#include "recording/RecordingFile.h"
+#include "recording/Traffic.h"
 #include "support/CaptureGenerator.h"
 
 namespace applist::sim {

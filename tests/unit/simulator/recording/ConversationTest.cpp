@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "recording/Conversation.h"
+#include "recording/Recording.h"
 #include "unit/simulator/recording/Messages.h"
 
 namespace applist::sim {

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "recording/RecordedMessage.h"
+#include "recording/Recording.h"
 
 namespace applist::sim {
 

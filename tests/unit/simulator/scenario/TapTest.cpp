@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "scenario/Tap.h"
+#include "scenario/ScenarioRun.h"
 
 namespace applist::sim {
 namespace {

@@ -1,0 +1,91 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "File.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <glib.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include <sys/stat.h>
+
+namespace applist {
+namespace {
+
+constexpr size_t CHUNK = 65536;
+
+// Call directly after the failure, because the reason is in errno.
+std::string Failure(const std::string& name) {
+    return name + ": " + (errno == ENOENT ? "no such file" : g_strerror(errno));
+}
+
+}  // namespace
+
+InputFile::InputFile(std::string name, int descriptor)
+    : m_name(std::move(name)), m_descriptor(descriptor) {}
+
+InputFile::~InputFile() {
+    if (m_descriptor >= 0) {
+        close(m_descriptor);
+    }
+}
+
+InputFile::InputFile(InputFile&& other) noexcept
+    : m_name(std::move(other.m_name)), m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+
+InputFile& InputFile::operator=(InputFile&& other) noexcept {
+    std::swap(m_name, other.m_name);
+    std::swap(m_descriptor, other.m_descriptor);
+    return *this;
+}
+
+Result<InputFile> InputFile::Open(const std::string& name, Wait wait) {
+    const int mode = O_RDONLY | O_CLOEXEC | (wait == Wait::No ? O_NONBLOCK : 0);
+    const int descriptor =
+        name == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0) : open(name.c_str(), mode);
+    if (descriptor < 0) {
+        return Result<InputFile>::Failure(Failure(name));
+    }
+    InputFile file(name, descriptor);
+    // Only opening must not wait. Standard input keeps its flags, which other processes share.
+    if (wait == Wait::No && name != "-") {
+        fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    }
+    return file;
+}
+
+Result<size_t> InputFile::Read(std::span<uint8_t> room) {
+    ssize_t count = -1;
+    do {
+        count = read(m_descriptor, room.data(), room.size());
+    } while (count < 0 && errno == EINTR);
+    return count >= 0 ? Result(static_cast<size_t>(count))
+                      : Result<size_t>::Failure(Failure(m_name));
+}
+
+bool InputFile::IsRegular() const {
+    struct stat status {};
+    return fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+Result<std::string> ReadFile(const std::string& name) {
+    auto file = InputFile::Open(name);
+    if (!file) {
+        return Result<std::string>::Failure(file.error());
+    }
+    std::string content;
+    std::vector<uint8_t> chunk(CHUNK);
+    for (auto count = file->Read(chunk);; count = file->Read(chunk)) {
+        if (!count) {
+            return Result<std::string>::Failure(count.error());
+        }
+        if (*count == 0) {
+            return content;
+        }
+        content.append(chunk.begin(), chunk.begin() + static_cast<std::ptrdiff_t>(*count));
+    }
+}
+
+}  // namespace applist

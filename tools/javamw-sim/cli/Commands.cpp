@@ -1,0 +1,163 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Commands.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "Number.h"
+#include "feed/DisplayNames.h"
+
+namespace applist::sim {
+namespace {
+
+struct NamedCoding {
+    const char* name;
+    std::optional<TextCoding> coding;
+};
+
+constexpr std::array TEXT_CODINGS{
+    NamedCoding{"auto", std::nullopt}, NamedCoding{"dvb", TextCoding::Dvb},
+    NamedCoding{"isdb", TextCoding::Isdb}, NamedCoding{"arib", TextCoding::Arib},
+    NamedCoding{"latin", TextCoding::Latin}};
+
+}  // namespace
+
+std::string FirstOf(std::initializer_list<std::string> errors) {
+    const auto* const found = std::find_if(errors.begin(), errors.end(),
+                                           [](const std::string& error) { return !error.empty(); });
+    return found == errors.end() ? std::string() : *found;
+}
+
+Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
+                             const std::string& text) {
+    const auto number = ParseNumber<unsigned>(text);
+    return number ? Result(*number)
+                  : Result<unsigned>::Failure("--" + option + " takes " + what + ", not '" + text +
+                                              "'");
+}
+
+Result<std::optional<double>> Speed(const std::string& text) {
+    using Speed = Result<std::optional<double>>;
+    if (text == "max") {
+        return Speed(std::nullopt);
+    }
+    const auto number = ParseNumber<double>(text);
+    // The parser accepts inf and nan, which are not usable as a divisor of times.
+    return number && std::isfinite(*number) && *number > 0
+               ? Speed(number)
+               : Speed::Failure("--speed takes a number above 0 or max, not '" + text + "'");
+}
+
+std::vector<Option> BroadcastOptions() {
+    return {
+        {"service", 's', "SERVICE", "Only this service, by number or name; may be repeated"},
+        {"language", 'l', "LIST", "Languages of names, the preferred one first: ita,eng"},
+        {"text", '\0', "CODING", "How texts are coded: auto, dvb, isdb, arib, latin"},
+    };
+}
+
+std::vector<std::string> TextCodingNames() {
+    std::vector<std::string> names;
+    std::transform(TEXT_CODINGS.begin(), TEXT_CODINGS.end(), std::back_inserter(names),
+                   [](const NamedCoding& coding) { return coding.name; });
+    return names;
+}
+
+Result<BroadcastFeedOptions> BroadcastFeedOptionsFrom(const Arguments& given) {
+    BroadcastFeedOptions options;
+    options.filter.services = given.Values("service");
+    options.filter.languages =
+        given.Has("language") ? ParseLanguages(given.Value("language")) : LocaleLanguages();
+    if (given.Has("text")) {
+        const std::string name = given.Value("text");
+        const auto* const found =
+            std::find_if(TEXT_CODINGS.begin(), TEXT_CODINGS.end(),
+                         [&](const NamedCoding& coding) { return coding.name == name; });
+        if (found == TEXT_CODINGS.end()) {
+            return Result<BroadcastFeedOptions>::Failure(
+                "--text takes auto, dvb, isdb, arib or latin, not '" + name + "'");
+        }
+        options.coding = found->coding;
+    }
+    return options;
+}
+
+Option AddressOption() {
+    return {"address", 'a', "ADDRESS", "Bus to use instead of the system bus"};
+}
+
+Option JsonOption() {
+    return {"json", 'j', "", "Print one JSON object for each line"};
+}
+
+std::vector<Option> SessionOptionsAnd(const std::vector<Option>& own) {
+    std::vector<Option> options{
+        AddressOption(),
+        {"timeout", 't', "SECONDS", "Time limit for an application to connect"},
+    };
+    options.insert(options.end(), own.begin(), own.end());
+    return options;
+}
+
+Option RecordOption() {
+    return {"record", 'r', "FILE", "Record all traffic, as the command record does"};
+}
+
+Result<SessionOptions> SessionOptionsFrom(const Arguments& given) {
+    SessionOptions options;
+    options.address = given.Value("address");
+    options.json = given.Has("json");
+    options.recordFile = given.Value("record");
+    if (given.Has("timeout")) {
+        const auto seconds = WholeNumber("timeout", "whole seconds", given.Value("timeout"));
+        if (!seconds) {
+            return Result<SessionOptions>::Failure(seconds.error());
+        }
+        options.timeout = *seconds;
+    }
+    return options;
+}
+
+namespace {
+
+constexpr const char* PURPOSE =
+    "Simulates the broadcast middleware on the bus: fills the list of the application,\n"
+    "calls it and prints its events. Either of the two may start first.\n";
+
+constexpr const char* EXIT_CODES =
+    "Exit status:\n"
+    "  0  success; an endless command was ended by SIGINT or SIGTERM\n"
+    "  1  failure: a call failed, an expectation did not hold, a comparison found a\n"
+    "     difference, the command was interrupted, or the output was closed\n"
+    "  2  wrong usage, or an input file that cannot be used\n"
+    "  3  the bus cannot be reached, closed the connection, or denies this user the\n"
+    "     middleware's names\n"
+    "  4  no application appeared in time\n";
+
+}  // namespace
+
+}  // namespace applist::sim
+
+namespace applist::tools {
+
+const Program& TheProgram() {
+    static const Program PROGRAM{
+        .name = "javamw-sim",
+        .version = APPLIST_VERSION,
+        .purpose = sim::PURPOSE,
+        .options = {},
+        .commands = {sim::ServeCommand(), sim::WatchCommand(), sim::CallCommand(),
+                     sim::RunCommand(), sim::ShellCommand(), sim::ApplicationsCommand(),
+                     sim::RecordCommand(), sim::ReplayCommand(), sim::CompareCommand()},
+        .exitCodes = sim::EXIT_CODES,
+        .values = {{"FILE", {}},
+                   {"FIRST", {}},
+                   {"SECOND", {}},
+                   {"FUNCTION", sim::FunctionNames()},
+                   {"CODING", sim::TextCodingNames()}}};
+    return PROGRAM;
+}
+
+}  // namespace applist::tools

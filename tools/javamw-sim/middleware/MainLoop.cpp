@@ -1,0 +1,47 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "middleware/MainLoop.h"
+
+#include <cstdio>
+#include <sstream>
+
+#include <glib-unix.h>
+
+namespace applist::sim {
+
+void Complain(const std::string& message) {
+    std::istringstream lines(message);
+    std::string text;
+    for (std::string line; std::getline(lines, line);) {
+        text += "javamw-sim: " + line + '\n';
+    }
+    // A failed write to stderr cannot be reported anywhere.
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+}
+
+bool RunUntil(const std::function<bool()>& done,
+              std::optional<std::chrono::milliseconds> patience) {
+    bool tooLong = false;
+    const Registration clock =
+        patience ? RunAfter(*patience, [&tooLong] { tooLong = true; }) : Registration();
+    bool held = done();
+    while (!held && !tooLong) {
+        g_main_context_iteration(nullptr, TRUE);
+        held = done();
+    }
+    return held;
+}
+
+void MainLoop::OnSignal(int number, const std::function<void()>& action) {
+    m_signals.push_back(RunOn(g_unix_signal_source_new(number), [action] {
+        action();
+        return true;
+    }));
+}
+
+ExitCode MainLoop::Run() {
+    RunUntil([this] { return m_exitCode.has_value(); });
+    return *m_exitCode;
+}
+
+}  // namespace applist::sim

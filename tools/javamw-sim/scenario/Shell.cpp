@@ -1,0 +1,311 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "scenario/Shell.h"
+
+#include <algorithm>
+#include <csignal>
+#include <unistd.h>
+#include <utility>
+
+#include "middleware/MainLoop.h"
+#include "scenario/LineInput.h"
+#include "scenario/StatementCompletion.h"
+#include "shared/Output.h"
+
+namespace applist::sim {
+namespace {
+
+bool IsPerson() {
+    // The line editor needs a terminal on both sides.
+    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+}
+
+std::string Trimmed(const std::string& text) {
+    const size_t begin = text.find_first_not_of(" \t\r");
+    const size_t end = text.find_last_not_of(" \t\r");
+    return begin == std::string::npos ? std::string() : text.substr(begin, end - begin + 1);
+}
+
+bool HasError(const std::optional<Result<Bytes>>& reply) {
+    return reply && !*reply;
+}
+
+}  // namespace
+
+Shell::Shell(ShellOptions options)
+    : m_options(std::move(options)),
+      m_person(IsPerson()),
+      m_report(m_options.json, !m_options.json && tools::OutputTakesColours()),
+      m_runner(m_options.address, [this](Middleware& middleware, const Happening& happening) {
+          OnHappening(middleware, happening);
+      }) {}
+
+Shell::~Shell() = default;
+
+ExitCode Shell::Run() {
+    OpenInput();
+    WatchSignals();
+    if (!m_options.offline) {
+        const Outcome joined = m_runner.Execute(Join());
+        // Fail() does not end the shell of a person, so End() follows.
+        if (joined.verdict == Verdict::NoBus) {
+            Fail("join", joined.problem, ExitCode::NoBus);
+            End(ExitCode::NoBus);
+        }
+    }
+    while (const auto line = NextLine()) {
+        Do(*line);
+    }
+    if (!m_loop.exitCode()) {
+        // The input can end while an error is pending or while the viewer's choice is still being
+        // read.
+        SettlePending(nullptr);
+        m_runner.FinishChoices();
+    }
+    return m_loop.exitCode().value_or(ExitCode::Success);
+}
+
+void Shell::OpenInput() {
+    const LineInput::Listener listener{
+        .line = [this](const std::string& line) { m_lines.push_back(line); },
+        .end = [this] { m_inputEnded = true; }};
+    if (!m_person) {
+        m_input = std::make_unique<StreamInput>(STDIN_FILENO, listener);
+        return;
+    }
+    m_input = std::make_unique<EditorInput>(
+        listener, [this](std::string_view text) { return Completions(text, m_ids); },
+        HistoryFile());
+}
+
+void Shell::WatchSignals() {
+    m_loop.OnSignal(SIGINT, [this] { OnInterrupted(); });
+    for (const int number : {SIGTERM, SIGHUP}) {
+        m_loop.OnSignal(number, [this] {
+            m_runner.Interrupt();
+            End(ExitCode::Success);
+        });
+    }
+}
+
+std::optional<std::string> Shell::NextLine() {
+    if (m_lines.empty() && !m_inputEnded && !m_loop.exitCode()) {
+        m_input->Resume(m_runner.acting().middleware.name() + "> ");
+        RunUntil(
+            [this] { return !m_lines.empty() || m_inputEnded || m_loop.exitCode().has_value(); });
+        m_input->Pause();
+    }
+    if (m_lines.empty() || m_loop.exitCode()) {
+        return std::nullopt;
+    }
+    std::string line = std::move(m_lines.front());
+    m_lines.pop_front();
+    return line;
+}
+
+void Shell::Do(const std::string& line) {
+    ++m_lineNumber;
+    if (DoCommand(Trimmed(line))) {
+        return;
+    }
+    const ParsedLine parsed = ParseStatement(line, m_lineNumber);
+    if (parsed.error) {
+        Fail(Trimmed(line),
+             "column " + std::to_string(parsed.error->column) + ": " + parsed.error->message,
+             ExitCode::WrongUsage);
+    } else if (parsed.statement) {
+        SettlePending(&parsed.statement->action);
+        DoStatement(*parsed.statement);
+    }
+}
+
+bool Shell::DoCommand(const std::string& line) {
+    const size_t blank = line.find_first_of(" \t");
+    const std::string word = line.substr(0, blank);
+    const std::string rest = blank == std::string::npos ? "" : Trimmed(line.substr(blank));
+    if (word == "help") {
+        PrintHelp(rest);
+    } else if (word == "busctl") {
+        PrintBusctl(rest);
+    } else if (word == "quit" && rest.empty()) {
+        SettlePending(nullptr);
+        m_runner.FinishChoices();
+        End(ExitCode::Success);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void Shell::DoStatement(const Statement& statement) {
+    if (m_loop.exitCode()) {
+        return;
+    }
+    if (!IsSetting(statement.action)) {
+        m_last = statement.action;
+    }
+    m_executing = true;
+    const Outcome outcome = m_runner.Execute(statement.action);
+    m_executing = false;
+    Learn(statement.action, outcome);
+    Judge(statement, outcome);
+}
+
+void Shell::Judge(const Statement& statement, const Outcome& outcome) {
+    const bool answered = outcome.reply && !outcome.reply->empty();
+    switch (outcome.verdict) {
+        case Verdict::Held:
+            if (answered) {
+                for (const Item& item : *outcome.reply) {
+                    Show(m_report.ItemOfReply(item));
+                }
+            } else if (m_person && !IsSetting(statement.action)) {
+                Show(m_report.Held(statement.text));
+            }
+            break;
+        case Verdict::Failed:
+            // In a file the next line may expect this error, so the failure is kept until that line
+            // is read.
+            if (!m_person && std::holds_alternative<Send>(statement.action) &&
+                HasError(m_runner.acting().lastReply)) {
+                m_pending = {statement, outcome.problem};
+            } else {
+                Fail(statement.text, outcome.problem, ExitCode::CallFailed);
+            }
+            break;
+        case Verdict::Interrupted:
+            Fail(statement.text, outcome.problem, ExitCode::CallFailed);
+            break;
+        case Verdict::NoBus:
+            Fail(statement.text, outcome.problem, ExitCode::NoBus);
+            End(ExitCode::NoBus);
+            break;
+    }
+}
+
+void Shell::SettlePending(const Action* next) {
+    const auto pending = std::exchange(m_pending, std::nullopt);
+    const bool expected = next != nullptr && std::holds_alternative<ExpectError>(*next);
+    if (pending && !expected) {
+        Fail(pending->statement.text, pending->problem, ExitCode::CallFailed,
+             pending->statement.line);
+    }
+}
+
+void Shell::Learn(const Action& action, const Outcome& outcome) {
+    // The ids that were sent or received complete the words of later lines.
+    Items seen = outcome.reply.value_or(Items());
+    if (const auto* send = std::get_if<Send>(&action); send != nullptr && send->frame.call) {
+        const Items& sent = send->frame.call->items;
+        seen.insert(seen.end(), sent.begin(), sent.end());
+    }
+    for (const Item& item : seen) {
+        m_ids.insert(item.id);
+    }
+}
+
+void Shell::PrintHelp(const std::string& about) {
+    std::vector<std::string> lines;
+    for (const ShellCommand& command : ShellCommands()) {
+        if (about.empty() || command.name == about) {
+            lines.push_back(command.name + ' ' + command.words + "\n    " + command.meaning);
+        }
+    }
+    for (const StatementForm& form : StatementForms()) {
+        if (about.empty() || form.keyword.starts_with(about)) {
+            lines.push_back(form.keyword + ' ' + form.words + "\n    " + form.meaning);
+        }
+    }
+    if (lines.empty()) {
+        Fail("help " + about, "unknown statement or command '" + about + "'", ExitCode::WrongUsage);
+    }
+    for (const std::string& line : lines) {
+        Show(m_report.Answer(line));
+    }
+}
+
+void Shell::PrintBusctl(const std::string& text) {
+    std::optional<Action> action = m_last;
+    if (!text.empty()) {
+        const ParsedLine parsed = ParseStatement(text);
+        if (!parsed.statement) {
+            Fail("busctl " + text, parsed.error ? parsed.error->message : "no statement",
+                 ExitCode::WrongUsage);
+            return;
+        }
+        action = parsed.statement->action;
+    }
+    if (!action) {
+        Fail("busctl", "no statement has run yet", ExitCode::WrongUsage);
+        return;
+    }
+    const auto lines =
+        BusctlLines(*action, {m_options.address, m_runner.acting().middleware.application()});
+    if (!lines) {
+        Fail("busctl " + text, lines.error(), ExitCode::CallFailed);
+        return;
+    }
+    for (const std::string& line : *lines) {
+        Show(m_report.Answer(line));
+    }
+}
+
+void Shell::Show(const std::string& line) {
+    // The reader of the output may have closed the pipe.
+    if (!m_input->Print(line)) {
+        End(ExitCode::CallFailed);
+    }
+}
+
+// A person sees the error at once. The author of a file needs the line number.
+void Shell::Fail(const std::string& statement, const std::string& problem, ExitCode code,
+                 size_t line) {
+    if (m_person || m_options.json) {
+        Show(m_report.Problem(statement, problem));
+    }
+    if (!m_person) {
+        const std::string where = line > 0 ? "line " + std::to_string(line) + ": " : "";
+        Complain(where + tools::OneLine(problem));
+        End(code);
+    }
+}
+
+void Shell::OnHappening(Middleware& middleware, const Happening& happening) {
+    if (!ReadSelection(middleware, happening)) {
+        Show(m_report.Happened(middleware.name(), happening));
+    }
+    if (!middleware.busProblem().empty()) {
+        End(ExitCode::NoBus);
+    }
+}
+
+// The selection is read after event 2 as well, because it is the choice if the application does not
+// answer after event 3.
+bool Shell::ReadSelection(Middleware& middleware, const Happening& happening) {
+    const auto event = DecodeNotification(happening.message);
+    const bool choice = event && event->event == Event::ItemClicked;
+    if (happening.kind != Happening::Kind::Notified || !event ||
+        (!choice && event->event != Event::ItemSelected)) {
+        return false;
+    }
+    middleware.selections().Read(
+        happening.application, event->event,
+        [this, name = middleware.name(), application = happening.application, event,
+         choice](const SelectedItem& selection) {
+            if (choice) {
+                Show(m_report.Choice(name, application, *event, selection));
+            }
+        });
+    return choice;
+}
+
+// Ends the running statement first, then the typed line, then the shell.
+void Shell::OnInterrupted() {
+    if (m_executing) {
+        m_runner.Interrupt();
+    } else if (!m_input->Discard()) {
+        End(ExitCode::Success);
+    }
+}
+
+}  // namespace applist::sim
