@@ -41,6 +41,10 @@ function(applist_add_test name)
     if(arg_DEPENDS)
         add_dependencies(${name} ${arg_DEPENDS})
     endif()
+    # At its end an instrumented program writes files and traces itself.
+    if(APPLIST_SANITIZE OR CMAKE_CXX_FLAGS MATCHES "--coverage")
+        list(APPEND arg_ENVIRONMENT APPLIST_LOCK=off)
+    endif()
     # gtest_discover_tests() mangles list-valued properties such as an environment with several
     # variables. Therefore env sets the variables and then runs the test. The leak sanitizer also
     # checks the programs that a test starts.

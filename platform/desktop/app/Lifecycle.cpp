@@ -29,6 +29,7 @@
 #include "display/ThemeSignals.h"
 #include "display/Windows.h"
 #include "launch/LaunchProtocol.h"
+#include "lock/SelfLock.h"
 #include "log/LogWriter.h"
 
 namespace applist::desktop {
@@ -133,7 +134,8 @@ Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance
     SpareMemory memory;
     const GlibLoop glib([&memory] { memory.GiveBack(); });
     const EndSignals signalsThatEnd;
-    Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); }});
+    Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); },
+                     LockAfterFirstFrame});
     Keyboard keyboard(windows, ReadKeys());
     const ThemeSignals signals;
     const KeyFrames frames(windows);

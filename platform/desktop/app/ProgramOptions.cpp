@@ -17,8 +17,8 @@ void PrintHelp(const char* name) {
         "  %s KEY=VALUE  pass extra data to the program, as a launch request does\n"
         "  --version          print the version and stop\n"
         "  --help             print this text and stop\n\n"
-        "Environment: APPLIST_LOG (error, info or debug), APPLIST_PLATFORM_ROOT,\n"
-        "DBUS_SYSTEM_BUS_ADDRESS.\n",
+        "Environment: APPLIST_LOCK (off), APPLIST_LOG (error, info or debug),\n"
+        "APPLIST_PLATFORM_ROOT, DBUS_SYSTEM_BUS_ADDRESS.\n",
         name, EXTRA_ARGUMENT, name, EXTRA_ARGUMENT);
 }
 

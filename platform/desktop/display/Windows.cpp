@@ -187,6 +187,7 @@ bool Windows::Hide() {
 void Windows::Added(Evas_Object* window) {
     m_windows.push_back({window});
     FitToScreen(window);
+    m_listener.created(window);
     for (const auto& [event, callback] : CALLBACKS) {
         evas_object_smart_callback_add(window, event, callback, this);
     }

@@ -26,6 +26,8 @@ public:
         std::function<void(bool visible)> visibilityChanged;
         /// Called when the viewer asks the window manager to close a window.
         std::function<void()> closeRequested;
+        /// Called for each window when it is created.
+        std::function<void(Evas_Object* window)> created = [](Evas_Object*) {};
     };
 
     /// Key codes, as in Ecore_Event_Key.

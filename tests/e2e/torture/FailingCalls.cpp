@@ -79,10 +79,12 @@ int RunMain(int argc, char** argv, char** environment) {
     return g_main(argc, argv, environment);
 }
 
+// Opens the file at once, because the program must not open files for writing later.
 struct CountsAtTheEnd {
+    const char* path = std::getenv("APPLIST_COUNTS");
+    FILE* file = path != nullptr ? std::fopen(path, "w") : nullptr;
+
     ~CountsAtTheEnd() {
-        const char* path = std::getenv("APPLIST_COUNTS");
-        FILE* file = path != nullptr ? std::fopen(path, "w") : nullptr;
         for (const Function& function : g_functions) {
             if (file != nullptr && function.name != nullptr) {
                 std::fprintf(file, "%s %ld\n", function.name, function.calls.load());
