@@ -126,7 +126,13 @@ void SpokenNames::Turn(bool on) {
         });
         m_connected = EventHandler::Behind(ELM_EVENT_ATSPI_BRIDGE_STATE_CHANGED, OnBridge, nullptr);
         m_additions = efl_access_object_event_handler_add(OnEvent, nullptr);
+        m_news.emplace([](const News& news) {
+            if (news.kind == News::Kind::MESSAGE) {
+                Say(news.source, news.text);
+            }
+        });
     } else {
+        m_news.reset();
         elm_config_atspi_mode_set(EINA_FALSE);
         m_connected = {};
         efl_access_object_event_handler_del(std::exchange(m_additions, nullptr));

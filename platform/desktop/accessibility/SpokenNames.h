@@ -3,9 +3,11 @@
 #pragma once
 
 #include <Ecore.h>
+#include <optional>
 #include <string>
 
 #include "display/EventHandler.h"
+#include "display/News.h"
 
 typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
 
@@ -43,6 +45,7 @@ private:
     Ecore_Timer* m_retry = nullptr;
     Efl_Access_Event_Handler* m_additions = nullptr;
     EventHandler m_connected;
+    std::optional<NewsListener> m_news;
 };
 
 }  // namespace applist::desktop

@@ -6,6 +6,8 @@
 #include <cstdlib>
 
 #include "CallbackGuard.h"
+#include "display/News.h"
+#include "display/ShownText.h"
 #include "i18n_text.h"
 
 namespace applist::desktop {
@@ -69,6 +71,7 @@ void AlertWindow::Show(const Alert& alert) {
     evas_object_show(m_panel);
     evas_object_show(m_window);
     elm_win_raise(m_window);
+    TellNews({News::Kind::ALERT, m_panel, TitleOf(alert.kind), SpokenText(alert.text.c_str())});
 }
 
 void AlertWindow::ShowKind() {

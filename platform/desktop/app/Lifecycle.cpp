@@ -25,7 +25,6 @@
 #include "data/SettingsPaths.h"
 #include "display/KeyFrames.h"
 #include "display/Keyboard.h"
-#include "display/ListPanel.h"
 #include "display/ThemeSignals.h"
 #include "display/Windows.h"
 #include "launch/LaunchProtocol.h"
@@ -140,7 +139,6 @@ Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance
     const ThemeSignals signals;
     const KeyFrames frames(windows);
     SpokenNames names;
-    ListPanel::OnMessage(SpokenNames::Say);
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
     // The lambda refers to locals, so it is only called while the loop below runs.
     m_leaveScreen = [&] {

@@ -281,6 +281,7 @@ extern "C" void list_focus_set(Evas_Object* list, Elm_Object_Item* row) {
     using applist::desktop::ListFocus;
     applist::GuardCallback([&] {
         ListFocus& focus = ListFocus::Of(list);
+        focus.panel().Placed();
         row != nullptr ? focus.Set(row) : focus.Close();
     });
 }

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <glib.h>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -24,11 +23,6 @@ constexpr double SETTLE_SECONDS = 0.5;
 
 // The theme part of a row that shows its text.
 constexpr const char* TEXT_PART = "elm.text";
-
-ListPanel::Listener& TheListener() {
-    static ListPanel::Listener listener;
-    return listener;
-}
 
 template <void (ListPanel::*act)()>
 Eina_Bool OnTimer(void* panel) {
@@ -76,17 +70,11 @@ Evas_Object* DrawingOfPopupAround(const Evas_Object* list) {
     return nullptr;
 }
 
-// Replaces the first placeholder called name; a translation may lack it.
-std::string Filled(std::string text, std::string_view name, int value) {
-    const size_t found = text.find(name);
-    return found != std::string::npos ? text.replace(found, name.size(), std::to_string(value))
-                                      : text;
-}
-
 std::string PositionText(int position, int count) {
-    const std::string text = Filled(i18n_get_text("LIST_POSITION"), "{position}", position);
     // The space separates it from a title that is too long.
-    return "\u2003" + Filled(text, "{count}", count);
+    return "\u2003" +
+           Filled(i18n_get_text("LIST_POSITION"),
+                  {{"{position}", std::to_string(position)}, {"{count}", std::to_string(count)}});
 }
 
 }  // namespace
@@ -101,12 +89,7 @@ std::string RowText(const Evas_Object* list, const Elm_Object_Item* row) {
         kind->func.text_get(elm_object_item_data_get(row), const_cast<Evas_Object*>(list),
                             TEXT_PART),
         std::free);
-    if (!text) {
-        return {};
-    }
-    // The callers need valid UTF-8, which the text of a row need not be.
-    g_autofree char* valid = g_utf8_make_valid(ShownText(text.get()).c_str(), -1);
-    return valid;
+    return text ? SpokenText(text.get()) : "";
 }
 
 std::string TitleOf(const Evas_Object* list) {
@@ -115,17 +98,14 @@ std::string TitleOf(const Evas_Object* list) {
     return title != nullptr ? title : "";
 }
 
-void ListPanel::OnMessage(Listener listener) {
-    TheListener() = std::move(listener);
-}
-
 ListPanel::ListPanel(Evas_Object* list)
     : m_list(list),
       m_drawing(DrawingOfPopupAround(list)),
       m_beforeWait(ecore_idle_enterer_before_add(OnBeforeWait, this)),
-      m_release(EventHandler::Behind(ECORE_EVENT_KEY_UP, OnRelease, this)) {
+      m_release(EventHandler::Behind(ECORE_EVENT_KEY_UP, OnRelease, this)),
+      m_news(list) {
     Used();
-    CountChanged();
+    RowsChanged();
 }
 
 ListPanel::~ListPanel() {
@@ -155,14 +135,17 @@ void ListPanel::Update() {
     if (std::exchange(m_position, position) != position || before != count) {
         ShowCount();
     }
-    if (before != count) {
-        CountChanged();
+    // A renamed item gets another row, so the count may be the same.
+    const bool placed = std::exchange(m_placed, false) && NewsListener::Any();
+    if (before != count || placed) {
+        RowsChanged();
     }
+    m_news.Update(focused, position, count);
 }
 
 // The timer only restarts for an empty list, so that rows which are added all the time do not
 // postpone the message.
-void ListPanel::CountChanged() {
+void ListPanel::RowsChanged() {
     if (m_count == 0 || m_settling == nullptr) {
         Restart(m_settling, SETTLE_SECONDS, OnTimer<&ListPanel::Settle>, this);
     }
@@ -185,7 +168,7 @@ void ListPanel::ShowCount() {
 
 void ListPanel::Used() {
     if (std::exchange(m_noteShown, false)) {
-        Say("");
+        m_news.Withdraw();
         if (m_drawing != nullptr) {
             edje_object_signal_emit(m_drawing, "applist,note,hidden", "applist");
         }
@@ -206,7 +189,7 @@ void ListPanel::ShowNote() {
     m_note = nullptr;
     m_noteShown = true;
     DrawNote();
-    Say(i18n_get_text("LIST_CLOSES"));
+    m_news.Hold(i18n_get_text("LIST_CLOSES"));
 }
 
 void ListPanel::DrawNote() const {
@@ -216,24 +199,15 @@ void ListPanel::DrawNote() const {
     }
 }
 
-// The first rows are not a change for the viewer if they appear together with the list.
 void ListPanel::Settle() {
     // As in ShowNote(): the toolkit deletes the expired timer.
     m_settling = nullptr;
-    const std::optional<int> before = std::exchange(m_settledCount, m_count);
     if (m_count == 0) {
         m_emptyShown = true;
         SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
-        Say(i18n_get_text("LIST_EMPTY"));
-    } else if (before && before != m_count) {
-        Say(Filled(i18n_get_text("LIST_CHANGED"), "{count}", m_count));
+        m_news.Hold(i18n_get_text("LIST_EMPTY"));
     }
-}
-
-void ListPanel::Say(const std::string& message) const {
-    if (TheListener()) {
-        TheListener()(m_list, message);
-    }
+    m_news.Settled(m_count);
 }
 
 void ListPanel::SetText(const char* part, const std::string& text) const {

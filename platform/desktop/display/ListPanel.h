@@ -3,11 +3,10 @@
 #pragma once
 
 #include <Elementary.h>
-#include <functional>
-#include <optional>
 #include <string>
 
 #include "display/EventHandler.h"
+#include "display/ListNews.h"
 
 namespace applist::desktop {
 
@@ -27,12 +26,6 @@ public:
     static constexpr double OPEN_SECONDS = 65.0;
     static constexpr double NOTE_SECONDS = 20.0;
 
-    using Listener = std::function<void(Evas_Object* list, const std::string& message)>;
-    /// Calls listener from now on with each message for a viewer who does not see the list: an
-    /// empty list waits, the number of rows has changed, or the list closes soon. The message is
-    /// empty when the last one does not hold any more.
-    static void OnMessage(Listener listener);
-
     explicit ListPanel(Evas_Object* list);
     ~ListPanel();
     ListPanel(const ListPanel&) = delete;
@@ -40,7 +33,9 @@ public:
     ListPanel(ListPanel&&) = delete;
     ListPanel& operator=(ListPanel&&) = delete;
 
-    /// Shows the current state. Cheap if it has not changed.
+    /// The program has set the rows or the selection.
+    void Placed() { m_placed = true; }
+    /// Shows and tells the current state. Cheap if it has not changed.
     void Update();
     /// Shows the current state in a theme that has just been loaded.
     void Redraw();
@@ -54,9 +49,8 @@ public:
 
 private:
     void ShowCount();
-    void CountChanged();
+    void RowsChanged();
     void DrawNote() const;
-    void Say(const std::string& message) const;
     void SetText(const char* part, const std::string& text) const;
     static void Restart(Ecore_Timer*& timer, double seconds, Ecore_Task_Cb callback,
                         const ListPanel* panel);
@@ -69,10 +63,10 @@ private:
     Ecore_Timer* m_settling = nullptr;
     Ecore_Idle_Enterer* m_beforeWait;
     EventHandler m_release;
+    ListNews m_news;
     int m_position = 0;
     int m_count = 0;
-    /// The number of rows of the last message; absent until the first rows or the first message.
-    std::optional<int> m_settledCount;
+    bool m_placed = false;
     bool m_noteShown = false;
     bool m_emptyShown = false;
 };

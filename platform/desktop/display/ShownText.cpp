@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <dlfcn.h>
+#include <glib.h>
 
 namespace applist::desktop {
 namespace {
@@ -62,6 +63,11 @@ std::string ShownText(const char* text) {
     // The toolkit would draw a tab as a replacement character.
     std::replace(shown.begin(), shown.end(), '\t', ' ');
     return shown;
+}
+
+std::string SpokenText(const char* text) {
+    g_autofree char* valid = g_utf8_make_valid(ShownText(text).c_str(), -1);
+    return valid;
 }
 
 }  // namespace applist::desktop

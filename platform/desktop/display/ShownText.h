@@ -21,5 +21,7 @@ constexpr std::size_t SHOWN_BYTES = 4 * SHOWN_CHARACTERS;
 /// Returns the beginning of text, within both limits and without cutting a character. Tabs become
 /// spaces. text may be malformed UTF-8. Any thread.
 std::string ShownText(const char* text);
+/// Returns the same as valid UTF-8, which screen readers and speech services need.
+std::string SpokenText(const char* text);
 
 }  // namespace applist::desktop

@@ -123,10 +123,10 @@ TEST_F(AScreenReader, HearsThatAnEmptyListWaitsAndOfEachNewNumberOfRows) {
     const auto application = m_set.StartApplication();
     EXPECT_TRUE(reader->WaitForText("listening\nWaiting for the broadcast's services\n"));
     const auto middleware = m_set.StartMiddlewareWithThreeItems();
-    EXPECT_TRUE(reader->WaitForText("services\nList changed. Entries: 3\n"));
+    EXPECT_TRUE(reader->WaitForText("services\nList changed, 3 entries\n"));
     EXPECT_THAT(HeardWith("Charlie"), Contains("list\tData services"));
     m_set.StartMiddleware({"call", "AddItemAtEnd", "d=Delta"})->process().WaitForExit();
-    EXPECT_TRUE(reader->WaitForText("List changed. Entries: 4\n"));
+    EXPECT_TRUE(reader->WaitForText("List changed, 4 entries\n"));
 }
 
 TEST_F(AScreenReader, HearsThatAnEmptyListWaitsWhenItIsTurnedOnLater) {

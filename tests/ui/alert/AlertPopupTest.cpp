@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "alert-syspopup/AlertPopup.h"
+#include "display/News.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeText.h"
@@ -73,6 +74,19 @@ class HastyPopup : public Popup {
 protected:
     HastyPopup() : Popup(NO_TIME) {}
 };
+
+TEST_F(Popup, IsToldWithTitleAndText) {
+    std::vector<std::string> told;
+    const desktop::NewsListener listener([&](const desktop::News& news) {
+        EXPECT_EQ(news.source, popup.window()->panel());
+        told.push_back(news.title + ": " + news.text);
+    });
+    popup.Launch(Request("unavailable", "Nothing <b>here\xFF"));
+    popup.Launch(Request("notification", "Hello"));
+    EXPECT_THAT(told,
+                ElementsAre(TranslationOf("ALERT_TITLE_UNAVAILABLE") + ": Nothing <b>here\uFFFD",
+                            TranslationOf("ALERT_TITLE_NOTIFICATION") + ": Hello"));
+}
 
 TEST_F(Popup, ShowsTheTextOfTheRequest) {
     popup.Launch(Request("notification", "Hello"));

@@ -12,25 +12,13 @@ namespace applist::test {
 namespace {
 
 using desktop::ListFocus;
-using desktop::ListPanel;
+using desktop::News;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 class TheMessages : public SceneTest {
 protected:
-    TheMessages() {
-        ListPanel::OnMessage([this](Evas_Object* list, const std::string& message) {
-            EXPECT_EQ(list, this->list());
-            m_messages.push_back(message);
-        });
-    }
-    ~TheMessages() override { ListPanel::OnMessage({}); }
-    TheMessages(const TheMessages&) = delete;
-    TheMessages& operator=(const TheMessages&) = delete;
-    TheMessages(TheMessages&&) = delete;
-    TheMessages& operator=(TheMessages&&) = delete;
-
     /// Waits for as many messages in all.
     bool Wait(size_t count) {
         return HeadlessToolkit::RunUntil([&] { return m_messages.size() >= count; });
@@ -43,6 +31,12 @@ protected:
     const std::string waits = TranslationOf("LIST_EMPTY");
     const std::string changed = TranslationOf("LIST_CHANGED");
     std::vector<std::string> m_messages;
+    const desktop::NewsListener m_listener{[this](const News& news) {
+        if (news.kind == News::Kind::MESSAGE) {
+            EXPECT_EQ(news.source, list());
+            m_messages.push_back(news.text);
+        }
+    }};
 };
 
 TEST_F(TheMessages, DoNotTellOfRowsThatAppearWithTheList) {

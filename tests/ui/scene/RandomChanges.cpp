@@ -9,6 +9,7 @@
 #include <sstream>
 #include <tuple>
 
+#include "display/News.h"
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {
@@ -163,11 +164,16 @@ private:
         if (m_unexpected.count > 0) {
             said << "unexpected selections: " << m_unexpected.count << "; ";
         }
+        if (!m_mistold.empty()) {
+            said << "told of the row " << m_mistold << "; ";
+        }
         const bool listed = IsListed(frame.selected);
         if (m_focused && listed &&
             (frame.focused != frame.selected || !frame.focusedInside ||
-             FocusedRow() != frame.selected || elm_object_focus_get(list()) == EINA_FALSE)) {
-            said << "toolkit's focus " << FocusedRow() << ", frame: " << frame;
+             FocusedRow() != frame.selected || m_told != frame.selected ||
+             elm_object_focus_get(list()) == EINA_FALSE)) {
+            said << "toolkit's focus " << FocusedRow() << ", told " << m_told
+                 << ", frame: " << frame;
         }
         m_failure = said.str();
         m_story << (Failed() ? "; FAILED: " + m_failure : "");
@@ -211,6 +217,15 @@ private:
     std::string m_failure;
     std::vector<std::unique_ptr<DefaultAppListItem>> m_items;
     Unexpected m_unexpected;
+    /// The row that was told last, and one that was told although it was not selected.
+    std::string m_told;
+    std::string m_mistold;
+    const desktop::NewsListener m_news{[this](const desktop::News& news) {
+        if (news.kind == desktop::News::Kind::FOCUSED) {
+            m_told = FocusedRow();
+            m_mistold += m_told != Selected() && IsListed(Selected()) ? m_told + " " : "";
+        }
+    }};
     int m_made = 0;
     bool m_focused = true;
 };

@@ -1,0 +1,140 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// What a viewer who does not see the list is told, in English.
+#include <gmock/gmock.h>
+
+#include "display/News.h"
+#include "ui/scene/SceneTest.h"
+
+namespace applist::test {
+namespace {
+
+using desktop::News;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A sentence, and the number of frames drawn before it.
+struct Told {
+    News::Kind kind;
+    std::string text;
+    size_t frames;
+};
+
+class TheNews : public SceneTest {
+protected:
+    TheNews() { Listen(); }
+    void Listen() {
+        m_listener.emplace([this](const News& news) {
+            const std::string title = news.title.empty() ? "" : "[" + news.title + "] ";
+            m_told.push_back({news.kind, title + news.text, frames().size()});
+        });
+    }
+    std::vector<std::string> Texts() const {
+        std::vector<std::string> texts;
+        for (const Told& each : m_told) {
+            texts.push_back(each.text);
+        }
+        return texts;
+    }
+    /// Waits for one more sentence.
+    bool Await(const std::string& text) {
+        return HeadlessToolkit::RunUntil([&] { return !m_told.empty() && Last().text == text; });
+    }
+    /// Waits until a change of the rows would have been told.
+    static void Rest() {
+        HeadlessToolkit::RunUntil([] { return false; }, std::chrono::milliseconds(700));
+    }
+    void FillAndForget(int count) {
+        Fill(count);
+        m_told.clear();
+        Forget();
+    }
+    AppListItem* At(size_t index) { return model().GetAllItems().at(index); }
+    const Told& Last() const { return m_told.back(); }
+
+    std::vector<Told> m_told;
+    std::optional<desktop::NewsListener> m_listener;
+};
+
+TEST_F(TheNews, StartWithTheTitle) {
+    Fill(8);
+    EXPECT_THAT(Texts(), ElementsAre("[Data services] Row 1, 1 of 8"));
+    EXPECT_EQ(Last().kind, News::Kind::FOCUSED);
+}
+
+TEST_F(TheNews, NameTheFocusedRowBeforeTheFrameThatShowsIt) {
+    FillAndForget(8);
+    for (const char* key : {"Down", "Next", "Up"}) {
+        Forget();
+        m_told.clear();
+        Type(key);
+        ASSERT_EQ(m_told.size(), 1U) << key;
+        EXPECT_EQ(Last().text.substr(0, 6), Selected() + ",");
+        EXPECT_EQ(Last().frames, 0U) << frames().at(0);
+    }
+}
+
+TEST_F(TheNews, NameTheRowThatTheMiddlewareSelectsAndNoOther) {
+    FillAndForget(20);
+    model().SetSelection(At(14));
+    Draw();
+    EXPECT_THAT(Texts(), ElementsAre("Row 15, 15 of 20"));
+    Rest();
+    EXPECT_THAT(Texts(), ElementsAre("Row 15, 15 of 20"));
+}
+
+TEST_F(TheNews, NameTheNeighbourOfTheFocusedRowThatIsRemoved) {
+    FillAndForget(8);
+    model().RemoveItem(At(0));
+    EXPECT_TRUE(Await("List changed, 7 entries"));
+    EXPECT_THAT(Texts(), ElementsAre("Row 2, 1 of 7", "List changed, 7 entries"));
+}
+
+TEST_F(TheNews, NameTheFocusedRowAnewAfterItWasRenamed) {
+    FillAndForget(8);
+    model().ModifyItem(At(0), Make(9).back());
+    EXPECT_TRUE(Await("List changed, 8 entries"));
+    EXPECT_THAT(Texts(), ElementsAre("Row 9, 1 of 8", "List changed, 8 entries"));
+}
+
+TEST_F(TheNews, CountASingleRow) {
+    FillAndForget(2);
+    model().RemoveItem(At(1));
+    EXPECT_TRUE(Await("List changed, 1 entry"));
+}
+
+TEST_F(TheNews, SayThatAnEmptyListWaits) {
+    FillAndForget(2);
+    model().RemoveAllItems();
+    EXPECT_TRUE(Await("Waiting for the broadcast's services"));
+    EXPECT_EQ(Last().kind, News::Kind::MESSAGE);
+    Draw();
+    EXPECT_EQ(m_told.size(), 1U);
+}
+
+TEST_F(TheNews, TellOfRowsThatEndTheWaiting) {
+    ASSERT_TRUE(Await("[Data services] Waiting for the broadcast's services"));
+    Fill(3);
+    EXPECT_EQ(Last().text, "Row 1, 1 of 3");
+    EXPECT_TRUE(Await("List changed, 3 entries"));
+}
+
+TEST_F(TheNews, ReachANewListenerFromTheTitleOn) {
+    m_listener.reset();
+    Fill(8);
+    Type("Down");
+    EXPECT_THAT(m_told, IsEmpty());
+    Listen();
+    Draw();
+    EXPECT_THAT(Texts(), ElementsAre("[Data services] Row 2, 2 of 8"));
+}
+
+TEST_F(TheNews, TakeANameAsItIs) {
+    DefaultAppListItem item("{count} {position} {name}", "id");
+    Add(&item);
+    EXPECT_TRUE(Await("[Data services] {count} {position} {name}, 1 of 1"));
+}
+
+}  // namespace
+}  // namespace applist::test
