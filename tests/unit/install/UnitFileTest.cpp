@@ -69,5 +69,11 @@ TEST_F(UnitFile, RunsTheProgramAsTheUserOfTheBusPolicy) {
     EXPECT_THAT(unit(), HasSubstr("\nUser=" APPLIST_USER "\n"));
 }
 
+// The group of calls for services does not contain them.
+TEST_F(UnitFile, AllowsTheCallsWithWhichTheProgramLocksItself) {
+    EXPECT_THAT(unit(), HasSubstr("\nSystemCallFilter=landlock_create_ruleset landlock_add_rule "
+                                  "landlock_restrict_self seccomp\n"));
+}
+
 }  // namespace
 }  // namespace applist::test
