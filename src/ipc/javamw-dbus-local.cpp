@@ -17,6 +17,7 @@ namespace {
 
 constexpr uint32_t DO_NOT_QUEUE = 4;   // flag of RequestName: fail if the name is owned
 constexpr uint32_t PRIMARY_OWNER = 1;  // reply of RequestName
+// GIO's own limit of 25 seconds.
 constexpr int DEFAULT_TIMEOUT = -1;
 // Long enough for a busy bus, short enough for a viewer who waits for the list to close.
 constexpr int FLUSH_TIMEOUT_MS = 1000;
@@ -161,7 +162,8 @@ bool JavaMWDbusLocal::Connect() {
     return true;
 }
 
-// The bus library ends the program after this callback without logging anything.
+// The bus library ends the program after this callback without logging anything. Does not use the
+// channel, so that it may be called after the channel's end.
 void JavaMWDbusLocal::cb_Closed(GDBusConnection* /*connection*/, int /*remote_peer_vanished*/,
                                 GError* error, void* /*user_data*/) {
     if (error != nullptr) {
@@ -286,6 +288,7 @@ void JavaMWDbusLocal::cb_PartnerNameVanished(GDBusConnection* connection, const 
 void JavaMWDbusLocal::OnSyn(GDBusConnection* connection, GVariant* parameters) {
     const PTAutoLock lock(m_mutex);
     const auto owner = Announcer("cb_SynNameOwnerChanged", parameters);
+    // Subscribes before the answer, because the partner may send signals as soon as it sees that.
     ConnectionPartner* partner = owner ? Establish(connection, *owner) : nullptr;
     if (partner != nullptr) {
         Announce(JAVAMW_DBUS_SYNACK_SUFFIX);
@@ -299,6 +302,7 @@ void JavaMWDbusLocal::OnSynAck(GDBusConnection* connection, GVariant* parameters
     ConnectionPartner* partner = owner ? Establish(connection, *owner) : nullptr;
     if (partner != nullptr) {
         Announce(JAVAMW_DBUS_ACK_SUFFIX);
+        // Before the listener is called: it sends an event, which only connected partners get.
         partner->state = ConnectionPartner::CONNECTED;
         HandleConnectionReady(true, *owner);
     }
@@ -346,6 +350,7 @@ ConnectionPartner* JavaMWDbusLocal::Establish(GDBusConnection* connection,
         return nullptr;
     }
     LOG_DEBUG("Monitor unique name %s\n\n", owner.c_str());
+    // The watch also reports a partner that has already left the bus, so its record does not stay.
     partner.watchId =
         g_bus_watch_name_on_connection(connection, owner.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE,
                                        nullptr, cb_PartnerNameVanished, this, nullptr);
@@ -433,6 +438,7 @@ void JavaMWDbusLocal::SendNotification(std::vector<char>& data, const std::strin
 
 void JavaMWDbusLocal::SendNotification(std::vector<char>& data) {
     LOG_DEBUG("Number of partners to iterate is: %d\n\n", static_cast<int>(m_partner.size()));
+    // Sending only queues the message: it does not run callbacks that could change the map.
     for (const auto& [uniqueName, partner] : m_partner) {
         LOG_DEBUG("Sending notification for partner: %s\n\n", uniqueName.c_str());
         SendNotification(data, uniqueName);
@@ -490,6 +496,7 @@ void JavaMWDbusLocal::OnMethodCall(const char* objectPath, GVariant* parameters,
 void JavaMWDbusLocal::Answer(GVariant* parameters, GDBusMethodInvocation* invocation) {
     auto data = applist::BytesOf(parameters);
     if (!data) {
+        // GIO has refused such calls by the declared interface before they arrive here.
         LOG_ERROR("Call without a byte array is ignored.\n\n");
         return;
     }

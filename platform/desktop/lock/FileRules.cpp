@@ -43,6 +43,7 @@ private:
 
 // All kinds of access to files that this version of Landlock restricts.
 uint64_t AllAccess(long version) {
+    // A rule set with a bit that the kernel does not know is rejected as a whole.
     constexpr int BITS[] = {13, 14, 15, 15, 16};
     const auto index = static_cast<size_t>(std::min<long>(version, std::size(BITS))) - 1;
     return (uint64_t{1} << BITS[index]) - 1;
@@ -50,6 +51,7 @@ uint64_t AllAccess(long version) {
 
 void Allow(int rules, uint64_t access, const std::string& folder) {
     const Descriptor descriptor(open(folder.c_str(), O_PATH | O_CLOEXEC));
+    // In a folder that does not exist nothing can be opened, so it does not need a rule.
     if (descriptor >= 0) {
         const landlock_path_beneath_attr rule{access, descriptor};
         syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0);

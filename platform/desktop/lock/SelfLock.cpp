@@ -29,6 +29,7 @@ namespace {
 constexpr std::string_view X11 = "software_x11";
 constexpr std::string_view WAYLAND = "wayland_shm";
 
+// False once a frame was drawn, because the first one decides for the whole process.
 bool g_wanted = true;
 
 bool IsBelow(const std::string& folder, std::string_view top) {
@@ -55,6 +56,7 @@ std::string Result(int error) {
 }
 
 void Lock(bool wayland) {
+    // Without privileges the kernel accepts restrictions only from a process that cannot gain any.
     if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) {
         LOG_INFO("The kernel cannot restrict the program: %s", std::strerror(errno));
         return;
