@@ -19,6 +19,9 @@ constexpr uint32_t NOTE_COLOUR = 0xFFB040;
 class AnUnusedList : public testing::Test {
 protected:
     void SetUp() override {
+        // A step of the clock during an animation confuses the toolkit's timers.
+        ASSERT_EQ(m_set.Configure({"set", "db/menu/accessibility/reduced-motion", "bool", "true"}),
+                  0);
         m_application = m_set.StartApplication(m_clock.Wrapper("0.2"));
         ASSERT_TRUE(m_middleware.AwaitApplication());
         ASSERT_TRUE(m_middleware.Ask(sim::Function::AddItems, {{"a", "Alpha"}, {"b", "Bravo"}}));
@@ -54,6 +57,21 @@ TEST_F(AnUnusedList, ShowsANoteTwentySecondsBeforeItCloses) {
     m_set.screen().MovePointer(5, 5);
     EXPECT_TRUE(m_set.WaitForNoWindow(Television::LIST));
     EXPECT_EQ(m_application->WaitForExit(), 0) << m_application->Errors();
+}
+
+TEST_F(AnUnusedList, HidesTheNoteAtAKeyAndStaysForTheWholeTime) {
+    Pass(47);
+    ASSERT_TRUE(WaitForNote(true));
+    const size_t before = m_middleware.Events(sim::Event::ItemSelected);
+    m_set.screen().TypeKey("Left");
+    // The screen may lack the note for a moment while it is drawn.
+    ASSERT_TRUE(m_middleware.AwaitEvents(sim::Event::ItemSelected, before + 1));
+    EXPECT_TRUE(WaitForNote(false));
+    Pass(43);
+    EXPECT_FALSE(ShowsNote());
+    EXPECT_TRUE(m_set.WaitForFocusedRow());
+    Pass(4);
+    EXPECT_TRUE(WaitForNote(true));
 }
 
 }  // namespace
