@@ -48,7 +48,7 @@ TEST_F(TheSetting, GivesTheListLargerText) {
     ASSERT_EQ(set.Configure({"set", "db/menu/accessibility/text-size", "int", "175"}), 0);
     ASSERT_NO_FATAL_FAILURE(set.ShowThreeItems());
     const Box bar = AreaOf(set.screen().Grab(), Television::FOCUS_COLOUR);
-    EXPECT_NEAR(bar.height, 124, 4);
+    EXPECT_NEAR(bar.height, 130, 4);
     EXPECT_NEAR(bar.width, 1144, 4);
 }
 

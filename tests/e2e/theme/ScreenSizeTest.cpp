@@ -27,7 +27,7 @@ TEST_P(AScreen, ShowsThePanelInItsMiddleAtItsProportions) {
     const Picture picture = screen().Grab();
     const Box panel = Difference(broadcast, picture);
     EXPECT_NEAR(Unscaled(panel.width), 816, ROUNDING);
-    EXPECT_NEAR(Unscaled(panel.height), 730, ROUNDING);
+    EXPECT_NEAR(Unscaled(panel.height), 738, ROUNDING);
     EXPECT_NEAR(panel.CentreX(), screen().Area().CentreX(), 1);
     EXPECT_NEAR(panel.CentreY(), screen().Area().CentreY(), 1);
     const Box row = AreaOf(picture, Television::FOCUS_COLOUR);

@@ -87,13 +87,13 @@ Measures MeasuresOf(const Look& look) {
     const bool standard = look.variant == Variant::STANDARD;
     switch (look.textSize) {
         case 125:
-            return {7, 86, 960, standard ? 818 : 828};
+            return {7, 86, 960, standard ? 824 : 834};
         case 150:
-            return {6, 102, 1080, standard ? 863 : 874};
+            return {6, 106, 1080, standard ? 893 : 904};
         case 175:
-            return {5, 124, 1200, standard ? 909 : 926};
+            return {5, 130, 1200, standard ? 945 : 962};
         default:
-            return {8, 68, 816, standard ? 730 : 738};
+            return {8, 68, 816, standard ? 738 : 746};
     }
 }
 

@@ -14,6 +14,8 @@ namespace {
 
 constexpr const char* WRAPPED = "applist.wrapped";
 const std::string LONG = "A name that is far too long to fit into one row of this list";
+// Its letters reach far below the line.
+const std::string DEEP = "سجل الناخبين وخدمات بلدية مدينة ريدجو إميليا في الشمال الإيطالي";
 
 class AStillList : public testing::TestWithParam<Look> {
 protected:
@@ -45,15 +47,17 @@ TEST_P(AStillList, WrapsALongNameThatHasTheFocus) {
 }
 
 TEST_P(AStillList, KeepsTwoLinesOfAnyNameInTheRow) {
-    const std::string name = LONG + " " + LONG + " " + LONG;
-    list.Show({name, "Short"});
-    const Evas_Object* row = list.row(name);
-    EXPECT_EQ(LinesOf(row), 2);
-    const Box room = BoxOf(row, "room");
-    const Picture ground = Draw(list.window()).Cut(room);
-    for (const int y : {0, room.height - 1}) {
-        for (int x = 0; x < room.width; ++x) {
-            EXPECT_LT(Contrast(ground.At(x, y), ground.At(0, 0)), 1.2) << x << ", " << y;
+    for (const std::string& part : {LONG, DEEP}) {
+        const std::string name = part + " " + part + " " + part;
+        list.Show({name, "Short"});
+        const Evas_Object* row = list.row(name);
+        EXPECT_EQ(LinesOf(row), 2);
+        const Box room = BoxOf(row, "room");
+        const Picture ground = Draw(list.window()).Cut(room);
+        for (const int y : {0, room.height - 1}) {
+            for (int x = 0; x < room.width; ++x) {
+                EXPECT_LT(Contrast(ground.At(x, y), ground.At(0, 0)), 1.2) << x << ", " << y;
+            }
         }
     }
 }
