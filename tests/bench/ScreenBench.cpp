@@ -3,8 +3,8 @@
 //
 // screen-bench [REPETITIONS [IDLE_SECONDS [SUBJECT [MEASURE]]]]: measures delays that a viewer
 // notices, for applist and the programs it is compared with. SUBJECT limits it to one program,
-// MEASURE to one of start, fill, keys, rest and end. Prints a JSON object on each line: measure,
-// subject, rows, unit, samples.
+// MEASURE to one of start, wait, fill, keys, rest and end. Prints a JSON object on each line:
+// measure, subject, rows, unit, samples.
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -86,14 +86,21 @@ private:
         const char* name;
         void (ScreenBench::*run)(const Subject& subject, int rows);
         std::vector<int> rows;
-        /// Only applist can do this: rows that arrive later, a key that ends it.
-        bool oursOnly = false;
+        /// Which subjects it makes sense for: only applist has rows that arrive later and a key
+        /// that ends it, and a list that was prepared differs from others until it is shown.
+        enum { ALL, UNPREPARED, OURS, PREPARED } of = UNPREPARED;
+
+        bool MakesSenseFor(const Subject& subject) const {
+            const bool prepared = !subject.prepare.empty();
+            return of == ALL ||
+                   (prepared == (of == PREPARED) && (subject.needsMiddleware || of != OURS));
+        }
     };
     static const std::vector<Measure> MEASURES;
 
     void MeasureAll(const Subject& subject, const Measure& measure) {
-        for (const int rows : measure.rows) {
-            if (subject.needsMiddleware || !measure.oursOnly) {
+        if (measure.MakesSenseFor(subject)) {
+            for (const int rows : measure.rows) {
                 (this->*measure.run)(subject, rows);
             }
         }
@@ -102,6 +109,7 @@ private:
     /// Starts the subject and waits until its picture stops changing.
     std::unique_ptr<ChildProcess> Show(const Subject& subject, int rows) {
         m_stage.Prepare(subject, rows);
+        m_stage.MakeReady(subject);
         m_watch.Forget();
         auto process = m_stage.Start(subject);
         m_watch.AwaitDamage(Clock::now() + PATIENCE);
@@ -119,6 +127,7 @@ private:
         Series settled("start: settled", subject, rows, "ms");
         Series cost("start: processor time", subject, rows, "ms");
         for (int i = 0; i < m_repetitions; ++i) {
+            m_stage.MakeReady(subject);
             m_watch.Forget();
             const auto start = Clock::now();
             const auto process = m_stage.Start(subject);
@@ -127,7 +136,7 @@ private:
             if (rowsShown) {
                 shown.Add(Milliseconds(*rowsShown - start));
                 settled.Add(Milliseconds(LastChange(*rowsShown, SETTLED) - start));
-                cost.Add(static_cast<double>(ProcessorNanoseconds(process->pid())) / 1e6);
+                cost.Add(static_cast<double>(m_stage.Used(*process)) / 1e6);
             }
         }
         m_watch.AwaitQuiet(SETTLED);
@@ -180,16 +189,27 @@ private:
         const auto process = Show(subject, rows);
         // Toolkits free a frame's memory some time after the frame.
         m_watch.AwaitQuiet(SETTLED);
-        const long sleeps = Sleeps(process->pid());
-        const long long used = ProcessorNanoseconds(process->pid());
+        MeasureIdle(subject, rows, process->pid());
+    }
+
+    /// Measures a prepared process that waits for a launch.
+    void MeasureWait(const Subject& subject, int rows) {
+        m_stage.MakeReady(subject);
+        m_watch.AwaitQuiet(SETTLED);
+        MeasureIdle(subject, rows, m_stage.prepared().pid());
+    }
+
+    void MeasureIdle(const Subject& subject, int rows, pid_t process) {
+        const long sleeps = Sleeps(process);
+        const long long used = ProcessorNanoseconds(process);
         // Measures an idle period of fixed length, without an event to wait for.
         ::sleep(static_cast<unsigned>(m_idle.count()));
         Series wakes("idle: wake-ups", subject, rows, "times");
-        wakes.Add(static_cast<double>(Sleeps(process->pid()) - sleeps));
+        wakes.Add(static_cast<double>(Sleeps(process) - sleeps));
         Series cost("idle: processor time", subject, rows, "ms");
-        cost.Add(static_cast<double>(ProcessorNanoseconds(process->pid()) - used) / 1e6);
+        cost.Add(static_cast<double>(ProcessorNanoseconds(process) - used) / 1e6);
         Series memory("memory: resident", subject, rows, "MB");
-        memory.Add(static_cast<double>(ResidentKilobytes(process->pid())) / 1024);
+        memory.Add(static_cast<double>(ResidentKilobytes(process)) / 1024);
     }
 
     /// Measures from the reply to the call that filled an empty list until its rows are on the
@@ -244,11 +264,12 @@ private:
 };
 
 const std::vector<ScreenBench::Measure> ScreenBench::MEASURES = {
-    {"start", &ScreenBench::MeasureStart, {10, 100, 1000}},
-    {"fill", &ScreenBench::MeasureFill, {10, 100}, true},
+    {"start", &ScreenBench::MeasureStart, {10, 100, 1000}, Measure::ALL},
+    {"wait", &ScreenBench::MeasureWait, {0}, Measure::PREPARED},
+    {"fill", &ScreenBench::MeasureFill, {10, 100}, Measure::OURS},
     {"keys", &ScreenBench::MeasureKeys, {100, 10'000}},
     {"rest", &ScreenBench::MeasureRest, {10, 10'000}},
-    {"end", &ScreenBench::MeasureEnd, {10}, true},
+    {"end", &ScreenBench::MeasureEnd, {10}, Measure::OURS},
 };
 
 }  // namespace

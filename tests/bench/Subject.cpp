@@ -78,6 +78,10 @@ void GiveUpUnless(bool condition, const char* error) {
 std::vector<Subject> Subjects() {
     std::vector<Subject> subjects{
         {"applist", "exec " + BuiltProgram("applist"), true},
+        {.name = "applist, prepared",
+         .command = "exec " + BuiltProgram("applist-launch"),
+         .needsMiddleware = true,
+         .prepare = {BuiltProgram("applist"), "--prepare"}},
         {"bare popup", "exec " + BuiltProgram("../bench/bare-popup") + " $ROWS", false, false},
     };
     const auto add = [&subjects](const std::string& program, Subject subject) {
@@ -157,6 +161,25 @@ void Stage::Prepare(const Subject& subject, int rows) {
             std::vector<std::string>{BuiltProgram("javamw-sim"), "serve", "--items", m_items},
             Environment());
     }
+}
+
+void Stage::MakeReady(const Subject& subject) {
+    m_prepared.reset();
+    m_usedBefore = 0;
+    if (!subject.prepare.empty()) {
+        auto environment = Environment();
+        environment["APPLIST_LOG"] = "info";
+        m_prepared = std::make_unique<ChildProcess>(subject.prepare, environment);
+        GiveUpUnless(m_prepared->WaitForText("is prepared"), "the process is not prepared");
+        // It still handles the events of its own window.
+        m_prepared->WaitForExit(std::chrono::milliseconds(300));
+        m_usedBefore = ProcessorNanoseconds(m_prepared->pid());
+    }
+}
+
+long long Stage::Used(const ChildProcess& started) const {
+    const long long launcher = m_prepared ? ProcessorNanoseconds(m_prepared->pid()) : 0;
+    return ProcessorNanoseconds(started.pid()) + launcher - m_usedBefore;
 }
 
 std::unique_ptr<ChildProcess> Stage::Start(const Subject& subject) const {

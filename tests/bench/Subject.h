@@ -22,6 +22,8 @@ struct Subject {
     bool needsMiddleware = false;
     /// A key causes a visible change.
     bool showsKeys = true;
+    /// Starts a process that waits for the command to launch it; empty if there is none.
+    std::vector<std::string> prepare = {};
 };
 
 /// applist and the programs it is compared with, as far as installed.
@@ -35,7 +37,14 @@ public:
 
     /// Prepares this many items for the next Start().
     void Prepare(const Subject& subject, int rows);
+    /// Starts the subject's prepared process, if it has one, and waits until it is ready. REQUIRED
+    /// before each Start().
+    void MakeReady(const Subject& subject);
     std::unique_ptr<test::ChildProcess> Start(const Subject& subject) const;
+    const test::ChildProcess& prepared() const { return *m_prepared; }
+    /// The processor time that a started subject has used, in nanoseconds: without what its process
+    /// used before the launch.
+    long long Used(const test::ChildProcess& started) const;
     /// Waits until the middleware, if the subject has one, has received the reply to its call.
     void AwaitFilled(const Subject& subject);
     /// The items of the last Prepare() in wire format.
@@ -55,7 +64,9 @@ private:
     test::PrivateBus m_bus;
     test::XDisplay m_screen{{"openbox", ""}};
     std::unique_ptr<test::ChildProcess> m_middleware;
-    size_t m_heard = 0;  ///< Of what the middleware printed.
+    std::unique_ptr<test::ChildProcess> m_prepared;
+    long long m_usedBefore = 0;  ///< Nanoseconds of the prepared process before the launch.
+    size_t m_heard = 0;          ///< Of what the middleware printed.
     int m_rows = 0;
     std::string m_items;
 };

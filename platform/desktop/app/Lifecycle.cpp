@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -17,6 +18,7 @@
 #include "accessibility/SpokenNames.h"
 #include "app/ApplicationId.h"
 #include "app/GlibLoop.h"
+#include "app/PreparedProcess.h"
 #include "app/ProgramOptions.h"
 #include "app/SingleInstance.h"
 #include "app/SpareMemory.h"
@@ -118,14 +120,18 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
     if (instance->role() == SingleInstance::Role::Later) {
         return HandOver(*instance);
     }
-    Toolkit toolkit(argc, argv);
-    if (!toolkit.Started()) {
-        return TOOLKIT_NOT_STARTED;
+    std::unique_ptr<Toolkit> toolkit = PreparedProcess::TakeToolkit();
+    if (toolkit == nullptr) {
+        toolkit = std::make_unique<Toolkit>(argc, argv);
+        if (!toolkit->Started()) {
+            return TOOLKIT_NOT_STARTED;
+        }
+        if (!toolkit->Connect()) {
+            LOG_ERROR("Cannot reach a display; DISPLAY or WAYLAND_DISPLAY must name one");
+            return NO_DISPLAY;
+        }
     }
-    if (!toolkit.Connect()) {
-        LOG_ERROR("Cannot reach a display; DISPLAY or WAYLAND_DISPLAY must name one");
-        return NO_DISPLAY;
-    }
+    m_toolkit = toolkit.get();
     return RunOnScreen(instance);
 }
 
@@ -135,6 +141,9 @@ Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance
     const EndSignals signalsThatEnd;
     Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); },
                      LockAfterFirstFrame});
+    if (m_toolkit->window() != nullptr) {
+        windows.Added(m_toolkit->window());
+    }
     Keyboard keyboard(windows, ReadKeys());
     const ThemeSignals signals;
     const KeyFrames frames(windows);
@@ -229,6 +238,10 @@ void Lifecycle::Relaunched(app_control_s& request) {
     m_callbacks.app_control(&request, m_userData);
 }
 
+Evas_Object* Lifecycle::TakeWindow(const std::string& name) {
+    return m_toolkit != nullptr ? m_toolkit->TakeWindow(name) : nullptr;
+}
+
 void Lifecycle::VisibilityChanged(bool visible) {
     // The windows are hidden on purpose while the program ends, which is not a pause.
     if (m_leaving) {
@@ -282,7 +295,7 @@ extern "C" void ui_app_exit(void) {
     }
 }
 
-// A desktop does not create windows in advance.
-extern "C" Evas_Object* app_get_preinitialized_window(const char* /*name*/) {
-    return nullptr;
+extern "C" Evas_Object* app_get_preinitialized_window(const char* name) {
+    using applist::desktop::g_running;
+    return g_running != nullptr && name != nullptr ? g_running->TakeWindow(name) : nullptr;
 }

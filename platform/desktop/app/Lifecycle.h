@@ -13,6 +13,7 @@
 namespace applist::desktop {
 
 class SingleInstance;
+class Toolkit;
 
 /// One run of an application: decides its role among other instances, runs it and shuts it down.
 /// Main thread only.
@@ -47,6 +48,9 @@ public:
     /// Called by the timer when the wait before the end is over.
     void WaitOver();
     void VisibilityChanged(bool visible);
+    /// Returns the window of this name that was prepared for the application; null if there is
+    /// none.
+    Evas_Object* TakeWindow(const std::string& name);
 
 private:
     Result RunToolkit(int argc, char** argv);
@@ -70,6 +74,8 @@ private:
     /// shown. Set while the toolkit is running.
     std::function<bool()> m_leaveScreen;
     Ecore_Timer* m_wait = nullptr;
+    /// Set while the toolkit is running.
+    Toolkit* m_toolkit = nullptr;
 };
 
 }  // namespace applist::desktop

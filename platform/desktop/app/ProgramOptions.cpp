@@ -15,6 +15,7 @@ void PrintHelp(const char* name) {
         "Usage: %s [%s KEY=VALUE...]\n\n"
         "The program is controlled by keys and over D-Bus. See man %s.\n\n"
         "  %s KEY=VALUE  pass extra data to the program, as a launch request does\n"
+        "  --prepare          load everything and wait for a launch; only on its own\n"
         "  --version          print the version and stop\n"
         "  --help             print this text and stop\n\n"
         "Environment: APPLIST_LOCK (off), APPLIST_LOG (error, info or debug),\n"

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include <X11/Xlib.h>
 #include <X11/extensions/Xext.h>
@@ -15,6 +16,7 @@
 #include "Log.h"
 #include "display/FrameMemory.h"
 #include "display/ListFocus.h"
+#include "display/PreparedWindow.h"
 #include "display/WaylandScreen.h"
 #include "text/Text.h"
 #include "theme/Theme.h"
@@ -27,14 +29,6 @@ namespace {
 int OnMissingExtension(Display*, const char* name, const char* reason) {
     LOG_DEBUG("X extension %s: %s", name, reason);
     return 0;
-}
-
-// Disables toolkit modules that watch power and time zone: a popup does not need them, and they log
-// errors on a set without a system bus. Also disables the cache of desktop files, because the
-// daemon that builds it would outlive the program.
-void KeepOutHelpers() {
-    setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
-    efreet_cache_disable();
 }
 
 [[noreturn]] void ConnectionLost() {
@@ -65,17 +59,22 @@ bool NamesWayland() {
     return std::getenv("WAYLAND_DISPLAY") != nullptr || std::getenv("WAYLAND_SOCKET") != nullptr;
 }
 
-// Waking the render thread takes longer than drawing two rows. In addition, the program may crash
-// on a busy machine if Wayland resizes the window while a toolkit thread still draws a frame.
-void DrawOnOneThread() {
+}  // namespace
+
+void Toolkit::SetEnvironment() {
+    // Disables toolkit modules that watch power and time zone: a popup does not need them, and they
+    // log errors on a set without a system bus.
+    setenv("ECORE_NO_SYSTEM_MODULES", "1", 0);
+    // Waking the render thread takes longer than drawing two rows. In addition, the program may
+    // crash on a busy machine if Wayland resizes the window while a toolkit thread still draws a
+    // frame.
     setenv("ECORE_EVAS_FORCE_SYNC_RENDER", "1", 0);
 }
 
-}  // namespace
-
 Toolkit::Toolkit(int argc, char** argv) {
-    KeepOutHelpers();
-    DrawOnOneThread();
+    SetEnvironment();
+    // The daemon that builds the cache would outlive the program.
+    efreet_cache_disable();
     SetUpFrameMemory();
     XSetExtensionErrorHandler(OnMissingExtension);
     XSetIOErrorHandler(OnXlibConnectionLost);
@@ -111,7 +110,19 @@ bool Toolkit::Connect() {
     return m_connected || (wayland && WaylandAnswers());
 }
 
+void Toolkit::PrepareWindow(const std::string& name) {
+    m_window = applist::desktop::PrepareWindow(name);
+}
+
+Evas_Object* Toolkit::TakeWindow(const std::string& name) {
+    const bool same = m_window != nullptr && name == elm_win_name_get(m_window);
+    return same ? std::exchange(m_window, nullptr) : nullptr;
+}
+
 Toolkit::~Toolkit() {
+    if (m_window != nullptr) {
+        evas_object_del(m_window);
+    }
     m_themeSwitch.reset();
     m_answers.reset();
     if (m_connected) {

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <Evas.h>
 #include <optional>
+#include <string>
 
 #include "display/XAnswers.h"
 #include "log/ToolkitMessages.h"
@@ -14,9 +16,8 @@ namespace applist::desktop {
 /// helper processes or files. Main thread only, at most one at a time.
 class Toolkit {
 public:
-    /// The arguments must outlive the object. Sets ECORE_NO_SYSTEM_MODULES and
-    /// ECORE_EVAS_FORCE_SYNC_RENDER in the environment unless they are already set. Sets up the
-    /// memory of frames and disables the cache of desktop files.
+    /// The arguments must outlive the object. Calls SetEnvironment(), sets up the memory of frames
+    /// and disables the cache of desktop files.
     Toolkit(int argc, char** argv);
     ~Toolkit();
     Toolkit(const Toolkit&) = delete;
@@ -31,12 +32,26 @@ public:
     /// accepts connections. REQUIRES: Started().
     bool Connect();
 
+    /// Creates the window that the application of this name will ask for; not shown. REQUIRES:
+    /// connected.
+    void PrepareWindow(const std::string& name);
+    /// The prepared window, or null. It belongs to this object until it is taken.
+    Evas_Object* window() const { return m_window; }
+    /// Returns the prepared window, which then belongs to the caller; null if there is none or it
+    /// has another name.
+    Evas_Object* TakeWindow(const std::string& name);
+
+    /// Sets ECORE_NO_SYSTEM_MODULES and ECORE_EVAS_FORCE_SYNC_RENDER in the environment unless they
+    /// are already set.
+    static void SetEnvironment();
+
 private:
     ToolkitMessages m_messages;
     bool m_started;
     std::optional<XAnswers> m_answers;
     bool m_connected = false;
     std::optional<ThemeSwitch> m_themeSwitch;
+    Evas_Object* m_window = nullptr;
 };
 
 }  // namespace applist::desktop

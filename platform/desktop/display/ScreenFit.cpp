@@ -27,8 +27,16 @@ void FitToHeight(int height) {
     }
 }
 
-// Returns the monitor at the origin, where windows appear, or the whole screen if monitors are not
-// known.
+void OnResized(void*, Evas*, Evas_Object* window, void*) {
+    GuardCallback([window] {
+        int height = 0;
+        evas_object_geometry_get(window, nullptr, nullptr, nullptr, &height);
+        FitToHeight(height);
+    });
+}
+
+}  // namespace
+
 Eina_Rectangle FirstMonitor() {
     Eina_Rectangle found{0, 0, 0, 0};
     for (int i = 0; i < ecore_x_xinerama_screen_count_get(); ++i) {
@@ -41,16 +49,6 @@ Eina_Rectangle FirstMonitor() {
     ecore_x_screen_size_get(ecore_x_default_screen_get(), &found.w, &found.h);
     return found;
 }
-
-void OnResized(void*, Evas*, Evas_Object* window, void*) {
-    GuardCallback([window] {
-        int height = 0;
-        evas_object_geometry_get(window, nullptr, nullptr, nullptr, &height);
-        FitToHeight(height);
-    });
-}
-
-}  // namespace
 
 void FitToScreen(Evas_Object* window) {
     const int height =

@@ -10,6 +10,9 @@
 /// the toolkit is running.
 namespace applist::desktop {
 
+/// Returns the X monitor at the origin, where windows appear, or the whole screen if monitors are
+/// not known.
+Eina_Rectangle FirstMonitor();
 /// Sets the scale factor for the screen on which the new window will appear. If the display does
 /// not report screens, sets it whenever the window's size changes.
 void FitToScreen(Evas_Object* window);

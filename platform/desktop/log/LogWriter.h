@@ -20,6 +20,9 @@ public:
     /// Returns the writer of the process, created on the first call.
     static LogWriter& Get();
 
+    /// Reads APPLIST_LOG and standard error again. No other thread may write.
+    static void Reread() { Get() = LogWriter(); }
+
     /// Returns false if records of this priority are dropped; the caller can then skip formatting.
     bool Writes(int priority) const { return priority >= m_threshold; }
     /// Writes one record, whatever its priority. Returns false if it could not be written.

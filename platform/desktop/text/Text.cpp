@@ -35,10 +35,12 @@ std::string Languages() {
     return languages + FALLBACK_LANGUAGE;
 }
 
-// gettext reads the languages from the environment only. The environment must not be changed once
-// other threads run, so this initialiser sets it before main().
-const bool LANGUAGES_CHOSEN =
-    GuardCallback(false, [] { return g_setenv("LANGUAGE", Languages().c_str(), TRUE) != FALSE; });
+// The environment must not be changed once other threads run, so this initialiser sets it before
+// main().
+const bool LANGUAGES_CHOSEN = GuardCallback(false, [] {
+    ChooseLanguages();
+    return true;
+});
 
 // Sets the locale of this thread for one look-up. In the plain C locale gettext ignores LANGUAGE,
 // and the locale of the viewer's language may not be generated on this system. C.UTF-8 is always
@@ -105,6 +107,11 @@ const char* Translate(const char* messageId) {
 }
 
 }  // namespace
+
+// gettext reads the languages from the environment only.
+void ChooseLanguages() {
+    g_setenv("LANGUAGE", Languages().c_str(), TRUE);
+}
 
 // Asks the catalogue, because gettext may have fallen back to a language other than the first one
 // that the viewer prefers.

@@ -8,6 +8,10 @@
 /// process. A language needs a catalogue, but its locale need not be installed.
 namespace applist::desktop {
 
+/// Sets LANGUAGE to the viewer's languages. Done at the start of the process; only to be called
+/// again after the whole environment has been replaced. No other thread may use the environment.
+void ChooseLanguages();
+
 /// Returns true if the language of the texts is written from right to left. Main thread.
 bool TextRunsRightToLeft();
 

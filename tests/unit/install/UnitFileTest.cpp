@@ -64,6 +64,14 @@ TEST_F(UnitFile, IsUnderstoodToTheLastLine) {
                 HasSubstr("applist.service"));
 }
 
+TEST_F(UnitFile, OfAPreparedProcessIsUnderstoodAndStartsItAgain) {
+    std::string prepared = Content("/usr/share/doc/applist/examples/applist-prepared.service");
+    EXPECT_THAT(prepared, HasSubstr("\n" + EXEC + " --prepare\nRestart=always\n"));
+    prepared.replace(prepared.find(EXEC), EXEC.size(), "ExecStart=/bin/true");
+    std::ofstream(Scratch() + "/prepared.service") << prepared;
+    EXPECT_THAT(Complaints(Scratch() + "/prepared.service"), Not(HasSubstr("prepared.service")));
+}
+
 TEST_F(UnitFile, RunsTheProgramAsTheUserOfTheBusPolicy) {
     EXPECT_THAT(unit(), HasSubstr("\n" + EXEC + "\n"));
     EXPECT_THAT(unit(), HasSubstr("\nUser=" APPLIST_USER "\n"));
