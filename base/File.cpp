@@ -9,16 +9,23 @@
 #include <utility>
 #include <vector>
 
+#include <sys/inotify.h>
 #include <sys/stat.h>
 
 namespace applist {
 namespace {
 
 constexpr size_t CHUNK = 65536;
+constexpr int PIPE_SIZE = 1024 * 1024;
 
 // Call directly after the failure, because the reason is in errno.
 std::string Failure(const std::string& name) {
     return name + ": " + (errno == ENOENT ? "no such file" : g_strerror(errno));
+}
+
+bool IsFifo(const std::string& name) {
+    struct stat status {};
+    return stat(name.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
 }  // namespace
@@ -41,8 +48,9 @@ InputFile& InputFile::operator=(InputFile&& other) noexcept {
     return *this;
 }
 
-Result<InputFile> InputFile::Open(const std::string& name, Wait wait) {
-    const int mode = O_RDONLY | O_CLOEXEC | (wait == Wait::No ? O_NONBLOCK : 0);
+Result<InputFile> InputFile::Open(const std::string& name, Use use) {
+    const int mode = (use == Use::Follow && IsFifo(name) ? O_RDWR : O_RDONLY) |
+                     (use == Use::ToTheEnd ? 0 : O_NONBLOCK) | O_CLOEXEC;
     const int descriptor =
         name == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0) : open(name.c_str(), mode);
     if (descriptor < 0) {
@@ -50,8 +58,12 @@ Result<InputFile> InputFile::Open(const std::string& name, Wait wait) {
     }
     InputFile file(name, descriptor);
     // Only opening must not wait. Standard input keeps its flags, which other processes share.
-    if (wait == Wait::No && name != "-") {
+    if (name != "-") {
         fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    }
+    // A tuner drops bytes while a pipe is full. The size is not changed if the system refuses it.
+    if (use != Use::ToTheEnd) {
+        fcntl(descriptor, F_SETPIPE_SZ, PIPE_SIZE);
     }
     return file;
 }
@@ -68,6 +80,24 @@ Result<size_t> InputFile::Read(std::span<uint8_t> room) {
 bool InputFile::IsRegular() const {
     struct stat status {};
     return fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+Result<InputFile> InputFile::Watch() const {
+    InputFile changes(m_name, inotify_init1(IN_CLOEXEC));
+    // By descriptor, because standard input has no name.
+    const std::string path = "/proc/self/fd/" + std::to_string(m_descriptor);
+    if (changes.m_descriptor < 0 ||
+        inotify_add_watch(changes.m_descriptor, path.c_str(), IN_MODIFY) < 0) {
+        return Result<InputFile>::Failure(Failure(m_name));
+    }
+    return changes;
+}
+
+bool InputFile::RewindIfTruncated() {
+    struct stat status {};
+    const bool truncated =
+        fstat(m_descriptor, &status) == 0 && status.st_size < lseek(m_descriptor, 0, SEEK_CUR);
+    return truncated && lseek(m_descriptor, 0, SEEK_SET) == 0;
 }
 
 Result<std::string> ReadFile(const std::string& name) {

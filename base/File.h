@@ -14,11 +14,14 @@ namespace applist {
 /// An open input: a file, a pipe, a FIFO or a device. Move-only. All failures name it.
 class InputFile {
 public:
-    enum class Wait { ForWriter, No };
+    enum class Use {
+        ToTheEnd,  ///< Opening a FIFO waits for a writer, and its end is the last writer's.
+        Live,      ///< Opening does not wait.
+        Follow,    ///< As Live, but a FIFO does not end, because this process can write to it.
+    };
 
-    /// "-" is standard input. Opening a FIFO waits until another process writes to it, unless wait
-    /// is No.
-    static Result<InputFile> Open(const std::string& name, Wait wait = Wait::ForWriter);
+    /// "-" is standard input.
+    static Result<InputFile> Open(const std::string& name, Use use = Use::ToTheEnd);
     ~InputFile();
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
@@ -29,8 +32,12 @@ public:
     Result<size_t> Read(std::span<uint8_t> room);
 
     int descriptor() const { return m_descriptor; }
-    /// True for a file on a disk, which can grow and be read again.
+    /// True for a file on a disk, which can grow.
     bool IsRegular() const;
+    /// Returns an input that is readable when another process has changed this regular file.
+    Result<InputFile> Watch() const;
+    /// If the file has become shorter than what was read, goes back to its start and returns true.
+    bool RewindIfTruncated();
 
 private:
     InputFile(std::string name, int descriptor);

@@ -137,14 +137,18 @@ Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextC
                            : Result<Broadcast>::Failure(problem);
 }
 
+std::string DamageSummary(const std::string& file, const Damage& damage) {
+    const std::string text = Describe(damage);
+    // An empty text means that nothing was skipped, and callers print no remark.
+    return text.empty() ? text : file + ": skipped damaged parts: " + text;
+}
+
 std::string DamageRemark(const std::string& file, const Damage& damage) {
     std::string remark;
     for (const std::string& place : damage.places) {
         remark.append(file).append(": ").append(place).append("\n");
     }
-    const std::string text = Describe(damage);
-    // An empty text means that nothing was skipped, and callers print no remark.
-    return text.empty() ? remark : remark + file + ": skipped damaged parts: " + text;
+    return remark + DamageSummary(file, damage);
 }
 
 }  // namespace applist::sim

@@ -58,8 +58,10 @@ private:
 Result<Broadcast> ReadBroadcastFile(const std::string& file,
                                     std::optional<TextCoding> coding = std::nullopt);
 
-/// Returns lines with the first skipped parts and one that counts all of them, or an empty string
-/// if nothing was skipped.
+/// Returns a line that counts the skipped parts, or an empty string if nothing was skipped.
+std::string DamageSummary(const std::string& file, const Damage& damage);
+
+/// Returns lines with the first skipped parts, and the summary.
 std::string DamageRemark(const std::string& file, const Damage& damage);
 
 }  // namespace applist::sim

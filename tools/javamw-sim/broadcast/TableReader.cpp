@@ -23,7 +23,8 @@ std::optional<SubTable> SubTableCollector::Add(const TableSection& section, Byte
     const Key key(section.tableId, section.extension);
     Collection& collection = m_collections[key];
     // Broadcasts repeat every table continuously. A repetition contains nothing new.
-    if (section.version == collection.complete) {
+    if (section.version == collection.complete && section.version != collection.collecting &&
+        std::ranges::equal(collection.lastComplete[section.number], bytes)) {
         return std::nullopt;
     }
     // Sections of different versions must not be mixed in one table.
@@ -38,7 +39,7 @@ std::optional<SubTable> SubTableCollector::Add(const TableSection& section, Byte
     SubTable table = Assemble(key, collection);
     collection.complete = section.version;
     collection.collecting = -1;
-    collection.sections.clear();
+    collection.lastComplete = std::exchange(collection.sections, {});
     return table;
 }
 

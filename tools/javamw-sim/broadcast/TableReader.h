@@ -26,7 +26,8 @@ struct SubTable {
 };
 
 /// Assembles the sub-tables of one PID from sections that are repeated. Reports a sub-table only if
-/// its version differs from the last complete one (EN 300 468, 5.2).
+/// its version differs from the last complete one (EN 300 468, 5.2), or its bytes do because
+/// another stream with the same PID follows.
 class SubTableCollector {
 public:
     /// Returns the sub-table that section completes, if it is new. section is the parsed header of
@@ -39,10 +40,12 @@ public:
 
 private:
     using Key = std::pair<uint8_t, uint16_t>;
+    using Sections = std::map<uint8_t, std::vector<uint8_t>>;
     struct Collection {
         int complete = -1;    ///< The last complete version.
         int collecting = -1;  ///< The version of the collected sections.
-        std::map<uint8_t, std::vector<uint8_t>> sections;
+        Sections sections;
+        Sections lastComplete;
     };
     static SubTable Assemble(const Key& key, const Collection& collection);
 

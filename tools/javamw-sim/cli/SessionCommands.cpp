@@ -76,6 +76,7 @@ std::vector<Option> OwnOptions() {
     options.push_back(JsonOption());
     options.push_back(RecordOption());
     options.push_back({"all", '\0', "", "Include hidden applications and trials"});
+    options.push_back({"follow", 'f', "", "Wait for more at the end of the broadcast"});
     options.push_back(
         {"interval", '\0', "SECONDS", "Time between changes instead of the recording's"});
     return options;
@@ -83,7 +84,7 @@ std::vector<Option> OwnOptions() {
 
 // Returns the name of an option that needs --broadcast but is given without it, or an empty string.
 std::string StrayOption(const Arguments& given) {
-    for (const char* name : {"service", "language", "text", "all", "interval"}) {
+    for (const char* name : {"service", "language", "text", "all", "interval", "follow"}) {
         if (given.Has(name) && !given.Has("broadcast")) {
             return name;
         }
@@ -115,6 +116,7 @@ Result<BroadcastFeedOptions> FeedOptionsFrom(const Arguments& given) {
     }
     if (options) {
         options->filter.all = given.Has("all");
+        options->follow = given.Has("follow");
     }
     return options;
 }

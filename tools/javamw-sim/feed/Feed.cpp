@@ -9,6 +9,7 @@
 
 #include "File.h"
 #include "broadcast/BroadcastReader.h"
+#include "feed/LiveBroadcast.h"
 
 namespace applist::sim {
 namespace {
@@ -137,6 +138,14 @@ Result<Feed> TextFeed(const std::string& file) {
 }
 
 Result<Feed> BroadcastFeed(const std::string& file, const BroadcastFeedOptions& options) {
+    using Use = InputFile::Use;
+    auto input = InputFile::Open(file, options.follow ? Use::Follow : Use::Live);
+    if (!input) {
+        return Result<Feed>::Failure(input.error());
+    }
+    if (options.follow || !input->IsRegular()) {
+        return Feed{{}, {}, {}, std::make_shared<LiveBroadcast>(file, std::move(*input), options)};
+    }
     const auto broadcast = ReadBroadcastFile(file, options.coding);
     if (!broadcast) {
         return Result<Feed>::Failure(broadcast.error());

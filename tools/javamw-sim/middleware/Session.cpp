@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "feed/ListUpdate.h"
+#include "feed/LiveBroadcast.h"
 #include "middleware/MainLoop.h"
 #include "shared/Output.h"
 
@@ -156,9 +157,24 @@ public:
         : WatchSession(options),
           m_items(std::move(feed.items)),
           m_changes(std::make_move_iterator(feed.changes.begin()),
-                    std::make_move_iterator(feed.changes.end())) {}
+                    std::make_move_iterator(feed.changes.end())),
+          m_live(std::move(feed.live)) {
+        if (m_live) {
+            m_live->Start({[this](const Items& items) { OnBroadcast(items); }, &Complain,
+                           [this](const std::string& error) {
+                               Complain(error);
+                               End(ExitCode::WrongUsage);
+                           }});
+        }
+    }
 
 protected:
+    ExitCode OnInterrupted() override {
+        if (m_live) {
+            Complain(m_live->Summary());
+        }
+        return WatchSession::OnInterrupted();
+    }
     void OnDisconnected(const std::string& application) override {
         // The application is filled again if it connects again.
         m_filled.erase(application);
@@ -175,12 +191,14 @@ protected:
 private:
     void Fill(const std::string& application);
     void OnFilled(const std::string& application, size_t count);
+    void OnBroadcast(const Items& items);
     void ScheduleChange();
     void OnChange();
     void Update(const std::string& application, const ListUpdate& update);
 
     Items m_items;
     std::deque<FeedStep> m_changes;  ///< Changes that are still to be made.
+    std::shared_ptr<LiveBroadcast> m_live;
     Registration m_clock;
     bool m_playing = false;
     std::set<std::string> m_filled;  ///< Connected applications whose list was filled.
@@ -202,8 +220,16 @@ void ServeSession::Fill(const std::string& application) {
 void ServeSession::OnFilled(const std::string& application, size_t count) {
     Print(report().Filled(application, count));
     // The changes start with the first list that is filled, and run once for all applications.
-    if (!m_playing) {
+    if (!m_playing && !m_live) {
         m_playing = true;
+        ScheduleChange();
+    }
+}
+
+void ServeSession::OnBroadcast(const Items& items) {
+    m_changes.push_back({m_live->interval(), items});
+    // An earlier change schedules the next one.
+    if (m_changes.size() == 1) {
         ScheduleChange();
     }
 }
@@ -219,7 +245,9 @@ void ServeSession::ScheduleChange() {
 void ServeSession::OnChange() {
     // The list is updated even if no application is connected, so that a later one is filled with
     // it.
-    const ListUpdate update = UpdateList(m_items, m_changes.front().items);
+    // A list that is not filled yet is not seen, so its items get the order of the broadcast.
+    const ListUpdate update =
+        UpdateList(m_filled.empty() ? Items() : m_items, m_changes.front().items);
     m_changes.pop_front();
     m_items = update.items;
     // An application that was not filled yet receives the whole list later.

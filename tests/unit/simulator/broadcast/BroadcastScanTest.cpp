@@ -121,6 +121,19 @@ TEST(BroadcastScan, UsesTheLastVersionOfATable) {
     EXPECT_EQ(Offered(generator), Items{BOTH[1]});
 }
 
+TEST(BroadcastScan, UsesAnotherTableWithTheSameVersion) {
+    const auto section = [](const TsApplication& application, uint8_t number) {
+        return test::TsOneOf(TsApplications({application}), number, 1);
+    };
+    TsGenerator generator = Minimal({NEWS});
+    for (int i = 0; i < 2; ++i) {
+        generator.Add(TABLE_PID, section(NEWS, 0));
+        generator.Add(TABLE_PID, section(WEATHER, 1));
+    }
+    EXPECT_EQ(Offered(generator), BOTH);
+    EXPECT_EQ(ScanBroadcast(generator.stream()).snapshots.size(), 2U);
+}
+
 TEST(BroadcastScan, WaitsForATableThatIsOnlyAnnounced) {
     TsGenerator generator = Minimal({NEWS});
     TsBytes next = TsApplications({WEATHER}, 0x0001, 1);
