@@ -11,9 +11,10 @@ namespace {
 
 constexpr const char* DETAILS =
     "FILE is a transport stream with packets of 188, 192 or 204 bytes, consecutive\n"
-    "sections (.sec) or applications in XML; \"-\" is standard input. Every application is\n"
-    "listed once for each service, offered to viewers or not, as in its last version.\n"
-    "Damaged parts are skipped and counted on standard error.\n"
+    "sections (.sec) or applications in XML; \"-\" is standard input. It is read to its end,\n"
+    "a pipe until its writer ends. Every application is listed once for each service,\n"
+    "offered to viewers or not, as in its last version. Damaged parts are skipped;\n"
+    "standard error has the first ten places and the number of each kind.\n"
     "\n"
     "Columns, keys of --json and header of --csv:\n"
     "  service, organisation_id, application_id, type, control, visibility, priority,\n"
@@ -26,7 +27,8 @@ constexpr const char* DETAILS =
     "  javamw-sim applications recording.ts\n"
     "  javamw-sim applications --service='Rete 1' --language=ita recording.ts\n"
     "  javamw-sim applications --json recording.ts | jq '.[].name'\n"
-    "  javamw-sim applications --csv ait.xml >applications.csv\n";
+    "  javamw-sim applications --csv ait.xml >applications.csv\n"
+    "  zcat recording.ts.gz | javamw-sim applications -\n";
 
 using Format = std::string (*)(const std::vector<ListedApplication>&, bool why);
 

@@ -30,6 +30,16 @@ std::string FirstOf(std::initializer_list<std::string> errors) {
     return found == errors.end() ? std::string() : *found;
 }
 
+std::string InputTakenTwice(const std::vector<std::string>& arguments) {
+    const auto first = std::find(arguments.begin(), arguments.end(), "-");
+    const auto second =
+        std::find(first == arguments.end() ? first : first + 1, arguments.end(), "-");
+    return second == arguments.end()
+               ? std::string()
+               : "arguments " + std::to_string(first - arguments.begin() + 1) + " and " +
+                     std::to_string(second - arguments.begin() + 1) + " are both standard input";
+}
+
 Result<unsigned> WholeNumber(const std::string& option, const std::string& what,
                              const std::string& text) {
     const auto number = ParseNumber<unsigned>(text);

@@ -35,6 +35,10 @@ Command WatchCommand();
 /// Returns the first error that is not empty.
 std::string FirstOf(std::initializer_list<std::string> errors);
 
+/// Returns "arguments 1 and 3 are both standard input" if two of them are "-", which can be read
+/// only once. Otherwise returns an empty string.
+std::string InputTakenTwice(const std::vector<std::string>& arguments);
+
 /// Parses the value of an option that takes a number of at least 0. A failure names the option and
 /// the expected value: "whole seconds".
 Result<unsigned> WholeNumber(const std::string& option, const std::string& what,

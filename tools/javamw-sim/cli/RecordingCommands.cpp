@@ -168,6 +168,9 @@ ExitCode Print(const std::string& firstFile, const std::string& secondFile,
 }
 
 int RunCompareCommand(const Arguments& given) {
+    if (const std::string twice = InputTakenTwice(given.words()); !twice.empty()) {
+        return given.Refuse(twice);
+    }
     CompareOptions options{.names = given.Has("names"), .tolerance = std::nullopt};
     if (given.Has("tolerance")) {
         const auto milliseconds =

@@ -35,12 +35,18 @@ constexpr const char* SERVE_DETAILS =
     "automatically or are present, are visible to viewers and are not for trials. The\n"
     "lists change with the tables: at the recorded times, or every second without a clock.\n"
     "\n"
+    "A broadcast from standard input (\"-\"), a FIFO or a device is served while it arrives:\n"
+    "each new table changes the lists at once, until the writer ends; then the lists stay.\n"
+    "With --follow, so is a file that grows, and a FIFO waits for its next writer.\n"
+    "\n"
     "Examples:\n"
     "  javamw-sim serve\n"
     "  javamw-sim serve --items=list.txt\n"
     "  javamw-sim serve --broadcast=recording.ts\n"
     "  javamw-sim serve --broadcast=recording.ts --service=1031 --service='Rete 1'\n"
-    "  javamw-sim serve --broadcast=recording.ts --language=ita,eng --all --interval=5\n";
+    "  javamw-sim serve --broadcast=recording.ts --language=ita,eng --all --interval=5\n"
+    "  zcat recording.ts.gz | javamw-sim serve --broadcast=-\n"
+    "  javamw-sim serve --follow --broadcast=growing.ts\n";
 
 Result<Feed> ChooseFeed(const Arguments& given, const BroadcastFeedOptions& options) {
     if (given.Has("items")) {
@@ -69,7 +75,7 @@ ExitCode RunServe(const SessionOptions& session, const Arguments& given,
 std::vector<Option> OwnOptions() {
     std::vector<Option> options{
         {"items", 'i', "FILE", "Serve the lines id<TAB>name; # begins a comment"},
-        {"broadcast", 'b', "FILE", "Serve the applications of a recorded broadcast"},
+        {"broadcast", 'b', "FILE", "Serve the applications of a broadcast"},
     };
     const auto broadcast = BroadcastOptions();
     options.insert(options.end(), broadcast.begin(), broadcast.end());

@@ -49,6 +49,9 @@ std::optional<std::vector<Scenario>> Load(const std::vector<std::string>& files)
 }
 
 int RunRunCommand(const Arguments& given) {
+    if (const std::string twice = InputTakenTwice(given.words()); !twice.empty()) {
+        return given.Refuse(twice);
+    }
     auto scenarios = Load(given.words());
     const ScenarioOptions options{given.Value("address"), given.Has("keep-going")};
     const ExitCode status = !scenarios ? ExitCode::WrongUsage

@@ -3,6 +3,7 @@
 //
 // Broadcasts that arrive while they are served.
 #include <cstdlib>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
@@ -64,6 +65,13 @@ protected:
     std::string Listed() {
         EXPECT_EQ(m_set.Run({"call", "GetAllItems"}), SUCCESS);
         return m_set.output();
+    }
+
+    /// What a new application shows once serve has filled its list.
+    std::string ListedWhenFilled(ChildProcess& serve) {
+        const auto list = m_set.StartList();
+        EXPECT_TRUE(serve.WaitForText("filled"));
+        return Listed();
     }
 
     Simulation m_set;
@@ -155,6 +163,70 @@ TEST_F(Stream, NamesTheDamageAtOnceAndLosesNothingAfterIt) {
     ASSERT_TRUE(serve->WaitForText("1 added, 0 removed, 0 renamed\n"));
     EXPECT_EQ(Simulation::Interrupt(*serve), SUCCESS);
     EXPECT_THAT(serve->Errors(), HasSubstr(": skipped damaged parts: "));
+}
+
+// User and system time of a process so far.
+double ProcessorSeconds(pid_t process) {
+    clockid_t clock{};
+    timespec time{};
+    EXPECT_EQ(clock_getcpuclockid(process, &clock), 0);
+    EXPECT_EQ(clock_gettime(clock, &time), 0);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+// A minute of 40 Mbit/s has 300 MB. A tenth of a core has 6 s of processor time in a minute.
+TEST_F(Stream, Of40MbitPerSecondTakesLessThanATenthOfACore) {
+    const std::string fifo = MakeFifo();
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve", "--broadcast", fifo});
+    BeginWriting(fifo);
+    std::string video(188, '\xAB');
+    video.replace(0, 4, {"\x47\x01\x00\x10", 4});
+    // Eight parts have 16 packets of each table, so that their counters continue when repeated.
+    std::string second;
+    for (int i = 0; i < 8; ++i) {
+        second += Part({NEWS}, 0);
+        for (int packet = 0; packet < 3300; ++packet) {
+            second += video;
+        }
+    }
+    for (int i = 0; i < 60; ++i) {
+        Write(second);
+    }
+    Write(Part({NEWS, WEATHER}, 1));
+    ASSERT_TRUE(serve->WaitForText("1 added, 0 removed, 0 renamed\nevent"));
+    const double taken = ProcessorSeconds(serve->pid());
+    RecordProperty("milliseconds", static_cast<int>(taken * 1000));
+    EXPECT_LT(taken, 6);
+    EXPECT_EQ(serve->Errors(), "");
+}
+
+// Recorded streams are not part of the project. Skipped unless a folder of them exists.
+TEST_F(Stream, OfARecordingGivesTheListThatItsFileGives) {
+    const char* source = std::getenv("APPLIST_SOURCE");
+    const auto folder =
+        std::filesystem::path(source != nullptr ? source : ".") / "../shared/captures";
+    if (!std::filesystem::is_directory(folder)) {
+        GTEST_SKIP() << "no recordings in " << folder;
+    }
+    const std::string fifo = MakeFifo();
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() == ".ts") {
+            const std::string file = entry.path().string();
+            const auto direct = m_set.Start({"serve", "--broadcast", file});
+            const std::string listed = ListedWhenFilled(*direct);
+            EXPECT_THAT(listed, HasSubstr("\n")) << file;
+            EXPECT_EQ(Simulation::Interrupt(*direct), SUCCESS);
+
+            const auto serve = m_set.Start({"serve", "--broadcast", fifo});
+            BeginWriting(fifo);
+            Write(Simulation::ContentOf(file));
+            EndWriting();
+            ASSERT_TRUE(serve->WaitForText("the list stays\n"));
+            EXPECT_EQ(ListedWhenFilled(*serve), listed) << file;
+            EXPECT_EQ(Simulation::Interrupt(*serve), SUCCESS);
+        }
+    }
 }
 
 TEST_F(Stream, EndsTheProgramIfItIsNotABroadcast) {

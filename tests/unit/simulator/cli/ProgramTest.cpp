@@ -135,6 +135,15 @@ TEST_F(Program, ReadsInputFromAPipe) {
     }
 }
 
+TEST_F(Program, RefusesToReadStandardInputTwice) {
+    ExpectRefused({"run", "-", "a", "-"},
+                  "arguments 1 and 3 are both standard input; see javamw-sim run --help");
+    ExpectRefused({"compare", "-", "-"},
+                  "arguments 1 and 2 are both standard input; see javamw-sim compare --help");
+    ExpectRefused({"serve", "--items=-", "--broadcast=-"},
+                  "--items and --broadcast exclude each other; see javamw-sim serve --help");
+}
+
 TEST_F(Program, RefusesFilesThatCannotBeRead) {
     ExpectRefused({"serve", NO_BUS_THERE, "--items", Path("none")},
                   Path("none") + ": no such file");
