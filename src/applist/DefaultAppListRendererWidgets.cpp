@@ -135,6 +135,11 @@ Evas_Object* DefaultAppListRenderer::WidgetMinSet(Evas_Object* obj, Evas_Object*
 
 Elm_Genlist_Item_Class* DefaultAppListRenderer::CreateItemClass() {
     Elm_Genlist_Item_Class* itemClass = elm_genlist_item_class_new();
+    if (itemClass == nullptr) {
+        // The toolkit does not add rows without a class, so the list stays empty.
+        LOG_ERROR("create item class failed");
+        return nullptr;
+    }
     itemClass->item_style = "1text_left_styleA";
     itemClass->func.text_get = ItemLabelGetFunction;
     itemClass->func.content_get = nullptr;

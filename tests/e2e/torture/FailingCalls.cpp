@@ -5,6 +5,7 @@
 // the call: the NUMBER-th one of the function NAME after main has started. "new" is operator new;
 // it counts for all libraries, the other functions only if the program itself calls them. If
 // APPLIST_COUNTS names a file, the number of calls of each function is written to it at the end.
+#include <Ecore_File.h>
 #include <Ecore_X.h>
 #include <Elementary.h>
 #include <atomic>
@@ -174,6 +175,31 @@ CAN_FAIL(Elm_Object_Item*, elm_genlist_item_append,
           Elm_Object_Item* parent, Elm_Genlist_Item_Type type, Evas_Smart_Cb call,
           const void* callData),
          (list, kind, data, parent, type, call, callData), nullptr)
+
+CAN_FAIL(Elm_Object_Item*, elm_genlist_item_insert_after,
+         (Evas_Object * list, const Elm_Genlist_Item_Class* kind, const void* data,
+          Elm_Object_Item* parent, Elm_Object_Item* after, Elm_Genlist_Item_Type type,
+          Evas_Smart_Cb call, const void* callData),
+         (list, kind, data, parent, after, type, call, callData), nullptr)
+CAN_FAIL(Elm_Genlist_Item_Class*, elm_genlist_item_class_new, (), (), nullptr)
+CAN_FAIL(Evas_Object*, elm_popup_add, (Evas_Object * parent), (parent), nullptr)
+CAN_FAIL(Evas_Object*, elm_table_add, (Evas_Object * parent), (parent), nullptr)
+CAN_FAIL(Evas_Object*, elm_genlist_add, (Evas_Object * parent), (parent), nullptr)
+CAN_FAIL(Evas_Object*, evas_object_rectangle_add, (Evas * canvas), (canvas), nullptr)
+CAN_FAIL(char*, edje_file_data_get, (const char* file, const char* key), (file, key), nullptr)
+CAN_FAIL(Ecore_Idle_Enterer*, ecore_idle_enterer_add, (Ecore_Task_Cb call, const void* data),
+         (call, data), nullptr)
+CAN_FAIL(Ecore_Idle_Enterer*, ecore_idle_enterer_before_add, (Ecore_Task_Cb call, const void* data),
+         (call, data), nullptr)
+CAN_FAIL(Ecore_Idle_Exiter*, ecore_idle_exiter_add, (Ecore_Task_Cb call, const void* data),
+         (call, data), nullptr)
+CAN_FAIL(Ecore_File_Monitor*, ecore_file_monitor_add,
+         (const char* path, Ecore_File_Monitor_Cb call, void* data), (path, call, data), nullptr)
+CAN_FAIL(Ecore_X_Window, ecore_x_window_input_new,
+         (Ecore_X_Window parent, int x, int y, int width, int height),
+         (parent, x, y, width, height), 0U)
+CAN_FAIL(GDBusProxy*, g_dbus_proxy_new_for_bus_finish, (GAsyncResult * result, GError** error),
+         (result, error), WithError<GDBusProxy*>(error))
 
 // Starts RunMain in place of the program's main, which RunMain then calls.
 extern "C" int __libc_start_main(Main* main, int argc, char** argv, void (*init)(), void (*fini)(),

@@ -241,6 +241,8 @@ TEST_F(FailingFunction, ThatAllocatesIsSurvivedOrReported) {
 TEST_F(FailingFunction, OfTheLifecycleEndsTheList) {
     Try({"ecore_timer_add", 2}, true);
     Try({"ecore_job_add", 1}, false);
+    // The first row crashed.
+    Try({"elm_genlist_item_class_new", 1}, true);
 }
 
 TEST_F(FailingFunction, ThatAllocatesBeforeTheLifecycleIsReported) {

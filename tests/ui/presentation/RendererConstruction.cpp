@@ -146,6 +146,17 @@ TEST_F(DefaultAppListRendererConstruction, ContinuesWithoutABackground) {
     EXPECT_THAT(ToolkitCallsOf({"evas_object_show", "elm_popup_add"}), IsEmpty());
 }
 
+TEST_F(DefaultAppListRendererConstruction, StaysEmptyWithoutAClassForRows) {
+    FailNext("elm_genlist_item_class_new");
+    const auto renderer = Build();
+    EXPECT_THAT(Log(), ElementsAre(Error("create item class failed")));
+    DefaultAppListItem item("Alpha", "a");
+    renderer->SetModel(&model);
+    model.Show({&item}, &item);
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(renderer->Rows(), "");
+}
+
 TEST_F(DefaultAppListRendererConstruction, ListensToTheModelWithoutFillingTheList) {
     const auto renderer = Build();
     renderer->SetModel(&model);

@@ -190,6 +190,9 @@ extern "C" Elm_Genlist_Item_Class* __real_elm_genlist_item_class_new();
 extern "C" Elm_Genlist_Item_Class* __wrap_elm_genlist_item_class_new();
 extern "C" Elm_Genlist_Item_Class* __wrap_elm_genlist_item_class_new() {
     Note("elm_genlist_item_class_new");
+    if (Failing().erase("elm_genlist_item_class_new") > 0) {
+        return nullptr;
+    }
     return Named(__real_elm_genlist_item_class_new(), "class");
 }
 
