@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include "fuzz/Properties.h"
-#include "recording/RecordingFile.h"
 #include "recording/Comparison.h"
+#include "recording/RecordingFile.h"
 #include "support/CaptureGenerator.h"
 
 namespace applist::test {

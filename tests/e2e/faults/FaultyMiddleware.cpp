@@ -13,7 +13,6 @@
 #include <string>
 
 #include "link/Protocol.h"
-#include "link/Protocol.h"
 #include "support/GlibWait.h"
 #include "support/ScriptedPeer.h"
 
