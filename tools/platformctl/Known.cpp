@@ -71,13 +71,14 @@ Reading<Setting> ParseRanged(const KnownSetting& setting, const std::string& val
 }  // namespace
 
 std::span<const KnownSetting> KnownSettings() {
-    static const std::array<KnownSetting, 6> settings{{
+    static const std::array<KnownSetting, 7> settings{{
         {PlatformSettings::AUTORUN_DATA_SERVICE_KEY, false, 0, 0},
         {PlatformSettings::DATA_SERVICE_KEY, int32_t{0}, 0, 7},
         {PlatformSettings::AUTOSTART_APP, int32_t{0}, LEAST, MOST},
         {HIGH_CONTRAST_KEY, false, 0, 0},
         {TEXT_SIZE_KEY, int32_t{0}, LEAST_TEXT_SIZE, MOST_TEXT_SIZE, TEXT_SIZE_STEP},
         {REDUCED_MOTION_KEY, false, 0, 0},
+        {SPEECH_KEY, false, 0, 0},
     }};
     return settings;
 }

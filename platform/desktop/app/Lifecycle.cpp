@@ -20,6 +20,7 @@
 #include "app/GlibLoop.h"
 #include "app/PreparedProcess.h"
 #include "app/ProgramOptions.h"
+#include "app/SettingsWatch.h"
 #include "app/SingleInstance.h"
 #include "app/SpareMemory.h"
 #include "app/Toolkit.h"
@@ -32,6 +33,7 @@
 #include "launch/LaunchProtocol.h"
 #include "lock/SelfLock.h"
 #include "log/LogWriter.h"
+#include "speech/Speech.h"
 
 namespace applist::desktop {
 namespace {
@@ -148,11 +150,17 @@ Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance
     const ThemeSignals signals;
     const KeyFrames frames(windows);
     SpokenNames names;
+    Speech speech;
+    const SettingsWatch settings([&] {
+        m_toolkit->UpdateTheme();
+        speech.Update();
+    });
     const ScreenReader reader([&names](bool on) { names.Turn(on); });
     // The lambda refers to locals, so it is only called while the loop below runs.
     m_leaveScreen = [&] {
         instance->Release();
         keyboard.Close();
+        speech.Stop();
         return windows.Hide();
     };
     const Result result = RunApplication();

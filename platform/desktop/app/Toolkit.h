@@ -31,6 +31,8 @@ public:
     /// false if windows cannot be shown: the toolkit is to draw on X11 or Wayland, but neither
     /// accepts connections. REQUIRES: Started().
     bool Connect();
+    /// Loads another theme if the viewer's settings select one.
+    void UpdateTheme() { m_themeSwitch->Update(); }
 
     /// Creates the window that the application of this name will ask for; not shown. REQUIRES:
     /// connected.

@@ -21,7 +21,7 @@ using Setting = std::variant<bool, int32_t>;
 std::string Encode(Setting setting);
 std::optional<Setting> Decode(std::string_view text);
 
-/// Settings of this port only, which select the theme. True selects high contrast.
+/// Settings of this port only. All but the last select the theme. True selects high contrast.
 inline constexpr const char* HIGH_CONTRAST_KEY = "db/menu/accessibility/high-contrast";
 /// The text size in per cent: 100 if unset, 125, 150 or 175.
 inline constexpr const char* TEXT_SIZE_KEY = "db/menu/accessibility/text-size";
@@ -30,6 +30,8 @@ inline constexpr int32_t MOST_TEXT_SIZE = 175;
 inline constexpr int32_t TEXT_SIZE_STEP = 25;
 /// True if nothing may move.
 inline constexpr const char* REDUCED_MOTION_KEY = "db/menu/accessibility/reduced-motion";
+/// True if the programs speak.
+inline constexpr const char* SPEECH_KEY = "db/menu/accessibility/speech";
 
 /// Returns "bool" or "int".
 const char* TypeName(const Setting& setting);

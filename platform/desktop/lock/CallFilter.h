@@ -11,7 +11,7 @@ namespace applist::desktop {
 
 /// What the filter must not refuse, because the set needs it.
 struct CallNeeds {
-    /// A screen reader may start later. The toolkit then connects to its bus, a Unix socket.
+    /// A screen reader or speech may start later, which connects to a Unix socket.
     bool connections = false;
     /// Wayland: the toolkit creates a file for each buffer of a window, and removes it at once.
     bool newFiles = false;

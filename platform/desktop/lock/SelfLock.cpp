@@ -20,6 +20,7 @@
 #include "lock/CallFilter.h"
 #include "lock/FileRules.h"
 #include "lock/FontFolders.h"
+#include "speech/Voice.h"
 #include "system/ProgramFiles.h"
 #include "system/SessionBus.h"
 
@@ -68,7 +69,7 @@ void Lock(bool wayland) {
     }
     // The filter would refuse some of the calls that restrict files.
     const int files = RestrictFiles(folders);
-    const int calls = RefuseCalls({HasSessionBus(), wayland});
+    const int calls = RefuseCalls({HasSessionBus() || VoiceConnects(), wayland});
     LOG_INFO("Locked after the first frame; files: %s; system calls: %s", Result(files).c_str(),
              Result(calls).c_str());
 }

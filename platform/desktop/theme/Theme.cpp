@@ -13,6 +13,7 @@
 
 #include "Log.h"
 #include "data/SettingsStore.h"
+#include "data/ViewerSettings.h"
 #include "system/ProgramFiles.h"
 
 namespace applist::desktop {
@@ -32,42 +33,10 @@ std::string& Replacement() {
     return *path;
 }
 
-// Returns the setting's value, or fallback if it is unset. Does not use vconf_get_bool() and
-// vconf_get_int(), because a missing setting is normal here and must not be logged. A value that
-// accept does not accept is logged once and treated as unset.
-template <typename Type, typename Accept>
-Type Read(const char* key, Type fallback, const char* expected, Accept accept) {
-    const Reading<Setting> setting = ReadSetting(key);
-    if (!setting.problem.empty()) {
-        LOG_ERROR("%s", setting.problem.c_str());
-    }
-    if (!setting.value) {
-        return fallback;
-    }
-    const Type* value = std::get_if<Type>(&*setting.value);
-    if (value == nullptr || !accept(*value)) {
-        LOG_ERROR("setting '%s' is %s, not %s; the default is used", key,
-                  Encode(*setting.value).c_str(), expected);
-        return fallback;
-    }
-    return *value;
-}
-
-bool ReadFlag(const char* key) {
-    return Read(key, false, "a bool", [](bool) { return true; });
-}
-
-bool IsTextSize(int32_t size) {
-    return size >= LEAST_TEXT_SIZE && size <= MOST_TEXT_SIZE &&
-           (size - LEAST_TEXT_SIZE) % TEXT_SIZE_STEP == 0;
-}
-
 }  // namespace
 
 Appearance ReadAppearance() {
-    return {ReadFlag(HIGH_CONTRAST_KEY),
-            Read(TEXT_SIZE_KEY, LEAST_TEXT_SIZE, "100, 125, 150 or 175", IsTextSize),
-            ReadFlag(REDUCED_MOTION_KEY)};
+    return {ReadFlag(HIGH_CONTRAST_KEY), ReadTextSize(), ReadFlag(REDUCED_MOTION_KEY)};
 }
 
 std::string ThemeFileOf(const Appearance& appearance) {

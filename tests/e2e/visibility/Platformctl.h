@@ -19,6 +19,7 @@ inline const std::string AUTOSTART = "memory/javamw/autostart-app";
 inline const std::string HIGH_CONTRAST = "db/menu/accessibility/high-contrast";
 inline const std::string TEXT_SIZE = "db/menu/accessibility/text-size";
 inline const std::string REDUCED_MOTION = "db/menu/accessibility/reduced-motion";
+inline const std::string SPEECH = "db/menu/accessibility/speech";
 
 /// A private set, and the tool that changes it as a child process.
 class Platformctl : public testing::Test {

@@ -58,6 +58,7 @@ TEST_F(Platformctl, ListsWhatIsKnown) {
     EXPECT_EQ(result.output, AUTORUN + "\tbool\tfalse\n" + DATA_SERVICE + "\tint\t2\n" + AUTOSTART +
                                  "\tint\tnot set\n" + HIGH_CONTRAST + "\tbool\tnot set\n" +
                                  TEXT_SIZE + "\tint\tnot set\n" + REDUCED_MOTION +
+                                 "\tbool\tnot set\n" + SPEECH +
                                  "\tbool\tnot set\nfactory 194\tint\t85\n");
     EXPECT_EQ(result.errors, "");
 }
