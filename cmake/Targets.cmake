@@ -45,11 +45,16 @@ function(applist_add_test name)
     if(APPLIST_SANITIZE OR CMAKE_CXX_FLAGS MATCHES "--coverage")
         list(APPEND arg_ENVIRONMENT APPLIST_LOCK=off)
     endif()
+    # All test programs with a label.
+    if(NOT TARGET ${arg_LABEL}_tests)
+        add_custom_target(${arg_LABEL}_tests)
+    endif()
+    add_dependencies(${arg_LABEL}_tests ${name})
     # gtest_discover_tests() mangles list-valued properties such as an environment with several
-    # variables. Therefore env sets the variables and then runs the test. The leak sanitizer also
-    # checks the programs that a test starts.
+    # variables. Therefore env sets the variables and then runs the test. The sanitizers also check
+    # the programs that a test starts.
     set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR
-        "/usr/bin/env;APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${arg_ENVIRONMENT}")
+        "/usr/bin/env;APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp;${arg_ENVIRONMENT}")
     include(GoogleTest)
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST

@@ -16,9 +16,12 @@ bool IsUnknownWatch(const std::string& message) {
     return std::regex_match(message, form);
 }
 
+// True once the connection is destroyed.
+std::atomic<bool> g_gone;
+
 // May run on GIO's worker thread, which can hold the last reference.
-void NoteTheEnd(void* flag, GObject* /*connection*/) {
-    static_cast<std::atomic<bool>*>(flag)->store(true);
+void NoteTheEnd(void* /*data*/, GObject* /*connection*/) {
+    g_gone = true;
     g_main_context_wakeup(nullptr);
 }
 
@@ -40,10 +43,10 @@ void ChannelTest::TearDown() {
     }
     // GIO shares one connection in a process, so the next test gets a new one only after this one
     // is destroyed.
-    std::atomic<bool> gone = false;
-    g_object_weak_ref(G_OBJECT(m_connection), NoteTheEnd, &gone);
+    g_gone = false;
+    g_object_weak_ref(G_OBJECT(m_connection), NoteTheEnd, nullptr);
     g_object_unref(m_connection);
-    EXPECT_TRUE(RunUntil([&gone] { return gone.load(); })) << "something keeps the connection";
+    EXPECT_TRUE(RunUntil([] { return g_gone.load(); })) << "something keeps the connection";
     std::vector<std::string> messages = GlibMessages();
     EXPECT_EQ(std::erase_if(messages, IsUnknownWatch), 3 * m_channels);
     EXPECT_EQ(std::erase_if(messages,
