@@ -430,9 +430,12 @@ void JavaMWDbusLocal::SendNotification(std::vector<char>& data, const std::strin
     }
     LOG_DEBUG("Sending signal with %d bytes\n\n", static_cast<int>(data.size()));
     GError* error = nullptr;
+    // Not floating, because GIO does not take the parameters of a signal to an empty name, which a
+    // partner has while it is being lost.
+    g_autoptr(GVariant) payload = g_variant_ref_sink(applist::PayloadOf(data));
     g_dbus_connection_emit_signal(m_connection, found->second.uniqueName.c_str(),
                                   m_objectPath.c_str(), JAVAMW_DBUS_OBJ_IFACE, JAVAMW_DBUS_SIG_NAME,
-                                  applist::PayloadOf(data), &error);
+                                  payload, &error);
     applist::LogAndClear("Error while sending signal", error);
 }
 
