@@ -22,6 +22,7 @@ using test::StartStep;
 template <typename Value>
 Value Median(const std::vector<StartStep>& steps, Value StartStep::*value) {
     std::vector<Value> values;
+    values.reserve(steps.size());
     for (const StartStep& step : steps) {
         values.push_back(step.*value);
     }
@@ -71,7 +72,7 @@ public:
         files.insert(test::BuiltProgram("applist"));
         const std::vector<StartLedger> cold = Repeat(files);
         if (traced.steps.empty() || warm.empty() || cold.empty()) {
-            std::fputs("start-ledger: applist did not draw its rows\n", stderr);
+            static_cast<void>(std::fputs("start-ledger: applist did not draw its rows\n", stderr));
             return false;
         }
         Report(traced, warm, cold);
@@ -94,6 +95,7 @@ private:
 
     static std::vector<StartStep> Totals(const std::vector<StartLedger>& ledgers) {
         std::vector<StartStep> totals;
+        totals.reserve(ledgers.size());
         for (const StartLedger& ledger : ledgers) {
             totals.push_back(ledger.Total());
         }
@@ -106,6 +108,7 @@ private:
                     "reads", "trips", "libraries", "files");
         for (size_t i = 0; i < traced.steps.size(); ++i) {
             std::vector<StartStep> steps;
+            steps.reserve(warm.size());
             for (const StartLedger& ledger : warm) {
                 steps.push_back(ledger.steps.at(i));
             }
@@ -124,9 +127,9 @@ private:
 }  // namespace applist::bench
 
 int main(int argc, char** argv) {
-    const int repetitions = argc == 2 ? std::atoi(argv[1]) : 0;
+    const int repetitions = argc == 2 ? static_cast<int>(std::strtol(argv[1], nullptr, 10)) : 0;
     if (repetitions < 1) {
-        std::fputs("Usage: start-ledger REPETITIONS\n", stderr);
+        static_cast<void>(std::fputs("Usage: start-ledger REPETITIONS\n", stderr));
         return 2;
     }
     return applist::bench::StartReport(repetitions).Run() ? 0 : 1;

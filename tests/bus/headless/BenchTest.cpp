@@ -82,12 +82,11 @@ TEST_F(Bench, EndsTheCommandOnSigterm) {
 TEST_F(Bench, TypesTheLinesOfAFile) {
     const std::string keys = (m_folder.path() / "keys").string();
     std::ofstream(keys) << "await items 2\ndown\nok\n";
-    EXPECT_EQ(Run({"--keys=" + keys, "--", "sh", "-c",
-                   "printf 'a\\tA\\nb\\tB\\n' >$APPLIST_PLATFORM_ROOT/items;"
-                   " javamw-sim serve --items $APPLIST_PLATFORM_ROOT/items |"
-                   " grep -m 1 'ItemClicked chose'"}),
-              0)
-        << m_errors;
+    const std::string script =
+        "printf 'a\\tA\\nb\\tB\\n' >$APPLIST_PLATFORM_ROOT/items;"
+        " javamw-sim serve --items $APPLIST_PLATFORM_ROOT/items |"
+        " grep -m 1 'ItemClicked chose'";
+    EXPECT_EQ(Run({"--keys=" + keys, "--", "sh", "-c", script}), 0) << m_errors;
     EXPECT_EQ(m_output, "event 3 ItemClicked chose b\tB\n");
 }
 

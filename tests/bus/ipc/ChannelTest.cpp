@@ -75,7 +75,10 @@ void ChannelTest::Connect(ScriptedPeer& peer) {
 Bytes ChannelTest::Call(ScriptedPeer& peer, const Bytes& bytes) {
     const size_t before = peer.Traffic().size();
     peer.Send(Self(), PATH, bytes);
-    EXPECT_TRUE(peer.AwaitTraffic(before + 1));
+    if (!peer.AwaitTraffic(before + 1)) {
+        ADD_FAILURE() << "no reply";
+        return {};
+    }
     const PeerEvent last = peer.Traffic().back();
     EXPECT_EQ(last.kind, PeerEvent::REPLY) << last;
     return last.bytes;
