@@ -41,127 +41,11 @@ ApplicationTable JoinApplicationSections(const SubTable& table, TextCoding codin
     return joined;
 }
 
-void TransportState::Take(uint16_t pid, const SubTable& table, Damage& damage) {
-    switch (table.tableId) {
-        case ASSOCIATION_TABLE:
-            return TakeAssociation(table, damage);
-        case MAP_TABLE:
-            return TakeMap(pid, table, damage);
-        case DESCRIPTION_TABLE:
-            return TakeDescription(table, damage);
-        default:
-            m_tables[{pid, table.extension}] = {
-                table, std::make_shared<const ApplicationTable>(
-                           JoinApplicationSections(table, Coding(), damage))};
-    }
-}
-
-void TransportState::TakeAssociation(const SubTable& table, Damage& damage) {
-    // A PAT lists all programs, so a program that it does not name has ended.
-    m_programs.clear();
-    for (const auto& section : table.sections) {
-        const auto part = ParseProgramAssociation(section);
-        if (part && m_programs.size() + part->size() <= MAX_SERVICES) {
-            m_programs.insert(m_programs.end(), part->begin(), part->end());
-        } else {
-            damage.Add(&Damage::malformedSections);
-        }
-    }
-}
-
-void TransportState::TakeMap(uint16_t pid, const SubTable& table, Damage& damage) {
-    for (const auto& section : table.sections) {
-        if (auto map = ParseProgramMap(section)) {
-            DetectIsdb(*map);
-            m_maps[{pid, map->number}] = std::move(*map);
-        } else {
-            damage.Add(&Damage::malformedSections);
-        }
-    }
-}
-
-// A short recording may contain a table before the map that implies the coding of its texts.
-void TransportState::DetectIsdb(const ProgramMap& map) {
-    if (!map.isdb || m_isdb) {
-        return;
-    }
-    m_isdb = true;
-    for (auto& [key, decoded] : m_tables) {
-        Damage counted;
-        decoded.table = std::make_shared<const ApplicationTable>(
-            JoinApplicationSections(decoded.sent, Coding(), counted));
-    }
-}
-
-void TransportState::TakeDescription(const SubTable& table, Damage& damage) {
-    for (const auto& section : table.sections) {
-        const auto names = ParseServiceDescription(section);
-        if (!names) {
-            damage.Add(&Damage::malformedSections);
-            continue;
-        }
-        for (const ServiceName& name : *names) {
-            m_names[name.service] = {name.text.begin(), name.text.end()};
-        }
-    }
-}
-
-std::vector<BroadcastService> TransportState::Services() const {
-    std::vector<BroadcastService> services;
-    for (const ProgramReference& program : m_programs) {
-        BroadcastService& service = services.emplace_back();
-        service.id = program.number;
-        AddTables(program, service);
-    }
-    NameServices(services);
-    return services;
-}
-
-void TransportState::AddTables(const ProgramReference& program, BroadcastService& service) const {
-    const auto map = m_maps.find({program.pid, program.number});
-    // A service without a map is listed too, without tables.
-    if (map == m_maps.end()) {
-        return;
-    }
-    for (const uint16_t pid : map->second.applicationPids) {
-        // One PID may carry a table for each type, so the range covers every extension of the PID.
-        const auto end = m_tables.upper_bound({pid, std::numeric_limits<uint16_t>::max()});
-        for (auto table = m_tables.lower_bound({pid, 0}); table != end; ++table) {
-            service.tables.push_back(table->second.table);
-        }
-    }
-}
-
-// The service table contains no language, so the language of the application names is used.
-void TransportState::NameServices(std::vector<BroadcastService>& services) const {
-    const bool japanese = std::any_of(services.begin(), services.end(), HasJapaneseNames);
-    for (BroadcastService& service : services) {
-        if (const auto name = m_names.find(service.id.value_or(0)); name != m_names.end()) {
-            const auto* bytes = reinterpret_cast<const uint8_t*>(name->second.data());
-            service.name =
-                DecodeText({bytes, name->second.size()},
-                           japanese && Coding() == TextCoding::Isdb ? "jpn" : "", Coding())
-                    .value_or("");
-        }
-    }
-}
-
-std::vector<uint16_t> TransportState::NamedPids() const {
-    std::vector<uint16_t> pids;
-    for (const ProgramReference& program : m_programs) {
-        pids.push_back(program.pid);
-    }
-    for (const auto& [key, map] : m_maps) {
-        pids.insert(pids.end(), map.applicationPids.begin(), map.applicationPids.end());
-    }
-    return pids;
-}
-
 TransportStream::TransportStream(std::optional<TextCoding> coding, SnapshotHandler handler,
                                  Damage& damage)
-    : m_handler(std::move(handler)),
+    : m_coding(coding),
+      m_handler(std::move(handler)),
       m_damage(damage),
-      m_state(coding),
       m_tables([this](uint16_t pid, const SubTable& table) { OnTable(pid, table); }, damage),
       m_packets(
           [this](ByteSpan packet) {
@@ -180,13 +64,118 @@ size_t TransportStream::Parse(ByteSpan bytes, bool last) {
 }
 
 void TransportStream::OnTable(uint16_t pid, const SubTable& table) {
-    m_state.Take(pid, table, m_damage);
-    for (const uint16_t named : m_state.NamedPids()) {
-        m_tables.Open(named);
+    switch (table.tableId) {
+        case ASSOCIATION_TABLE:
+            TakeAssociation(table);
+            break;
+        case MAP_TABLE:
+            TakeMap(pid, table);
+            break;
+        case DESCRIPTION_TABLE:
+            TakeDescription(table);
+            break;
+        default:
+            m_applications[{pid, table.extension}] = {
+                table, std::make_shared<const ApplicationTable>(
+                           JoinApplicationSections(table, Coding(), m_damage))};
     }
     // A new name of a service changes no list.
-    m_handler({m_clock.seconds(), m_state.Services()},
+    m_handler({m_clock.seconds(), Services()},
               table.replaces && table.tableId != DESCRIPTION_TABLE);
+}
+
+void TransportStream::TakeAssociation(const SubTable& table) {
+    // A PAT lists all programs, so a program that it does not name has ended.
+    m_programs.clear();
+    for (const auto& section : table.sections) {
+        const auto part = ParseProgramAssociation(section);
+        if (part && m_programs.size() + part->size() <= MAX_SERVICES) {
+            m_programs.insert(m_programs.end(), part->begin(), part->end());
+            std::for_each(part->begin(), part->end(),
+                          [this](const ProgramReference& program) { m_tables.Open(program.pid); });
+        } else {
+            m_damage.Add(&Damage::malformedSections);
+        }
+    }
+}
+
+void TransportStream::TakeMap(uint16_t pid, const SubTable& table) {
+    for (const auto& section : table.sections) {
+        if (auto map = ParseProgramMap(section)) {
+            DetectIsdb(*map);
+            std::for_each(map->applicationPids.begin(), map->applicationPids.end(),
+                          [this](uint16_t named) { m_tables.Open(named); });
+            m_maps[{pid, map->number}] = std::move(*map);
+        } else {
+            m_damage.Add(&Damage::malformedSections);
+        }
+    }
+}
+
+// A short recording may contain a table before the map that implies the coding of its texts.
+void TransportStream::DetectIsdb(const ProgramMap& map) {
+    if (!map.isdb || m_isdb) {
+        return;
+    }
+    m_isdb = true;
+    for (auto& [key, decoded] : m_applications) {
+        Damage counted;
+        decoded.table = std::make_shared<const ApplicationTable>(
+            JoinApplicationSections(decoded.sent, Coding(), counted));
+    }
+}
+
+void TransportStream::TakeDescription(const SubTable& table) {
+    for (const auto& section : table.sections) {
+        const auto names = ParseServiceDescription(section);
+        if (!names) {
+            m_damage.Add(&Damage::malformedSections);
+            continue;
+        }
+        for (const ServiceName& name : *names) {
+            m_names[name.service] = {name.text.begin(), name.text.end()};
+        }
+    }
+}
+
+std::vector<BroadcastService> TransportStream::Services() const {
+    std::vector<BroadcastService> services;
+    for (const ProgramReference& program : m_programs) {
+        BroadcastService& service = services.emplace_back();
+        service.id = program.number;
+        AddTables(program, service);
+    }
+    NameServices(services);
+    return services;
+}
+
+void TransportStream::AddTables(const ProgramReference& program, BroadcastService& service) const {
+    const auto map = m_maps.find({program.pid, program.number});
+    // A service without a map is listed too, without tables.
+    if (map == m_maps.end()) {
+        return;
+    }
+    for (const uint16_t pid : map->second.applicationPids) {
+        // One PID may carry a table for each type, so the range covers every extension of the PID.
+        const auto end = m_applications.upper_bound({pid, std::numeric_limits<uint16_t>::max()});
+        for (auto table = m_applications.lower_bound({pid, 0}); table != end; ++table) {
+            service.tables.push_back(table->second.table);
+        }
+    }
+}
+
+// The service table contains no language, so the language of the application names is used.
+void TransportStream::NameServices(std::vector<BroadcastService>& services) const {
+    const bool japanese = std::any_of(services.begin(), services.end(), HasJapaneseNames);
+    for (BroadcastService& service : services) {
+        if (const auto name = m_names.find(service.id.value_or(0)); name != m_names.end()) {
+            const auto* bytes = reinterpret_cast<const uint8_t*>(name->second.data());
+            service.name =
+                DecodeText({bytes, name->second.size()},
+                           japanese && Coding() == TextCoding::Isdb ? "jpn" : "", Coding())
+                    .value_or("");
+        }
+    }
 }
 
 }  // namespace applist::sim

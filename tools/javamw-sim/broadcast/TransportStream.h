@@ -20,21 +20,16 @@ namespace applist::sim {
 /// Joins all sections of a table of applications. A section of a different table counts as damage.
 ApplicationTable JoinApplicationSections(const SubTable& table, TextCoding coding, Damage& damage);
 
-/// The state that results from the tables of a transport stream, taken in order. A section that is
-/// a different table counts as damage.
-class TransportState {
+/// Parses a transport stream with packets of any size (PacketReader.h): the Program Association
+/// Table, the Program Map Tables that it names, and the Application Information Tables that those
+/// name. Damaged parts are skipped and counted; so is a section that is a different table.
+class TransportStream : public BroadcastParser {
 public:
     /// Without a coding, texts are decoded as DVB text, unless a map describes its data services as
-    /// ISDB does.
-    explicit TransportState(std::optional<TextCoding> coding) : m_coding(coding) {}
+    /// ISDB does. damage must outlive the parser, which adds to it.
+    TransportStream(std::optional<TextCoding> coding, SnapshotHandler handler, Damage& damage);
 
-    void Take(uint16_t pid, const SubTable& table, Damage& damage);
-
-    /// Returns the services with their names and tables in the order of the stream.
-    std::vector<BroadcastService> Services() const;
-
-    /// Returns the PIDs of the maps and tables that the tables so far name.
-    std::vector<uint16_t> NamedPids() const;
+    size_t Parse(ByteSpan bytes, bool last) override;
 
 private:
     /// PID, and table id extension or program number.
@@ -44,10 +39,13 @@ private:
         std::shared_ptr<const ApplicationTable> table;
     };
 
-    void TakeAssociation(const SubTable& table, Damage& damage);
-    void TakeMap(uint16_t pid, const SubTable& table, Damage& damage);
-    void TakeDescription(const SubTable& table, Damage& damage);
+    void OnTable(uint16_t pid, const SubTable& table);
+    void TakeAssociation(const SubTable& table);
+    void TakeMap(uint16_t pid, const SubTable& table);
+    void TakeDescription(const SubTable& table);
     void DetectIsdb(const ProgramMap& map);
+    /// The services with their names and tables in the order of the stream.
+    std::vector<BroadcastService> Services() const;
     void AddTables(const ProgramReference& program, BroadcastService& service) const;
     void NameServices(std::vector<BroadcastService>& services) const;
     TextCoding Coding() const {
@@ -55,29 +53,13 @@ private:
     }
 
     std::optional<TextCoding> m_coding;
+    SnapshotHandler m_handler;
+    Damage& m_damage;
     bool m_isdb = false;
     std::vector<ProgramReference> m_programs;
     std::map<Key, ProgramMap> m_maps;
     std::map<uint16_t, std::string> m_names;  ///< By service, in the coding of the stream.
-    std::map<Key, Decoded> m_tables;
-};
-
-/// Parses a transport stream with packets of any size (PacketReader.h): the Program Association
-/// Table, the Program Map Tables that it names, and the Application Information Tables that those
-/// name. Damaged parts are skipped and counted.
-class TransportStream : public BroadcastParser {
-public:
-    /// damage must outlive the parser, which adds to it.
-    TransportStream(std::optional<TextCoding> coding, SnapshotHandler handler, Damage& damage);
-
-    size_t Parse(ByteSpan bytes, bool last) override;
-
-private:
-    void OnTable(uint16_t pid, const SubTable& table);
-
-    SnapshotHandler m_handler;
-    Damage& m_damage;
-    TransportState m_state;
+    std::map<Key, Decoded> m_applications;
     StreamClock m_clock;
     TableReader m_tables;
     PacketReader m_packets;
