@@ -45,6 +45,16 @@ TEST_F(TheClosingNote, DisappearsAtEachArrowKey) {
     }
 }
 
+// The key does not change the selection, but keeps the list open.
+TEST_F(TheClosingNote, DisappearsAtEachArrowKeyInAListOfOneRow) {
+    Fill(1);
+    for (const char* key : {"Up", "Down", "Left", "Right"}) {
+        Appear();
+        Type(key);
+        EXPECT_FALSE(IsShown()) << key;
+    }
+}
+
 // Such a key does not keep the list open.
 TEST_F(TheClosingNote, StaysAtAKeyWithoutAMeaning) {
     Fill(20);
