@@ -65,7 +65,7 @@ private:
     std::optional<PacketFormat> m_format;
     bool m_searching = false;
     uint64_t m_offset = 0;  ///< Of m_bytes in the stream.
-    size_t m_position = 0;  ///< Of the next packet in m_bytes, or behind them.
+    size_t m_position = 0;  ///< Of the next packet in m_bytes, or after them.
     ByteSpan m_bytes;       ///< Valid during Read().
     bool m_last = false;
 };

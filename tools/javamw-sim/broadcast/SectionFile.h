@@ -12,7 +12,7 @@
 
 namespace applist::sim {
 
-/// What a search for a section finds out; Unknown if it ends behind the bytes that are there.
+/// Whether a section was found; Unknown if more bytes are needed to decide.
 enum class Found { No, Yes, Unknown };
 
 /// Says whether bytes begin with a whole section whose CRC is correct. With last, nothing follows
