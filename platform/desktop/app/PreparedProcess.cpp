@@ -21,6 +21,7 @@
 #include "CallbackGuard.h"
 #include "app/ApplicationId.h"
 #include "app/Lifecycle.h"
+#include "app/SettingsWatch.h"
 #include "app/Surroundings.h"
 #include "launch/PreparedLaunch.h"
 #include "log/LogWriter.h"
@@ -168,6 +169,7 @@ bool PreparedProcess::AwaitRequest() {
     Ecore_Fd_Handler* handler =
         ecore_main_fd_handler_add(m_listener, ECORE_FD_READ, OnConnected, this, nullptr, nullptr);
     Ecore_Idle_Enterer* enterer = ecore_idle_enterer_add(OnBeforeWait, this);
+    const SettingsWatch settings([this] { CheckSurroundings(); });
     ecore_main_loop_begin();
     ecore_idle_enterer_del(enterer);
     ecore_main_fd_handler_del(handler);
