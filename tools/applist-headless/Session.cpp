@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <sstream>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -55,9 +56,9 @@ void Session::Start() {
 void Session::Take(const std::string& line, const std::string& place) {
     const auto parsed = ParseStatement(line);
     if (const auto* problem = std::get_if<Problem>(&parsed)) {
-        Complain({{}, place}, problem->text);
+        Complain({{}, line, place}, problem->text);
     } else if (const auto* statement = std::get_if<Statement>(&parsed)) {
-        m_steps.push_back({*statement, place});
+        m_steps.push_back({*statement, line, place});
         RunSteps();
     }
 }
@@ -172,8 +173,10 @@ void Session::Await(const Step& step) {
     m_awaited = step;
     // Real time, unlike Wait(): the condition depends on traffic of other processes.
     m_awaitTimer.emplace(m_options.awaitSeconds, [this] {
-        Complain(*m_awaited,
-                 "this was not so within " + std::to_string(m_options.awaitSeconds) + " s");
+        std::ostringstream problem;
+        problem << "'" << m_awaited->line << "' was not reached within " << m_options.awaitSeconds
+                << " s";
+        Complain(*m_awaited, problem.str());
         Finish(NOT_REACHED);
     });
 }

@@ -23,7 +23,7 @@ class Session {
 public:
     struct Options {
         /// The time limit of "await".
-        double awaitSeconds = 10;
+        double awaitSeconds = 0;
         /// End with the application instead of the input.
         bool once = false;
     };
@@ -42,6 +42,7 @@ public:
 private:
     struct Step {
         Statement statement;
+        std::string line;
         std::string place;
     };
 

@@ -119,15 +119,16 @@ std::string Check(const Program& program, const Command& command, const Argument
         return std::any_of(options.begin(), options.end(),
                            [&](const Option& option) { return option.name == name; });
     };
+    const std::string& subject = command.name.empty() ? program.name : command.name;
     for (const auto& [name, values] : given.options()) {
         if (!isAmong(command.options, name) && !isAmong(program.options, name)) {
-            return command.name + " takes no option --" + name;
+            return subject + " takes no option --" + name;
         }
     }
     const auto [least, most] = Numbers(command.words);
     const size_t count = given.words().size();
     if (count < least || count > most) {
-        return command.name + " takes " + (most == 0 ? "no arguments" : command.words);
+        return subject + " takes " + (most == 0 ? "no arguments" : command.words);
     }
     return {};
 }
@@ -137,7 +138,7 @@ int Print(const std::string& text) {
 }
 
 int RunCommand(const Program& program, const Command& command, Arguments& given) {
-    given.TakeName(program.name + ' ' + command.name, WordsOf(command.name).size());
+    given.TakeName(CallOf(program, command), WordsOf(command.name).size());
     // Ahead of the check, because help is asked for without the arguments.
     if (given.Has("help")) {
         return Print(CommandHelp(program, command));
@@ -152,7 +153,7 @@ int RefuseUnread(const Program& program, const Words& words, const std::string& 
     given.TakeName(program.name, 0);
     for (auto word = words.begin(); word != words.end(); ++word) {
         if (const Command* command = FindCommand(program, {word, words.end()})) {
-            given.TakeName(program.name + ' ' + command->name, 0);
+            given.TakeName(CallOf(program, *command), 0);
             break;
         }
     }
@@ -187,6 +188,10 @@ const Option* Options::Find(const std::string& word) const {
 Words WordsOf(const std::string& text) {
     std::istringstream stream(text);
     return {std::istream_iterator<std::string>(stream), {}};
+}
+
+std::string CallOf(const Program& program, const Command& command) {
+    return command.name.empty() ? program.name : program.name + ' ' + command.name;
 }
 
 const Command* FindCommand(const Program& program, const Words& words) {
@@ -229,7 +234,8 @@ int RunProgram(const Program& program, std::vector<std::string> words) {
         return Print(text);
     }
     // "help" and "help COMMAND" mean "--help" and "COMMAND --help".
-    if (!words.empty() && words.front() == "help") {
+    const bool hasCommands = FindCommand(program, {}) == nullptr;
+    if (hasCommands && !words.empty() && words.front() == "help") {
         words.front() = "--help";
     }
     Reader reader(program);
@@ -241,7 +247,7 @@ int RunProgram(const Program& program, std::vector<std::string> words) {
     if (given.Has("version")) {
         return Print(program.name + ' ' + program.version + '\n');
     }
-    if (given.words().empty() && given.Has("help")) {
+    if (hasCommands && given.words().empty() && given.Has("help")) {
         return Print(ProgramHelp(program));
     }
     if (Command const* command = FindCommand(program, given.words())) {

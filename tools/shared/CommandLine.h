@@ -30,8 +30,7 @@ public:
         m_options[name].push_back(value);
     }
     void AddWord(const std::string& word) { m_words.push_back(word); }
-    /// Removes the name of the command, its first words. usage begins the name of the program and
-    /// of the command.
+    /// Removes the name of the command, its first words. usage is CallOf() the command.
     void TakeName(const std::string& usage, size_t words);
 
     bool Has(const std::string& name) const { return m_options.count(name) > 0; }
@@ -55,7 +54,8 @@ private:
     std::string m_usage;
 };
 
-/// A command. Its name has one or two words: "serve", "factory get".
+/// A command. Its name has one or two words: "serve", "factory get". The only command of a program
+/// without commands has an empty name.
 struct Command {
     std::string name;
     /// Arguments for the help: "FUNCTION [ARG...]"; empty if none. Their number is checked before
@@ -98,6 +98,9 @@ private:
 
 /// Returns the words of text, which blanks separate.
 std::vector<std::string> WordsOf(const std::string& text);
+
+/// Returns the words that run a command: "platformctl factory get".
+std::string CallOf(const Program& program, const Command& command);
 
 /// Returns the command whose name begins words, or nullptr.
 const Command* FindCommand(const Program& program, const std::vector<std::string>& words);

@@ -80,7 +80,8 @@ Words OptionNames(const Program& program, const Command* command, const std::str
     const auto add = [&](const Option& option) { lines.Add("--" + option.name, option.help); };
     if (command != nullptr) {
         std::for_each(command->options.begin(), command->options.end(), add);
-    } else {
+    }
+    if (command == nullptr || command->name.empty()) {
         add(VersionOption());
     }
     std::for_each(program.options.begin(), program.options.end(), add);

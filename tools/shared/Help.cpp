@@ -92,9 +92,12 @@ std::string CommandHelp(const Program& program, const Command& command) {
     std::vector<Option> options = command.options;
     options.insert(options.end(), program.options.begin(), program.options.end());
     options.push_back(HelpOption());
-    return "Usage: " + program.name + ' ' + Joined(command.name + " [OPTION...]", command.words) +
-           "\n\n" + command.summary + ".\n\nOptions:\n" + OptionColumns(options) + "\n" +
-           command.details + (command.details.empty() ? "" : "\n") + program.exitCodes;
+    if (command.name.empty()) {
+        options.push_back(VersionOption());
+    }
+    return "Usage: " + Joined(CallOf(program, command) + " [OPTION...]", command.words) + "\n\n" +
+           command.summary + ".\n\nOptions:\n" + OptionColumns(options) + "\n" + command.details +
+           (command.details.empty() ? "" : "\n") + program.exitCodes;
 }
 
 std::string Suggestion(const std::string& word, const std::vector<std::string>& known) {

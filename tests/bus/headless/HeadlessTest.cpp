@@ -123,7 +123,7 @@ TEST_F(Headless, ReportsStatementsAfterItsEnd) {
 
 TEST_F(Headless, FailsWhenAnAwaitTimesOut) {
     EXPECT_EQ(Run("await items 1\nstate\n", {"--timeout=0.05"}), 1);
-    EXPECT_THAT(m_errors, HasSubstr("lines:1: this was not so within 0.05"));
+    EXPECT_THAT(m_errors, HasSubstr("lines:1: 'await items 1' was not reached within 0.05 s\n"));
     EXPECT_EQ(m_output, "");
 }
 

@@ -24,10 +24,11 @@ class CommandLine : public testing::Test {
 protected:
     CommandLine() { s_given = {}; }
 
-    Outcome Run(const Words& words) {
+    Outcome Run(const Words& words) { return Run(PROGRAM, words); }
+    static Outcome Run(const Program& program, const Words& words) {
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        const int status = RunProgram(PROGRAM, words);
+        const int status = RunProgram(program, words);
         return {status, testing::internal::GetCapturedStdout(),
                 testing::internal::GetCapturedStderr()};
     }
@@ -142,6 +143,26 @@ TEST_F(CommandLine, PrintsHelpAndVersionWithoutRunningTheCommand) {
               "Usage: tool item add [OPTION...] ID...\n\nAdd.\n\nOptions:\n"
               "  -j, --json  Print JSON\n  -h, --help  Print the help\n\nExit status: 0\n");
     EXPECT_EQ(Run({"help"}).status, 0);
+}
+
+TEST_F(CommandLine, NeedsNoCommandIfTheProgramHasOne) {
+    const Program program{.name = "show",
+                          .version = "1.2",
+                          .purpose = "",
+                          .options = {{"json", 'j', "", "Print JSON"}},
+                          .commands = {{"", "[FILE]", "Show a file", {}, "", &Keep}},
+                          .exitCodes = "Exit status: 0\n",
+                          .values = {}};
+    EXPECT_EQ(Run(program, {}).status, 7);
+    EXPECT_EQ(Run(program, {"-j", "help"}).status, 7);
+    EXPECT_THAT(s_given.words(), ElementsAre("help"));
+    EXPECT_EQ(Run(program, {"help"}).status, 7);
+    EXPECT_EQ(Run(program, {"a", "b"}).errors, "show: show takes [FILE]; see show --help\n");
+    EXPECT_EQ(Run(program, {"a", "-x"}).errors, "show: unknown option -x; see show --help\n");
+    EXPECT_EQ(Run(program, {"--help"}).output,
+              "Usage: show [OPTION...] [FILE]\n\nShow a file.\n\nOptions:\n"
+              "  -j, --json     Print JSON\n  -h, --help     Print the help\n"
+              "      --version  Print the version\n\nExit status: 0\n");
 }
 
 }  // namespace

@@ -16,8 +16,10 @@ namespace {
 
 using test::BuiltProgram;
 using test::ChildProcess;
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 
@@ -90,6 +92,10 @@ TEST(Completion, OfTheToolsComesFromTheProgram) {
     ChildProcess platformctl({BuiltProgram("platformctl"), "--complete", "region", "u"});
     EXPECT_EQ(platformctl.WaitForExit(), 0);
     EXPECT_EQ(platformctl.Output(), "uruguay\n");
+    ChildProcess headless({BuiltProgram("applist-headless"), "--complete", "--"});
+    EXPECT_EQ(headless.WaitForExit(), 0);
+    EXPECT_THAT(headless.Output(),
+                AllOf(HasSubstr("--timeout\tTime limit"), HasSubstr("--version")));
 }
 
 /// Runs a script of a shell with the file of its completion and the words of a command line.
@@ -155,6 +161,7 @@ TEST_F(Shells, BashOffersFiles) {
     const auto offered = ElementsAre(Script("bash-completion/completions/javamw-sim"));
     EXPECT_THAT(Bash("javamw-sim", {"run", file}), offered);
     EXPECT_THAT(Bash("javamw-sim", {"serve", "-i", file}), offered);
+    EXPECT_THAT(Bash("applist-headless", {"--once", file}), offered);
     EXPECT_THAT(Bash("javamw-sim", {"serve", "--items", "=", file}), offered);
 }
 

@@ -3,6 +3,7 @@
 //
 // applist-headless: the application without a screen, for the tests of a middleware.
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -18,22 +19,22 @@
 #include "Lines.h"
 #include "Session.h"
 #include "log/LogWriter.h"
+#include "shared/CommandLine.h"
 
+namespace applist::headless {
 namespace {
 
-using namespace applist::headless;
-
+constexpr const char* DEFAULT_TIMEOUT = "10";
 constexpr double LONGEST_TIMEOUT = 86400;
 
 struct Options {
-    std::string file = "-";
-    std::string address;
+    std::string file;
     Session::Options session;
 };
 
-constexpr const char* DESCRIPTION =
+constexpr const char* SUMMARY =
     "The application without a screen, for tests of a middleware: its list, its\n"
-    "protocol and its keys, driven by lines of FILE or of standard input.";
+    "protocol and its keys, driven by lines of FILE or of standard input";
 
 constexpr const char* STATEMENTS =
     "Statements, one on each line:\n"
@@ -43,52 +44,19 @@ constexpr const char* STATEMENTS =
     "  second start     start the program again, which closes the list\n"
     "  die              end without notice, as after a crash\n"
     "  await connected | disconnected | ended | items N | item ID | selected ID\n"
-    "  state            print the state as a line of JSON\n\n"
+    "  state            print the state as a line of JSON\n";
+
+constexpr const char* EXIT_CODES =
     "Exit status: 0 end of the input, 1 an await timed out or writing failed,\n"
     "2 wrong usage or a wrong line, 3 the system bus cannot be used.\n";
 
-int Refuse(const std::string& problem) {
-    static_cast<void>(std::fprintf(stderr, "applist-headless: %s; see applist-headless --help\n",
-                                   problem.c_str()));
-    return WRONG_INPUT;
-}
-
-/// Returns the exit status if the program ends here.
-std::optional<int> ParseOptions(int argc, char** argv, Options& options) {
-    g_autofree char* address = nullptr;
-    gboolean version = FALSE;
-    gboolean once = FALSE;
-    const GOptionEntry entries[] = {
-        {"address", 'a', 0, G_OPTION_ARG_STRING, &address,
-         "Address of the bus; default: the system bus", "ADDRESS"},
-        {"timeout", 't', 0, G_OPTION_ARG_DOUBLE, &options.session.awaitSeconds,
-         "Time limit of 'await'; default: 10", "SECONDS"},
-        {"once", '\0', 0, G_OPTION_ARG_NONE, &once, "End with the application, not with the input",
-         nullptr},
-        {"version", '\0', 0, G_OPTION_ARG_NONE, &version, "Print the version and stop", nullptr},
-        {}};
-    g_autoptr(GOptionContext) context = g_option_context_new("[FILE]");
-    g_option_context_add_main_entries(context, entries, nullptr);
-    g_option_context_set_summary(context, DESCRIPTION);
-    g_option_context_set_description(context, STATEMENTS);
-    g_autoptr(GError) error = nullptr;
-    if (g_option_context_parse(context, &argc, &argv, &error) == FALSE) {
-        return Refuse(error->message);
-    }
-    if (version != FALSE) {
-        std::puts("applist-headless " APPLIST_VERSION);
-        return DONE;
-    }
-    if (argc > 2) {
-        return Refuse(std::string("one FILE at most, not also '") + argv[2] + "'");
-    }
-    if (!(options.session.awaitSeconds > 0 && options.session.awaitSeconds <= LONGEST_TIMEOUT)) {
-        return Refuse("--timeout takes a number of seconds up to a day");
-    }
-    options.session.once = once != FALSE;
-    options.file = argc == 2 ? argv[1] : "-";
-    options.address = address != nullptr ? address : "";
-    return std::nullopt;
+/// Returns the value of --timeout, or nothing if it is not a number of the allowed range.
+std::optional<double> Timeout(const std::string& text) {
+    double seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber && seconds > 0 && seconds <= LONGEST_TIMEOUT ? std::optional(seconds)
+                                                                 : std::nullopt;
 }
 
 /// Returns the input, or -1 after a message.
@@ -133,18 +101,45 @@ int RunInput(int fd, const Options& options) {
     return status;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(const tools::Arguments& given) {
+    const auto timeout = Timeout(given.Value("timeout", DEFAULT_TIMEOUT));
+    if (!timeout) {
+        return given.Refuse("--timeout takes a number of seconds up to a day");
+    }
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-    Options options;
-    if (const auto status = ParseOptions(argc, argv, options)) {
-        return *status;
+    desktop::TakeGlibMessages();
+    if (given.Has("address")) {
+        setenv("DBUS_SYSTEM_BUS_ADDRESS", given.Value("address").c_str(), 1);
     }
-    applist::desktop::TakeGlibMessages();
-    if (!options.address.empty()) {
-        setenv("DBUS_SYSTEM_BUS_ADDRESS", options.address.c_str(), 1);
-    }
+    const Options options{.file = given.words().empty() ? "-" : given.words().front(),
+                          .session = {.awaitSeconds = *timeout, .once = given.Has("once")}};
     const int fd = OpenInput(options.file);
     return fd < 0 ? WRONG_INPUT : RunInput(fd, options);
 }
+
+}  // namespace
+}  // namespace applist::headless
+
+namespace applist::tools {
+
+const Program& TheProgram() {
+    static const Program PROGRAM{
+        .name = "applist-headless",
+        .version = APPLIST_VERSION,
+        .purpose = "",
+        .options = {{"address", 'a', "ADDRESS", "Address of the bus; default: the system bus"},
+                    {"timeout", 't', "SECONDS",
+                     std::string("Time limit of \"await\"; default: ") + headless::DEFAULT_TIMEOUT},
+                    {"once", '\0', "", "End with the application, not with the input"}},
+        .commands = {{.name = "",
+                      .words = "[FILE]",
+                      .summary = headless::SUMMARY,
+                      .options = {},
+                      .details = headless::STATEMENTS,
+                      .run = headless::Run}},
+        .exitCodes = headless::EXIT_CODES,
+        .values = {{"FILE", {}}}};
+    return PROGRAM;
+}
+
+}  // namespace applist::tools
