@@ -54,7 +54,7 @@ function(applist_add_test name)
     # variables. Therefore env sets the variables and then runs the test. The sanitizers also check
     # the programs that a test starts, so these do not wait a second for other threads at their end.
     set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR
-        "/usr/bin/env;APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp:atexit_sleep_ms=0;${arg_ENVIRONMENT}")
+        "/usr/bin/env;APPLIST_BIN=${CMAKE_RUNTIME_OUTPUT_DIRECTORY};APPLIST_SOURCE=${PROJECT_SOURCE_DIR};LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp:atexit_sleep_ms=0;${arg_ENVIRONMENT};${CMAKE_CROSSCOMPILING_EMULATOR}")
     include(GoogleTest)
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
