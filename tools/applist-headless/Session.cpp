@@ -11,6 +11,7 @@
 
 #include "VirtualEcore.h"
 #include "shared/Json.h"
+#include "shared/Output.h"
 
 namespace applist::headless {
 namespace {
@@ -225,8 +226,7 @@ void Session::PrintState() {
     state["calls"] = counts.calls;
     state["events"] = counts.events;
     state["time"] = m_time;
-    const std::string line = tools::JsonLine(state) + "\n";
-    if (std::fputs(line.c_str(), stdout) < 0 || std::fflush(stdout) != 0) {
+    if (!tools::WriteLine(tools::JsonLine(state))) {
         static_cast<void>(std::fputs("applist-headless: cannot write the state\n", stderr));
         Finish(NOT_REACHED);
     }
