@@ -88,16 +88,14 @@ void SpeechService::Serve(const std::stop_token& stop) {
 // Returns false to close the connection.
 bool SpeechService::Take(int client, const std::string& line) {
     if (m_manner == Manner::HANGS) {
-        Record(line);
+        Record(line, -1, {});
     } else if (m_inText && line == ".") {
         m_inText = false;
-        Reply(client, "225-21\r\n225 OK MESSAGE QUEUED");
-        Record(SAY + m_text);
+        Record(SAY + m_text, client, "225-21\r\n225 OK MESSAGE QUEUED");
     } else if (m_inText) {
         m_text = line.starts_with('.') ? line.substr(1) : line;
     } else if (line != "SPEAK") {
-        Reply(client, "210 OK");
-        Record(line);
+        Record(line, client, "210 OK");
     } else if (m_manner == Manner::DIES) {
         return false;
     } else if (m_manner == Manner::REFUSES) {
@@ -109,8 +107,12 @@ bool SpeechService::Take(int client, const std::string& line) {
     return true;
 }
 
-void SpeechService::Record(const std::string& entry) {
+// A client that has the reply sees the entry, and the other way round.
+void SpeechService::Record(const std::string& entry, int client, const std::string& reply) {
     const std::lock_guard lock(m_mutex);
+    if (client >= 0) {
+        Reply(client, reply);
+    }
     m_received.push_back(entry);
     m_changed.notify_all();
 }

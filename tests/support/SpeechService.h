@@ -51,7 +51,7 @@ public:
 private:
     void Serve(const std::stop_token& stop);
     bool Take(int client, const std::string& line);
-    void Record(const std::string& entry);
+    void Record(const std::string& entry, int client, const std::string& reply);
 
     std::filesystem::path m_path;
     Manner m_manner;

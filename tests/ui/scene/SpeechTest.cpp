@@ -103,7 +103,7 @@ TEST_F(TheSpeech, TakesEffectWhileTheListIsOpen) {
     Fill(8);
     Type("Down");
     Set(true);
-    Draw();
+    EXPECT_TRUE(HeadlessToolkit::RunUntil([] { return Calls().size() == 3; }));
     EXPECT_THAT(Calls(), ElementsAre("open en", "stop", "say Data services. Row 2, 2 of 8"));
     VoiceCalls().clear();
     Set(false);
