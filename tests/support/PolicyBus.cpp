@@ -54,44 +54,35 @@ size_t CountDenials(const std::string& log, const std::string& sender) {
     return count;
 }
 
-void MakeReachable(const std::string& path, fs::perms permissions) {
-    fs::permissions(path, permissions);
+// A policy that denies names and calls and allows what is needed to be on the bus. What is true of
+// signals and received messages follows.
+std::string RulesWith(const std::string& rules) {
+    return R"(
+    <allow user="*"/>
+    <deny own="*"/>
+    <deny send_type="method_call"/>
+    <allow send_requested_reply="true" send_type="method_return"/>
+    <allow send_requested_reply="true" send_type="error"/>
+    <allow receive_type="method_return"/>
+    <allow receive_type="error"/>
+    <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
+)" + rules;
 }
-
-constexpr fs::perms EVERYBODY_ENTERS = fs::perms::owner_all | fs::perms::group_read |
-                                       fs::perms::group_exec | fs::perms::others_read |
-                                       fs::perms::others_exec;
 
 }  // namespace
 
-const std::string PolicyBus::USUAL_RULES = R"(
-    <allow user="*"/>
-    <deny own="*"/>
-    <deny send_type="method_call"/>
+const std::string PolicyBus::USUAL_RULES = RulesWith(R"(
     <allow send_type="signal"/>
-    <allow send_requested_reply="true" send_type="method_return"/>
-    <allow send_requested_reply="true" send_type="error"/>
     <allow receive_type="method_call"/>
-    <allow receive_type="method_return"/>
-    <allow receive_type="error"/>
     <allow receive_type="signal"/>
-    <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
-)";
+)");
 
-const std::string PolicyBus::CLOSED_RULES = R"(
-    <allow user="*"/>
-    <deny own="*"/>
-    <deny send_type="method_call"/>
+const std::string PolicyBus::CLOSED_RULES = RulesWith(R"(
     <deny send_type="signal"/>
-    <allow send_requested_reply="true" send_type="method_return"/>
-    <allow send_requested_reply="true" send_type="error"/>
     <deny receive_type="method_call"/>
     <deny receive_type="signal"/>
-    <allow receive_type="method_return"/>
-    <allow receive_type="error"/>
     <allow receive_type="signal" receive_sender="org.freedesktop.DBus"/>
-    <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
-)";
+)");
 
 const std::string PolicyBus::OPEN_RULES = R"(
     <allow user="*"/>
@@ -102,7 +93,7 @@ const std::string PolicyBus::OPEN_RULES = R"(
 )";
 
 PolicyBus::PolicyBus(Daemon daemon, const std::string& rules, const std::string& policyFile) {
-    MakeReachable(m_folder.path(), EVERYBODY_ENTERS);
+    fs::permissions(m_folder.path(), static_cast<fs::perms>(0755));
     fs::create_directory(Path("built"));
     fs::create_directory(Path("tests"));
     WriteAccounts();
@@ -162,7 +153,7 @@ void PolicyBus::StartBroker() {
          "--setenv=" + std::string(ADDRESS_VARIABLE) + "=unix:path=" + Path("bus"),
          "dbus-broker-launch", "--scope", "system", "--config-file=" + Path("bus.conf")}));
     EXPECT_TRUE(m_daemon->WaitForText("Listening on")) << "dbus-broker: " << m_daemon->Errors();
-    MakeReachable(Path("bus"), fs::perms::all);
+    fs::permissions(Path("bus"), fs::perms::all);
 }
 
 std::unique_ptr<ChildProcess> PolicyBus::Start(const User& user,

@@ -96,12 +96,13 @@ TEST_F(Commands, ServeReplacesWhatAnotherLeftInTheList) {
     Interrupt(*serve);
 }
 
-TEST_F(Commands, ServeOffersASampleWithoutAnyFile) {
+TEST_F(Commands, ServeOffersASampleWithoutAnyFileUntilATerminationSignal) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve"});
     EXPECT_TRUE(serve->WaitForText("filled"));
     EXPECT_THAT(Call({"GetAllItems"}), HasSubstr("\tMeteo\n"));
-    Interrupt(*serve);
+    serve->Signal(SIGTERM);
+    EXPECT_EQ(serve->WaitForExit(), SUCCESS);
 }
 
 TEST_F(Commands, ServeOffersTheApplicationsOfABroadcast) {
@@ -243,14 +244,6 @@ TEST_F(Commands, StopWhenTheBusIsGone) {
     m_set.bus().Stop();
     EXPECT_EQ(watch->WaitForExit(), NO_BUS);
     EXPECT_EQ(watch->Errors(), "javamw-sim: the bus closed the connection\n");
-}
-
-TEST_F(Commands, StopOnATerminationSignalToo) {
-    const auto list = m_set.StartList();
-    const auto serve = m_set.Start({"serve"});
-    ASSERT_TRUE(serve->WaitForText("filled"));
-    serve->Signal(SIGTERM);
-    EXPECT_EQ(serve->WaitForExit(), SUCCESS);
 }
 
 // The application has not replied yet, so the call counts as failed.

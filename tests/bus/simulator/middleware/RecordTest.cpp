@@ -68,11 +68,6 @@ TEST_F(Record, WritesTheMessagesOfOtherPrograms) {
     const std::string file = m_set.Path("session.jsonl");
     RecordAnAddedItem(file);
     EXPECT_EQ(CallsOf(file), ONE_CALL);
-}
-
-TEST_F(Record, WritesTheHandshakeAndTheEndOfConnections) {
-    const std::string file = m_set.Path("session.jsonl");
-    RecordAnAddedItem(file);
     std::vector<std::string> texts;
     const auto recording = sim::LoadRecording(file);
     ASSERT_TRUE(recording) << recording.error();

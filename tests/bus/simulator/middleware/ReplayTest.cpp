@@ -67,26 +67,18 @@ TEST_F(Replay, PrintsDifferentMessagesOfTheApplication) {
 TEST_F(Replay, PrintsAMissingEvent) {
     const std::string file =
         Changed("\"bytes\":\"01000000\",\"note\":\"event 1", "\"bytes\":\"03000000\",\"note\":\"");
-    const auto list = m_set.StartList();
-    EXPECT_EQ(m_set.Run({"replay", "--speed=max", file}), FAILED);
-    EXPECT_THAT(m_set.output(), HasSubstr(": application signal event 3 ItemClicked\n"
-                                          "+ this time: application signal event 1 ItemChanged\n"
-                                          "2 differences\n"));
-}
-
-TEST_F(Replay, PrintsDifferencesForMachines) {
-    const std::string file =
-        Changed("\"bytes\":\"01000000\",\"note\":\"event 1", "\"bytes\":\"03000000\",\"note\":\"");
+    {
+        const auto list = m_set.StartList();
+        EXPECT_EQ(m_set.Run({"replay", "--speed=max", file}), FAILED);
+        EXPECT_THAT(m_set.output(),
+                    HasSubstr(": application signal event 3 ItemClicked\n"
+                              "+ this time: application signal event 1 ItemChanged\n"
+                              "2 differences\n"));
+    }
     const auto list = m_set.StartList();
     EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", file}), FAILED);
-    EXPECT_THAT(m_set.output(),
-                StartsWith("{\"type\":\"difference\",\"number\":1,\"recording\":\"first\","
-                           "\"file\":\"" +
-                           file + "\",\"line\":"));
+    EXPECT_THAT(m_set.output(), StartsWith("{\"type\":\"difference\",\"number\":1,"));
     EXPECT_THAT(m_set.output(), HasSubstr("\"note\":\"application signal event 3 ItemClicked\""));
-    EXPECT_EQ(m_set.Run({"replay", "--speed=max", "--json", "--address=" + m_set.bus().Address(),
-                         m_recording}),
-              FAILED);
 }
 
 TEST_F(Replay, TimesOutWaitingForActionsOfTheViewer) {

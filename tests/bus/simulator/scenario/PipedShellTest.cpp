@@ -18,14 +18,30 @@ using testing::MatchesRegex;
 /// The shell with input from a pipe.
 class PipedShell : public testing::Test {
 protected:
+    // Starts the shell with these lines as its input.
+    Simulation::Process Start(const std::string& lines, const std::string& options = "") {
+        return std::make_unique<ChildProcess>(
+            std::vector<std::string>{"sh", "-c",
+                                     "exec " + BuiltProgram("javamw-sim") + " shell " + options +
+                                         " <'" + m_set.File("lines", lines) + "'"},
+            m_set.bus().Environment());
+    }
     int Feed(const std::string& lines, const std::string& options = "") {
-        ChildProcess shell({"sh", "-c",
-                            BuiltProgram("javamw-sim") + " shell " + options + " <'" +
-                                m_set.File("lines", lines) + "'"},
-                           m_set.bus().Environment());
-        const int status = shell.WaitForExit().value_or(-1);
-        m_output = shell.Output();
-        m_errors = shell.Errors();
+        const auto shell = Start(lines, options);
+        const int status = shell->WaitForExit().value_or(-1);
+        m_output = shell->Output();
+        m_errors = shell->Errors();
+        return status;
+    }
+    // Like Feed(), with an application that answers the handshake but has no object, so that each
+    // call to it fails.
+    int FeedWithoutAnObject(const std::string& lines) {
+        ScriptedPeer application = m_set.ConnectApplication();
+        const auto shell = Start(lines);
+        EXPECT_TRUE(application.AwaitHeard(1));
+        application.Announce("_SERVICE_SYN_ACK");
+        const int status = shell->WaitForExit().value_or(-1);
+        m_errors = shell->Errors();
         return status;
     }
 
@@ -85,34 +101,15 @@ TEST_F(PipedShell, EndsAtALineThatIsNotAStatement) {
     EXPECT_EQ(m_errors, "javamw-sim: line 1: unknown statement or command 'dancing'\n");
 }
 
-// Every call to an application without an object fails.
 TEST_F(PipedShell, AcceptsAnErrorOnlyIfTheNextLineExpectsIt) {
-    for (const bool expected : {true, false}) {
-        ScriptedPeer application = m_set.ConnectApplication();
-        const std::string lines = m_set.File(
-            "lines", std::string("wait connected\ncall GetSelection\n") +
-                         (expected ? "expect error\nnote so\n" : "note so\nexpect error\n"));
-        ChildProcess shell({"sh", "-c", BuiltProgram("javamw-sim") + " shell <'" + lines + "'"},
-                           m_set.bus().Environment());
-        ASSERT_TRUE(application.AwaitHeard(1));
-        application.Announce("_SERVICE_SYN_ACK");
-        EXPECT_EQ(shell.WaitForExit(), expected ? SUCCESS : FAILED) << shell.Errors();
-        EXPECT_THAT(shell.Errors(),
-                    expected ? MatchesRegex("")
-                             : MatchesRegex("javamw-sim: line 2: GetSelection failed: [^\n]+\n"));
-    }
-}
-
-TEST_F(PipedShell, NamesTheLastLineWhenThatFails) {
-    ScriptedPeer application = m_set.ConnectApplication();
-    ChildProcess shell(
-        {"sh", "-c",
-         "printf 'wait connected\ncall GetSelection' | " + BuiltProgram("javamw-sim") + " shell"},
-        m_set.bus().Environment());
-    ASSERT_TRUE(application.AwaitHeard(1));
-    application.Announce("_SERVICE_SYN_ACK");
-    EXPECT_EQ(shell.WaitForExit(), FAILED);
-    EXPECT_THAT(shell.Errors(), MatchesRegex("javamw-sim: line 2: GetSelection failed: [^\n]+\n"));
+    const std::string call = "wait connected\ncall GetSelection";
+    EXPECT_EQ(FeedWithoutAnObject(call + "\nexpect error\nnote so\n"), SUCCESS) << m_errors;
+    EXPECT_EQ(m_errors, "");
+    const auto named = MatchesRegex("javamw-sim: line 2: GetSelection failed: [^\n]+\n");
+    EXPECT_EQ(FeedWithoutAnObject(call + "\nnote so\nexpect error\n"), FAILED);
+    EXPECT_THAT(m_errors, named);
+    EXPECT_EQ(FeedWithoutAnObject(call), FAILED);
+    EXPECT_THAT(m_errors, named);
 }
 
 TEST_F(PipedShell, ReportsThatItCannotReachTheBus) {
@@ -133,14 +130,11 @@ TEST_F(PipedShell, PrintsTheViewersChoice) {
         "expect event ItemSelected\ncall GetSelection\nexpect event ItemClicked within 1min\n";
     for (const bool json : {false, true}) {
         const auto list = m_set.StartList();
-        ChildProcess shell({"sh", "-c",
-                            BuiltProgram("javamw-sim") + " shell " + (json ? "--json" : "") +
-                                " <'" + m_set.File("lines", lines) + "'"},
-                           m_set.bus().Environment());
-        ASSERT_TRUE(shell.WaitForText("Weather"));
+        const auto shell = Start(lines, json ? "--json" : "");
+        ASSERT_TRUE(shell->WaitForText("Weather"));
         list->Type("ok");
-        EXPECT_EQ(shell.WaitForExit(), SUCCESS) << shell.Errors();
-        EXPECT_THAT(shell.Output(),
+        EXPECT_EQ(shell->WaitForExit(), SUCCESS) << shell->Errors();
+        EXPECT_THAT(shell->Output(),
                     HasSubstr(json ? R"("name":"ItemClicked","selection":{"id":"w1",)"
                                    : "middleware: event 3 ItemClicked chose w1\tWeather\n"));
     }

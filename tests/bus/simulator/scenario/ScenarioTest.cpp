@@ -87,20 +87,15 @@ TEST_F(Scenario, ContinuesAfterAFailureWhenAsked) {
 TEST_F(Scenario, RunsNothingIfAnyFileHasAnError) {
     const std::string good = m_set.File("good", "wait 1ms\n");
     const std::string bad = m_set.File("bad", "clear\nadd a\n\nwait long\n");
-    const auto run = Start({good, bad, m_set.File("ugly", "\x01")});
+    const auto run = Start({good, bad, m_set.Path("none"), m_set.File("ugly", "\x01")});
     EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
     EXPECT_EQ(run->Output(), "");
     EXPECT_EQ(WithoutFolder(run->Errors()),
               "javamw-sim: bad:2:5: 'a' lacks an unquoted '=' between id and name\n"
               "javamw-sim: bad:4:6: a time must have the form 200ms, 5s or 1min, up to a day, not "
               "'long'\n"
+              "javamw-sim: none: no such file\n"
               "javamw-sim: ugly:1:1: control byte; write it as \\xHH in quotes\n");
-}
-
-TEST_F(Scenario, RefusesAFileThatCannotBeRead) {
-    const auto run = Start({m_set.Path("none")});
-    EXPECT_EQ(run->WaitForExit(), WRONG_USAGE);
-    EXPECT_EQ(WithoutFolder(run->Errors()), "javamw-sim: none: no such file\n");
 }
 
 TEST_F(Scenario, IsOnlyCheckedWhenAsked) {
