@@ -23,11 +23,6 @@ struct GVariantUnref {
 };
 using GVariantPtr = std::unique_ptr<GVariant, GVariantUnref>;
 
-struct GNodeInfoUnref {
-    void operator()(GDBusNodeInfo* info) const { g_dbus_node_info_unref(info); }
-};
-using GNodeInfoPtr = std::unique_ptr<GDBusNodeInfo, GNodeInfoUnref>;
-
 /// Returns the text of an error and frees it. REQUIRES: error is not null.
 inline std::string TakeMessage(GError* error) {
     g_dbus_error_strip_remote_error(error);

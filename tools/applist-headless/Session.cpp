@@ -3,6 +3,8 @@
 #include "Session.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <sstream>
 #include <utility>
@@ -10,7 +12,6 @@
 #include <nlohmann/json.hpp>
 
 #include "VirtualEcore.h"
-#include "shared/Json.h"
 #include "shared/Output.h"
 
 namespace applist::headless {
@@ -20,6 +21,10 @@ using tools::Json;
 
 // The time for which the program answers calls after its window is gone.
 constexpr double LEAVE_SECONDS = 0.5;
+
+std::chrono::milliseconds Milliseconds(double seconds) {
+    return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000));
+}
 
 Json OrNull(const std::string& text) {
     return text.empty() ? Json(nullptr) : Json(text);
@@ -133,7 +138,7 @@ void Session::Drive(const Step& step) {
     if (m_life && m_life->EndAsked() && !wasLeaving) {
         m_reason = ReasonOf(statement);
         m_leaveSecondsLeft = LEAVE_SECONDS;
-        m_leaveTimer.emplace(LEAVE_SECONDS, [this] { EndLife(); });
+        m_leaveTimer = RunAfter(Milliseconds(LEAVE_SECONDS), [this] { EndLife(); });
     }
 }
 
@@ -173,7 +178,7 @@ void Session::Await(const Step& step) {
     }
     m_awaited = step;
     // Real time, unlike Wait(): the condition depends on traffic of other processes.
-    m_awaitTimer.emplace(m_options.awaitSeconds, [this] {
+    m_awaitTimer = RunAfter(Milliseconds(m_options.awaitSeconds), [this] {
         std::ostringstream problem;
         problem << "'" << m_awaited->line << "' was not reached within " << m_options.awaitSeconds
                 << " s";
@@ -242,13 +247,13 @@ void Session::Changed() {
     }
     if (m_awaited && Holds(m_awaited->statement)) {
         m_awaited.reset();
-        m_awaitTimer.reset();
+        m_awaitTimer.Release();
     }
     RunSteps();
 }
 
 void Session::EndLife() {
-    m_leaveTimer.reset();
+    m_leaveTimer.Release();
     m_life.reset();
     if (m_options.once) {
         return Finish(m_status);

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "GlibHandles.h"
 #include "Life.h"
-#include "SourceTimer.h"
 #include "Statement.h"
 
 namespace applist::headless {
@@ -67,9 +67,9 @@ private:
     std::deque<Step> m_steps;
     /// The statement that is being awaited.
     std::optional<Step> m_awaited;
-    std::optional<SourceTimer> m_awaitTimer;
+    Registration m_awaitTimer;
     /// Runs while the application answers calls after its end was asked for.
-    std::optional<SourceTimer> m_leaveTimer;
+    Registration m_leaveTimer;
     double m_leaveSecondsLeft = 0;
     bool m_inputEnded = false;
     bool m_running = false;

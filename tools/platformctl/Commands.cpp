@@ -14,7 +14,6 @@
 #include "data/KeyTable.h"
 #include "data/Reading.h"
 #include "data/SettingsPaths.h"
-#include "shared/Json.h"
 #include "shared/Output.h"
 
 namespace applist::desktop {

@@ -10,7 +10,7 @@
 #include "Known.h"
 #include "PlatformSettings.h"
 #include "data/FactoryData.h"
-#include "shared/Json.h"
+#include "shared/Output.h"
 
 namespace applist::desktop {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "data/Reading.h"
 #include "data/SettingsStore.h"
-#include "shared/Json.h"
+#include "shared/Output.h"
 
 /// The settings and factory items that the program reads. Only these can be written, so that a
 /// mistyped key is an error and is not stored.

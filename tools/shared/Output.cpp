@@ -8,6 +8,8 @@
 #include <glib.h>
 #include <unistd.h>
 
+#include <nlohmann/json.hpp>
+
 namespace applist::tools {
 namespace {
 
@@ -16,6 +18,11 @@ size_t WidthOf(gunichar character) {
         return 0;
     }
     return g_unichar_iswide(character) != FALSE ? 2 : 1;
+}
+
+std::string Dump(const Json& value, int indentation) {
+    // Replaces invalid UTF-8, because dump() throws on it by default.
+    return value.dump(indentation, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace
@@ -71,6 +78,14 @@ bool Write(const std::string& text) {
 
 bool WriteLine(const std::string& line) {
     return Write(line + '\n');
+}
+
+std::string JsonLine(const Json& value) {
+    return Dump(value, -1);
+}
+
+std::string JsonText(const Json& value) {
+    return Dump(value, 2) + '\n';
 }
 
 }  // namespace applist::tools

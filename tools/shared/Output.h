@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include <nlohmann/json_fwd.hpp>
+
 namespace applist::tools {
 
 /// Returns text on one line: control bytes as "\x0a", a backslash doubled.
@@ -35,5 +37,14 @@ std::string Painted(const std::string& text, const char* colour);
 
 /// Writes line and a newline.
 [[nodiscard]] bool WriteLine(const std::string& line);
+
+/// A JSON value whose members keep their order.
+using Json = nlohmann::ordered_json;
+
+/// Returns value on one line. Invalid UTF-8 is replaced with replacement characters.
+std::string JsonLine(const Json& value);
+
+/// Returns value with indentation and a final line end; invalid UTF-8 is replaced.
+std::string JsonText(const Json& value);
 
 }  // namespace applist::tools

@@ -9,7 +9,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "shared/Json.h"
 #include "shared/Output.h"
 
 namespace applist::sim {

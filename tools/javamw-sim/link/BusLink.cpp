@@ -110,7 +110,7 @@ std::string BusLink::Emit(const std::string& application, const Bytes& message) 
 
 void BusLink::ExportObject() {
     static constexpr GDBusInterfaceVTable VTABLE{&BusLink::cb_MethodCall, nullptr, nullptr, {}};
-    const GNodeInfoPtr info(g_dbus_node_info_new_for_xml(names::INTERFACE_XML, nullptr));
+    g_autoptr(GDBusNodeInfo) info = g_dbus_node_info_new_for_xml(names::INTERFACE_XML, nullptr);
     GError* error = nullptr;
     const unsigned id =
         g_dbus_connection_register_object(m_connection.get(), names::OBJECT_PATH,

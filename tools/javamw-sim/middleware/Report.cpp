@@ -6,7 +6,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "shared/Json.h"
 #include "shared/Output.h"
 
 namespace applist::sim {

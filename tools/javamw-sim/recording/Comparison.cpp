@@ -9,7 +9,6 @@
 #include <nlohmann/json.hpp>
 
 #include "link/Protocol.h"
-#include "shared/Json.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
@@ -218,19 +217,15 @@ std::string StepObject(size_t number, const char* recording, const std::string& 
 // Writes one object for each side that has the step.
 bool PrintObjects(const DifferenceReport& report) {
     size_t number = 0;
-    bool written = true;
-    for (const Difference& difference : report.differences) {
+    for (const auto& [first, second] : report.differences) {
         ++number;
-        if (difference.first) {
-            written = written && tools::WriteLine(StepObject(number, "first", report.firstFile,
-                                                             *difference.first));
-        }
-        if (difference.second) {
-            written = written && tools::WriteLine(StepObject(number, "second", report.secondFile,
-                                                             *difference.second));
+        if ((first && !tools::WriteLine(StepObject(number, "first", report.firstFile, *first))) ||
+            (second &&
+             !tools::WriteLine(StepObject(number, "second", report.secondFile, *second)))) {
+            return false;
         }
     }
-    return written;
+    return true;
 }
 
 }  // namespace

@@ -18,7 +18,7 @@
 #include "File.h"
 #include "link/Protocol.h"
 #include "recording/Traffic.h"
-#include "shared/Json.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {

@@ -85,19 +85,13 @@ bool HasCursorKeys() {
 
 }  // namespace
 
-void EditorInput::EndEditor::operator()(EditLine* editor) const {
-    el_end(editor);
-}
-
-void EditorInput::EndHistory::operator()(History* history) const {
-    history_end(history);
-}
-
 EditorInput::EditorInput(Listener listener, Complete complete, std::string historyFile)
     : m_listener(std::move(listener)),
       m_complete(std::move(complete)),
       m_historyFile(std::move(historyFile)),
-      m_history(history_init()) {
+      m_history(history_init(), &history_end),
+      m_editor(nullptr, &el_end) {
+    // The locale must be set before the editor begins.
     UseCharacters();
     m_editor.reset(el_init("javamw-sim", stdin, stdout, stderr));
     SetUp();

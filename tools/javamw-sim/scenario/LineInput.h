@@ -85,13 +85,6 @@ public:
     bool Discard() override;
 
 private:
-    struct EndEditor {
-        void operator()(EditLine* editor) const;
-    };
-    struct EndHistory {
-        void operator()(History* history) const;
-    };
-
     void SetUp();
     void LoadHistory();
     void SaveHistory() const;
@@ -110,8 +103,8 @@ private:
     Complete m_complete;
     std::string m_historyFile;
     std::string m_prompt;
-    std::unique_ptr<History, EndHistory> m_history;
-    std::unique_ptr<EditLine, EndEditor> m_editor;
+    std::unique_ptr<History, void (*)(History*)> m_history;
+    std::unique_ptr<EditLine, void (*)(EditLine*)> m_editor;
     bool m_editing = false;
     Registration m_source;
     Registration m_resized;

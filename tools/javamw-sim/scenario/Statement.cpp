@@ -62,22 +62,19 @@ ParsedLine ParseStatement(std::string_view text, size_t line) {
     if (text.ends_with('\r')) {
         text.remove_suffix(1);
     }
-    ParsedLine result;
     const SplitLine split = SplitWords(text);
-    if (split.error) {
-        result.error = {line, split.error->column, split.error->message};
-        return result;
+    ParsedLine result{std::nullopt, split.error};
+    if (!split.error && !split.words.empty()) {
+        Cursor cursor(split);
+        Action action = ReadByKeyword(cursor, AllRules(), "a statement");
+        cursor.End();
+        result.error = cursor.error();
+        if (!result.error) {
+            result.statement = {std::move(action), line, AsWritten(text, split.endByte)};
+        }
     }
-    if (split.words.empty()) {
-        return result;
-    }
-    Cursor cursor(split);
-    Action action = ReadByKeyword(cursor, AllRules(), "a statement");
-    cursor.End();
-    if (cursor.error()) {
-        result.error = {line, cursor.error()->column, cursor.error()->message};
-    } else {
-        result.statement = {std::move(action), line, AsWritten(text, split.endByte)};
+    if (result.error) {
+        result.error->line = line;
     }
     return result;
 }

@@ -39,7 +39,9 @@ private:
             ++m_column;
         }
     }
-    void Fail(size_t column, std::string message) { m_result.error = {column, std::move(message)}; }
+    void Fail(size_t column, std::string message) {
+        m_result.error = {0, column, std::move(message)};
+    }
     bool Failed() const { return m_result.error.has_value(); }
 
     Word ReadWord();
@@ -352,7 +354,7 @@ void Cursor::Refuse(const std::string& message) {
 
 void Cursor::FailAt(size_t column, const std::string& message) {
     if (!m_error) {
-        m_error = WordError{column, WithoutControls(message)};
+        m_error = ScenarioError{0, column, WithoutControls(message)};
     }
 }
 

@@ -14,12 +14,6 @@
 
 namespace applist::sim {
 
-/// Position and text of an error in a line.
-struct WordError {
-    size_t column = 0;  ///< In characters, from 1.
-    std::string message;
-};
-
 /// One word of a line, with its quotes and escapes resolved.
 struct Word {
     std::string text;   ///< Any bytes.
@@ -32,9 +26,9 @@ struct Word {
 /// The words of a line, or the error in it.
 struct SplitLine {
     std::vector<Word> words;
-    size_t endColumn = 1;  ///< Column at which a missing word would begin.
-    size_t endByte = 0;    ///< End of the last word; blanks or a comment follow.
-    std::optional<WordError> error;
+    size_t endColumn = 1;                ///< Column at which a missing word would begin.
+    size_t endByte = 0;                  ///< End of the last word; blanks or a comment follow.
+    std::optional<ScenarioError> error;  ///< Without its line.
 };
 
 /// Splits line at blanks. A word, or a part of it, may be in double quotes. In quotes, \" \\ \n \t
@@ -50,7 +44,8 @@ public:
     /// line must outlive the cursor.
     explicit Cursor(const SplitLine& line) : m_line(line) {}
 
-    const std::optional<WordError>& error() const { return m_error; }
+    /// Without its line.
+    const std::optional<ScenarioError>& error() const { return m_error; }
     /// True if no word is left, or after an error.
     bool AtEnd() const { return m_error || m_next == m_line.words.size(); }
     /// Takes the next word iff it is this keyword.
@@ -95,7 +90,7 @@ private:
 
     const SplitLine& m_line;
     size_t m_next = 0;
-    std::optional<WordError> m_error;
+    std::optional<ScenarioError> m_error;
 };
 
 /// A form of line and the function that takes the words after its keyword. The result counts only
