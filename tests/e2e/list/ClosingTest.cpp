@@ -64,8 +64,9 @@ TEST_F(AnUnusedList, HidesTheNoteAtAKeyAndStaysForTheWholeTime) {
     ASSERT_TRUE(WaitForNote(true));
     const size_t before = m_middleware.Events(sim::Event::ItemSelected);
     m_set.screen().TypeKey("Left");
-    // The screen may lack the note for a moment while it is drawn.
     ASSERT_TRUE(m_middleware.AwaitEvents(sim::Event::ItemSelected, before + 1));
+    // The list sends the event while it handles the key, and answers a call after that.
+    ASSERT_TRUE(m_middleware.Ask(sim::Function::GetAllItems));
     EXPECT_TRUE(WaitForNote(false));
     Pass(43);
     EXPECT_FALSE(ShowsNote());
