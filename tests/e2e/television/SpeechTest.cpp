@@ -146,7 +146,8 @@ TEST_P(AnEnglishViewer, HearsTheListAsSoonAsSpeechIsSwitchedOn) {
 
 TEST_P(AnEnglishViewer, HearsTheAlert) {
     ASSERT_EQ(m_set.Configure({"set", "memory/tv-viewer/data_service", "int", "0"}), 0);
-    Start();
+    ASSERT_EQ(m_set.Configure({"set", SETTING, "bool", "true"}), 0);
+    m_application = m_set.StartApplication();
     EXPECT_TRUE(Hears("Information. This channel does not provide a data service."))
         << testing::PrintToString(m_service.Received()) << m_application->Errors();
 }
