@@ -218,6 +218,7 @@ void ListFocus::Close() {
 void ListFocus::RequestFrame() {
     if (!m_frameRequested) {
         m_frameRequested = true;
+        m_panel.AwaitCorrection(true);
         evas_event_callback_add(m_canvas, EVAS_CALLBACK_RENDER_PRE, OnFrame, this);
     }
 }
@@ -225,6 +226,7 @@ void ListFocus::RequestFrame() {
 void ListFocus::DropFrame() {
     if (m_frameRequested) {
         m_frameRequested = false;
+        m_panel.AwaitCorrection(false);
         evas_event_callback_del_full(m_canvas, EVAS_CALLBACK_RENDER_PRE, OnFrame, this);
     }
 }

@@ -140,7 +140,7 @@ void ListPanel::Update() {
     if (before != count || placed) {
         RowsChanged();
     }
-    m_news.Update(focused, position, count);
+    m_news.Update(m_awaitsCorrection ? nullptr : focused, position, count);
 }
 
 // The timer only restarts for an empty list, so that rows which are added all the time do not

@@ -35,6 +35,9 @@ public:
 
     /// The program has set the rows or the selection.
     void Placed() { m_placed = true; }
+    /// Says whether the next frame will correct the focus. Until then the row that has it is not
+    /// told.
+    void AwaitCorrection(bool awaits) { m_awaitsCorrection = awaits; }
     /// Shows and tells the current state. Cheap if it has not changed.
     void Update();
     /// Shows the current state in a theme that has just been loaded.
@@ -67,6 +70,7 @@ private:
     int m_position = 0;
     int m_count = 0;
     bool m_placed = false;
+    bool m_awaitsCorrection = false;
     bool m_noteShown = false;
     bool m_emptyShown = false;
 };
