@@ -59,21 +59,5 @@ TEST_F(AnUnusedList, ShowsANoteTwentySecondsBeforeItCloses) {
     EXPECT_EQ(m_application->WaitForExit(), 0) << m_application->Errors();
 }
 
-TEST_F(AnUnusedList, HidesTheNoteAtAKeyAndStaysForTheWholeTime) {
-    Pass(47);
-    ASSERT_TRUE(WaitForNote(true));
-    const size_t before = m_middleware.Events(sim::Event::ItemSelected);
-    m_set.screen().TypeKey("Left");
-    ASSERT_TRUE(m_middleware.AwaitEvents(sim::Event::ItemSelected, before + 1));
-    // The list sends the event while it handles the key, and answers a call after that.
-    ASSERT_TRUE(m_middleware.Ask(sim::Function::GetAllItems));
-    EXPECT_TRUE(WaitForNote(false));
-    Pass(43);
-    EXPECT_FALSE(ShowsNote());
-    EXPECT_TRUE(m_set.WaitForFocusedRow());
-    Pass(4);
-    EXPECT_TRUE(WaitForNote(true));
-}
-
 }  // namespace
 }  // namespace applist::test
