@@ -125,6 +125,23 @@ void HandshakeModel::Answer(const char* suffix) {
     }
 }
 
+std::uint64_t HandshakeModel::State() const {
+    std::uint64_t state = TheHeldBus().refusesNextName() ? 1 : 0;
+    const auto append = [&state](std::uint64_t value, unsigned bits) {
+        state = (state << bits) | value;
+    };
+    for (const Partner& partner : m_partners) {
+        append(partner.state, 2);
+        append(partner.onTheBus ? 1 : 0, 1);
+        append(partner.noticeHeld ? 1 : 0, 1);
+        append(partner.wasLost ? 1 : 0, 1);
+        for (const int held : partner.held) {
+            append(static_cast<std::uint64_t>(held), 2);
+        }
+    }
+    return state;
+}
+
 std::vector<std::string> HandshakeModel::Connected() const {
     std::vector<std::string> names;
     for (size_t partner = 0; partner < m_partners.size(); ++partner) {

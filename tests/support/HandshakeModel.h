@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -40,8 +41,6 @@ public:
         bool wasLost = false;
         /// The announcements that the bus holds back.
         std::array<int, HANDSHAKE_STEPS> held{};
-
-        auto operator<=>(const Partner&) const = default;
     };
     /// What the application must have done since the last call of Take().
     struct Effects {
@@ -61,6 +60,8 @@ public:
     Effects Take() { return std::exchange(m_effects, {}); }
 
     const std::vector<Partner>& partners() const { return m_partners; }
+    /// Returns the state of at most five partners and of the bus. Differs for two different states.
+    std::uint64_t State() const;
     /// The names of the connected partners, sorted.
     std::vector<std::string> Connected() const;
     /// Returns how the bus' watches, proxies and subscriptions differ from those that the partners
