@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "fakes/FakeVoice.h"
 
-#include "speech/Voice.h"
+#include "accessibility/Voice.h"
 
 namespace applist::test {
 

@@ -6,7 +6,7 @@
 
 #include "CallbackGuard.h"
 #include "Log.h"
-#include "system/SessionBus.h"
+#include "launch/SessionBus.h"
 
 namespace applist::desktop {
 namespace {

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "CallbackGuard.h"
-#include "accessibility/KeyFilter.h"
-#include "display/ListPanel.h"
+#include "list/ListPanel.h"
+#include "toolkit-internals/KeyFilter.h"
 
 // Elementary.h does not include this header.
 extern "C" {

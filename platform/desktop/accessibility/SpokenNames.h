@@ -7,7 +7,7 @@
 #include <string>
 
 #include "display/EventHandler.h"
-#include "display/News.h"
+#include "list/News.h"
 
 typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "AppControlRequest.h"
+#include "launch/AppControlRequest.h"
 
 namespace applist::desktop {
 

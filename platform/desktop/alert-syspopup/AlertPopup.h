@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "AppControlRequest.h"
 #include "alert-syspopup/AlertWindow.h"
 #include "display/EventHandler.h"
+#include "launch/AppControlRequest.h"
 
 namespace applist::desktop {
 

@@ -6,9 +6,9 @@
 #include <cstdlib>
 
 #include "CallbackGuard.h"
-#include "display/News.h"
-#include "display/ShownText.h"
 #include "i18n_text.h"
+#include "list/News.h"
+#include "toolkit-internals/ShownText.h"
 
 namespace applist::desktop {
 namespace {

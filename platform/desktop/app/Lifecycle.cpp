@@ -15,13 +15,12 @@
 #include "CallbackGuard.h"
 #include "Log.h"
 #include "accessibility/ScreenReader.h"
+#include "accessibility/Speech.h"
 #include "accessibility/SpokenNames.h"
-#include "app/ApplicationId.h"
 #include "app/GlibLoop.h"
 #include "app/PreparedProcess.h"
 #include "app/ProgramOptions.h"
 #include "app/SettingsWatch.h"
-#include "app/SingleInstance.h"
 #include "app/SpareMemory.h"
 #include "app/Toolkit.h"
 #include "data/KeyTable.h"
@@ -30,10 +29,12 @@
 #include "display/Keyboard.h"
 #include "display/ThemeSignals.h"
 #include "display/Windows.h"
+#include "launch/ApplicationId.h"
 #include "launch/LaunchProtocol.h"
+#include "launch/SingleInstance.h"
+#include "list/ListSteps.h"
 #include "lock/SelfLock.h"
 #include "log/LogWriter.h"
-#include "speech/Speech.h"
 
 namespace applist::desktop {
 namespace {
@@ -146,9 +147,10 @@ Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance
     if (m_toolkit->window() != nullptr) {
         windows.Added(m_toolkit->window());
     }
+    ListSteps steps(windows);
     Keyboard keyboard(windows, ReadKeys());
     const ThemeSignals signals;
-    const KeyFrames frames(windows);
+    KeyFrames frames(windows);
     SpokenNames names;
     Speech speech;
     const SettingsWatch settings([&] {

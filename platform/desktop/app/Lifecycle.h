@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "AppControlRequest.h"
 #include "app.h"
+#include "launch/AppControlRequest.h"
 
 namespace applist::desktop {
 

@@ -19,13 +19,13 @@
 #include <utility>
 
 #include "CallbackGuard.h"
-#include "app/ApplicationId.h"
 #include "app/Lifecycle.h"
 #include "app/SettingsWatch.h"
 #include "app/Surroundings.h"
+#include "data/Text.h"
+#include "launch/ApplicationId.h"
 #include "launch/PreparedLaunch.h"
 #include "log/LogWriter.h"
-#include "text/Text.h"
 
 namespace applist::desktop {
 namespace {

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "display/ScreenFit.h"
-#include "theme/Theme.h"
+#include "display/Theme.h"
 
 namespace applist::desktop {
 namespace {

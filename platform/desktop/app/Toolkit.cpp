@@ -14,12 +14,13 @@
 #include <X11/extensions/Xext.h>
 
 #include "Log.h"
-#include "display/FrameMemory.h"
-#include "display/ListFocus.h"
+#include "data/Text.h"
 #include "display/PreparedWindow.h"
+#include "display/Theme.h"
 #include "display/WaylandScreen.h"
-#include "text/Text.h"
-#include "theme/Theme.h"
+#include "list/ListFocus.h"
+#include "toolkit-internals/DefaultTheme.h"
+#include "toolkit-internals/FrameMemory.h"
 
 namespace applist::desktop {
 namespace {

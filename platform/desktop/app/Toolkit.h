@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "display/XAnswers.h"
-#include "log/ToolkitMessages.h"
-#include "theme/ThemeSwitch.h"
+#include "app/ToolkitMessages.h"
+#include "display/ThemeSwitch.h"
+#include "toolkit-internals/XAnswers.h"
 
 namespace applist::desktop {
 

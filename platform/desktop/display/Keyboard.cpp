@@ -38,7 +38,6 @@ std::string NameOf(const Ecore_Event_Key& key) {
 Keyboard::Keyboard(Windows& windows, KeyTable keys)
     : m_windows(windows),
       m_keys(std::move(keys)),
-      m_listSteps(windows),
       m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
       m_release(EventHandler::InFront(ECORE_EVENT_KEY_UP, OnRelease, this)) {
     windows.OnKeyboardMoved([this](const Windows::Keys& held) { Moved(held); });
@@ -59,7 +58,7 @@ bool Keyboard::Press(Ecore_Event_Key& key) {
     }
     m_down.insert(key.keycode);
     Rename(key);
-    return m_closed || m_listSteps.Press(key);
+    return m_closed;
 }
 
 // A release without a press in this window is ignored.

@@ -8,7 +8,7 @@
 #include "data/KeyTable.h"
 #include "display/EventHandler.h"
 #include "display/KeyboardGrab.h"
-#include "display/ListSteps.h"
+#include "display/Windows.h"
 
 namespace applist::desktop {
 
@@ -47,7 +47,6 @@ private:
 
     Windows& m_windows;
     KeyTable m_keys;
-    ListSteps m_listSteps;
     /// Keys that were pressed in a visible window and not released since.
     Windows::Keys m_down;
     /// Keys that were pressed before the window had the keyboard. Their repeats look like new

@@ -6,9 +6,9 @@
 #include <Elementary.h>
 #include <cstring>
 
-#include "display/FrameMemory.h"
 #include "display/ScreenFit.h"
 #include "i18n_text.h"
+#include "toolkit-internals/FrameMemory.h"
 
 namespace applist::desktop {
 namespace {

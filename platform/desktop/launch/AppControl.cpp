@@ -6,12 +6,12 @@
 
 #include <gio/gio.h>
 
-#include "AppControlRequest.h"
 #include "CallbackGuard.h"
 #include "Log.h"
 #include "app_control.h"
 #include "launch/AppControlBus.h"
 #include "launch/AppControlDirect.h"
+#include "launch/AppControlRequest.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <gio/gio.h>
 
 #include "Log.h"
+#include "launch/Deadline.h"
 #include "launch/LaunchProtocol.h"
-#include "system/Deadline.h"
-#include "system/SessionBus.h"
+#include "launch/SessionBus.h"
 
 namespace applist::desktop {
 namespace {

@@ -9,8 +9,8 @@
 #include <gio/gio.h>
 
 #include "Log.h"
+#include "data/ProgramFiles.h"
 #include "launch/LaunchProtocol.h"
-#include "system/ProgramFiles.h"
 
 namespace applist::desktop {
 namespace {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "AppControlRequest.h"
+#include "launch/AppControlRequest.h"
 
 namespace applist::desktop {
 

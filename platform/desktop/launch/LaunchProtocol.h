@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "AppControlRequest.h"
+#include "launch/AppControlRequest.h"
 
 typedef struct _GDBusMessage GDBusMessage;
 typedef struct _GVariant GVariant;

@@ -16,13 +16,13 @@
 #include <sys/prctl.h>
 
 #include "CallbackGuard.h"
+#include "accessibility/Voice.h"
+#include "data/ProgramFiles.h"
 #include "data/SettingsPaths.h"
+#include "launch/SessionBus.h"
 #include "lock/CallFilter.h"
 #include "lock/FileRules.h"
-#include "lock/FontFolders.h"
-#include "speech/Voice.h"
-#include "system/ProgramFiles.h"
-#include "system/SessionBus.h"
+#include "toolkit-internals/FontFolders.h"
 
 namespace applist::desktop {
 namespace {

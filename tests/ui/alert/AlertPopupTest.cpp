@@ -12,10 +12,10 @@
 #include <gtest/gtest.h>
 
 #include "alert-syspopup/AlertPopup.h"
-#include "display/News.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeText.h"
+#include "list/News.h"
 #include "support/HeadlessToolkit.h"
 
 namespace applist::test {

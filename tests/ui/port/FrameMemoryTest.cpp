@@ -5,8 +5,8 @@
 
 #include <gmock/gmock.h>
 
-#include "display/FrameMemory.h"
 #include "support/XDisplay.h"
+#include "toolkit-internals/FrameMemory.h"
 
 // Last, because they define macros with common names.
 #include <X11/Xutil.h>

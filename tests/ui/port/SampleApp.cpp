@@ -24,9 +24,9 @@
 
 #include <gio/gio.h>
 
-#include "AppControlRequest.h"
 #include "Log.h"
 #include "app.h"
+#include "launch/AppControlRequest.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 // The part of a name that is passed to the toolkit.
 #include <gtest/gtest.h>
 
-#include "display/ShownText.h"
+#include "toolkit-internals/ShownText.h"
 
 namespace applist::desktop {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include "display/Theme.h"
 #include "fakes/FakePlatformLog.h"
 #include "support/HeadlessToolkit.h"
-#include "theme/Theme.h"
 #include "winset.h"
 
 namespace applist::test {

@@ -5,9 +5,9 @@
 
 #include <gmock/gmock.h>
 
-#include "display/XAnswers.h"
 #include "support/HeadlessToolkit.h"
 #include "support/XDisplay.h"
+#include "toolkit-internals/XAnswers.h"
 
 // Last, because it defines macros with common names.
 #include <X11/Xlib.h>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The note that the list closes soon.
-#include "display/ListFocus.h"
 #include "fakes/FakeText.h"
+#include "list/ListFocus.h"
 #include "support/Scene.h"
 #include "ui/scene/SceneTest.h"
 

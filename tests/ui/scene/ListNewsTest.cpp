@@ -4,7 +4,7 @@
 // What a viewer who does not see the list is told, in English.
 #include <gmock/gmock.h>
 
-#include "display/News.h"
+#include "list/News.h"
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {

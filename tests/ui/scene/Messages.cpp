@@ -4,8 +4,8 @@
 // The panel's messages for a viewer who does not see it.
 #include <gmock/gmock.h>
 
-#include "display/ListFocus.h"
 #include "fakes/FakeText.h"
+#include "list/ListFocus.h"
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {

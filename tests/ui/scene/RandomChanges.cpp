@@ -9,7 +9,7 @@
 #include <sstream>
 #include <tuple>
 
-#include "display/News.h"
+#include "list/News.h"
 #include "ui/scene/SceneTest.h"
 
 namespace applist::test {

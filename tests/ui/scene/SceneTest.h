@@ -17,6 +17,7 @@
 #include "display/Keyboard.h"
 #include "display/ThemeSignals.h"
 #include "display/Windows.h"
+#include "list/ListSteps.h"
 #include "support/HeadlessToolkit.h"
 
 namespace applist::test {
@@ -86,6 +87,7 @@ private:
 
     HeadlessToolkit m_toolkit;
     desktop::Windows m_windows{{[](bool) {}, [] {}}};
+    desktop::ListSteps m_steps{m_windows};
     desktop::Keyboard m_keyboard{m_windows};
     desktop::ThemeSignals m_signals;
     std::vector<std::unique_ptr<DefaultAppListItem>> m_items;

@@ -7,11 +7,11 @@
 
 #include <gmock/gmock.h>
 
+#include "accessibility/Speech.h"
 #include "data/SettingsStore.h"
-#include "display/ListFocus.h"
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeVoice.h"
-#include "speech/Speech.h"
+#include "list/ListFocus.h"
 #include "support/TemporaryDir.h"
 #include "ui/scene/SceneTest.h"
 

@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "data/SettingsStore.h"
+#include "display/Theme.h"
 #include "fakes/FakePlatformLog.h"
-#include "theme/Theme.h"
 #include "unit/visibility/PlatformRoot.h"
 
 namespace applist::test {

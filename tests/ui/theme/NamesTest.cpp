@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "display/ShownText.h"
+#include "toolkit-internals/ShownText.h"
 #include "ui/theme/ThemedList.h"
 
 namespace applist::test {

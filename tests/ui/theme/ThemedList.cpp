@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 
 #include "applist/DefaultAppListRenderer.h"
-#include "display/ShownText.h"
-#include "theme/Theme.h"
+#include "display/Theme.h"
+#include "toolkit-internals/ShownText.h"
 
 namespace applist::test {
 namespace {

@@ -7,9 +7,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "AppControlRequest.h"
 #include "app_control.h"
 #include "fakes/FakePlatformLog.h"
+#include "launch/AppControlRequest.h"
 
 namespace applist::test {
 namespace {

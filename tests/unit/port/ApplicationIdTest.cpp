@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "app/ApplicationId.h"
+#include "launch/ApplicationId.h"
 
 namespace applist::desktop {
 namespace {

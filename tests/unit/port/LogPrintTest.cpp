@@ -11,8 +11,8 @@
 #include <gtest/gtest.h>
 
 #include "Log.h"
+#include "app/ToolkitMessages.h"
 #include "log/LogWriter.h"
-#include "log/ToolkitMessages.h"
 
 namespace applist::desktop {
 namespace {

@@ -6,8 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include "accessibility/Voice.h"
 #include "fakes/FakePlatformLog.h"
-#include "speech/Voice.h"
 #include "support/GlibWait.h"
 #include "support/SpeechService.h"
 #include "support/TemporaryDir.h"

@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <string>
 
+#include "data/Text.h"
 #include "fakes/FakePlatformLog.h"
 #include "i18n_text.h"
-#include "text/Text.h"
 
 int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {

@@ -1,0 +1,243 @@
+// Copyright (c) 2026 the applist authors
+// SPDX-License-Identifier: Apache-2.0
+#include "list/ListFocus.h"
+
+#include <Edje.h>
+#include <set>
+
+#include "CallbackGuard.h"
+#include "list_focus.h"
+#include "toolkit-internals/FocusNodes.h"
+
+namespace applist::desktop {
+namespace {
+
+constexpr const char* KEY = "applist-list-focus";
+
+ListFocus& FocusIn(void* focus) {
+    return *static_cast<ListFocus*>(focus);
+}
+
+}  // namespace
+
+bool ListFocus::IsRealized(const Evas_Object* list, const Elm_Object_Item* row) {
+    Eina_List* rows = elm_genlist_realized_items_get(list);
+    const bool realized = eina_list_data_find(rows, row) != nullptr;
+    eina_list_free(rows);
+    return realized;
+}
+
+ListFocus& ListFocus::Of(Evas_Object* list) {
+    void* known = evas_object_data_get(list, KEY);
+    return known != nullptr ? FocusIn(known) : *new ListFocus(list);
+}
+
+namespace {
+
+std::set<ListFocus*>& AllLists() {
+    static std::set<ListFocus*> lists;
+    return lists;
+}
+
+}  // namespace
+
+void ListFocus::ThemeSwitched() {
+    for (ListFocus* focus : AllLists()) {
+        focus->m_panel.Redraw();
+        focus->Refocus();
+    }
+}
+
+// The toolkit draws the rows again, but does not tell the theme which of them has the focus. So the
+// list loses the focus here and gets it back in the next frame.
+void ListFocus::Refocus() {
+    Elm_Object_Item* row = elm_object_focused_item_get(m_list);
+    if (row == nullptr) {
+        return;
+    }
+    m_muted = true;
+    elm_object_focus_allow_set(m_list, EINA_FALSE);
+    m_muted = false;
+    Choose(row);
+    RequestFrame();
+}
+
+ListFocus::ListFocus(Evas_Object* list)
+    : m_list(list),
+      m_window(elm_object_top_widget_get(list)),
+      m_canvas(evas_object_evas_get(list)),
+      m_press(EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this)),
+      m_panel(list) {
+    AllLists().insert(this);
+    evas_object_data_set(list, KEY, this);
+    evas_object_event_callback_add(list, EVAS_CALLBACK_DEL, OnDeleted, this);
+    evas_object_smart_callback_add(list, "realized", OnRealized, this);
+    // Called ahead of the program's handler, which must not see every move.
+    evas_object_smart_callback_priority_add(list, "item,focused", EVAS_CALLBACK_PRIORITY_BEFORE,
+                                            OnItemFocused, this);
+    evas_object_smart_callback_add(m_window, "focused", OnWindowFocused, this);
+}
+
+ListFocus::~ListFocus() {
+    AllLists().erase(this);
+    DropFrame();
+    Choose(nullptr);
+    evas_object_smart_callback_del_full(m_window, "focused", OnWindowFocused, this);
+    // The toolkit deletes the rows after this. It may realise or focus another one while it does
+    // so.
+    evas_object_smart_callback_del_full(m_list, "realized", OnRealized, this);
+    evas_object_smart_callback_del_full(m_list, "item,focused", OnItemFocused, this);
+    evas_object_data_del(m_list, KEY);
+}
+
+void ListFocus::OnDeleted(void* focus, Evas*, Evas_Object*, void*) {
+    delete &FocusIn(focus);
+}
+
+void ListFocus::OnRealized(void* focus, Evas_Object*, void*) {
+    if (!FocusIn(focus).IsOpen()) {
+        FocusIn(focus).RequestFrame();
+    }
+}
+
+void ListFocus::OnItemFocused(void* focus, Evas_Object* list, void* row) {
+    if (FocusIn(focus).m_muted) {
+        efl_event_callback_stop(list);
+    } else {
+        FocusIn(focus).Choose(static_cast<Elm_Object_Item*>(row));
+    }
+}
+
+// When the window receives the focus, the toolkit may focus any row or none.
+void ListFocus::OnWindowFocused(void* focus, Evas_Object*, void*) {
+    GuardCallback([focus] { FocusIn(focus).Settle(); });
+}
+
+void ListFocus::OnFrame(void* focus, Evas*, void*) {
+    GuardCallback([focus] { FocusIn(focus).Frame(); });
+}
+
+Eina_Bool ListFocus::OnPress(void* focus, int, void*) {
+    GuardCallback([focus] { FocusIn(focus).OpenForKey(); });
+    return ECORE_CALLBACK_PASS_ON;
+}
+
+bool ListFocus::IsOpen() const {
+    return elm_object_focus_allow_get(m_list) != EINA_FALSE;
+}
+
+void ListFocus::Choose(Elm_Object_Item* row) {
+    if (row != nullptr && row != m_row) {
+        // Another row means another selection, with which the program restarts its timer.
+        m_panel.Used();
+    }
+    if (m_row != nullptr) {
+        efl_wref_del(m_row, &m_row);
+    }
+    m_row = row;
+    if (m_row != nullptr) {
+        efl_wref_add(m_row, &m_row);
+    }
+}
+
+void ListFocus::Set(Elm_Object_Item* row) {
+    Choose(row);
+    // Not with a layout: rows that are about to be deleted would be part of it.
+    if (IsOpen() && IsRealized(m_list, row)) {
+        elm_object_item_focus_set(row, EINA_TRUE);
+    }
+    AnchorView();
+    RequestFrame();
+}
+
+// The toolkit chooses the row only while it scrolls, so the list scrolls by a pixel and back. The
+// rows are still where the last frame shows them.
+void ListFocus::AnchorView() {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    elm_scroller_region_get(m_list, &x, &y, &width, &height);
+    elm_scroller_region_show(m_list, x, y > 0 ? y - 1 : y + 1, width, height);
+    elm_scroller_region_show(m_list, x, y, width, height);
+}
+
+void ListFocus::Close() {
+    DropFrame();
+    Choose(nullptr);
+    elm_object_focus_allow_set(m_list, EINA_FALSE);
+    DeleteUnusedFocusNodes(m_list);
+}
+
+void ListFocus::RequestFrame() {
+    if (!m_frameRequested) {
+        m_frameRequested = true;
+        m_panel.AwaitCorrection(true);
+        evas_event_callback_add(m_canvas, EVAS_CALLBACK_RENDER_PRE, OnFrame, this);
+    }
+}
+
+void ListFocus::DropFrame() {
+    if (m_frameRequested) {
+        m_frameRequested = false;
+        m_panel.AwaitCorrection(false);
+        evas_event_callback_del_full(m_canvas, EVAS_CALLBACK_RENDER_PRE, OnFrame, this);
+    }
+}
+
+// At this point everything is laid out but not drawn. Signals to the theme are delivered here,
+// because they would otherwise arrive in the next loop iteration and change only the next frame.
+void ListFocus::Frame() {
+    DropFrame();
+    Open();
+    m_panel.Update();
+    edje_message_signal_process();
+    evas_smart_objects_calculate(m_canvas);
+}
+
+void ListFocus::Open() {
+    const bool closed = !IsOpen();
+    if (closed) {
+        m_muted = true;
+        elm_object_focus_allow_set(m_list, EINA_TRUE);
+        m_muted = false;
+    }
+    Settle();
+    Elm_Object_Item* focused = elm_object_focused_item_get(m_list);
+    if (closed && focused != nullptr) {
+        // The focus does not come from another row, so the theme shows it without an animation.
+        elm_object_item_signal_emit(focused, "applist,state,opened", "applist");
+    }
+}
+
+// A key that arrives before the first frame is meant for the chosen row.
+void ListFocus::OpenForKey() {
+    if (!IsOpen() && elm_genlist_first_item_get(m_list) != nullptr) {
+        evas_smart_objects_calculate(m_canvas);
+        DropFrame();
+        Open();
+    }
+}
+
+void ListFocus::Settle() {
+    if (m_row == nullptr || !IsOpen()) {
+        return;
+    }
+    m_muted = true;
+    // Scrolls at once. elm_genlist_item_bring_in() would scroll over several frames.
+    elm_genlist_item_show(m_row, ELM_GENLIST_ITEM_SCROLLTO_IN);
+    evas_smart_objects_calculate(m_canvas);
+    elm_object_item_focus_set(m_row, EINA_TRUE);
+    m_muted = false;
+}
+
+}  // namespace applist::desktop
+
+extern "C" void list_focus_set(Evas_Object* list, Elm_Object_Item* row) {
+    using applist::desktop::ListFocus;
+    applist::GuardCallback([&] {
+        ListFocus& focus = ListFocus::Of(list);
+        focus.panel().Placed();
+        row != nullptr ? focus.Set(row) : focus.Close();
+    });
+}
