@@ -110,7 +110,10 @@ void ListFocus::OnItemFocused(void* focus, Evas_Object* list, void* row) {
 
 // When the window receives the focus, the toolkit may focus any row or none.
 void ListFocus::OnWindowFocused(void* focus, Evas_Object*, void*) {
-    GuardCallback([focus] { FocusIn(focus).Settle(); });
+    GuardCallback([focus] {
+        FocusIn(focus).FocusFirstRow();
+        FocusIn(focus).Settle();
+    });
 }
 
 void ListFocus::OnFrame(void* focus, Evas*, void*) {
@@ -216,6 +219,17 @@ void ListFocus::OpenForKey() {
         evas_smart_objects_calculate(m_canvas);
         DropFrame();
         Open();
+    }
+}
+
+// The toolkit does not focus a row that is not laid out, such as one that has just replaced
+// another.
+void ListFocus::FocusFirstRow() {
+    Elm_Object_Item* first = elm_genlist_first_item_get(m_list);
+    if (m_row == nullptr && first != nullptr && IsOpen() &&
+        elm_object_focused_item_get(m_list) == nullptr) {
+        evas_smart_objects_calculate(m_canvas);
+        elm_object_item_focus_set(first, EINA_TRUE);
     }
 }
 

@@ -62,6 +62,8 @@ private:
     void Frame();
     void Open();
     void OpenForKey();
+    /// Focuses the first row, with an event to the program, if no row is chosen or focused.
+    void FocusFirstRow();
     /// Scrolls to the chosen row and focuses it, without an event to the program.
     void Settle();
 

@@ -128,6 +128,17 @@ TEST_P(TheKeysOfAChangedList, MoveTheFocusAfterTheSelectionWasCleared) {
 INSTANTIATE_TEST_SUITE_P(Keys, TheKeysOfAChangedList, testing::Values("Up", "Down", "Next"),
                          [](const auto& test) { return std::string(test.param); });
 
+TEST_F(AChangedList, FocusesItsFirstRowWhenAllWereReplacedWhileTheWindowHadNoFocus) {
+    Fill(2);
+    HeadlessToolkit::TakeFocus(window());
+    model().SetSelection(nullptr);
+    Modify(0);
+    Modify(1);
+    HeadlessToolkit::GiveFocus(window());
+    ExpectFocusOnSelection();
+    EXPECT_EQ(Selected(), "New 1");
+}
+
 TEST_F(AChangedList, MovesTheFocusByAPageAsFarAsTheEnds) {
     Fill(40);
     for (const char* row : {"Row 9", "Row 17", "Row 25", "Row 33", "Row 40", "Row 40"}) {
