@@ -93,7 +93,9 @@ TEST_F(TheCallFilter, RefusesExecutableMemory) {
 TEST_F(TheCallFilter, RefusesToWriteFiles) {
     EXPECT_EQ(Filtered([&] { return Open(m_file, O_RDONLY); }), 0);
     EXPECT_EQ(Filtered([&] { return Open(m_file, O_WRONLY); }), EPERM);
-    EXPECT_EQ(Filtered([&] { return Open(m_folder.path() / "new", O_RDONLY | O_CREAT); }), EPERM);
+    const auto created = m_folder.path() / "new";
+    EXPECT_EQ(Filtered([&] { return Open(created, O_RDONLY | O_CREAT); }), EPERM);
+    EXPECT_EQ(Filtered([&] { return Open(created, O_RDWR | O_CREAT | O_EXCL); }), EPERM);
     EXPECT_EQ(Filtered([&] { return unlink(m_file.c_str()); }), EPERM);
 }
 
