@@ -3,7 +3,6 @@
 //
 // applist-headless: the application without a screen, for the tests of a middleware.
 #include <cerrno>
-#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -16,10 +15,11 @@
 
 #include <glib-unix.h>
 
-#include "Lines.h"
+#include "Number.h"
 #include "Session.h"
 #include "log/LogWriter.h"
 #include "shared/CommandLine.h"
+#include "shared/LineReader.h"
 
 namespace applist::headless {
 namespace {
@@ -52,11 +52,8 @@ constexpr const char* EXIT_CODES =
 
 /// Returns the value of --timeout, or nothing if it is not a number of the allowed range.
 std::optional<double> Timeout(const std::string& text) {
-    double seconds = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size();
-    return isNumber && seconds > 0 && seconds <= LONGEST_TIMEOUT ? std::optional(seconds)
-                                                                 : std::nullopt;
+    const auto seconds = ParseNumber<double>(text);
+    return seconds && *seconds > 0 && *seconds <= LONGEST_TIMEOUT ? seconds : std::nullopt;
 }
 
 /// Returns the input, or -1 after a message.
@@ -89,12 +86,13 @@ int RunInput(int fd, const Options& options) {
     g_unix_signal_add(SIGINT, quit, loop.get());
     session.Start();
     const std::string name = options.file == "-" ? "standard input" : options.file;
-    const Lines lines(
-        fd,
-        [&](const std::string& line, int number) {
-            session.Take(line, name + ":" + std::to_string(number));
-        },
-        [&] { session.EndInput(); });
+    int number = 0;
+    tools::LineReader lines(fd, {.line =
+                                     [&](const std::string& line) {
+                                         session.Take(line, name + ":" + std::to_string(++number));
+                                     },
+                                 .end = [&] { session.EndInput(); }});
+    lines.Resume();
     if (status == DONE) {
         g_main_loop_run(loop.get());
     }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "GlibHandles.h"
+#include "shared/LineReader.h"
 
 using EditLine = struct editline;
 using History = struct history;
@@ -20,11 +21,7 @@ namespace applist::sim {
 /// Source of the lines of a shell, and its output.
 class LineInput {
 public:
-    /// Callbacks, run on the main context.
-    struct Listener {
-        std::function<void(const std::string& line)> line;  ///< Without its line end.
-        std::function<void()> end;                          ///< Called at the end of the input.
-    };
+    using Listener = tools::LineReader::Listener;
 
     LineInput() = default;
     virtual ~LineInput() = default;
@@ -46,20 +43,15 @@ public:
 class StreamInput : public LineInput {
 public:
     /// file is a descriptor that must outlive this object.
-    StreamInput(int file, Listener listener) : m_file(file), m_listener(std::move(listener)) {}
+    StreamInput(int file, Listener listener) : m_reader(file, std::move(listener)) {}
 
-    void Resume(const std::string& prompt) override;
-    void Pause() override { m_source.Release(); }
+    void Resume(const std::string& /*prompt*/) override { m_reader.Resume(); }
+    void Pause() override { m_reader.Pause(); }
     bool Print(const std::string& line) override;
     bool Discard() override { return false; }
 
 private:
-    void Read();
-
-    int m_file;
-    Listener m_listener;
-    Registration m_source;
-    std::string m_pending;  ///< An incomplete line.
+    tools::LineReader m_reader;
 };
 
 /// Returns the number of rows between the beginning of text and the cursor at its end, on a
