@@ -8,6 +8,16 @@
 
 namespace applist::tools {
 
+std::vector<std::string_view> LinesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const size_t end = text.find('\n');
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
 void LineReader::Resume() {
     m_source = WhenReadable(m_file, [this](GIOCondition) { Read(); });
 }

@@ -4,11 +4,17 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "GlibHandles.h"
 
 namespace applist::tools {
+
+/// Returns the lines of text without their line ends. The last line may lack its line end. The
+/// lines point into text.
+std::vector<std::string_view> LinesOf(std::string_view text);
 
 /// Reads the lines of a file, a pipe or a terminal as they arrive, on the default main context.
 class LineReader {

@@ -10,68 +10,53 @@
 #include "File.h"
 #include "broadcast/BroadcastReader.h"
 #include "feed/LiveBroadcast.h"
+#include "shared/LineReader.h"
 
 namespace applist::sim {
 namespace {
 
-/// Parses line by line; ids must be unique.
-class ItemTextReader {
-public:
-    /// Returns an empty string on success, otherwise the error of the line.
-    std::string Read(std::string_view line) {
-        ++m_line;
-        // Accepts files with the line ends of Windows.
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        if (line.empty() || line.starts_with('#')) {
-            return {};
-        }
-        if (g_utf8_validate(line.data(), static_cast<gssize>(line.size()), nullptr) == FALSE) {
-            return "not UTF-8";
-        }
-        const size_t tab = line.find('\t');
-        if (tab == std::string_view::npos) {
-            return "no tab between id and name";
-        }
-        return Add(std::string(line.substr(0, tab)), std::string(line.substr(tab + 1)));
+// Parses a line that is neither blank nor a comment.
+Result<Item> ParseItem(std::string_view line) {
+    const size_t tab = line.find('\t');
+    const char* problem = nullptr;
+    if (g_utf8_validate(line.data(), static_cast<gssize>(line.size()), nullptr) == FALSE) {
+        problem = "not UTF-8";
+    } else if (tab == std::string_view::npos) {
+        problem = "no tab between id and name";
+    } else if (tab == 0) {
+        problem = "empty id";
     }
-
-    size_t line() const { return m_line; }
-    Items& items() { return m_items; }
-
-private:
-    std::string Add(std::string id, std::string name) {
-        if (id.empty()) {
-            return "empty id";
-        }
-        // The line of the first use is kept, so that the error can name both places.
-        const auto [known, isNew] = m_lineOfId.try_emplace(id, m_line);
-        if (!isNew) {
-            return "id '" + id + "' is already in line " + std::to_string(known->second);
-        }
-        m_items.push_back({std::move(id), std::move(name)});
-        return {};
-    }
-
-    size_t m_line = 0;
-    Items m_items;
-    std::map<std::string, size_t> m_lineOfId;
-};
+    return problem == nullptr
+               ? Result(Item{std::string(line.substr(0, tab)), std::string(line.substr(tab + 1))})
+               : Result<Item>::Failure(problem);
+}
 
 }  // namespace
 
 Result<Items> ParseItemText(std::string_view text) {
-    ItemTextReader reader;
-    while (!text.empty()) {
-        const size_t end = text.find('\n');
-        const std::string error = reader.Read(text.substr(0, end));
-        if (!error.empty()) {
-            return Result<Items>::Failure(std::to_string(reader.line()) + ": " + error);
+    Items items;
+    // The line of the first use, so that the error of a repeated id can name both places.
+    std::map<std::string, size_t> lineOfId;
+    size_t number = 0;
+    for (std::string_view line : tools::LinesOf(text)) {
+        const std::string place = std::to_string(++number) + ": ";
+        // Accepts files with the line ends of Windows.
+        line.remove_suffix(line.ends_with('\r') ? 1 : 0);
+        if (line.empty() || line.starts_with('#')) {
+            continue;
         }
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        auto item = ParseItem(line);
+        if (!item) {
+            return Result<Items>::Failure(place + item.error());
+        }
+        const auto [known, isNew] = lineOfId.try_emplace(item->id, number);
+        if (!isNew) {
+            return Result<Items>::Failure(place + "id '" + item->id + "' is already in line " +
+                                          std::to_string(known->second));
+        }
+        items.push_back(std::move(*item));
     }
-    return std::move(reader.items());
+    return items;
 }
 
 namespace {

@@ -9,6 +9,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 #include <glib/gstdio.h>
@@ -18,6 +19,7 @@
 #include "File.h"
 #include "link/Protocol.h"
 #include "recording/Traffic.h"
+#include "shared/LineReader.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
@@ -154,149 +156,94 @@ constexpr std::array KINDS{MessageKind::Acquired, MessageKind::Released, Message
                            MessageKind::Reply,    MessageKind::Error,    MessageKind::Signal,
                            MessageKind::Left};
 
-/// An object of the file. A member with a wrong type is an error of the line.
-class ObjectReader {
-public:
-    explicit ObjectReader(const Json& object) : m_object(object) {}
-
-    std::string Text(const char* member) {
-        const auto found = m_object.find(member);
-        if (found == m_object.end()) {
-            return {};
-        }
-        if (!found->is_string()) {
-            Refuse(member, "is not a string");
-            return {};
-        }
-        return found->get<std::string>();
-    }
-    int64_t Number(const char* member) {
-        const auto found = m_object.find(member);
-        if (found == m_object.end()) {
-            return 0;
-        }
-        // A larger number would become negative in the conversion.
-        constexpr uint64_t MOST = std::numeric_limits<int64_t>::max();
-        if (!found->is_number_unsigned() || found->get<uint64_t>() > MOST) {
-            Refuse(member, "is not a non-negative integer");
-            return 0;
-        }
-        return found->get<int64_t>();
-    }
-    template <typename Choices>
-    auto Choice(const char* member, const Choices& choices) {
-        const std::string text = Text(member);
-        const auto found = std::find_if(choices.begin(), choices.end(),
-                                        [&text](auto choice) { return NameOf(choice) == text; });
-        if (found == choices.end()) {
-            Refuse(member, "is unknown: '" + text + "'");
-            return choices.front();
-        }
-        return *found;
-    }
-    Bytes Hex(const char* member) {
-        auto bytes = FromHex(Text(member));
-        if (!bytes) {
-            Refuse(member, "is not hexadecimal");
-            return {};
-        }
-        return std::move(*bytes);
-    }
-    /// The first error; empty if none.
-    const std::string& fault() const { return m_fault; }
-
-private:
-    void Refuse(const std::string& member, const std::string& why) {
-        if (m_fault.empty()) {
-            m_fault = "\"" + member + "\" " + why;
-        }
-    }
-
-    const Json& m_object;
-    std::string m_fault;
+/// Thrown for a line that cannot be used, with the reason.
+struct LineError : std::runtime_error {
+    using runtime_error::runtime_error;
 };
 
-// Returns an empty string on success. The parser is not recursive, so deep nesting is harmless.
-std::string ParseObject(std::string_view line, Json& object) {
+[[noreturn]] void Refuse(const std::string& member, const std::string& why) {
+    throw LineError('"' + member + "\" " + why);
+}
+
+// The following functions return a member of an object, or an empty value if it is absent.
+
+std::string TextOf(const Json& object, const char* member) {
+    const auto found = object.find(member);
+    if (found != object.end() && !found->is_string()) {
+        Refuse(member, "is not a string");
+    }
+    return found == object.end() ? std::string() : found->get<std::string>();
+}
+
+int64_t NumberOf(const Json& object, const char* member) {
+    // A larger number would become negative in the conversion.
+    constexpr uint64_t MOST = std::numeric_limits<int64_t>::max();
+    const auto found = object.find(member);
+    if (found != object.end() && (!found->is_number_unsigned() || found->get<uint64_t>() > MOST)) {
+        Refuse(member, "is not a non-negative integer");
+    }
+    return found == object.end() ? 0 : found->get<int64_t>();
+}
+
+template <typename Choices>
+auto ChoiceOf(const Json& object, const char* member, const Choices& choices) {
+    const std::string text = TextOf(object, member);
+    const auto found = std::find_if(choices.begin(), choices.end(),
+                                    [&text](auto choice) { return NameOf(choice) == text; });
+    if (found == choices.end()) {
+        Refuse(member, "is unknown: '" + text + "'");
+    }
+    return *found;
+}
+
+Bytes BytesOf(const Json& object, const char* member) {
+    auto bytes = FromHex(TextOf(object, member));
+    if (!bytes) {
+        Refuse(member, "is not hexadecimal");
+    }
+    return std::move(*bytes);
+}
+
+// The parser is not recursive, so deep nesting is harmless.
+Json ParseObject(std::string_view line) {
+    Json object;
     try {
         object = Json::parse(line);
     } catch (const Json::parse_error& error) {
-        return "not JSON at byte " + std::to_string(error.byte);
+        throw LineError("not JSON at byte " + std::to_string(error.byte));
     } catch (const Json::exception&) {
-        return "not JSON: a number is out of range";
+        throw LineError("not JSON: a number is out of range");
     }
-    return object.is_object() ? std::string() : "not a JSON object";
+    if (!object.is_object()) {
+        throw LineError("not a JSON object");
+    }
+    return object;
 }
 
-std::string CheckHeader(std::string_view line) {
-    Json object;
-    std::string error = ParseObject(line, object);
-    if (!error.empty()) {
-        return error;
+void CheckHeader(std::string_view line) {
+    const Json object = ParseObject(line);
+    const auto version = object.find(VERSION_MEMBER);
+    if (version == object.end() || !version->is_number_unsigned() || *version == 0) {
+        throw LineError("not the header of a recording");
     }
-    ObjectReader reader(object);
-    const int64_t version = reader.Number(VERSION_MEMBER);
-    if (!reader.fault().empty() || version == 0) {
-        return "not the header of a recording";
+    if (*version != RECORDING_VERSION) {
+        throw LineError("unsupported version " + version->dump() + " of recordings");
     }
-    return version == RECORDING_VERSION
-               ? std::string()
-               : "unsupported version " + std::to_string(version) + " of recordings";
 }
 
-Result<RecordedMessage> ParseMessage(std::string_view line) {
-    Json object;
-    const std::string error = ParseObject(line, object);
-    if (!error.empty()) {
-        return Result<RecordedMessage>::Failure(error);
-    }
-    ObjectReader reader(object);
-    RecordedMessage message;
-    message.time = reader.Number("us");
-    message.kind = reader.Choice("kind", KINDS);
-    message.side = reader.Choice("side", SIDES);
-    message.from = reader.Text("from");
-    message.to = reader.Text("to");
-    message.call = static_cast<uint64_t>(reader.Number("call"));
-    message.name = reader.Text("name");
-    message.text = reader.Text("text");
-    message.bytes = reader.Hex("bytes");
-    return reader.fault().empty() ? Result(message)
-                                  : Result<RecordedMessage>::Failure(reader.fault());
+RecordedMessage ParseMessage(std::string_view line, size_t number) {
+    const Json object = ParseObject(line);
+    return {.line = number,
+            .time = NumberOf(object, "us"),
+            .kind = ChoiceOf(object, "kind", KINDS),
+            .side = ChoiceOf(object, "side", SIDES),
+            .from = TextOf(object, "from"),
+            .to = TextOf(object, "to"),
+            .call = static_cast<uint64_t>(NumberOf(object, "call")),
+            .name = TextOf(object, "name"),
+            .text = TextOf(object, "text"),
+            .bytes = BytesOf(object, "bytes")};
 }
-
-/// Reads line by line.
-class RecordingReader {
-public:
-    /// Returns an empty string on success.
-    std::string Read(std::string_view line) {
-        ++m_line;
-        // Empty lines are allowed, but counted, so that messages name the right line.
-        if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
-            return {};
-        }
-        if (!m_begun) {
-            m_begun = true;
-            return CheckHeader(line);
-        }
-        auto message = ParseMessage(line);
-        if (!message) {
-            return message.error();
-        }
-        message->line = m_line;
-        m_recording.messages.push_back(std::move(*message));
-        return {};
-    }
-
-    bool begun() const { return m_begun; }
-    size_t line() const { return m_line; }
-    Recording& recording() { return m_recording; }
-
-private:
-    size_t m_line = 0;
-    bool m_begun = false;
-    Recording m_recording;
-};
 
 }  // namespace
 
@@ -327,17 +274,26 @@ std::string RecordingLine(const RecordedMessage& message) {
 }
 
 Result<Recording> ParseRecording(std::string_view text) {
-    RecordingReader reader;
-    while (!text.empty()) {
-        const size_t end = text.find('\n');
-        const std::string error = reader.Read(text.substr(0, end));
-        if (!error.empty()) {
-            return Result<Recording>::Failure(std::to_string(reader.line()) + ": " + error);
+    Recording recording;
+    bool begun = false;
+    size_t number = 0;
+    for (const std::string_view line : tools::LinesOf(text)) {
+        ++number;
+        // Empty lines are allowed, but counted, so that messages name the right line.
+        if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
+            continue;
         }
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        try {
+            if (std::exchange(begun, true)) {
+                recording.messages.push_back(ParseMessage(line, number));
+            } else {
+                CheckHeader(line);
+            }
+        } catch (const LineError& error) {
+            return Result<Recording>::Failure(std::to_string(number) + ": " + error.what());
+        }
     }
-    return reader.begun() ? Result(std::move(reader.recording()))
-                          : Result<Recording>::Failure("1: empty");
+    return begun ? Result(std::move(recording)) : Result<Recording>::Failure("1: empty");
 }
 
 namespace {

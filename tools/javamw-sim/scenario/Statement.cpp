@@ -9,6 +9,7 @@
 
 #include "link/Protocol.h"
 #include "scenario/Words.h"
+#include "shared/LineReader.h"
 
 namespace applist::sim {
 namespace {
@@ -81,16 +82,15 @@ ParsedLine ParseStatement(std::string_view text, size_t line) {
 
 ParsedScenario ParseScenario(std::string_view text) {
     ParsedScenario scenario;
-    for (size_t line = 1; !text.empty(); ++line) {
-        const size_t end = text.find('\n');
-        ParsedLine parsed = ParseStatement(text.substr(0, end), line);
+    size_t number = 0;
+    for (const std::string_view line : tools::LinesOf(text)) {
+        ParsedLine parsed = ParseStatement(line, ++number);
         if (parsed.error) {
             scenario.errors.push_back(std::move(*parsed.error));
         }
         if (parsed.statement) {
             scenario.statements.push_back(std::move(*parsed.statement));
         }
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     }
     return scenario;
 }
