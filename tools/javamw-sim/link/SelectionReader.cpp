@@ -37,43 +37,39 @@ void SelectionReader::Read(const std::string& application, Event event, Done don
         m_latest.erase(application);
     }
     const uint64_t number = ++m_lastNumber;
-    m_pending[number] = {application, event, std::move(done)};
-    m_ask(application,
-          [this, number](const Result<Items>& reply) { Complete(number, SelectedIn(reply)); });
+    // The read keeps its place, because replies may arrive in another order than the events.
+    m_pending.push_back({application, event, std::move(done), number});
+    m_ask(application, [this, number](const Result<Items>& reply) {
+        const auto read =
+            std::find_if(m_pending.begin(), m_pending.end(),
+                         [&](const Pending& other) { return other.number == number; });
+        if (read != m_pending.end()) {
+            Complete(*read, SelectedIn(reply));
+            RunCallbacks();
+        }
+    });
 }
 
 void SelectionReader::Lost(const std::string& application) {
-    // The numbers are collected first, because Complete() erases from the map.
-    std::vector<uint64_t> numbers;
-    for (const auto& [number, read] : m_pending) {
+    for (Pending& read : m_pending) {
         if (read.application == application) {
-            numbers.push_back(number);
+            Complete(read, {std::nullopt, "the application ended"});
         }
     }
-    for (const uint64_t number : numbers) {
-        Complete(number, {std::nullopt, "the application ended"});
-    }
     m_latest.erase(application);
+    RunCallbacks();
 }
 
 bool SelectionReader::IsPending(Event event) const {
     return std::any_of(m_pending.begin(), m_pending.end(),
-                       [event](const auto& entry) { return entry.second.event == event; });
+                       [event](const Pending& read) { return read.event == event; });
 }
 
-// A reply that arrives after Lost() belongs to a read that is already complete.
-void SelectionReader::Complete(uint64_t number, const SelectedItem& answer) {
-    const auto found = m_pending.find(number);
-    if (found == m_pending.end()) {
+void SelectionReader::Complete(Pending& read, const SelectedItem& answer) {
+    // A reply that arrives after Lost() is ignored.
+    if (read.selection) {
         return;
     }
-    // The entry is erased before the callback runs, because the callback may start another read.
-    const Pending read = std::move(found->second);
-    m_pending.erase(found);
-    read.done(Resolve(read, answer));
-}
-
-SelectedItem SelectionReader::Resolve(const Pending& read, const SelectedItem& answer) {
     if (read.event == Event::ItemSelected) {
         m_latest[read.application] = answer;
     }
@@ -82,7 +78,16 @@ SelectedItem SelectionReader::Resolve(const Pending& read, const SelectedItem& a
     // click is then the item that was chosen.
     const bool useLatest = read.event == Event::ItemClicked && !answer.problem.empty() &&
                            latest != m_latest.end() && latest->second.problem.empty();
-    return useLatest ? latest->second : answer;
+    read.selection = useLatest ? latest->second : answer;
+}
+
+void SelectionReader::RunCallbacks() {
+    while (!m_pending.empty() && m_pending.front().selection) {
+        // Removed before its callback runs, because the callback may start another read.
+        const Pending first = std::move(m_pending.front());
+        m_pending.pop_front();
+        first.done(*first.selection);
+    }
 }
 
 }  // namespace applist::sim

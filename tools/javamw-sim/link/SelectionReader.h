@@ -3,12 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "link/Protocol.h"
 
@@ -27,7 +27,10 @@ SelectedItem SelectedIn(const Result<Items>& reply);
 /// "selection ID<TAB>NAME" after any other event; or the reason why the selection is unknown.
 std::string DescribeSelection(Event event, const SelectedItem& selection);
 
-/// Reads the selection after each event.
+/// Reads the selection after each event, and reports what it has read in the order of the events.
+///
+/// An event carries no item, and it arrives before the reply to the call that caused it. The
+/// selection is therefore read without blocking.
 ///
 /// The application ends shortly after event 3 and may no longer answer. The chosen item is then the
 /// answer to the GetSelection call that followed the most recent event 2. An older answer is never
@@ -41,10 +44,11 @@ public:
 
     explicit SelectionReader(Ask ask) : m_ask(std::move(ask)) {}
 
-    /// Calls GetSelection. Runs done once, from the main loop or from Lost().
+    /// Calls GetSelection. Runs done once, from the main loop or from Lost(), after the callbacks
+    /// of all earlier reads.
     void Read(const std::string& application, Event event, Done done);
 
-    /// Completes all pending reads of an application that left the bus, in their order.
+    /// Completes all pending reads of an application that left the bus.
     void Lost(const std::string& application);
 
     /// True if a read after this event is pending.
@@ -55,13 +59,15 @@ private:
         std::string application;
         Event event{};
         Done done;
+        uint64_t number = 0;
+        std::optional<SelectedItem> selection{};  ///< Absent until it has been read.
     };
-    void Complete(uint64_t number, const SelectedItem& answer);
-    SelectedItem Resolve(const Pending& read, const SelectedItem& answer);
+    void Complete(Pending& read, const SelectedItem& answer);
+    void RunCallbacks();
 
     Ask m_ask;
     uint64_t m_lastNumber = 0;
-    std::map<uint64_t, Pending> m_pending;  ///< By number; a later read has a higher one.
+    std::deque<Pending> m_pending;
     /// Per application the answer that followed the most recent event 2; absent while pending.
     std::map<std::string, SelectedItem> m_latest;
 };

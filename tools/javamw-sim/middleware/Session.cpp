@@ -140,11 +140,12 @@ protected:
         Print(report().Disconnected(application));
     }
     void OnNotified(const std::string& application, const Notification& notification) override {
-        m_log.Add(middleware().selections(), application, notification);
+        middleware().selections().Read(
+            application, notification.event,
+            [this, application, notification](const SelectedItem& selection) {
+                Print(report().Event(application, notification, selection));
+            });
     }
-
-private:
-    EventLog m_log{report(), [this](const std::string& line) { Print(line); }};
 };
 
 constexpr double MS_PER_SECOND = 1000;

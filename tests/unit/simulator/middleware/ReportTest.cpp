@@ -29,6 +29,8 @@ TEST(TextReports, AreOneLineForEachEvent) {
               "event 3 ItemClicked with 2 unexpected bytes choice unknown: gone\\x0aaway");
     EXPECT_EQ(report.Event(APPLICATION, {Event::ItemClicked, 0}, WEATHER),
               "event 3 ItemClicked chose w1\tWeather");
+    EXPECT_EQ(report.Event(APPLICATION, {static_cast<Event>(77), 3}, NONE),
+              "event 77 Unknown with 3 unexpected bytes selection none");
     EXPECT_EQ(report.ItemOfReply({"w\t1", "Weather"}), "w\\x091\tWeather");
 }
 

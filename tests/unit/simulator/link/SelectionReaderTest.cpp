@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include "middleware/Report.h"
+#include "link/SelectionReader.h"
 
 namespace applist::sim {
 namespace {
@@ -31,81 +31,77 @@ struct FakeApplication {
     std::deque<std::pair<std::string, Done>> calls;
 };
 
-class EventLogTest : public testing::Test {
+class SelectionReaderTest : public testing::Test {
 protected:
     void Add(Event event, const std::string& application = APPLICATION) {
-        m_log.Add(m_reader, application, {event, 0});
+        m_reader.Read(application, event, [this, event](const SelectedItem& selection) {
+            m_lines.push_back(DescribeSelection(event, selection));
+        });
     }
 
     FakeApplication m_application;
     std::vector<std::string> m_lines;
-    Report m_report{false, false};
     SelectionReader m_reader{[this](const std::string& application, auto done) {
         m_application.calls.push_back({application, std::move(done)});
     }};
-    EventLog m_log{m_report, [this](const std::string& line) { m_lines.push_back(line); }};
 };
 
-TEST_F(EventLogTest, PrintsAnEventWhenItsSelectionIsKnown) {
+TEST_F(SelectionReaderTest, ReportsTheSelectionOfTheReply) {
     Add(Event::ItemSelected);
     EXPECT_THAT(m_lines, IsEmpty());
     EXPECT_EQ(m_application.calls.at(0).first, APPLICATION);
     m_application.Answer(0, {"w1", "Weather"});
-    EXPECT_THAT(m_lines, ElementsAre("event 2 ItemSelected selection w1\tWeather"));
+    EXPECT_THAT(m_lines, ElementsAre("selection w1\tWeather"));
 }
 
-TEST_F(EventLogTest, PrintsNoneWithoutASelection) {
+TEST_F(SelectionReaderTest, ReportsNoneWithoutASelection) {
     Add(Event::LocalCreated);
     m_application.Answer(0, {});
-    EXPECT_THAT(m_lines, ElementsAre("event 4 LocalCreated selection none"));
+    EXPECT_THAT(m_lines, ElementsAre("selection none"));
 }
 
-TEST_F(EventLogTest, KeepsTheOrderOfTheEventsWhateverTheOrderOfTheAnswers) {
+TEST_F(SelectionReaderTest, KeepsTheOrderOfTheEventsWhateverTheOrderOfTheAnswers) {
     Add(Event::ItemChanged);
     Add(Event::ItemSelected);
     m_application.Answer(1, {"b", "B"});
     EXPECT_THAT(m_lines, IsEmpty());
     m_application.Answer(0, {"a", "A"});
-    EXPECT_THAT(m_lines, ElementsAre("event 1 ItemChanged selection a\tA",
-                                     "event 2 ItemSelected selection b\tB"));
+    EXPECT_THAT(m_lines, ElementsAre("selection a\tA", "selection b\tB"));
 }
 
-TEST_F(EventLogTest, PrintsWhyTheSelectionCannotBeRead) {
+TEST_F(SelectionReaderTest, ReportsWhyTheSelectionCannotBeRead) {
     for (size_t i = 0; i < 3; ++i) {
         Add(Event::ItemChanged);
     }
     m_application.Fail(0, "gone\naway");
     m_application.calls.at(1).second(ItemsOfReply(Bytes{1, 2, 3}));
     m_application.calls.at(2).second(Items());
-    EXPECT_THAT(
-        m_lines,
-        ElementsAre("event 1 ItemChanged selection unreadable: gone\\x0aaway",
-                    "event 1 ItemChanged selection unreadable: the reply of 3 bytes is not a "
-                    "list of items",
-                    "event 1 ItemChanged selection unreadable: 0 items in the reply"));
+    EXPECT_THAT(m_lines, ElementsAre("selection unreadable: gone\\x0aaway",
+                                     "selection unreadable: the reply of 3 bytes is not a "
+                                     "list of items",
+                                     "selection unreadable: 0 items in the reply"));
 }
 
-TEST_F(EventLogTest, CompletesTheEventsOfAnApplicationThatEnded) {
+TEST_F(SelectionReaderTest, CompletesTheReadsOfAnApplicationThatEnded) {
     Add(Event::ItemChanged);
     Add(Event::ItemChanged, ":1.6");
     m_reader.Lost(APPLICATION);
-    EXPECT_THAT(m_lines,
-                ElementsAre("event 1 ItemChanged selection unreadable: the application ended"));
+    EXPECT_THAT(m_lines, ElementsAre("selection unreadable: the application ended"));
     m_application.Answer(0, {"late", "Late"});
     m_application.Answer(1, {"a", "A"});
     EXPECT_EQ(m_lines.size(), 2U);
-    EXPECT_EQ(m_lines.back(), "event 1 ItemChanged selection a\tA");
+    EXPECT_EQ(m_lines.back(), "selection a\tA");
 }
 
-TEST_F(EventLogTest, PrintsTheChoiceThatTheApplicationAnswers) {
+TEST_F(SelectionReaderTest, ReportsTheChoiceThatTheApplicationAnswers) {
     Add(Event::ItemSelected);
     m_application.Answer(0, {"a", "A"});
     Add(Event::ItemClicked);
     m_application.Answer(1, {"b", "B"});
-    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
+    EXPECT_EQ(m_lines.back(), "chose b\tB");
 }
 
-TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnded) {
+TEST_F(SelectionReaderTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnded) {
     Add(Event::ItemSelected);
     Add(Event::ItemSelected);
     m_application.Answer(0, {"a", "A"});
@@ -114,49 +110,43 @@ TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheApplicationHasEnde
     m_application.Answer(2, {"c", "C"});
     Add(Event::ItemClicked);
     m_reader.Lost(APPLICATION);
-    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose b\tB");
+    EXPECT_EQ(m_lines.back(), "chose b\tB");
 }
 
-TEST_F(EventLogTest, TakesTheChoiceFromTheLastSelectionWhenTheCallFails) {
+TEST_F(SelectionReaderTest, TakesTheChoiceFromTheLastSelectionWhenTheCallFails) {
     Add(Event::ItemSelected);
     m_application.Answer(0, {"a", "A"});
     Add(Event::ItemClicked);
     m_application.Fail(1, "gone");
-    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked chose a\tA");
+    EXPECT_EQ(m_lines.back(), "chose a\tA");
 }
 
 // The older answer names an item from which the viewer has moved away since.
-TEST_F(EventLogTest, NeverTakesTheChoiceFromAnOlderSelection) {
+TEST_F(SelectionReaderTest, NeverTakesTheChoiceFromAnOlderSelection) {
     Add(Event::ItemSelected);
     m_application.Answer(0, {"a", "A"});
     Add(Event::ItemSelected);
     Add(Event::ItemClicked);
     m_reader.Lost(APPLICATION);
-    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
+    EXPECT_EQ(m_lines.back(), "choice unknown: the application ended");
 }
 
-TEST_F(EventLogTest, DoesNotTakeTheChoiceFromASelectionThatCouldNotBeRead) {
+TEST_F(SelectionReaderTest, DoesNotTakeTheChoiceFromASelectionThatCouldNotBeRead) {
     Add(Event::ItemSelected);
     m_application.Answer(0, {"a", "A"});
     Add(Event::ItemSelected);
     m_application.Fail(1, "busy");
     Add(Event::ItemClicked);
     m_application.Fail(2, "gone");
-    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: gone");
+    EXPECT_EQ(m_lines.back(), "choice unknown: gone");
 }
 
-TEST_F(EventLogTest, DoesNotTakeTheChoiceFromAnotherApplication) {
+TEST_F(SelectionReaderTest, DoesNotTakeTheChoiceFromAnotherApplication) {
     Add(Event::ItemSelected, ":1.6");
     m_application.Answer(0, {"a", "A"});
     Add(Event::ItemClicked);
     m_reader.Lost(APPLICATION);
-    EXPECT_EQ(m_lines.back(), "event 3 ItemClicked choice unknown: the application ended");
-}
-
-TEST_F(EventLogTest, PrintsUnknownEventsAndPayloads) {
-    m_log.Add(m_reader, APPLICATION, {static_cast<Event>(77), 3});
-    m_application.Answer(0, {});
-    EXPECT_THAT(m_lines, ElementsAre("event 77 Unknown with 3 unexpected bytes selection none"));
+    EXPECT_EQ(m_lines.back(), "choice unknown: the application ended");
 }
 
 TEST(Output, KeepsAnItemOnOneLine) {
