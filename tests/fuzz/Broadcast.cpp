@@ -7,7 +7,7 @@
 
 #include "broadcast/ApplicationXml.h"
 #include "broadcast/ProgramTables.h"
-#include "cli/ApplicationFormats.h"
+#include "cli/ApplicationList.h"
 #include "feed/BroadcastFilter.h"
 #include "feed/ListUpdate.h"
 #include "fuzz/Properties.h"

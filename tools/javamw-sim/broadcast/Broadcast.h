@@ -28,6 +28,18 @@ struct Snapshot {
     std::vector<BroadcastService> services;
 };
 
+/// Calls visit(service, table, application) for each application of services, in their order.
+template <typename Visit>
+void ForEachApplication(const std::vector<BroadcastService>& services, Visit&& visit) {
+    for (const BroadcastService& service : services) {
+        for (const auto& table : service.tables) {
+            for (const Application& application : table->applications) {
+                visit(service, *table, application);
+            }
+        }
+    }
+}
+
 /// The contents of a broadcast file over time.
 struct Broadcast {
     std::vector<Snapshot> snapshots;  ///< Never empty; each differs from the one before.

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/BroadcastReader.h"
-#include "cli/ApplicationFormats.h"
+#include "cli/ApplicationList.h"
 #include "cli/Commands.h"
 #include "middleware/MainLoop.h"
 #include "shared/Output.h"

@@ -172,15 +172,12 @@ std::string MissingService(const Broadcast& broadcast, const BroadcastFilter& fi
 
 Items OfferedItems(const Snapshot& snapshot, const BroadcastFilter& filter) {
     ItemList items(filter);
-    for (const BroadcastService& service : SelectServices(snapshot, filter)) {
-        for (const auto& table : service.tables) {
-            for (const Application& application : table->applications) {
-                if (IsOffered(*table, application, filter.all)) {
-                    items.Add(service, application);
-                }
-            }
-        }
-    }
+    ForEachApplication(SelectServices(snapshot, filter),
+                       [&](const auto& service, const auto& table, const auto& application) {
+                           if (IsOffered(table, application, filter.all)) {
+                               items.Add(service, application);
+                           }
+                       });
     return items.Take();
 }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "cli/ApplicationFormats.h"
+#include "cli/ApplicationList.h"
 
 namespace applist::sim {
 namespace {
@@ -31,21 +31,10 @@ std::vector<ListedApplication> List(const Broadcast& broadcast,
 TEST(ApplicationList, HasEveryApplicationOnceForEachService) {
     const auto list = List(With({Service(1, 16, {NEWS, HIDDEN, NEWS}), Service(2, 16, {NEWS})}));
     ASSERT_EQ(list.size(), 3U);
-    EXPECT_EQ(list[0], (ListedApplication{1, 11, 0x1AB6, 16, "AUTOSTART", 3, 60, "News", NEWS.names,
-                                          "http://a.example/i.html"}));
+    EXPECT_EQ(list[0], (ListedApplication{1, 16, NEWS, "News"}));
     EXPECT_EQ(list[1],
-              (ListedApplication{1,
-                                 11,
-                                 2,
-                                 16,
-                                 "KILL",
-                                 1,
-                                 0,
-                                 "",
-                                 {},
-                                 "",
-                                 {},
-                                 {"control code KILL", "visible to other applications only"}}));
+              (ListedApplication{
+                  1, 16, HIDDEN, "", {"control code KILL", "visible to other applications only"}}));
     EXPECT_EQ(list[2].service, 2);
 }
 
@@ -57,14 +46,14 @@ TEST(ApplicationList, HasAnApplicationAsItWasDescribedLast) {
     const auto list = List(broadcast);
     ASSERT_EQ(list.size(), 2U);
     EXPECT_EQ(list[0].name, "News live");
-    EXPECT_EQ(list[1].id, 2);
+    EXPECT_EQ(list[1].application.id, 2);
 }
 
 TEST(ApplicationList, HasOnlyTheServicesAskedFor) {
     const auto list =
         List(With({Service(1, 16, {NEWS}), Service(2, 16, {HIDDEN})}), {{"2"}, {}, false});
     ASSERT_EQ(list.size(), 1U);
-    EXPECT_EQ(list[0].id, 2);
+    EXPECT_EQ(list[0].application.id, 2);
 }
 
 TEST(ApplicationList, HasOneCleanNameForEachLanguage) {
@@ -72,8 +61,9 @@ TEST(ApplicationList, HasOneCleanNameForEachLanguage) {
     application.names = {
         {std::string("fr\0", 3), "Infos"}, {"FR", "again"}, {"   ", "Nowhere"}, {"ita", "\xFF"}};
     const auto list = List(With({Service(1, 16, {application})}));
-    EXPECT_EQ(list.at(0).names, (std::vector<ApplicationName>{
-                                    {"fr", "Infos"}, {"und", "Nowhere"}, {"ita", "\uFFFD"}}));
+    EXPECT_EQ(
+        list.at(0).application.names,
+        (std::vector<ApplicationName>{{"fr", "Infos"}, {"und", "Nowhere"}, {"ita", "\uFFFD"}}));
 }
 
 TEST(ApplicationTable, IsForPeople) {
@@ -92,16 +82,17 @@ TEST(ApplicationTable, IsForPeople) {
 }
 
 TEST(ApplicationTable, CountsColumnsOfTheTerminalNotBytes) {
-    const ListedApplication wide{1, 1, 1, 1, "KILL", 0, 0, "\u65e5\u672c", {}, "x"};
-    const ListedApplication narrow{1, 1, 1, 1, "KILL", 0, 0, "Citt\u00e0", {}, "x"};
+    const ListedApplication wide{1, 1, HIDDEN, "\u65e5\u672c"};
+    const ListedApplication narrow{1, 1, HIDDEN, "Citt\u00e0"};
     const std::string table = FormatTable({wide, narrow});
     EXPECT_NE(table.find("\u65e5\u672c   -"), std::string::npos) << table;
     EXPECT_NE(table.find("Citt\u00e0  -"), std::string::npos) << table;
 }
 
 TEST(ApplicationTable, KeepsControlBytesFromTheTerminal) {
-    const ListedApplication application{1, 1, 1, 1, "KILL", 0, 0, "a\nb", {}, "\x1b[2J"};
-    const std::string table = FormatTable({application});
+    ListedApplication listed{1, 1, HIDDEN, "a\nb"};
+    listed.application.location = "\x1b[2J";
+    const std::string table = FormatTable({listed});
     EXPECT_NE(table.find("a\\x0ab"), std::string::npos);
     EXPECT_NE(table.find("\\x1b[2J"), std::string::npos);
 }

@@ -1,17 +1,97 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/ApplicationFormats.h"
+#include "cli/ApplicationList.h"
 
 #include <algorithm>
 #include <glib.h>
 #include <iterator>
+#include <map>
+#include <set>
+#include <tuple>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
+#include "feed/DisplayNames.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
+namespace {
+
+std::vector<ApplicationName> NamesByLanguage(const Application& application) {
+    std::vector<ApplicationName> names;
+    for (const ApplicationName& sent : application.names) {
+        ApplicationName name{CleanLanguage(sent.language), ValidUtf8(sent.text)};
+        if (name.language.empty()) {
+            name.language = "und";  // ISO 639-2 for an unknown language
+        }
+        const bool known = std::any_of(names.begin(), names.end(), [&](const auto& other) {
+            return other.language == name.language;
+        });
+        // The first name of each language is used if the broadcast repeats a language.
+        if (!known) {
+            names.push_back(std::move(name));
+        }
+    }
+    return names;
+}
+
+ListedApplication Describe(const BroadcastService& service, const ApplicationTable& table,
+                           const Application& application,
+                           const std::vector<std::string>& languages) {
+    ListedApplication listed{service.id, table.type, application};
+    listed.name = ValidUtf8(PreferredName(application.names, languages));
+    // Bytes from the broadcast may be invalid, and the output must be UTF-8.
+    listed.application.names = NamesByLanguage(application);
+    listed.application.location = ValidUtf8(application.location);
+    for (std::string& boundary : listed.application.conditions.boundaries) {
+        boundary = ValidUtf8(boundary);
+    }
+    for (ParentalRating& rating : listed.application.conditions.ratings) {
+        rating.country = ValidUtf8(rating.country);
+    }
+    // The list gives every reason, so hidden applications and trials are not excused here.
+    listed.against = ReasonsAgainst(table, application, false);
+    return listed;
+}
+
+using Key = std::tuple<std::optional<uint16_t>, uint32_t, uint16_t>;
+
+Key KeyOf(const BroadcastService& service, const Application& application) {
+    return {service.id, application.organisation, application.id};
+}
+
+}  // namespace
+
+std::vector<ListedApplication> ListApplications(const Broadcast& broadcast,
+                                                const BroadcastFilter& filter) {
+    std::vector<ListedApplication> list;
+    std::map<Key, size_t> places;
+    for (const Snapshot& snapshot : broadcast.snapshots) {
+        ForEachApplication(SelectServices(snapshot, filter),
+                           [&](const auto& service, const auto& table, const auto& application) {
+                               const auto [place, isNew] =
+                                   places.try_emplace(KeyOf(service, application), list.size());
+                               // A later snapshot replaces the description, and the application
+                               // keeps its place.
+                               if (isNew) {
+                                   list.emplace_back();
+                               }
+                               list[place->second] =
+                                   Describe(service, table, application, filter.languages);
+                           });
+    }
+    // A recording may contain applications that its last tables have withdrawn.
+    ForEachApplication(broadcast.snapshots.back().services,
+                       [&](const auto& service, const auto&, const auto& application) {
+                           places.erase(KeyOf(service, application));
+                       });
+    for (const auto& [key, place] : places) {
+        list[place].against.emplace_back("not in the last tables");
+    }
+    return list;
+}
+
 namespace {
 
 using tools::Json;
@@ -58,9 +138,9 @@ Field ListField(const char* name, const std::vector<std::string>& texts) {
     return {name, texts, text, text};
 }
 
-Field TypeField(std::optional<uint16_t> type) {
-    Field field = NumberField("type", type);
-    field.cell = TypeName(type.value_or(0));
+Field TypeField(uint16_t type) {
+    Field field = NumberField("type", type != 0 ? std::optional(type) : std::nullopt);
+    field.cell = TypeName(type);
     return field;
 }
 
@@ -105,16 +185,17 @@ Field RatingsField(const std::vector<ParentalRating>& ratings) {
     return {"ratings", object, text, text};
 }
 
-std::vector<Field> FieldsOf(const ListedApplication& application, bool why) {
+std::vector<Field> FieldsOf(const ListedApplication& listed, bool why) {
+    const Application& application = listed.application;
     const ReceiverConditions& conditions = application.conditions;
-    std::vector<Field> fields{NumberField("service", application.service),
+    std::vector<Field> fields{NumberField("service", listed.service),
                               NumberField("organisation_id", application.organisation),
                               NumberField("application_id", application.id),
-                              TypeField(application.type),
-                              TextField("control", application.control),
+                              TypeField(listed.type),
+                              TextField("control", ControlName(application.controlCode)),
                               NumberField("visibility", application.visibility),
                               NumberField("priority", application.priority),
-                              TextField("name", application.name),
+                              TextField("name", listed.name),
                               NamesField(application.names),
                               TextField("location", application.location),
                               ProfilesField(conditions.profiles),
@@ -124,7 +205,7 @@ std::vector<Field> FieldsOf(const ListedApplication& application, bool why) {
                               RatingsField(conditions.ratings),
                               ListField("transports", conditions.transports)};
     if (why) {
-        const auto& against = application.against;
+        const auto& against = listed.against;
         fields.push_back(TextField(
             "why", against.empty() ? "offered" : "not offered: " + Joined(against, ", ")));
     }
