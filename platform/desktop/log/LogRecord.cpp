@@ -33,22 +33,26 @@ const char* SyslogPriority(int priority) {
     return priority >= PLATFORM_LOG_INFO ? "6" : "7";
 }
 
-// The cast avoids negative values for UTF-8 bytes where char is signed.
-bool IsControl(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F;
+// Returns the length of the control character at the start of text, or 0 if there is none.
+size_t ControlLength(std::string_view text) {
+    // The cast avoids negative values for UTF-8 bytes where char is signed.
+    const auto byte = static_cast<unsigned char>(text[0]);
+    if (byte < 0x20 || byte == 0x7F) {
+        return 1;
+    }
+    // U+0080 to U+009F in UTF-8. Terminals treat U+009B like the escape sequence "\x1b[".
+    const auto next = static_cast<unsigned char>(text.size() > 1 ? text[1] : 0);
+    return byte == 0xC2 && next >= 0x80 && next <= 0x9F ? 2 : 0;
 }
 
-void AppendVisible(std::string& line, char c) {
+void AppendHex(std::string& line, std::string_view bytes) {
     static constexpr char HEX[] = "0123456789abcdef";
-    if (!IsControl(c)) {
-        line += c;
-        return;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        line += "\\x";
+        line += HEX[byte >> 4U];
+        line += HEX[byte & 0xFU];
     }
-    const auto byte = static_cast<unsigned char>(c);
-    line += "\\x";
-    line += HEX[byte >> 4U];
-    line += HEX[byte & 0xFU];
 }
 
 }  // namespace
@@ -115,8 +119,11 @@ std::string_view WithoutLineEnds(std::string_view message) {
 
 std::string StandardErrorLine(const LogRecord& record) {
     std::string line = record.tag + ' ' + LevelName(record.priority) + ": ";
-    for (const char c : WithoutLineEnds(record.message)) {
-        AppendVisible(line, c);
+    for (std::string_view rest = WithoutLineEnds(record.message); !rest.empty();) {
+        const size_t control = ControlLength(rest);
+        AppendHex(line, rest.substr(0, control));
+        line += control == 0 ? rest.substr(0, 1) : "";
+        rest.remove_prefix(std::max<size_t>(control, 1));
     }
     return line + '\n';
 }

@@ -69,6 +69,12 @@ TEST(StandardErrorLine, ShowsControlCharactersInsteadOfObeyingThem) {
         "a debug: x\\x0ay\\x1b[31m\\x7f \xC3\xA9\n");
 }
 
+TEST(StandardErrorLine, ShowsControlCharactersOfTwoBytesInsteadOfObeyingThem) {
+    EXPECT_EQ(StandardErrorLine({PLATFORM_LOG_DEBUG, "a",
+                                 "\xC2\x80\xC2\x9B[31m\xC2\x9F\xC2\xA0\xC2", std::nullopt}),
+              "a debug: \\xc2\\x80\\xc2\\x9b[31m\\xc2\\x9f\xC2\xA0\xC2\n");
+}
+
 TEST(JournalFields, CarryTheMessageItsPriorityAndItsPlace) {
     const LogRecord record{PLATFORM_LOG_ERROR, "applist", "text\n\n",
                            CodeLocation{"a.cpp", "f", "5"}};
