@@ -7,6 +7,7 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <glib.h>
+#include <string_view>
 
 namespace applist::desktop {
 namespace {
@@ -15,6 +16,11 @@ constexpr std::size_t LONGEST_CHARACTER = 4;
 
 bool ContinuesCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// The toolkit would draw these as replacement characters.
+bool IsTabOrLineEnd(char letter) {
+    return std::string_view("\t\n\v\f\r").find(letter) != std::string_view::npos;
 }
 
 // A TEXTBLOCK of the theme that shows the row's text on several lines; see still.edc.
@@ -33,10 +39,6 @@ std::string Escaped(const std::string& text) {
                 break;
             case '>':
                 markup += "&gt;";
-                break;
-            case '\n':
-            case '\r':
-                markup += ' ';
                 break;
             default:
                 markup += letter;
@@ -60,8 +62,7 @@ std::string ShownText(const char* text) {
         --start;
     }
     std::string shown(text, ContinuesCharacter(text[start]) ? end : start);
-    // The toolkit would draw a tab as a replacement character.
-    std::replace(shown.begin(), shown.end(), '\t', ' ');
+    std::replace_if(shown.begin(), shown.end(), IsTabOrLineEnd, ' ');
     return shown;
 }
 

@@ -18,8 +18,8 @@ constexpr std::size_t SHOWN_CHARACTERS = 1000;
 /// The maximum number of bytes: up to four per character in UTF-8. Also limits malformed text.
 constexpr std::size_t SHOWN_BYTES = 4 * SHOWN_CHARACTERS;
 
-/// Returns the beginning of text, within both limits and without cutting a character. Tabs become
-/// spaces. text may be malformed UTF-8. Any thread.
+/// Returns the beginning of text, within both limits and without cutting a character. Tabs and
+/// line ends become spaces. text may be malformed UTF-8. Any thread.
 std::string ShownText(const char* text);
 /// Returns the same as valid UTF-8, which screen readers and speech services need.
 std::string SpokenText(const char* text);

@@ -27,8 +27,8 @@ TEST(ShownText, IsTheWholeOfAnUsualName) {
     }
 }
 
-TEST(ShownText, HasASpaceForATab) {
-    EXPECT_EQ(Shown("\tTwo\twords\n"), " Two words\n");
+TEST(ShownText, HasASpaceForEachTabAndLineEnd) {
+    EXPECT_EQ(Shown("\tFive\twords\r\n(two)\vor\ffewer\n"), " Five words  (two) or fewer ");
 }
 
 TEST(ShownText, HasAThousandCharactersAtMost) {
