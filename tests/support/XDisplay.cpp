@@ -12,6 +12,7 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 #include <X11/extensions/Xdamage.h>
+#include <X11/extensions/Xrandr.h>
 
 namespace applist::test {
 namespace {
@@ -86,6 +87,19 @@ void XDisplay::Connect() {
         m_display, m_root,
         SubstructureNotifyMask | PropertyChangeMask | StructureNotifyMask | FocusChangeMask);
     XDamageCreate(m_display, m_root, XDamageReportRawRectangles);
+}
+
+// The server's monitor has one mode only, so the screen changes without it.
+void XDisplay::Resize(int width, int height) {
+    constexpr int MILLIMETRES = 300;
+    XRRScreenResources* resources = XRRGetScreenResources(m_display, m_root);
+    XRRSetCrtcConfig(m_display, resources, resources->crtcs[0], CurrentTime, 0, 0, None,
+                     RR_Rotate_0, nullptr, 0);
+    XRRFreeScreenResources(resources);
+    XRRSetScreenSize(m_display, m_root, width, height, MILLIMETRES, MILLIMETRES);
+    XSync(m_display, False);
+    m_desktop.width = width;
+    m_desktop.height = height;
 }
 
 ChildProcess::Environment XDisplay::Environment() const {

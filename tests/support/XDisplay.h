@@ -89,6 +89,8 @@ public:
     bool PaintGradient();
     /// Fills the background, which represents the broadcast, with one colour 0xRRGGBB.
     void PaintRoot(uint32_t colour);
+    /// Gives the screen another size, at most that of the constructor.
+    void Resize(int width, int height);
     /// The screen's whole area.
     Box Area() const { return {0, 0, m_desktop.width, m_desktop.height}; }
     /// The colour of one pixel of the screen as 0xRRGGBB.

@@ -71,6 +71,11 @@ Eina_Bool OnHidden(void* windows, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
+Eina_Bool OnScreenChanged(void* windows, int, void*) {
+    GuardCallback([windows] { static_cast<Windows*>(windows)->ScreenChanged(); });
+    return ECORE_CALLBACK_PASS_ON;
+}
+
 // One bit per key code. X does not use key codes below 8, and the protocol does not fill the first
 // byte.
 Windows::Keys KeysIn(const char (&bits)[32]) {
@@ -209,6 +214,8 @@ void Windows::ListenToDisplay() {
     m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_ANY, OnXEvent, this));
     m_handlers.push_back(
         EventHandler::InFront(ECORE_X_EVENT_WINDOW_VISIBILITY_CHANGE, OnVisibility, this));
+    m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_SCREEN_CHANGE, OnScreenChanged, this));
+    ecore_x_randr_events_select(ecore_x_window_root_first_get(), EINA_TRUE);
 }
 
 void Windows::Deleted(const Evas_Object* window) {
@@ -229,6 +236,16 @@ void Windows::Mapped(Ecore_Window id, bool mapped) {
         ecore_x_window_focus(static_cast<Ecore_X_Window>(id));
     }
     Update();
+}
+
+void Windows::ScreenChanged() {
+    const bool managed = HasWindowManager();
+    for (const Window& window : m_windows) {
+        FitToScreen(window.object);
+        if (!managed) {
+            FillScreen(static_cast<Ecore_X_Window>(elm_win_window_id_get(window.object)));
+        }
+    }
 }
 
 bool Windows::Obscured(Ecore_Window id, bool obscured) {

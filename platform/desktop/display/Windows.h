@@ -63,6 +63,8 @@ public:
     void CloseRequested() const { m_listener.closeRequested(); }
     /// The X server has mapped or unmapped the window.
     void Mapped(Ecore_Window id, bool mapped);
+    /// The X screen has another size: adapts the windows to it.
+    void ScreenChanged();
     /// The X server has reported whether the window is obscured. Returns true if the window belongs
     /// to this program.
     bool Obscured(Ecore_Window id, bool obscured);

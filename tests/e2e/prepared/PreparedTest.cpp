@@ -210,24 +210,8 @@ TEST_F(APreparedListIsReady, IsThrownAwayByALaunchOnAnotherScreen) {
     EXPECT_TRUE(middleware->SeesSelected("a", "Alpha"));
 }
 
-// The X server's only way to another size without a second monitor.
-constexpr const char* RESIZE = R"(
-from ctypes import *
-X, R = CDLL('libX11.so.6'), CDLL('libXrandr.so.2')
-X.XOpenDisplay.restype = c_void_p
-X.XDefaultRootWindow.restype = c_ulong
-class Resources(Structure):
-    _fields_ = [('times', c_ulong * 2), ('count', c_int), ('crtcs', POINTER(c_ulong))]
-R.XRRGetScreenResources.restype = POINTER(Resources)
-display = c_void_p(X.XOpenDisplay(None))
-root = c_ulong(X.XDefaultRootWindow(display))
-resources = R.XRRGetScreenResources(display, root)
-R.XRRSetCrtcConfig(display, resources, c_ulong(resources[0].crtcs[0]), c_ulong(0), 0, 0, c_ulong(0), 1, None, 0)
-R.XRRSetScreenSize(display, root, 1280, 720, 340, 190)
-X.XSync(display, 0))";
-
 TEST_F(APreparedListIsReady, IsThrownAwayWhenTheScreenChanges) {
-    ASSERT_EQ(Start({"/usr/bin/python3", "-c", RESIZE})->WaitForExit(), 0);
+    set.screen().Resize(1280, 720);
     EXPECT_TRUE(EndsUnused(*prepared)) << prepared->Errors();
 }
 

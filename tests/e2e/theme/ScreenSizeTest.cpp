@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Screens of other sizes than the list's design size.
+#include <cstdlib>
+
 #include <gtest/gtest.h>
 
 #include "support/Television.h"
@@ -45,6 +47,32 @@ INSTANTIATE_TEST_SUITE_P(Screens, AScreen,
                          [](const auto& desktop) {
                              return "Height" + std::to_string(desktop.param.height) +
                                     (desktop.param.windowManager.empty() ? "Unmanaged" : "Managed");
+                         });
+
+class AScreenOfAnotherSize : public testing::TestWithParam<Desktop> {};
+
+TEST_P(AScreenOfAnotherSize, ShowsAnOpenListAsAWholeInItsMiddle) {
+    // The panel's edges are blends of two colours.
+    constexpr int EDGE = 8;
+    Television set({}, GetParam());
+    ASSERT_NO_FATAL_FAILURE(set.ShowThreeItems());
+    set.screen().Resize(1280, 720);
+    const Box area = set.screen().Area();
+    Box panel;
+    EXPECT_TRUE(set.screen().WaitUntil([&] {
+        const Picture picture = set.screen().Grab();
+        panel = AreaOf(picture, Television::PANEL_COLOUR);
+        return std::abs(panel.CentreX() - area.CentreX()) <= EDGE &&
+               std::abs(panel.CentreY() - area.CentreY()) <= EDGE &&
+               panel.height < area.height - EDGE &&
+               panel.Contains(AreaOf(picture, Television::FOCUS_COLOUR));
+    })) << panel;
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, AScreenOfAnotherSize,
+                         testing::Values(Desktop{"openbox", ""}, Desktop{"", ""}),
+                         [](const auto& desktop) {
+                             return desktop.param.windowManager.empty() ? "Unmanaged" : "Managed";
                          });
 
 }  // namespace
