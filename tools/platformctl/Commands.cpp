@@ -11,9 +11,9 @@
 #include "Known.h"
 #include "PlatformSettings.h"
 #include "app_control.h"
+#include "data/FilePaths.h"
 #include "data/KeyTable.h"
 #include "data/Reading.h"
-#include "data/SettingsPaths.h"
 #include "shared/Output.h"
 
 namespace applist::desktop {

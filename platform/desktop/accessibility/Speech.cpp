@@ -6,7 +6,6 @@
 
 #include "CallbackGuard.h"
 #include "data/SettingsStore.h"
-#include "data/ViewerSettings.h"
 #include "i18n_text.h"
 
 namespace applist::desktop {

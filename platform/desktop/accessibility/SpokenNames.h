@@ -8,8 +8,7 @@
 
 #include "display/EventHandler.h"
 #include "list/News.h"
-
-typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
+#include "toolkit-internals/AccessibleObjects.h"
 
 namespace applist::desktop {
 
@@ -28,11 +27,11 @@ public:
 
     /// Connects and names all present and future rows, or disconnects. Initially off, at no cost.
     void Turn(bool on);
-    /// For the toolkit's event callback: row has been added to list.
-    static void RowAdded(Eo* list, Eo* row);
+    /// For the watch: row has been added to list.
+    static void RowAdded(Evas_Object* list, Evas_Object* row);
     /// Makes the reader speak a message about list, at once or when it is connected. An empty
     /// message withdraws the last one. list must be in a popup.
-    static void Say(Eo* list, const std::string& message);
+    static void Say(Evas_Object* list, const std::string& message);
     /// For the toolkit's event callback: the reader is connected, and speaks the last message.
     static void Repeat();
     /// For the timer: connects again if the toolkit is not connected yet. Returns true if the timer
@@ -43,7 +42,7 @@ private:
     void Connect();
 
     Ecore_Timer* m_retry = nullptr;
-    Efl_Access_Event_Handler* m_additions = nullptr;
+    std::optional<AdditionWatch> m_additions;
     EventHandler m_connected;
     std::optional<NewsListener> m_news;
 };

@@ -10,7 +10,7 @@
 
 #include "alert-syspopup/AlertWindow.h"
 #include "display/EventHandler.h"
-#include "launch/AppControlRequest.h"
+#include "launch/LaunchProtocol.h"
 
 namespace applist::desktop {
 

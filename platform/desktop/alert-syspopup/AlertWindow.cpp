@@ -35,6 +35,18 @@ void OnThemeChanged(void* window, Evas_Object*, void*) {
 
 }  // namespace
 
+std::optional<Alert> ReadAlert(const app_control_s& request) {
+    Alert alert;
+    for (const auto& [key, value] : request.extraData) {
+        if (key == "text") {
+            alert.text = value;
+        } else if (key == "type" && value == "unavailable") {
+            alert.kind = Alert::Kind::UNAVAILABLE;
+        }
+    }
+    return alert.text.empty() ? std::nullopt : std::optional(alert);
+}
+
 std::unique_ptr<AlertWindow> AlertWindow::Create(const char* title) {
     Evas_Object* window = elm_win_add(nullptr, title, ELM_WIN_DIALOG_BASIC);
     if (window == nullptr) {

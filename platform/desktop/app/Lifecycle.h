@@ -8,7 +8,7 @@
 #include <string>
 
 #include "app.h"
-#include "launch/AppControlRequest.h"
+#include "launch/LaunchProtocol.h"
 
 namespace applist::desktop {
 

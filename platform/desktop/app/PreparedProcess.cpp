@@ -23,7 +23,7 @@
 #include "app/SettingsWatch.h"
 #include "app/Surroundings.h"
 #include "data/Text.h"
-#include "launch/ApplicationId.h"
+#include "launch/LaunchProtocol.h"
 #include "launch/PreparedLaunch.h"
 #include "log/LogWriter.h"
 

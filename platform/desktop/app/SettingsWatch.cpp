@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "CallbackGuard.h"
-#include "data/SettingsPaths.h"
+#include "data/FilePaths.h"
 
 namespace applist::desktop {
 namespace {

@@ -7,8 +7,8 @@
 #include "CallbackGuard.h"
 #include "Log.h"
 #include "Number.h"
+#include "data/FilePaths.h"
 #include "data/KeyFile.h"
-#include "data/SettingsPaths.h"
 #include "factory_data.h"
 
 namespace applist::desktop {

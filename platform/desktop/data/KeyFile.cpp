@@ -4,16 +4,56 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <glib.h>
 #include <system_error>
+#include <unistd.h>
+#include <utility>
 
-#include "data/FileLock.h"
+#include <sys/file.h>
 
 namespace applist::desktop {
 namespace {
 
-/// Returns "PATH: WHAT: " and the system's text for the error code.
+// Holds an exclusive file lock, between processes and between threads, from construction to
+// destruction. The system releases it if the holder is killed.
+class FileLock {
+public:
+    // Waits for the lock on the file at path and creates the file if necessary. The file is never
+    // removed: if it were, one process could hold a lock on the removed file while another locks
+    // the new one.
+    explicit FileLock(const std::string& path)
+        : m_fd(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+        while (m_fd >= 0 && flock(m_fd, LOCK_EX) != 0) {
+            // A signal handler may interrupt the wait; only other errors end it.
+            if (errno != EINTR) {
+                // close() may overwrite errno, which IsHeld() promises to leave for the caller.
+                const int reason = errno;
+                close(std::exchange(m_fd, -1));
+                errno = reason;
+            }
+        }
+    }
+    ~FileLock() {
+        if (m_fd >= 0) {
+            close(m_fd);
+        }
+    }
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    FileLock(FileLock&&) = delete;
+    FileLock& operator=(FileLock&&) = delete;
+
+    // False if the file could not be opened or locked. errno then gives the reason, until the next
+    // system call.
+    bool IsHeld() const { return m_fd >= 0; }
+
+private:
+    int m_fd;
+};
+
+// Returns "PATH: WHAT: " and the system's text for the error code.
 std::string SystemProblem(const std::string& path, const char* what, int code) {
     return path + ": " + what + ": " + std::strerror(code);
 }

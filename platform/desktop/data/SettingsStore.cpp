@@ -9,8 +9,8 @@
 #include "CallbackGuard.h"
 #include "Log.h"
 #include "Number.h"
+#include "data/FilePaths.h"
 #include "data/KeyFile.h"
-#include "data/SettingsPaths.h"
 #include "settings_store.h"
 
 namespace applist::desktop {
@@ -84,6 +84,31 @@ int Get(const char* key, int* value) {
     return 0;
 }
 
+// Returns the setting's value, or fallback if it is unset. A value that accept does not accept is
+// logged once and treated as unset.
+template <typename Type, typename Accept>
+Type ReadOr(const char* key, Type fallback, const char* expected, Accept accept) {
+    const Reading<Setting> setting = ReadSetting(key);
+    if (!setting.problem.empty()) {
+        LOG_ERROR("%s", setting.problem.c_str());
+    }
+    if (!setting.value) {
+        return fallback;
+    }
+    const Type* value = std::get_if<Type>(&*setting.value);
+    if (value == nullptr || !accept(*value)) {
+        LOG_ERROR("setting '%s' is %s, not %s; the default is used", key,
+                  Encode(*setting.value).c_str(), expected);
+        return fallback;
+    }
+    return *value;
+}
+
+bool IsTextSize(int32_t size) {
+    return size >= LEAST_TEXT_SIZE && size <= MOST_TEXT_SIZE &&
+           (size - LEAST_TEXT_SIZE) % TEXT_SIZE_STEP == 0;
+}
+
 }  // namespace
 
 std::string Encode(Setting setting) {
@@ -138,6 +163,14 @@ Failure WriteSetting(const std::string& key, Setting setting) {
 
 Failure RemoveSetting(const std::string& key) {
     return Update(key, [&](KeyFile& file) { file.Remove(GROUP, key); });
+}
+
+bool ReadFlag(const char* key) {
+    return ReadOr(key, false, "a bool", [](bool) { return true; });
+}
+
+int32_t ReadTextSize() {
+    return ReadOr(TEXT_SIZE_KEY, LEAST_TEXT_SIZE, "100, 125, 150 or 175", IsTextSize);
 }
 
 }  // namespace applist::desktop

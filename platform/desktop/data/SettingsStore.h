@@ -50,4 +50,14 @@ Failure WriteSetting(const std::string& key, Setting setting);
 /// Removes a setting; succeeds without a change if it does not exist. Fails like WriteSetting().
 Failure RemoveSetting(const std::string& key);
 
+// The two functions below do not use vconf_get_bool() and vconf_get_int(), because a missing
+// setting is normal for them and must not be logged. Any thread; each call reads the file again.
+
+/// Returns a setting that is on or off. A missing setting is off. An invalid or unreadable one is
+/// logged and counts as off.
+bool ReadFlag(const char* key);
+/// Returns the setting TEXT_SIZE_KEY, or LEAST_TEXT_SIZE if it is missing. An invalid or unreadable
+/// one is logged and counts as missing.
+int32_t ReadTextSize();
+
 }  // namespace applist::desktop

@@ -3,6 +3,7 @@
 #include "data/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <clocale>
 #include <cstring>
 #include <glib.h>
@@ -12,8 +13,7 @@
 #include <string_view>
 
 #include "CallbackGuard.h"
-#include "data/EnglishTexts.h"
-#include "data/ProgramFiles.h"
+#include "data/FilePaths.h"
 #include "i18n_text.h"
 
 namespace applist::desktop {
@@ -21,6 +21,16 @@ namespace {
 
 constexpr const char* DOMAIN = "applist";
 constexpr const char* FALLBACK_LANGUAGE = "en";
+
+struct EnglishText {
+    std::string_view id;
+    const char* text;
+};
+
+// The English catalogue, generated from po/en.po and compiled in.
+constexpr auto ENGLISH_TEXTS = std::to_array<EnglishText>({
+#include "EnglishTexts.inc"
+});
 
 // Returns the viewer's languages in order of preference, in the format of gettext's LANGUAGE, with
 // English last. Omits the plain C locale, because gettext stops searching when it reaches that.

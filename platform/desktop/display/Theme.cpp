@@ -10,9 +10,8 @@
 #include <unistd.h>
 
 #include "Log.h"
-#include "data/ProgramFiles.h"
+#include "data/FilePaths.h"
 #include "data/SettingsStore.h"
-#include "data/ViewerSettings.h"
 
 namespace applist::desktop {
 namespace {

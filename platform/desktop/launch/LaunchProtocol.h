@@ -3,12 +3,19 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
-
-#include "launch/AppControlRequest.h"
 
 typedef struct _GDBusMessage GDBusMessage;
 typedef struct _GVariant GVariant;
+
+/// A launch request: the application to launch, and string values by key in the order in which they
+/// were added. The platform's headers only declare this type.
+struct app_control_s {
+    std::string appId;
+    std::vector<std::pair<std::string, std::string>> extraData;
+};
 
 /// The form of a launch request between two programs of the desktop port. Requests are sent by
 /// app_control_send_launch_request() and received by ui_app_main().
@@ -33,6 +40,11 @@ inline constexpr const char* EXTRA_ARGUMENT = "--extra";
 /// The argument that the bus passes when it starts a program (defined by GIO). Such a start is not
 /// a request; the first request follows over the bus.
 inline constexpr const char* SERVICE_ARGUMENT = "--gapplication-service";
+
+/// Returns the application id of a program: "org.vantu." and the file name without its folder, so
+/// "/usr/bin/applist" becomes "org.vantu.applist". A file name that is already a complete id is
+/// returned unchanged. Returns an empty string if the result is not a valid id.
+std::string ApplicationIdOf(std::string_view program);
 
 /// Returns the object path of the application with this id. Dots become slashes; hyphens, which a
 /// path must not contain, become underscores.

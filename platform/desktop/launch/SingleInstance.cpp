@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "CallbackGuard.h"
-#include "launch/Deadline.h"
 #include "launch/LaunchProtocol.h"
 #include "launch/SessionBus.h"
 

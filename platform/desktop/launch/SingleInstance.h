@@ -8,7 +8,7 @@
 
 #include <gio/gio.h>
 
-#include "launch/AppControlRequest.h"
+#include "launch/LaunchProtocol.h"
 
 namespace applist::desktop {
 

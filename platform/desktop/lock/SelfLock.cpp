@@ -17,8 +17,7 @@
 
 #include "CallbackGuard.h"
 #include "accessibility/Voice.h"
-#include "data/ProgramFiles.h"
-#include "data/SettingsPaths.h"
+#include "data/FilePaths.h"
 #include "launch/SessionBus.h"
 #include "lock/CallFilter.h"
 #include "lock/FileRules.h"

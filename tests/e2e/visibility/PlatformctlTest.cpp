@@ -12,6 +12,7 @@ namespace {
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 TEST_F(Platformctl, SetsGetsAndUnsets) {
@@ -112,6 +113,16 @@ TEST_F(Platformctl, PrintsItsVersion) {
     const auto result = Run({"--version"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "platformctl " APPLIST_VERSION "\n");
+}
+
+// A program that only reads and writes files must start without it.
+TEST_F(Platformctl, LinksNoToolkit) {
+    ChildProcess readelf({"readelf", "-d", BuiltProgram("platformctl")});
+    ASSERT_EQ(readelf.WaitForExit(), 0);
+    EXPECT_THAT(readelf.Output(), HasSubstr("libglib"));
+    for (const char* library : {"libelementary", "libecore", "libeina", "libX11"}) {
+        EXPECT_THAT(readelf.Output(), Not(HasSubstr(library)));
+    }
 }
 
 TEST_F(Platformctl, LeavesADamagedFileAsItIs) {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "alert-syspopup/Alert.h"
+#include "alert-syspopup/AlertWindow.h"
 
 namespace applist::test {
 namespace {

@@ -26,7 +26,7 @@
 
 #include "Log.h"
 #include "app.h"
-#include "launch/AppControlRequest.h"
+#include "launch/LaunchProtocol.h"
 
 namespace {
 

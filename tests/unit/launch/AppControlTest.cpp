@@ -9,7 +9,7 @@
 
 #include "app_control.h"
 #include "fakes/FakePlatformLog.h"
-#include "launch/AppControlRequest.h"
+#include "launch/LaunchProtocol.h"
 
 namespace applist::test {
 namespace {

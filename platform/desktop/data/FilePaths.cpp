@@ -1,12 +1,21 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "data/SettingsPaths.h"
+#include "data/FilePaths.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <glib.h>
+#include <system_error>
 
 namespace applist::desktop {
 namespace {
+
+// Without /proc the result is "share", relative to the working directory.
+std::filesystem::path ShareBesideProgram() {
+    std::error_code unreadable;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", unreadable);
+    return program.parent_path().parent_path() / "share";
+}
 
 std::string PathOf(const char* underRoot, const char* userFolder, const char* underUserFolder) {
     const char* root = std::getenv("APPLIST_PLATFORM_ROOT");
@@ -18,6 +27,17 @@ std::string PathOf(const char* underRoot, const char* userFolder, const char* un
 }
 
 }  // namespace
+
+std::string FindData(const std::string& relative) {
+    for (const auto& share : {ShareBesideProgram(), std::filesystem::path(INSTALLED_DATA_DIR)}) {
+        std::error_code absent;
+        const auto found = std::filesystem::canonical(share / relative, absent);
+        if (!absent) {
+            return found.string();
+        }
+    }
+    return {};
+}
 
 std::string PersistentSettingsPath() {
     return PathOf("db/settings.ini", g_get_user_config_dir(), "settings.ini");

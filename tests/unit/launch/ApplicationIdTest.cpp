@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "launch/ApplicationId.h"
+#include "launch/LaunchProtocol.h"
 
 namespace applist::desktop {
 namespace {
