@@ -71,6 +71,14 @@ Eina_Bool OnHidden(void* windows, int, void* event) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
+Eina_Bool OnFocusIn(void* windows, int, void* event) {
+    const auto* focused = static_cast<Ecore_X_Event_Window_Focus_In*>(event);
+    if (focused->win == ecore_x_window_root_first_get()) {
+        GuardCallback([windows] { static_cast<Windows*>(windows)->RootFocused(); });
+    }
+    return ECORE_CALLBACK_PASS_ON;
+}
+
 Eina_Bool OnScreenChanged(void* windows, int, void*) {
     GuardCallback([windows] { static_cast<Windows*>(windows)->ScreenChanged(); });
     return ECORE_CALLBACK_PASS_ON;
@@ -126,6 +134,13 @@ bool HasShape(Ecore_X_Window window) {
     // The toolkit allocates the rectangles with malloc().
     std::free(ecore_x_window_shape_rectangles_get(window, &count));
     return count > 0;
+}
+
+// A closed window leaves the keyboard to the root window, to the window below the pointer or to
+// none.
+bool IsKeyboardFree() {
+    const Ecore_X_Window focused = ecore_x_window_focus_get();
+    return focused == None || focused == PointerRoot || focused == ecore_x_window_root_first_get();
 }
 
 bool HasWindowManager() {
@@ -214,6 +229,7 @@ void Windows::ListenToDisplay() {
     m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_ANY, OnXEvent, this));
     m_handlers.push_back(
         EventHandler::InFront(ECORE_X_EVENT_WINDOW_VISIBILITY_CHANGE, OnVisibility, this));
+    m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_WINDOW_FOCUS_IN, OnFocusIn, this));
     m_handlers.push_back(EventHandler::InFront(ECORE_X_EVENT_SCREEN_CHANGE, OnScreenChanged, this));
     ecore_x_randr_events_select(ecore_x_window_root_first_get(), EINA_TRUE);
 }
@@ -234,8 +250,19 @@ void Windows::Mapped(Ecore_Window id, bool mapped) {
     if (mapped && !HasWindowManager()) {
         FillScreen(static_cast<Ecore_X_Window>(id));
         ecore_x_window_focus(static_cast<Ecore_X_Window>(id));
+        ecore_x_event_mask_set(ecore_x_window_root_first_get(),
+                               ECORE_X_EVENT_MASK_WINDOW_FOCUS_CHANGE);
     }
     Update();
+}
+
+void Windows::RootFocused() {
+    const auto shown = std::find_if(m_windows.rbegin(), m_windows.rend(), [](const Window& window) {
+        return window.mapped && evas_object_visible_get(window.object);
+    });
+    if (shown != m_windows.rend() && !HasWindowManager() && IsKeyboardFree()) {
+        ecore_x_window_focus(static_cast<Ecore_X_Window>(elm_win_window_id_get(shown->object)));
+    }
 }
 
 void Windows::ScreenChanged() {

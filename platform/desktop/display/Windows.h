@@ -63,6 +63,9 @@ public:
     void CloseRequested() const { m_listener.closeRequested(); }
     /// The X server has mapped or unmapped the window.
     void Mapped(Ecore_Window id, bool mapped);
+    /// The X server has given the keyboard to the root window. If a window of another program had
+    /// it and is gone, a shown window of this program takes it, unless a window manager decides.
+    void RootFocused();
     /// The X screen has another size: adapts the windows to it.
     void ScreenChanged();
     /// The X server has reported whether the window is obscured. Returns true if the window belongs

@@ -215,6 +215,19 @@ TEST(WindowVisibility, TakesNoKeyWhileItIsCovered) {
     EXPECT_EQ(on.sample.Count("focused 2"), 0);
 }
 
+TEST(WindowWithoutWindowManager, GetsTheKeyboardBackFromAWindowThatCloses) {
+    OnDisplay on({"", ""});
+    ASSERT_TRUE(on.sample.WaitForLines("focused 1", 1));
+    SampleProcess other({}, on.display.Environment());
+    ASSERT_TRUE(other.WaitForLines("focused 1", 1));
+    other.Process().Signal(SIGTERM);
+    ASSERT_EQ(other.Process().WaitForExit(), 0);
+    EXPECT_TRUE(on.display.WaitUntil(
+        [&] { return on.display.FocusedWindow() == on.display.WindowTitled("port-sample"); }));
+    on.display.TypeKey("Down");
+    EXPECT_TRUE(on.sample.WaitForLines("focused 2", 1));
+}
+
 TEST(WindowClose, EndsTheApplication) {
     OnDisplay on({"openbox", ""});
     ASSERT_TRUE(on.WaitForPicture());
