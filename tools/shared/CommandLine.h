@@ -30,7 +30,7 @@ public:
         m_options[name].push_back(value);
     }
     void AddWord(const std::string& word) { m_words.push_back(word); }
-    /// Removes the name of the command, its first words. usage is CallOf() the command.
+    /// Removes the name of the command, its first words. usage is the words that run the command.
     void TakeName(const std::string& usage, size_t words);
 
     bool Has(const std::string& name) const { return m_options.count(name) > 0; }
@@ -84,30 +84,31 @@ struct Program {
 /// Defined by each program.
 const Program& TheProgram();
 
-/// The options of all commands of a program, because options may precede the name of the command.
-class Options {
-public:
-    explicit Options(const Program& program);
-
-    /// word is "--name" or "-n". Returns nullptr if there is no such option.
-    const Option* Find(const std::string& word) const;
-
-private:
-    std::vector<Option> m_options;
-};
-
 /// Returns the words of text, which blanks separate.
 std::vector<std::string> WordsOf(const std::string& text);
-
-/// Returns the words that run a command: "platformctl factory get".
-std::string CallOf(const Program& program, const Command& command);
-
-/// Returns the command whose name begins words, or nullptr.
-const Command* FindCommand(const Program& program, const std::vector<std::string>& words);
 
 /// Options of the program itself and, except for --version, of every command.
 Option HelpOption();
 Option VersionOption();
+
+/// Returns the output of --help: all commands and the exit codes.
+std::string ProgramHelp(const Program& program);
+
+/// Returns the output of "COMMAND --help".
+std::string CommandHelp(const Program& program, const Command& command);
+
+/// Returns " (did you mean WORD?)" with the known word that is most similar to word, or an empty
+/// string if none is similar.
+std::string Suggestion(const std::string& word, const std::vector<std::string>& known);
+
+/// A line that stands for the names of files in the output of Candidates().
+constexpr const char* FILES = "*";
+
+/// Returns what can stand for the last of words, one line each: the candidate, a tab and its
+/// description, if it has one; or FILES. words are those after the program's name, up to the one
+/// that is being typed. They may be split at "=", as bash does. For "--text=d" the candidates are
+/// only values.
+std::vector<std::string> Candidates(const Program& program, const std::vector<std::string>& words);
 
 /// Runs the program: a command, or printing the help or the version. Options may appear anywhere;
 /// after "--" all words are arguments. A word like "-5" is an argument. words do not include the

@@ -8,7 +8,7 @@
 
 #include <gmock/gmock.h>
 
-#include "shared/Completion.h"
+#include "shared/CommandLine.h"
 #include "support/ChildProcess.h"
 
 namespace applist::tools {

@@ -10,7 +10,6 @@
 #include "feed/Feed.h"
 #include "middleware/Session.h"
 #include "scenario/Statement.h"
-#include "shared/Help.h"
 
 namespace applist::sim {
 namespace {

@@ -17,7 +17,6 @@
 
 #include "cli/Commands.h"
 #include "scenario/Statement.h"
-#include "shared/Help.h"
 
 namespace applist::sim {
 namespace {
