@@ -40,17 +40,11 @@ std::string_view NameOf(Function function) {
 }
 
 std::string_view NameOf(Event event) {
-    switch (event) {
-        case Event::ItemChanged:
-            return "ItemChanged";
-        case Event::ItemSelected:
-            return "ItemSelected";
-        case Event::ItemClicked:
-            return "ItemClicked";
-        case Event::LocalCreated:
-            return "LocalCreated";
-    }
-    return "Unknown";
+    constexpr std::array<std::string_view, EVENTS.size()> names{"ItemChanged", "ItemSelected",
+                                                                "ItemClicked", "LocalCreated"};
+    // The ids are consecutive. An id below the first wraps to a large index.
+    const size_t index = static_cast<size_t>(event) - static_cast<size_t>(EVENTS.front());
+    return index < names.size() ? names.at(index) : "Unknown";
 }
 
 std::optional<Function> FunctionByName(std::string_view name) {

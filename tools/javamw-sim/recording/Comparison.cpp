@@ -17,32 +17,25 @@ namespace {
 // Number of steps to search for a common one; the cost grows with its square.
 constexpr size_t NEAR = 4000;
 
-/// Numbers the steps of both sides. Two steps get the same number iff their keys are equal.
-class Keys {
-public:
-    std::vector<size_t> Number(const std::vector<Step>& steps) {
-        std::vector<size_t> numbers;
-        numbers.reserve(steps.size());
-        for (const Step& step : steps) {
-            numbers.push_back(m_numbers.try_emplace(step.key, m_numbers.size()).first->second);
-        }
-        return numbers;
+// Returns a number for each step. Two steps get the same number iff their keys are equal.
+std::vector<size_t> Number(const std::vector<Step>& steps, std::map<std::string, size_t>& numbers) {
+    std::vector<size_t> result;
+    for (const Step& step : steps) {
+        result.push_back(numbers.try_emplace(step.key, numbers.size()).first->second);
     }
-
-private:
-    std::map<std::string, size_t> m_numbers;
-};
+    return result;
+}
 
 class Comparer {
 public:
     Comparer(const std::vector<Step>& first, const std::vector<Step>& second,
              std::optional<int64_t> tolerance)
         : m_first(first), m_second(second), m_tolerance(tolerance) {
-        Keys keys;
         // Numbers are compared in the search for common steps, because it compares a step many
         // times.
-        m_firstKeys = keys.Number(first);
-        m_secondKeys = keys.Number(second);
+        std::map<std::string, size_t> numbers;
+        m_firstKeys = Number(first, numbers);
+        m_secondKeys = Number(second, numbers);
     }
 
     std::vector<Difference> Run() {

@@ -3,6 +3,7 @@
 #include "recording/Recording.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -81,23 +82,9 @@ std::string_view NameOf(Side side) {
 }
 
 std::string_view NameOf(MessageKind kind) {
-    switch (kind) {
-        case MessageKind::Acquired:
-            return "acquired";
-        case MessageKind::Released:
-            return "released";
-        case MessageKind::Call:
-            return "call";
-        case MessageKind::Reply:
-            return "reply";
-        case MessageKind::Error:
-            return "error";
-        case MessageKind::Signal:
-            return "signal";
-        case MessageKind::Left:
-            break;
-    }
-    return "left";
+    constexpr std::array<std::string_view, 7> NAMES{"acquired", "released", "call", "reply",
+                                                    "error",    "signal",   "left"};
+    return NAMES.at(static_cast<size_t>(kind));
 }
 
 std::string Describe(const RecordedMessage& message) {
