@@ -72,88 +72,87 @@ Json ObjectOf(const Happening& happening) {
     return {{"type", "problem"}, {"problem", Describe(happening)}};
 }
 
-std::string With(const std::string& middleware, Json object) {
+Json With(const std::string& middleware, Json object) {
     object["middleware"] = middleware;
-    return JsonLine(object);
+    return object;
 }
 
 }  // namespace
+
+std::string Report::Line(const Json& object, const std::string& text) const {
+    return m_json ? JsonLine(object) : text;
+}
 
 std::string Report::Paint(const std::string& text, const char* colour) const {
     return m_colours ? tools::Painted(text, colour) : text;
 }
 
 std::string Report::Connected(const std::string& application) const {
-    return m_json ? JsonLine(
-                        ObjectOf({.kind = Happening::Kind::Connected, .application = application}))
-                  : Paint("connected", tools::colour::GOOD) + ' ' + application;
+    return Line(ObjectOf({.kind = Happening::Kind::Connected, .application = application}),
+                Paint("connected", tools::colour::GOOD) + ' ' + application);
 }
 
 std::string Report::Disconnected(const std::string& application) const {
-    return m_json ? JsonLine(ObjectOf(
-                        {.kind = Happening::Kind::Disconnected, .application = application}))
-                  : Paint("disconnected", tools::colour::QUIET) + ' ' + application;
+    return Line(ObjectOf({.kind = Happening::Kind::Disconnected, .application = application}),
+                Paint("disconnected", tools::colour::QUIET) + ' ' + application);
 }
 
 std::string Report::Filled(const std::string& application, size_t items) const {
-    return m_json ? JsonLine({{"type", "filled"}, {"application", application}, {"items", items}})
-                  : Paint("filled", tools::colour::GOOD) + ' ' + application + " with " +
-                        std::to_string(items) + " items";
+    return Line({{"type", "filled"}, {"application", application}, {"items", items}},
+                Paint("filled", tools::colour::GOOD) + ' ' + application + " with " +
+                    std::to_string(items) + " items");
 }
 
 std::string Report::Updated(const std::string& application, const UpdateCounts& counts) const {
-    return m_json ? JsonLine({{"type", "updated"},
-                              {"application", application},
-                              {"added", counts.added},
-                              {"removed", counts.removed},
-                              {"renamed", counts.renamed}})
-                  : Paint("updated", tools::colour::GOOD) + ' ' + application + ": " +
-                        std::to_string(counts.added) + " added, " + std::to_string(counts.removed) +
-                        " removed, " + std::to_string(counts.renamed) + " renamed";
+    return Line({{"type", "updated"},
+                 {"application", application},
+                 {"added", counts.added},
+                 {"removed", counts.removed},
+                 {"renamed", counts.renamed}},
+                Paint("updated", tools::colour::GOOD) + ' ' + application + ": " +
+                    std::to_string(counts.added) + " added, " + std::to_string(counts.removed) +
+                    " removed, " + std::to_string(counts.renamed) + " renamed");
 }
 
 std::string Report::Event(const std::string& application, const Notification& notification,
                           const SelectedItem& selection) const {
-    if (m_json) {
-        return JsonLine(EventObject(application, notification, &selection));
-    }
     const std::string read = DescribeSelection(notification.event, selection);
-    return Paint(DescribeNotification(notification), tools::colour::STRONG) + ' ' +
-           (selection.problem.empty() ? read : Paint(read, tools::colour::BAD));
+    return Line(EventObject(application, notification, &selection),
+                Paint(DescribeNotification(notification), tools::colour::STRONG) + ' ' +
+                    (selection.problem.empty() ? read : Paint(read, tools::colour::BAD)));
 }
 
 std::string Report::ItemOfReply(const Item& item) const {
     Json object{{"type", "item"}};
     AddItem(object, item);
-    return m_json ? JsonLine(object) : ItemLine(item);
+    return Line(object, ItemLine(item));
 }
 
 std::string Report::Happened(const std::string& middleware, const Happening& happening) const {
-    return m_json ? With(middleware, ObjectOf(happening))
-                  : Paint(tools::OneLine(middleware + ": " + Describe(happening)),
-                          tools::colour::QUIET);
+    return Line(
+        With(middleware, ObjectOf(happening)),
+        Paint(tools::OneLine(middleware + ": " + Describe(happening)), tools::colour::QUIET));
 }
 
 std::string Report::Choice(const std::string& middleware, const std::string& application,
                            const Notification& event, const SelectedItem& choice) const {
-    return m_json ? With(middleware, EventObject(application, event, &choice))
-                  : Paint(tools::OneLine(middleware + ": " + DescribeNotification(event)) + ' ' +
-                              DescribeSelection(event.event, choice),
-                          tools::colour::QUIET);
+    return Line(With(middleware, EventObject(application, event, &choice)),
+                Paint(tools::OneLine(middleware + ": " + DescribeNotification(event)) + ' ' +
+                          DescribeSelection(event.event, choice),
+                      tools::colour::QUIET));
 }
 
 std::string Report::Held(const std::string& statement) const {
-    return m_json ? JsonLine({{"type", "ok"}, {"statement", statement}})
-                  : Paint("ok", tools::colour::GOOD);
+    return Line({{"type", "ok"}, {"statement", statement}}, Paint("ok", tools::colour::GOOD));
 }
 
 std::string Report::Problem(const std::string& statement, const std::string& problem) const {
-    return m_json ? JsonLine({{"type", "problem"}, {"statement", statement}, {"problem", problem}})
-                  : Paint(tools::OneLine(problem), tools::colour::BAD);
+    return Line({{"type", "problem"}, {"statement", statement}, {"problem", problem}},
+                Paint(tools::OneLine(problem), tools::colour::BAD));
 }
 
 std::string Report::Answer(const std::string& text) const {
-    return m_json ? JsonLine({{"type", "answer"}, {"note", text}}) : text;
+    return Line({{"type", "answer"}, {"note", text}}, text);
 }
 
 }  // namespace applist::sim

@@ -7,6 +7,7 @@
 
 #include "link/BusLink.h"
 #include "link/SelectionReader.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 
@@ -48,6 +49,8 @@ public:
     std::string Answer(const std::string& text) const;
 
 private:
+    /// Returns the form of a line that is wanted.
+    std::string Line(const tools::Json& object, const std::string& text) const;
     std::string Paint(const std::string& text, const char* colour) const;
 
     bool m_json;
