@@ -206,9 +206,9 @@ void Shell::Learn(const Action& action, const Outcome& outcome) {
 
 void Shell::PrintHelp(const std::string& about) {
     std::vector<std::string> lines;
-    for (const ShellCommand& command : ShellCommands()) {
-        if (about.empty() || command.name == about) {
-            lines.push_back(command.name + ' ' + command.words + "\n    " + command.meaning);
+    for (const StatementForm& command : ShellCommands()) {
+        if (about.empty() || command.keyword == about) {
+            lines.push_back(command.keyword + ' ' + command.words + "\n    " + command.meaning);
         }
     }
     for (const StatementForm& form : StatementForms()) {

@@ -5,10 +5,9 @@
 #include <algorithm>
 #include <glib.h>
 #include <iterator>
-#include <sstream>
 
 #include "link/Protocol.h"
-#include "scenario/Statement.h"
+#include "shared/CommandLine.h"
 
 namespace applist::sim {
 namespace {
@@ -16,15 +15,6 @@ namespace {
 using Words = std::vector<std::string>;
 
 constexpr const char* BLANKS = " \t";
-
-Words SplitAtBlanks(std::string_view text) {
-    std::istringstream stream{std::string(text)};
-    Words words;
-    for (std::string word; stream >> word;) {
-        words.push_back(word);
-    }
-    return words;
-}
 
 // Reduces "[within" and "ID[=NAME]..." to "within" and "ID".
 std::string Bare(const std::string& token) {
@@ -58,8 +48,8 @@ public:
     /// Adds the first words of statements and the commands of the shell.
     void AddCommands() {
         AddStatements();
-        for (const ShellCommand& command : ShellCommands()) {
-            m_words.insert(command.name);
+        for (const StatementForm& command : ShellCommands()) {
+            m_words.insert(command.keyword);
         }
     }
     void AddStatements() {
@@ -70,7 +60,7 @@ public:
     /// Adds the candidates after the given words.
     void AddWhatFollows(const Words& before) {
         for (const StatementForm& form : StatementForms()) {
-            const Words keyword = SplitAtBlanks(form.keyword);
+            const Words keyword = tools::WordsOf(form.keyword);
             const size_t common = std::min(before.size(), keyword.size());
             if (!std::equal(keyword.begin(), keyword.begin() + static_cast<std::ptrdiff_t>(common),
                             before.begin())) {
@@ -87,7 +77,7 @@ public:
 
 private:
     void AddPlaces(const StatementForm& form) {
-        for (const std::string& token : SplitAtBlanks(form.words)) {
+        for (const std::string& token : tools::WordsOf(form.words)) {
             AddPlace(form, Bare(token));
         }
     }
@@ -127,7 +117,7 @@ std::string_view LastWord(std::string_view text) {
 
 std::vector<std::string> Completions(std::string_view text, const std::set<std::string>& ids) {
     const std::string_view word = LastWord(text);
-    Words before = SplitAtBlanks(text.substr(0, text.size() - word.size()));
+    Words before = tools::WordsOf(std::string(text.substr(0, text.size() - word.size())));
     Candidates candidates(ids);
     // These commands take a statement.
     const bool nested = !before.empty() && (before.front() == "busctl" || before.front() == "help");
@@ -159,8 +149,8 @@ std::string CommonRest(const std::vector<std::string>& candidates, std::string_v
     return common.substr(word.size()) + (candidates.size() == 1 ? " " : "");
 }
 
-const std::vector<ShellCommand>& ShellCommands() {
-    static const std::vector<ShellCommand> COMMANDS{
+const std::vector<StatementForm>& ShellCommands() {
+    static const std::vector<StatementForm> COMMANDS{
         {"help", "[STATEMENT]", "What can be typed"},
         {"busctl", "[STATEMENT]",
          "The busctl lines that do the same as STATEMENT, or the last one"},

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "scenario/Statement.h"
+
 namespace applist::sim {
 
 /// Returns the completions of the last word of text, sorted: commands of the shell, keywords of the
@@ -20,12 +22,7 @@ std::string CommonRest(const std::vector<std::string>& candidates, std::string_v
 /// Returns the last word of text; empty after a blank.
 std::string_view LastWord(std::string_view text);
 
-/// A command of the shell in addition to the language.
-struct ShellCommand {
-    std::string name;
-    std::string words;
-    std::string meaning;  ///< Description on one line.
-};
-const std::vector<ShellCommand>& ShellCommands();
+/// The commands of the shell in addition to the language.
+const std::vector<StatementForm>& ShellCommands();
 
 }  // namespace applist::sim
