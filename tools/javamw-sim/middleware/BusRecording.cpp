@@ -1,8 +1,5 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <array>
-#include <csignal>
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -16,55 +13,69 @@
 namespace applist::sim {
 namespace {
 
-// Replies contain no interface; the reader selects the replies to calls that it has seen.
-std::array<std::string, 4> MatchRules() {
-    return {std::string("interface='") + names::INTERFACE + "'",
-            "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged'",
-            "type='method_return'", "type='error'"};
+// Returns an empty string on success.
+std::string BecomeMonitor(GDBusConnection* connection) {
+    const std::string traffic = std::string("interface='") + names::INTERFACE + "'";
+    GVariantBuilder rules;
+    g_variant_builder_init(&rules, G_VARIANT_TYPE("as"));
+    // Replies contain no interface; the reader selects the replies to calls that it has seen.
+    for (const char* rule :
+         {traffic.c_str(), "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged'",
+          "type='method_return'", "type='error'"}) {
+        g_variant_builder_add(&rules, "s", rule);
+    }
+    GError* error = nullptr;
+    const GVariantPtr reply(g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+        "org.freedesktop.DBus.Monitoring", "BecomeMonitor", g_variant_new("(asu)", &rules, 0U),
+        nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
+    return reply ? std::string() : TakeMessage(error);
 }
 
-class BusRecording {
-public:
-    BusRecording(std::string address, std::string file);
-
-    ExitCode Run();
-
-private:
-    ExitCode Record();
-    /// Returns an empty string on success.
-    std::string BecomeMonitor();
-    void Say(const std::string& line) const;
-
-    std::string m_address;
-    std::string m_file;
-    MainLoop m_loop;
-    ConnectionPtr m_connection;
-    std::unique_ptr<SessionRecorder> m_recorder;
-};
-
-BusRecording::BusRecording(std::string address, std::string file)
-    : m_address(std::move(address)), m_file(std::move(file)) {
-    for (const int number : {SIGINT, SIGTERM}) {
-        m_loop.OnSignal(number, [this] { m_loop.End(ExitCode::Success); });
+// Prints nothing if standard output is the recording.
+void Say(const std::string& file, const std::string& line) {
+    if (file != "-") {
+        static_cast<void>(tools::WriteLine(line));
     }
 }
 
-ExitCode BusRecording::Run() {
-    auto connection = OpenBus(m_address);
+ExitCode RecordUntilEnd(GDBusConnection* connection, MainLoop& loop, const std::string& file,
+                        SessionRecorder& recorder) {
+    Registration closed = WhenClosed(connection, [&loop] {
+        Complain("the bus closed the connection");
+        loop.End(ExitCode::NoBus);
+    });
+    Say(file, "recording " + file);
+    const ExitCode code = loop.Run();
+    // The end of the recording must not report a closed connection.
+    closed.Release();
+    const std::string error = recorder.Finish();
+    if (!error.empty()) {
+        Complain(error);
+        return ExitCode::CallFailed;
+    }
+    Say(file, "recorded " + std::to_string(recorder.count()) + " messages");
+    return code;
+}
+
+}  // namespace
+
+ExitCode RecordBus(const std::string& address, const std::string& file) {
+    MainLoop loop;
+    loop.OnInterrupt([&loop] { loop.End(ExitCode::Success); });
+    const auto connection = OpenBus(address);
     if (!connection) {
         Complain("cannot reach the bus: " + connection.error());
         return ExitCode::NoBus;
     }
-    m_connection = std::move(*connection);
-    auto recorder = SessionRecorder::Start(m_connection.get(), TrafficTap::Use::Monitor, m_file);
+    // The filter is installed before the connection becomes a monitor, so that no message is
+    // missed.
+    const auto recorder = SessionRecorder::Start(connection->get(), TrafficTap::Use::Monitor, file);
     if (!recorder) {
         Complain(recorder.error());
         return ExitCode::WrongUsage;
     }
-    // The filter is installed before the connection becomes a monitor, so that no message is
-    // missed.
-    m_recorder = std::move(*recorder);
-    const std::string refusal = BecomeMonitor();
+    const std::string refusal = BecomeMonitor(connection->get());
     if (!refusal.empty()) {
         Complain(
             "the bus allows only its owner and root to monitor it; \"serve --record\" records "
@@ -72,53 +83,7 @@ ExitCode BusRecording::Run() {
             refusal);
         return ExitCode::NoBus;
     }
-    return Record();
-}
-
-ExitCode BusRecording::Record() {
-    Registration closed = WhenClosed(m_connection.get(), [this] {
-        Complain("the bus closed the connection");
-        m_loop.End(ExitCode::NoBus);
-    });
-    Say("recording " + m_file);
-    const ExitCode code = m_loop.Run();
-    // The end of the recording must not report a closed connection.
-    closed.Release();
-    const std::string error = m_recorder->Finish();
-    if (!error.empty()) {
-        Complain(error);
-        return ExitCode::CallFailed;
-    }
-    Say("recorded " + std::to_string(m_recorder->count()) + " messages");
-    return code;
-}
-
-std::string BusRecording::BecomeMonitor() {
-    GVariantBuilder rules;
-    g_variant_builder_init(&rules, G_VARIANT_TYPE("as"));
-    for (const std::string& rule : MatchRules()) {
-        g_variant_builder_add(&rules, "s", rule.c_str());
-    }
-    GError* error = nullptr;
-    const GVariantPtr reply(g_dbus_connection_call_sync(
-        m_connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
-        "org.freedesktop.DBus.Monitoring", "BecomeMonitor", g_variant_new("(asu)", &rules, 0U),
-        nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
-    return reply ? std::string() : TakeMessage(error);
-}
-
-// Prints nothing if standard output is the recording.
-void BusRecording::Say(const std::string& line) const {
-    if (m_file == "-") {
-        return;
-    }
-    static_cast<void>(tools::WriteLine(line));
-}
-
-}  // namespace
-
-ExitCode RecordBus(const std::string& address, const std::string& file) {
-    return BusRecording(address, file).Run();
+    return RecordUntilEnd(connection->get(), loop, file, **recorder);
 }
 
 }  // namespace applist::sim

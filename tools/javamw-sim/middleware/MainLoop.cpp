@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "middleware/MainLoop.h"
 
+#include <csignal>
 #include <cstdio>
 #include <sstream>
 
@@ -37,6 +38,11 @@ void MainLoop::OnSignal(int number, const std::function<void()>& action) {
         action();
         return true;
     }));
+}
+
+void MainLoop::OnInterrupt(const std::function<void()>& action) {
+    OnSignal(SIGINT, action);
+    OnSignal(SIGTERM, action);
 }
 
 ExitCode MainLoop::Run() {

@@ -40,6 +40,8 @@ class MainLoop {
 public:
     /// Runs action on the main context whenever the process receives this signal.
     void OnSignal(int number, const std::function<void()>& action);
+    /// Runs action for SIGINT and SIGTERM.
+    void OnInterrupt(const std::function<void()>& action);
     /// Runs the default main context until End(). Returns at once if End() was called before.
     ExitCode Run();
     /// Ends the run. The first code wins.

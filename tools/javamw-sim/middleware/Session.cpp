@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <deque>
 #include <set>
 #include <utility>
@@ -28,9 +27,7 @@ Session::Session(SessionOptions options)
       m_report(m_options.json, tools::OutputTakesColours()),
       m_middleware("middleware", m_options.address,
                    [this](Middleware&, const Happening& happening) { Take(happening); }) {
-    for (const int number : {SIGINT, SIGTERM}) {
-        m_loop.OnSignal(number, [this] { End(OnInterrupted()); });
-    }
+    m_loop.OnInterrupt([this] { End(OnInterrupted()); });
 }
 
 ExitCode Session::Run() {

@@ -3,7 +3,6 @@
 #include "scenario/ScenarioRun.h"
 
 #include <algorithm>
-#include <csignal>
 #include <utility>
 
 #include "File.h"
@@ -108,9 +107,7 @@ ScenarioRun::ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenario
     : m_options(std::move(options)),
       m_scenarios(std::move(scenarios)),
       m_tap([this](const std::string& line) { Write(line); }, tools::OutputTakesColours()) {
-    for (const int number : {SIGINT, SIGTERM}) {
-        m_loop.OnSignal(number, [this] { m_runner->Interrupt(); });
-    }
+    m_loop.OnInterrupt([this] { m_runner->Interrupt(); });
 }
 
 ExitCode ScenarioRun::Run() {
