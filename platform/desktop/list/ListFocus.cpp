@@ -167,6 +167,10 @@ void ListFocus::AnchorView() {
 
 void ListFocus::Close() {
     DropFrame();
+    if (m_row != nullptr) {
+        // The rows go, and the selection with them, so the program restarts its timer.
+        m_panel.Used();
+    }
     Choose(nullptr);
     elm_object_focus_allow_set(m_list, EINA_FALSE);
     DeleteUnusedFocusNodes(m_list);

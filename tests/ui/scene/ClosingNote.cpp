@@ -71,6 +71,15 @@ TEST_F(TheClosingNote, DisappearsWhenTheSelectionChanges) {
     EXPECT_FALSE(IsShown());
 }
 
+// The selection changes to none, with which the program restarts its timer, too.
+TEST_F(TheClosingNote, DisappearsWhenTheListIsEmptied) {
+    Fill(20);
+    Appear();
+    model().RemoveAllItems();
+    Draw();
+    EXPECT_FALSE(IsShown());
+}
+
 TEST_F(TheClosingNote, StaysWhenOnlyOtherRowsChange) {
     Fill(20);
     Appear();
