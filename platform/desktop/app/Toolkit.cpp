@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/Toolkit.h"
 
+#include <Ecore_Evas.h>
 #include <Ecore_X.h>
 #include <Efreet.h>
 #include <Elementary.h>
@@ -15,9 +16,9 @@
 
 #include "Log.h"
 #include "data/Text.h"
-#include "display/PreparedWindow.h"
+#include "display/Screen.h"
 #include "display/Theme.h"
-#include "display/WaylandScreen.h"
+#include "i18n_text.h"
 #include "list/ListFocus.h"
 #include "toolkit-internals/DefaultTheme.h"
 #include "toolkit-internals/FrameMemory.h"
@@ -58,6 +59,44 @@ bool MayUse(const char* windowSystem) {
 
 bool NamesWayland() {
     return std::getenv("WAYLAND_DISPLAY") != nullptr || std::getenv("WAYLAND_SOCKET") != nullptr;
+}
+
+constexpr const char* LETTERS =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZ abcdefghijklmnopqrstuvwxyz 0123456789 .,:-/&";
+
+// The row's data is its text.
+char* TextOf(void* text, Evas_Object*, const char* part) {
+    return std::strcmp(part, "elm.text") == 0 ? strdup(static_cast<const char*>(text)) : nullptr;
+}
+
+Evas_Object* AddRows(Evas_Object* popup, const char* title) {
+    Evas_Object* list = elm_genlist_add(popup);
+    Elm_Genlist_Item_Class* kind = elm_genlist_item_class_new();
+    kind->item_style = "1text_left_styleA";
+    kind->func.text_get = TextOf;
+    // The title is in the viewer's language, which may need other fonts than the letters.
+    for (const char* text : {LETTERS, title}) {
+        elm_genlist_item_append(list, kind, text, nullptr, ELM_GENLIST_ITEM_NONE, nullptr, nullptr);
+    }
+    elm_genlist_item_class_free(kind);
+    evas_object_show(list);
+    return list;
+}
+
+void DrawOnce(Evas_Object* window) {
+    const char* title = i18n_get_text("TV_DATA_SERVICE_LIST");
+    Evas_Object* popup = elm_popup_add(window);
+    elm_object_part_text_set(popup, "title,text", title);
+    elm_object_content_set(popup, AddRows(popup, title));
+    evas_object_show(popup);
+    Evas_Coord width = 0;
+    Evas_Coord height = 0;
+    evas_object_geometry_get(window, nullptr, nullptr, &width, &height);
+    const Eina_Rectangle monitor = FirstMonitor();
+    evas_object_resize(window, monitor.w, monitor.h);
+    ecore_evas_manual_render(ecore_evas_ecore_evas_get(evas_object_evas_get(window)));
+    evas_object_del(popup);
+    evas_object_resize(window, width, height);
 }
 
 }  // namespace
@@ -112,7 +151,14 @@ bool Toolkit::Connect() {
 }
 
 void Toolkit::PrepareWindow(const std::string& name) {
-    m_window = applist::desktop::PrepareWindow(name);
+    m_window = elm_win_add(nullptr, name.c_str(), ELM_WIN_DIALOG_BASIC);
+    if (m_window != nullptr) {
+        // The letters are kept for one scale factor.
+        FitToScreen(m_window);
+        DrawOnce(m_window);
+        // The frame was not the first one that the viewer sees.
+        SetUpFrameMemory();
+    }
 }
 
 Evas_Object* Toolkit::TakeWindow(const std::string& name) {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/ToolkitMessages.h"
-#include "display/ThemeSwitch.h"
+#include "display/Theme.h"
 #include "toolkit-internals/XAnswers.h"
 
 namespace applist::desktop {
@@ -34,8 +34,10 @@ public:
     /// Loads another theme if the viewer's settings select one.
     void UpdateTheme() { m_themeSwitch->Update(); }
 
-    /// Creates the window that the application of this name will ask for; not shown. REQUIRES:
-    /// connected.
+    /// Creates the window that the application of this name will ask for, and draws a list in it
+    /// once without showing it. The toolkit keeps the theme's groups, the fonts and the letters in
+    /// memory from then on; the window is empty again and has the size of a new one. There is no
+    /// window if the display has gone. REQUIRES: connected to an X server.
     void PrepareWindow(const std::string& name);
     /// The prepared window, or null. It belongs to this object until it is taken.
     Evas_Object* window() const { return m_window; }

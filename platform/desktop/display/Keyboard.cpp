@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include <X11/Xlib.h>
+
 #include "CallbackGuard.h"
 
 namespace applist::desktop {
@@ -33,7 +35,30 @@ std::string NameOf(const Ecore_Event_Key& key) {
                                               : std::string(name);
 }
 
+Display* Server() {
+    return static_cast<Display*>(ecore_x_display_get());
+}
+
 }  // namespace
+
+KeyboardGrab::KeyboardGrab() : m_window(ecore_x_window_input_new(0, -1, -1, 1, 1)) {
+    ecore_x_window_show(m_window);
+    // Fails if another program already grabs the keyboard. Keys then go to that program.
+    static_cast<void>(XGrabKeyboard(Server(), static_cast<Window>(m_window), False, GrabModeAsync,
+                                    GrabModeSync, CurrentTime));
+    Next();
+}
+
+KeyboardGrab::~KeyboardGrab() {
+    ecore_x_keyboard_ungrab();
+    ecore_x_window_free(m_window);
+    ecore_x_flush();
+}
+
+void KeyboardGrab::Next() {
+    XAllowEvents(Server(), SyncKeyboard, CurrentTime);
+    XFlush(Server());
+}
 
 Keyboard::Keyboard(Windows& windows, KeyTable keys)
     : m_windows(windows),

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace applist::desktop {
@@ -30,5 +31,20 @@ std::string FindTheme();
 /// rejects as its default. Does nothing if the path is empty. Main thread only; call after
 /// elm_init().
 void LoadTheme(const std::string& theme);
+
+/// Loads another theme when the viewer changes a setting that selects it, while windows are open.
+/// Main thread only, while the toolkit is running.
+class ThemeSwitch {
+public:
+    /// theme is the loaded one. switched is called after another one has been loaded.
+    ThemeSwitch(std::string theme, std::function<void()> switched);
+
+    /// Reads the settings again.
+    void Update();
+
+private:
+    std::string m_theme;
+    std::function<void()> m_switched;
+};
 
 }  // namespace applist::desktop

@@ -10,7 +10,7 @@
 #include <X11/Xlib.h>
 
 #include "CallbackGuard.h"
-#include "display/ScreenFit.h"
+#include "display/Screen.h"
 
 namespace applist::desktop {
 namespace {

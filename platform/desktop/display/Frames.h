@@ -11,6 +11,23 @@
 
 namespace applist::desktop {
 
+struct DeleteEnterer {
+    void operator()(Ecore_Idle_Enterer* enterer) const { ecore_idle_enterer_del(enterer); }
+};
+/// A function that the toolkit calls before it waits, and before it draws what has changed.
+using IdleEnterer = std::unique_ptr<Ecore_Idle_Enterer, DeleteEnterer>;
+
+/// Delivers the widgets' signals to the theme before a frame is drawn. The toolkit would deliver
+/// them in the next loop iteration and may draw before that, so that the focus would be shown one
+/// frame late. Main thread only, while the toolkit is running.
+class ThemeSignals {
+public:
+    ThemeSignals();
+
+private:
+    IdleEnterer m_beforeFrame;
+};
+
 /// Draws a frame as soon as a key has been handled. The toolkit would wait for its next tick, up to
 /// one frame later, which is most of the delay that a viewer notices. Keys that arrive together
 /// share one frame. Main thread only.
@@ -26,15 +43,11 @@ public:
     void Draw();
 
 private:
-    struct Delete {
-        void operator()(Ecore_Idle_Enterer* enterer) const { ecore_idle_enterer_del(enterer); }
-    };
-
     Windows& m_windows;
     std::optional<Ecore_Window> m_window;
     EventHandler m_press;
     EventHandler m_release;
-    std::unique_ptr<Ecore_Idle_Enterer, Delete> m_beforeWait;
+    IdleEnterer m_beforeWait;
 };
 
 }  // namespace applist::desktop

@@ -1,15 +1,21 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "display/KeyFrames.h"
+#include "display/Frames.h"
 
 #include <Ecore_Evas.h>
 #include <Ecore_Input.h>
+#include <Edje.h>
 #include <utility>
 
 #include "CallbackGuard.h"
 
 namespace applist::desktop {
 namespace {
+
+Eina_Bool OnBeforeFrame(void* /*data*/) {
+    edje_message_signal_process();
+    return ECORE_CALLBACK_RENEW;
+}
 
 Eina_Bool OnKey(void* frames, int, void* key) {
     static_cast<KeyFrames*>(frames)->Note(static_cast<Ecore_Event_Key*>(key)->window);
@@ -22,6 +28,9 @@ Eina_Bool OnBeforeWait(void* frames) {
 }
 
 }  // namespace
+
+ThemeSignals::ThemeSignals()
+    : m_beforeFrame(ecore_idle_enterer_before_add(OnBeforeFrame, nullptr)) {}
 
 // The enterer is added after the others, because their changes belong to the same frame.
 KeyFrames::KeyFrames(Windows& windows)

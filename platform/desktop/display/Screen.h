@@ -19,4 +19,7 @@ void FitToScreen(Evas_Object* window);
 /// Resizes an X window to the size of its screen, for displays without a window manager.
 void FillScreen(Ecore_X_Window window);
 
+/// Returns true if a Wayland display accepts connections.
+bool WaylandAnswers();
+
 }  // namespace applist::desktop
