@@ -59,6 +59,7 @@ TEST(AnyBytes, AreStepsAfterWhichTheProgramIsAsTheProtocolSays) {
 
 TEST(AnyBytes, ReadBackWithoutADifferenceWhenTheyAreRecordedTraffic) {
     ExpectToHoldAround(CheckRecordedTraffic, RecordedTrafficSeeds());
+    ExpectToHoldForCorpus(CheckRecordedTraffic, "recorded_traffic");
 }
 
 TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
@@ -68,22 +69,27 @@ TEST(AnyBytes, ChangeNoOtherSettingWhenTheyAreTheFileOfOne) {
 
 TEST(AnyBytes, AreReadLineByLineWhenTheyAreAScenario) {
     ExpectToHoldAround(CheckScenario, ScenarioSeeds());
+    ExpectToHoldForCorpus(CheckScenario, "scenario");
 }
 
 TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreATransportStream) {
     ExpectToHoldAround(CheckBroadcastStream, BroadcastStreamSeeds());
+    ExpectToHoldForCorpus(CheckBroadcastStream, "broadcast_stream");
 }
 
 TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreSections) {
     ExpectToHoldAround(CheckSectionFile, SectionFileSeeds());
+    ExpectToHoldForCorpus(CheckSectionFile, "section_file");
 }
 
 TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreTheBodyOfATable) {
     ExpectToHoldAround(CheckTableBody, TableBodySeeds());
+    ExpectToHoldForCorpus(CheckTableBody, "table_body");
 }
 
 TEST(AnyBytes, MakeAListOfTheirApplicationsWhenTheyAreXml) {
     ExpectToHoldAround(CheckApplicationXml, ApplicationXmlSeeds());
+    ExpectToHoldForCorpus(CheckApplicationXml, "application_xml");
 }
 
 }  // namespace
