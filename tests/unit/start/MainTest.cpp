@@ -3,6 +3,7 @@
 //
 // Tests the program's main(), renamed in this build, with a fake framework that records calls.
 #include <csignal>
+#include <new>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -19,6 +20,7 @@ int applist_main(int argc, char** argv);
 namespace {
 
 bool g_visible = true;
+bool g_memoryLeft = true;
 int g_decisions = 0;
 std::string g_printedBefore;
 
@@ -29,6 +31,9 @@ bool CheckVisibility() {
     ++g_decisions;
     g_printedBefore = testing::internal::GetCapturedStdout();
     testing::internal::CaptureStdout();
+    if (!g_memoryLeft) {
+        throw std::bad_alloc();
+    }
     return g_visible;
 }
 
@@ -49,6 +54,7 @@ protected:
         Graph() = GraphJournal{};
         ClearLog();
         g_decisions = 0;
+        g_memoryLeft = true;
     }
 
     int Run(bool visible, int loopResult = 0) {
@@ -162,6 +168,12 @@ TEST_F(Main, GivesTheLoopsFailureAsExitStatusAndLogsIt) {
         ElementsAre(
             Debug("Application can not be shown due to CheckVisibility returning false", SELF),
             Error("app_main() is failed. err = -7", SELF), Debug("end efl main", SELF)));
+}
+
+TEST_F(Main, LogsAnExceptionAndReturnsAnErrorStatus) {
+    g_memoryLeft = false;
+    EXPECT_EQ(Run(true), -5);
+    EXPECT_THAT(Log(), ElementsAre(Error("Aborted: std::bad_alloc", SELF)));
 }
 
 }  // namespace
