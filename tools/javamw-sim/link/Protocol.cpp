@@ -4,17 +4,17 @@
 
 #include <algorithm>
 #include <charconv>
+#include <span>
 #include <sstream>
 #include <string>
 #include <utility>
 
+#include "LittleEndian.h"
 #include "applist/RemoteAppListItem.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
-
-constexpr size_t ID_SIZE = 4;
 
 /// Adapts an item to the shared codec.
 class ItemView : public AppListItem {
@@ -62,10 +62,8 @@ Bytes EncodeCall(Function function, const Items& items) {
     }
     const std::string text = payload.str();
     Bytes message(text.begin(), text.end());
-    // The id follows the payload, with the least significant byte first.
-    for (size_t i = 0; i < ID_SIZE; ++i) {
-        message.push_back(static_cast<char>(static_cast<uint32_t>(function) >> 8U * i & 0xFFU));
-    }
+    const auto id = ToLittleEndian(static_cast<uint32_t>(function));
+    message.insert(message.end(), id.begin(), id.end());
     return message;
 }
 
@@ -114,17 +112,13 @@ std::string DescribeMessage(const Bytes& message) {
 }
 
 std::optional<Notification> DecodeNotification(const Bytes& message) {
-    if (message.size() < ID_SIZE) {
+    if (message.size() < WIRE_NUMBER_SIZE) {
         return std::nullopt;
     }
-    const size_t payloadSize = message.size() - ID_SIZE;
-    uint32_t id = 0;
-    for (size_t i = 0; i < ID_SIZE; ++i) {
-        // A char may be signed. The inner cast prevents a sign extension.
-        id |= static_cast<uint32_t>(static_cast<uint8_t>(message[payloadSize + i])) << 8U * i;
-    }
+    const uint32_t id = FromLittleEndian(std::span(message).last<WIRE_NUMBER_SIZE>());
     // An unknown id is kept as a number, so that the report can show it.
-    return Notification{static_cast<Event>(static_cast<int32_t>(id)), payloadSize};
+    return Notification{static_cast<Event>(static_cast<int32_t>(id)),
+                        message.size() - WIRE_NUMBER_SIZE};
 }
 
 std::string ToHex(std::string_view bytes) {

@@ -6,6 +6,7 @@
 #include <random>
 #include <utility>
 
+#include "LittleEndian.h"
 #include "scenario/StatementRunner.h"
 #include "scenario/Words.h"
 
@@ -13,7 +14,6 @@
 namespace applist::sim {
 namespace {
 
-constexpr size_t ID_SIZE = 4;
 constexpr uint32_t LONGEST_SHORT_FRAME = 3;
 constexpr uint32_t MOST_BITS = 10000;
 constexpr uint32_t MOST_COPIES = 1000000;
@@ -92,10 +92,10 @@ Action ReadSendShort(Cursor& cursor) {
 
 // The first item announces a longer text than the message contains.
 Action ReadSendHuge(Cursor& cursor) {
-    const size_t size = std::max(cursor.Size(), ID_SIZE);
+    const size_t size = std::max(cursor.Size(), WIRE_NUMBER_SIZE);
     const Function function = cursor.AtEnd() ? Function::AddItems : cursor.TakeFunction();
     const auto encode = [size, function](unsigned) {
-        Bytes bytes(size - ID_SIZE, '\xFF');
+        Bytes bytes(size - WIRE_NUMBER_SIZE, '\xFF');
         const Bytes id = EncodeCall(function, {});
         bytes.insert(bytes.end(), id.begin(), id.end());
         return bytes;
@@ -124,9 +124,9 @@ Action ReadSendCut(Cursor& cursor) {
     const size_t size = cursor.Size();
     const auto encode = [size, call = ReadFunctionCall(cursor)](unsigned copy) {
         Bytes bytes = EncodeCopy(call, copy);
-        const size_t kept = std::min(size, bytes.size() - ID_SIZE);
+        const size_t kept = std::min(size, bytes.size() - WIRE_NUMBER_SIZE);
         bytes.erase(bytes.begin() + static_cast<Bytes::difference_type>(kept),
-                    bytes.end() - ID_SIZE);
+                    bytes.end() - WIRE_NUMBER_SIZE);
         return bytes;
     };
     return Send{.frame = {encode, std::nullopt}};
