@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "link/Connection.h"
 #include "link/Protocol.h"
 
 namespace applist::sim {
@@ -30,15 +31,6 @@ struct AnnounceResult {
 constexpr unsigned DO_NOT_QUEUE = 4;
 constexpr unsigned PRIMARY_OWNER = 1;
 
-// Blocks, because a name must be acquired and released before the caller continues. The timeout -1
-// is the default of GIO.
-GVariantPtr CallDaemon(GDBusConnection* connection, const char* method, GVariant* parameters,
-                       GError** error) {
-    return GVariantPtr(g_dbus_connection_call_sync(
-        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-        parameters, G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, -1, nullptr, error));
-}
-
 // Owns name for an instant, so that listeners learn the unique name of this connection from the
 // release. Blocks for two calls to the bus daemon. The request is not queued. A queued request
 // would take the name over as soon as its owner releases it, and listeners would never see that
@@ -46,8 +38,9 @@ GVariantPtr CallDaemon(GDBusConnection* connection, const char* method, GVariant
 AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name) {
     using Code = AnnounceResult::Code;
     GError* error = nullptr;
-    const auto claimed = CallDaemon(connection, "RequestName",
-                                    g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), &error);
+    const auto claimed =
+        CallDaemon(connection, DAEMON, "RequestName",
+                   g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), "(u)", &error);
     if (!claimed) {
         const bool denied = g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_ACCESS_DENIED) != 0;
         return {denied ? Code::Denied : Code::Failed, name + ": " + TakeMessage(error)};
@@ -57,7 +50,8 @@ AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name
     if (code != PRIMARY_OWNER) {
         return {Code::Taken, name + ": the name already has an owner"};
     }
-    if (!CallDaemon(connection, "ReleaseName", g_variant_new("(s)", name.c_str()), &error)) {
+    if (!CallDaemon(connection, DAEMON, "ReleaseName", g_variant_new("(s)", name.c_str()), "(u)",
+                    &error)) {
         return {Code::Failed, name + ": " + TakeMessage(error)};
     }
     return {};

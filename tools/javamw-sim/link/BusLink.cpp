@@ -182,17 +182,11 @@ void BusLink::ReportUnanswered() {
 
 // The release of a handshake name is the announcement. Its former owner made it.
 void BusLink::OnNameOwnerChanged(Announcement announcement, GVariant* parameters) {
-    const char* name = nullptr;
-    const char* oldOwner = nullptr;
-    const char* newOwner = nullptr;
-    if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(sss)"))) {
-        return;
-    }
-    g_variant_get(parameters, "(&s&s&s)", &name, &oldOwner, &newOwner);
-    const bool released = *newOwner == '\0' && *oldOwner != '\0';
+    const auto change = ReadOwnerChange(parameters);
+    const bool released = change && change->newOwner.empty() && !change->oldOwner.empty();
     // Our own announcements are broadcast to us, too.
-    if (released && m_uniqueName != oldOwner) {
-        const std::string application = oldOwner;
+    if (released && change->oldOwner != m_uniqueName) {
+        const std::string& application = change->oldOwner;
         m_observer(
             {.kind = Kind::Announced, .application = application, .announcement = announcement});
         Take(m_handshake.Heard(announcement, application), application);

@@ -62,9 +62,29 @@ Result<ConnectionPtr> OpenBus(const std::string& address) {
     return connection;
 }
 
+// The timeout -1 is the default of GIO.
+GVariantPtr CallDaemon(GDBusConnection* connection, const char* interface, const char* method,
+                       GVariant* parameters, const char* replyType, GError** error) {
+    const GVariantType* type = replyType != nullptr ? G_VARIANT_TYPE(replyType) : nullptr;
+    return GVariantPtr(g_dbus_connection_call_sync(connection, DAEMON, DAEMON_PATH, interface,
+                                                   method, parameters, type, G_DBUS_CALL_FLAGS_NONE,
+                                                   -1, nullptr, error));
+}
+
 SignalMatch OwnerChangesOf(const char* name, bool anyBelow) {
-    constexpr const char* DAEMON = "org.freedesktop.DBus";
-    return {DAEMON, DAEMON, "NameOwnerChanged", "/org/freedesktop/DBus", name, anyBelow};
+    return {DAEMON, DAEMON, "NameOwnerChanged", DAEMON_PATH, name, anyBelow};
+}
+
+std::optional<OwnerChange> ReadOwnerChange(GVariant* parameters) {
+    if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(sss)"))) {
+        return std::nullopt;
+    }
+    // The strings belong to the parameters and are copied.
+    const char* name = nullptr;
+    const char* oldOwner = nullptr;
+    const char* newOwner = nullptr;
+    g_variant_get(parameters, "(&s&s&s)", &name, &oldOwner, &newOwner);
+    return OwnerChange{name, oldOwner, newOwner};
 }
 
 Registration Subscribe(

@@ -25,10 +25,8 @@ std::string BecomeMonitor(GDBusConnection* connection) {
         g_variant_builder_add(&rules, "s", rule);
     }
     GError* error = nullptr;
-    const GVariantPtr reply(g_dbus_connection_call_sync(
-        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-        "org.freedesktop.DBus.Monitoring", "BecomeMonitor", g_variant_new("(asu)", &rules, 0U),
-        nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error));
+    const auto reply = CallDaemon(connection, "org.freedesktop.DBus.Monitoring", "BecomeMonitor",
+                                  g_variant_new("(asu)", &rules, 0U), nullptr, &error);
     return reply ? std::string() : TakeMessage(error);
 }
 

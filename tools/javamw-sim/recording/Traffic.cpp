@@ -12,8 +12,6 @@
 namespace applist::sim {
 namespace {
 
-constexpr const char* DAEMON = "org.freedesktop.DBus";
-
 std::string Text(const char* text) {
     return text != nullptr ? text : std::string();
 }
@@ -107,25 +105,23 @@ std::optional<RecordedMessage> TrafficReader::ReadSignal(GDBusMessage* message) 
 
 std::optional<RecordedMessage> TrafficReader::ReadOwnerChange(GDBusMessage* message) {
     GVariant* body = g_dbus_message_get_body(message);
-    if (Text(g_dbus_message_get_member(message)) != "NameOwnerChanged" || body == nullptr ||
-        !g_variant_is_of_type(body, G_VARIANT_TYPE("(sss)"))) {
+    const bool isChange =
+        body != nullptr && Text(g_dbus_message_get_member(message)) == "NameOwnerChanged";
+    const auto change = isChange ? ReadOwnerChange(body) : std::nullopt;
+    if (!change) {
         return std::nullopt;
     }
-    // The strings belong to the message and are copied below.
-    const char* name = nullptr;
-    const char* oldOwner = nullptr;
-    const char* newOwner = nullptr;
-    g_variant_get(body, "(&s&s&s)", &name, &oldOwner, &newOwner);
-    const auto side = SideOfName(name);
+    const auto side = SideOfName(change->name);
+    const bool released = change->newOwner.empty();
     // Of the other names only the unique names of the known connections are of interest.
     if (!side) {
-        return *newOwner == '\0' ? Leave(name) : std::nullopt;
+        return released ? Leave(change->name) : std::nullopt;
     }
     RecordedMessage taken;
-    taken.kind = *newOwner == '\0' ? MessageKind::Released : MessageKind::Acquired;
+    taken.kind = released ? MessageKind::Released : MessageKind::Acquired;
     taken.side = *side;
-    taken.from = *newOwner == '\0' ? oldOwner : newOwner;
-    taken.name = name;
+    taken.from = released ? change->oldOwner : change->newOwner;
+    taken.name = change->name;
     m_sides[taken.from] = *side;
     return taken;
 }
