@@ -15,6 +15,10 @@ namespace {
 
 // ETSI TS 102 809: the highest bit of the extension is the test flag, the rest is the type.
 constexpr uint16_t TEST_FLAG = 0x8000;
+// Index 0 is empty because ETSI TS 102 809 assigns control codes from 1.
+constexpr std::array<std::string_view, 9> CONTROL_NAMES{
+    "",         "AUTOSTART", "PRESENT",  "DESTROY",           "KILL",
+    "PREFETCH", "REMOTE",    "DISABLED", "PLAYBACK_AUTOSTART"};
 
 std::string Hexadecimal(unsigned value, int digits) {
     std::array<char, sizeof "0x0000"> text{};
@@ -57,11 +61,13 @@ std::string UniqueId(const Application& application) {
 }
 
 std::string ControlName(uint8_t controlCode) {
-    // Index 0 is empty because ETSI TS 102 809 assigns control codes from 1.
-    constexpr std::array NAMES{"",         "AUTOSTART", "PRESENT",  "DESTROY",           "KILL",
-                               "PREFETCH", "REMOTE",    "DISABLED", "PLAYBACK_AUTOSTART"};
-    const bool known = controlCode > 0 && controlCode < NAMES.size();
-    return known ? NAMES.at(controlCode) : Hexadecimal(controlCode, 2);
+    const bool known = controlCode > 0 && controlCode < CONTROL_NAMES.size();
+    return known ? std::string(CONTROL_NAMES.at(controlCode)) : Hexadecimal(controlCode, 2);
+}
+
+uint8_t ControlCodeOf(std::string_view name) {
+    const auto* const found = std::find(CONTROL_NAMES.begin(), CONTROL_NAMES.end(), name);
+    return found == CONTROL_NAMES.end() ? 0 : static_cast<uint8_t>(found - CONTROL_NAMES.begin());
 }
 
 // Registered by DVB (TS 101 162), ARIB (STD-B24, volume 4) and ABNT (NBR 15606-3). 1 is the Java

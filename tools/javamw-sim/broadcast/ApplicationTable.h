@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "broadcast/ByteReader.h"
@@ -98,6 +99,8 @@ std::string UniqueId(const Application& application);
 
 /// Returns "AUTOSTART", or "0x09" for a code without a name.
 std::string ControlName(uint8_t controlCode);
+/// Returns the control code with a name, or 0 if there is none.
+uint8_t ControlCodeOf(std::string_view name);
 
 /// Returns "HbbTV", "0x0123" for a type without a name, or an empty string for 0.
 std::string TypeName(uint16_t type);

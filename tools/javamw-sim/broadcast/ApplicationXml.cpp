@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "broadcast/ApplicationXml.h"
 
-#include <algorithm>
-#include <array>
 #include <map>
 #include <memory>
 #include <string_view>
@@ -104,28 +102,12 @@ std::string ChildContent(const xmlNode* parent, std::string_view name) {
     return Content(Child(parent, name));
 }
 
-// Returns the index of a word in its list, or nothing if it is not in the list.
-template <size_t size>
-std::optional<uint8_t> PlaceOf(const std::string& word,
-                               const std::array<const char*, size>& words) {
-    const auto* const found = std::find(words.begin(), words.end(), word);
-    return found == words.end() ? std::nullopt
-                                : std::optional(static_cast<uint8_t>(found - words.begin()));
-}
-
-uint8_t ReadControl(const xmlNode* descriptor) {
-    // The index of a word is the control code of the binary table.
-    constexpr std::array<const char*, 9> CODES{"",        "AUTOSTART", "PRESENT",
-                                               "DESTROY", "KILL",      "PREFETCH",
-                                               "REMOTE",  "DISABLED",  "PLAYBACK_AUTOSTART"};
-    return PlaceOf(ChildContent(descriptor, "controlCode"), CODES).value_or(0);
-}
-
 uint8_t ReadVisibility(const xmlNode* descriptor) {
-    // The index of a word is the two-bit visibility of the binary table, where 2 is reserved.
-    constexpr std::array<const char*, 4> VALUES{"NOT_VISIBLE_ALL", "NOT_VISIBLE_USERS", "",
-                                                "VISIBLE_ALL"};
-    return PlaceOf(ChildContent(descriptor, "visibility"), VALUES).value_or(0);
+    const std::string visibility = ChildContent(descriptor, "visibility");
+    if (visibility == "VISIBLE_ALL") {
+        return VISIBLE_ALL;
+    }
+    return visibility == "NOT_VISIBLE_USERS" ? VISIBLE_APPLICATIONS : 0;
 }
 
 uint16_t ReadType(const xmlNode* descriptor) {
@@ -195,7 +177,7 @@ std::optional<Application> ReadApplication(const xmlNode* node) {
     Application application;
     application.organisation = *organisation;
     application.id = *id;
-    application.controlCode = ReadControl(descriptor);
+    application.controlCode = ControlCodeOf(ChildContent(descriptor, "controlCode"));
     application.visibility = ReadVisibility(descriptor);
     application.priority =
         ParseNumber<uint8_t>(ChildContent(descriptor, "priority"), 16).value_or(0);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <glib.h>
 #include <iconv.h>
 #include <memory>
 #include <utility>
@@ -91,8 +92,6 @@ public:
     }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
-    Converter(Converter&&) = delete;
-    Converter& operator=(Converter&&) = delete;
 
     // iconv reports failure with the pointer value -1.
     bool usable() const {
@@ -143,29 +142,20 @@ std::string WithoutControlBytes(ByteSpan text) {
     return clean;
 }
 
-// Returns the first code point of valid UTF-8 and its length in bytes.
-std::pair<char32_t, size_t> FirstCodePoint(ByteSpan utf8) {
-    const uint8_t lead = utf8[0];
-    const size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    char32_t code = length == 1 ? lead : lead & (0x7FU >> length);
-    for (size_t i = 1; i < length; ++i) {
-        code = code << 6U | (utf8[i] & 0x3FU);
-    }
-    return {code, length};
-}
-
+// REQUIRES: utf8 is valid.
 std::string WithoutControlCharacters(const std::string& utf8) {
     std::string clean;
-    ByteSpan left(reinterpret_cast<const uint8_t*>(utf8.data()), utf8.size());
-    while (!left.empty()) {
-        const auto [code, length] = FirstCodePoint(left);
+    const char* const end = utf8.data() + utf8.size();
+    for (const char* at = utf8.data(); at < end;) {
+        const char* const next = g_utf8_next_char(at);
+        const char32_t code = g_utf8_get_char(at);
         const char32_t oneByte = code >= TWO_BYTE_CONTROLS ? code - TWO_BYTE_CONTROLS : code;
         if (IsControl(oneByte) && (code == oneByte || oneByte >= 0x80)) {
             AppendControl(clean, oneByte);
         } else {
-            clean.append(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(length));
+            clean.append(at, next);
         }
-        left = left.subspan(length);
+        at = next;
     }
     return clean;
 }
