@@ -19,8 +19,6 @@ public:
     ~FocusedList() override;
     FocusedList(const FocusedList&) = delete;
     FocusedList& operator=(const FocusedList&) = delete;
-    FocusedList(FocusedList&&) = delete;
-    FocusedList& operator=(FocusedList&&) = delete;
 
     void SetModel(AppListModel* model) override;
     void ItemSelected(AppListModel* model) override;

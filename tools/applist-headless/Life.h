@@ -31,8 +31,6 @@ public:
     ~Life();
     Life(const Life&) = delete;
     Life& operator=(const Life&) = delete;
-    Life(Life&&) = delete;
-    Life& operator=(Life&&) = delete;
 
     AppListModel& model() { return m_model; }
     FocusedList& list() { return m_list; }

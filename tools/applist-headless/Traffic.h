@@ -29,8 +29,6 @@ public:
     ~Traffic();
     Traffic(const Traffic&) = delete;
     Traffic& operator=(const Traffic&) = delete;
-    Traffic(Traffic&&) = delete;
-    Traffic& operator=(Traffic&&) = delete;
 
     Counts Read() const;
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <cmath>
-#include <glib.h>
 #include <iterator>
 #include <utility>
 
+#include "Number.h"
 #include "cli/Commands.h"
 #include "feed/Feed.h"
 #include "middleware/Session.h"
@@ -98,12 +98,11 @@ std::string StrayOption(const Arguments& given) {
 }
 
 Result<double> Interval(const std::string& text) {
-    char* end = nullptr;
-    // The decimal point does not depend on the locale here, unlike with strtod().
-    const double seconds = g_ascii_strtod(text.c_str(), &end);
-    const bool number = !text.empty() && *end == '\0' && std::isfinite(seconds) && seconds >= 0;
-    return number ? Result(seconds)
-                  : Result<double>::Failure("--interval takes seconds, not '" + text + "'");
+    const auto seconds = ParseNumber<double>(text);
+    // The parser accepts inf and nan.
+    return seconds && std::isfinite(*seconds) && *seconds >= 0
+               ? Result(*seconds)
+               : Result<double>::Failure("--interval takes seconds, not '" + text + "'");
 }
 
 Result<BroadcastFeedOptions> FeedOptionsFrom(const Arguments& given) {
