@@ -51,7 +51,11 @@ private:
     static void OnWindowFocused(void* focus, Evas_Object* window, void* event);
     static void OnFrame(void* focus, Evas* canvas, void* event);
     static Eina_Bool OnPress(void* focus, int type, void* key);
+    static void OnTurn(void* focus);
 
+    /// Runs as many turns of the loop as the toolkit needs to place the rows that were added.
+    void PlaceRows();
+    void KeepTurning();
     void Refocus();
     bool IsOpen() const;
     /// Makes the toolkit keep the row that is the first one in view now where it is.
@@ -74,6 +78,9 @@ private:
     Elm_Object_Item* m_row = nullptr;
     EventHandler m_press;
     ListPanel m_panel;
+    Ecore_Job* m_turn = nullptr;
+    int m_turns = 0;   ///< How many more turns of the loop are needed.
+    int m_placed = 0;  ///< The number of rows for which turns were counted.
     bool m_frameRequested = false;
     bool m_muted = false;
 };

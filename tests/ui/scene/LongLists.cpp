@@ -2,7 +2,26 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Lists with more rows than the panel shows.
+#include <Edje.h>
+#include <dlfcn.h>
+
 #include "ui/scene/SceneTest.h"
+
+namespace {
+
+int g_measurements = 0;
+
+}  // namespace
+
+// Replaces the function with which the toolkit's list measures a row.
+extern "C" void edje_object_size_min_restricted_calc(Evas_Object* row, Evas_Coord* width,
+                                                     Evas_Coord* height, Evas_Coord leastWidth,
+                                                     Evas_Coord leastHeight) {
+    static auto* const replaced = reinterpret_cast<decltype(&edje_object_size_min_restricted_calc)>(
+        dlsym(RTLD_NEXT, "edje_object_size_min_restricted_calc"));
+    ++g_measurements;
+    replaced(row, width, height, leastWidth, leastHeight);
+}
 
 namespace applist::test {
 namespace {
@@ -29,6 +48,14 @@ TEST_F(ALongList, WrapsToACompletelyVisibleRow) {
     ExpectOn("Row 60");
     Type("Right");
     ExpectOn("Row 1");
+}
+
+TEST_F(ALongList, DoesNotMeasureEachRow) {
+    Fill(1);
+    const int measuredForOne = g_measurements;
+    model().AddItems(Make(60));
+    Draw();
+    EXPECT_LT(g_measurements - measuredForOne, 60);
 }
 
 // When the row that the model selected last is scrolled into view again, the renderer gives it the
