@@ -11,6 +11,7 @@
 
 #include "CallbackGuard.h"
 #include "display/Screen.h"
+#include "toolkit-internals/FirstFrame.h"
 
 namespace applist::desktop {
 namespace {
@@ -207,6 +208,7 @@ bool Windows::Hide() {
 void Windows::Added(Evas_Object* window) {
     m_windows.push_back({window});
     FitToScreen(window);
+    LimitFirstFrame(window);
     m_listener.created(window);
     for (const auto& [event, callback] : CALLBACKS) {
         evas_object_smart_callback_add(window, event, callback, this);
