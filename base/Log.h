@@ -5,7 +5,9 @@
 #include "platform_log.h"
 
 /// Logging macros of the program. Every line starts with the source position, given twice because
-/// the set's log tools expect it: "file: function(line) > [function:line] ". Any thread.
+/// the set's log tools expect it: "file: function(line) > [function:line] ". These tools search for
+/// the texts, so do not correct them: some have a misspelling, and those of the transport end with
+/// an empty line. Any thread.
 
 namespace applist {
 

@@ -16,7 +16,7 @@ public:
     virtual std::string GetVisibleName() = 0;
 
     /// Returns the item's identity: two items with byte-equal ids are the same entry. An empty id
-    /// means "no item".
+    /// means "no item". Other programs use this interface, so the misspelling stays.
     virtual std::string GetUnigueId() = 0;
 
     virtual ~AppListItem() = default;

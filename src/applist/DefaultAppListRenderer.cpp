@@ -67,6 +67,7 @@ DefaultAppListRenderer::~DefaultAppListRenderer() {
     }
     // The genlist is already deleted, so its callbacks no longer use the propagator.
     delete m_selectionPropagator;
+    // The window has deleted it already; the toolkit ignores the second request.
     if (m_background != nullptr) {
         evas_object_del(m_background);
     }

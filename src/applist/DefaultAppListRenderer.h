@@ -85,6 +85,8 @@ public:
     static void ItemSelectEvent(void* data, Evas_Object* obj, void* event_info);
 
 protected:
+    // Not private, so that tests can call these functions and check the widgets.
+
     using Row = Elm_Object_Item;
     using RowsById = std::map<std::string, Row*>;
 

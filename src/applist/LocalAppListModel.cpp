@@ -26,7 +26,6 @@ enum EventId {
     LOCAL_CREATED_EVENT = 4,
 };
 
-// SendEvent() takes an empty name for a broadcast.
 const std::string ALL_PARTNERS;
 
 // The default model never returns null, but another implementation might.

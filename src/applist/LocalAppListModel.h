@@ -86,10 +86,16 @@ private:
     void CallRemoveItem(std::istream& request, std::ostream& response);
     void CallModifyItem(std::istream& request, std::ostream& response);
 
+    /// Removes the first owned item with item's id from the model and deletes it. Does nothing if
+    /// there is none.
     void PrivateRemoveItem(RemoteAppListItem item);
+    /// Replaces the first owned item with oldItem's id by a copy of newItem, in the model and in
+    /// m_remoteItems. Does nothing if there is none.
     void PrivateModifyItem(RemoteAppListItem oldItem, RemoteAppListItem newItem);
+    /// Returns the first owned item with item's id.
     RemoteItems::iterator FindRemoteItem(AppListItem& item);
     void DeleteRemoteItems();
+    /// Sends an event to a partner, or to all partners if the name is empty.
     void SendEvent(int eventId, const std::string& partner);
 
     IPCApplist<JavaMWDbusLocal, LocalAppListModel> m_ipc;

@@ -110,8 +110,9 @@ JavaMWDbusLocal::~JavaMWDbusLocal() {
     if (m_ownerId != 0) {
         g_bus_unown_name(std::exchange(m_ownerId, 0));
     }
-    // The name-watch call is used for subscriptions on purpose, because the log shows GLib's
-    // warnings about unknown ids. The subscriptions themselves end with the connection.
+    // Deliberately not g_dbus_connection_signal_unsubscribe(): GLib's warnings about these unknown
+    // watches mark the end of the channel in a debug log. The subscriptions end with the
+    // connection, and LiveChannels() refuses their callbacks until then.
     Unwatch(m_synSubscriptionId);
     Unwatch(m_synAckSubscriptionId);
     Unwatch(m_ackSubscriptionId);

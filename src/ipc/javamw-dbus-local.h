@@ -59,6 +59,7 @@ public:
     static constexpr const char* BROADCAST_PREFIX = "_SERVICE";
     static constexpr const char* JAVAMW_DBUS_OBJ_IFACE = "org.vantu.javamw.DbusCommunication";
     static constexpr const char* JAVAMW_DBUS_SIG_NAME = "SendSignal";
+    /// Not used here: GIO dispatches calls by INTERFACE_XML, which contains the same name.
     static constexpr const char* JAVAMW_DBUS_OBJ_METHOD = "Send";
     /// The largest payload of a reply. A bus disconnects the sender of a message that exceeds its
     /// max_message_size, and a client cannot query that. This fits the default, 32 MiB, and leaves
@@ -178,14 +179,14 @@ private:
     std::string m_name;
     std::string m_uniqueName;
     std::string m_objectPath;
-    GDBusNodeInfo* m_introspectionData = nullptr;
-    uint32_t m_ownerId = 0;         ///< Always 0, because no name is kept.
+    GDBusNodeInfo* m_introspectionData = nullptr;  ///< Owned: the parsed INTERFACE_XML.
+    uint32_t m_ownerId = 0;                        ///< Always 0, because no name is kept.
     uint32_t m_registrationId = 0;  ///< Never unregistered: the object ends with the connection.
     uint32_t m_synSubscriptionId = 0;
     uint32_t m_synAckSubscriptionId = 0;
     uint32_t m_ackSubscriptionId = 0;
-    std::map<std::string, ConnectionPartner> m_partner;
-    int m_announced = 0;
-    GDBusConnection* m_connection = nullptr;
+    std::map<std::string, ConnectionPartner> m_partner;  ///< By unique bus name.
+    int m_announced = 0;                      ///< 1 after the announcement; for debuggers only.
+    GDBusConnection* m_connection = nullptr;  ///< Owned; null if the bus could not be reached.
     PTMutex m_mutex;
 };
