@@ -107,7 +107,7 @@ std::optional<RecordedMessage> TrafficReader::ReadOwnerChange(GDBusMessage* mess
     GVariant* body = g_dbus_message_get_body(message);
     const bool isChange =
         body != nullptr && Text(g_dbus_message_get_member(message)) == "NameOwnerChanged";
-    const auto change = isChange ? ReadOwnerChange(body) : std::nullopt;
+    const auto change = isChange ? sim::ReadOwnerChange(body) : std::nullopt;
     if (!change) {
         return std::nullopt;
     }
