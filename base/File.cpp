@@ -84,7 +84,7 @@ bool InputFile::IsRegular() const {
 
 Result<InputFile> InputFile::Watch() const {
     InputFile changes(m_name, inotify_init1(IN_CLOEXEC));
-    // By descriptor, because standard input has no name.
+    // By descriptor, because standard input does not have a name.
     const std::string path = "/proc/self/fd/" + std::to_string(m_descriptor);
     if (changes.m_descriptor < 0 ||
         inotify_add_watch(changes.m_descriptor, path.c_str(), IN_MODIFY) < 0) {

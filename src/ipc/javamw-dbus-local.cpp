@@ -19,7 +19,7 @@ constexpr uint32_t DO_NOT_QUEUE = 4;   // flag of RequestName: fail if the name 
 constexpr uint32_t PRIMARY_OWNER = 1;  // reply of RequestName
 // GIO's own limit of 25 seconds.
 constexpr int DEFAULT_TIMEOUT = -1;
-// Long enough for a busy bus, short enough for a viewer who waits for the list to close.
+// A busy bus answers within this time, and the list closes at most this much later.
 constexpr int FLUSH_TIMEOUT_MS = 1000;
 
 // The channels that callbacks may use. The object registration and the three name subscriptions

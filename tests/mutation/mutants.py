@@ -22,7 +22,6 @@ PROGRAMS = {
     "src/applist/DefaultAppListItem.cpp": ["unit_list"],
     "src/applist/DefaultAppListModel.cpp": ["unit_list"],
     "src/applist/DefaultAppListRenderer.cpp": ["renderer_test"],
-    "src/applist/DefaultAppListRendererWidgets.cpp": ["renderer_test"],
     "src/applist/LocalAppListModel.cpp": ["unit_ipc"],
     "src/applist/RemoteAppListItem.cpp": ["unit_ipc"],
     "src/ipc/IPCApplist.h": ["unit_ipc"],

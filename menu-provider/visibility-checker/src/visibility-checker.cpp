@@ -51,6 +51,7 @@ bool CheckDVBVisibility() {
     const bool autostartXlet = PlatformSettings::IsAutostartApp();
     LOG_DEBUG("From vconf: dataServcieExists=%d, autorunOn=%d, autostartXlet=%d", dataServiceExists,
               autorunOn, autostartXlet);
+    // Data services that start by themselves leave nothing to choose; the popup says so.
     const bool result = dataServiceExists && !(autorunOn && autostartXlet);
     LOG_DEBUG("CheckDVBVisibility function end");
     return result;

@@ -24,6 +24,7 @@ void Speech::Update() {
     if (on && !m_voice) {
         Start();
     } else if (!on && m_voice) {
+        // The voice last, because both callbacks use it.
         m_press = {};
         m_news.reset();
         m_voice.reset();
@@ -32,6 +33,7 @@ void Speech::Update() {
 
 void Speech::Start() {
     m_voice = OpenVoice(i18n_get_text("TEXT_LANGUAGE"));
+    // In front, because other handlers discard keys.
     m_press = EventHandler::InFront(ECORE_EVENT_KEY_DOWN, OnPress, this);
     m_news.emplace([this](const News& news) { Tell(news); });
 }
@@ -42,8 +44,9 @@ void Speech::Stop() {
     }
 }
 
-// A message does not cut off the row that the viewer has just chosen.
+// A message does not interrupt the row that the viewer has just chosen.
 void Speech::Tell(const News& news) {
+    // A withdrawn message; what was spoken cannot be taken back.
     if (news.text.empty()) {
         return;
     }

@@ -11,9 +11,9 @@
 
 namespace applist::desktop {
 
-/// Speaks the news of this program while the viewer's setting SPEECH_KEY is on. Each key press cuts
-/// off what is being spoken. Does not use the speech service while the setting is off. Main thread
-/// only, while the toolkit is running.
+/// Speaks the news of this program while the viewer's setting SPEECH_KEY is on. Each key press
+/// interrupts what is being spoken. Does not use the speech service while the setting is off. Main
+/// thread only, while the toolkit is running.
 class Speech {
 public:
     Speech() { Update(); }
@@ -25,7 +25,7 @@ public:
 
     /// Reads the setting again. An invalid or unreadable setting is logged and counts as off.
     void Update();
-    /// Cuts off what is being spoken.
+    /// Stops what is being spoken and discards what waits.
     void Stop();
 
 private:

@@ -137,6 +137,7 @@ SpeechDispatcher::SpeechDispatcher(const std::string& language) {
 }
 
 void SpeechDispatcher::Stop() {
+    // The commands of the start stay in the queue.
     std::erase_if(m_queue, [](const Command& command) { return !command.text.empty(); });
     if (std::exchange(m_speaking, false)) {
         Queue({"CANCEL SELF", {}});
@@ -199,6 +200,7 @@ void SpeechDispatcher::Take(const std::string& reply) {
         return;
     }
     StopTimer();
+    // 2xx is success. 230 asks for the text of SPEAK, which ends with a line that has only a dot.
     if (!reply.starts_with('2')) {
         Fail("it replies " + reply);
     } else if (reply.starts_with("230")) {

@@ -23,6 +23,7 @@ bool IsList(const Evas_Object* object) {
     return object != nullptr && efl_class_name_get(object) == std::string_view("Elm.Genlist");
 }
 
+// RowText() is valid UTF-8 even if the broadcast's name is not.
 void NameRow(const Evas_Object* list, Evas_Object* row) {
     const std::string name = RowText(list, row);
     if (!name.empty()) {
@@ -78,6 +79,7 @@ void SpokenNames::Turn(bool on) {
         VisitAccessibleObjects(NameIfList);
         m_connected = EventHandler::Behind(ELM_EVENT_ATSPI_BRIDGE_STATE_CHANGED, OnBridge, nullptr);
         m_additions.emplace(RowAdded);
+        // A reader finds out by itself which row has the focus.
         m_news.emplace([](const News& news) {
             if (news.kind == News::Kind::MESSAGE) {
                 Say(news.source, news.text);
@@ -111,6 +113,7 @@ bool SpokenNames::Retry() {
 }
 
 void SpokenNames::Say(Evas_Object* list, const std::string& message) {
+    // A list without rows has not been reported to RowAdded().
     NameList(list);
     Evas_Object* around = elm_object_parent_widget_get(list);
     while (around != nullptr && !IsNotification(around)) {

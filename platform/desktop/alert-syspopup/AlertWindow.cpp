@@ -53,6 +53,7 @@ std::unique_ptr<AlertWindow> AlertWindow::Create(const char* title) {
         return nullptr;
     }
     elm_win_title_set(window, title);
+    // The broadcast stays visible around the panel.
     elm_win_alpha_set(window, EINA_TRUE);
     elm_win_fullscreen_set(window, EINA_TRUE);
     return std::unique_ptr<AlertWindow>(new AlertWindow(window));

@@ -55,7 +55,8 @@ Eina_Bool OnBeforeWait(void* process) {
     return ECORE_CALLBACK_RENEW;
 }
 
-// The launcher stands for this process: its signals and its end are this process's.
+// The caller sees only the launcher. This process therefore gets the signals that the launcher
+// receives, and is killed when the launcher ends before it.
 void FollowLauncher(int connection) {
     unsigned char signal = 0;
     while (recv(connection, &signal, 1, 0) == 1) {
@@ -87,6 +88,7 @@ void OnExit(int status, void*) {
 std::vector<int> ReceiveMessage(int connection, std::string& text) {
     std::vector<int> descriptors(PREPARED_DESCRIPTORS, -1);
     const size_t size = descriptors.size() * sizeof(int);
+    // Aligned, because the kernel stores a header in it.
     alignas(cmsghdr) std::array<char, CMSG_SPACE(PREPARED_DESCRIPTORS * sizeof(int))> control{};
     text.resize(PREPARED_REQUEST_BYTES);
     iovec part{text.data(), text.size()};
@@ -214,6 +216,7 @@ bool PreparedProcess::Listen() {
     }
     const auto* name = reinterpret_cast<const sockaddr*>(&*address);
     const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    // Only a live process accepts a connection; the file alone may be left over.
     if (connect(listener, name, sizeof *address) == 0) {
         LOG_ERROR("Cannot prepare %s: another process is prepared already",
                   m_applicationId.c_str());
@@ -290,7 +293,8 @@ bool PreparedProcess::Receive(int connection) {
         !descriptors.empty() && request.size() > sizeof(uint32_t) && request.back() == '\0';
     if (complete) {
         Adopt(request);
-        // A process that has taken over another environment is used up, whether it fits or not.
+        // Ends the wait in any case: the environment and the arguments have been replaced, so this
+        // process cannot wait for another request.
         ecore_main_loop_quit();
         if (FitsSurroundings()) {
             Become(connection, descriptors);
@@ -327,8 +331,10 @@ void PreparedProcess::Become(int connection, const std::vector<int>& descriptors
         send(connection, &accepted, sizeof accepted, MSG_NOSIGNAL) < 0) {
         return;
     }
+    // The request has other streams and another environment than the start of this process.
     LogWriter::Reread();
     m_connection = connection;
+    // The limit was for the request; the next message may come at any time.
     constexpr timeval FOREVER{0, 0};
     setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &FOREVER, sizeof FOREVER);
     g_launcher = connection;

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// applist-launch: lets a prepared process become the application and stands for it: forwards
-// signals and ends with its exit status. Without a prepared process it executes the program.
+// applist-launch: starts the application in a prepared process, forwards signals to it and ends
+// with its exit status. Without a prepared process it executes the program.
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -33,6 +33,7 @@ constexpr timeval ANSWER_TIMEOUT{0, 500'000};
 int g_connection = -1;
 
 void Forward(int signal) {
+    // The signal may have interrupted code that is about to read errno.
     const int error = errno;
     const auto number = static_cast<unsigned char>(signal);
     send(g_connection, &number, 1, MSG_NOSIGNAL);
@@ -42,6 +43,7 @@ void Forward(int signal) {
 void ForwardSignals() {
     struct sigaction action {};
     action.sa_handler = Forward;
+    // So that the signal does not end the wait for the exit status.
     action.sa_flags = SA_RESTART;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
         sigaction(signal, &action, nullptr);
@@ -55,6 +57,7 @@ std::string ProgramPath() {
     return std::string(self.substr(0, self.find_last_of('/') + 1)).append(PROGRAM);
 }
 
+// The arguments and the environment, as PreparedLaunch.h describes them.
 std::string RequestOf(char** argv) {
     uint32_t count = 0;
     std::string texts;
@@ -110,6 +113,7 @@ int TakePrepared(char** argv) {
 }
 
 int AwaitStatus(int connection) {
+    // The limit was for the answer; the application may run for any time.
     constexpr timeval FOREVER{0, 0};
     setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &FOREVER, sizeof FOREVER);
     int status = 0;
@@ -124,6 +128,7 @@ int AwaitStatus(int connection) {
 
 int main(int /*argc*/, char** argv) {
     std::string program = ProgramPath();
+    // The application derives its id from this name.
     argv[0] = program.data();
     // Blocked until the connection is known, so that no signal is lost or ends only this process.
     sigset_t all;

@@ -41,6 +41,7 @@ Reading<int32_t> ReadFactoryItem(int id) {
         return {{}, file.problem};
     }
     const auto text = file.value->Get(GROUP, std::to_string(id));
+    // Neither value nor problem: a set need not have the item.
     if (!text) {
         return {};
     }

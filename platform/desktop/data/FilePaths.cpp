@@ -29,6 +29,7 @@ std::string PathOf(const char* underRoot, const char* userFolder, const char* un
 }  // namespace
 
 std::string FindData(const std::string& relative) {
+    // canonical() fails for a file that does not exist.
     for (const auto& share : {ShareBesideProgram(), std::filesystem::path(INSTALLED_DATA_DIR)}) {
         std::error_code absent;
         const auto found = std::filesystem::canonical(share / relative, absent);

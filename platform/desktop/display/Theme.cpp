@@ -55,9 +55,13 @@ void LoadTheme(const std::string& theme) {
     if (theme.empty()) {
         return;
     }
+    // An overlay, because an extension would leave the toolkit's own popup style in place.
     elm_theme_overlay_add(nullptr, theme.c_str());
+    // Without friction the list scrolls at once. Read only once, because a theme without motion
+    // changes the value.
     static const double friction = elm_config_scroll_bring_in_scroll_friction_get();
     elm_config_scroll_bring_in_scroll_friction_set(theme.ends_with(STILL_SUFFIX) ? 0.0 : friction);
+    // The toolkit accepts a default theme, which this one replaces, only with this item.
     char* version = edje_file_data_get(theme.c_str(), "version");
     if (version == nullptr) {
         LOG_ERROR("The toolkit rejects the theme %s: it does not have the data item \"version\"",

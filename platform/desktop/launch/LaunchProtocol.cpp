@@ -15,6 +15,7 @@ constexpr const char* VENDOR = "org.vantu.";
 
 std::string ApplicationIdOf(std::string_view program) {
     const std::string name(program.substr(program.find_last_of('/') + 1));
+    // The alert popup's program file already has the complete id as its name.
     const std::string id = name.starts_with(VENDOR) ? name : VENDOR + name;
     return g_application_id_is_valid(id.c_str()) != 0 ? id : std::string();
 }
@@ -45,6 +46,7 @@ GDBusMessage* ToMessage(const app_control_s& request) {
         message, g_variant_new("(s@av@a{sv})", LAUNCH_ACTION,
                                g_variant_new_array(G_VARIANT_TYPE_VARIANT, parameters, 1),
                                g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0)));
+    // The sender does not wait until the application has handled the request.
     g_dbus_message_set_flags(message, G_DBUS_MESSAGE_FLAGS_NO_REPLY_EXPECTED);
     return message;
 }

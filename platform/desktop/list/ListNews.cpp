@@ -38,6 +38,7 @@ void ListNews::Update(const Elm_Object_Item* focused, int position, int count) {
     if (!NewsListener::Any()) {
         return;
     }
+    // A new listener has not heard anything yet, so the current state is told again.
     if (std::exchange(m_listeners, NewsListener::Created()) != NewsListener::Created()) {
         m_told = nullptr;
         m_names.reset();
@@ -83,6 +84,7 @@ void ListNews::Tell(News::Kind kind, const std::string& text) {
     if (!NewsListener::Any()) {
         return;
     }
+    // The rows that exist when the first news is told are not a change.
     if (!m_names) {
         m_names = Names();
     }
@@ -90,7 +92,7 @@ void ListNews::Tell(News::Kind kind, const std::string& text) {
     TellNews({kind, m_list, titleTold ? "" : TitleOf(m_list), text});
 }
 
-// A hash of the names in their order.
+// A hash of the names in their order, which needs no memory for 10,000 names.
 size_t ListNews::Names() const {
     constexpr size_t FACTOR = 31;
     size_t names = 0;

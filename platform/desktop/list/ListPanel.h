@@ -35,8 +35,8 @@ public:
 
     /// The program has set the rows or the selection.
     void Placed() { m_placed = true; }
-    /// Says whether the next frame will correct the focus. Until then the row that has it is not
-    /// told.
+    /// Says whether the next frame will correct the focus. Until then ListNews does not tell which
+    /// row has it.
     void AwaitCorrection(bool awaits) { m_awaitsCorrection = awaits; }
     /// Shows and tells the current state. Cheap if it has not changed.
     void Update();

@@ -21,8 +21,9 @@ struct CallNeeds {
 /// or ENOSYS if the caller then uses another call. Any thread.
 std::vector<sock_filter> CallFilter(const CallNeeds& needs);
 
-/// Installs the filter in all threads of the process, for good. Returns 0, or the error code if the
-/// kernel does not offer this. REQUIRES: the process cannot gain privileges (PR_SET_NO_NEW_PRIVS).
+/// Installs the filter in all threads of the process, permanently. Returns 0, or the error code if
+/// the kernel does not offer this. REQUIRES: the process cannot gain privileges
+/// (PR_SET_NO_NEW_PRIVS).
 int RefuseCalls(const CallNeeds& needs);
 
 }  // namespace applist::desktop

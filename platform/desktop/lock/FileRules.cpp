@@ -22,8 +22,10 @@ constexpr uint64_t WRITE = LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_RE
                            LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_REMOVE_FILE |
                            ACCESS_TRUNCATE;
 
+// Owns a file descriptor; a negative number stands for none.
 class Descriptor {
 public:
+    // long, because syscall() returns one.
     explicit Descriptor(long number) : m_number(static_cast<int>(number)) {}
     ~Descriptor() {
         if (m_number >= 0) {
@@ -72,6 +74,7 @@ int RestrictFiles(const Folders& folders) {
     for (const std::string& folder : folders.readable) {
         Allow(rules, READ, folder);
     }
+    // A rule may grant only rights that the rule set restricts.
     for (const std::string& folder : folders.writable) {
         Allow(rules, WRITE & all, folder);
     }

@@ -15,10 +15,10 @@ struct Folders {
     std::vector<std::string> writable;
 };
 
-/// Restricts the calling thread, and the threads that it starts later, to these folders, for good.
-/// The kernel (Landlock) does not restrict threads that are already running. Files that are open
-/// stay usable. Returns 0, or the error code if the kernel does not offer this. REQUIRES: the
-/// process cannot gain privileges (PR_SET_NO_NEW_PRIVS).
+/// Restricts the calling thread, and the threads that it starts later, to these folders,
+/// permanently. The kernel (Landlock) does not restrict threads that are already running. Files
+/// that are open stay usable. Returns 0, or the error code if the kernel does not offer this.
+/// REQUIRES: the process cannot gain privileges (PR_SET_NO_NEW_PRIVS).
 int RestrictFiles(const Folders& folders);
 
 }  // namespace applist::desktop

@@ -62,6 +62,7 @@ void Lock(bool wayland) {
         return;
     }
     Folders folders{ReadableFolders(), {}};
+    // The toolkit creates the buffers of its windows there.
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
     if (wayland && runtime != nullptr) {
         folders.writable.emplace_back(runtime);

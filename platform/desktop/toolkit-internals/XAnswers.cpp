@@ -56,6 +56,7 @@ constexpr std::array<std::string_view, 20> ATOMS{"ATOM",
 // For the replaced functions, which do not have an argument of ours.
 XAnswers* g_answers = nullptr;
 
+// The replies are allocated by the library with malloc().
 struct Free {
     void operator()(void* reply) const { std::free(reply); }
 };
