@@ -92,6 +92,45 @@ private:
     guint m_interrupt = g_unix_signal_add(SIGINT, OnEndSignal, nullptr);
 };
 
+// What connects a running application with the screen and the viewer's settings, in the order of
+// creation.
+class ScreenParts {
+public:
+    ScreenParts(Lifecycle& lifecycle, Toolkit& toolkit)
+        : m_toolkit(toolkit),
+          m_windows({[&lifecycle](bool visible) { lifecycle.VisibilityChanged(visible); },
+                     [&lifecycle] { lifecycle.Exit(); }, LockAfterFirstFrame}) {
+        if (toolkit.window() != nullptr) {
+            m_windows.Added(toolkit.window());
+        }
+    }
+
+    // Hides the windows and releases the keyboard. Returns true if a window was shown.
+    bool Leave() {
+        m_keyboard.Close();
+        m_speech.Stop();
+        return m_windows.Hide();
+    }
+
+private:
+    Toolkit& m_toolkit;
+    SpareMemory m_memory;
+    GlibLoop m_glib{[this] { m_memory.GiveBack(); }};
+    EndSignals m_endSignals;
+    Windows m_windows;
+    ListSteps m_steps{m_windows};
+    Keyboard m_keyboard{m_windows, ReadKeys()};
+    ThemeSignals m_signals;
+    KeyFrames m_frames{m_windows};
+    SpokenNames m_names;
+    Speech m_speech;
+    SettingsWatch m_settings{[this] {
+        m_toolkit.UpdateTheme();
+        m_speech.Update();
+    }};
+    ScreenReader m_reader{[this](bool on) { m_names.Turn(on); }};
+};
+
 Eina_Bool OnWaitOver(void* lifecycle) {
     GuardCallback([lifecycle] { static_cast<Lifecycle*>(lifecycle)->WaitOver(); });
     return ECORE_CALLBACK_CANCEL;
@@ -137,31 +176,11 @@ Lifecycle::Result Lifecycle::RunToolkit(int argc, char** argv) {
 }
 
 Lifecycle::Result Lifecycle::RunOnScreen(std::optional<SingleInstance>& instance) {
-    SpareMemory memory;
-    const GlibLoop glib([&memory] { memory.GiveBack(); });
-    const EndSignals signalsThatEnd;
-    Windows windows({[this](bool visible) { VisibilityChanged(visible); }, [this] { Exit(); },
-                     LockAfterFirstFrame});
-    if (m_toolkit->window() != nullptr) {
-        windows.Added(m_toolkit->window());
-    }
-    ListSteps steps(windows);
-    Keyboard keyboard(windows, ReadKeys());
-    const ThemeSignals signals;
-    KeyFrames frames(windows);
-    SpokenNames names;
-    Speech speech;
-    const SettingsWatch settings([&] {
-        m_toolkit->UpdateTheme();
-        speech.Update();
-    });
-    const ScreenReader reader([&names](bool on) { names.Turn(on); });
+    ScreenParts parts(*this, *m_toolkit);
     // The lambda refers to locals, so it is only called while the loop below runs.
     m_leaveScreen = [&] {
         instance->Release();
-        keyboard.Close();
-        speech.Stop();
-        return windows.Hide();
+        return parts.Leave();
     };
     const Result result = RunApplication();
     // A request for this instance would be lost from here on, so later launches must start a new
