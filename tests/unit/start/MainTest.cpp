@@ -84,7 +84,7 @@ TEST_F(Main, PrintsTheVersionLineBeforeTheDecisionWhichMayTakeSeconds) {
 }
 
 TEST_F(Main, IgnoresAClosedPipe) {
-    std::signal(SIGPIPE, SIG_DFL);
+    static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
     Run(false);
     EXPECT_EQ(std::signal(SIGPIPE, SIG_DFL), SIG_IGN);
 }
