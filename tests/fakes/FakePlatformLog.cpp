@@ -14,7 +14,7 @@
 namespace applist::test {
 namespace {
 
-std::vector<LogLine>& Lines() {
+std::vector<LogLine>& TheLines() {
     static std::vector<LogLine> lines;
     return lines;
 }
@@ -63,12 +63,12 @@ LogLine Event(std::string event) {
 }
 
 const std::vector<LogLine>& Log() {
-    return Lines();
+    return TheLines();
 }
 
 std::vector<std::string> LogMessages() {
     std::vector<std::string> messages;
-    for (const LogLine& line : Lines()) {
+    for (const LogLine& line : TheLines()) {
         messages.push_back(line.message);
     }
     return messages;
@@ -76,7 +76,7 @@ std::vector<std::string> LogMessages() {
 
 std::vector<std::string> LogFunctions() {
     std::vector<std::string> functions;
-    for (const LogLine& line : Lines()) {
+    for (const LogLine& line : TheLines()) {
         if (!line.function.empty()) {
             functions.push_back(line.function);
         }
@@ -84,18 +84,37 @@ std::vector<std::string> LogFunctions() {
     return functions;
 }
 
+std::string LogText() {
+    std::vector<std::string> lines;
+    for (const LogLine& line : TheLines()) {
+        const char* level = line.priority == PLATFORM_LOG_ERROR  ? "ERROR "
+                            : line.priority == PLATFORM_LOG_INFO ? "INFO "
+                                                                 : "";
+        lines.push_back(level + line.function + (line.function.empty() ? "" : ": ") + line.message);
+    }
+    return Lines(lines);
+}
+
+std::string Lines(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line + "\n";
+    }
+    return text;
+}
+
 void ClearLog() {
-    Lines().clear();
+    TheLines().clear();
 }
 
 void Note(std::string event) {
-    Lines().push_back(Event(std::move(event)));
+    TheLines().push_back(Event(std::move(event)));
 }
 
 }  // namespace applist::test
 
 extern "C" int __dlog_print(int log_id, int priority, const char* tag, const char* format, ...) {
-    using applist::test::Lines;
+    using applist::test::TheLines;
     EXPECT_EQ(log_id, PLATFORM_LOG_MAIN);
     EXPECT_STREQ(tag, "applist");
     va_list arguments;
@@ -105,6 +124,6 @@ extern "C" int __dlog_print(int log_id, int priority, const char* tag, const cha
     // The platform's log may be called from any thread.
     static std::mutex mutex;
     const std::lock_guard lock(mutex);
-    Lines().push_back(applist::test::Parse(priority, text));
+    TheLines().push_back(applist::test::Parse(priority, text));
     return static_cast<int>(text.size());
 }

@@ -40,6 +40,12 @@ const std::vector<LogLine>& Log();
 std::vector<std::string> LogMessages();
 /// The name of the function that wrote each line. Events are omitted.
 std::vector<std::string> LogFunctions();
+/// All lines as one text: "function: message" for a debug line, "ERROR function: message" or "INFO
+/// function: message" for others, and events as they are.
+std::string LogText();
+/// Joins lines as LogText() does, so that a failed comparison of the two prints a line-by-line
+/// diff.
+std::string Lines(const std::vector<std::string>& lines);
 void ClearLog();
 /// Appends a test's own event to the recorded lines, so that a test can check the order of both.
 /// Fakes note their calls here for the same reason.

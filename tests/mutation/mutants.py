@@ -10,8 +10,8 @@ from typing import NamedTuple
 # The test programs for each file, the quickest first. The first program that fails ends a mutant's run.
 PROGRAMS = {
     "base/CallbackGuard.h": ["control_test", "renderer_test", "entry_test"],
-    "base/LittleEndian.h": ["unit_ipc"],
-    "base/PTMutex.h": ["mutex_test"],
+    "base/LittleEndian.h": ["unit_base"],
+    "base/PTMutex.h": ["unit_base"],
     "menu-provider/visibility-checker/src/PlatformSettings.cpp": ["visibility_test"],
     "menu-provider/visibility-checker/src/visibility-checker.cpp": ["visibility_test", "unknown_local_set_test"],
     "src/AppListEntry.cpp": ["entry_test", "failed_request_test"],

@@ -3,19 +3,15 @@
 #include <climits>
 #include <string>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeTransport.h"
 #include "ipc/IPCApplist.h"
 #include "ipc/javamw-dbus-local.h"
 #include "unit/ipc/WireBytes.h"
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace applist::test {
 namespace {
@@ -39,6 +35,16 @@ public:
 using Adapter = IPCApplist<JavaMWDbusLocal, Handler>;
 static_assert(std::is_convertible_v<Adapter*, JavaMWDbusLocal*>);
 
+const std::string CALLED = "HandleMessage: IPC HandleMessage";
+const std::string NOTIFIED = "HandleNotification: IPC HandleNotification";
+const std::string CONNECTED = "HandleConnectionReady: HandleConnectionReady state=1, partner=:1.7";
+const std::string REPORTS = "HandleConnectionReady: Calling connection ready callback";
+const std::string NO_HANDLER = "INFO HandleMessage: callbackMessageObject object is NULL";
+const std::string HANDLER_REMOVED = "INFO UnregisterOnMessage: Unregistered callbackMessageObject";
+const std::string CONNECTION_HANDLER_REMOVED =
+    "INFO UnregisterOnConnectionReady: Unregistered connectionReadyCallbackObject";
+const std::string MESSAGE_2000 = Length(2000);
+
 /// An adapter driven through the transport's hooks, as by the bus.
 class IPCApplistAdapter : public testing::Test {
 protected:
@@ -48,62 +54,48 @@ protected:
         adapter.RegisterOnMessage(&handler, &Handler::OnMessage);
         adapter.RegisterOnConnectionReady(&handler, &Handler::OnConnectionReady);
     }
+    void Unregister(Handler* registered) {
+        adapter.UnregisterOnMessage(registered);
+        adapter.UnregisterOnConnectionReady(registered);
+    }
 
     static std::string Call(const std::string& frame) {
         std::vector<char> data = Bytes(frame);
-        return Text(TheTransport().live->HandleMessage(data));
+        std::string response = Text(TheTransport().live->HandleMessage(data));
+        EXPECT_EQ(Text(data), frame.size() < 4 ? frame : frame.substr(0, frame.size() - 4));
+        return response;
     }
-
     static void Signal(const std::string& frame) {
         std::vector<char> data = Bytes(frame);
         TheTransport().live->HandleNotification(data);
+        EXPECT_EQ(Text(data), frame.size() < 4 ? frame : frame.substr(0, frame.size() - 4));
     }
+    static void Connect() { TheTransport().live->HandleConnectionReady(true, ":1.7"); }
 
     Handler handler;
     Handler stranger;
     Adapter adapter{"Channel"};
 };
 
-TEST_F(IPCApplistAdapter, BuildsTheTransportWithItsNameAndThenLogs) {
-    const Adapter another("Another");
-    EXPECT_EQ(TheTransport().name, "Another");
-    EXPECT_THAT(Log(), ElementsAre(Event("transport created: Another"), Debug("IPCApplist")));
-}
-
-TEST_F(IPCApplistAdapter, LeavesNothingToSayAtItsEnd) {
+TEST_F(IPCApplistAdapter, CreatesTheTransportWithItsNameAndLogsNothingAtItsEnd) {
     {
         Adapter another("Another");
+        EXPECT_EQ(TheTransport().name, "Another");
+        EXPECT_EQ(Log().back().file, "IPCApplist.h");
         another.RegisterOnMessage(&handler, &Handler::OnMessage);
-        ClearLog();
     }
-    EXPECT_THAT(Log(), ElementsAre(Event("transport destroyed")));
+    EXPECT_EQ(LogText(), Lines({"transport created: Another", "IPCApplist: IPCApplist",
+                                "transport destroyed"}));
 }
 
-TEST_F(IPCApplistAdapter, TakesTheMessageIdOffTheEnd) {
-    Register();
-    EXPECT_EQ(Call(std::string("\x01\x02\x03\xD0\x07\x00\x00", 7)), "");
-    EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"), Event("message 2000: 01 02 03")));
-}
-
-TEST_F(IPCApplistAdapter, ShortensTheFrameInPlace) {
-    std::vector<char> data = Bytes(std::string("ab\xD0\x07\x00\x00", 6));
-    TheTransport().live->HandleMessage(data);
-    EXPECT_EQ(Text(data), "ab");
-}
-
-TEST_F(IPCApplistAdapter, TakesTheIdForSigned) {
-    Register();
-    Call("\xFF\xFF\xFF\xFF");
-    Call(std::string("\x00\x00\x00\x80", 4));
-    EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"), Event("message -1: "),
-                                   Debug("IPC HandleMessage"),
-                                   Event("message " + std::to_string(INT_MIN) + ": ")));
-}
-
-TEST_F(IPCApplistAdapter, ReturnsTheResponseUnchanged) {
+TEST_F(IPCApplistAdapter, PassesThePayloadAndTheSignedIdAtTheEndOfTheFrame) {
     Register();
     handler.response = Bytes(std::string("\x00\xFFresponse\x00", 11));
-    EXPECT_EQ(Call(std::string("\xD0\x07\x00\x00", 4)), std::string("\x00\xFFresponse\x00", 11));
+    EXPECT_EQ(Call("\x01\x02\x03" + MESSAGE_2000), Text(handler.response));
+    Call("\xFF\xFF\xFF\xFF");
+    Call(std::string("\x00\x00\x00\x80", 4));
+    EXPECT_EQ(LogText(), Lines({CALLED, "message 2000: 01 02 03", CALLED, "message -1: ", CALLED,
+                                "message " + std::to_string(INT_MIN) + ": "}));
 }
 
 TEST_F(IPCApplistAdapter, RefusesFramesWithoutAnId) {
@@ -112,105 +104,63 @@ TEST_F(IPCApplistAdapter, RefusesFramesWithoutAnId) {
     for (const char* frame : {"", "a", "ab", "abc"}) {
         ClearLog();
         EXPECT_EQ(Call(frame), "");
-        EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"),
-                                       Error("Data corrupted. Does not contain message id.")));
+        Signal(frame);
+        EXPECT_EQ(
+            LogText(),
+            Lines({CALLED, "ERROR HandleMessage: Data corrupted. Does not contain message id.",
+                   NOTIFIED,
+                   "ERROR HandleNotification: Data corrupted. Does not contain message id."}));
     }
 }
 
-TEST_F(IPCApplistAdapter, AnswersEmptyWithoutAHandler) {
-    EXPECT_EQ(Call(std::string("\x01\xD0\x07\x00\x00", 5)), "");
-    EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"),
-                                   Info("callbackMessageObject object is NULL")));
-}
-
-TEST_F(IPCApplistAdapter, LogsThePositionOfItsLines) {
-    Call("abc");
-    Signal("abc");
+TEST_F(IPCApplistAdapter, IgnoresEveryNotificationWithAnId) {
     Register();
-    TheTransport().live->HandleConnectionReady(true, ":1.7");
-    adapter.UnregisterOnMessage(&handler);
-    adapter.UnregisterOnConnectionReady(&handler);
-    EXPECT_THAT(LogFunctions(),
-                ElementsAre("HandleMessage", "HandleMessage", "HandleNotification",
-                            "HandleNotification", "HandleConnectionReady", "HandleConnectionReady",
-                            "UnregisterOnMessage", "UnregisterOnConnectionReady"));
-    EXPECT_EQ(Log().front().file, "IPCApplist.h");
+    Signal("ab" + Length(1));
+    EXPECT_EQ(
+        LogText(),
+        Lines({NOTIFIED, "INFO HandleNotification: callbackNotificationObject object is NULL"}));
 }
 
-TEST_F(IPCApplistAdapter, AsksTheHandlerThatRegisteredLast) {
+TEST_F(IPCApplistAdapter, UsesTheHandlersThatRegisteredLast) {
     Register();
     adapter.RegisterOnMessage(&stranger, &Handler::OnOtherMessage);
-    Call(std::string("\xD0\x07\x00\x00", 4));
-    EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleMessage"), Event("other message 2000")));
-}
-
-TEST_F(IPCApplistAdapter, ReportsPartnersToTheHandlerThatRegisteredLast) {
-    Register();
     adapter.RegisterOnConnectionReady(&stranger, &Handler::OnOtherConnectionReady);
-    TheTransport().live->HandleConnectionReady(true, ":1.7");
-    adapter.UnregisterOnConnectionReady(&handler);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("HandleConnectionReady state=1, partner=:1.7"),
-                            Debug("Calling connection ready callback"), Event("other ready :1.7")));
+    Call(MESSAGE_2000);
+    Connect();
+    Unregister(&handler);
+    EXPECT_EQ(LogText(),
+              Lines({CALLED, "other message 2000", CONNECTED, REPORTS, "other ready :1.7"}));
 }
 
-TEST_F(IPCApplistAdapter, ForgetsTheHandlerThatUnregisters) {
+TEST_F(IPCApplistAdapter, KeepsItsHandlersIfAnotherObjectUnregisters) {
     Register();
-    adapter.UnregisterOnMessage(&handler);
-    EXPECT_EQ(Call(std::string("\xD0\x07\x00\x00", 4)), "");
-    EXPECT_THAT(Log(),
-                ElementsAre(Info("Unregistered callbackMessageObject"), Debug("IPC HandleMessage"),
-                            Info("callbackMessageObject object is NULL")));
+    Unregister(&stranger);
+    Call(MESSAGE_2000);
+    Connect();
+    EXPECT_EQ(LogText(), Lines({CALLED, "message 2000: ", CONNECTED, REPORTS, "ready :1.7"}));
 }
 
-TEST_F(IPCApplistAdapter, KeepsItsHandlerWhenAnotherOneUnregisters) {
+TEST_F(IPCApplistAdapter, AnswersEmptyAndReportsNoPartnerWithoutHandlers) {
+    EXPECT_EQ(Call("\x01" + MESSAGE_2000), "");
+    Connect();
     Register();
-    adapter.UnregisterOnMessage(&stranger);
-    adapter.UnregisterOnConnectionReady(&stranger);
-    EXPECT_THAT(Log(), IsEmpty());
-    Call(std::string("\xD0\x07\x00\x00", 4));
-    TheTransport().live->HandleConnectionReady(true, ":1.7");
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("IPC HandleMessage"), Event("message 2000: "),
-                            Debug("HandleConnectionReady state=1, partner=:1.7"),
-                            Debug("Calling connection ready callback"), Event("ready :1.7")));
+    Unregister(&handler);
+    EXPECT_EQ(Call(MESSAGE_2000), "");
+    Connect();
+    EXPECT_EQ(LogText(), Lines({CALLED, NO_HANDLER, CONNECTED, HANDLER_REMOVED,
+                                CONNECTION_HANDLER_REMOVED, CALLED, NO_HANDLER, CONNECTED}));
 }
 
-TEST_F(IPCApplistAdapter, LogsNothingWhenNoHandlerIsRegistered) {
-    adapter.UnregisterOnMessage(&handler);
-    adapter.UnregisterOnConnectionReady(&handler);
-    adapter.UnregisterOnMessage(nullptr);
-    adapter.UnregisterOnConnectionReady(nullptr);
-    EXPECT_THAT(Log(), IsEmpty());
-}
-
-TEST_F(IPCApplistAdapter, DropsEveryNotification) {
-    Register();
-    std::vector<char> data = Bytes(std::string("ab\x01\x00\x00\x00", 6));
-    TheTransport().live->HandleNotification(data);
-    EXPECT_EQ(Text(data), "ab");
-    EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleNotification"),
-                                   Info("callbackNotificationObject object is NULL")));
-}
-
-TEST_F(IPCApplistAdapter, RefusesNotificationsWithoutAnId) {
-    Signal("abc");
-    EXPECT_THAT(Log(), ElementsAre(Debug("IPC HandleNotification"),
-                                   Error("Data corrupted. Does not contain message id.")));
+TEST_F(IPCApplistAdapter, LogsNothingIfNoHandlerIsRegistered) {
+    Unregister(&handler);
+    Unregister(nullptr);
+    EXPECT_EQ(LogText(), "");
 }
 
 TEST_F(IPCApplistAdapter, DoesNotReportALostPartner) {
     Register();
     TheTransport().live->HandleConnectionReady(false, ":1.7");
-    EXPECT_THAT(Log(), ElementsAre(Debug("HandleConnectionReady state=0, partner=:1.7")));
-}
-
-TEST_F(IPCApplistAdapter, ReportsNoPartnerWithoutAHandler) {
-    Register();
-    adapter.UnregisterOnConnectionReady(&handler);
-    TheTransport().live->HandleConnectionReady(true, ":1.7");
-    EXPECT_THAT(Log(), ElementsAre(Info("Unregistered connectionReadyCallbackObject"),
-                                   Debug("HandleConnectionReady state=1, partner=:1.7")));
+    EXPECT_EQ(LogText(), "HandleConnectionReady: HandleConnectionReady state=0, partner=:1.7\n");
 }
 
 }  // namespace

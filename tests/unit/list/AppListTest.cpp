@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -14,27 +15,23 @@
 #include "fakes/RecordingListener.h"
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace applist::test {
 namespace {
 
-class FakeRenderer : public AppListRenderer {
+/// A renderer or a control that notes the model that it receives.
+template <typename Interface>
+class View : public Interface {
 public:
+    explicit View(std::string name) : m_name(std::move(name)) {}
     void SetModel(AppListModel* given) override {
-        Note("renderer SetModel");
+        Note(m_name + " SetModel");
         model = given;
     }
     AppListModel* model = nullptr;
-};
 
-class FakeControl : public AppListControl {
-public:
-    void SetModel(AppListModel* given) override {
-        Note("control SetModel");
-        model = given;
-    }
-    AppListModel* model = nullptr;
+private:
+    std::string m_name;
 };
 
 class AppListFacade : public testing::Test {
@@ -45,73 +42,55 @@ protected:
     }
 
     RecordingListModel model;
-    FakeRenderer renderer;
-    FakeControl control;
+    View<AppListRenderer> renderer{"renderer"};
+    View<AppListControl> control{"control"};
     std::unique_ptr<AppList> list;
     DefaultAppListItem item{"Alpha", "a"};
     RecordingListener listener{"listener"};
 };
 
-TEST_F(AppListFacade, ConnectsTheRendererAndThenTheControl) {
-    EXPECT_THAT(Log(), ElementsAre(Event("renderer SetModel"), Event("control SetModel")));
+TEST_F(AppListFacade, ConnectsTheRendererAndThenTheControlAndDeletesNeither) {
     EXPECT_EQ(renderer.model, &model);
     EXPECT_EQ(control.model, &model);
-}
-
-TEST_F(AppListFacade, DeletesNoneOfItsObjectsAtItsEnd) {
-    ClearLog();
     list.reset();
-    EXPECT_THAT(Log(), IsEmpty());
     // All three objects still exist.
     renderer.SetModel(nullptr);
     control.SetModel(nullptr);
     model.RemoveAllItems();
-    EXPECT_THAT(Log(), ElementsAre(Event("renderer SetModel"), Event("control SetModel"),
-                                   Event("RemoveAllItems")));
+    EXPECT_EQ(LogText(), Lines({"renderer SetModel", "control SetModel", "renderer SetModel",
+                                "control SetModel", "RemoveAllItems"}));
 }
 
-TEST_F(AppListFacade, ForwardsTheChangesOfTheList) {
+TEST_F(AppListFacade, ForwardsEachCallToTheModel) {
     ClearLog();
+    model.selection = &item;
+    EXPECT_EQ(list->GetSelection(), &item);
     list->RemoveAllItems();
     list->AddItems({&item, nullptr});
     list->AddItemAtEnd(&item);
-    EXPECT_THAT(Log(),
-                ElementsAre(Event("RemoveAllItems"), Event("AddItems"), Event("AddItemAtEnd")));
     EXPECT_THAT(model.added, ElementsAre(&item, nullptr));
     EXPECT_EQ(model.item, &item);
+    EXPECT_EQ(LogText(), Lines({"GetSelection", "RemoveAllItems", "AddItems", "AddItemAtEnd"}));
 }
 
-TEST_F(AppListFacade, ReturnsTheModelsSelection) {
-    model.selection = &item;
-    ClearLog();
-    EXPECT_EQ(list->GetSelection(), &item);
-    EXPECT_THAT(Log(), ElementsAre(Event("GetSelection")));
-}
-
-TEST_F(AppListFacade, ForwardsRegistrations) {
+TEST_F(AppListFacade, ForwardsRegistrationsAndTheirEnd) {
+    const auto expectForwarded = [this] {
+        EXPECT_EQ(std::exchange(model.selectionListener, nullptr), &listener);
+        EXPECT_EQ(std::exchange(model.changeListener, nullptr), &listener);
+        EXPECT_EQ(std::exchange(model.clickListener, nullptr), &listener);
+    };
     ClearLog();
     list->AddItemSelectionListener(&listener);
     list->AddItemChangeListener(&listener);
     list->AddItemClickedListener(&listener);
-    EXPECT_THAT(Log(),
-                ElementsAre(Event("AddItemSelectionListener"), Event("AddItemChangeListener"),
-                            Event("AddItemClickedListener")));
-    EXPECT_EQ(model.selectionListener, &listener);
-    EXPECT_EQ(model.changeListener, &listener);
-    EXPECT_EQ(model.clickListener, &listener);
-}
-
-TEST_F(AppListFacade, ForwardsTheEndOfRegistrations) {
-    ClearLog();
+    expectForwarded();
     list->RemoveItemSelectionListener(&listener);
     list->RemoveItemChangeListener(&listener);
     list->RemoveItemClickedListener(&listener);
-    EXPECT_THAT(Log(),
-                ElementsAre(Event("RemoveItemSelectionListener"), Event("RemoveItemChangeListener"),
-                            Event("RemoveItemClickedListener")));
-    EXPECT_EQ(model.selectionListener, &listener);
-    EXPECT_EQ(model.changeListener, &listener);
-    EXPECT_EQ(model.clickListener, &listener);
+    expectForwarded();
+    EXPECT_EQ(LogText(), Lines({"AddItemSelectionListener", "AddItemChangeListener",
+                                "AddItemClickedListener", "RemoveItemSelectionListener",
+                                "RemoveItemChangeListener", "RemoveItemClickedListener"}));
 }
 
 }  // namespace
