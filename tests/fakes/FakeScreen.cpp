@@ -9,6 +9,7 @@
 
 #include "app.h"
 #include "applist/DefaultAppListRenderer.h"
+#include "fakes/FakePlatformLog.h"
 
 namespace applist::test {
 namespace {
@@ -50,16 +51,20 @@ void FakeScreen::Activate(std::size_t row) const {
 using applist::test::TheScreen;
 
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name) {
+    applist::test::Note("renderer created: " + name);
     TheScreen().renderer = this;
 }
 
 DefaultAppListRenderer::~DefaultAppListRenderer() {
-    m_model->RemoveItemSelectionListener(this);
-    m_model->RemoveItemChangeListener(this);
+    if (m_model != nullptr) {
+        m_model->RemoveItemSelectionListener(this);
+        m_model->RemoveItemChangeListener(this);
+    }
     TheScreen() = {};
 }
 
 void DefaultAppListRenderer::SetModel(AppListModel* model) {
+    applist::test::Note("renderer has its model");
     m_model = model;
     TheScreen().model = model;
     m_model->AddItemSelectionListener(this);
@@ -88,7 +93,7 @@ void DefaultAppListRenderer::ItemChanged(AppListModel* model) {
     applist::test::FocusSelection(model);
 }
 
-// The entry calls it if it cannot handle a launch, which does not happen.
+// The entry calls it if it cannot handle a launch.
 extern "C" void elm_exit(void) {
-    ui_app_exit();
+    applist::test::Note("elm_exit");
 }

@@ -10,7 +10,8 @@
 class DefaultAppListRenderer;
 
 /// Replaces DefaultAppListRenderer by a screen without the toolkit: rows that refer to the model's
-/// items and one focused row, changed by the same events and kept by the same rules.
+/// items and one focused row, changed by the same events and kept by the same rules. Notes in the
+/// history of FakePlatformLog that the renderer is created and receives its model, and elm_exit().
 namespace applist::test {
 
 struct FakeScreen {

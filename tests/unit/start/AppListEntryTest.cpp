@@ -1,133 +1,167 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
-#include <iterator>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "AppListEntry.h"
+#include "VirtualEcore.h"
+#include "applist/AppList.h"
+#include "applist/DefaultAppListControl.h"
+#include "applist/DefaultAppListModel.h"
+#include "applist/DefaultAppListRenderer.h"
+#include "applist/LocalAppListModel.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
+#include "fakes/FakeScreen.h"
+#include "fakes/FakeTransport.h"
 #include "support/AllocationWatch.h"
-#include "unit/start/FakeGraph.h"
+
+using applist::headless::TheEcore;
+using applist::headless::VirtualEcore;
 
 namespace applist::test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+/// Returns the objects of an entry's graph.
+using Parts = std::vector<const void*>;
+Parts (*partsOf)(const AppListEntry& entry);
 
+/// Only an explicit instantiation may name private fields.
+template <auto... Fields>
+struct PartsAre {
+    static inline const bool known = [] {
+        partsOf = [](const AppListEntry& entry) { return Parts{entry.*Fields...}; };
+        return true;
+    }();
+};
+template struct PartsAre<&AppListEntry::m_list, &AppListEntry::m_renderer, &AppListEntry::m_control,
+                         &AppListEntry::m_localModel, &AppListEntry::m_defaultModel>;
+constexpr const char* PART_NAMES[] = {"list", "renderer", "control", "local model",
+                                      "default model"};
+constexpr size_t LOCAL_MODEL = 3;
+
+/// An entry with its real graph, on a fake screen and a fake channel.
 class AnAppListEntry : public testing::Test {
 protected:
     AnAppListEntry() {
         TheApp() = FakeApp{};
-        Graph() = GraphJournal{};
+        TheEcore() = VirtualEcore{};
+        TheScreen() = FakeScreen{};
         ClearLog();
         m_entry.emplace("org.vantu.applist");
     }
 
+    void Create() {
+        EXPECT_TRUE(AppListEntry::Create(&*m_entry));
+        WatchParts();
+    }
+
+    void WatchParts() {
+        const Parts parts = partsOf(*m_entry);
+        m_watch.emplace([this, parts](const void* block) {
+            for (size_t i = 0; i < parts.size(); ++i) {
+                if (parts[i] == block) {
+                    m_deleted += std::string(m_deleted.empty() ? "" : ", ") + PART_NAMES[i];
+                }
+            }
+        });
+    }
+
     void Launch() { AppListEntry::Service(nullptr, &*m_entry); }
 
-    // The log without the lines of the channel inside the local model.
-    static std::vector<LogLine> EntryLog() {
-        std::vector<LogLine> lines;
-        std::copy_if(Log().begin(), Log().end(), std::back_inserter(lines),
-                     [](const LogLine& line) { return line.file == "AppListEntry.cpp"; });
-        return lines;
+    /// The lines of the entry itself and the requests to end, since the last call.
+    static std::string EntryLog() {
+        std::vector<std::string> lines;
+        for (const LogLine& line : Log()) {
+            if (line.file == "AppListEntry.cpp" || line.message == "ui_app_exit") {
+                lines.push_back((line.priority == Error("").priority ? "ERROR " : "") +
+                                line.function + (line.file.empty() ? "" : ": ") + line.message);
+            }
+        }
+        ClearLog();
+        return Lines(lines);
     }
 
     std::optional<AppListEntry> m_entry;
-    const DeletionWatch m_listWatch{[](const void* block) {
-        if (block == Graph().list) {
-            Graph().list = nullptr;
-            Graph().events.emplace_back("delete list");
-        }
-    }};
+    std::string m_deleted;
+    std::optional<DeletionWatch> m_watch;
 };
 
+const std::string LAUNCHED = Lines({"Service: _service callback function calling",
+                                    "HandleService: _handle_service function calling",
+                                    "HandleCmd: _handle_cmd function calling"});
+const std::string CLOSED =
+    LAUNCHED + Lines({"HandleCmd: Closing application by calling app_efl_exit()", "ui_app_exit"});
+constexpr const char* IN_ORDER = "list, renderer, control, local model, default model";
+
 TEST_F(AnAppListEntry, BuildsNothingBeforeCreate) {
-    EXPECT_THAT(Graph().events, IsEmpty());
-    EXPECT_THAT(Log(), IsEmpty());
+    EXPECT_EQ(LogText(), "");
 }
 
-TEST_F(AnAppListEntry, BuildsTheGraphInOrder) {
-    EXPECT_TRUE(AppListEntry::Create(&*m_entry));
-    EXPECT_THAT(Graph().events, ElementsAre("new default model", "new local model", "new renderer",
-                                            "new control", "new list"));
-    EXPECT_THAT(EntryLog(), ElementsAre(Debug("_create callback function calling", "Create")));
+TEST_F(AnAppListEntry, BuildsTheChannelThenTheViewsAndConnectsThemLast) {
+    Create();
+    std::vector<std::string> messages = LogMessages();
+    std::erase_if(messages, [](const std::string& message) {
+        return message.find("listener address") != std::string::npos;
+    });
+    EXPECT_THAT(messages, testing::ElementsAre("_create callback function calling",
+                                               "transport created: Applist", "IPCApplist",
+                                               "renderer created: org.vantu.applist",
+                                               "Creating time this will execute OnTimer() in 65s",
+                                               "renderer has its model"));
+    const auto* localModel = static_cast<const LocalAppListModel*>(partsOf(*m_entry)[LOCAL_MODEL]);
+    EXPECT_EQ(TheScreen().model, static_cast<const AppListModel*>(localModel));
 }
 
-TEST_F(AnAppListEntry, GivesTheListTheLocalModelAndTheViews) {
-    AppListEntry::Create(&*m_entry);
-    EXPECT_EQ(Graph().localModelGot, Graph().defaultModel);
-    EXPECT_EQ(Graph().listModel, Graph().localModel);
-    EXPECT_EQ(Graph().listRenderer, Graph().renderer);
-    EXPECT_EQ(Graph().listControl, Graph().control);
-    EXPECT_EQ(Graph().rendererGot, "org.vantu.applist");
+TEST_F(AnAppListEntry, ConnectsTheMiddlewareWithScreenAndTimer) {
+    Create();
+    std::vector<char> addAnItem{0, 0, 0, 0, 1, 0, 0, 0, 'a', '\xD4', '\x07', 0, 0};
+    TheTransport().live->HandleMessage(addAnItem);
+    ASSERT_EQ(TheScreen().rows.size(), 1U);
+    EXPECT_EQ(TheScreen().rows[0]->GetUnigueId(), "a");
+    EXPECT_EQ(TheEcore().history.back(), "ecore_timer_reset(timer)");
 }
 
 TEST_F(AnAppListEntry, RefusesToStartWithoutUserData) {
     EXPECT_FALSE(AppListEntry::Create(nullptr));
-    EXPECT_THAT(Graph().events, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("_create callback function calling", "Create"),
-                                   Error("service data is null", "Create")));
+    EXPECT_EQ(LogText(), Lines({"Create: _create callback function calling",
+                                "ERROR Create: service data is null"}));
 }
 
 // The views use the toolkit, which is shut down before the entry is destroyed.
 TEST_F(AnAppListEntry, DeletesAtOnceWhatAFailedCreateHasBuilt) {
-    Graph().controlThrows = true;
+    TheEcore().onCall = [this](const std::string&) {
+        WatchParts();
+        throw std::bad_alloc();
+    };
     EXPECT_FALSE(AppListEntry::Create(&*m_entry));
-    EXPECT_THAT(Graph().events,
-                ElementsAre("new default model", "new local model", "new renderer",
-                            "delete renderer", "delete local model", "delete default model"));
+    EXPECT_EQ(m_deleted, "renderer, local model, default model");
     EXPECT_THAT(Log(), testing::Contains(Error("Callback aborted: std::bad_alloc")));
 }
 
-TEST_F(AnAppListEntry, OnlyTakesNoteOfTheFirstLaunch) {
-    AppListEntry::Create(&*m_entry);
+TEST_F(AnAppListEntry, ClosesOnEachLaunchAfterTheFirst) {
+    Create();
     ClearLog();
-    Launch();
-    EXPECT_EQ(TheApp().exits, 0);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_service callback function calling", "Service"),
-                                   Debug("_handle_service function calling", "HandleService"),
-                                   Debug("_handle_cmd function calling", "HandleCmd")));
-}
-
-TEST_F(AnAppListEntry, ClosesOnTheSecondLaunch) {
-    AppListEntry::Create(&*m_entry);
-    Launch();
-    ClearLog();
-    Launch();
-    EXPECT_EQ(TheApp().exits, 1);
-    EXPECT_THAT(Log(),
-                ElementsAre(Debug("_service callback function calling", "Service"),
-                            Debug("_handle_service function calling", "HandleService"),
-                            Debug("_handle_cmd function calling", "HandleCmd"),
-                            Debug("Closing application by calling app_efl_exit()", "HandleCmd"),
-                            Event("ui_app_exit")));
-}
-
-TEST_F(AnAppListEntry, AsksToExitAgainOnEachFurtherLaunch) {
-    AppListEntry::Create(&*m_entry);
-    Launch();
-    Launch();
-    Launch();
-    EXPECT_EQ(TheApp().exits, 2);
+    for (const int exits : {0, 1, 2}) {
+        Launch();
+        EXPECT_EQ(TheApp().exits, exits);
+        EXPECT_EQ(EntryLog(), exits == 0 ? LAUNCHED : CLOSED);
+    }
 }
 
 TEST_F(AnAppListEntry, CountsLaunchesFromCreateOn) {
     Launch();
-    AppListEntry::Create(&*m_entry);
+    Create();
     Launch();
     EXPECT_EQ(TheApp().exits, 0);
 }
 
 TEST_F(AnAppListEntry, ForgetsItsLaunchesOnTerminate) {
-    AppListEntry::Create(&*m_entry);
+    Create();
     Launch();
     AppListEntry::Terminate(&*m_entry);
     Launch();
@@ -136,58 +170,44 @@ TEST_F(AnAppListEntry, ForgetsItsLaunchesOnTerminate) {
 
 TEST_F(AnAppListEntry, IgnoresALaunchWithoutUserData) {
     AppListEntry::Service(nullptr, nullptr);
-    EXPECT_EQ(TheApp().exits, 0);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_service callback function calling", "Service"),
-                                   Error("service data is null", "Service")));
+    EXPECT_EQ(LogText(), Lines({"Service: _service callback function calling",
+                                "ERROR Service: service data is null"}));
 }
 
 TEST_F(AnAppListEntry, ChangesNothingOnPauseAndResume) {
-    AppListEntry::Create(&*m_entry);
-    const std::vector<std::string> built = Graph().events;
+    Create();
     ClearLog();
-    AppListEntry::Pause(&*m_entry);
-    AppListEntry::Resume(&*m_entry);
-    AppListEntry::Pause(nullptr);
-    AppListEntry::Resume(nullptr);
-    EXPECT_EQ(Graph().events, built);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_pause callback function calling", "Pause"),
-                                   Debug("_resume callback function calling", "Resume"),
-                                   Debug("_pause callback function calling", "Pause"),
-                                   Debug("_resume callback function calling", "Resume")));
+    for (void* data : {static_cast<void*>(&*m_entry), static_cast<void*>(nullptr)}) {
+        AppListEntry::Pause(data);
+        AppListEntry::Resume(data);
+        EXPECT_EQ(LogText(), Lines({"Pause: _pause callback function calling",
+                                    "Resume: _resume callback function calling"}));
+        ClearLog();
+    }
+    EXPECT_EQ(m_deleted, "");
 }
 
-TEST_F(AnAppListEntry, DeletesListThenViewsThenModelsOnTerminate) {
-    AppListEntry::Create(&*m_entry);
-    Graph().events.clear();
+TEST_F(AnAppListEntry, DeletesEachObjectOnceWhenItIsTerminatedAndThenDestroyed) {
+    Create();
     ClearLog();
     AppListEntry::Terminate(&*m_entry);
-    EXPECT_THAT(Graph().events, ElementsAre("delete list", "delete renderer", "delete control",
-                                            "delete local model", "delete default model"));
-    EXPECT_THAT(EntryLog(), ElementsAre(Debug("_terminate callback function calling", "Terminate"),
-                                        Debug("Delete", "Delete")));
+    EXPECT_EQ(m_deleted, IN_ORDER);
+    EXPECT_EQ(EntryLog(),
+              Lines({"Terminate: _terminate callback function calling", "Delete: Delete"}));
+    m_entry.reset();
+    EXPECT_EQ(m_deleted, IN_ORDER);
+    EXPECT_EQ(LogText(), "Delete: Delete\n");
 }
 
-TEST_F(AnAppListEntry, DeletesEachObjectOnceWhenTerminatedAndThenDestroyed) {
-    AppListEntry::Create(&*m_entry);
-    AppListEntry::Terminate(&*m_entry);
-    Graph().events.clear();
-    ClearLog();
+TEST_F(AnAppListEntry, DeletesWhatIsLeftWhenItIsDestroyedWithoutTerminate) {
+    Create();
     m_entry.reset();
-    EXPECT_THAT(Graph().events, IsEmpty());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Delete", "Delete")));
-}
-
-TEST_F(AnAppListEntry, DeletesWhatIsLeftWhenDestroyedWithoutTerminate) {
-    AppListEntry::Create(&*m_entry);
-    Graph().events.clear();
-    m_entry.reset();
-    EXPECT_THAT(Graph().events, ElementsAre("delete list", "delete renderer", "delete control",
-                                            "delete local model", "delete default model"));
+    EXPECT_EQ(m_deleted, IN_ORDER);
 }
 
 TEST_F(AnAppListEntry, TerminatesWithoutUserData) {
     AppListEntry::Terminate(nullptr);
-    EXPECT_THAT(Log(), ElementsAre(Debug("_terminate callback function calling", "Terminate")));
+    EXPECT_EQ(LogText(), "Terminate: _terminate callback function calling\n");
 }
 
 }  // namespace

@@ -15,10 +15,6 @@ int AppListEntry::HandleService(app_control_s* /*request*/) {
     return 1;
 }
 
-void elm_exit(void) {
-    applist::test::Note("elm_exit");
-}
-
 namespace applist::test {
 namespace {
 

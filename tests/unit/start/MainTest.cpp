@@ -7,13 +7,11 @@
 #include <string>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "AppListEntry.h"
 #include "BannerEntry.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
-#include "unit/start/FakeGraph.h"
 
 int applist_main(int argc, char** argv);
 
@@ -40,18 +38,12 @@ bool CheckVisibility() {
 namespace applist::test {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::Not;
-
-// The name of main in this program.
-constexpr const char* SELF = "applist_main";
+constexpr const char* VERSION_LINE = "APPLIST v: plm-applist-20150201.1\n";
 
 class Main : public testing::Test {
 protected:
     Main() {
         TheApp() = FakeApp{};
-        Graph() = GraphJournal{};
         ClearLog();
         g_decisions = 0;
         g_memoryLeft = true;
@@ -62,25 +54,28 @@ protected:
         TheApp().result = loopResult;
         testing::internal::CaptureStdout();
         const int status = applist_main(1, m_argv);
-        m_output = g_printedBefore + testing::internal::GetCapturedStdout();
+        m_outputAfter = testing::internal::GetCapturedStdout();
         return status;
     }
 
     char m_name[8] = "applist";
     char* m_argv[2] = {m_name, nullptr};
-    std::string m_output;
+    std::string m_outputAfter;
 };
 
-TEST_F(Main, PrintsTheVersionLineWhateverTheDecision) {
-    Run(true);
-    EXPECT_EQ(m_output, "APPLIST v: plm-applist-20150201.1\n");
-    Run(false);
-    EXPECT_EQ(m_output, "APPLIST v: plm-applist-20150201.1\n");
-}
-
-TEST_F(Main, PrintsTheVersionLineBeforeTheDecisionWhichMayTakeSeconds) {
-    Run(true);
-    EXPECT_EQ(g_printedBefore, "APPLIST v: plm-applist-20150201.1\n");
+// The decision may take seconds.
+TEST_F(Main, PrintsTheVersionLineBeforeItsOnlyDecisionAndRunsOneLoopWithTheArguments) {
+    for (const bool visible : {true, false}) {
+        g_decisions = 0;
+        TheApp() = FakeApp{};
+        Run(visible);
+        EXPECT_EQ(g_printedBefore, VERSION_LINE);
+        EXPECT_EQ(m_outputAfter, "");
+        EXPECT_EQ(g_decisions, 1);
+        EXPECT_EQ(TheApp().runs.size(), 1U);
+        EXPECT_EQ(TheApp().argc, 1);
+        EXPECT_EQ(TheApp().argv, m_argv);
+    }
 }
 
 TEST_F(Main, IgnoresAClosedPipe) {
@@ -89,50 +84,21 @@ TEST_F(Main, IgnoresAClosedPipe) {
     EXPECT_EQ(std::signal(SIGPIPE, SIG_DFL), SIG_IGN);
 }
 
-TEST_F(Main, DecidesOnceAndRunsOneLoop) {
-    Run(true);
-    EXPECT_EQ(g_decisions, 1);
-    EXPECT_EQ(TheApp().runs.size(), 1U);
-}
-
-TEST_F(Main, GivesTheLoopTheArgumentsOfTheProcess) {
-    for (const bool visible : {true, false}) {
-        Run(visible);
-        EXPECT_EQ(TheApp().argc, 1);
-        EXPECT_EQ(TheApp().argv, m_argv);
-        TheApp() = {};
-    }
-}
-
-TEST_F(Main, RunsTheListWithTheEntryAsUserDataWhenVisible) {
-    EXPECT_EQ(Run(true), 0);
-    ASSERT_EQ(TheApp().runs.size(), 1U);
-    const ui_app_callbacks& table = TheApp().runs[0];
-    EXPECT_EQ(table.create, AppListEntry::Create);
-    EXPECT_EQ(table.terminate, AppListEntry::Terminate);
-    EXPECT_EQ(table.pause, AppListEntry::Pause);
-    EXPECT_EQ(table.resume, AppListEntry::Resume);
-    EXPECT_EQ(table.app_control, AppListEntry::Service);
-}
-
-TEST_F(Main, HandsTheLoopTheEntryWithTheApplicationsId) {
+TEST_F(Main, RunsTheListWithTheEntryAsUserDataIfVisible) {
     TheApp().life = [](const ui_app_callbacks& table, void* data) {
+        EXPECT_EQ(table.create, AppListEntry::Create);
+        EXPECT_EQ(table.terminate, AppListEntry::Terminate);
+        EXPECT_EQ(table.pause, AppListEntry::Pause);
+        EXPECT_EQ(table.resume, AppListEntry::Resume);
+        EXPECT_EQ(table.app_control, AppListEntry::Service);
         EXPECT_TRUE(table.create(data));
         table.terminate(data);
     };
-    Run(true);
-    EXPECT_EQ(Graph().rendererGot, "org.vantu.applist");
+    EXPECT_EQ(Run(true), 0);
+    EXPECT_THAT(Log(), testing::Contains(Event("renderer created: org.vantu.applist")));
 }
 
-TEST_F(Main, LogsTheListBranchInOrderAndDeletesTheEntryLast) {
-    Run(true);
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(Debug("CheckVisibility returned true. Showing application", SELF),
-                    Debug("start efl main", SELF), Debug("end efl main", SELF), Debug("Delete")));
-}
-
-TEST_F(Main, RunsTheBannerWithoutUserDataAndWithoutAnEntryWhenHidden) {
+TEST_F(Main, RunsTheBannerWithoutUserDataIfHidden) {
     EXPECT_EQ(Run(false), 0);
     ASSERT_EQ(TheApp().runs.size(), 1U);
     const ui_app_callbacks& table = TheApp().runs[0];
@@ -142,32 +108,28 @@ TEST_F(Main, RunsTheBannerWithoutUserDataAndWithoutAnEntryWhenHidden) {
     EXPECT_EQ(table.resume, BannerResume);
     EXPECT_EQ(table.app_control, BannerService);
     EXPECT_EQ(TheApp().userData[0], nullptr);
-    EXPECT_THAT(LogMessages(), Not(Contains("Delete")));
 }
 
-TEST_F(Main, LogsTheBannerBranchInOrder) {
-    Run(false);
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(
-            Debug("Application can not be shown due to CheckVisibility returning false", SELF),
-            Debug("end efl main", SELF)));
-}
-
-TEST_F(Main, GivesTheLoopsFailureAsExitStatusAndLogsIt) {
-    EXPECT_EQ(Run(true, 3), 3);
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(Debug("CheckVisibility returned true. Showing application", SELF),
-                    Debug("start efl main", SELF), Error("app_main() is failed. err = 3", SELF),
-                    Debug("end efl main", SELF), Debug("Delete")));
-    ClearLog();
-    EXPECT_EQ(Run(false, -7), -7);
-    EXPECT_THAT(
-        Log(),
-        ElementsAre(
-            Debug("Application can not be shown due to CheckVisibility returning false", SELF),
-            Error("app_main() is failed. err = -7", SELF), Debug("end efl main", SELF)));
+// main() has another name in this program.
+TEST_F(Main, LogsItsBranchAndTheLoopsFailureWhichIsTheExitStatus) {
+    const auto logOf = [this](bool visible, int loopResult) {
+        ClearLog();
+        EXPECT_EQ(Run(visible, loopResult), loopResult);
+        return LogText();
+    };
+    const std::string shown =
+        Lines({"applist_main: CheckVisibility returned true. Showing application",
+               "applist_main: start efl main"});
+    const std::string hidden = Lines(
+        {"applist_main: Application can not be shown due to CheckVisibility returning false"});
+    const std::string end = Lines({"applist_main: end efl main"});
+    // The entry exists if the list is shown, and is deleted last.
+    EXPECT_EQ(logOf(true, 0), shown + end + "Delete: Delete\n");
+    EXPECT_EQ(logOf(false, 0), hidden + end);
+    EXPECT_EQ(logOf(true, 3), shown + "ERROR applist_main: app_main() is failed. err = 3\n" + end +
+                                  "Delete: Delete\n");
+    EXPECT_EQ(logOf(false, -7),
+              hidden + "ERROR applist_main: app_main() is failed. err = -7\n" + end);
 }
 
 TEST_F(Main, LogsAnExceptionAndReturnsAnErrorStatus) {
