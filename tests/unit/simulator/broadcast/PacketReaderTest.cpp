@@ -1,20 +1,23 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <cstdint>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "broadcast/PacketReader.h"
+#include "support/TsGenerator.h"
 
 namespace applist::sim {
 namespace {
 
-using Stream = std::vector<uint8_t>;
+using Bytes = std::vector<uint8_t>;
 
-// Packets whose PIDs count from 1.
-Stream MakeStream(size_t packets) {
-    Stream stream;
-    for (size_t i = 1; i <= packets; ++i) {
+/// Packets whose PIDs count from 1.
+Bytes Packets(size_t count) {
+    Bytes stream;
+    for (size_t i = 1; i <= count; ++i) {
         const size_t start = stream.size();
         stream.resize(start + PACKET_SIZE);
         stream[start] = 0x47;
@@ -23,109 +26,103 @@ Stream MakeStream(size_t packets) {
     return stream;
 }
 
-struct Reading {
-    std::vector<uint16_t> pids;
-    size_t damaged = 0;
-};
+Bytes Changed(Bytes stream, size_t position, uint8_t value) {
+    stream.at(position) = value;
+    return stream;
+}
 
-Reading Read(const Stream& stream) {
+Bytes Without(Bytes stream, size_t position, size_t count) {
+    const auto first = stream.begin() + static_cast<std::ptrdiff_t>(position);
+    stream.erase(first, first + static_cast<std::ptrdiff_t>(count));
+    return stream;
+}
+
+Bytes Joined(Bytes one, const Bytes& other) {
+    one.insert(one.end(), other.begin(), other.end());
+    return one;
+}
+
+/// Packets with 4 bytes of time stamps, or 16 of error correction.
+Bytes Stamped(const Bytes& stream) {
+    return test::TsRepacked(stream, 4, 0);
+}
+Bytes Corrected(const Bytes& stream) {
+    return test::TsRepacked(stream, 0, 16);
+}
+
+/// The size of the packets with the bytes around them, how many of those are before the first sync
+/// byte, the PIDs and the number of damaged places: "188+0: 1 2 3, 1 damaged".
+std::string Read(const Bytes& stream) {
     Damage damage;
-    Reading reading;
+    std::string pids;
     PacketReader reader(
         [&](ByteSpan packet) {
             EXPECT_EQ(packet.size(), PACKET_SIZE);
-            reading.pids.push_back(PacketPid(packet));
+            pids += ' ' + std::to_string(PacketPid(packet));
         },
         damage);
     EXPECT_EQ(reader.Read(stream, true), stream.size());
-    reading.damaged = damage.packets();
-    return reading;
+    const PacketFormat format = reader.format().value_or(PacketFormat{});
+    EXPECT_EQ(damage.packets(), damage.lostSync + damage.markedPackets);
+    return std::to_string(format.stride) + "+" + std::to_string(format.prefix) + ":" + pids + ", " +
+           std::to_string(damage.packets()) + " damaged";
 }
-
-using Pids = std::vector<uint16_t>;
 
 TEST(PacketReader, FindsEveryPacketOfAWholeStream) {
-    const Reading reading = Read(MakeStream(4));
-    EXPECT_EQ(reading.pids, (Pids{1, 2, 3, 4}));
-    EXPECT_EQ(reading.damaged, 0U);
-}
-
-TEST(PacketReader, FindsTheOnlyPacket) {
-    const Reading reading = Read(MakeStream(1));
-    EXPECT_EQ(reading.pids, Pids{1});
-    EXPECT_EQ(reading.damaged, 0U);
-}
-
-TEST(PacketReader, FindsNothingInAnEmptyStream) {
-    const Reading reading = Read({});
-    EXPECT_TRUE(reading.pids.empty());
-    EXPECT_EQ(reading.damaged, 0U);
+    EXPECT_EQ(Read(Packets(4)), "188+0: 1 2 3 4, 0 damaged");
+    EXPECT_EQ(Read(Packets(1)), "188+0: 1, 0 damaged");
+    EXPECT_EQ(Read({}), "188+0:, 0 damaged");
 }
 
 TEST(PacketReader, ReadsThirteenBitsOfPid) {
-    Stream stream = MakeStream(1);
-    stream[1] = 0x5E;
-    stream[2] = 0xC5;
-    EXPECT_EQ(Read(stream).pids, Pids{0x1EC5});
+    EXPECT_EQ(Read(Changed(Changed(Packets(1), 1, 0x5E), 2, 0xC5)), "188+0: 7877, 0 damaged");
+}
+
+TEST(PacketReader, FindsPacketsWithBytesAroundThem) {
+    EXPECT_EQ(Read(Stamped(Packets(4))), "192+4: 1 2 3 4, 0 damaged");
+    EXPECT_EQ(Read(Corrected(Packets(4))), "204+0: 1 2 3 4, 0 damaged");
+    // The bytes around the last packet may be missing.
+    EXPECT_EQ(Read(Without(Corrected(Packets(4)), 3 * 204 + 188, 16)), "204+0: 1 2 3 4, 0 damaged");
 }
 
 TEST(PacketReader, SkipsBytesBeforeTheFirstPacket) {
-    Stream stream = MakeStream(4);
-    stream.insert(stream.begin(), {0x00, 0x47, 0x00});
-    const Reading reading = Read(stream);
-    EXPECT_EQ(reading.pids, (Pids{1, 2, 3, 4}));
-    EXPECT_EQ(reading.damaged, 1U);
+    EXPECT_EQ(Read(Joined({0x00, 0x47, 0x00}, Packets(4))), "188+0: 1 2 3 4, 1 damaged");
+    EXPECT_EQ(Read(Without(Packets(5), 0, 100)), "188+0: 2 3 4 5, 1 damaged");
+    EXPECT_EQ(Read(Without(Stamped(Packets(5)), 0, 100)), "192+0: 2 3 4 5, 1 damaged");
+    EXPECT_EQ(Read(Without(Corrected(Packets(5)), 0, 100)), "204+0: 2 3 4 5, 1 damaged");
+    EXPECT_EQ(Read(Joined(Bytes(3000, 0x00), Corrected(Packets(4)))), "204+0: 1 2 3 4, 1 damaged");
 }
 
 TEST(PacketReader, SkipsAPacketWithoutItsSyncByte) {
-    Stream stream = MakeStream(5);
-    stream[PACKET_SIZE] = 0x00;
-    const Reading reading = Read(stream);
-    EXPECT_EQ(reading.pids, (Pids{1, 3, 4, 5}));
-    EXPECT_EQ(reading.damaged, 1U);
-}
-
-TEST(PacketReader, IsNotMisledBySyncBytesInTheData) {
-    Stream stream = MakeStream(5);
-    stream[PACKET_SIZE] = 0x00;
-    stream[PACKET_SIZE + 10] = 0x47;
-    EXPECT_EQ(Read(stream).pids, (Pids{1, 3, 4, 5}));
+    const Bytes stream = Changed(Packets(5), PACKET_SIZE, 0x00);
+    EXPECT_EQ(Read(stream), "188+0: 1 3 4 5, 1 damaged");
+    // A sync byte in the data of the packet does not start another one.
+    EXPECT_EQ(Read(Changed(stream, PACKET_SIZE + 10, 0x47)), "188+0: 1 3 4 5, 1 damaged");
 }
 
 TEST(PacketReader, SynchronisesAgainAfterLostBytes) {
-    Stream stream = MakeStream(6);
-    const auto first = stream.begin() + static_cast<std::ptrdiff_t>(PACKET_SIZE + 50);
-    stream.erase(first, first + 7);
-    const Reading reading = Read(stream);
-    EXPECT_EQ(reading.pids, (Pids{1, 2, 4, 5, 6}));
-    EXPECT_EQ(reading.damaged, 1U);
+    EXPECT_EQ(Read(Without(Packets(6), PACKET_SIZE + 50, 7)), "188+0: 1 2 4 5 6, 1 damaged");
+    EXPECT_EQ(Read(Without(Stamped(Packets(6)), 300, 10)), "192+4: 1 2 4 5 6, 1 damaged");
+    EXPECT_EQ(Read(Without(Corrected(Packets(6)), 300, 10)), "204+0: 1 2 4 5 6, 1 damaged");
 }
 
 TEST(PacketReader, LeavesOutPacketsThatTheReceiverMarkedAsBroken) {
-    Stream stream = MakeStream(3);
-    stream[PACKET_SIZE + 1] = 0x80;
-    const Reading reading = Read(stream);
-    EXPECT_EQ(reading.pids, (Pids{1, 3}));
-    EXPECT_EQ(reading.damaged, 1U);
+    EXPECT_EQ(Read(Changed(Packets(3), PACKET_SIZE + 1, 0x80)), "188+0: 1 3, 1 damaged");
 }
 
 TEST(PacketReader, CountsATruncatedLastPacket) {
-    Stream stream = MakeStream(3);
-    stream.pop_back();
-    const Reading reading = Read(stream);
-    EXPECT_EQ(reading.pids, (Pids{1, 2}));
-    EXPECT_EQ(reading.damaged, 1U);
+    EXPECT_EQ(Read(Without(Packets(3), 3 * PACKET_SIZE - 1, 1)), "188+0: 1 2, 1 damaged");
+    EXPECT_EQ(Read(Bytes(PACKET_SIZE - 1, 0x47)), "188+0:, 1 damaged");
 }
 
 TEST(PacketReader, EndsOnBytesWithoutAStream) {
-    const Reading reading = Read(Stream(10 * PACKET_SIZE, 0x11));
-    EXPECT_TRUE(reading.pids.empty());
-    EXPECT_EQ(reading.damaged, 1U);
+    EXPECT_EQ(Read(Bytes(10 * PACKET_SIZE, 0x11)), "188+0:, 1 damaged");
 }
 
-TEST(PacketReader, EndsOnAStreamOfSyncBytes) {
-    EXPECT_EQ(Read(Stream(10 * PACKET_SIZE, 0x47)).pids.size(), 10U);
-    EXPECT_EQ(Read(Stream(PACKET_SIZE - 1, 0x47)).damaged, 1U);
+TEST(PacketFormat, Is188BytesByDefault) {
+    EXPECT_EQ(DetectPacketFormat({}), PacketFormat{});
+    EXPECT_EQ(DetectPacketFormat(Bytes(5000, 0x47)), PacketFormat{});
+    EXPECT_EQ(DetectPacketFormat(Bytes(5000, 0x00)), PacketFormat{});
 }
 
 }  // namespace

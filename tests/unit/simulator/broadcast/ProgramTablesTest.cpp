@@ -91,5 +91,19 @@ TEST(ProgramMap, IsRefusedWhenALoopIsLongerThanTheTable) {
         test::TsSection(0x02, 1, {0xE1, 0, 0xF0, 0, 0x05, 0xE1, 0, 0xF0, 0x02, 0x6F})));
 }
 
+TEST(ServiceDescription, IsRefusedWhenALoopIsLongerThanTheTable) {
+    const test::TsBytes whole = test::TsDescription({{1, "Uno"}});
+    ASSERT_TRUE(ParseServiceDescription(whole));
+    const test::TsBytes body(whole.begin() + 8, whole.end() - 4);
+    for (size_t size = 4; size < body.size(); ++size) {
+        const test::TsBytes cut(body.begin(), body.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_FALSE(ParseServiceDescription(test::TsSection(0x42, 1, cut))) << size;
+    }
+}
+
+TEST(ServiceDescription, IsNoOtherTable) {
+    EXPECT_FALSE(ParseServiceDescription(test::TsMap(1, {})));
+}
+
 }  // namespace
 }  // namespace applist::sim
