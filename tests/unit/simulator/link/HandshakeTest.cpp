@@ -1,5 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <sstream>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "link/Handshake.h"
@@ -7,97 +10,77 @@
 namespace applist::sim {
 namespace {
 
-const std::string APPLICATION = ":1.5";
-const HandshakeStep NOTHING;
+/// Events of the application :1.5, or of :1.6 if they end with a 6, and the steps that follow from
+/// them: "lost", "establish", the announced answer and "connected", or "nothing".
+struct Events {
+    const char* name;
+    std::string events;
+    std::string steps;
+};
 
-HandshakeStep AnswerSyn(bool lost = false) {
-    return {.lost = lost, .establish = true, .answer = Announcement::SynAck, .connected = false};
+void PrintTo(const Events& row, std::ostream* out) {
+    *out << row.events;
 }
 
-HandshakeStep AnswerSynAck(bool establish) {
-    return {.lost = false, .establish = establish, .answer = Announcement::Ack, .connected = true};
+HandshakeStep Play(Handshake& handshake, std::string event) {
+    const std::string application = event.back() == '6' ? ":1.6" : ":1.5";
+    event.erase(event.find_last_not_of('6') + 1);
+    for (const Announcement announcement : ANNOUNCEMENTS) {
+        if (NameOf(announcement) == event) {
+            return handshake.Heard(announcement, application);
+        }
+    }
+    EXPECT_EQ(event, "lost");
+    return handshake.Lost(application);
 }
 
-const HandshakeStep CONNECT{
-    .lost = false, .establish = false, .answer = std::nullopt, .connected = true};
-const HandshakeStep LOSE{
-    .lost = true, .establish = false, .answer = std::nullopt, .connected = false};
+std::string TextOf(const HandshakeStep& step) {
+    std::string text = step.lost ? " lost" : "";
+    text += step.establish ? " establish" : "";
+    text += step.answer ? " " + std::string(NameOf(*step.answer)) : "";
+    text += step.connected ? " connected" : "";
+    return text.empty() ? "nothing" : text.substr(1);
+}
 
-TEST(Handshake, ConnectsAnApplicationThatStartsLater) {
+class AHandshake : public testing::TestWithParam<Events> {};
+
+TEST_P(AHandshake, HasTheseSteps) {
     Handshake handshake;
-    EXPECT_EQ(handshake.Heard(Announcement::Syn, APPLICATION), AnswerSyn());
-    EXPECT_FALSE(handshake.IsConnected(APPLICATION));
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), CONNECT);
-    EXPECT_TRUE(handshake.IsConnected(APPLICATION));
+    std::istringstream events(GetParam().events);
+    std::string steps;
+    bool connected = false;
+    for (std::string event; events >> event;) {
+        const HandshakeStep step = Play(handshake, event);
+        steps += (steps.empty() ? "" : ", ") + TextOf(step);
+        if (event.back() != '6') {
+            connected = (connected && !step.lost) || step.connected;
+            EXPECT_EQ(handshake.IsConnected(":1.5"), connected) << steps;
+        }
+    }
+    EXPECT_EQ(steps, GetParam().steps);
 }
 
-TEST(Handshake, ConnectsAnApplicationThatRunsAlready) {
-    Handshake handshake;
-    EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), AnswerSynAck(true));
-    EXPECT_TRUE(handshake.IsConnected(APPLICATION));
-}
-
-TEST(Handshake, ConnectsOnceWhenBothStartTogether) {
-    Handshake handshake;
-    EXPECT_EQ(handshake.Heard(Announcement::Syn, APPLICATION), AnswerSyn());
-    EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), AnswerSynAck(false));
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
-    EXPECT_TRUE(handshake.IsConnected(APPLICATION));
-}
-
-TEST(Handshake, IgnoresTheAckOfAnUnknownApplication) {
-    Handshake handshake;
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
-    EXPECT_FALSE(handshake.IsConnected(APPLICATION));
-}
-
-TEST(Handshake, LeavesAnswersToAnotherMiddlewareAlone) {
-    Handshake handshake;
-    handshake.Heard(Announcement::SynAck, APPLICATION);
-    EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), NOTHING);
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
-}
-
-TEST(Handshake, AcknowledgesAnApplicationAfterAnAckThatMayBelongToAnother) {
-    Handshake handshake;
-    handshake.Heard(Announcement::Syn, APPLICATION);
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), CONNECT);
-    const HandshakeStep acknowledge{
-        .lost = false, .establish = false, .answer = Announcement::Ack, .connected = false};
-    EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), acknowledge);
-    EXPECT_EQ(handshake.Heard(Announcement::SynAck, APPLICATION), NOTHING);
-}
-
-TEST(Handshake, StartsAgainWhenAnApplicationRestartsOnTheSameConnection) {
-    Handshake handshake;
-    handshake.Heard(Announcement::SynAck, APPLICATION);
-    EXPECT_EQ(handshake.Heard(Announcement::Syn, APPLICATION), AnswerSyn(true));
-    EXPECT_FALSE(handshake.IsConnected(APPLICATION));
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), CONNECT);
-}
-
-TEST(Handshake, LosesAConnectedApplication) {
-    Handshake handshake;
-    handshake.Heard(Announcement::SynAck, APPLICATION);
-    EXPECT_EQ(handshake.Lost(APPLICATION), LOSE);
-    EXPECT_FALSE(handshake.IsConnected(APPLICATION));
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), NOTHING);
-}
-
-TEST(Handshake, DoesNotReportTheEndOfAnApplicationThatWasNotConnected) {
-    Handshake handshake;
-    EXPECT_EQ(handshake.Lost(APPLICATION), NOTHING);
-    handshake.Heard(Announcement::Syn, APPLICATION);
-    EXPECT_EQ(handshake.Lost(APPLICATION), NOTHING);
-}
-
-TEST(Handshake, KeepsApplicationsApart) {
-    Handshake handshake;
-    handshake.Heard(Announcement::Syn, APPLICATION);
-    EXPECT_EQ(handshake.Heard(Announcement::SynAck, ":1.6"), AnswerSynAck(true));
-    EXPECT_EQ(handshake.Lost(":1.6"), LOSE);
-    EXPECT_EQ(handshake.Heard(Announcement::Ack, APPLICATION), CONNECT);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Middleware, AHandshake,
+    testing::Values(
+        Events{"ConnectsAnApplicationThatStartsLater", "syn ack", "establish syn-ack, connected"},
+        Events{"ConnectsAnApplicationThatRunsAlready", "syn-ack", "establish ack connected"},
+        Events{"ConnectsOnceIfBothStartTogether", "syn syn-ack ack",
+               "establish syn-ack, ack connected, nothing"},
+        Events{"IgnoresTheAckOfAnUnknownApplication", "ack", "nothing"},
+        Events{"IgnoresAnswersToAnotherMiddleware", "syn-ack syn-ack ack",
+               "establish ack connected, nothing, nothing"},
+        Events{"AcknowledgesAfterAnAckThatMayBelongToAnother", "syn ack syn-ack syn-ack",
+               "establish syn-ack, connected, ack, nothing"},
+        Events{"StartsAgainIfAnApplicationRestartsOnItsConnection", "syn-ack syn ack",
+               "establish ack connected, lost establish syn-ack, connected"},
+        Events{"LosesAConnectedApplication", "syn-ack lost ack",
+               "establish ack connected, lost, nothing"},
+        Events{"DoesNotReportTheEndOfAnUnconnectedApplication", "lost syn lost",
+               "nothing, establish syn-ack, nothing"},
+        Events{"KeepsApplicationsApart", "syn syn-ack6 lost6 ack",
+               "establish syn-ack, establish ack connected, lost, connected"}),
+    [](const auto& test) { return test.param.name; });
 
 }  // namespace
 }  // namespace applist::sim

@@ -1,5 +1,8 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <string>
 #include <variant>
 
@@ -10,6 +13,7 @@
 namespace applist::sim {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -256,6 +260,209 @@ TEST(ScenarioParser, ReadsEveryFormThatTheHelpLists) {
             << form.keyword;
         EXPECT_FALSE(form.meaning.empty()) << form.keyword;
     }
+}
+
+const std::string ADD = "AddItems a{n}=\"{n} of {n}{\"";
+
+/// Returns the bytes of copy number copy of the message that the statement sends.
+Bytes BytesOf(const std::string& statement, unsigned copy) {
+    const ParsedLine parsed = ParseStatement(statement);
+    EXPECT_TRUE(parsed.statement) << statement;
+    return std::get<Send>(parsed.statement->action).frame.bytes(copy);
+}
+
+TEST(Frames, NumberTheirItemsCopyByCopy) {
+    EXPECT_EQ(BytesOf("call " + ADD, 1), EncodeCall(Function::AddItems, {{"a1", "1 of 1{"}}));
+    EXPECT_EQ(BytesOf("call " + ADD, 12), EncodeCall(Function::AddItems, {{"a12", "12 of 12{"}}));
+}
+
+TEST(Frames, AreSentUnchangedWhenRaw) {
+    EXPECT_EQ(BytesOf("send-hex 787b6e7d", 3), (Bytes{'x', '{', 'n', '}'}));
+}
+
+TEST(Frames, HaveTheRequestedSizeAndId) {
+    const Bytes bytes = BytesOf("send-huge 1000 RemoveItem", 1);
+    EXPECT_THAT(bytes, SizeIs(1000));
+    EXPECT_THAT(Bytes(bytes.begin(), bytes.end() - 4), Each('\xFF'));
+    EXPECT_EQ(Bytes(bytes.end() - 4, bytes.end()), EncodeCall(Function::RemoveItem, {}));
+    EXPECT_THAT(BytesOf("send-huge 0", 1), SizeIs(4));
+}
+
+unsigned DifferentBits(const Bytes& left, const Bytes& right) {
+    EXPECT_EQ(left.size(), right.size());
+    unsigned bits = 0;
+    for (size_t i = 0; i < left.size(); ++i) {
+        bits += static_cast<unsigned>(std::popcount(static_cast<uint8_t>(
+            static_cast<uint8_t>(left[i]) ^ static_cast<uint8_t>(right.at(i)))));
+    }
+    return bits;
+}
+
+TEST(Frames, DifferByOneBitWhenOneIsFlipped) {
+    for (unsigned copy = 1; copy <= 100; ++copy) {
+        EXPECT_EQ(
+            DifferentBits(BytesOf("send-flipped 7 1 " + ADD, copy), BytesOf("call " + ADD, copy)),
+            1U);
+    }
+}
+
+TEST(Frames, HaveTheSameBitsFlippedForTheSameSeed) {
+    // The C++ standard defines the first number of std::mt19937 for its default seed, 5489.
+    Bytes expected = EncodeCall(Function::GetSelection, {});
+    const unsigned bit = 3499211612U % 32;
+    expected[bit / 8] =
+        static_cast<char>(static_cast<uint8_t>(expected[bit / 8]) ^ (1U << bit % 8));
+    EXPECT_EQ(BytesOf("send-flipped 5489 1 GetSelection", 1), expected);
+    EXPECT_EQ(BytesOf("send-flipped 5480 1 GetSelection", 10), expected);
+}
+
+TEST(Frames, LoseTheEndOfTheirPayloadButNotTheirId) {
+    const Bytes whole = EncodeCall(Function::AddItems, {{"a", "A"}});
+    const Bytes cut = BytesOf("send-cut 3 AddItems a=A", 1);
+    ASSERT_THAT(cut, SizeIs(3 + 4));
+    EXPECT_TRUE(std::equal(cut.begin(), cut.begin() + 3, whole.begin()));
+    EXPECT_TRUE(std::equal(cut.begin() + 3, cut.end(), whole.end() - 4));
+    EXPECT_EQ(BytesOf("send-cut 0 AddItems a=A", 1), EncodeCall(Function::AddItems, {}));
+    EXPECT_EQ(BytesOf("send-cut 9999 AddItems a=A", 1), whole);
+}
+
+Items Parsed(Function function, const std::vector<std::string>& arguments) {
+    const auto items = ParseCallArguments(function, arguments);
+    EXPECT_TRUE(items) << items.error();
+    return items ? *items : Items();
+}
+
+std::string Refused(Function function, const std::vector<std::string>& arguments) {
+    const auto items = ParseCallArguments(function, arguments);
+    EXPECT_FALSE(items);
+    return items.error();
+}
+
+TEST(CallArguments, GiveOneItemByIdAndOptionalName) {
+    EXPECT_EQ(Parsed(Function::SetSelection, {"w1"}), (Items{{"w1", ""}}));
+    EXPECT_EQ(Parsed(Function::SetSelection, {"w1", "Weather"}), (Items{{"w1", "Weather"}}));
+    EXPECT_EQ(Parsed(Function::SetSelection, {""}), (Items{{"", ""}}));
+    EXPECT_EQ(Parsed(Function::RemoveItem, {"a=b"}), (Items{{"a=b", ""}}));
+}
+
+TEST(CallArguments, GiveAnyNumberOfPairs) {
+    EXPECT_EQ(Parsed(Function::AddItems, {}), Items());
+    EXPECT_EQ(Parsed(Function::AddItems, {"w1=Weather", "n=", "=x", "e=a=b"}),
+              (Items{{"w1", "Weather"}, {"n", ""}, {"", "x"}, {"e", "a=b"}}));
+}
+
+TEST(CallArguments, GiveOnePair) {
+    EXPECT_EQ(Parsed(Function::AddItemAtEnd, {"w1=Weather"}), (Items{{"w1", "Weather"}}));
+}
+
+TEST(CallArguments, GiveTheOldAndTheNewItem) {
+    EXPECT_EQ(Parsed(Function::ModifyItem, {"w1", "w2=Wind"}), (Items{{"w1", ""}, {"w2", "Wind"}}));
+    EXPECT_EQ(Parsed(Function::ModifyItem, {"w1=Weather", "w2=Wind"}),
+              (Items{{"w1", "Weather"}, {"w2", "Wind"}}));
+}
+
+TEST(CallArguments, AreEmptyForOtherFunctions) {
+    for (const Function function : {Function::GetSelection, Function::GetAllItems,
+                                    Function::RemoveAllItems, Function::SetClicked}) {
+        EXPECT_EQ(Parsed(function, {}), Items());
+        EXPECT_EQ(Refused(function, {"x"}), std::string(NameOf(function)) + " takes no arguments");
+    }
+}
+
+TEST(CallArguments, AreRefusedWithTheCorrectSyntax) {
+    EXPECT_EQ(Refused(Function::SetSelection, {}), "SetSelection takes ID [NAME]");
+    EXPECT_EQ(Refused(Function::SetSelection, {"a", "b", "c"}), "SetSelection takes ID [NAME]");
+    EXPECT_EQ(Refused(Function::RemoveItem, {}), "RemoveItem takes ID [NAME]");
+    EXPECT_EQ(Refused(Function::AddItems, {"a=b", "c"}), "AddItems takes ID=NAME...");
+    EXPECT_EQ(Refused(Function::AddItemAtEnd, {}), "AddItemAtEnd takes ID=NAME");
+    EXPECT_EQ(Refused(Function::AddItemAtEnd, {"a=b", "c=d"}), "AddItemAtEnd takes ID=NAME");
+    EXPECT_EQ(Refused(Function::AddItemAtEnd, {"a"}), "AddItemAtEnd takes ID=NAME");
+    EXPECT_EQ(Refused(Function::ModifyItem, {"a"}), "ModifyItem takes ID ID=NAME");
+    EXPECT_EQ(Refused(Function::ModifyItem, {"a", "b"}), "ModifyItem takes ID ID=NAME");
+}
+
+const std::string OBJECT =
+    "/org/vantu/javamw/CommunicationChannel/Applist org.vantu.javamw.DbusCommunication ";
+const BusctlTarget TARGET{"", ":1.5"};
+
+Result<std::vector<std::string>> Lines(const std::string& statement,
+                                       const BusctlTarget& target = TARGET) {
+    const ParsedLine parsed = ParseStatement(statement);
+    EXPECT_TRUE(parsed.statement) << statement;
+    return BusctlLines(parsed.statement->action, target);
+}
+
+void ExpectLine(const std::string& statement, const std::string& line) {
+    const auto lines = Lines(statement);
+    ASSERT_TRUE(lines) << lines.error();
+    EXPECT_THAT(*lines, ElementsAre(line));
+}
+
+TEST(Busctl, CallsWithEachByte) {
+    ExpectLine("call GetAllItems", "busctl --system call :1.5 " + OBJECT + "Send ay 4 210 7 0 0");
+    ExpectLine("add w=\xFF", "busctl --system call :1.5 " + OBJECT +
+                                 "Send ay 14 1 0 0 0 255 1 0 0 0 119 212 7 0 0");
+    ExpectLine("send-hex 01ff", "busctl --system call :1.5 " + OBJECT + "Send ay 2 1 255");
+    ExpectLine("send-short 0", "busctl --system call :1.5 " + OBJECT + "Send ay 0");
+}
+
+TEST(Busctl, EmitsSignalsToTheApplicationAlone) {
+    ExpectLine("signal-hex 0a",
+               "busctl --system --destination=:1.5 emit " + OBJECT + "SendSignal ay 1 10");
+}
+
+TEST(Busctl, NamesAnotherBus) {
+    const auto lines = Lines("clear", {"unix:path=/a b", ":1.5"});
+    ASSERT_TRUE(lines);
+    EXPECT_THAT(*lines, ElementsAre("busctl --address='unix:path=/a b' call :1.5 " + OBJECT +
+                                    "Send ay 4 211 7 0 0"));
+}
+
+TEST(Busctl, AnnouncesByAcquiringANameUntilItExits) {
+    ExpectLine("announce syn-ack",
+               "busctl --system call org.freedesktop.DBus /org/freedesktop/DBus "
+               "org.freedesktop.DBus RequestName su org.vantu.JavaMW.Applist_CLIENT_SYN_ACK 4");
+}
+
+TEST(Busctl, ReadsTheValueThatAnExpectationChecks) {
+    const std::string list = "busctl --system call :1.5 " + OBJECT + "Send ay 4 210 7 0 0";
+    ExpectLine("expect list empty", list);
+    ExpectLine("expect count 3", list);
+    ExpectLine("expect selection none",
+               "busctl --system call :1.5 " + OBJECT + "Send ay 4 209 7 0 0");
+}
+
+TEST(Busctl, WatchesForEventsAndAnnouncements) {
+    const std::string signals =
+        "busctl --system monitor --match='type='\\''signal'\\'',"
+        "interface='\\''org.vantu.javamw.DbusCommunication'\\'''";
+    ExpectLine("expect event ItemChanged", signals);
+    ExpectLine("expect no event for 1s", signals);
+    ExpectLine("expect announcement syn",
+               "busctl --system monitor --match='type='\\''signal'\\'',"
+               "sender='\\''org.freedesktop.DBus'\\'',member='\\''NameOwnerChanged'\\'',"
+               "arg0namespace='\\''org.vantu.JavaMW'\\'''");
+}
+
+TEST(Busctl, RepeatsAFewCopiesAndCountsTheOthers) {
+    const auto few = Lines("flood 2 add {n}=N");
+    ASSERT_TRUE(few);
+    EXPECT_THAT(*few, SizeIs(2));
+    EXPECT_NE(few->front(), few->back());
+    const auto many = Lines("flood 12 clear");
+    ASSERT_TRUE(many);
+    EXPECT_THAT(*many, SizeIs(11));
+    EXPECT_EQ(many->back(), "# and 2 more like these");
+}
+
+TEST(Busctl, RefusesStatementsWithoutABusctlEquivalent) {
+    for (const char* statement : {"join", "vanish", "wait 1s", "note text", "timeout 1s",
+                                  "handshake manual", "expect reply empty"}) {
+        EXPECT_EQ(Lines(statement).error(), "busctl cannot do this") << statement;
+    }
+    EXPECT_EQ(Lines("send-huge 1M").error(), "1048576 bytes are too many for a command line");
+    EXPECT_EQ(Lines("clear", {"", ""}).error(),
+              "no application has announced itself; \"wait connected\" waits for one");
 }
 
 }  // namespace

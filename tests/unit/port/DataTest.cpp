@@ -7,22 +7,22 @@
 
 #include <gmock/gmock.h>
 
+#include "data/FactoryData.h"
+#include "data/KeyTable.h"
 #include "data/SettingsStore.h"
+#include "factory_data.h"
 #include "fakes/FakePlatformLog.h"
 #include "settings_store.h"
+#include "support/TemporaryDir.h"
 #include "unit/visibility/PlatformRoot.h"
+
+using namespace applist::desktop;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
 
 namespace applist::test {
 namespace {
-
-using desktop::Decode;
-using desktop::Encode;
-using desktop::ReadSetting;
-using desktop::RemoveSetting;
-using desktop::Setting;
-using desktop::WriteSetting;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 constexpr const char* PERSISTENT = "db/settings.ini";
 constexpr const char* VOLATILE = "memory/settings.ini";
@@ -264,6 +264,120 @@ TEST_F(SettingsStore, LosesNothingOfManyWriters) {
                       Setting(i));
         }
     }
+}
+
+constexpr const char* FILE_NAME = "factory.ini";
+
+class FactoryItems : public testing::Test {
+protected:
+    FactoryItems() { ClearLog(); }
+    /// Reads as the program does. Only one word of the buffer is accessible.
+    int Read(int id) { return GetDataDirect(id, &m_word); }
+
+    PlatformRoot m_root;
+    int m_word = 77;
+};
+
+TEST_F(FactoryItems, AreStoredByTheirNumber) {
+    ASSERT_EQ(WriteFactoryItem(194, 8), std::nullopt);
+    ASSERT_EQ(WriteFactoryItem(195, -1), std::nullopt);
+    EXPECT_EQ(m_root.Content(FILE_NAME), "[items]\n194=8\n195=-1\n");
+    EXPECT_EQ(Read(194), FACTORY_DATA_INTEGER);
+    EXPECT_EQ(m_word, 8);
+}
+
+TEST_F(FactoryItems, CanBeRemoved) {
+    ASSERT_EQ(WriteFactoryItem(194, 8), std::nullopt);
+    EXPECT_EQ(RemoveFactoryItem(194), std::nullopt);
+    EXPECT_NE(Read(194), FACTORY_DATA_INTEGER);
+    EXPECT_EQ(m_word, 77);
+    EXPECT_THAT(Log(), ElementsAre());
+}
+
+TEST_F(FactoryItems, ThatAreNoNumberAreFailuresThatNameTheFile) {
+    for (const char* text :
+         {"", "eight", "8.0", "8 8", "0x8", "+8", "2147483648", "-2147483649", "8;"}) {
+        ClearLog();
+        m_root.Write(FILE_NAME, std::string("[items]\n194=") + text + "\n");
+        EXPECT_NE(Read(194), FACTORY_DATA_INTEGER) << text;
+        EXPECT_EQ(m_word, 77);
+        EXPECT_THAT(Log(), ElementsAre(Error(m_root.Path(FILE_NAME) +
+                                             ": factory item 194 is not a 32-bit number")));
+    }
+}
+
+TEST_F(FactoryItems, OfADamagedFileAreFailuresAndStayAsTheyAre) {
+    m_root.Write(FILE_NAME, "194=8\n");
+    EXPECT_NE(Read(194), FACTORY_DATA_INTEGER);
+    ASSERT_EQ(Log().size(), 1U);
+    EXPECT_THAT(Log()[0].message, HasSubstr(m_root.Path(FILE_NAME) + ": damaged: "));
+    const auto failure = WriteFactoryItem(194, 81);
+    ASSERT_TRUE(failure);
+    EXPECT_THAT(*failure, HasSubstr(m_root.Path(FILE_NAME)));
+    EXPECT_EQ(m_root.Content(FILE_NAME), "194=8\n");
+}
+
+TEST(KeyTable, NamesTheKeysOfKeyboardsAndReceivers) {
+    const KeyTable table;
+    EXPECT_STREQ(table.Find("Escape"), "XF86Back");
+    for (const char* key : {"F10", "Keycode-182", "XF86Close"}) {
+        EXPECT_STREQ(table.Find(key), "XF86Exit") << key;
+    }
+    for (const char* key : {"KP_Enter", "XF86Select", "XF86OK", "Keycode-360", "Keycode-361"}) {
+        EXPECT_STREQ(table.Find(key), "Return") << key;
+    }
+    EXPECT_STREQ(table.Find("XF86ChannelUp"), "Prior");
+    EXPECT_STREQ(table.Find("XF86ChannelDown"), "Next");
+}
+
+TEST(KeyTable, LeavesOtherKeysTheirNames) {
+    for (const char* key : {"Up", "Down", "Left", "Right", "Return", "XF86Back", "XF86Exit", "F1",
+                            "Prior", "Next", "escape", "Keycode-18", "Keycode-1820", ""}) {
+        EXPECT_EQ(KeyTable().Find(key), nullptr) << key;
+    }
+}
+
+TEST(KeyTable, TakesLinesOfASet) {
+    KeyTable table;
+    EXPECT_THAT(table.Add("# the set's receiver\n[keys]\n\nF1=XF86Back\r\n  F2 =\tNext\nF10=Up"),
+                IsEmpty());
+    EXPECT_STREQ(table.Find("F1"), "XF86Back");
+    EXPECT_STREQ(table.Find("F2"), "Next");
+    EXPECT_STREQ(table.Find("F10"), "Up") << "replaces the built-in entry";
+    EXPECT_STREQ(table.Find("Escape"), "XF86Back");
+}
+
+TEST(KeyTable, GivesAKeyItsOwnNameBack) {
+    KeyTable table;
+    EXPECT_THAT(table.Add("F10=F10\nUp=Up\n"), IsEmpty());
+    EXPECT_EQ(table.Find("F10"), nullptr);
+    EXPECT_EQ(table.Find("Up"), nullptr);
+}
+
+TEST(KeyTable, ReportsEachBadLineAndTakesTheOthers) {
+    KeyTable table;
+    EXPECT_THAT(
+        table.Add("F1=Up\nF2\n=Up\nF3=\nF4=Fire\n[other]\nF5=Down\n"),
+        ElementsAre("line 2: not KEY=NAME", "line 3: not KEY=NAME",
+                    "line 4: not a key of the remote control: ",
+                    "line 5: not a key of the remote control: Fire", "line 6: not KEY=NAME"));
+    EXPECT_STREQ(table.Find("F1"), "Up");
+    EXPECT_STREQ(table.Find("F5"), "Down");
+    EXPECT_EQ(table.Find("F4"), nullptr);
+}
+
+TEST(KeyTable, IsTheBuiltInOneWithoutAFile) {
+    const test::TemporaryDir folder;
+    const auto reading = ReadKeyTable(folder.path() / "keys.ini");
+    EXPECT_THAT(reading.problems, IsEmpty());
+    EXPECT_EQ(reading.table.All(), KeyTable().All());
+}
+
+TEST(KeyTable, NamesTheFileInItsProblems) {
+    const test::TemporaryDir folder;
+    const auto reading = ReadKeyTable(folder.path());
+    ASSERT_EQ(reading.problems.size(), 1U);
+    EXPECT_THAT(reading.problems[0], HasSubstr(folder.path().string() + ": cannot be read: "));
 }
 
 }  // namespace
