@@ -135,7 +135,7 @@ TEST_F(Main, LogsItsBranchAndTheLoopsFailureWhichIsTheExitStatus) {
 TEST_F(Main, LogsAnExceptionAndReturnsAnErrorStatus) {
     g_memoryLeft = false;
     EXPECT_EQ(Run(true), -5);
-    EXPECT_THAT(Log(), ElementsAre(Error("Aborted: std::bad_alloc", SELF)));
+    EXPECT_EQ(LogText(), "ERROR applist_main: Aborted: std::bad_alloc\n");
 }
 
 }  // namespace
