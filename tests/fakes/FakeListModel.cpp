@@ -19,15 +19,16 @@ void Remove(std::vector<Listener*>& listeners, Listener* listener) {
     listeners.erase(std::remove(listeners.begin(), listeners.end(), listener), listeners.end());
 }
 
-std::string Call(const std::string& operation, AppListItem* item) {
-    return operation + "(" + (item != nullptr ? item->GetUnigueId() : "null") + ")";
-}
-
 }  // namespace
 
 void FakeListModel::Record(const std::string& call) {
     history.push_back(call);
     onCall(call);
+}
+
+void FakeListModel::RecordItem(const std::string& operation, AppListItem* argument) {
+    item = argument;
+    Record(operation + "(" + (argument != nullptr ? argument->GetUnigueId() : "null") + ")");
 }
 
 void FakeListModel::Show(const std::vector<AppListItem*>& newItems, AppListItem* newSelection) {
@@ -38,8 +39,8 @@ void FakeListModel::Show(const std::vector<AppListItem*>& newItems, AppListItem*
     }
 }
 
-void FakeListModel::Select(AppListItem* item) {
-    selection = item != nullptr ? item : &nothing;
+void FakeListModel::Select(AppListItem* selected) {
+    selection = selected != nullptr ? selected : &nothing;
     NotifySelected();
 }
 
@@ -49,9 +50,9 @@ void FakeListModel::NotifySelected() {
     }
 }
 
-void FakeListModel::SetSelection(AppListItem* item) {
-    Record(Call("SetSelection", item));
-    Select(item);
+void FakeListModel::SetSelection(AppListItem* argument) {
+    RecordItem("SetSelection", argument);
+    Select(argument);
 }
 
 AppListItem* FakeListModel::GetSelection() {
@@ -64,28 +65,29 @@ std::vector<AppListItem*> FakeListModel::GetAllItems() {
     return items;
 }
 
-void FakeListModel::SetClicked(AppListItem* item) {
-    Record(Call("SetClicked", item));
+void FakeListModel::SetClicked(AppListItem* argument) {
+    RecordItem("SetClicked", argument);
 }
 
 void FakeListModel::RemoveAllItems() {
     Record("RemoveAllItems");
 }
 
-void FakeListModel::AddItems(const std::vector<AppListItem*>& /*newItems*/) {
+void FakeListModel::AddItems(const std::vector<AppListItem*>& newItems) {
     Record("AddItems");
+    added = newItems;
 }
 
-void FakeListModel::AddItemAtEnd(AppListItem* item) {
-    Record(Call("AddItemAtEnd", item));
+void FakeListModel::AddItemAtEnd(AppListItem* argument) {
+    RecordItem("AddItemAtEnd", argument);
 }
 
-void FakeListModel::RemoveItem(AppListItem* item) {
-    Record(Call("RemoveItem", item));
+void FakeListModel::RemoveItem(AppListItem* argument) {
+    RecordItem("RemoveItem", argument);
 }
 
 void FakeListModel::ModifyItem(AppListItem* oldItem, AppListItem* /*newItem*/) {
-    Record(Call("ModifyItem", oldItem));
+    RecordItem("ModifyItem", oldItem);
 }
 
 int FakeListModel::GetItemsCount() {
@@ -113,12 +115,14 @@ void FakeListModel::RemoveItemChangeListener(ItemChangeListener* listener) {
     Remove(changeListeners, listener);
 }
 
-void FakeListModel::AddItemClickedListener(ItemClickListener* /*listener*/) {
+void FakeListModel::AddItemClickedListener(ItemClickListener* listener) {
     Record("AddItemClickedListener");
+    Add(clickListeners, listener);
 }
 
-void FakeListModel::RemoveItemClickedListener(ItemClickListener* /*listener*/) {
+void FakeListModel::RemoveItemClickedListener(ItemClickListener* listener) {
     Record("RemoveItemClickedListener");
+    Remove(clickListeners, listener);
 }
 
 }  // namespace applist::test

@@ -26,20 +26,24 @@ public:
     std::function<void(const std::string&)> onCall = [](const std::string&) {};
     std::vector<ItemSelectionListener*> selectionListeners;
     std::vector<ItemChangeListener*> changeListeners;
+    std::vector<ItemClickListener*> clickListeners;
+    /// The last item, and the last batch, that a call received.
+    AppListItem* item = nullptr;
+    std::vector<AppListItem*> added;
 
     /// Sets the items, selects one and notifies the listeners, as a model does.
     void Show(const std::vector<AppListItem*>& newItems, AppListItem* newSelection);
     /// Selects the item and notifies the listeners.
-    void Select(AppListItem* item);
+    void Select(AppListItem* selected);
 
-    void SetSelection(AppListItem* item) override;
+    void SetSelection(AppListItem* argument) override;
     AppListItem* GetSelection() override;
     std::vector<AppListItem*> GetAllItems() override;
-    void SetClicked(AppListItem* item) override;
+    void SetClicked(AppListItem* argument) override;
     void RemoveAllItems() override;
     void AddItems(const std::vector<AppListItem*>& newItems) override;
-    void AddItemAtEnd(AppListItem* item) override;
-    void RemoveItem(AppListItem* item) override;
+    void AddItemAtEnd(AppListItem* argument) override;
+    void RemoveItem(AppListItem* argument) override;
     void ModifyItem(AppListItem* oldItem, AppListItem* newItem) override;
     int GetItemsCount() override;
     void AddItemSelectionListener(ItemSelectionListener* listener) override;
@@ -51,6 +55,7 @@ public:
 
 private:
     void Record(const std::string& call);
+    void RecordItem(const std::string& operation, AppListItem* argument);
     void NotifySelected();
 
     DefaultAppListItem nothing;

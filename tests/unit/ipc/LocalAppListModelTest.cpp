@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -10,9 +9,9 @@
 #include "applist/DefaultAppListItem.h"
 #include "applist/DefaultAppListModel.h"
 #include "applist/LocalAppListModel.h"
+#include "fakes/FakeListModel.h"
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeTransport.h"
-#include "fakes/RecordingListModel.h"
 #include "fakes/RecordingListener.h"
 #include "support/AllocationWatch.h"
 #include "unit/ipc/WireBytes.h"
@@ -36,13 +35,14 @@ protected:
     LocalAppListModelCalls() {
         TheTransport() = FakeTransport{};
         ClearLog();
+        model.onCall = [](const std::string& call) { Note(call); };
         local = std::make_unique<LocalAppListModel>(&model);
     }
 
     DefaultAppListItem item{"Alpha", "a"};
     DefaultAppListItem other{"Beta", "b"};
     RecordingListener listener{"listener"};
-    RecordingListModel model;
+    FakeListModel model;
     std::unique_ptr<LocalAppListModel> local;
 };
 
@@ -50,9 +50,9 @@ TEST_F(LocalAppListModelCalls, BeginWhenTheChannelIsOpen) {
     EXPECT_EQ(LogText(), Lines({"transport created: Applist", "IPCApplist: IPCApplist",
                                 "AddItemSelectionListener", "AddItemChangeListener",
                                 "AddItemClickedListener"}));
-    EXPECT_EQ(model.selectionListener, local.get());
-    EXPECT_EQ(model.changeListener, local.get());
-    EXPECT_EQ(model.clickListener, local.get());
+    EXPECT_THAT(model.selectionListeners, ElementsAre(local.get()));
+    EXPECT_THAT(model.changeListeners, ElementsAre(local.get()));
+    EXPECT_THAT(model.clickListeners, ElementsAre(local.get()));
     std::vector<char> frame = Bytes(Length(2006));
     TheTransport().live->HandleMessage(frame);
     EXPECT_EQ(Log().back().message, "Remote call: SetClicked. This function is not implemented");
@@ -85,11 +85,14 @@ TEST_F(LocalAppListModelCalls, EndWithTheChannelAfterListenersAndItems) {
 }
 
 TEST_F(LocalAppListModelCalls, ForwardSelectionClicksAndReads) {
+    // Events are not the subject.
+    model.selectionListeners.clear();
     ClearLog();
     local->SetSelection(&item);
     EXPECT_EQ(model.item, &item);
     local->SetSelection(nullptr);
     EXPECT_EQ(model.item, nullptr);
+    model.selection = nullptr;
     EXPECT_EQ(local->GetSelection(), nullptr);
     model.selection = &other;
     EXPECT_EQ(local->GetSelection(), &other);
@@ -97,22 +100,22 @@ TEST_F(LocalAppListModelCalls, ForwardSelectionClicksAndReads) {
     EXPECT_EQ(model.item, &item);
     model.items = {&other, &item};
     EXPECT_THAT(local->GetAllItems(), ElementsAre(&other, &item));
-    EXPECT_EQ(LogText(), Lines({"SetSelection", "SetSelection", "GetSelection", "GetSelection",
-                                "SetClicked", "GetAllItems"}));
+    EXPECT_EQ(LogText(), Lines({"SetSelection(a)", "SetSelection(null)", "GetSelection",
+                                "GetSelection", "SetClicked(a)", "GetAllItems"}));
 }
 
 TEST_F(LocalAppListModelCalls, ForwardListeners) {
     ClearLog();
     listener.ListenTo(*local);
-    EXPECT_EQ(std::exchange(model.selectionListener, nullptr), &listener);
-    EXPECT_EQ(std::exchange(model.changeListener, nullptr), &listener);
-    EXPECT_EQ(std::exchange(model.clickListener, nullptr), &listener);
+    EXPECT_THAT(model.selectionListeners, ElementsAre(local.get(), &listener));
+    EXPECT_THAT(model.changeListeners, ElementsAre(local.get(), &listener));
+    EXPECT_THAT(model.clickListeners, ElementsAre(local.get(), &listener));
     local->RemoveItemSelectionListener(&listener);
     local->RemoveItemChangeListener(&listener);
     local->RemoveItemClickedListener(&listener);
-    EXPECT_EQ(model.selectionListener, &listener);
-    EXPECT_EQ(model.changeListener, &listener);
-    EXPECT_EQ(model.clickListener, &listener);
+    EXPECT_THAT(model.selectionListeners, ElementsAre(local.get()));
+    EXPECT_THAT(model.changeListeners, ElementsAre(local.get()));
+    EXPECT_THAT(model.clickListeners, ElementsAre(local.get()));
     EXPECT_EQ(LogText(), Lines({"AddItemSelectionListener", "AddItemChangeListener",
                                 "AddItemClickedListener", "RemoveItemSelectionListener",
                                 "RemoveItemChangeListener", "RemoveItemClickedListener"}));
@@ -120,7 +123,6 @@ TEST_F(LocalAppListModelCalls, ForwardListeners) {
 
 TEST_F(LocalAppListModelCalls, RefuseToEditOrToCountTheList) {
     model.items = {&item};
-    model.count = 1;
     ClearLog();
     local->RemoveAllItems();
     local->AddItems({&item});

@@ -13,9 +13,9 @@
 #include "applist/DefaultAppListItem.h"
 #include "applist/DefaultAppListModel.h"
 #include "applist/LocalAppListModel.h"
+#include "fakes/FakeListModel.h"
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeTransport.h"
-#include "fakes/RecordingListModel.h"
 #include "fakes/RecordingListener.h"
 #include "support/AllocationWatch.h"
 #include "unit/ipc/WireBytes.h"
@@ -445,11 +445,14 @@ TEST_F(RemoteCall, LetsListenersReadAnItemThatItRemoves) {
 /// The remote protocol over a model whose answers the test sets.
 class RemoteReadOfAnyModel : public testing::Test {
 protected:
-    RemoteReadOfAnyModel() { ClearLog(); }
+    RemoteReadOfAnyModel() {
+        model.onCall = [](const std::string& call) { Note(call); };
+        ClearLog();
+    }
     std::string Call(const std::string& function) {
         return Text(local.OnMessageReceive(IdOf(function), Bytes("ignored")));
     }
-    RecordingListModel model;
+    FakeListModel model;
     LocalAppListModel local{&model};
     DefaultAppListItem beta{"Beta", "b"};
     DefaultAppListItem empty;
@@ -466,6 +469,7 @@ TEST_F(RemoteReadOfAnyModel, AsksForTheSelectionForEachUseOfIt) {
 }
 
 TEST_F(RemoteReadOfAnyModel, AnswersEmptyIfTheModelReturnsNoSelectionItem) {
+    model.selection = nullptr;
     EXPECT_EQ(Call("GetSelection"), "");
     EXPECT_EQ(
         LogText(),
