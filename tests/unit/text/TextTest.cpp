@@ -1,27 +1,30 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-
 // Runs i18n_get_text() in a child process, because a process reads its languages at the start.
-
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "support/ChildProcess.h"
 #include "support/TemporaryDir.h"
 
+namespace fs = std::filesystem;
+
 namespace applist::test {
 namespace {
 
-namespace fs = std::filesystem;
-using testing::HasSubstr;
+using Languages = ChildProcess::Environment;
 
 constexpr const char* TITLE = "TV_DATA_SERVICE_LIST";
+constexpr const char* HINT = "ALERT_CLOSE_HINT";
+constexpr const char* DIRECTION = "--direction";
 constexpr const char* ENGLISH_TITLE = "Data services";
+const Languages ITALIAN{{"LANG", "it_IT.UTF-8"}};
+const Languages FINNISH{{"LANG", "fi_FI.UTF-8"}};
+const Languages ARABIC{{"LANG", "ar_EG.UTF-8"}};
 
 // A program with its catalogues in a temporary folder, laid out as installed.
 class Text : public testing::Test {
@@ -45,16 +48,18 @@ protected:
         std::ofstream(source)
             << "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n"
             << "msgid \"" << id << "\"\nmsgstr \"" << text << "\"\n";
-        fs::create_directories(Catalogue(language).parent_path());
         ChildProcess msgfmt({"msgfmt", "-o", Catalogue(language), source});
         ASSERT_EQ(msgfmt.WaitForExit(), 0) << msgfmt.Errors();
     }
 
-    // The program's output for one argument when only these variables set the language.
-    std::string Lookup(const std::string& argument,
-                       const ChildProcess::Environment& languages) const {
-        ChildProcess::Environment environment{
-            {"LANGUAGE", {}}, {"LC_ALL", {}}, {"LC_MESSAGES", {}}, {"LANG", {}}};
+    // Expects the program's output for one argument if only these variables set the language.
+    void ExpectText(const std::string& argument, const Languages& languages,
+                    const std::string& expected) const {
+        EXPECT_EQ(Lookup(argument, languages), expected + "\n") << argument;
+    }
+
+    std::string Lookup(const std::string& argument, const Languages& languages) const {
+        Languages environment{{"LANGUAGE", {}}, {"LC_ALL", {}}, {"LC_MESSAGES", {}}, {"LANG", {}}};
         for (const auto& [name, value] : languages) {
             environment[name] = value;
         }
@@ -63,102 +68,80 @@ protected:
         return lookup.Output();
     }
 
-    static std::string Line(const std::string& text) { return text + "\n"; }
-
 private:
     TemporaryDir m_root;
 };
 
 TEST_F(Text, IsInTheLanguageOfTheFirstVariableThatIsSet) {
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line("Servizi dati"));
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}, {"LC_MESSAGES", "es_AR.UTF-8"}}),
-              Line("Servicios de datos"));
-    EXPECT_EQ(Lookup(TITLE, {{"LC_MESSAGES", "it_IT.UTF-8"}, {"LC_ALL", "pt_BR.UTF-8"}}),
-              Line("Serviços de dados"));
-    EXPECT_EQ(Lookup(TITLE, {{"LC_ALL", "pt_BR.UTF-8"}, {"LANGUAGE", "ar"}}),
-              Line("خدمات البيانات"));
+    ExpectText(TITLE, ITALIAN, "Servizi dati");
+    ExpectText(TITLE, {{"LANG", "it_IT.UTF-8"}, {"LC_MESSAGES", "es_AR.UTF-8"}},
+               "Servicios de datos");
+    ExpectText(TITLE, {{"LC_MESSAGES", "it_IT.UTF-8"}, {"LC_ALL", "pt_BR.UTF-8"}},
+               "Serviços de dados");
+    ExpectText(TITLE, {{"LC_ALL", "pt_BR.UTF-8"}, {"LANGUAGE", "ar"}}, "خدمات البيانات");
+    ExpectText(TITLE, {{"LANG", "C.UTF-8"}, {"LANGUAGE", "fi:pt_BR:it"}}, "Serviços de dados");
 }
 
-TEST_F(Text, NeedsNoLocaleOnTheSystem) {
-    EXPECT_EQ(Lookup(TITLE, {{"LC_ALL", "it_CH.ISO-8859-1"}}), Line("Servizi dati"));
+TEST_F(Text, IsUtf8AndNeedsNoLocaleOnTheSystem) {
+    ExpectText(TITLE, {{"LC_ALL", "it_CH.ISO-8859-1"}}, "Servizi dati");
+    ExpectText(TITLE, {{"LANG", "pt_BR.ISO-8859-1"}}, "Serviços de dados");
 }
 
-TEST_F(Text, IsUtf8WhateverTheCharactersOfTheLocale) {
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "pt_BR.ISO-8859-1"}}), Line("Serviços de dados"));
-}
-
-TEST_F(Text, IsEnglishWithoutALanguage) {
-    EXPECT_EQ(Lookup(TITLE, {}), Line(ENGLISH_TITLE));
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "C"}}), Line(ENGLISH_TITLE));
-    EXPECT_EQ(Lookup(TITLE, {{"LC_ALL", "C.UTF-8"}}), Line(ENGLISH_TITLE));
-    EXPECT_EQ(Lookup(TITLE, {{"LC_ALL", "POSIX"}}), Line(ENGLISH_TITLE));
-}
-
-TEST_F(Text, IsEnglishInALanguageWithoutACatalogue) {
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "fi_FI.UTF-8"}}), Line(ENGLISH_TITLE));
+TEST_F(Text, IsEnglishWithoutALanguageOrACatalogue) {
+    for (const Languages& languages :
+         {Languages{}, {{"LANG", "C"}}, {{"LC_ALL", "C.UTF-8"}}, {{"LC_ALL", "POSIX"}}, FINNISH}) {
+        ExpectText(TITLE, languages, ENGLISH_TITLE);
+    }
     fs::remove(Catalogue("it"));
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE));
+    ExpectText(TITLE, ITALIAN, ENGLISH_TITLE);
 }
 
-TEST_F(Text, IsEnglishWhereTheCatalogueLacksTheMessage) {
+TEST_F(Text, IsEnglishIfTheCatalogueLacksTheMessage) {
     Write("it", "SID_NOT_AVAILABLE", "Non disponibile");
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE));
-    EXPECT_EQ(Lookup("SID_NOT_AVAILABLE", {{"LANG", "it_IT.UTF-8"}}), Line("Non disponibile"));
+    ExpectText(TITLE, ITALIAN, ENGLISH_TITLE);
+    ExpectText("SID_NOT_AVAILABLE", ITALIAN, "Non disponibile");
 }
 
-TEST_F(Text, IsInTheNextLanguageOfTheListBeforeItIsEnglish) {
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "C.UTF-8"}, {"LANGUAGE", "fi:pt_BR:it"}}),
-              Line("Serviços de dados"));
-}
-
-TEST_F(Text, OfACountryGoesBeforeThatOfItsLanguage) {
-    EXPECT_EQ(Lookup("ALERT_CLOSE_HINT", {{"LANG", "es_UY.UTF-8"}}),
-              Line("Presioná OK para cerrar"));
-    EXPECT_EQ(Lookup("ALERT_CLOSE_HINT", {{"LANG", "es_AR.UTF-8"}}),
-              Line("Presioná OK para cerrar"));
-    EXPECT_EQ(Lookup("ALERT_CLOSE_HINT", {{"LANG", "es_CL.UTF-8"}}), Line("Pulse OK para cerrar"));
-}
-
-TEST_F(Text, OfACountryFallsBackToThatOfItsLanguage) {
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "es_UY.UTF-8"}}), Line("Servicios de datos"));
+TEST_F(Text, OfACountryReplacesThatOfItsLanguage) {
+    ExpectText(HINT, {{"LANG", "es_UY.UTF-8"}}, "Presioná OK para cerrar");
+    ExpectText(HINT, {{"LANG", "es_AR.UTF-8"}}, "Presioná OK para cerrar");
+    ExpectText(HINT, {{"LANG", "es_CL.UTF-8"}}, "Pulse OK para cerrar");
+    ExpectText(TITLE, {{"LANG", "es_UY.UTF-8"}}, "Servicios de datos");
 }
 
 TEST_F(Text, OfAnUnknownIdIsTheId) {
-    EXPECT_EQ(Lookup("SID_NOBODY_KNOWS", {{"LANG", "it_IT.UTF-8"}}), Line("SID_NOBODY_KNOWS"));
-}
-
-TEST_F(Text, OfAnEmptyIdIsEmpty) {
-    EXPECT_EQ(Lookup("", {{"LANG", "it_IT.UTF-8"}}), Line(""));
+    ExpectText("SID_NOBODY_KNOWS", ITALIAN, "SID_NOBODY_KNOWS");
+    ExpectText("", ITALIAN, "");
 }
 
 TEST_F(Text, RunsInTheDirectionOfTheLanguageThatIsShown) {
-    EXPECT_EQ(Lookup("--direction", {{"LANG", "ar_EG.UTF-8"}}), Line("rtl"));
-    EXPECT_EQ(Lookup("--direction", {{"LANG", "it_IT.UTF-8"}}), Line("ltr"));
+    ExpectText(DIRECTION, ARABIC, "rtl");
+    ExpectText(DIRECTION, ITALIAN, "ltr");
     fs::remove(Catalogue("ar"));
-    EXPECT_EQ(Lookup("--direction", {{"LANG", "ar_EG.UTF-8"}}), Line("ltr"));
+    ExpectText(DIRECTION, ARABIC, "ltr");
 }
 
 TEST_F(Text, IsEnglishWithAnErrorLineWithoutAnyCatalogue) {
     fs::remove_all(Locale());
-    const std::string error = Line(
-        "log: No message catalogues: cannot find the program's folder share/locale; texts are "
-        "English");
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE) + error);
-    EXPECT_EQ(Lookup("--direction", {{"LANG", "ar_EG.UTF-8"}}), Line("ltr") + error);
-    EXPECT_EQ(Lookup("SID_NOBODY_KNOWS", {}), Line("SID_NOBODY_KNOWS") + error);
+    const std::string error =
+        "\nlog: No message catalogues: cannot find the program's folder share/locale; texts are "
+        "English";
+    ExpectText(TITLE, ITALIAN, ENGLISH_TITLE + error);
+    ExpectText(DIRECTION, ARABIC, "ltr" + error);
+    ExpectText("SID_NOBODY_KNOWS", {}, "SID_NOBODY_KNOWS" + error);
 }
 
 TEST_F(Text, IsEnglishWithoutTheEnglishCatalogue) {
     fs::remove(Catalogue("en"));
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "fi_FI.UTF-8"}}), Line(ENGLISH_TITLE));
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line("Servizi dati"));
+    ExpectText(TITLE, FINNISH, ENGLISH_TITLE);
+    ExpectText(TITLE, ITALIAN, "Servizi dati");
 }
 
-TEST_F(Text, IsEnglishWhereTheCatalogueIsCutShort) {
+TEST_F(Text, IsEnglishIfTheCatalogueIsTruncated) {
     fs::resize_file(Catalogue("it"), 10);
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE));
+    ExpectText(TITLE, ITALIAN, ENGLISH_TITLE);
     fs::resize_file(Catalogue("en"), 10);
-    EXPECT_EQ(Lookup(TITLE, {{"LANG", "it_IT.UTF-8"}}), Line(ENGLISH_TITLE));
+    ExpectText(TITLE, ITALIAN, ENGLISH_TITLE);
 }
 
 TEST_F(Text, CompiledInIsThatOfTheEnglishCatalogue) {
@@ -169,11 +152,11 @@ TEST_F(Text, CompiledInIsThatOfTheEnglishCatalogue) {
                                        "SID_NOT_AVAILABLE",
                                        "ALERT_TITLE_NOTIFICATION",
                                        "ALERT_TITLE_UNAVAILABLE",
-                                       "ALERT_CLOSE_HINT"};
+                                       HINT};
     std::vector<std::string> translated;
     for (const std::string& id : ids) {
         translated.push_back(Lookup(id, {}));
-        EXPECT_NE(translated.back(), Line(id));
+        EXPECT_NE(translated.back(), id + "\n");
     }
     fs::remove(Catalogue("en"));
     for (size_t i = 0; i < ids.size(); ++i) {
