@@ -189,27 +189,27 @@ private:
         const auto process = Show(subject, rows);
         // Toolkits free a frame's memory some time after the frame.
         m_watch.AwaitQuiet(SETTLED);
-        MeasureIdle(subject, rows, process->pid());
+        MeasureIdle(subject, rows, *process);
     }
 
     /// Measures a prepared process that waits for a launch.
     void MeasureWait(const Subject& subject, int rows) {
         m_stage.MakeReady(subject);
         m_watch.AwaitQuiet(SETTLED);
-        MeasureIdle(subject, rows, m_stage.prepared().pid());
+        MeasureIdle(subject, rows, m_stage.prepared());
     }
 
-    void MeasureIdle(const Subject& subject, int rows, pid_t process) {
-        const long sleeps = Sleeps(process);
-        const long long used = ProcessorNanoseconds(process);
+    void MeasureIdle(const Subject& subject, int rows, const test::ChildProcess& process) {
+        const long sleeps = process.Sleeps();
+        const long long used = ProcessorNanoseconds(process.pid());
         // Measures an idle period of fixed length, without an event to wait for.
         ::sleep(static_cast<unsigned>(m_idle.count()));
         Series wakes("idle: wake-ups", subject, rows, "times");
-        wakes.Add(static_cast<double>(Sleeps(process) - sleeps));
+        wakes.Add(static_cast<double>(process.Sleeps() - sleeps));
         Series cost("idle: processor time", subject, rows, "ms");
-        cost.Add(static_cast<double>(ProcessorNanoseconds(process) - used) / 1e6);
+        cost.Add(static_cast<double>(ProcessorNanoseconds(process.pid()) - used) / 1e6);
         Series memory("memory: resident", subject, rows, "MB");
-        memory.Add(static_cast<double>(ResidentKilobytes(process)) / 1024);
+        memory.Add(static_cast<double>(ResidentKilobytes(process.pid())) / 1024);
     }
 
     /// Measures from the reply to the call that filled an empty list until its rows are on the

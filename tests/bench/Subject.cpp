@@ -210,9 +210,4 @@ long long ProcessorNanoseconds(pid_t process) {
     });
 }
 
-long Sleeps(pid_t process) {
-    return static_cast<long>(SumOverThreads(
-        process, "status", [](std::istream& in) { return Field(in, "voluntary_ctxt_switches:"); }));
-}
-
 }  // namespace applist::bench

@@ -85,7 +85,5 @@ void GiveUpUnless(bool condition, const char* error);
 long ResidentKilobytes(pid_t process);
 /// The processor time of its threads in nanoseconds, without threads that have ended.
 long long ProcessorNanoseconds(pid_t process);
-/// How many times its threads have gone to sleep.
-long Sleeps(pid_t process);
 
 }  // namespace applist::bench

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <poll.h>
 #include <unistd.h>
 
@@ -121,6 +122,35 @@ void ChildProcess::Signal(int number) const {
     if (!m_status) {
         kill(m_pid, number);
     }
+}
+
+long ChildProcess::Sleeps() const {
+    long sleeps = 0;
+    std::error_code gone;
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(m_pid) + "/task", gone)) {
+        std::ifstream status(thread.path() / "status");
+        for (std::string word; status >> word;) {
+            long count = 0;
+            if (word.ends_with("voluntary_ctxt_switches:") && status >> count) {
+                sleeps += count;
+            }
+        }
+    }
+    return sleeps;
+}
+
+bool ChildProcess::WaitForRest(std::chrono::seconds length) {
+    const auto deadline = Clock::now() + PATIENCE;
+    bool rests = false;
+    while (!rests && Clock::now() < deadline) {
+        const long before = Sleeps();
+        if (WaitForExit(length)) {
+            return false;
+        }
+        rests = Sleeps() == before;
+    }
+    return rests;
 }
 
 bool ChildProcess::ReadSome(Clock::time_point deadline) {

@@ -46,6 +46,11 @@ public:
     /// it still runs when patience ends.
     std::optional<int> WaitForExit(std::chrono::milliseconds patience = PATIENCE);
     void Signal(int number) const;
+    /// How many times its threads have gone to sleep or made way for others. Excludes threads that
+    /// have ended.
+    long Sleeps() const;
+    /// Waits until no thread has woken up for this long; true iff that happens in time.
+    bool WaitForRest(std::chrono::seconds length);
 
 private:
     struct Stream {

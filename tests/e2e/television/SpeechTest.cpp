@@ -20,6 +20,8 @@ using testing::HasSubstr;
 using testing::Not;
 
 constexpr const char* SETTING = "db/menu/accessibility/speech";
+/// Longer than the program waits for a reply of the speech service.
+constexpr std::chrono::seconds REST{5};
 
 struct Language {
     std::string name;
@@ -142,6 +144,16 @@ TEST_P(AnEnglishViewer, HearsTheListAsSoonAsSpeechIsSwitchedOn) {
     EXPECT_THAT(m_service.Received(), testing::IsEmpty());
     ASSERT_EQ(m_set.Configure({"set", SETTING, "bool", "true"}), 0);
     EXPECT_TRUE(Hears("Data services. Alpha, 1 of 2"));
+}
+
+TEST_P(AnEnglishViewer, HasAProgramThatDoesNotWakeUpAtRest) {
+    Start();
+    ASSERT_TRUE(m_middleware.AwaitApplication());
+    ASSERT_TRUE(Hears("Data services. Waiting for the broadcast's services"));
+    EXPECT_TRUE(m_application->WaitForRest(REST));
+    ASSERT_TRUE(m_middleware.Ask(Function::AddItems, {{"a", "Alpha"}, {"b", "Bravo"}}));
+    ASSERT_TRUE(Hears("List changed, 2 entries"));
+    EXPECT_TRUE(m_application->WaitForRest(REST));
 }
 
 TEST_P(AnEnglishViewer, HearsTheAlert) {
