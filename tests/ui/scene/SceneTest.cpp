@@ -4,6 +4,7 @@
 
 #include <Edje.h>
 
+#include "display/Theme.h"
 #include "support/Scene.h"
 
 namespace applist::test {
@@ -48,11 +49,11 @@ std::ostream& operator<<(std::ostream& out, const Frame& frame) {
     return out;
 }
 
-SceneTest::SceneTest(const std::string& theme)
-    : m_toolkit({Theme(theme)}),
-      m_model(std::make_unique<DefaultAppListModel>()),
-      m_renderer(std::make_unique<Renderer>("org.vantu.applist")),
-      m_control(std::make_unique<DefaultAppListControl>()) {
+SceneTest::SceneTest(const std::string& theme) {
+    desktop::LoadTheme(Theme(theme));
+    m_model = std::make_unique<DefaultAppListModel>();
+    m_renderer = std::make_unique<Renderer>("org.vantu.applist");
+    m_control = std::make_unique<DefaultAppListControl>();
     m_renderer->SetModel(m_model.get());
     m_control->SetModel(m_model.get());
     evas_event_callback_add(evas_object_evas_get(window()), EVAS_CALLBACK_RENDER_POST, OnRendered,

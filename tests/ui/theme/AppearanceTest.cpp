@@ -8,6 +8,7 @@
 #include "data/SettingsStore.h"
 #include "display/Theme.h"
 #include "fakes/FakePlatformLog.h"
+#include "ui/theme/ThemedList.h"
 #include "unit/visibility/PlatformRoot.h"
 
 namespace applist::test {
@@ -62,6 +63,16 @@ TEST_F(TheAppearance, UsesTheDefaultForASettingOfAnotherType) {
     EXPECT_EQ(File(), "applist/theme/applist.edj");
     EXPECT_THAT(Logged(), testing::ElementsAre(testing::HasSubstr(
                               "high-contrast' is int:1, not a bool; the default is used")));
+}
+
+TEST(TheTheme, AnimatesScrollingOnlyWithMotion) {
+    const HeadlessToolkit toolkit;
+    const double animated = elm_config_scroll_bring_in_scroll_friction_get();
+    EXPECT_GT(animated, 0.0);
+    desktop::LoadTheme(ThemeFile({.reducedMotion = true}));
+    EXPECT_EQ(elm_config_scroll_bring_in_scroll_friction_get(), 0.0);
+    desktop::LoadTheme(ThemeFile({}));
+    EXPECT_EQ(elm_config_scroll_bring_in_scroll_friction_get(), animated);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/AccessibilityPage.h"
 #include "ui/theme/ThemedList.h"
 
 namespace applist::test {
@@ -36,6 +37,12 @@ protected:
         const Box bar = BoxOf(list.row("Second"), "bar");
         return picture.At(bar.Right() - bar.height / 4, bar.y + bar.height / 2);
     }
+    testing::AssertionResult IsOnThePage(const std::string& clause, double contrast,
+                                         double required) const {
+        const bool standard = GetParam() == Variant::STANDARD;
+        return IsStated(clause + (standard ? "" : " in high contrast"), contrast >= required,
+                        WithUnit(contrast, 1, ":1"));
+    }
     double Enough() const { return GetParam() == Variant::STANDARD ? 7.0 : 15.0; }
 
     ThemedList list{{GetParam()}};
@@ -45,9 +52,12 @@ protected:
 
 TEST_P(TheContrast, OfTheTextsSuffices) {
     EXPECT_GE(TextContrast(picture, TextBoxOf(list.popup(), "elm.text.title"), panel), Enough());
-    EXPECT_GE(TextContrast(picture, TextBoxOf(list.row("First"), "name"), panel), Enough());
-    EXPECT_GE(TextContrast(picture, TextBoxOf(list.row("Second"), "name"), Bar()),
-              GetParam() == Variant::STANDARD ? 7.0 : 15.0);
+    const double row = TextContrast(picture, TextBoxOf(list.row("First"), "name"), panel);
+    EXPECT_GE(row, Enough());
+    EXPECT_TRUE(IsOnThePage("11.1.4.3 contrast of a row", row, 4.5));
+    const double focused = TextContrast(picture, TextBoxOf(list.row("Second"), "name"), Bar());
+    EXPECT_GE(focused, Enough());
+    EXPECT_TRUE(IsOnThePage("11.1.4.3 contrast of the focused row", focused, 4.5));
 }
 
 TEST_P(TheContrast, OfTheFocusDoesNotRestOnColour) {
@@ -56,6 +66,7 @@ TEST_P(TheContrast, OfTheFocusDoesNotRestOnColour) {
     // The focused row differs by the brightness of its bar, by the marker and by the text's
     // position.
     EXPECT_GE(Contrast(Bar(), panel), 7.0);
+    EXPECT_TRUE(IsOnThePage("11.1.4.11 contrast of the focus bar", Contrast(Bar(), panel), 3.0));
     EXPECT_GE(Contrast(MiddleOf(picture, BoxOf(focused, "marker")), Bar()), 7.0);
     EXPECT_EQ(MiddleOf(picture, BoxOf(other, "marker")), panel);
     EXPECT_GE(TextBoxOf(focused, "name").x, TextBoxOf(other, "name").x + 12);

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/AccessibilityPage.h"
 #include "ui/theme/ThemedList.h"
 
 namespace applist::test {
@@ -205,7 +206,6 @@ class TheLargestText : public testing::TestWithParam<Look> {};
 TEST_P(TheLargestText, ShowsACapitalHOfSevenTenthsOfADegree) {
     ThemedList list(GetParam());
     const double angle = AngleOf(HeightOfCapitalH(list), GetParam().height);
-    RecordProperty("degrees", std::to_string(angle));
     EXPECT_GE(angle, 0.7);
     EXPECT_LT(angle, 1.0);
 }
@@ -228,14 +228,38 @@ INSTANTIATE_TEST_SUITE_P(Screens, TheLargestText, testing::ValuesIn([] {
                          }()),
                          [](const auto& look) { return NameOf(look.param); });
 
+class ACapitalH : public testing::TestWithParam<Look> {};
+
+TEST_P(ACapitalH, SpansTheStatedAngle) {
+    ThemedList list(GetParam());
+    const double angle = AngleOf(HeightOfCapitalH(list), GetParam().height);
+    const bool standard = GetParam().variant == Variant::STANDARD;
+    EXPECT_TRUE(IsStated("5.1.4 capital H at " + std::to_string(GetParam().textSize) + " %" +
+                             (standard ? "" : " in high contrast"),
+                         angle >= 0.7, WithUnit(angle, 2, "°")));
+}
+
+INSTANTIATE_TEST_SUITE_P(TextSizes, ACapitalH, testing::ValuesIn([] {
+                             std::vector<Look> looks = SomeLooks();
+                             std::erase_if(looks,
+                                           [](const Look& look) { return look.height != 1080; });
+                             return looks;
+                         }()),
+                         [](const auto& look) { return NameOf(look.param); });
+
 TEST(TheTextSize, MakesACapitalHTheSamePercentageLarger) {
     ThemedList standard;
     const int before = HeightOfCapitalH(standard);
+    int after = 0;
     for (const int size : {125, 150, 175}) {
         SCOPED_TRACE(size);
         ThemedList list({Variant::STANDARD, 1080, false, size});
-        EXPECT_NEAR(HeightOfCapitalH(list), before * size / 100.0, 1.5);
+        after = HeightOfCapitalH(list);
+        EXPECT_NEAR(after, before * size / 100.0, 1.5);
     }
+    const double percent = 100.0 * after / before;
+    EXPECT_TRUE(
+        IsStated("11.1.4.4 resize text to 200 %", percent >= 200, WithUnit(percent, 0, " %")));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/AccessibilityPage.h"
 #include "toolkit-internals/ShownText.h"
 #include "ui/theme/ThemedList.h"
 
@@ -69,6 +70,8 @@ TEST_P(AStillList, DrawsNoFrameAtRest) {
     const Frames frames(list.window());
     ThemedList::Pass(1.5);
     EXPECT_EQ(frames.count(), 0);
+    EXPECT_TRUE(IsStated("11.2.2.2 pause, stop, hide with reduced motion", frames.count() == 0,
+                         WithUnit(frames.count(), 0, " frames at rest")));
     EXPECT_EQ(Draw(list.window()), before);
 }
 
