@@ -23,12 +23,35 @@ using testing::Not;
 namespace applist::test {
 namespace {
 
+std::string ContentOf(const fs::path& file) {
+    std::ifstream in(file);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// Copies the folder data/ of the source, as a checkout has it that only its owner can read.
+void CopySource(const fs::path& to) {
+    fs::copy(DATA_SOURCE_DIR, to, fs::copy_options::recursive);
+    for (const auto& entry : fs::recursive_directory_iterator(to)) {
+        if (entry.is_regular_file()) {
+            fs::permissions(entry, fs::perms::owner_read | fs::perms::owner_write);
+        }
+    }
+}
+
 class InstalledData : public testing::Test {
 protected:
     void SetUp() override {
-        ChildProcess install(
-            {CMAKE, "-DCMAKE_INSTALL_PREFIX=/usr", "-P", DATA_BINARY_DIR "/cmake_install.cmake"},
-            {{"DESTDIR", m_root.path()}});
+        const fs::path source = m_scratch.path() / "data";
+        CopySource(source);
+        std::string script = ContentOf(DATA_BINARY_DIR "/cmake_install.cmake");
+        const std::string before = std::string(DATA_SOURCE_DIR) + "/";
+        for (size_t at = 0; (at = script.find(before, at)) != std::string::npos;) {
+            script.replace(at, before.size(), source.string() + "/");
+        }
+        const std::string file = m_scratch.path() / "install.cmake";
+        std::ofstream(file) << script;
+        ChildProcess install({CMAKE, "-DCMAKE_INSTALL_PREFIX=/usr", "-P", file},
+                             {{"DESTDIR", m_root.path()}});
         ASSERT_EQ(install.WaitForExit(), 0) << install.Errors();
     }
 
@@ -46,8 +69,18 @@ protected:
 
     /// The content of the file with this installed path; empty if the file does not exist.
     std::string Content(const std::string& path) const {
-        std::ifstream in(m_root.path().string() + path);
-        return {std::istreambuf_iterator<char>(in), {}};
+        return ContentOf(m_root.path().string() + path);
+    }
+
+    /// The installed files that do not have mode 644.
+    std::vector<std::string> FilesOfOtherModes() const {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::recursive_directory_iterator(m_root.path())) {
+            if (entry.is_regular_file() && entry.status().permissions() != fs::perms(0644)) {
+                names.push_back(entry.path().string());
+            }
+        }
+        return names;
     }
 
     /// Writes the text with one part replaced and returns the file's name.
@@ -84,6 +117,11 @@ TEST_F(InstalledData, HasEntriesThatStartTheProgramsOfTheirOwnPrefix) {
         EXPECT_THAT(Content("/usr/share/dbus-1/services/" + id + ".service"),
                     HasSubstr(start + " --gapplication-service\n"));
     }
+}
+
+TEST_F(InstalledData, IsReadableByEveryUser) {
+    EXPECT_THAT(FilesNamed(".desktop"), testing::SizeIs(2));
+    EXPECT_THAT(FilesOfOtherModes(), testing::IsEmpty());
 }
 
 /// The example units, checked with systemd's own tools. scripts/try-unit starts one.
