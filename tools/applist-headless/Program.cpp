@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <glib-unix.h>
+#include <sys/stat.h>
 
 #include "Number.h"
 #include "Session.h"
@@ -58,16 +59,17 @@ std::optional<double> Timeout(const std::string& text) {
 
 /// Returns the input, or -1 after a message.
 int OpenInput(const std::string& file) {
-    if (file == "-") {
-        return STDIN_FILENO;
-    }
     // A FIFO without a writer must not block the application.
-    const int fd = open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (fd < 0) {
-        static_cast<void>(
-            std::fprintf(stderr, "applist-headless: %s: %s\n", file.c_str(), std::strerror(errno)));
+    const int fd =
+        file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat status {};
+    const bool isFolder = fd >= 0 && fstat(fd, &status) == 0 && S_ISDIR(status.st_mode);
+    if (fd >= 0 && !isFolder) {
+        return fd;
     }
-    return fd;
+    static_cast<void>(std::fprintf(stderr, "applist-headless: %s: %s\n", file.c_str(),
+                                   std::strerror(isFolder ? EISDIR : errno)));
+    return -1;
 }
 
 int RunInput(int fd, const Options& options) {

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <glib.h>
+#include <memory>
 #include <sstream>
 #include <utility>
 
@@ -262,8 +264,11 @@ void Session::EndLife() {
 }
 
 void Session::Complain(const Step& step, const std::string& problem) {
+    // The problem quotes the line, which may have any bytes.
+    const std::unique_ptr<char, decltype(&g_free)> text(
+        g_utf8_make_valid(problem.data(), static_cast<gssize>(problem.size())), g_free);
     static_cast<void>(
-        std::fprintf(stderr, "applist-headless: %s: %s\n", step.place.c_str(), problem.c_str()));
+        std::fprintf(stderr, "applist-headless: %s: %s\n", step.place.c_str(), text.get()));
     m_status = WRONG_INPUT;
 }
 

@@ -113,6 +113,8 @@ TEST_F(Bench, RefusesWrongUsage) {
     EXPECT_EQ(Run({"--keys"}), 2);
     EXPECT_EQ(Run({"--keys", "/no/such/file", "true"}), 2);
     EXPECT_EQ(m_errors, "applist-bench: cannot read /no/such/file\n");
+    EXPECT_EQ(Run({"--keys", "/", "true"}), 2);
+    EXPECT_EQ(m_errors, "applist-bench: cannot read /\n");
 }
 
 }  // namespace

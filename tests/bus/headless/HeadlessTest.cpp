@@ -111,6 +111,11 @@ TEST_F(Headless, ReportsWrongLinesAndRunsTheOthers) {
     }
 }
 
+TEST_F(Headless, ReportsALineOfAnyBytes) {
+    EXPECT_EQ(Run({"\xFF\0x\n", 4}), 2);
+    EXPECT_THAT(m_errors, HasSubstr("lines:1: unknown statement '\uFFFD\uFFFDx'; known: "));
+}
+
 TEST_F(Headless, RunsALastLineWithoutItsEnd) {
     EXPECT_EQ(Run("state"), 0);
     EXPECT_THAT(m_output, HasSubstr("\"running\":true"));
@@ -132,10 +137,13 @@ TEST_F(Headless, RefusesWrongUsageAndAnUnreadableFile) {
     EXPECT_THAT(m_errors, HasSubstr("--bogus; see applist-headless --help\n"));
     EXPECT_EQ(Run("", {m_set.Path("missing")}), 2);
     EXPECT_EQ(Run("", {"--timeout=0"}), 2);
-    ChildProcess program({BuiltProgram("applist-headless"), m_set.Path("missing")},
-                         m_set.bus().Environment());
-    EXPECT_EQ(program.WaitForExit(), 2);
-    EXPECT_THAT(program.Errors(), HasSubstr("missing: No such file or directory\n"));
+    for (const auto& [file, reason] :
+         {std::pair(m_set.Path("missing"), "No such file or directory"),
+          std::pair(m_set.Path("."), "Is a directory")}) {
+        ChildProcess program({BuiltProgram("applist-headless"), file}, m_set.bus().Environment());
+        EXPECT_EQ(program.WaitForExit(), 2);
+        EXPECT_EQ(program.Errors(), "applist-headless: " + file + ": " + reason + "\n");
+    }
 }
 
 TEST_F(Headless, FailsWithoutABusAndWhenItCloses) {
