@@ -114,7 +114,8 @@ std::string BroadcastReader::Problem() const {
     return m_file + ": " + NO_BROADCAST + (damage.empty() ? "" : "\n" + damage);
 }
 
-Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextCoding> coding) {
+Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextCoding> coding,
+                                    const std::function<bool(int descriptor)>& continues) {
     auto input = InputFile::Open(file);
     if (!input) {
         return Result<Broadcast>::Failure(input.error());
@@ -123,7 +124,8 @@ Result<Broadcast> ReadBroadcastFile(const std::string& file, std::optional<TextC
     BroadcastReader reader(file, coding, [&](Snapshot snapshot, bool replaces) {
         timeline.Change(std::move(snapshot), replaces);
     });
-    for (size_t count = 1; count > 0 && reader.Problem().empty();) {
+    for (size_t count = 1;
+         count > 0 && reader.Problem().empty() && continues(input->descriptor());) {
         const auto read = input->Read(reader.Room());
         if (!read) {
             return Result<Broadcast>::Failure(read.error());

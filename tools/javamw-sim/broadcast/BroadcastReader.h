@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -54,9 +55,11 @@ private:
 };
 
 /// Reads a broadcast from a file to its end; "-" is standard input. A failure names the file and
-/// the reason.
-Result<Broadcast> ReadBroadcastFile(const std::string& file,
-                                    std::optional<TextCoding> coding = std::nullopt);
+/// the reason. continues is called before each read with the descriptor that is read; if it returns
+/// false, the broadcast ends there.
+Result<Broadcast> ReadBroadcastFile(
+    const std::string& file, std::optional<TextCoding> coding = std::nullopt,
+    const std::function<bool(int descriptor)>& continues = [](int) { return true; });
 
 /// Returns a line that counts the skipped parts, or an empty string if nothing was skipped.
 std::string DamageSummary(const std::string& file, const Damage& damage);

@@ -22,9 +22,7 @@ std::optional<SubTable> SubTableCollector::Add(const TableSection& section, Byte
     }
     const Key key(section.tableId, section.extension);
     Collection& collection = m_collections[key];
-    // Broadcasts repeat every table continuously. A repetition contains nothing new.
-    if (section.version == collection.complete && section.version != collection.collecting &&
-        std::ranges::equal(collection.lastComplete[section.number], bytes)) {
+    if (IsRepetition(collection, section, bytes)) {
         return std::nullopt;
     }
     // Sections of different versions must not be mixed in one table.
@@ -36,11 +34,37 @@ std::optional<SubTable> SubTableCollector::Add(const TableSection& section, Byte
     if (collection.sections.size() <= section.lastNumber) {
         return std::nullopt;
     }
+    collection.collecting = -1;
+    if (section.version == collection.complete && !IsConfirmed(collection)) {
+        return std::nullopt;
+    }
     SubTable table = Assemble(key, collection);
     collection.complete = section.version;
-    collection.collecting = -1;
     collection.lastComplete = std::exchange(collection.sections, {});
+    collection.unconfirmed.clear();
     return table;
+}
+
+// Broadcasts repeat every table continuously. A repetition contains nothing new.
+bool SubTableCollector::IsRepetition(Collection& collection, const TableSection& section,
+                                     ByteSpan bytes) {
+    const bool repeated = section.version == collection.complete &&
+                          section.version != collection.collecting &&
+                          std::ranges::equal(collection.lastComplete[section.number], bytes);
+    const auto other = collection.unconfirmed.find(section.number);
+    if (repeated && other != collection.unconfirmed.end() &&
+        !std::ranges::equal(other->second, bytes)) {
+        collection.unconfirmed.clear();
+    }
+    return repeated;
+}
+
+bool SubTableCollector::IsConfirmed(Collection& collection) {
+    const bool confirmed = collection.sections == collection.unconfirmed;
+    if (!confirmed) {
+        collection.unconfirmed = std::exchange(collection.sections, {});
+    }
+    return confirmed;
 }
 
 std::vector<SubTable> SubTableCollector::TakeIncomplete(Damage& damage) const {

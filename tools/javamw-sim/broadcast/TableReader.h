@@ -26,8 +26,11 @@ struct SubTable {
 };
 
 /// Assembles the sub-tables of one PID from sections that are repeated. Reports a sub-table only if
-/// its version differs from the last complete one (EN 300 468, 5.2), or its bytes do because
-/// another stream with the same PID follows.
+/// its version differs from the last complete one (EN 300 468, 5.2).
+///
+/// A broadcast may not change a sub-table without a new version, and receivers do not see such a
+/// change. But another stream may follow in the same pipe, with versions of its own. So a sub-table
+/// with other bytes is reported once it is repeated without the former bytes in between.
 class SubTableCollector {
 public:
     /// Returns the sub-table that section completes, if it is new. section is the parsed header of
@@ -46,8 +49,11 @@ private:
         int collecting = -1;  ///< The version of the collected sections.
         Sections sections;
         Sections lastComplete;
+        Sections unconfirmed;  ///< Complete once under the version that is already known.
     };
     static SubTable Assemble(const Key& key, const Collection& collection);
+    static bool IsRepetition(Collection& collection, const TableSection& section, ByteSpan bytes);
+    static bool IsConfirmed(Collection& collection);
 
     std::map<Key, Collection> m_collections;
 };

@@ -62,6 +62,12 @@ protected:
         return {m_generator.stream().begin() + known, m_generator.stream().end()};
     }
 
+    /// A packet without tables.
+    static std::string Video() {
+        std::string packet(188, '\xAB');
+        return packet.replace(0, 4, {"\x47\x01\x00\x10", 4});
+    }
+
     std::string Listed() {
         EXPECT_EQ(m_set.Run({"call", "GetAllItems"}), SUCCESS);
         return m_set.output();
@@ -180,8 +186,7 @@ TEST_F(Stream, Of40MbitPerSecondTakesLessThanATenthOfACore) {
     const auto list = m_set.StartList();
     const auto serve = m_set.Start({"serve", "--broadcast", fifo});
     BeginWriting(fifo);
-    std::string video(188, '\xAB');
-    video.replace(0, 4, {"\x47\x01\x00\x10", 4});
+    const std::string video = Video();
     // Eight parts have 16 packets of each table, so that their counters continue when repeated.
     std::string second;
     for (int i = 0; i < 8; ++i) {
@@ -199,6 +204,20 @@ TEST_F(Stream, Of40MbitPerSecondTakesLessThanATenthOfACore) {
     RecordProperty("milliseconds", static_cast<int>(taken * 1000));
     EXPECT_LT(taken, 6);
     EXPECT_EQ(serve->Errors(), "");
+}
+
+TEST_F(Stream, IsListedAsFarAsItWasReadWhenTheUserInterrupts) {
+    const std::string fifo = MakeFifo();
+    const auto listing = m_set.Start({"applications", "--csv", fifo});
+    BeginWriting(fifo);
+    // The pipe has room for 64 KiB, so the first bytes have been read when this returns.
+    std::string stream = Part({NEWS}, 0);
+    for (int packet = 0; packet < 500; ++packet) {
+        stream += Video();
+    }
+    Write(stream);
+    EXPECT_EQ(Simulation::Interrupt(*listing), SUCCESS);
+    EXPECT_THAT(listing->Output(), HasSubstr(",Notizie,"));
 }
 
 // Recorded streams are not part of the project. Skipped unless a folder of them exists.

@@ -172,7 +172,10 @@ INSTANTIATE_TEST_SUITE_P(
         Case("ThatAreOnlyAnnouncedAreIgnored",
              OneTable({NEWS}).Section(TABLE_PID, NotYetValid(TsApplications({WEATHER}, 1, 1))),
              "0: Notizie"),
-        Case("WithTheSameVersionReplaceEachOther",
+        Case("ThatAlternateUnderTheSameVersionAreIgnored",
+             OneTable({NEWS}).Table({WEATHER}).Table({NEWS}).Table({WEATHER}).Table({NEWS}),
+             "0: Notizie"),
+        Case("WithTheSameVersionReplaceEachOtherOnceTheyAreRepeated",
              OneTable({NEWS})
                  .Section(TABLE_PID, Half(NEWS, 0))
                  .Section(TABLE_PID, Half(WEATHER, 1))
