@@ -49,6 +49,23 @@ TEST_P(EachKey, IsInTheNextFrame) {
 INSTANTIATE_TEST_SUITE_P(Keys, EachKey, testing::Values("Down", "Up", "Right", "Left"),
                          [](const auto& test) { return std::string(test.param); });
 
+TEST_F(TheDrawnFocus, StaysOnItsRowWhenTheThemeIsSwitched) {
+    Fill(30);
+    for (int press = 0; press < 12; ++press) {
+        Type("Down");
+    }
+    for (const char* theme :
+         {"applist-high-contrast-175.edj", "applist-still.edj", "applist.edj"}) {
+        Forget();
+        SwitchTheme(theme);
+        ExpectTheFocusOnTheSelectedRow();
+        EXPECT_EQ(FocusedRow(), Selected());
+        Type("Down");
+        ExpectTheFocusOnTheSelectedRow();
+    }
+    EXPECT_EQ(Selected(), "Row 16");
+}
+
 TEST_F(TheDrawnFocus, FollowsKeysThatArriveFasterThanFrames) {
     Fill(30);
     Forget();

@@ -5,6 +5,7 @@
 #include <Edje.h>
 
 #include "display/Theme.h"
+#include "list/ListFocus.h"
 #include "support/Scene.h"
 
 namespace applist::test {
@@ -49,8 +50,8 @@ std::ostream& operator<<(std::ostream& out, const Frame& frame) {
     return out;
 }
 
-SceneTest::SceneTest(const std::string& theme) {
-    desktop::LoadTheme(Theme(theme));
+SceneTest::SceneTest(const std::string& theme) : m_theme(Theme(theme)) {
+    desktop::LoadTheme(m_theme);
     m_model = std::make_unique<DefaultAppListModel>();
     m_renderer = std::make_unique<Renderer>("org.vantu.applist");
     m_control = std::make_unique<DefaultAppListControl>();
@@ -67,6 +68,14 @@ SceneTest::~SceneTest() {
                                  OnRendered, this);
     m_renderer.reset();
     m_control.reset();
+}
+
+void SceneTest::SwitchTheme(const std::string& theme) {
+    elm_theme_overlay_del(nullptr, m_theme.c_str());
+    m_theme = Theme(theme);
+    desktop::LoadTheme(m_theme);
+    desktop::ListFocus::ThemeSwitched();
+    Draw();
 }
 
 std::vector<AppListItem*> SceneTest::Make(int count) {

@@ -58,6 +58,8 @@ protected:
     /// Fills the list with rows "Row 1" to "Row count" and waits for the first frame with rows.
     void Fill(int count);
     void Add(AppListItem* item) { m_model->AddItemAtEnd(item); }
+    /// Loads another compiled theme, as the port does when the viewer changes a setting.
+    void SwitchTheme(const std::string& theme);
     /// Presses and releases a key and waits until all its effects are drawn.
     void Type(const std::string& key);
     /// Presses and releases a key without waiting.
@@ -86,6 +88,7 @@ private:
     static void OnRendered(void* scene, Evas* canvas, void* info);
 
     HeadlessToolkit m_toolkit;
+    std::string m_theme;
     desktop::Windows m_windows{{[](bool) {}, [] {}}};
     desktop::ListSteps m_steps{m_windows};
     desktop::Keyboard m_keyboard{m_windows};
