@@ -166,6 +166,14 @@ TEST(ATitle, EndsBeforeTheCount) {
               TextBoxOf(list.popup(), "applist.count").x);
 }
 
+// A set whose language has no translation shows English texts in a mirrored panel.
+TEST(ATitle, KeepsAwayFromTheCountInAMirroredPanel) {
+    ThemedList list({Variant::STANDARD, 1080, true});
+    list.Show(NumberedRows(12), 11);
+    EXPECT_GE(TextBoxOf(list.popup(), "elm.text.title").x,
+              TextBoxOf(list.popup(), "applist.count").Right() + 10);
+}
+
 TEST(ATitle, IsAlignedToTheSideWhereItsLanguageStarts) {
     ThemedList list;
     const Box popup = BoxOf(list.popup());
