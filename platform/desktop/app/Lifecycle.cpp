@@ -297,6 +297,7 @@ void PrintHelp(const char* name) {
         "  --prepare          load everything and wait for a launch; only on its own\n"
         "  --version          print the version and stop\n"
         "  --help             print this text and stop\n\n"
+        "Other arguments are ignored, because a launcher may add its own.\n\n"
         "Environment: APPLIST_LOCK (off), APPLIST_LOG (error, info or debug),\n"
         "APPLIST_PLATFORM_ROOT, DBUS_SYSTEM_BUS_ADDRESS.\n",
         name, applist::desktop::EXTRA_ARGUMENT, name, applist::desktop::EXTRA_ARGUMENT);

@@ -3,6 +3,7 @@
 #include "app/SettingsWatch.h"
 
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "CallbackGuard.h"
@@ -16,13 +17,22 @@ void OnChange(void* watch, Ecore_File_Monitor*, Ecore_File_Event, const char* pa
     GuardCallback([&] { static_cast<SettingsWatch*>(watch)->FileChanged(path); });
 }
 
+// Returns the folder of the settings, which exists afterwards unless it cannot be created. Until
+// the viewer changes the first setting, it may be missing. Folders above it are not created,
+// because a mistake in a variable of the environment would then go unnoticed.
+std::string WatchedFolder() {
+    const auto folder = std::filesystem::path(PersistentSettingsPath()).parent_path();
+    std::error_code ignored;
+    std::filesystem::create_directory(folder, ignored);
+    return folder;
+}
+
 }  // namespace
 
 // Writers replace the file, so the folder is watched.
 SettingsWatch::SettingsWatch(std::function<void()> changed)
     : m_changed(std::move(changed)),
-      m_monitor(ecore_file_monitor_add(
-          std::filesystem::path(PersistentSettingsPath()).parent_path().c_str(), OnChange, this)) {}
+      m_monitor(ecore_file_monitor_add(WatchedFolder().c_str(), OnChange, this)) {}
 
 SettingsWatch::~SettingsWatch() {
     if (m_monitor != nullptr) {

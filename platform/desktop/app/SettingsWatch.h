@@ -8,10 +8,10 @@
 
 namespace applist::desktop {
 
-/// Calls a function when the file of the persistent settings changes. Watches its folder, which
-/// must exist when the object is created; otherwise a change takes effect at the next start. At
-/// most one at a time, because the toolkit serves only one watch of a folder. Main thread only,
-/// while the toolkit is running.
+/// Calls a function when the file of the persistent settings changes. Watches its folder, and
+/// creates it if it is missing; if that fails, a change takes effect at the next start. At most one
+/// at a time, because the toolkit serves only one watch of a folder. Main thread only, while the
+/// toolkit is running.
 class SettingsWatch {
 public:
     explicit SettingsWatch(std::function<void()> changed);

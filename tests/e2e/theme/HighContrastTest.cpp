@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The viewer's high-contrast setting and its effect on the screen.
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 #include "support/Television.h"
@@ -69,6 +71,13 @@ TEST_F(TheSetting, TakesEffectWhileTheListIsOpen) {
     set.screen().TypeKey("Down");
     EXPECT_TRUE(set.middleware().SeesSelected("c", "Charlie"));
     EXPECT_TRUE(Shows(Television::FOCUS_COLOUR));
+}
+
+TEST_F(TheSetting, TakesEffectWhileTheListIsOpenIfItIsTheFirstOneStored) {
+    std::filesystem::remove_all(*set.Environment().at("APPLIST_PLATFORM_ROOT") + "/db");
+    ASSERT_NO_FATAL_FAILURE(set.ShowThreeItems());
+    Choose("true");
+    EXPECT_TRUE(Shows(HIGH_CONTRAST_BAR));
 }
 
 TEST_F(TheSetting, GivesTheAlertHighContrast) {
