@@ -19,10 +19,9 @@ namespace {
 constexpr const char* DETAILS =
     "FILE is a transport stream with packets of 188, 192 or 204 bytes, consecutive\n"
     "sections (.sec) or applications in XML; \"-\" is standard input. It is read to its end,\n"
-    "a pipe until its writer ends or Ctrl-C (SIGINT). Every application is listed once for each "
-    "service,\n"
-    "offered to viewers or not, as in its last version. Damaged parts are skipped;\n"
-    "standard error has the first ten places and the number of each kind.\n"
+    "a pipe until its writer ends or Ctrl-C (SIGINT). Every application is listed once for\n"
+    "each service, offered to viewers or not, as in its last version. Damaged parts are\n"
+    "skipped; standard error has the first ten places and the number of each kind.\n"
     "\n"
     "Columns, keys of --json and header of --csv:\n"
     "  service, organisation_id, application_id, type, control, visibility, priority,\n"
