@@ -6,18 +6,31 @@
 #include <fstream>
 
 namespace applist::test {
+namespace {
+
+// The library without its command of the same name, which does not start a program when a killed
+// process with the same id has left a semaphore behind.
+constexpr const char* FAKETIME = "/usr/$LIB/faketime/libfaketime.so.1";
+
+std::vector<std::string> Preload(const std::string& libraries, const std::string& factor) {
+    return {"env", "LD_PRELOAD=" + libraries, "FAKETIME=+0 x" + factor};
+}
+
+}  // namespace
+
+std::vector<std::string> ClockAtSpeed(const std::string& factor) {
+    return Preload(FAKETIME, factor);
+}
 
 SteppedClock::SteppedClock(Television& set)
     : m_file(set.WriteFile("step", std::string(2 * sizeof(int64_t), '\0'))) {}
 
-// The preloaded library precedes faketime's, so the factor does not apply to the steps.
+// The first library sees the time that the second one returns, so the factor does not apply to the
+// steps.
 std::vector<std::string> SteppedClock::Wrapper(const std::string& factor) const {
-    return {"env",
-            std::string("LD_PRELOAD=") + CLOCK_STEP,
-            "APPLIST_CLOCK_STEP=" + m_file,
-            "faketime",
-            "-f",
-            "+0 x" + factor};
+    auto wrapper = Preload(std::string(CLOCK_STEP) + ":" + FAKETIME, factor);
+    wrapper.push_back("APPLIST_CLOCK_STEP=" + m_file);
+    return wrapper;
 }
 
 void SteppedClock::SetWall(int64_t seconds) {

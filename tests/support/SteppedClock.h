@@ -10,13 +10,17 @@
 
 namespace applist::test {
 
+/// What precedes an application on the command line so that its clocks run faster by factor. The
+/// process that runs the command becomes the application.
+std::vector<std::string> ClockAtSpeed(const std::string& factor);
+
 /// The clocks of an application, which a test moves while it runs.
 class SteppedClock {
 public:
     /// The steps are kept in a file of the set.
     explicit SteppedClock(Television& set);
 
-    /// What precedes the application on the command line. Its clocks run faster by factor.
+    /// ClockAtSpeed() for an application whose clocks this object moves.
     std::vector<std::string> Wrapper(const std::string& factor) const;
     /// Sets the application's wall clock off by this many seconds at once. Its timers do not see
     /// that.

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/SteppedClock.h"
 #include "support/Television.h"
 
 namespace applist::test {
@@ -79,7 +80,7 @@ TEST_F(LeavingTheScreen, MakesPlaceForANewList) {
 TEST_F(LeavingTheScreen, KeepsBothHalvesOfTheKeyThatChose) {
     const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
     ASSERT_NE(player, 0U);
-    m_set.Show("a\tAlpha\n", {"faketime", "-f", "+0 x0.05"});
+    m_set.Show("a\tAlpha\n", ClockAtSpeed("0.05"));
     ASSERT_TRUE(m_set.middleware().SeesSelected("a", "Alpha"));
     ASSERT_TRUE(m_set.WaitForFocusedRow());
     m_set.screen().PressKey("Return");
@@ -97,18 +98,15 @@ TEST_F(LeavingTheScreen, KeepsBothHalvesOfTheKeyThatChose) {
 TEST_F(LeavingTheScreen, LeavesTheNextKeyToTheNextWindow) {
     const XlibWindow player = m_set.screen().OpenFullScreen(0x2040A0);
     ASSERT_NE(player, 0U);
-    m_set.Show("a\tAlpha\n",
-               {"faketime", "-f", "+0 x0.05", "sh", "-c", R"(echo $$; exec "$@")", "sh"});
+    m_set.Show("a\tAlpha\n", ClockAtSpeed("0.05"));
     ASSERT_TRUE(m_set.middleware().SeesSelected("a", "Alpha"));
     ASSERT_TRUE(m_set.WaitForFocusedRow());
-    ASSERT_TRUE(m_set.application().WaitForText("APPLIST v:"));
-    const int list = std::stoi(m_set.application().Output());
     m_set.screen().PressKey("Return");
     ASSERT_TRUE(m_set.screen().WaitUntil([&] { return m_set.screen().FocusedWindow() == player; }));
-    kill(list, SIGSTOP);
+    m_set.application().Signal(SIGSTOP);
     m_set.screen().ReleaseKey("Return");
     m_set.screen().TypeKey("x");
-    kill(list, SIGCONT);
+    m_set.application().Signal(SIGCONT);
     EXPECT_TRUE(
         m_set.screen().WaitUntil([&] { return m_set.screen().ReceivedKeys().size() >= 2; }));
     EXPECT_THAT(m_set.screen().ReceivedKeys(), ElementsAre("press x", "release x"));
@@ -134,27 +132,23 @@ TEST_F(LeavingTheScreen, GivesTheKeyboardBackAtOnceWhenNoKeyIsDown) {
 class LeavingSlowly : public LeavingTheScreen {
 protected:
     void SetUp() override {
-        m_faketime = m_set.StartApplication(
-            {"faketime", "-f", "+0 x0.01", "sh", "-c", R"(echo $$; exec "$@")", "sh"});
-        ASSERT_TRUE(m_faketime->WaitForText("APPLIST v:"));
-        ASSERT_TRUE(m_set.WaitForWindow()) << m_faketime->Errors();
+        m_application = m_set.StartApplication(ClockAtSpeed("0.01"));
+        ASSERT_TRUE(m_set.WaitForWindow()) << m_application->Errors();
     }
-    void Terminate() const { kill(std::stoi(m_faketime->Output()), SIGTERM); }
 
-    /// Starts the list, waits for it and exits with its status.
-    std::unique_ptr<ChildProcess> m_faketime;
+    std::unique_ptr<ChildProcess> m_application;
 };
 
 TEST_F(LeavingSlowly, IsNotWhatASignalDoes) {
-    Terminate();
-    EXPECT_EQ(m_faketime->WaitForExit(), 0);
+    m_application->Signal(SIGTERM);
+    EXPECT_EQ(m_application->WaitForExit(), 0);
 }
 
 TEST_F(LeavingSlowly, IsEndedByASignal) {
     m_set.screen().TypeKey("Escape");
     ASSERT_TRUE(WindowGoes());
-    Terminate();
-    EXPECT_EQ(m_faketime->WaitForExit(), 0);
+    m_application->Signal(SIGTERM);
+    EXPECT_EQ(m_application->WaitForExit(), 0);
 }
 
 }  // namespace

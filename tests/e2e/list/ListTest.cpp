@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/SteppedClock.h"
 #include "support/Television.h"
 
 namespace applist::test {
@@ -186,7 +187,7 @@ TEST(ASet, ShowsTheListWhenStandardOutputHasNoReader) {
 // The application's clock runs 50 times as fast, and the test presses no key.
 TEST(ASet, ClosesTheListAfterItsTimeLimitWithoutAKey) {
     Television set(ChildProcess::Environment{{"APPLIST_LOG", "debug"}});
-    const auto application = set.StartApplication({"faketime", "-f", "+0 x50"});
+    const auto application = set.StartApplication(ClockAtSpeed("50"));
     EXPECT_EQ(application->WaitForExit(), 0);
     EXPECT_THAT(application->Errors(), HasSubstr("Executed timer function"));
 }
