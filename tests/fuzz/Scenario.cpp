@@ -29,7 +29,9 @@ bool IsInside(const sim::ScenarioError& error, const std::vector<std::string_vie
 bool ReadsBack(const sim::Statement& statement) {
     const auto again = sim::ParseStatement(statement.text, statement.line);
     return again.statement && again.statement->text == statement.text &&
-           again.statement->action.index() == statement.action.index();
+           again.statement->action.kind == statement.action.kind &&
+           again.statement->action.comment == statement.action.comment &&
+           again.statement->action.busctl == statement.action.busctl;
 }
 
 // True if the statement names its bytes, which may be fewer than an id has.
@@ -56,15 +58,15 @@ std::optional<size_t> SizeOfHuge(const std::string& text) {
 // Large frames are skipped: they repeat the same few bytes and only take time.
 bool HasItsSize(const sim::Statement& statement) {
     constexpr size_t SMALL = 4096;
-    const auto* send = std::get_if<sim::Send>(&statement.action);
-    if (send == nullptr) {
+    const auto& message = statement.action.message;
+    if (!message) {
         return true;
     }
-    const auto huge = send->frame.call ? std::nullopt : SizeOfHuge(statement.text);
+    const auto huge = message->call ? std::nullopt : SizeOfHuge(statement.text);
     if (huge) {
-        return *huge > SMALL || send->frame.bytes(1).size() == std::max<size_t>(*huge, 4);
+        return *huge > SMALL || message->bytes(1).size() == std::max<size_t>(*huge, 4);
     }
-    const size_t size = send->frame.bytes(send->copies).size();
+    const size_t size = message->bytes(message->copies).size();
     return size >= 4 || IsRaw(statement.text);
 }
 

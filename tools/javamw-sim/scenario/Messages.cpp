@@ -74,7 +74,7 @@ Bytes EncodeCopy(const FunctionCall& call, unsigned copy) {
 }
 
 Action SendCall(const FunctionCall& call) {
-    return Send{.frame = {[call](unsigned copy) { return EncodeCopy(call, copy); }, call}};
+    return Sending(CallMessage(call));
 }
 
 template <Function function>
@@ -83,7 +83,7 @@ Action ReadCallOf(Cursor& cursor) {
 }
 
 Action SendRaw(const Bytes& bytes, bool asSignal = false) {
-    return Send{.frame = {[bytes](unsigned) { return bytes; }, std::nullopt}, .asSignal = asSignal};
+    return Sending({.bytes = [bytes](unsigned) { return bytes; }, .asSignal = asSignal});
 }
 
 Action ReadSendShort(Cursor& cursor) {
@@ -100,7 +100,7 @@ Action ReadSendHuge(Cursor& cursor) {
         bytes.insert(bytes.end(), id.begin(), id.end());
         return bytes;
     };
-    return Send{.frame = {encode, std::nullopt}};
+    return Sending({.bytes = encode});
 }
 
 // The engine is portable, but the distributions of the library are not.
@@ -117,7 +117,7 @@ Action ReadSendFlipped(Cursor& cursor) {
         }
         return bytes;
     };
-    return Send{.frame = {encode, std::nullopt}};
+    return Sending({.bytes = encode});
 }
 
 Action ReadSendCut(Cursor& cursor) {
@@ -129,7 +129,7 @@ Action ReadSendCut(Cursor& cursor) {
                     bytes.end() - WIRE_NUMBER_SIZE);
         return bytes;
     };
-    return Send{.frame = {encode, std::nullopt}};
+    return Sending({.bytes = encode});
 }
 
 const Rules SINGLE_MESSAGES{
@@ -151,21 +151,21 @@ const Rules SINGLE_MESSAGES{
      [](Cursor& cursor) { return SendRaw(cursor.Hex(), true); }},
 };
 
-Send ReadMessage(Cursor& cursor) {
-    return std::get<Send>(ReadByKeyword(cursor, SINGLE_MESSAGES, "a message"));
+Message ReadMessage(Cursor& cursor) {
+    return ReadByKeyword(cursor, SINGLE_MESSAGES, "a message").message.value_or(Message());
 }
 
 Action ReadPost(Cursor& cursor) {
-    Send send = ReadMessage(cursor);
-    send.awaitReply = false;
-    return send;
+    Message message = ReadMessage(cursor);
+    message.awaitReply = false;
+    return Sending(message);
 }
 
 Action ReadFlood(Cursor& cursor) {
     const uint32_t copies = cursor.Number("the number of messages", 1, MOST_COPIES);
-    Send send = ReadMessage(cursor);
-    send.copies = copies;
-    return send;
+    Message message = ReadMessage(cursor);
+    message.copies = copies;
+    return Sending(message);
 }
 
 }  // namespace
@@ -228,9 +228,9 @@ struct PendingCalls {
     std::string firstError;
     std::optional<Result<Bytes>> lastReply;
 
-    static void SendNext(const std::shared_ptr<PendingCalls>& calls, const Send& action,
+    static void SendNext(const std::shared_ptr<PendingCalls>& calls, const Message& message,
                          Middleware& middleware) {
-        middleware.link().Call(middleware.application(), action.frame.bytes(++calls->sent),
+        middleware.link().Call(middleware.application(), message.bytes(++calls->sent),
                                [calls](const Result<Bytes>& reply) { calls->Take(reply); });
     }
     void Take(const Result<Bytes>& reply) {
@@ -247,10 +247,10 @@ struct PendingCalls {
     }
 };
 
-Outcome Signal(const Send& action, Middleware& middleware) {
-    for (unsigned copy = 1; copy <= action.copies; ++copy) {
+Outcome Signal(const Message& message, Middleware& middleware) {
+    for (unsigned copy = 1; copy <= message.copies; ++copy) {
         const std::string error =
-            middleware.link().Emit(middleware.application(), action.frame.bytes(copy));
+            middleware.link().Emit(middleware.application(), message.bytes(copy));
         if (!error.empty()) {
             return Failed("the signal could not be sent: " + error);
         }
@@ -258,46 +258,42 @@ Outcome Signal(const Send& action, Middleware& middleware) {
     return Held();
 }
 
-Outcome JudgeReplies(const PendingCalls& calls, const Send& action, StatementRunner& runner) {
+Outcome JudgeReplies(const PendingCalls& calls, const Message& message, StatementRunner& runner) {
     const auto items = ItemsOf(*calls.lastReply);
     const std::string subject =
-        action.frame.call ? std::string(NameOf(action.frame.call->function)) : "the call";
+        message.call ? std::string(NameOf(message.call->function)) : "the call";
     if (calls.failed > 0) {
-        const std::string count = action.copies == 1
-                                      ? ""
-                                      : std::to_string(calls.failed) + " of " +
-                                            std::to_string(action.copies) + " times; first error: ";
+        const std::string count = message.copies == 1 ? ""
+                                                      : std::to_string(calls.failed) + " of " +
+                                                            std::to_string(message.copies) +
+                                                            " times; first error: ";
         return runner.errorExpected() ? Held()
                                       : Failed(subject + " failed: " + count + calls.firstError);
     }
-    return items || !action.frame.call
-               ? Outcome{Verdict::Held, "", items}
-               : Failed("the reply of " + subject + " is not a list of items");
+    return items || !message.call ? Outcome{Verdict::Held, "", items}
+                                  : Failed("the reply of " + subject + " is not a list of items");
 }
 
-}  // namespace
-
-Outcome Send::Run(StatementRunner& runner) const {
-    Outcome found = runner.FindApplication();
+Outcome Send(StatementRunner& runner, const Message& message) {
     Middleware& middleware = runner.acting().middleware;
-    if (!found.held() || asSignal) {
-        return found.held() ? Signal(*this, middleware) : found;
+    if (message.asSignal) {
+        return Signal(message, middleware);
     }
     const auto calls = std::make_shared<PendingCalls>();
-    if (!awaitReply) {
-        PendingCalls::SendNext(calls, *this, middleware);
+    if (!message.awaitReply) {
+        PendingCalls::SendNext(calls, message, middleware);
         return Held();
     }
-    while (calls->answered < copies) {
-        while (calls->sent < copies &&
+    while (calls->answered < message.copies) {
+        while (calls->sent < message.copies &&
                calls->sent - calls->answered < PendingCalls::MOST_UNDER_WAY) {
-            PendingCalls::SendNext(calls, *this, middleware);
+            PendingCalls::SendNext(calls, message, middleware);
         }
         const unsigned before = calls->answered;
         Outcome waited = runner.Await([&] { return calls->answered > before; }, runner.timeout(),
                                       "no reply within " + DescribeTime(runner.timeout()));
         if (waited.verdict == Verdict::Failed) {
-            calls->GiveUp(waited.problem, copies);
+            calls->GiveUp(waited.problem, message.copies);
             break;
         }
         if (!waited.held()) {
@@ -305,7 +301,20 @@ Outcome Send::Run(StatementRunner& runner) const {
         }
     }
     runner.acting().lastReply = calls->lastReply;
-    return JudgeReplies(*calls, *this, runner);
+    return JudgeReplies(*calls, message, runner);
+}
+
+}  // namespace
+
+Message CallMessage(const FunctionCall& call) {
+    return {.bytes = [call](unsigned copy) { return EncodeCopy(call, copy); }, .call = call};
+}
+
+Action Sending(const Message& message) {
+    return {.run = [message](StatementRunner& runner) { return Send(runner, message); },
+            .kind = Action::Kind::Sending,
+            .needs = Action::Needs::Application,
+            .message = message};
 }
 
 }  // namespace applist::sim

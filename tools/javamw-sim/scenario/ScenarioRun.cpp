@@ -83,7 +83,7 @@ constexpr size_t MOST_SEEN = 20;
 size_t PointsOf(const Scenario& scenario) {
     return static_cast<size_t>(
         std::count_if(scenario.statements.begin(), scenario.statements.end(),
-                      [](const Statement& statement) { return !IsSetting(statement.action); }));
+                      [](const Statement& statement) { return !statement.action.IsSetting(); }));
 }
 
 }  // namespace
@@ -141,7 +141,7 @@ void ScenarioRun::Play(const Scenario& scenario) {
 void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
     const Statement& statement = scenario.statements[index];
     const std::string where = scenario.file + ':' + std::to_string(statement.line);
-    const bool setting = IsSetting(statement.action);
+    const bool setting = statement.action.IsSetting();
     if (!m_failedAt.empty() && !m_options.keepGoing) {
         // A skipped statement still gets its point, because the plan has counted it.
         if (!setting) {
@@ -149,13 +149,13 @@ void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
         }
         return;
     }
-    if (const auto* note = std::get_if<Note>(&statement.action)) {
-        m_tap.Comment(note->text);
+    if (statement.action.comment) {
+        m_tap.Comment(*statement.action.comment);
     }
     // An error reply is not a failure of the call if the next statement expects that error.
     const bool errorExpected =
         index + 1 < scenario.statements.size() &&
-        std::holds_alternative<ExpectError>(scenario.statements[index + 1].action);
+        scenario.statements[index + 1].action.kind == Action::Kind::ErrorExpected;
     const Outcome outcome = m_runner->Execute(statement.action, errorExpected);
     if (!setting || outcome.verdict != Verdict::Held) {
         Take(outcome, where + ' ' + statement.text, where);

@@ -46,7 +46,7 @@ ExitCode Shell::Run() {
     OpenInput();
     WatchSignals();
     if (!m_options.offline) {
-        const Outcome joined = m_runner.Execute(Join());
+        const Outcome joined = m_runner.Execute({.run = &StatementRunner::Join});
         // Fail() does not end the shell of a person, so End() follows.
         if (joined.verdict == Verdict::NoBus) {
             Fail("join", joined.problem, ExitCode::NoBus);
@@ -141,7 +141,7 @@ void Shell::DoStatement(const Statement& statement) {
     if (m_loop.exitCode()) {
         return;
     }
-    if (!IsSetting(statement.action)) {
+    if (!statement.action.IsSetting()) {
         m_last = statement.action;
     }
     m_executing = true;
@@ -159,14 +159,14 @@ void Shell::Judge(const Statement& statement, const Outcome& outcome) {
                 for (const Item& item : *outcome.reply) {
                     Show(m_report.ItemOfReply(item));
                 }
-            } else if (m_person && !IsSetting(statement.action)) {
+            } else if (m_person && !statement.action.IsSetting()) {
                 Show(m_report.Held(statement.text));
             }
             break;
         case Verdict::Failed:
             // In a file the next line may expect this error, so the failure is kept until that line
             // is read.
-            if (!m_person && std::holds_alternative<Send>(statement.action) &&
+            if (!m_person && statement.action.kind == Action::Kind::Sending &&
                 HasError(m_runner.acting().lastReply)) {
                 m_pending = {statement, outcome.problem};
             } else {
@@ -185,7 +185,7 @@ void Shell::Judge(const Statement& statement, const Outcome& outcome) {
 
 void Shell::SettlePending(const Action* next) {
     const auto pending = std::exchange(m_pending, std::nullopt);
-    const bool expected = next != nullptr && std::holds_alternative<ExpectError>(*next);
+    const bool expected = next != nullptr && next->kind == Action::Kind::ErrorExpected;
     if (pending && !expected) {
         Fail(pending->statement.text, pending->problem, ExitCode::CallFailed,
              pending->statement.line);
@@ -195,8 +195,8 @@ void Shell::SettlePending(const Action* next) {
 void Shell::Learn(const Action& action, const Outcome& outcome) {
     // The ids that were sent or received complete the words of later lines.
     Items seen = outcome.reply.value_or(Items());
-    if (const auto* send = std::get_if<Send>(&action); send != nullptr && send->frame.call) {
-        const Items& sent = send->frame.call->items;
+    if (action.message && action.message->call) {
+        const Items& sent = action.message->call->items;
         seen.insert(seen.end(), sent.begin(), sent.end());
     }
     for (const Item& item : seen) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <glib.h>
-#include <type_traits>
 #include <utility>
 
 #include "link/Protocol.h"
@@ -36,13 +35,6 @@ std::string AsWritten(std::string_view text, size_t end) {
 }
 
 }  // namespace
-
-bool IsSetting(const Action& action) {
-    return std::holds_alternative<SetTimeout>(action) || std::holds_alternative<Note>(action) ||
-           std::holds_alternative<UseMiddleware>(action) ||
-           std::holds_alternative<PlanHandshake>(action) ||
-           std::holds_alternative<ForgetEvents>(action);
-}
 
 const std::vector<StatementForm>& StatementForms() {
     static const std::vector<StatementForm> FORMS = [] {
@@ -109,15 +101,10 @@ std::string ShellQuoted(const std::string& text) {
     return quoted;
 }
 
-Lines Busctl(const BusctlTarget& target, const std::string& rest) {
-    return std::vector{(target.address.empty()
-                            ? "busctl --system"
-                            : "busctl --address=" + ShellQuoted(target.address)) +
-                       rest};
-}
-
-Lines Monitor(const BusctlTarget& target, const std::string& match) {
-    return Busctl(target, " monitor --match=" + ShellQuoted("type='signal'," + match));
+std::string BusctlLine(const BusctlTarget& target, const std::string& rest) {
+    return (target.address.empty() ? "busctl --system"
+                                   : "busctl --address=" + ShellQuoted(target.address)) +
+           rest;
 }
 
 // The payload is an array of bytes for busctl: the count, then each byte.
@@ -130,63 +117,38 @@ std::string MessageLine(const Bytes& bytes, bool asSignal, const BusctlTarget& t
     for (const char byte : bytes) {
         line += ' ' + std::to_string(static_cast<uint8_t>(byte));
     }
-    return Busctl(target, line)->front();
+    return BusctlLine(target, line);
 }
 
-Lines BusctlFor(const Send& action, const BusctlTarget& target) {
+Lines MessageLines(const Message& message, const BusctlTarget& target) {
     if (target.application.empty()) {
         return Lines::Failure(
             "no application has announced itself; \"wait connected\" waits for one");
     }
     std::vector<std::string> lines;
-    for (unsigned copy = 1; copy <= std::min(action.copies, MOST_LINES); ++copy) {
-        const Bytes bytes = action.frame.bytes(copy);
+    for (unsigned copy = 1; copy <= std::min(message.copies, MOST_LINES); ++copy) {
+        const Bytes bytes = message.bytes(copy);
         if (bytes.size() > LONGEST_MESSAGE) {
             return Lines::Failure(std::to_string(bytes.size()) +
                                   " bytes are too many for a command line");
         }
-        lines.push_back(MessageLine(bytes, action.asSignal, target));
+        lines.push_back(MessageLine(bytes, message.asSignal, target));
     }
-    if (action.copies > MOST_LINES) {
-        lines.push_back("# and " + std::to_string(action.copies - MOST_LINES) + " more like these");
+    if (message.copies > MOST_LINES) {
+        lines.push_back("# and " + std::to_string(message.copies - MOST_LINES) +
+                        " more like these");
     }
     return lines;
-}
-
-// The bus releases the name when busctl exits after the call, which is the announcement.
-Lines BusctlFor(const Announce& action, const BusctlTarget& target) {
-    return Busctl(target,
-                  " call org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus "
-                  "RequestName su " +
-                      names::NameOf(names::CLIENT, action.announcement) + " 4");
-}
-
-Lines BusctlFor(const ExpectAnnouncement& /*action*/, const BusctlTarget& target) {
-    return Monitor(target,
-                   "sender='org.freedesktop.DBus',member='NameOwnerChanged',"
-                   "arg0namespace='org.vantu.JavaMW'");
-}
-
-template <typename Other>
-Lines BusctlFor(const Other& /*action*/, const BusctlTarget& target) {
-    constexpr bool LIST = std::is_same_v<Other, ExpectList> || std::is_same_v<Other, ExpectCount>;
-    if constexpr (LIST || std::is_same_v<Other, ExpectSelection>) {
-        const Function function = LIST ? Function::GetAllItems : Function::GetSelection;
-        return BusctlFor(
-            Send{.frame = {[=](unsigned) { return EncodeCall(function, {}); }, std::nullopt}},
-            target);
-    } else if constexpr (std::is_same_v<Other, ExpectEvent> ||
-                         std::is_same_v<Other, ExpectNoEvent>) {
-        return Monitor(target, std::string("interface='") + names::INTERFACE + "'");
-    } else {
-        return Lines::Failure("busctl cannot do this");
-    }
 }
 
 }  // namespace
 
 Result<std::vector<std::string>> BusctlLines(const Action& action, const BusctlTarget& target) {
-    return std::visit([&target](const auto& known) { return BusctlFor(known, target); }, action);
+    if (action.message) {
+        return MessageLines(*action.message, target);
+    }
+    return action.busctl.empty() ? Lines::Failure("busctl cannot do this")
+                                 : Lines(std::vector{BusctlLine(target, action.busctl)});
 }
 
 }  // namespace applist::sim

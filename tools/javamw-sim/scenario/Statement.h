@@ -7,14 +7,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "Result.h"
 #include "link/Handshake.h"
 #include "link/Protocol.h"
 
-/// The language of scenarios. A statement is a value of one of the types below. Stage.cpp,
+/// The language of scenarios. A statement is parsed to an action, which runs it. Stage.cpp,
 /// Messages.cpp and Expectations.cpp contain both the syntax and the effect of their statements.
 namespace applist::sim {
 
@@ -23,150 +22,43 @@ struct Outcome;
 
 using Duration = std::chrono::milliseconds;
 
-// --- settings ---
-
-/// Sets the default timeout of waits, replies and expectations.
-struct SetTimeout {
-    Duration duration{};
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Prints a comment in the results.
-struct Note {
-    std::string text;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Selects the acting middleware. Each has its own connection.
-struct UseMiddleware {
-    std::string name;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Sets the plan for announcements of the acting middleware; for all of them if announcement is
-/// absent.
-struct PlanHandshake {
-    std::optional<Announcement> announcement;
-    unsigned times = 1;  ///< 0 to skip it.
-    Duration delay{};
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Drops the events and announcements received so far.
-struct ForgetEvents {
-    Outcome Run(StatementRunner& runner) const;
-};
-
-// --- the bus ---
-
-/// Connects to the bus and begins the handshake, unless already connected.
-struct Join {
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Closes the connection without further messages.
-struct Vanish {
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Leaves the bus and joins it under a new unique name.
-struct Restart {
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Announces now and ignores the plan.
-struct Announce {
-    Announcement announcement{};
-    Outcome Run(StatementRunner& runner) const;
-};
-
-// --- messages ---
-
 /// A valid call of a function.
 struct FunctionCall {
     Function function{};
     Items items;
 };
+
 /// A valid or invalid message to the application.
-struct Frame {
+struct Message {
     /// Returns the bytes of copy number copy, from 1, of a message that is sent several times.
     /// "{n}" in ids and names of items becomes that number, and a seed increases by one per copy.
     std::function<Bytes(unsigned copy)> bytes;
-    std::optional<FunctionCall> call;  ///< Absent if the message may be invalid.
-};
-/// Sends a frame as a call, or as a signal.
-struct Send {
-    Frame frame;
+    std::optional<FunctionCall> call{};  ///< Absent if the message may be invalid.
     bool asSignal = false;
     unsigned copies = 1;
     bool awaitReply = true;  ///< Calls only.
-    Outcome Run(StatementRunner& runner) const;
 };
 
-// --- waits and expectations; within: the timeout if absent ---
+/// What a statement does.
+struct Action {
+    enum class Kind {
+        Setting,        ///< Only changes a setting and cannot fail.
+        Sending,        ///< Sends its message.
+        ErrorExpected,  ///< Expects that the last call failed.
+        Other,
+    };
+    enum class Needs { Nothing, Bus, Application };
 
-/// Waits for this time.
-struct WaitFor {
-    Duration duration{};
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Waits until an application is connected.
-struct WaitForConnection {
-    bool connected = true;  ///< False waits for the disconnection.
-    std::optional<Duration> within;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Expects these as the next events, without others in between.
-struct ExpectEvent {
-    Event event{};
-    unsigned times = 1;
-    std::optional<Duration> within;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Expects that no event is pending and that none arrives during this time.
-struct ExpectNoEvent {
-    Duration duration{};
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Expects this as the next announcement of the application.
-struct ExpectAnnouncement {
-    Announcement announcement{};
-    std::optional<Duration> within;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Matches an item by its id, and by its name if given.
-struct ItemPattern {
-    std::string id;
-    std::optional<std::string> name;
+    /// Called by StatementRunner::Execute() when what it needs is there.
+    std::function<Outcome(StatementRunner& runner)> run;
+    Kind kind = Kind::Other;
+    Needs needs = Needs::Nothing;
+    std::optional<Message> message{};  ///< What it sends, or the call whose reply it checks.
+    std::string busctl{};  ///< Arguments with which busctl does the same; empty if it cannot.
+    std::optional<std::string> comment{};  ///< A comment in the results.
 
-    bool operator==(const ItemPattern&) const = default;
+    bool IsSetting() const { return kind == Kind::Setting; }
 };
-/// Expects exactly these items in this order.
-struct ExpectList {
-    std::vector<ItemPattern> items;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Expects this number of items in the list.
-struct ExpectCount {
-    size_t count = 0;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Expects this item as the selection.
-struct ExpectSelection {
-    std::optional<ItemPattern> item;  ///< Absent if no item must be selected.
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Expects these items, or these bytes, in the last reply.
-struct ExpectReply {
-    std::variant<std::vector<ItemPattern>, Bytes> content;
-    Outcome Run(StatementRunner& runner) const;
-};
-/// Expects that the last call failed with an error that contains text.
-struct ExpectError {
-    std::string text;
-    Outcome Run(StatementRunner& runner) const;
-};
-
-using Action = std::variant<SetTimeout, Note, UseMiddleware, PlanHandshake, ForgetEvents, Join,
-                            Vanish, Restart, Announce, Send, WaitFor, WaitForConnection,
-                            ExpectEvent, ExpectNoEvent, ExpectAnnouncement, ExpectList, ExpectCount,
-                            ExpectSelection, ExpectReply, ExpectError>;
-
-/// True if the statement only changes a setting and cannot fail.
-bool IsSetting(const Action& action);
 
 /// A parsed statement.
 struct Statement {

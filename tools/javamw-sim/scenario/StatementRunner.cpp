@@ -44,13 +44,24 @@ StatementRunner::StatementRunner(std::string address, Middleware::Observer obser
 Outcome StatementRunner::Execute(const Action& action, bool errorExpected) {
     m_errorExpected = errorExpected;
     Outcome outcome =
-        m_interrupted ? Outcome{Verdict::Interrupted, "interrupted"}
-                      : std::visit([this](const auto& known) { return known.Run(*this); }, action);
+        m_interrupted ? Outcome{Verdict::Interrupted, "interrupted"} : Provide(action.needs);
+    if (outcome.held()) {
+        outcome = action.run(*this);
+    }
     // One interrupt ends one statement, so that the shell can run the next one.
     if (outcome.verdict == Verdict::Interrupted) {
         m_interrupted = false;
     }
     return outcome;
+}
+
+Outcome StatementRunner::Provide(Action::Needs needs) {
+    const Outcome joined = needs == Action::Needs::Nothing ? Held() : Join();
+    const bool missing =
+        needs == Action::Needs::Application && m_acting->middleware.application().empty();
+    return joined.held() && missing
+               ? Failed("no application has announced itself; \"wait connected\" waits for one")
+               : joined;
 }
 
 void StatementRunner::FinishChoices() {
@@ -81,13 +92,6 @@ Outcome StatementRunner::Join() {
         problem = middleware.busProblem();
     }
     return problem.empty() ? Held() : Outcome{Verdict::NoBus, problem};
-}
-
-Outcome StatementRunner::FindApplication() {
-    Outcome joined = Join();
-    return joined.held() && m_acting->middleware.application().empty()
-               ? Failed("no application has announced itself; \"wait connected\" waits for one")
-               : joined;
 }
 
 Outcome StatementRunner::Await(const std::function<bool()>& done, Duration patience,

@@ -74,8 +74,8 @@ public:
     /// else the main context runs, but not for announcements and denied names.
     StatementRunner(std::string address, Middleware::Observer observer);
 
-    /// Joins the bus if the statement needs it. If errorExpected, a failed call is not a failure,
-    /// because the next statement checks the error.
+    /// Runs a statement after it has joined the bus, if the statement needs it. If errorExpected, a
+    /// failed call is not a failure, because the next statement checks the error.
     Outcome Execute(const Action& action, bool errorExpected = false);
 
     /// Ends the current statement, or the next one if none is running. May be called from a
@@ -96,13 +96,12 @@ public:
     bool errorExpected() const { return m_errorExpected; }
     /// Lets the acting middleware join the bus, unless it has joined.
     Outcome Join();
-    /// Calls Join(), and fails if no application is known then.
-    Outcome FindApplication();
     /// Runs the main context until done returns true. Fails with the text otherwise after patience.
     Outcome Await(const std::function<bool()>& done, Duration patience,
                   const std::string& otherwise);
 
 private:
+    Outcome Provide(Action::Needs needs);
     ScenarioMiddleware& MiddlewareNamed(const std::string& name);
 
     std::string m_address;

@@ -366,7 +366,7 @@ Action ReadByKeyword(Cursor& cursor, const Rules& rules, const std::string& what
     }
     const std::string word = cursor.Text(what);
     cursor.Refuse("'" + word + "' is not " + what);
-    return rules.front().read(cursor);
+    return {};
 }
 
 }  // namespace applist::sim

@@ -36,6 +36,12 @@ struct SplitLine {
 /// word begins a comment. Accepts any bytes.
 SplitLine SplitWords(std::string_view line);
 
+/// Matches an item by its id, and by its name if given.
+struct ItemPattern {
+    std::string id;
+    std::optional<std::string> name;
+};
+
 /// Takes the words of a line one by one, each as an expected kind. Keeps the first error. After an
 /// error everything taken is empty and no other error is reported, so a grammar needs no error
 /// handling.
@@ -100,6 +106,11 @@ struct Rule {
     Action (*read)(Cursor&);
 };
 using Rules = std::vector<Rule>;
+
+/// Returns the action that calls a function or sends other bytes.
+Action Sending(const Message& message);
+/// Returns the message of a call, whose items are numbered by copy.
+Message CallMessage(const FunctionCall& call);
 
 // Each table is in the file of its statements, in the order of the manual.
 const Rules& StageRules();

@@ -170,6 +170,23 @@ TEST_F(Scenario, PrintsAnUnexpectedReply) {
                 HasSubstr("the selection is a=A"));
 }
 
+TEST_F(Scenario, MatchesItemsByTheirIdAndByTheirNameIfGiven) {
+    const auto list = m_set.StartList();
+    const std::string begin = "wait connected\n";
+    EXPECT_THAT(Play(begin + "expect selection none\nadd none=N empty=\ncall GetAllItems\n"
+                             "expect reply none empty=\nexpect list none=N \"empty\"\n"
+                             "select none\nexpect selection \"none\"\nexpect selection none=N\n",
+                     SUCCESS),
+                HasSubstr("1..9\n"));
+    EXPECT_THAT(Play(begin + "expect list empty\n", FAILED), HasSubstr("none=N, empty= (2)"));
+    EXPECT_THAT(Play(begin + "expect list none=M empty\n", FAILED), HasSubstr("not ok 2"));
+    EXPECT_THAT(Play(begin + "expect selection none\n", FAILED), HasSubstr("is none=N"));
+    Play(begin +
+             "clear\nexpect reply empty\nadd a=\ncall GetSelection\n"
+             "expect reply hex 00000000 01 00000061\n",
+         SUCCESS);
+}
+
 TEST_F(Scenario, EndsWithTheBus) {
     const auto list = m_set.StartList();
     const auto run = Start({m_set.File("it", "wait connected\nwait 1min\nclear\n")});

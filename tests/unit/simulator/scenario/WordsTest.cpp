@@ -102,5 +102,16 @@ TEST(Words, RefuseControlBytesAndBareBackslashes) {
     EXPECT_EQ(Error("a\\n"), "2: a backslash is allowed only in quotes");
 }
 
+TEST(Cursor, TakesTimesInThreeUnits) {
+    const SplitLine line = SplitWords("200ms 5s 2min within 3s");
+    Cursor cursor(line);
+    EXPECT_EQ(cursor.Time(), Duration(200));
+    EXPECT_EQ(cursor.Time(), Duration(5000));
+    EXPECT_EQ(cursor.Time(), Duration(120000));
+    EXPECT_EQ(cursor.Within(), Duration(3000));
+    EXPECT_EQ(cursor.Within(), std::nullopt);
+    EXPECT_TRUE(cursor.AtEnd());
+}
+
 }  // namespace
 }  // namespace applist::sim
