@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "CallbackGuard.h"
 #include "app.h"
+#include "link/Connection.h"
 
 namespace applist::headless {
 namespace {
@@ -35,18 +35,15 @@ std::unique_ptr<Life> Life::Start(const OnChange& onChange, std::string& problem
 Life::Life(Connection connection, OnChange onChange)
     : m_onChange(std::move(onChange)),
       m_connection(std::move(connection)),
+      m_whenClosed(sim::WhenClosed(m_connection.get(), m_onChange)),
       m_traffic(m_connection.get(), m_onChange) {
     g_running = this;
-    g_signal_connect_swapped(m_connection.get(), "closed", G_CALLBACK(OnClosed), this);
-}
-
-void Life::OnClosed(Life* life) {
-    GuardCallback([life] { life->m_onChange(); });
 }
 
 Life::~Life() {
-    g_signal_handlers_disconnect_by_data(m_connection.get(), this);
     g_running = nullptr;
+    // Closing the connection at the end of a life is not a loss of the bus.
+    m_whenClosed.Release();
 }
 
 std::string Life::Name() const {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "FocusedList.h"
+#include "GlibHandles.h"
 #include "Traffic.h"
 #include "applist/AppList.h"
 #include "applist/DefaultAppListControl.h"
@@ -53,11 +54,11 @@ private:
     using Connection = std::unique_ptr<GDBusConnection, Release>;
 
     Life(Connection connection, OnChange onChange);
-    static void OnClosed(Life* life);
 
     OnChange m_onChange;
     bool m_endAsked = false;
     Connection m_connection;
+    Registration m_whenClosed;
     Traffic m_traffic;
     // In the order in which the program creates them.
     DefaultAppListModel m_items;

@@ -3,113 +3,57 @@
 #include "Traffic.h"
 
 #include <algorithm>
-#include <mutex>
-#include <string_view>
+#include <utility>
 
 #include "CallbackGuard.h"
-#include "ipc/javamw-dbus-local.h"
 
 namespace applist::headless {
-
-struct Traffic::Shared {
-    std::function<void()> onChange;
-    std::mutex mutex;
-    Counts counts;
-
-    void Take(GDBusMessage* message, bool incoming);
-};
-
 namespace {
 
-// The event that completes a handshake, as the application sends it.
-constexpr std::string_view LOCAL_CREATED("\4\0\0\0", 4);
+using sim::MessageKind;
 
-bool IsLocalCreated(GDBusMessage* message) {
-    GVariant* body = g_dbus_message_get_body(message);
-    if (body == nullptr || !g_variant_is_of_type(body, G_VARIANT_TYPE("(ay)"))) {
-        return false;
-    }
-    g_autoptr(GVariant) bytes = g_variant_get_child_value(body, 0);
-    gsize size = 0;
-    const auto* data =
-        static_cast<const char*>(g_variant_get_fixed_array(bytes, &size, sizeof(char)));
-    return std::string_view(data, size) == LOCAL_CREATED;
-}
-
-/// Returns the unique name that has left the bus, or an empty string for any other message.
-std::string LostName(GDBusMessage* message) {
-    GVariant* body = g_dbus_message_get_body(message);
-    const char* name = "";
-    const char* oldOwner = "";
-    const char* newOwner = "";
-    if (body != nullptr && g_variant_is_of_type(body, G_VARIANT_TYPE("(sss)"))) {
-        g_variant_get(body, "(&s&s&s)", &name, &oldOwner, &newOwner);
-    }
-    return *newOwner == '\0' && *name == ':' ? name : "";
-}
-
-bool Is(GDBusMessage* message, GDBusMessageType type, const char* member) {
-    return g_dbus_message_get_message_type(message) == type &&
-           g_strcmp0(g_dbus_message_get_member(message), member) == 0;
+bool IsLocalCreated(const sim::RecordedMessage& message) {
+    const auto event = sim::DecodeNotification(message.bytes);
+    return event && event->event == sim::Event::LocalCreated && event->payloadSize == 0;
 }
 
 }  // namespace
 
-void Traffic::Shared::Take(GDBusMessage* message, bool incoming) {
-    const std::lock_guard lock(mutex);
-    auto& partners = counts.partners;
-    if (incoming) {
-        if (Is(message, G_DBUS_MESSAGE_TYPE_METHOD_CALL, JavaMWDbusLocal::JAVAMW_DBUS_OBJ_METHOD)) {
-            ++counts.calls;
-        } else if (Is(message, G_DBUS_MESSAGE_TYPE_SIGNAL, "NameOwnerChanged")) {
-            std::erase(partners, LostName(message));
-        }
-        return;
-    }
-    if (Is(message, G_DBUS_MESSAGE_TYPE_SIGNAL, JavaMWDbusLocal::JAVAMW_DBUS_SIG_NAME)) {
-        ++counts.events;
-        const std::string partner = g_dbus_message_get_destination(message);
-        if (IsLocalCreated(message) &&
-            std::find(partners.begin(), partners.end(), partner) == partners.end()) {
-            partners.push_back(partner);
-        }
-    }
-}
-
 Traffic::Traffic(GDBusConnection* connection, std::function<void()> onChange)
-    : m_connection(connection), m_shared(std::make_shared<Shared>()) {
-    m_shared->onChange = std::move(onChange);
-    m_filter = g_dbus_connection_add_filter(
-        m_connection, OnMessage, new std::shared_ptr<Shared>(m_shared),
-        [](void* data) { delete static_cast<std::shared_ptr<Shared>*>(data); });
-}
-
-Traffic::~Traffic() {
-    g_dbus_connection_remove_filter(m_connection, m_filter);
-}
+    : m_onChange(std::move(onChange)),
+      m_tap(connection, sim::TrafficTap::Use::Participant,
+            [this](const sim::RecordedMessage& message) { Take(message); }) {}
 
 Traffic::Counts Traffic::Read() const {
-    const std::lock_guard lock(m_shared->mutex);
-    return m_shared->counts;
+    const std::lock_guard lock(m_mutex);
+    return m_counts;
 }
 
-GDBusMessage* Traffic::OnMessage(GDBusConnection* /*connection*/, GDBusMessage* message,
-                                 int incoming, void* data) {
-    GuardCallback([&] {
-        const auto& shared = *static_cast<std::shared_ptr<Shared>*>(data);
-        shared->Take(message, incoming != FALSE);
-        // Announced after every message, because an "await" may wait for its effect on the list.
-        g_idle_add_full(
-            G_PRIORITY_DEFAULT_IDLE,
-            [](void* announced) {
-                GuardCallback(
-                    [&] { (*static_cast<std::shared_ptr<Shared>*>(announced))->onChange(); });
-                return G_SOURCE_REMOVE;
-            },
-            new std::shared_ptr<Shared>(shared),
-            [](void* announced) { delete static_cast<std::shared_ptr<Shared>*>(announced); });
-    });
-    return message;
+void Traffic::Take(const sim::RecordedMessage& message) {
+    {
+        const std::lock_guard lock(m_mutex);
+        auto& partners = m_counts.partners;
+        if (message.kind == MessageKind::Call) {
+            ++m_counts.calls;
+        } else if (message.kind == MessageKind::Left) {
+            std::erase(partners, message.from);
+        } else if (message.kind == MessageKind::Signal && message.side == sim::Side::Application) {
+            ++m_counts.events;
+            // The event completes a handshake. It is repeated if both sides start together.
+            if (IsLocalCreated(message) &&
+                std::find(partners.begin(), partners.end(), message.to) == partners.end()) {
+                partners.push_back(message.to);
+            }
+        }
+    }
+    using Action = std::function<void()>;
+    g_idle_add_full(
+        G_PRIORITY_DEFAULT_IDLE,
+        [](void* action) {
+            GuardCallback(*static_cast<Action*>(action));
+            return G_SOURCE_REMOVE;
+        },
+        new Action(m_onChange), [](void* action) { delete static_cast<Action*>(action); });
 }
 
 }  // namespace applist::headless

@@ -3,16 +3,16 @@
 #pragma once
 
 #include <functional>
-#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
-#include <gio/gio.h>
+#include "recording/Traffic.h"
 
 namespace applist::headless {
 
-/// Observes the messages of the application's connection. The bus library's thread calls the
-/// filter; all functions here are for the main thread.
+/// Observes the messages of the application's connection. For the main thread; the bus library's
+/// thread only calls Take().
 class Traffic {
 public:
     struct Counts {
@@ -23,23 +23,20 @@ public:
         std::vector<std::string> partners;
     };
 
-    /// Observes from now on. Calls onChange in the default main context after the partners have
-    /// changed, possibly after this object has been destroyed.
+    /// Observes from now on. Calls onChange in the default main context after each message,
+    /// possibly after this object has been destroyed. connection must outlive this object.
     Traffic(GDBusConnection* connection, std::function<void()> onChange);
-    ~Traffic();
-    Traffic(const Traffic&) = delete;
-    Traffic& operator=(const Traffic&) = delete;
 
     Counts Read() const;
 
 private:
-    struct Shared;
-    static GDBusMessage* OnMessage(GDBusConnection* connection, GDBusMessage* message, int incoming,
-                                   void* data);
+    void Take(const sim::RecordedMessage& message);
 
-    GDBusConnection* m_connection;
-    std::shared_ptr<Shared> m_shared;
-    unsigned m_filter;
+    std::function<void()> m_onChange;
+    mutable std::mutex m_mutex;
+    Counts m_counts;
+    // The last member, because its callback uses the others.
+    sim::TrafficTap m_tap;
 };
 
 }  // namespace applist::headless

@@ -7,7 +7,7 @@
 #include "link/Protocol.h"
 #include "middleware/MainLoop.h"
 #include "middleware/Session.h"
-#include "recording/Traffic.h"
+#include "recording/RecordingFile.h"
 #include "shared/Output.h"
 
 namespace applist::sim {

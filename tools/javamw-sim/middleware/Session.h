@@ -11,7 +11,7 @@
 #include "middleware/Middleware.h"
 #include "middleware/Report.h"
 #include "recording/Recording.h"
-#include "recording/Traffic.h"
+#include "recording/RecordingFile.h"
 
 namespace applist::sim {
 

@@ -8,8 +8,10 @@
 #include <string>
 #include <string_view>
 
+#include "GlibHandles.h"
 #include "Result.h"
 #include "recording/Recording.h"
+#include "recording/Traffic.h"
 
 /// The text form of a recording: one JSON object on each line.
 ///
@@ -61,6 +63,27 @@ private:
     std::unique_ptr<FILE, CloseFile> m_file;
     size_t m_count = 0;
     std::string m_error;
+};
+
+/// Records the traffic of one connection to a file.
+class SessionRecorder {
+public:
+    /// A participant also records its own announcements. connection must outlive the recorder. A
+    /// failure names the file.
+    static Result<std::unique_ptr<SessionRecorder>> Start(GDBusConnection* connection,
+                                                          TrafficTap::Use use,
+                                                          const std::string& file);
+    SessionRecorder(GDBusConnection* connection, TrafficTap::Use use, RecordingFile file);
+
+    /// Ends the recording. Returns the first write error, or an empty string. Call only once.
+    std::string Finish();
+    /// Number of messages in the file. REQUIRES: finished.
+    size_t count() const { return m_file.count(); }
+
+private:
+    RecordingFile m_file;
+    Registration m_announcements;
+    std::unique_ptr<TrafficTap> m_tap;
 };
 
 /// True iff bytes begin like a capture of a whole bus, pcapng or pcap, with any link type.

@@ -243,41 +243,4 @@ GDBusMessage* TrafficTap::cb_Message(GDBusConnection* /*connection*/, GDBusMessa
     return message;
 }
 
-namespace {
-
-// Common prefix of all handshake names.
-constexpr const char* NAMESPACE = "org.vantu.JavaMW";
-
-}  // namespace
-
-Result<std::unique_ptr<SessionRecorder>> SessionRecorder::Start(GDBusConnection* connection,
-                                                                TrafficTap::Use use,
-                                                                const std::string& file) {
-    using Started = Result<std::unique_ptr<SessionRecorder>>;
-    auto created = RecordingFile::Create(file);
-    if (!created) {
-        return Started::Failure(created.error());
-    }
-    return Started(std::make_unique<SessionRecorder>(connection, use, std::move(*created)));
-}
-
-SessionRecorder::SessionRecorder(GDBusConnection* connection, TrafficTap::Use use,
-                                 RecordingFile file)
-    : m_file(std::move(file)),
-      m_tap(std::make_unique<TrafficTap>(
-          connection, use, [this](const RecordedMessage& message) { m_file.Write(message); })) {
-    if (use == TrafficTap::Use::Participant) {
-        // The bus reports names only to subscribers. The tap sees the resulting signals.
-        m_announcements =
-            Subscribe(connection, OwnerChangesOf(NAMESPACE, true), [](const auto&, GVariant*) {});
-    }
-}
-
-std::string SessionRecorder::Finish() {
-    m_announcements.Release();
-    // The tap writes in another thread until it is destroyed. The error is complete only then.
-    m_tap.reset();
-    return m_file.error();
-}
-
 }  // namespace applist::sim

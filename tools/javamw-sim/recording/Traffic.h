@@ -10,11 +10,9 @@
 #include <string>
 #include <utility>
 
-#include "GlibHandles.h"
-#include "Result.h"
-#include "link/Connection.h"
+#include <gio/gio.h>
+
 #include "recording/Recording.h"
-#include "recording/RecordingFile.h"
 
 namespace applist::sim {
 
@@ -81,27 +79,6 @@ private:
     GDBusConnection* m_connection;
     std::shared_ptr<State> m_state;
     unsigned m_filter = 0;
-};
-
-/// Records the traffic of one connection to a file.
-class SessionRecorder {
-public:
-    /// A participant also records its own announcements. connection must outlive the recorder. A
-    /// failure names the file.
-    static Result<std::unique_ptr<SessionRecorder>> Start(GDBusConnection* connection,
-                                                          TrafficTap::Use use,
-                                                          const std::string& file);
-    SessionRecorder(GDBusConnection* connection, TrafficTap::Use use, RecordingFile file);
-
-    /// Ends the recording. Returns the first write error, or an empty string. Call only once.
-    std::string Finish();
-    /// Number of messages in the file. REQUIRES: finished.
-    size_t count() const { return m_file.count(); }
-
-private:
-    RecordingFile m_file;
-    Registration m_announcements;
-    std::unique_ptr<TrafficTap> m_tap;
 };
 
 }  // namespace applist::sim
