@@ -44,10 +44,10 @@ std::string CheckChanges(KeyFile& file) {
         expected.at(changed) = Encode(int32_t{-7});
         file.Set(GROUP, KEYS.at(changed), *expected.at(changed));
         const auto again = KeyFile::Parse(file.Text());
-        if (!again.value) {
-            return "a changed file cannot be read: " + again.problem;
+        if (!again) {
+            return "a changed file cannot be read: " + again.error();
         }
-        if (ValuesOf(*again.value) != expected) {
+        if (ValuesOf(*again) != expected) {
             return "a change touched more than its value";
         }
     }
@@ -61,18 +61,18 @@ std::string CheckSettingsFile(std::string_view bytes) {
         return "a setting's text does not read back";
     }
     auto file = KeyFile::Parse(bytes);
-    if (file.value.has_value() != file.problem.empty()) {
+    if (static_cast<bool>(file) != file.error().empty()) {
         return "a file is read and damaged, or neither";
     }
-    if (!file.value) {
+    if (!file) {
         return {};
     }
-    const Values values = ValuesOf(*file.value);
+    const Values values = ValuesOf(*file);
     if (!std::all_of(values.begin(), values.end(),
                      [](const auto& value) { return ReadsBack(value.value_or("")); })) {
         return "a setting of the file does not read back";
     }
-    return CheckChanges(*file.value);
+    return CheckChanges(*file);
 }
 
 std::vector<std::string> SettingsFileSeeds() {

@@ -10,10 +10,10 @@
 
 #include "Known.h"
 #include "PlatformSettings.h"
+#include "Result.h"
 #include "app_control.h"
 #include "data/FilePaths.h"
 #include "data/KeyTable.h"
-#include "data/Reading.h"
 #include "shared/Output.h"
 
 namespace applist::desktop {
@@ -103,12 +103,12 @@ struct Destroy {
 using LaunchRequest = std::unique_ptr<app_control_s, Destroy>;
 
 /// Parses KEY=VALUE. The value may be empty and may contain '='.
-Reading<Pair> ParsePair(const std::string& word) {
+Result<Pair> ParsePair(const std::string& word) {
     const size_t sign = word.find('=');
     if (sign == std::string::npos || sign == 0) {
-        return {{}, "extra data '" + word + "' is not KEY=VALUE"};
+        return Result<Pair>::Failure("extra data '" + word + "' is not KEY=VALUE");
     }
-    return {Pair(word.substr(0, sign), word.substr(sign + 1)), {}};
+    return Pair(word.substr(0, sign), word.substr(sign + 1));
 }
 
 bool Fill(app_control_h request, const std::string& id, const std::vector<Pair>& data) {
@@ -139,10 +139,10 @@ int Launch(const Arguments& given) {
     std::vector<Pair> data;
     for (size_t i = 1; i < given.words().size(); ++i) {
         auto pair = ParsePair(given.words()[i]);
-        if (!pair.value) {
-            return Complain(pair.problem, WRONG_USAGE);
+        if (!pair) {
+            return Complain(pair.error(), WRONG_USAGE);
         }
-        data.push_back(std::move(*pair.value));
+        data.push_back(std::move(*pair));
     }
     return Send(id, data) ? DONE : Complain("application '" + id + "' was not launched", FAILED);
 }

@@ -16,12 +16,11 @@ namespace applist::desktop {
 namespace {
 
 int PrintDatum(const Datum& datum, const std::string& subject, bool json) {
-    const Reading<Setting>& reading = datum.reading;
-    if (!reading.value) {
-        return Complain(reading.problem.empty() ? subject + " is not set" : reading.problem,
-                        FAILED);
+    const auto value = datum.value();
+    if (!value) {
+        return Complain(datum.reading ? subject + " is not set" : datum.reading.error(), FAILED);
     }
-    return Print(json ? tools::JsonText(ObjectOf(datum)) : ValueText(*reading.value) + '\n');
+    return Print(json ? tools::JsonText(ObjectOf(datum)) : ValueText(*value) + '\n');
 }
 
 int Finish(const Failure& failure) {
@@ -58,61 +57,59 @@ Exit PrintJson(const std::vector<Datum>& data) {
 
 tools::Json ObjectOf(const Datum& datum) {
     tools::Json object{{"name", datum.name}, {"type", datum.type}, {"value", nullptr}};
-    if (datum.reading.value) {
-        std::visit([&](auto value) { object["value"] = value; }, *datum.reading.value);
+    if (const auto stored = datum.value()) {
+        std::visit([&](auto value) { object["value"] = value; }, *stored);
     }
     return object;
 }
 
 int GetSetting(const Arguments& given) {
     const auto known = FindSetting(given.words()[0]);
-    return known.value ? PrintDatum(ReadDatum(*known.value), known.value->key, given.Has("json"))
-                       : Complain(known.problem, WRONG_USAGE);
+    return known ? PrintDatum(ReadDatum(*known), known->key, given.Has("json"))
+                 : Complain(known.error(), WRONG_USAGE);
 }
 
 int SetSetting(const Arguments& given) {
     const auto known = FindSetting(given.words()[0]);
-    if (!known.value) {
-        return Complain(known.problem, WRONG_USAGE);
+    if (!known) {
+        return Complain(known.error(), WRONG_USAGE);
     }
-    const auto setting = ParseSetting(*known.value, given.words()[1], given.words()[2]);
-    return setting.value ? Finish(WriteSetting(known.value->key, *setting.value))
-                         : Complain(setting.problem, WRONG_USAGE);
+    const auto setting = ParseSetting(*known, given.words()[1], given.words()[2]);
+    return setting ? Finish(WriteSetting(known->key, *setting))
+                   : Complain(setting.error(), WRONG_USAGE);
 }
 
 int UnsetSetting(const Arguments& given) {
     const auto known = FindSetting(given.words()[0]);
-    return known.value ? Finish(RemoveSetting(known.value->key))
-                       : Complain(known.problem, WRONG_USAGE);
+    return known ? Finish(RemoveSetting(known->key)) : Complain(known.error(), WRONG_USAGE);
 }
 
 // Only the region's item is known.
 int GetFactoryItem(const Arguments& given) {
     const auto id = FindFactoryItem(given.words()[0]);
-    return id.value ? PrintDatum(ReadRegionDatum(), "factory item " + std::to_string(*id.value),
-                                 given.Has("json"))
-                    : Complain(id.problem, WRONG_USAGE);
+    return id ? PrintDatum(ReadRegionDatum(), "factory item " + std::to_string(*id),
+                           given.Has("json"))
+              : Complain(id.error(), WRONG_USAGE);
 }
 
 int SetFactoryItem(const Arguments& given) {
     const auto id = FindFactoryItem(given.words()[0]);
-    if (!id.value) {
-        return Complain(id.problem, WRONG_USAGE);
+    if (!id) {
+        return Complain(id.error(), WRONG_USAGE);
     }
     const auto value = ParseFactoryValue(given.words()[1]);
-    return value.value ? Finish(WriteFactoryItem(*id.value, *value.value))
-                       : Complain(value.problem, WRONG_USAGE);
+    return value ? Finish(WriteFactoryItem(*id, *value)) : Complain(value.error(), WRONG_USAGE);
 }
 
 int UnsetFactoryItem(const Arguments& given) {
     const auto id = FindFactoryItem(given.words()[0]);
-    return id.value ? Finish(RemoveFactoryItem(*id.value)) : Complain(id.problem, WRONG_USAGE);
+    return id ? Finish(RemoveFactoryItem(*id)) : Complain(id.error(), WRONG_USAGE);
 }
 
 int SetRegion(const Arguments& given) {
     const auto region = FindRegion(given.words()[0]);
-    return region.value ? Finish(WriteFactoryItem(ID_LOCALSET, region.value->factoryValue))
-                        : Complain(region.problem, WRONG_USAGE);
+    return region ? Finish(WriteFactoryItem(ID_LOCALSET, region->factoryValue))
+                  : Complain(region.error(), WRONG_USAGE);
 }
 
 int ListData(const Arguments& given) {
@@ -120,8 +117,8 @@ int ListData(const Arguments& given) {
     // Problems are printed after the values, so that one damaged file does not hide the rest.
     Exit status = given.Has("json") ? PrintJson(data) : PrintText(data);
     for (const Datum& datum : data) {
-        if (!datum.reading.problem.empty()) {
-            status = Complain(datum.reading.problem, FAILED);
+        if (!datum.reading) {
+            status = Complain(datum.reading.error(), FAILED);
         }
     }
     return status;

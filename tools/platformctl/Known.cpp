@@ -30,42 +30,41 @@ std::string Names(const Table& table, Name name, const std::string& separator = 
     return names;
 }
 
-Reading<Setting> ParseBool(const std::string& value) {
+Result<Setting> ParseBool(const std::string& value) {
     if (value == "true" || value == "1") {
-        return {true, {}};
+        return Setting(true);
     }
     if (value == "false" || value == "0") {
-        return {false, {}};
+        return Setting(false);
     }
-    return {{}, "value " + Quoted(value) + " is not a bool: true, false, 1 or 0"};
+    return Result<Setting>::Failure("value " + Quoted(value) +
+                                    " is not a bool: true, false, 1 or 0");
 }
 
-Reading<int32_t> ParseInt(const std::string& value) {
+Result<int32_t> ParseInt(const std::string& value) {
     const auto number = ParseNumber(value);
-    if (!number) {
-        return {{}, "value " + Quoted(value) + " is not a 32-bit number"};
-    }
-    return {number, {}};
+    return number ? Result(*number)
+                  : Result<int32_t>::Failure("value " + Quoted(value) + " is not a 32-bit number");
 }
 
-Reading<Setting> ParseRanged(const KnownSetting& setting, const std::string& value) {
+Result<Setting> ParseRanged(const KnownSetting& setting, const std::string& value) {
     const auto number = ParseInt(value);
-    if (!number.value) {
-        return {{}, number.problem};
+    if (!number) {
+        return Result<Setting>::Failure(number.error());
     }
-    if (*number.value < setting.least || *number.value > setting.most) {
-        return {{},
-                "value " + value + " is out of range for " + setting.key + ": " +
-                    std::to_string(setting.least) + " to " + std::to_string(setting.most)};
+    if (*number < setting.least || *number > setting.most) {
+        return Result<Setting>::Failure("value " + value + " is out of range for " + setting.key +
+                                        ": " + std::to_string(setting.least) + " to " +
+                                        std::to_string(setting.most));
     }
     // In 64 bits, because the difference of two 32-bit numbers may overflow.
-    if ((int64_t{*number.value} - setting.least) % setting.step != 0) {
-        return {{},
-                "value " + value + " is not valid for " + setting.key + ": " +
-                    std::to_string(setting.least) + " to " + std::to_string(setting.most) +
-                    " in steps of " + std::to_string(setting.step)};
+    if ((int64_t{*number} - setting.least) % setting.step != 0) {
+        return Result<Setting>::Failure("value " + value + " is not valid for " + setting.key +
+                                        ": " + std::to_string(setting.least) + " to " +
+                                        std::to_string(setting.most) + " in steps of " +
+                                        std::to_string(setting.step));
     }
-    return {*number.value, {}};
+    return Setting(*number);
 }
 
 }  // namespace
@@ -101,71 +100,69 @@ std::string RegionNames(const std::string& separator) {
         KnownRegions(), [](const auto& known) { return known.name; }, separator);
 }
 
-Reading<KnownSetting> FindSetting(const std::string& key) {
+Result<KnownSetting> FindSetting(const std::string& key) {
     const auto settings = KnownSettings();
     const auto found = std::find_if(settings.begin(), settings.end(),
                                     [&](const KnownSetting& known) { return known.key == key; });
     if (found == settings.end()) {
-        return {{},
-                "unknown setting " + Quoted(key) +
-                    "; known: " + Names(settings, [](const auto& known) { return known.key; })};
+        return Result<KnownSetting>::Failure(
+            "unknown setting " + Quoted(key) +
+            "; known: " + Names(settings, [](const auto& known) { return known.key; }));
     }
-    return {*found, {}};
+    return *found;
 }
 
-Reading<int> FindFactoryItem(const std::string& id) {
+Result<int> FindFactoryItem(const std::string& id) {
     // The program reads only this item.
     if (ParseNumber(id) != ID_LOCALSET) {
-        return {{},
-                "unknown factory item " + Quoted(id) + "; known: " + std::to_string(ID_LOCALSET)};
+        return Result<int>::Failure("unknown factory item " + Quoted(id) +
+                                    "; known: " + std::to_string(ID_LOCALSET));
     }
-    return {ID_LOCALSET, {}};
+    return ID_LOCALSET;
 }
 
-Reading<KnownRegion> FindRegion(const std::string& name) {
+Result<KnownRegion> FindRegion(const std::string& name) {
     const auto regions = KnownRegions();
     const auto found = std::find_if(regions.begin(), regions.end(),
                                     [&](const KnownRegion& known) { return known.name == name; });
     if (found == regions.end()) {
-        return {{}, "unknown region " + Quoted(name) + "; known: " + RegionNames(", ")};
+        return Result<KnownRegion>::Failure("unknown region " + Quoted(name) +
+                                            "; known: " + RegionNames(", "));
     }
-    return {*found, {}};
+    return *found;
 }
 
-Reading<Setting> ParseSetting(const KnownSetting& setting, const std::string& type,
-                              const std::string& value) {
+Result<Setting> ParseSetting(const KnownSetting& setting, const std::string& type,
+                             const std::string& value) {
     if (type != "bool" && type != "int") {
-        return {{}, "unknown type " + Quoted(type) + "; known: bool, int"};
+        return Result<Setting>::Failure("unknown type " + Quoted(type) + "; known: bool, int");
     }
     if (type != TypeName(setting.type)) {
-        return {
-            {},
-            "setting " + setting.key + " is of type " + TypeName(setting.type) + ", not " + type};
+        return Result<Setting>::Failure("setting " + setting.key + " is of type " +
+                                        TypeName(setting.type) + ", not " + type);
     }
     return type == "bool" ? ParseBool(value) : ParseRanged(setting, value);
 }
 
-Reading<int32_t> ParseFactoryValue(const std::string& value) {
+Result<int32_t> ParseFactoryValue(const std::string& value) {
     return ParseInt(value);
 }
 
 Datum ReadDatum(const KnownSetting& setting) {
     Datum datum{setting.key, TypeName(setting.type), ReadSetting(setting.key)};
-    const auto& value = datum.reading.value;
+    const auto value = datum.value();
     // A settings file may hold a value of another type than the program reads.
     if (value && value->index() != setting.type.index()) {
-        datum.reading = {{},
-                         "setting " + setting.key + " is stored as " + TypeName(*value) +
-                             ", not as " + datum.type};
+        datum.reading = StoredSetting::Failure("setting " + setting.key + " is stored as " +
+                                               TypeName(*value) + ", not as " + datum.type);
     }
     return datum;
 }
 
 Datum ReadRegionDatum() {
     const auto item = ReadFactoryItem(ID_LOCALSET);
-    return {"factory " + std::to_string(ID_LOCALSET),
-            "int",
-            {item.value ? std::optional<Setting>(*item.value) : std::nullopt, item.problem}};
+    return {"factory " + std::to_string(ID_LOCALSET), "int",
+            item ? StoredSetting(*item) : StoredSetting::Failure(item.error())};
 }
 
 std::string ValueText(const Setting& setting) {
@@ -175,11 +172,11 @@ std::string ValueText(const Setting& setting) {
     return std::to_string(std::get<int32_t>(setting));
 }
 
-std::string ValueText(const Reading<Setting>& reading) {
-    if (reading.value) {
-        return ValueText(*reading.value);
+std::string ValueText(const StoredSetting& reading) {
+    if (!reading) {
+        return "unreadable";
     }
-    return reading.problem.empty() ? "not set" : "unreadable";
+    return *reading ? ValueText(**reading) : "not set";
 }
 
 }  // namespace applist::desktop

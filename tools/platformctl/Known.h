@@ -3,10 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
-#include "data/Reading.h"
+#include "Result.h"
 #include "data/SettingsStore.h"
 #include "shared/Output.h"
 
@@ -38,22 +39,28 @@ std::span<const KnownRegion> KnownRegions();
 /// Returns the names of all regions, separated by separator: "italy|brazil|...".
 std::string RegionNames(const std::string& separator);
 
-/// Parse words of the command line. If a word is invalid, the problem says why.
-Reading<KnownSetting> FindSetting(const std::string& key);
-Reading<int> FindFactoryItem(const std::string& id);
-Reading<KnownRegion> FindRegion(const std::string& name);
-Reading<Setting> ParseSetting(const KnownSetting& setting, const std::string& type,
-                              const std::string& value);
-Reading<int32_t> ParseFactoryValue(const std::string& value);
+/// Parse words of the command line. If a word is invalid, the failure says why.
+Result<KnownSetting> FindSetting(const std::string& key);
+Result<int> FindFactoryItem(const std::string& id);
+Result<KnownRegion> FindRegion(const std::string& name);
+Result<Setting> ParseSetting(const KnownSetting& setting, const std::string& type,
+                             const std::string& value);
+Result<int32_t> ParseFactoryValue(const std::string& value);
+
+/// The result of reading a setting, which need not be set.
+using StoredSetting = Result<std::optional<Setting>>;
 
 /// A setting or a factory item as the program reads it.
 struct Datum {
     std::string name;
     std::string type;  ///< "bool" or "int".
-    Reading<Setting> reading;
+    StoredSetting reading;
+
+    /// Returns the value if it is set and can be read.
+    std::optional<Setting> value() const { return reading ? *reading : std::nullopt; }
 };
 
-/// Reads a setting like the program does: a value of another type is a problem.
+/// Reads a setting like the program does: a value of another type is a failure.
 Datum ReadDatum(const KnownSetting& setting);
 
 /// Reads the factory item that holds the region.
@@ -65,6 +72,6 @@ tools::Json ObjectOf(const Datum& datum);
 /// Returns "true", "false" or the number.
 std::string ValueText(const Setting& setting);
 /// Returns the value's text, "not set" or "unreadable".
-std::string ValueText(const Reading<Setting>& reading);
+std::string ValueText(const StoredSetting& reading);
 
 }  // namespace applist::desktop

@@ -17,14 +17,14 @@ constexpr const char* MENU_KEY = "menu/system/application-list";
 
 /// Returns a setting's value, or 0 if it cannot be read, as in the decision itself.
 int NumberOf(const std::string& key) {
-    const auto value = ReadDatum(*FindSetting(key).value).reading.value;
+    const auto value = ReadDatum(*FindSetting(key)).value();
     return value ? std::visit([](auto number) { return static_cast<int>(number); }, *value) : 0;
 }
 
 /// Returns the inputs of the decision. If the region cannot be read, GetLocalSet() is not called:
 /// it would wait for five seconds, as the decision already did.
 Circumstances ReadCircumstances(const Datum& region) {
-    return {region.reading.value ? PlatformSettings::GetLocalSet() : LOCAL_NONE_OF,
+    return {region.value() ? PlatformSettings::GetLocalSet() : LOCAL_NONE_OF,
             NumberOf(PlatformSettings::DATA_SERVICE_KEY),
             NumberOf(PlatformSettings::AUTORUN_DATA_SERVICE_KEY) != 0,
             NumberOf(PlatformSettings::AUTOSTART_APP) != 0};
@@ -42,7 +42,7 @@ Explanation Explain(bool shown) {
     Explanation explanation{shown, {ReadRegionDatum()}, {}};
     const Circumstances circumstances = ReadCircumstances(explanation.facts[0]);
     for (const std::string& key : DecidingSettings(circumstances)) {
-        explanation.facts.push_back(ReadDatum(*FindSetting(key).value));
+        explanation.facts.push_back(ReadDatum(*FindSetting(key)));
     }
     if (shown) {
         return explanation;
@@ -82,7 +82,7 @@ void PrintJson(const Explanation& explanation) {
 }  // namespace
 
 int PrintVisible(const Arguments& given) {
-    if (!ReadRegionDatum().reading.value) {
+    if (!ReadRegionDatum().value()) {
         static_cast<void>(std::fputs(
             "platformctl: the region is not set; the decision takes about five seconds\n", stderr));
     }
@@ -92,8 +92,8 @@ int PrintVisible(const Arguments& given) {
     given.Has("json") ? PrintJson(explanation) : PrintText(explanation);
     // The commands cannot change a damaged file, so the reason is printed as well.
     for (const auto& [name, type, reading] : explanation.facts) {
-        if (!reading.problem.empty()) {
-            Complain(reading.problem, DONE);
+        if (!reading) {
+            Complain(reading.error(), DONE);
         }
     }
     return DONE;

@@ -20,36 +20,35 @@ constexpr const char* GROUP = "items";
 constexpr int FACTORY_DATA_FAILED = -1;
 
 int Get(int id, void* buffer) {
-    const auto reading = ReadFactoryItem(id);
-    if (!reading.problem.empty()) {
-        LOG_ERROR("%s", reading.problem.c_str());
+    const auto item = ReadFactoryItem(id);
+    if (!item) {
+        LOG_ERROR("%s", item.error().c_str());
     }
-    if (!reading.value) {
+    if (!item || !*item) {
         return FACTORY_DATA_FAILED;
     }
     // memcpy, because the caller's untyped buffer need not be aligned for an int32_t.
-    std::memcpy(buffer, &*reading.value, sizeof(int32_t));
+    std::memcpy(buffer, &**item, sizeof(int32_t));
     return FACTORY_DATA_INTEGER;
 }
 
 }  // namespace
 
-Reading<int32_t> ReadFactoryItem(int id) {
+Result<std::optional<int32_t>> ReadFactoryItem(int id) {
+    using Found = Result<std::optional<int32_t>>;
     const std::string path = FactoryDataPath();
     const auto file = KeyFile::Load(path);
-    if (!file.value) {
-        return {{}, file.problem};
+    if (!file) {
+        return Found::Failure(file.error());
     }
-    const auto text = file.value->Get(GROUP, std::to_string(id));
-    // Neither value nor problem: a set need not have the item.
+    const auto text = file->Get(GROUP, std::to_string(id));
     if (!text) {
-        return {};
+        return Found(std::nullopt);
     }
     const auto number = ParseNumber(*text);
-    if (!number) {
-        return {{}, path + ": factory item " + std::to_string(id) + " is not a 32-bit number"};
-    }
-    return {number, {}};
+    return number ? Found(number)
+                  : Found::Failure(path + ": factory item " + std::to_string(id) +
+                                   " is not a 32-bit number");
 }
 
 Failure WriteFactoryItem(int id, int32_t value) {

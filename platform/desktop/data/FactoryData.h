@@ -3,16 +3,18 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
-#include "data/Reading.h"
+#include "Result.h"
+#include "data/KeyFile.h"
 
 /// Storage of the factory items that GetDataDirect() reads. Only factory tools write them. Any
 /// thread, any number of processes; each call reads the file again.
 namespace applist::desktop {
 
-/// Reads one item. A damaged file, or an item that is not a 32-bit number, is reported as a
-/// problem.
-Reading<int32_t> ReadFactoryItem(int id);
+/// Reads one item, or nothing if the set does not have it. Fails if the file is damaged or the item
+/// is not a 32-bit number; the failure names the file.
+Result<std::optional<int32_t>> ReadFactoryItem(int id);
 
 /// Stores an item and replaces its previous value. Fails if the file cannot be read or replaced.
 Failure WriteFactoryItem(int id, int32_t value);

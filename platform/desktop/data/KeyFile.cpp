@@ -89,37 +89,34 @@ void KeyFile::Free::operator()(GKeyFile* file) const {
 
 KeyFile::KeyFile() : m_file(g_key_file_new()) {}
 
-Reading<KeyFile> KeyFile::Parse(std::string_view content) {
+Result<KeyFile> KeyFile::Parse(std::string_view content) {
     // A file system may leave zero bytes after a power loss. The parser would take the first one
     // for the end of the file and drop the rest without an error.
     if (content.find('\0') != std::string_view::npos) {
-        return {{}, "damaged: contains zero bytes"};
+        return Result<KeyFile>::Failure("damaged: contains zero bytes");
     }
     KeyFile file;
     g_autoptr(GError) error = nullptr;
     if (g_key_file_load_from_data(file.m_file.get(), content.data(), content.size(),
                                   G_KEY_FILE_KEEP_COMMENTS, &error) == FALSE) {
-        return {{}, std::string("damaged: ") + error->message};
+        return Result<KeyFile>::Failure(std::string("damaged: ") + error->message);
     }
-    return {std::move(file), {}};
+    return file;
 }
 
-Reading<KeyFile> KeyFile::Load(const std::string& path) {
+Result<KeyFile> KeyFile::Load(const std::string& path) {
     g_autofree char* content = nullptr;
     gsize length = 0;
     g_autoptr(GError) error = nullptr;
     if (g_file_get_contents(path.c_str(), &content, &length, &error) == FALSE) {
         // A missing file counts as empty, because the first write creates it.
         if (g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) {
-            return {KeyFile(), {}};
+            return KeyFile();
         }
-        return {{}, path + ": cannot be read: " + error->message};
+        return Result<KeyFile>::Failure(path + ": cannot be read: " + error->message);
     }
     auto parsed = Parse({content, length});
-    if (!parsed.value) {
-        parsed.problem.insert(0, path + ": ");
-    }
-    return parsed;
+    return parsed ? std::move(parsed) : Result<KeyFile>::Failure(path + ": " + parsed.error());
 }
 
 std::optional<std::string> KeyFile::Get(const char* group, const std::string& key) const {
@@ -157,11 +154,11 @@ Failure UpdateKeyFile(const std::string& path, const std::function<void(KeyFile&
     // Read only after locking, so that changes of other writers are included.
     auto file = KeyFile::Load(path);
     // Writing would discard what a damaged file still contains.
-    if (!file.value) {
-        return file.problem + "; not changed, repair or remove it first";
+    if (!file) {
+        return file.error() + "; not changed, repair or remove it first";
     }
-    change(*file.value);
-    return Replace(path, file.value->Text());
+    change(*file);
+    return Replace(path, file->Text());
 }
 
 }  // namespace applist::desktop

@@ -8,21 +8,25 @@
 #include <string>
 #include <string_view>
 
-#include "data/Reading.h"
+#include "Result.h"
 
 using GKeyFile = struct _GKeyFile;
 
 namespace applist::desktop {
 
+/// The result of a change: nothing on success, else the reason for the failure. A failed change
+/// leaves everything as it was.
+using Failure = std::optional<std::string>;
+
 /// The parsed content of one of the port's files: groups of keys with values. Comments and unknown
 /// groups are kept. One thread at a time.
 class KeyFile {
 public:
-    /// Parses content; reports a problem if it is not a key file.
-    static Reading<KeyFile> Parse(std::string_view content);
+    /// Parses content; fails if it is not a key file.
+    static Result<KeyFile> Parse(std::string_view content);
     /// Reads the file at path; a missing file gives an empty key file. Takes no lock: files are
     /// replaced as a whole, so a reader sees either the old state or the new one.
-    static Reading<KeyFile> Load(const std::string& path);
+    static Result<KeyFile> Load(const std::string& path);
 
     /// Returns the value as written in the file, without surrounding blanks, or nothing if the key
     /// is missing.

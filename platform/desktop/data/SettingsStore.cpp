@@ -20,15 +20,16 @@ constexpr const char* GROUP = "settings";
 constexpr std::string_view BOOL_TAG = "bool:";
 constexpr std::string_view INT_TAG = "int:";
 
-/// Returns the path of the file that holds key, or a problem if key is in neither group.
-Reading<std::string> FileOf(const std::string& key) {
+/// Returns the path of the file that holds key. Fails if key is in neither group.
+Result<std::string> FileOf(const std::string& key) {
     if (key.starts_with("db/")) {
-        return {PersistentSettingsPath(), {}};
+        return PersistentSettingsPath();
     }
     if (key.starts_with("memory/")) {
-        return {VolatileSettingsPath(), {}};
+        return VolatileSettingsPath();
     }
-    return {{}, "setting '" + key + "' is neither under db/ nor under memory/"};
+    return Result<std::string>::Failure("setting '" + key +
+                                        "' is neither under db/ nor under memory/");
 }
 
 // Other characters, such as '=' or a line end, have a meaning in a key file.
@@ -44,7 +45,7 @@ Failure Update(const std::string& key, const std::function<void(KeyFile&)>& chan
         return "setting '" + key + "' has characters that cannot be stored";
     }
     const auto path = FileOf(key);
-    return path.value ? UpdateKeyFile(*path.value, change) : Failure(path.problem);
+    return path ? UpdateKeyFile(*path, change) : Failure(path.error());
 }
 
 /// Returns the value of a setting that a set need not store, or nothing for any other key.
@@ -62,22 +63,19 @@ std::optional<Setting> DefaultOf(std::string_view key) {
 /// logs it with a description of the setting.
 template <typename Type>
 int Get(const char* key, int* value) {
-    auto reading = ReadSetting(key);
-    if (!reading.problem.empty()) {
-        LOG_ERROR("%s", reading.problem.c_str());
+    const auto stored = ReadSetting(key);
+    if (!stored) {
+        LOG_ERROR("%s", stored.error().c_str());
         return -1;
     }
     // A stored value takes precedence over the default.
-    if (!reading.value) {
-        reading.value = DefaultOf(key);
-    }
-    if (!reading.value) {
+    const std::optional<Setting> setting = *stored ? *stored : DefaultOf(key);
+    if (!setting) {
         return -1;
     }
-    const auto* typed = std::get_if<Type>(&*reading.value);
+    const auto* typed = std::get_if<Type>(&*setting);
     if (typed == nullptr) {
-        LOG_ERROR("setting '%s' is of type %s, not %s", key, TypeName(*reading.value),
-                  TypeName(Type()));
+        LOG_ERROR("setting '%s' is of type %s, not %s", key, TypeName(*setting), TypeName(Type()));
         return -1;
     }
     *value = *typed;
@@ -88,17 +86,17 @@ int Get(const char* key, int* value) {
 // logged once and treated as unset.
 template <typename Type, typename Accept>
 Type ReadOr(const char* key, Type fallback, const char* expected, Accept accept) {
-    const Reading<Setting> setting = ReadSetting(key);
-    if (!setting.problem.empty()) {
-        LOG_ERROR("%s", setting.problem.c_str());
+    const auto setting = ReadSetting(key);
+    if (!setting) {
+        LOG_ERROR("%s", setting.error().c_str());
     }
-    if (!setting.value) {
+    if (!setting || !*setting) {
         return fallback;
     }
-    const Type* value = std::get_if<Type>(&*setting.value);
+    const Type* value = std::get_if<Type>(&**setting);
     if (value == nullptr || !accept(*value)) {
-        LOG_ERROR("setting '%s' is %s, not %s; the default is used", key,
-                  Encode(*setting.value).c_str(), expected);
+        LOG_ERROR("setting '%s' is %s, not %s; the default is used", key, Encode(**setting).c_str(),
+                  expected);
         return fallback;
     }
     return *value;
@@ -135,26 +133,26 @@ const char* TypeName(const Setting& setting) {
     return std::holds_alternative<bool>(setting) ? "bool" : "int";
 }
 
-Reading<Setting> ReadSetting(const std::string& key) {
+Result<std::optional<Setting>> ReadSetting(const std::string& key) {
+    using Found = Result<std::optional<Setting>>;
     const auto path = FileOf(key);
-    if (!path.value) {
-        return {{}, path.problem};
+    if (!path) {
+        return Found::Failure(path.error());
     }
     // Read again on each call, because another process may have changed the file.
-    const auto file = KeyFile::Load(*path.value);
-    if (!file.value) {
-        return {{}, file.problem};
+    const auto file = KeyFile::Load(*path);
+    if (!file) {
+        return Found::Failure(file.error());
     }
-    const auto text = file.value->Get(GROUP, key);
+    const auto text = file->Get(GROUP, key);
     // A missing setting is not a problem here, because Get() may have a default for it.
     if (!text) {
-        return {};
+        return Found(std::nullopt);
     }
     const auto setting = Decode(*text);
-    if (!setting) {
-        return {{}, *path.value + ": setting '" + key + "' does not have a bool or int value"};
-    }
-    return {setting, {}};
+    return setting ? Found(setting)
+                   : Found::Failure(*path + ": setting '" + key +
+                                    "' does not have a bool or int value");
 }
 
 Failure WriteSetting(const std::string& key, Setting setting) {

@@ -3,11 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
-#include "data/Reading.h"
+#include "Result.h"
+#include "data/KeyFile.h"
 
 /// Storage of the settings that vconf_get_bool() and vconf_get_int() read. Only the set's menus
 /// write them. Any thread, any number of processes; each call reads the files again.
@@ -36,10 +38,10 @@ inline constexpr const char* SPEECH_KEY = "db/menu/accessibility/speech";
 /// Returns "bool" or "int".
 const char* TypeName(const Setting& setting);
 
-/// Reads one setting as it is stored: the defaults that vconf_get_bool() and vconf_get_int() return
-/// for optional settings are not applied. Reports a problem if key is neither under "db/" nor under
-/// "memory/", or if the file or the value is damaged.
-Reading<Setting> ReadSetting(const std::string& key);
+/// Reads one setting as it is stored, or nothing if it is not: the defaults that vconf_get_bool()
+/// and vconf_get_int() return for optional settings are not applied. Fails if key is neither under
+/// "db/" nor under "memory/", or if the file or the value is damaged; the failure names the file.
+Result<std::optional<Setting>> ReadSetting(const std::string& key);
 
 /// Stores a setting and replaces its previous value, whatever type that had.
 ///

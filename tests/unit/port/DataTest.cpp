@@ -79,7 +79,7 @@ TEST_F(SettingsStore, KeepsPersistentAndVolatileKeysApart) {
 TEST_F(SettingsStore, ReplacesAValueOfAnotherType) {
     ASSERT_EQ(WriteSetting("db/a", true), std::nullopt);
     ASSERT_EQ(WriteSetting("db/a", 5), std::nullopt);
-    EXPECT_EQ(ReadSetting("db/a").value, Setting(5));
+    EXPECT_EQ(*ReadSetting("db/a"), Setting(5));
 }
 
 TEST_F(SettingsStore, KeepsTheRestOfTheFile) {
@@ -89,7 +89,7 @@ TEST_F(SettingsStore, KeepsTheRestOfTheFile) {
     for (const char* kept : {"# by hand", "# why", "db/a=int:1", "[other]", "key=value"}) {
         EXPECT_THAT(content, HasSubstr(kept));
     }
-    EXPECT_EQ(ReadSetting("db/b").value, Setting(2));
+    EXPECT_EQ(*ReadSetting("db/b"), Setting(2));
 }
 
 TEST_F(SettingsStore, DoesNotGrowWithEachWrite) {
@@ -102,7 +102,7 @@ TEST_F(SettingsStore, DoesNotGrowWithEachWrite) {
 TEST_F(SettingsStore, ReadsALastLineWithoutItsEnd) {
     for (const char* end : {"", "\r", "\n", "\r\n"}) {
         m_root.Write(PERSISTENT, std::string("[settings]\ndb/a=int:5") + end);
-        EXPECT_EQ(ReadSetting("db/a").value, Setting(5));
+        EXPECT_EQ(*ReadSetting("db/a"), Setting(5));
     }
 }
 
@@ -111,9 +111,9 @@ TEST_F(SettingsStore, RemovesAKeyAndNoOther) {
     ASSERT_EQ(WriteSetting("db/b", 2), std::nullopt);
     EXPECT_EQ(RemoveSetting("db/a"), std::nullopt);
     EXPECT_EQ(RemoveSetting("db/never"), std::nullopt);
-    EXPECT_EQ(ReadSetting("db/a").value, std::nullopt);
-    EXPECT_EQ(ReadSetting("db/a").problem, "");
-    EXPECT_EQ(ReadSetting("db/b").value, Setting(2));
+    EXPECT_EQ(*ReadSetting("db/a"), std::nullopt);
+    EXPECT_EQ(ReadSetting("db/a").error(), "");
+    EXPECT_EQ(*ReadSetting("db/b"), Setting(2));
 }
 
 TEST_F(SettingsStore, LeavesOnlyItsFileAndTheLock) {
@@ -136,7 +136,7 @@ TEST_F(SettingsStore, ReadsAnUnsetOptionalSettingAsItsDefault) {
     m_value = 77;
     EXPECT_EQ(vconf_get_int("memory/javamw/autostart-app", &m_value), 0);
     EXPECT_EQ(m_value, 0);
-    EXPECT_EQ(ReadSetting("memory/javamw/autostart-app").value, std::nullopt);
+    EXPECT_EQ(*ReadSetting("memory/javamw/autostart-app"), std::nullopt);
     EXPECT_THAT(Log(), ElementsAre());
 }
 
@@ -260,7 +260,7 @@ TEST_F(SettingsStore, LosesNothingOfManyWriters) {
     }
     for (int writer = 0; writer < WRITERS; ++writer) {
         for (int i = 0; i < WRITES; ++i) {
-            EXPECT_EQ(ReadSetting("db/" + std::to_string(writer) + "/" + std::to_string(i)).value,
+            EXPECT_EQ(*ReadSetting("db/" + std::to_string(writer) + "/" + std::to_string(i)),
                       Setting(i));
         }
     }
