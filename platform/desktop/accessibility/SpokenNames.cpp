@@ -9,8 +9,7 @@
 
 #include "CallbackGuard.h"
 #include "list/ListPanel.h"
-#include "toolkit-internals/AccessibleObjects.h"
-#include "toolkit-internals/KeyFilter.h"
+#include "toolkit-internals/AccessibilityBridge.h"
 
 namespace applist::desktop {
 namespace {

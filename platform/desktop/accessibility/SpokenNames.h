@@ -8,7 +8,7 @@
 
 #include "display/EventHandler.h"
 #include "list/News.h"
-#include "toolkit-internals/AccessibleObjects.h"
+#include "toolkit-internals/AccessibilityBridge.h"
 
 namespace applist::desktop {
 

@@ -20,8 +20,8 @@
 #include "display/Theme.h"
 #include "i18n_text.h"
 #include "list/ListFocus.h"
-#include "toolkit-internals/DefaultTheme.h"
-#include "toolkit-internals/FrameMemory.h"
+#include "toolkit-internals/FrameDrawing.h"
+#include "toolkit-internals/ToolkitFiles.h"
 
 namespace applist::desktop {
 namespace {

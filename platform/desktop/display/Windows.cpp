@@ -11,7 +11,7 @@
 
 #include "CallbackGuard.h"
 #include "display/Screen.h"
-#include "toolkit-internals/FirstFrame.h"
+#include "toolkit-internals/FrameDrawing.h"
 
 namespace applist::desktop {
 namespace {

@@ -21,7 +21,7 @@
 #include "launch/SessionBus.h"
 #include "lock/CallFilter.h"
 #include "lock/FileRules.h"
-#include "toolkit-internals/FontFolders.h"
+#include "toolkit-internals/ToolkitFiles.h"
 
 namespace applist::desktop {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "support/Picture.h"
 #include "support/XDisplay.h"
-#include "toolkit-internals/FirstFrame.h"
+#include "toolkit-internals/FrameDrawing.h"
 
 namespace applist::test {
 namespace {

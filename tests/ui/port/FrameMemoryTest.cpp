@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "support/XDisplay.h"
-#include "toolkit-internals/FrameMemory.h"
+#include "toolkit-internals/FrameDrawing.h"
 
 // Last, because they define macros with common names.
 #include <X11/Xutil.h>

@@ -7,8 +7,9 @@
 
 typedef struct _Efl_Access_Event_Handler Efl_Access_Event_Handler;
 
-/// The toolkit's objects as a screen reader sees them. The toolkit's interface for this is a beta
-/// one, which a later release may change. Main thread only, while the toolkit is running.
+/// The toolkit's bridge to a screen reader: the objects as the reader sees them, and the keys that
+/// the bridge sends to it. The toolkit's interface for the objects is a beta one, which a later
+/// release may change. Main thread only, while the toolkit is running.
 namespace applist::desktop {
 
 /// Sets the name that a reader speaks for an object. REQUIRES: name is valid UTF-8. The
@@ -49,5 +50,17 @@ private:
     Function m_added;
     Efl_Access_Event_Handler* m_handler;
 };
+
+/// Makes event filters that are added from now on unable to discard events.
+///
+/// The toolkit's accessibility bridge adds an event filter that sends every key to the screen
+/// reader and then discards the key, whatever the reader replies, so that no key would work while a
+/// reader is on. The program therefore replaces the toolkit's ecore_event_filter_add() with a
+/// version whose filters see every event but always pass it on.
+void KeepFilteredEvents();
+
+/// Returns true if a filter has been added since then. The bridge adds its filter once it is
+/// connected.
+bool FilterWasAdded();
 
 }  // namespace applist::desktop
