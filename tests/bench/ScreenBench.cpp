@@ -53,8 +53,6 @@ public:
     }
     Series(const Series&) = delete;
     Series& operator=(const Series&) = delete;
-    Series(Series&&) = delete;
-    Series& operator=(Series&&) = delete;
 
 private:
     std::string m_measure;

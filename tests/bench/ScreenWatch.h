@@ -32,8 +32,6 @@ public:
     ~ScreenWatch();
     ScreenWatch(const ScreenWatch&) = delete;
     ScreenWatch& operator=(const ScreenWatch&) = delete;
-    ScreenWatch(ScreenWatch&&) = delete;
-    ScreenWatch& operator=(ScreenWatch&&) = delete;
 
     /// The current pixels of the strip that starts at x.
     Strip Grab(int x);

@@ -13,7 +13,6 @@
 
 #include "e2e/faults/FaultTest.h"
 #include "e2e/faults/RandomCalls.h"
-#include "e2e/faults/ReferenceList.h"
 
 namespace applist::test {
 namespace {

@@ -16,8 +16,6 @@ public:
     ~AllocationMeter();
     AllocationMeter(const AllocationMeter&) = delete;
     AllocationMeter& operator=(const AllocationMeter&) = delete;
-    AllocationMeter(AllocationMeter&&) = delete;
-    AllocationMeter& operator=(AllocationMeter&&) = delete;
 
     /// The sum of all allocations so far in bytes, including blocks freed since.
     std::size_t Total() const { return m_total; }
@@ -44,8 +42,6 @@ public:
     ~DeletionWatch();
     DeletionWatch(const DeletionWatch&) = delete;
     DeletionWatch& operator=(const DeletionWatch&) = delete;
-    DeletionWatch(DeletionWatch&&) = delete;
-    DeletionWatch& operator=(DeletionWatch&&) = delete;
 
 private:
     friend void Release(void* block);

@@ -201,4 +201,12 @@ std::string TestProgram(const std::string& name) {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
 }
 
+std::vector<std::string> ClockAtSpeed(const std::string& factor, const std::string& library) {
+    // The library without its command of the same name, which does not start a program when a
+    // killed process with the same id has left a semaphore behind.
+    const std::string clock = "/usr/$LIB/faketime/libfaketime.so.1";
+    return {"env", "LD_PRELOAD=" + (library.empty() ? clock : library + ":" + clock),
+            "FAKETIME=+0 x" + factor};
+}
+
 }  // namespace applist::test

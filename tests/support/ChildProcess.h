@@ -29,8 +29,6 @@ public:
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
-    ChildProcess(ChildProcess&&) = delete;
-    ChildProcess& operator=(ChildProcess&&) = delete;
 
     pid_t pid() const { return m_pid; }
     /// Everything received so far on standard output and standard error.
@@ -77,5 +75,10 @@ private:
 std::string BuiltProgram(const std::string& name);
 /// The path of a helper program for tests, in the folder of the running test.
 std::string TestProgram(const std::string& name);
+
+/// What precedes a program on the command line so that its clocks run faster by factor. The process
+/// that runs the command becomes the program. If library is given, it is preloaded, too, and sees
+/// the times of the faster clocks.
+std::vector<std::string> ClockAtSpeed(const std::string& factor, const std::string& library = "");
 
 }  // namespace applist::test

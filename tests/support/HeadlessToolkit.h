@@ -26,8 +26,6 @@ public:
     ~HeadlessToolkit();
     HeadlessToolkit(const HeadlessToolkit&) = delete;
     HeadlessToolkit& operator=(const HeadlessToolkit&) = delete;
-    HeadlessToolkit(HeadlessToolkit&&) = delete;
-    HeadlessToolkit& operator=(HeadlessToolkit&&) = delete;
 
     /// Runs the main loop until condition holds, checked after each turn; true iff it does in time.
     static bool RunUntil(const std::function<bool()>& condition,

@@ -21,8 +21,6 @@ public:
     ~Journal();
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
-    Journal(Journal&&) = delete;
-    Journal& operator=(Journal&&) = delete;
 
     /// Waits until condition holds for the log so far, whose lines are "FIELD=text"; true iff it
     /// does within PATIENCE.

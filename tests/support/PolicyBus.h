@@ -43,8 +43,6 @@ public:
     ~PolicyBus() = default;
     PolicyBus(const PolicyBus&) = delete;
     PolicyBus& operator=(const PolicyBus&) = delete;
-    PolicyBus(PolicyBus&&) = delete;
-    PolicyBus& operator=(PolicyBus&&) = delete;
 
     /// Starts a program as user, without capabilities and other groups. A program of the build is
     /// named by its file name. environment is added to the bus' address.

@@ -42,8 +42,6 @@ public:
     ~ScriptedPeer();
     ScriptedPeer(const ScriptedPeer&) = delete;
     ScriptedPeer& operator=(const ScriptedPeer&) = delete;
-    ScriptedPeer(ScriptedPeer&&) = delete;
-    ScriptedPeer& operator=(ScriptedPeer&&) = delete;
 
     const std::string& UniqueName() const { return m_uniqueName; }
     GDBusConnection* Connection() const { return m_connection; }

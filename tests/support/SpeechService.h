@@ -32,8 +32,6 @@ public:
     ~SpeechService();
     SpeechService(const SpeechService&) = delete;
     SpeechService& operator=(const SpeechService&) = delete;
-    SpeechService(SpeechService&&) = delete;
-    SpeechService& operator=(SpeechService&&) = delete;
 
     /// The value of SPEECHD_ADDRESS for its clients.
     std::string Address() const { return "unix_socket:" + m_path.string(); }

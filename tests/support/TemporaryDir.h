@@ -13,8 +13,6 @@ public:
     ~TemporaryDir();
     TemporaryDir(const TemporaryDir&) = delete;
     TemporaryDir& operator=(const TemporaryDir&) = delete;
-    TemporaryDir(TemporaryDir&&) = delete;
-    TemporaryDir& operator=(TemporaryDir&&) = delete;
 
     const std::filesystem::path& path() const { return m_path; }
 

@@ -22,8 +22,6 @@ public:
     ~TerminalProcess();
     TerminalProcess(const TerminalProcess&) = delete;
     TerminalProcess& operator=(const TerminalProcess&) = delete;
-    TerminalProcess(TerminalProcess&&) = delete;
-    TerminalProcess& operator=(TerminalProcess&&) = delete;
 
     /// As a person types it: "\r" is Enter, "\x03" Ctrl-C.
     void Type(const std::string& keys) const;

@@ -37,8 +37,6 @@ public:
     ~XDisplay();
     XDisplay(const XDisplay&) = delete;
     XDisplay& operator=(const XDisplay&) = delete;
-    XDisplay(XDisplay&&) = delete;
-    XDisplay& operator=(XDisplay&&) = delete;
 
     /// The value of DISPLAY, such as ":7".
     const std::string& Name() const { return m_name; }

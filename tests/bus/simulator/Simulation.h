@@ -21,8 +21,6 @@ public:
     ~HeadlessApplication();
     HeadlessApplication(const HeadlessApplication&) = delete;
     HeadlessApplication& operator=(const HeadlessApplication&) = delete;
-    HeadlessApplication(HeadlessApplication&&) = delete;
-    HeadlessApplication& operator=(HeadlessApplication&&) = delete;
 
     void Type(const std::string& line);
     /// Ends the input: the process ends when the lines are done.

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The click is the application's last message: activating a row ends it at once.
-//   APPLIST_CLICKS   number of rows to activate; default 50
+//   APPLIST_CLICKS   number of rows to activate; default 10
 //   APPLIST_LOAD     number of programs that keep the processor busy; default 0
 #include <iostream>
 
@@ -34,7 +34,7 @@ protected:
 };
 
 TEST_F(AClick, ArrivesEachTime) {
-    const size_t clicks = Setting("APPLIST_CLICKS", 50);
+    const size_t clicks = Setting("APPLIST_CLICKS", 10);
     std::vector<std::unique_ptr<ChildProcess>> load(Setting("APPLIST_LOAD", 0));
     for (auto& busy : load) {
         busy = std::make_unique<ChildProcess>(

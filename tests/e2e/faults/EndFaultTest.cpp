@@ -23,7 +23,7 @@ using AnEnd = FaultTest;
 
 // Every call gets a reply or an error, wherever the end falls among them.
 TEST_F(AnEnd, MayComeBetweenAnyCalls) {
-    constexpr int ENDS = 10;
+    constexpr int ENDS = 5;
     constexpr size_t CALLS = 300;
     const auto middleware = NewMiddleware();
     for (int end = 0; end < ENDS && !HasFailure(); ++end) {
@@ -158,7 +158,7 @@ using ASecondLaunch = FaultTest;
 
 // Two applications start at once. One of them counts as the second and closes the first.
 TEST_F(ASecondLaunch, ClosesTheListAlsoWhileThatStarts) {
-    constexpr int TIMES = 10;
+    constexpr int TIMES = 5;
     for (int time = 0; time < TIMES && !HasFailure(); ++time) {
         const auto one = m_set.StartApplication();
         const auto two = m_set.StartApplication();

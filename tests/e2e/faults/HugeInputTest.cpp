@@ -60,14 +60,12 @@ TEST_P(AHugeName, IsShownAndReadBackAsItCame) {
     ExpectCleanEnd();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Of, AHugeName,
-    testing::Values(Kind{"Letters", "a", 12 * MIB}, Kind{"Spaces", " ", 12 * MIB},
-                    Kind{"Words", "word ", 12 * MIB}, Kind{"Ideographs", "中", 4 * MIB},
-                    Kind{"CombiningMarks", "\u0301", 4 * MIB}, Kind{"Hebrew", "א", 4 * MIB},
-                    Kind{"Overrides", "\u202E", 4 * MIB}, Kind{"MalformedText", "\x80", 4 * MIB},
-                    Kind{"CutCharacters", "\xE4\xB8", 4 * MIB}, Kind{"LineBreaks", "\n", 4 * MIB}),
-    [](const auto& kind) { return kind.param.name; });
+INSTANTIATE_TEST_SUITE_P(Of, AHugeName,
+                         testing::Values(Kind{"Letters", "a", 12 * MIB},
+                                         Kind{"CombiningMarks", "\u0301", 4 * MIB},
+                                         Kind{"Overrides", "\u202E", 4 * MIB},
+                                         Kind{"CutCharacters", "\xE4\xB8", 4 * MIB}),
+                         [](const auto& kind) { return kind.param.name; });
 
 // The bus disconnects a sender of more than 32 MiB, which would end the program.
 TEST_F(HugeInput, OfThreeCallsIsTooMuchForOneReplyButStaysOnTheList) {

@@ -8,7 +8,6 @@
 #include <gmock/gmock.h>
 
 #include "e2e/faults/FaultTest.h"
-#include "support/SteppedClock.h"
 
 namespace applist::test {
 namespace {
@@ -21,32 +20,39 @@ constexpr int64_t DAY_S = int64_t{24} * 60 * 60;
 
 class TheClock : public FaultTest {
 protected:
-    /// Shows the list with this clock, which runs faster by the given factor.
+    /// Shows the list with clocks that run faster by the given factor, which does not apply to the
+    /// step.
     void Show(const std::string& speed) {
-        std::vector<std::string> wrapper{"env", "APPLIST_LOG=debug"};
-        const auto clock = m_clock.Wrapper(speed);
-        wrapper.insert(wrapper.end(), clock.begin(), clock.end());
+        std::vector<std::string> wrapper = ClockAtSpeed(speed, CLOCK_STEP);
+        wrapper.insert(wrapper.end(), {"APPLIST_LOG=debug", "APPLIST_CLOCK_STEP=" + m_step});
         StartApplication(wrapper);
         m_middleware = NewMiddleware();
         ASSERT_TRUE(m_middleware->AwaitApplication());
         ASSERT_TRUE(m_middleware->Ask(sim::Function::AddItems, THREE));
     }
 
-    SteppedClock m_clock{m_set};
+    /// Sets the wall clock off by this many seconds. The application has mapped the file, so it is
+    /// changed in place.
+    void SetWall(int64_t seconds) const {
+        std::fstream(m_step, std::ios::binary | std::ios::in | std::ios::out)
+            .write(reinterpret_cast<const char*>(&seconds), sizeof seconds);
+    }
+
+    const std::string m_step = m_set.WriteFile("step", std::string(sizeof(int64_t), '\0'));
     std::unique_ptr<DrivenMiddleware> m_middleware;
 };
 
 // The list stays open and works.
 TEST_F(TheClock, MayBeSetADayAhead) {
     ASSERT_NO_FATAL_FAILURE(Show("1"));
-    m_clock.SetWall(DAY_S);
+    SetWall(DAY_S);
     ExpectList(*m_middleware, THREE);
     ExpectCleanEnd();
 }
 
 TEST_F(TheClock, MayBeSetADayBackAndTheListStillClosesItself) {
     ASSERT_NO_FATAL_FAILURE(Show("50"));
-    m_clock.SetWall(-DAY_S);
+    SetWall(-DAY_S);
     EXPECT_EQ(application().WaitForExit(), 0);
     EXPECT_THAT(Log(), HasSubstr("Executed timer function"));
 }

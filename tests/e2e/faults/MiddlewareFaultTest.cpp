@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "e2e/faults/FaultTest.h"
+#include "support/GlibWait.h"
 #include "support/ScriptedPeer.h"
 
 namespace applist::test {
@@ -23,16 +24,11 @@ constexpr size_t RULES_WITH_ONE_MIDDLEWARE = 5;
 /// Leaking one partner with its proxy would take some 3 KiB each time.
 constexpr size_t TOLERANCE_KIB = 256;
 
-void Kill(ChildProcess& process) {
-    process.Signal(SIGKILL);
-    EXPECT_EQ(process.WaitForExit(), 128 + SIGKILL) << process.Errors();
-}
-
 struct KillPoint {
     const char* name;
     /// True if the middleware is connected before the application starts.
     bool first;
-    std::vector<std::string> steps;
+    void (*handshake)(ScriptedPeer& peer);
 };
 
 void PrintTo(const KillPoint& point, std::ostream* out) {
@@ -41,14 +37,6 @@ void PrintTo(const KillPoint& point, std::ostream* out) {
 
 class AMiddleware : public FaultTest {
 protected:
-    std::unique_ptr<ChildProcess> StartFaulty(const std::vector<std::string>& steps) {
-        std::vector<std::string> command{FAULTY_MIDDLEWARE, m_set.systemBus().Address()};
-        command.insert(command.end(), steps.begin(), steps.end());
-        auto process = std::make_unique<ChildProcess>(command);
-        EXPECT_TRUE(process->WaitForText("listening")) << process->Errors();
-        return process;
-    }
-
     /// The application's footprint with one middleware connected.
     Footprint Checkpoint() {
         const auto middleware = NewMiddleware();
@@ -57,27 +45,18 @@ protected:
     }
 };
 
-class AKilledMiddleware : public AMiddleware, public testing::WithParamInterface<KillPoint> {
-protected:
-    /// Starts a middleware that runs up to this point, and kills it.
-    void RunAndKill(bool startApplication) {
-        const auto faulty = StartFaulty(GetParam().steps);
-        if (startApplication) {
-            StartApplication();
-        }
-        ASSERT_TRUE(faulty->WaitForText("done")) << faulty->Errors();
-        Kill(*faulty);
-    }
-};
+class AMiddlewareThatDies : public AMiddleware, public testing::WithParamInterface<KillPoint> {};
 
-TEST_P(AKilledMiddleware, LeavesNoTraceInTheApplication) {
-    if (GetParam().first) {
-        ASSERT_NO_FATAL_FAILURE(RunAndKill(true));
-    } else {
-        StartApplication();
+TEST_P(AMiddlewareThatDies, LeavesNoTraceInTheApplication) {
+    const std::string address = m_set.systemBus().Address();
+    auto dying = GetParam().first ? std::make_unique<ScriptedPeer>(address) : nullptr;
+    StartApplication();
+    if (!dying) {
         ASSERT_TRUE(m_set.WaitForWindow());
-        ASSERT_NO_FATAL_FAILURE(RunAndKill(false));
+        dying = std::make_unique<ScriptedPeer>(address);
     }
+    GetParam().handshake(*dying);
+    dying.reset();
     const auto next = NewMiddleware();
     ASSERT_TRUE(next->AwaitApplication());
     EXPECT_EQ(GaugeOf(*next).Read().matchRules, RULES_WITH_ONE_MIDDLEWARE);
@@ -87,36 +66,38 @@ TEST_P(AKilledMiddleware, LeavesNoTraceInTheApplication) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    AtEachStep, AKilledMiddleware,
-    testing::Values(
-        KillPoint{"BeforeItsSyn", false, {}}, KillPoint{"DuringItsSyn", false, {"own:_CLIENT_SYN"}},
-        KillPoint{"AfterItsSyn", false, {"announce:_CLIENT_SYN"}},
-        KillPoint{"BeforeItsAck", false, {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK"}},
-        KillPoint{"DuringItsAck",
-                  false,
-                  {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "own:_CLIENT_ACK"}},
-        KillPoint{"AfterItsAck",
-                  false,
-                  {"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK", "announce:_CLIENT_ACK"}},
-        KillPoint{"AfterItHeardTheSyn", true, {"await:_SERVICE_SYN"}},
-        KillPoint{"DuringItsSynAck", true, {"await:_SERVICE_SYN", "own:_CLIENT_SYN_ACK"}},
-        KillPoint{"AfterItsSynAck", true, {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK"}},
-        KillPoint{"AfterItHeardTheAck",
-                  true,
-                  {"await:_SERVICE_SYN", "announce:_CLIENT_SYN_ACK", "await:_SERVICE_ACK"}}),
+    AtAStep, AMiddlewareThatDies,
+    testing::Values(KillPoint{"DuringItsSyn", false, [](auto& peer) { peer.Own("_CLIENT_SYN"); }},
+                    KillPoint{"BeforeItsAck", false,
+                              [](auto& peer) {
+                                  peer.Announce("_CLIENT_SYN");
+                                  EXPECT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN_ACK"));
+                              }},
+                    KillPoint{"DuringItsSynAck", true,
+                              [](auto& peer) {
+                                  EXPECT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN"));
+                                  peer.Own("_CLIENT_SYN_ACK");
+                              }},
+                    KillPoint{"AfterItsSynAck", true,
+                              [](auto& peer) {
+                                  EXPECT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN"));
+                                  peer.Announce("_CLIENT_SYN_ACK");
+                                  EXPECT_TRUE(peer.AwaitAnnouncement("_SERVICE_ACK"));
+                              }}),
     [](const auto& point) { return point.param.name; });
-
-const std::vector<std::string> HANDSHAKE{"announce:_CLIENT_SYN", "await:_SERVICE_SYN_ACK",
-                                         "announce:_CLIENT_ACK"};
 
 TEST_F(AMiddleware, ThatDiesBeforeTheReplyHasStillMadeItsCall) {
     ASSERT_NO_FATAL_FAILURE(ShowThree());
-    std::vector<std::string> steps = HANDSHAKE;
-    steps.push_back("freeze:" + std::to_string(application().pid()));
-    steps.emplace_back("add:d");
-    const auto faulty = StartFaulty(steps);
-    ASSERT_TRUE(faulty->WaitForText("done")) << faulty->Errors();
-    Kill(*faulty);
+    {
+        ScriptedPeer dying(m_set.systemBus().Address());
+        dying.Announce("_CLIENT_SYN");
+        ASSERT_TRUE(dying.AwaitAnnouncement("_SERVICE_SYN_ACK"));
+        dying.Announce("_CLIENT_ACK");
+        application().Signal(SIGSTOP);
+        dying.Send(dying.Announcer(), sim::names::OBJECT_PATH,
+                   sim::EncodeCall(Function::AddItems, {{"d", "Item d"}}));
+        ASSERT_TRUE(RoundTrip(dying.Connection()));
+    }
     application().Signal(SIGCONT);
     const auto next = NewMiddleware();
     ASSERT_TRUE(next->AwaitApplication());
@@ -138,7 +119,8 @@ TEST_F(AMiddleware, MayBeKilledAndRestartedTwoHundredTimes) {
         const auto next = m_set.StartMiddleware(
             {"serve", "--items", m_set.WriteFile("items", id + "\tRestart\nz\tLast\n")});
         ASSERT_TRUE(next->SeesSelected(id, "Restart")) << next->Transcript();
-        Kill(next->process());
+        next->process().Signal(SIGKILL);
+        ASSERT_EQ(next->process().WaitForExit(), 128 + SIGKILL);
         if (restart == WARM_UP) {
             warm = Checkpoint();
         }
@@ -156,8 +138,8 @@ TEST_F(AMiddleware, MayBeKilledAndRestartedTwoHundredTimes) {
 
 TEST_F(AMiddleware, ThatNeverCompletesTheHandshakeDelaysNoOther) {
     ASSERT_NO_FATAL_FAILURE(ShowThree());
-    const auto silent = StartFaulty({"announce:_CLIENT_SYN"});
-    ASSERT_TRUE(silent->WaitForText("done")) << silent->Errors();
+    ScriptedPeer silent(m_set.systemBus().Address());
+    silent.Announce("_CLIENT_SYN");
     const auto other = NewMiddleware();
     ASSERT_TRUE(other->AwaitApplication());
     ExpectList(*other, THREE);

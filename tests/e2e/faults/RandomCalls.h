@@ -6,9 +6,32 @@
 #include <random>
 #include <string>
 
+#include "fuzz/ExpectedList.h"
 #include "link/Protocol.h"
 
 namespace applist::test {
+
+/// A list on which the same calls are made as on the application's.
+class ReferenceList {
+public:
+    void Apply(sim::Function function, const sim::Items& items) {
+        sim::Bytes frame = sim::EncodeCall(function, items);
+        frame.resize(frame.size() - sizeof(uint32_t));
+        m_list.Call(static_cast<uint32_t>(function), {frame.data(), frame.size()});
+    }
+    sim::Items items() const {
+        sim::Items items;
+        for (const ExpectedList::Item& row : m_list.rows()) {
+            items.push_back({row.id, row.name});
+        }
+        return items;
+    }
+    /// Name and id are empty if nothing is selected.
+    sim::Item selection() const { return {m_list.selection().id, m_list.selection().name}; }
+
+private:
+    ExpectedList m_list;
+};
 
 /// Generates random calls. They share a small set of ids, so that calls often refer to the same
 /// item.

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "support/DrivenMiddleware.h"
-#include "support/SteppedClock.h"
+#include "support/Television.h"
 
 namespace applist::test {
 namespace {
@@ -20,7 +20,7 @@ constexpr uint32_t NOTE_COLOUR = 0xFFB040;
 class AnUnusedList : public testing::Test {
 protected:
     void SetUp() override {
-        m_application = m_set.StartApplication(m_clock.Wrapper("5"));
+        m_application = m_set.StartApplication(ClockAtSpeed("5"));
         ASSERT_TRUE(m_middleware.AwaitApplication());
         ASSERT_TRUE(m_middleware.Ask(sim::Function::AddItems, {{"a", "Alpha"}, {"b", "Bravo"}}));
         ASSERT_TRUE(m_set.WaitForFocusedRow());
@@ -31,7 +31,6 @@ protected:
 
     // Without a compositor, because picom sometimes misses a change on a busy machine.
     Television m_set{{}, {"openbox", ""}};
-    SteppedClock m_clock{m_set};
     DrivenMiddleware m_middleware{m_set.systemBus().Address()};
     std::unique_ptr<ChildProcess> m_application;
 };

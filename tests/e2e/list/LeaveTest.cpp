@@ -10,7 +10,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/SteppedClock.h"
 #include "support/Television.h"
 
 namespace applist::test {

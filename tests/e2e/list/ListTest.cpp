@@ -12,14 +12,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/SteppedClock.h"
 #include "support/Television.h"
 
 namespace applist::test {
 namespace {
 
 using testing::Each;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -111,16 +109,6 @@ protected:
     Television m_set;
 };
 
-TEST_F(ASilentList, HasOneRow) {
-    Show(1);
-    ExpectSilence();
-}
-
-TEST_F(ASilentList, WasFilledBeforeItsWindowGotTheFocus) {
-    m_set.Show("a\tAlpha\nb\tBravo\n");
-    ExpectSilence();
-}
-
 TEST_F(ASilentList, SelectsARowThatIsOutOfSight) {
     Show(100);
     Call({"call", "SetSelection", "id77"});
@@ -136,11 +124,6 @@ TEST_F(ASilentList, WasEmptiedAndFilledAgain) {
     Call({"call", "AddItems", "p=Papa", "q=Quebec"});
     ASSERT_TRUE(m_set.middleware().SeesSelected("p", "Papa"));
     ExpectSilence();
-}
-
-TEST_F(TheList, EndsLikeOnExitWhenTerminated) {
-    m_set.application().Signal(SIGTERM);
-    EXPECT_EQ(m_set.application().WaitForExit(), 0);
 }
 
 TEST_F(TheList, ClosesWhenStartedASecondTime) {
@@ -163,18 +146,6 @@ TEST(ASet, PassesTheScenarioOfANormalSession) {
     EXPECT_EQ(application->WaitForExit(), 0);
 }
 
-TEST(ASet, ServesTheNextApplicationAfterTheFirstHasEnded) {
-    Television set;
-    set.ShowThreeItems();
-    set.screen().TypeKey("Escape");
-    ASSERT_EQ(set.application().WaitForExit(), 0);
-    ASSERT_TRUE(set.middleware().Sees("disconnected"));
-    const auto next = set.StartApplication();
-    EXPECT_TRUE(set.middleware().SeesSelected("a", "Alpha")) << set.middleware().Transcript();
-    next->Signal(SIGTERM);
-    EXPECT_EQ(next->WaitForExit(), 0);
-}
-
 TEST(ASet, ShowsTheListWhenStandardOutputHasNoReader) {
     Television set;
     const auto application =
@@ -182,14 +153,6 @@ TEST(ASet, ShowsTheListWhenStandardOutputHasNoReader) {
     ASSERT_TRUE(set.WaitForWindow()) << application->Errors();
     set.screen().TypeKey("Escape");
     EXPECT_EQ(application->WaitForExit(), 0);
-}
-
-// The application's clock runs 50 times as fast, and the test presses no key.
-TEST(ASet, ClosesTheListAfterItsTimeLimitWithoutAKey) {
-    Television set(ChildProcess::Environment{{"APPLIST_LOG", "debug"}});
-    const auto application = set.StartApplication(ClockAtSpeed("50"));
-    EXPECT_EQ(application->WaitForExit(), 0);
-    EXPECT_THAT(application->Errors(), HasSubstr("Executed timer function"));
 }
 
 TEST(ASet, EndsCleanlyWithoutASystemBus) {

@@ -192,20 +192,10 @@ TEST_F(APreparedListIsReady, IsThrownAwayWhenTheScreenChanges) {
     EXPECT_TRUE(EndsUnused(*prepared)) << prepared->Errors();
 }
 
-class APreparedListAndASetting : public APreparedListIsReady,
-                                 public testing::WithParamInterface<std::vector<std::string>> {};
-
-TEST_P(APreparedListAndASetting, AreNotKeptAfterAChange) {
-    ASSERT_EQ(set.Configure(GetParam()), 0);
+TEST_F(APreparedListIsReady, IsThrownAwayWhenASettingChanges) {
+    ASSERT_EQ(set.Configure({"set", "db/menu/accessibility/text-size", "int", "150"}), 0);
     EXPECT_TRUE(EndsUnused(*prepared)) << prepared->Errors();
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Themes, APreparedListAndASetting,
-    testing::Values(
-        std::vector<std::string>{"set", "db/menu/accessibility/high-contrast", "bool", "true"},
-        std::vector<std::string>{"set", "db/menu/accessibility/text-size", "int", "150"},
-        std::vector<std::string>{"set", "db/menu/accessibility/reduced-motion", "bool", "true"}));
 
 TEST_F(APreparedListIsReady, IsThrownAwayWhenItsProgramIsReplaced) {
     prepared->Signal(SIGTERM);
@@ -219,14 +209,6 @@ TEST_F(APreparedListIsReady, IsThrownAwayWhenItsProgramIsReplaced) {
     const auto list = Launch();
     EXPECT_TRUE(EndsUnused(*old)) << old->Errors();
     EXPECT_TRUE(set.WaitForFocusedRow());
-}
-
-TEST_F(APreparedList, IsNotNeeded) {
-    const auto list = Launch();
-    ASSERT_TRUE(set.WaitForFocusedRow());
-    list->Signal(SIGTERM);
-    EXPECT_EQ(list->WaitForExit(), 0);
-    EXPECT_EQ(list->Output(), VERSION_LINE);
 }
 
 TEST_F(APreparedListIsReady, MayBeKilled) {

@@ -63,17 +63,5 @@ TEST_F(OverTheBroadcast, KeysAreTheVideosThatCoversTheList) {
     ExpectFirstRowSelected();
 }
 
-TEST_F(OverTheBroadcast, KeysAreNotTheListsWhileItIsPutAway) {
-    ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
-    const XlibWindow list = List();
-    ASSERT_TRUE(screen().Iconify(list));
-    ASSERT_NE(screen().FocusedWindow(), list);
-    for (const char* key : {"Down", "Right", "Return", "Escape"}) {
-        screen().TypeKey(key);
-    }
-    screen().Map(list);
-    ExpectFirstRowSelected();
-}
-
 }  // namespace
 }  // namespace applist::test

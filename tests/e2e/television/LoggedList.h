@@ -3,6 +3,7 @@
 #pragma once
 
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -11,26 +12,36 @@
 
 namespace applist::test {
 
-/// A set whose list writes the activated row to a file, because the middleware cannot ask after the
-/// list's end.
+/// A set whose list writes its log to a file: the test does not read a pipe while it waits, and a
+/// full pipe would block the list.
 class LoggedList : public testing::Test {
 protected:
-    /// Shows the list with three items, the first row selected.
-    void ShowThreeItems() {
+    explicit LoggedList(const ChildProcess::Environment& changes = {},
+                        const Desktop& desktop = {"openbox", "picom"})
+        : m_set(changes, desktop) {}
+
+    /// Starts the list and a middleware with these lines of items.
+    void Show(const std::string& items) {
         m_log = m_set.WriteFile("log", "");
-        m_set.Show("a\tAlpha\nb\tBravo\nc\tCharlie\n",
-                   {"sh", "-c", "APPLIST_LOG=debug exec \"$1\" 2>\"$0\"", m_log});
+        m_set.Show(items, {"sh", "-c", "APPLIST_LOG=debug exec \"$1\" 2>\"$0\"", m_log});
+    }
+    /// Shows the list with a "Alpha", b "Bravo" and c "Charlie", the first row selected.
+    void ShowThreeItems() {
+        Show("a\tAlpha\nb\tBravo\nc\tCharlie\n");
         ASSERT_TRUE(m_set.middleware().SeesSelected("a", "Alpha"));
         ASSERT_TRUE(m_set.WaitForFocusedRow());
     }
-
-    /// Waits for the end of the list; true iff the row of this name was activated.
+    /// The list's log so far.
+    std::string Log() const {
+        std::ifstream file(m_log);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    /// Waits for the end of the list; true iff the row of this name was activated. The middleware
+    /// cannot ask for it after the end.
     testing::AssertionResult Activated(const std::string& name) {
         m_set.application().WaitForExit();
-        std::ifstream file(m_log);
-        const std::string log{std::istreambuf_iterator<char>(file), {}};
-        if (log.find("select item callback: item: [name: " + name + ",") == std::string::npos) {
-            return testing::AssertionFailure() << name << " was not activated:\n" << log;
+        if (Log().find("select item callback: item: [name: " + name + ",") == std::string::npos) {
+            return testing::AssertionFailure() << name << " was not activated:\n" << Log();
         }
         return testing::AssertionSuccess();
     }

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "support/DrivenMiddleware.h"
-#include "support/SteppedClock.h"
 #include "support/Television.h"
 
 namespace applist::test {
@@ -134,17 +133,6 @@ TEST_F(AScreenReader, HearsThatAnEmptyListWaitsWhenItIsTurnedOnLater) {
     ASSERT_TRUE(m_set.WaitForWindow());
     const auto reader = Listen();
     EXPECT_TRUE(reader->WaitForText("Waiting for the broadcast's services\n"));
-}
-
-TEST_F(AScreenReader, HearsThatTheListClosesSoon) {
-    SteppedClock clock(m_set);
-    const auto reader = Listen();
-    const auto application = m_set.StartApplication(clock.Wrapper("1"));
-    ASSERT_TRUE(reader->WaitForText("Waiting for the broadcast's services\n"));
-    clock.Pass(46);
-    // Any event lets the program look at its clock.
-    m_set.screen().MovePointer(5, 5);
-    EXPECT_TRUE(reader->WaitForText("services\nCloses in 20 seconds\n"));
 }
 
 TEST_F(AScreenReader, FindsTheSameWhenItIsTurnedOnLater) {

@@ -46,14 +46,6 @@ TEST_F(TheSetting, GivesTheListHighContrast) {
     EXPECT_FALSE(set.screen().Shows(Television::PANEL_COLOUR));
 }
 
-TEST_F(TheSetting, GivesTheListLargerText) {
-    ASSERT_EQ(set.Configure({"set", "db/menu/accessibility/text-size", "int", "175"}), 0);
-    ASSERT_NO_FATAL_FAILURE(set.ShowThreeItems());
-    const Box bar = AreaOf(set.screen().Grab(), Television::FOCUS_COLOUR);
-    EXPECT_NEAR(bar.height, 130, 4);
-    EXPECT_NEAR(bar.width, 1144, 4);
-}
-
 TEST_F(TheSetting, TakesEffectWhileTheListIsOpen) {
     Choose("false");
     ASSERT_NO_FATAL_FAILURE(set.ShowThreeItems());
@@ -80,13 +72,6 @@ TEST_F(TheSetting, TakesEffectWhileTheListIsOpenIfItIsTheFirstOneStored) {
     EXPECT_TRUE(Shows(HIGH_CONTRAST_BAR));
 }
 
-TEST_F(TheSetting, GivesTheAlertHighContrast) {
-    Choose("true");
-    ShowAlert();
-    EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
-    EXPECT_FALSE(set.screen().Shows(Television::PANEL_COLOUR));
-}
-
 TEST_F(TheSetting, TakesEffectWhileTheAlertIsOpen) {
     Choose("false");
     ASSERT_NO_FATAL_FAILURE(ShowAlert());
@@ -99,18 +84,6 @@ TEST_F(TheSetting, TakesEffectWhileTheAlertIsOpen) {
     EXPECT_TRUE(Shows(HIGH_CONTRAST_PANEL));
     EXPECT_TRUE(
         set.screen().WaitUntil([&] { return !set.screen().Shows(Television::PANEL_COLOUR); }));
-}
-
-TEST_F(TheSetting, LeavesTheStandardLookWhenTurnedOff) {
-    Choose("false");
-    set.Show(ROWS);
-    EXPECT_TRUE(Shows(Television::FOCUS_COLOUR));
-    EXPECT_TRUE(Shows(Television::PANEL_COLOUR));
-}
-
-TEST_F(TheSetting, LeavesTheStandardLookToTheAlertWhenNeverMade) {
-    ShowAlert();
-    EXPECT_TRUE(Shows(Television::PANEL_COLOUR));
 }
 
 }  // namespace

@@ -86,9 +86,12 @@ TEST_F(VisibleSet, OfADamagedStoreIsHidden) {
 
 TEST_F(VisibleSet, WithoutARegionIsHiddenAfterAWaitThatIsAnnounced) {
     Do({"set", DATA_SERVICE, "int", "2"});
-    const auto result = Run({"visible"});
-    EXPECT_THAT(result.output, StartsWith("hidden\n  factory 194: not set\n"));
-    EXPECT_THAT(result.errors, HasSubstr("platformctl: the region is not set"));
+    Arguments command = ClockAtSpeed("20");
+    command.insert(command.end(), {BuiltProgram("platformctl"), "visible"});
+    ChildProcess visible(command);
+    EXPECT_EQ(visible.WaitForExit(), 0);
+    EXPECT_THAT(visible.Output(), StartsWith("hidden\n  factory 194: not set\n"));
+    EXPECT_THAT(visible.Errors(), HasSubstr("platformctl: the region is not set"));
 }
 
 TEST_F(VisibleSet, TakesARegionThatComesWhileItWaits) {

@@ -3,10 +3,10 @@
 //
 // The list under a Wayland compositor.
 #include <cstdlib>
-#include <fstream>
 
 #include <gtest/gtest.h>
 
+#include "e2e/television/LoggedList.h"
 #include "support/Weston.h"
 
 namespace applist::test {
@@ -14,68 +14,46 @@ namespace {
 
 constexpr uint32_t TERMINAL = 0x000000;
 
-class OnWayland : public testing::Test {
+class OnWayland : public LoggedList {
 protected:
     explicit OnWayland(int width = 1920, int height = 1080)
-        : set(Weston::Clients(), {"", "", width, height}), weston(set) {}
+        : LoggedList(Weston::Clients(), {"", "", width, height}), weston(m_set) {}
 
-    XDisplay& screen() { return set.screen(); }
-    /// The list with three items on the screen, the first one selected.
+    XDisplay& screen() { return m_set.screen(); }
+    /// The X server's focus is on the compositor's window.
     void ShowThreeItems() {
-        m_log = set.WriteFile("log", "");
-        set.Show("a\tAlpha\nb\tBravo\nc\tCharlie\n",
-                 {"sh", "-c", "APPLIST_LOG=debug exec \"$1\" 2>\"$0\"", m_log});
-        ASSERT_TRUE(set.middleware().SeesSelected("a", "Alpha"));
-        ASSERT_TRUE(set.WaitForFocusMark());
+        Show("a\tAlpha\nb\tBravo\nc\tCharlie\n");
+        ASSERT_TRUE(m_set.middleware().SeesSelected("a", "Alpha"));
+        ASSERT_TRUE(m_set.WaitForFocusMark());
     }
     /// Opens another program's full-screen window, which takes the keyboard focus; false if it does
     /// not appear.
     bool OpenFullScreen() {
         terminal = std::make_unique<ChildProcess>(
             std::vector<std::string>{"weston-terminal", "--fullscreen", "--shell=/bin/cat"},
-            set.Environment());
+            m_set.Environment());
         return screen().WaitUntil([this] { return screen().Pixel(960, 1000) == TERMINAL; });
     }
-    void Type(const std::vector<const char*>& keys) {
-        for (const char* key : keys) {
-            screen().TypeKey(key);
-        }
-    }
-    /// The list's log so far.
-    std::string Log() const {
-        std::ifstream file(m_log);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    /// Waits for the end of the list; true iff the row of this name was activated and the toolkit
-    /// logged no errors.
-    testing::AssertionResult Activated(const std::string& name) {
-        const bool ended = set.application().WaitForExit() == 0;
-        for (const char* complaint : {"ERR<", "CRI<"}) {
-            if (Log().find(complaint) != std::string::npos) {
-                return testing::AssertionFailure() << Log();
-            }
-        }
-        if (!ended ||
-            Log().find("select item callback: item: [name: " + name + ",") == std::string::npos) {
-            return testing::AssertionFailure() << name << " was not activated:\n" << Log();
-        }
-        return testing::AssertionSuccess();
+    /// True iff the list has ended well, activated this row and logged no error of the toolkit.
+    testing::AssertionResult ActivatedWithoutErrors(const std::string& name) {
+        const testing::AssertionResult activated = Activated(name);
+        const bool errors =
+            Log().find("ERR<") != std::string::npos || Log().find("CRI<") != std::string::npos;
+        return errors || m_set.application().WaitForExit() != 0
+                   ? testing::AssertionFailure() << Log()
+                   : activated;
     }
 
-    Television set;
     Weston weston;
     std::unique_ptr<ChildProcess> terminal;
-
-private:
-    std::string m_log;
 };
 
 TEST_F(OnWayland, AKeyWithoutANameIsTheSetsByItsCode) {
     constexpr unsigned int UNNAMED = 120;
-    set.WriteFile("set/keys.ini", "Keycode-120=Down\n");
+    m_set.WriteFile("set/keys.ini", "Keycode-120=Down\n");
     ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
     screen().TypeKeyWithSymbol(0, UNNAMED);
-    EXPECT_TRUE(set.middleware().SeesSelected("b", "Bravo")) << Log();
+    EXPECT_TRUE(m_set.middleware().SeesSelected("b", "Bravo")) << Log();
 }
 
 TEST_F(OnWayland, TheBroadcastIsSeenAroundThePanelToThePixel) {
@@ -98,11 +76,11 @@ TEST_F(OnWayland, KeysMoveRoundTheListAndActivate) {
                                         {"Left", "c", "Charlie"},
                                         {"Up", "b", "Bravo"}}) {
         screen().TypeKey(key);
-        EXPECT_TRUE(set.middleware().SeesSelected(id, name)) << key;
+        EXPECT_TRUE(m_set.middleware().SeesSelected(id, name)) << key;
     }
     screen().TypeKey("Return");
-    EXPECT_TRUE(set.middleware().Sees("event 3 ItemClicked"));
-    EXPECT_TRUE(Activated("Bravo"));
+    EXPECT_TRUE(m_set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(ActivatedWithoutErrors("Bravo"));
 }
 
 TEST_F(OnWayland, APointersClickActivatesTheRowBelowItAndItsMoveNothing) {
@@ -111,10 +89,10 @@ TEST_F(OnWayland, APointersClickActivatesTheRowBelowItAndItsMoveNothing) {
     constexpr int ROW_HEIGHT = 72;
     screen().MovePointer(first.CentreX(), first.CentreY() + 2 * ROW_HEIGHT);
     screen().TypeKey("Down");
-    EXPECT_TRUE(set.middleware().SeesSelected("b", "Bravo"));
+    EXPECT_TRUE(m_set.middleware().SeesSelected("b", "Bravo"));
     screen().Click(first.CentreX(), first.CentreY() + 2 * ROW_HEIGHT);
-    EXPECT_TRUE(set.middleware().Sees("event 3 ItemClicked"));
-    EXPECT_TRUE(Activated("Charlie"));
+    EXPECT_TRUE(m_set.middleware().Sees("event 3 ItemClicked"));
+    EXPECT_TRUE(ActivatedWithoutErrors("Charlie"));
 }
 
 class AKeyThatCloses : public OnWayland, public testing::WithParamInterface<const char*> {};
@@ -123,7 +101,7 @@ TEST_P(AKeyThatCloses, LeavesNothingOfTheList) {
     const Picture broadcast = weston.Grab();
     ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
     screen().TypeKey(GetParam());
-    EXPECT_EQ(set.application().WaitForExit(), 0);
+    EXPECT_EQ(m_set.application().WaitForExit(), 0);
     EXPECT_TRUE(screen().WaitUntil([&] { return weston.Grab() == broadcast; }));
 }
 
@@ -135,17 +113,19 @@ TEST_F(OnWayland, TheListComesInFrontOfAFullScreenWindow) {
     ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
     EXPECT_EQ(screen().Pixel(100, 1000), TERMINAL);
     screen().TypeKey("Down");
-    EXPECT_TRUE(set.middleware().SeesSelected("b", "Bravo"));
+    EXPECT_TRUE(m_set.middleware().SeesSelected("b", "Bravo"));
 }
 
 TEST_F(OnWayland, AWindowThatCoversTheListHasTheKeysUntilItIsGone) {
     ASSERT_NO_FATAL_FAILURE(ShowThreeItems());
     ASSERT_TRUE(OpenFullScreen());
-    Type({"Down", "Right", "Return", "Escape"});
+    for (const char* key : {"Down", "Right", "Return", "Escape"}) {
+        screen().TypeKey(key);
+    }
     terminal.reset();
-    ASSERT_TRUE(set.WaitForFocusMark());
+    ASSERT_TRUE(m_set.WaitForFocusMark());
     screen().TypeKey("Return");
-    EXPECT_TRUE(Activated("Alpha"));
+    EXPECT_TRUE(ActivatedWithoutErrors("Alpha"));
 }
 
 TEST_F(OnWayland, TheListIsPausedWhileAnotherWindowHasTheKeys) {
@@ -160,11 +140,11 @@ TEST_F(OnWayland, TheListIsPausedWhileAnotherWindowHasTheKeys) {
 }
 
 TEST_F(OnWayland, ThePopupWithTheReasonForNoListOpensAndCloses) {
-    ASSERT_EQ(set.Configure({"set", "memory/tv-viewer/data_service", "int", "0"}), 0);
+    ASSERT_EQ(m_set.Configure({"set", "memory/tv-viewer/data_service", "int", "0"}), 0);
     const Picture broadcast = weston.Grab();
-    const auto application = set.StartApplication();
+    const auto application = m_set.StartApplication();
     ASSERT_TRUE(screen().WaitUntil([this] { return screen().Shows(Television::PANEL_COLOUR); }))
-        << set.sessionBus().daemon().Errors();
+        << m_set.sessionBus().daemon().Errors();
     EXPECT_EQ(application->WaitForExit(), 0);
     screen().TypeKey("Return");
     EXPECT_TRUE(screen().WaitUntil([&] { return weston.Grab() == broadcast; }));

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "alert-syspopup/Alert.h"
 #include "alert-syspopup/AlertPopup.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
@@ -21,7 +22,9 @@
 namespace applist::test {
 namespace {
 
+using desktop::Alert;
 using desktop::AlertPopup;
+using desktop::ReadAlert;
 using testing::ElementsAre;
 
 constexpr const char* REFUSAL = "Launch request refused: its extra data does not contain \"text\"";
@@ -207,6 +210,33 @@ TEST_P(ClosingKey, EndsThePopupWhenItIsReleased) {
 INSTANTIATE_TEST_SUITE_P(Keys, ClosingKey,
                          testing::Values("XF86Back", "XF86Exit", "Return", "KP_Enter", "Select"),
                          [](const auto& key) { return std::string(key.param); });
+
+TEST(Alert, IsReadFromTheExtraDataOfARequest) {
+    const auto alert = ReadAlert({"", {{"text", "Hello"}, {"type", "unavailable"}}});
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->text, "Hello");
+    EXPECT_EQ(alert->kind, Alert::Kind::UNAVAILABLE);
+}
+
+TEST(Alert, IsReadInAnyOrder) {
+    const auto alert = ReadAlert({"", {{"type", "unavailable"}, {"other", "x"}, {"text", "Hi"}}});
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->text, "Hi");
+    EXPECT_EQ(alert->kind, Alert::Kind::UNAVAILABLE);
+}
+
+TEST(Alert, IsANotificationUnlessItSaysOtherwise) {
+    EXPECT_EQ(ReadAlert({"", {{"text", "Hi"}}})->kind, Alert::Kind::NOTIFICATION);
+    EXPECT_EQ(ReadAlert({"", {{"text", "Hi"}, {"type", "notification"}}})->kind,
+              Alert::Kind::NOTIFICATION);
+    EXPECT_EQ(ReadAlert({"", {{"text", "Hi"}, {"type", "new"}}})->kind, Alert::Kind::NOTIFICATION);
+}
+
+TEST(Alert, IsNoneWithoutAText) {
+    EXPECT_FALSE(ReadAlert({"", {}}));
+    EXPECT_FALSE(ReadAlert({"", {{"type", "notification"}}}));
+    EXPECT_FALSE(ReadAlert({"", {{"text", ""}, {"type", "notification"}}}));
+}
 
 }  // namespace
 }  // namespace applist::test

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "app/GlibLoop.h"
-#include "support/PrivateBus.h"
 
 namespace applist::desktop {
 namespace {
@@ -35,14 +34,6 @@ protected:
         return ECORE_CALLBACK_CANCEL;
     }
 };
-
-TEST_F(GlibLoopTest, RunsTimeouts) {
-    const GlibLoop loop;
-    int calls = 0;
-    g_timeout_add(20, Quit, &calls);
-    ecore_main_loop_begin();
-    EXPECT_EQ(calls, 1);
-}
 
 /// Waits as the toolkit does, at most that long, with or without a descriptor that becomes ready.
 void Wait(GlibLoop& loop, timeval patience, bool forSomething) {
@@ -82,22 +73,6 @@ TEST_F(GlibLoopTest, ReportsNoRestBeforeAShortWait) {
     Wait(loop, SHORT, false);
     Wait(loop, SHORT, false);
     EXPECT_EQ(rests, 0);
-}
-
-TEST_F(GlibLoopTest, RunsIdleSources) {
-    const GlibLoop loop;
-    int calls = 0;
-    g_idle_add(Quit, &calls);
-    ecore_main_loop_begin();
-    EXPECT_EQ(calls, 1);
-}
-
-TEST_F(GlibLoopTest, StillRunsTheToolkitsTimers) {
-    const GlibLoop loop;
-    int calls = 0;
-    ecore_timer_add(0.02, QuitToolkit, &calls);
-    ecore_main_loop_begin();
-    EXPECT_EQ(calls, 1);
 }
 
 TEST_F(GlibLoopTest, StillWatchesTheToolkitsDescriptors) {
@@ -158,31 +133,6 @@ TEST_F(GlibLoopTest, LetsACallbackRunTheLoopItself) {
     ecore_main_loop_begin();
     EXPECT_EQ(calls.outer, 1);
     EXPECT_EQ(calls.inner, 1);
-}
-
-TEST_F(GlibLoopTest, CarriesACallOverTheBus) {
-    const test::PrivateBus bus;
-    const GlibLoop loop;
-    g_autoptr(GDBusConnection) connection = g_dbus_connection_new_for_address_sync(
-        bus.Address().c_str(),
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-        nullptr, nullptr, nullptr);
-    ASSERT_NE(connection, nullptr);
-    GVariant* answer = nullptr;
-    g_dbus_connection_call(
-        connection, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetId", nullptr, nullptr,
-        G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
-        [](GObject* source, GAsyncResult* result, gpointer data) {
-            *static_cast<GVariant**>(data) =
-                g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
-            ecore_main_loop_quit();
-        },
-        &answer);
-    ecore_main_loop_begin();
-    ASSERT_NE(answer, nullptr);
-    EXPECT_STREQ(g_variant_get_type_string(answer), "(s)");
-    g_variant_unref(answer);
 }
 
 TEST_F(GlibLoopTest, SleepsWhileThereIsNothingToDo) {

@@ -21,31 +21,11 @@ TEST(Lifecycle, CreatesLaunchesRunsAndTerminates) {
     EXPECT_EQ(sample.Output(), std::string("create\n") + LAUNCH + "terminate\nresult 0\n");
 }
 
-TEST(Lifecycle, EndsAtSigintToo) {
-    SampleProcess sample({"--no-window"});
-    ASSERT_TRUE(sample.WaitForText(LAUNCH));
-    sample.Process().Signal(SIGINT);
-    EXPECT_EQ(sample.WaitForExit(), 0);
-    EXPECT_EQ(sample.Output(), std::string("create\n") + LAUNCH + "terminate\nresult 0\n");
-}
-
 TEST(Lifecycle, FailsWithoutTerminateWhenCreateRefuses) {
     SampleProcess sample({"--no-window", "--refuse"});
     EXPECT_EQ(sample.WaitForExit(), 1);
     EXPECT_EQ(sample.Output(), "create\nresult -3\n");
     EXPECT_NE(sample.Errors().find("org.vantu.port-sample refused to start\n"), std::string::npos);
-}
-
-TEST(Lifecycle, EndsAfterTheLaunchWhenCreateAsksForIt) {
-    SampleProcess sample({"--no-window", "--exit-in", "create"});
-    EXPECT_EQ(sample.WaitForExit(), 0);
-    EXPECT_EQ(sample.Output(), std::string("create\n") + LAUNCH + "terminate\nresult 0\n");
-}
-
-TEST(Lifecycle, EndsWhenTheFirstLaunchAsksForIt) {
-    SampleProcess sample({"--no-window", "--exit-in", "launch"});
-    EXPECT_EQ(sample.WaitForExit(), 0);
-    EXPECT_EQ(sample.Output(), std::string("create\n") + LAUNCH + "terminate\nresult 0\n");
 }
 
 TEST(Lifecycle, EndsWhenTheFirstLaunchEndsTheToolkitsLoop) {

@@ -3,13 +3,11 @@
 //
 // A small application on the port with a window like the list's: transparent, full screen, a popup
 // with rows. It reports events on standard output, one per line. Options:
-//   --rows N          number of rows in the popup (default 3)
 //   --late-popup      leaves the window empty for its first frames
 //   --no-window       does not create a window
 //   --refuse          returns false from create
 //   --exit-in WHERE   calls ui_app_exit() three times in "create" or "launch"
 //   --elm-exit        ends the toolkit's loop directly in the first launch
-//   --exit-on-second  exits on a second launch
 //   --watch-bus       reports the loss of the session bus, and shortly after that it still runs
 //   --no-ticks        stops the toolkit's frame clock from its first key on
 //   --raw-keys        reports every key press before the port handles it
@@ -17,7 +15,6 @@
 
 #include <Elementary.h>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,21 +28,19 @@
 namespace {
 
 constexpr const char* TITLE = "port-sample";
+constexpr int ROWS = 3;
 
 struct Sample {
-    int rows = 3;
     bool window = true;
     bool latePopup = false;
     bool refuse = false;
     bool elmExit = false;
-    bool exitOnSecond = false;
     bool watchBus = false;
     bool complain = false;
     bool noTicks = false;
     bool rawKeys = false;
     std::string exitIn;
 
-    int launches = 0;
     Evas_Object* toplevel = nullptr;
     Evas_Object* list = nullptr;
     Elm_Genlist_Item_Class* rowClass = nullptr;
@@ -120,7 +115,7 @@ Eina_Bool OnKeyUp(void* data, int, void* event) {
 void OnWindowFocused(void* data, Evas_Object* window, void*) {
     auto& sample = *static_cast<Sample*>(data);
     evas_object_smart_callback_del(window, "focus,in", OnWindowFocused);
-    for (int row = 1; row <= sample.rows; ++row) {
+    for (int row = 1; row <= ROWS; ++row) {
         elm_genlist_item_append(sample.list, sample.rowClass,
                                 reinterpret_cast<void*>(static_cast<uintptr_t>(row)), nullptr,
                                 ELM_GENLIST_ITEM_NONE, nullptr, nullptr);
@@ -251,8 +246,7 @@ void Launch(app_control_s* request, void* data) {
         values += " " + key + "=" + value;
     }
     std::printf("launch %s%s\n", request->appId.c_str(), values.c_str());
-    ++sample.launches;
-    if (sample.exitIn == "launch" || (sample.exitOnSecond && sample.launches == 2)) {
+    if (sample.exitIn == "launch") {
         ExitThrice();
     }
     if (sample.elmExit) {
@@ -268,14 +262,11 @@ Sample ParseArguments(int argc, char** argv) {
         sample.latePopup = sample.latePopup || option == "--late-popup";
         sample.refuse = sample.refuse || option == "--refuse";
         sample.elmExit = sample.elmExit || option == "--elm-exit";
-        sample.exitOnSecond = sample.exitOnSecond || option == "--exit-on-second";
         sample.watchBus = sample.watchBus || option == "--watch-bus";
         sample.complain = sample.complain || option == "--complain";
         sample.rawKeys = sample.rawKeys || option == "--raw-keys";
         sample.noTicks = sample.noTicks || option == "--no-ticks";
-        if (option == "--rows" && i + 1 < argc) {
-            sample.rows = static_cast<int>(std::strtol(argv[++i], nullptr, 10));
-        } else if (option == "--exit-in" && i + 1 < argc) {
+        if (option == "--exit-in" && i + 1 < argc) {
             sample.exitIn = argv[++i];
         }
     }

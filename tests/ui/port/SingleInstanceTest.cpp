@@ -32,8 +32,6 @@ public:
     ~SilentBus() { close(m_socket); }
     SilentBus(const SilentBus&) = delete;
     SilentBus& operator=(const SilentBus&) = delete;
-    SilentBus(SilentBus&&) = delete;
-    SilentBus& operator=(SilentBus&&) = delete;
 
     std::string Path() const { return m_folder.path() / "bus"; }
 
@@ -41,26 +39,6 @@ private:
     TemporaryDir m_folder;
     int m_socket;
 };
-
-TEST(SingleInstance, ASecondStartHandsItsLaunchOverAndEndsWell) {
-    const PrivateBus bus;
-    SampleProcess first({"--no-window"}, SessionBus(bus.Address()));
-    ASSERT_TRUE(first.WaitForLines(LAUNCH, 1));
-    SampleProcess second({"--no-window"}, SessionBus(bus.Address()));
-    EXPECT_EQ(second.WaitForExit(), 0);
-    EXPECT_EQ(second.Output(), "result 0\n");
-    EXPECT_TRUE(first.WaitForLines(LAUNCH, 2));
-}
-
-TEST(SingleInstance, ASecondLaunchCanEndTheFirstInstance) {
-    const PrivateBus bus;
-    SampleProcess first({"--no-window", "--exit-on-second"}, SessionBus(bus.Address()));
-    ASSERT_TRUE(first.WaitForLines(LAUNCH, 1));
-    SampleProcess second({"--no-window"}, SessionBus(bus.Address()));
-    EXPECT_EQ(first.WaitForExit(), 0);
-    EXPECT_EQ(first.Count("terminate"), 1);
-    EXPECT_EQ(second.WaitForExit(), 0);
-}
 
 TEST(SingleInstance, HandsTheValuesOfALaunchOverInTheirOrder) {
     const PrivateBus bus;

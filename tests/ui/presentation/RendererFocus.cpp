@@ -159,90 +159,12 @@ TEST_F(DefaultAppListRendererFocus, ComesToTheRowThatWasSelectedWhileTheWindowWa
     EXPECT_THAT(model.history, IsEmpty());
 }
 
-/// The first rows of a list. Parameters: their number, and the row selected before they are drawn.
-class DefaultAppListRendererFirstFocus : public RendererTest,
-                                         public testing::WithParamInterface<std::pair<int, int>> {};
-
-TEST_P(DefaultAppListRendererFirstFocus, IsTheSelectedRowAndMovesFromThere) {
-    HeadlessToolkit::GiveFocus(renderer->m_window);
-    std::vector<AppListItem*> items{&a, &b, &c};
-    items.resize(static_cast<size_t>(GetParam().first));
-    AppListItem* selected = items[static_cast<size_t>(GetParam().second)];
-    model.Show(items, nullptr);
-    model.Select(items.front());
-    model.Select(selected);
-    HeadlessToolkit::Settle();
-    EXPECT_EQ(renderer->FocusedRow(), selected->GetUnigueId());
-    EXPECT_THAT(model.history, Not(Contains(testing::StartsWith("SetSelection"))));
-    HeadlessToolkit::PressKey("Up");
-    const int above = std::max(GetParam().second - 1, 0);
-    EXPECT_EQ(renderer->FocusedRow(), items[static_cast<size_t>(above)]->GetUnigueId());
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, DefaultAppListRendererFirstFocus,
-                         testing::Values(std::pair(1, 0), std::pair(2, 0), std::pair(2, 1),
-                                         std::pair(3, 0), std::pair(3, 1), std::pair(3, 2)),
-                         [](const auto& test) {
-                             return std::to_string(test.param.first) + "Selected" +
-                                    std::to_string(test.param.second);
-                         });
-
 TEST_F(DefaultAppListRendererFocus, DoesNotVisitOtherRowsWhileTheListIsCleared) {
     ShowFocused({&a, &b, &c}, &b);
     model.Show({}, nullptr);
     EXPECT_EQ(elm_object_focus_get(renderer->m_genlist), EINA_FALSE);
     EXPECT_THAT(Log(),
                 ElementsAre(Debug("Received item modification event"), Debug("Clearing applist")));
-}
-
-/// Clears and refills a list of three rows. Parameters: the row selected before, the row selected
-/// afterwards, and whether the empty list is drawn in between.
-class DefaultAppListRendererRefill
-    : public RendererTest,
-      public testing::WithParamInterface<std::tuple<int, int, bool>> {};
-
-TEST_P(DefaultAppListRendererRefill, FocusesTheSelectedRowAndMovesFromThere) {
-    const auto [before, after, drawnEmpty] = GetParam();
-    const std::vector<AppListItem*> items{&a, &b, &c};
-    ShowFocused(items, items[static_cast<size_t>(before)]);
-    HeadlessToolkit::PressKey(before == 0 ? "Down" : "Up");
-    Forget();
-    model.Show({}, nullptr);
-    if (drawnEmpty) {
-        HeadlessToolkit::Settle();
-    }
-    model.Show(items, nullptr);
-    model.Select(items[static_cast<size_t>(after)]);
-    HeadlessToolkit::Settle();
-    EXPECT_EQ(renderer->FocusedRow(), items[static_cast<size_t>(after)]->GetUnigueId());
-    EXPECT_THAT(model.history, Not(Contains(testing::StartsWith("SetSelection"))));
-    HeadlessToolkit::PressKey(after == 2 ? "Up" : "Down");
-    const int next = after == 2 ? 1 : after + 1;
-    EXPECT_EQ(renderer->FocusedRow(), items[static_cast<size_t>(next)]->GetUnigueId());
-    EXPECT_EQ(model.selection, items[static_cast<size_t>(next)]);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, DefaultAppListRendererRefill,
-                         testing::Combine(testing::Values(0, 1, 2), testing::Values(0, 1, 2),
-                                          testing::Bool()));
-
-TEST_F(DefaultAppListRendererFocus, SurvivesAClearAndRefillAtOnce) {
-    ShowFocused({&a, &b}, &a);
-    model.Show({}, nullptr);
-    model.Show({&c, &b}, &b);
-    HeadlessToolkit::Settle();
-    EXPECT_EQ(renderer->FocusedRow(), "b");
-    HeadlessToolkit::PressKey("Up");
-    EXPECT_EQ(renderer->FocusedRow(), "c");
-}
-
-TEST_F(DefaultAppListRendererFocus, FollowsWhenEveryRowIsReplaced) {
-    ShowFocused({&a}, &a);
-    model.Show({&b, &c}, &c);
-    HeadlessToolkit::Settle();
-    EXPECT_EQ(renderer->FocusedRow(), "c");
-    HeadlessToolkit::PressKey("Up");
-    EXPECT_EQ(renderer->FocusedRow(), "b");
 }
 
 TEST_F(DefaultAppListRendererFocus, IsOnTheSelectedRowForAKeyBeforeTheFirstRowsAreDrawn) {

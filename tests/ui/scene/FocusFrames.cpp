@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/AccessibilityPage.h"
 #include "support/Scene.h"
 #include "ui/scene/SceneTest.h"
 
@@ -175,8 +176,6 @@ public:
     }
     SeenByTheList(const SeenByTheList&) = delete;
     SeenByTheList& operator=(const SeenByTheList&) = delete;
-    SeenByTheList(SeenByTheList&&) = delete;
-    SeenByTheList& operator=(SeenByTheList&&) = delete;
 
     const std::vector<std::string>& keys() const { return m_keys; }
 
@@ -218,6 +217,57 @@ TEST_F(TheDrawnFocus, StaysOnTheSelectedRowWhenRightOrLeftIsPressedBeforeTheRows
     EXPECT_EQ(Selected(), "Row 2");
     ExpectTheFocusOnTheSelectedRow();
     model().RemoveAllItems();
+}
+
+// With reduced motion.
+class TheStillList : public SceneTest {
+protected:
+    TheStillList() : SceneTest("applist-still.edj") {
+        evas_event_callback_add(evas_object_evas_get(window()), EVAS_CALLBACK_RENDER_FLUSH_PRE,
+                                Count, &m_pictures);
+    }
+    ~TheStillList() override {
+        evas_event_callback_del_full(evas_object_evas_get(window()), EVAS_CALLBACK_RENDER_FLUSH_PRE,
+                                     Count, &m_pictures);
+    }
+    TheStillList(const TheStillList&) = delete;
+    TheStillList& operator=(const TheStillList&) = delete;
+
+    /// Waits until a frame would have been drawn if one were due.
+    static void Rest() {
+        HeadlessToolkit::RunUntil([] { return false; }, std::chrono::milliseconds(150));
+    }
+
+    /// The number of frames that have changed pixels on the screen.
+    int m_pictures = 0;
+
+private:
+    static void Count(void* pictures, Evas* /*canvas*/, void* /*info*/) {
+        ++*static_cast<int*>(pictures);
+    }
+};
+
+TEST_F(TheStillList, DrawsOneFrameForAKeyAndNoneAtRest) {
+    Fill(12);
+    Rest();
+    int most = 0;
+    // Over both ends and through rows that must be scrolled into view.
+    for (const char* key : {"Down", "Up", "Up", "Left", "Right", "Down", "Right", "Left"}) {
+        m_pictures = 0;
+        Forget();
+        Type(key);
+        Rest();
+        EXPECT_EQ(m_pictures, 1) << key;
+        most = std::max(most, m_pictures);
+        ASSERT_FALSE(frames().empty());
+        EXPECT_EQ(frames().back().focused, Selected()) << frames().back();
+        EXPECT_TRUE(frames().back().focusedInside) << frames().back();
+    }
+    EXPECT_TRUE(IsStated("WCAG 2.3.3 animation from interactions with reduced motion", most == 1,
+                         WithUnit(most, 0, " frame for a key")));
+    m_pictures = 0;
+    HeadlessToolkit::RunUntil([] { return false; }, std::chrono::milliseconds(1500));
+    EXPECT_EQ(m_pictures, 0);
 }
 
 }  // namespace

@@ -46,8 +46,6 @@ public:
     ~SceneTest() override;
     SceneTest(const SceneTest&) = delete;
     SceneTest& operator=(const SceneTest&) = delete;
-    SceneTest(SceneTest&&) = delete;
-    SceneTest& operator=(SceneTest&&) = delete;
 
 protected:
     /// theme is the name of a compiled theme.

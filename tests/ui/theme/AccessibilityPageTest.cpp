@@ -16,7 +16,7 @@ namespace {
 
 /// The source of each test, by the test's name.
 std::map<std::string, std::string> TestsInTheSource() {
-    static const std::regex definition(R"(\nTEST(?:_[FP])?\((\w+), (\w+)\))");
+    static const std::regex definition(R"(\nTEST(?:_[FP])?\((\w+),\s*(\w+)\))");
     std::map<std::string, std::string> tests;
     const std::filesystem::path root = SourcePath("");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root / "tests")) {

@@ -77,9 +77,7 @@ TEST_P(AStillList, DrawsNoFrameAtRest) {
 
 INSTANTIATE_TEST_SUITE_P(TextSizes, AStillList,
                          testing::Values(Look{Variant::STANDARD, 1080, false, 100, 16.0 / 9, true},
-                                         Look{Variant::STANDARD, 1080, false, 125, 16.0 / 9, true},
                                          Look{Variant::STANDARD, 720, false, 150, 16.0 / 9, true},
-                                         Look{Variant::STANDARD, 1080, false, 175, 16.0 / 9, true},
                                          Look{Variant::HIGH_CONTRAST, 2160, true, 175, 16.0 / 9,
                                               true}),
                          [](const auto& look) { return "Row" + std::to_string(look.index); });

@@ -87,8 +87,6 @@ public:
     }
     Frames(const Frames&) = delete;
     Frames& operator=(const Frames&) = delete;
-    Frames(Frames&&) = delete;
-    Frames& operator=(Frames&&) = delete;
     int count() const { return m_count; }
 
 private:
