@@ -21,12 +21,12 @@ PROGRAMS = {
     "src/applist/DefaultAppListControl.cpp": ["control_test"],
     "src/applist/DefaultAppListItem.cpp": ["unit_list"],
     "src/applist/DefaultAppListModel.cpp": ["unit_list"],
-    "src/applist/DefaultAppListRenderer.cpp": ["renderer_test"],
+    "src/applist/DefaultAppListRenderer.cpp": ["renderer_test", "ui_scene"],
     "src/applist/LocalAppListModel.cpp": ["unit_ipc"],
     "src/applist/RemoteAppListItem.cpp": ["unit_ipc"],
     "src/ipc/IPCApplist.h": ["unit_ipc"],
     "src/ipc/gio-support.cpp": ["transport_calls_test", "transport_test"],
-    "src/ipc/javamw-dbus-local.cpp": ["transport_calls_test", "transport_test"],
+    "src/ipc/javamw-dbus-local.cpp": ["transport_calls_test", "transport_test", "handshake_orders_test"],
 }
 
 

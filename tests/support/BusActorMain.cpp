@@ -23,7 +23,7 @@
 #include <glib-unix.h>
 
 #include "support/GlibWait.h"
-#include "support/Payload.h"
+#include "support/ScriptedPeer.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "support/Payload.h"
+#include "support/ScriptedPeer.h"
 
 namespace applist::test {
 namespace {

@@ -2,17 +2,86 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/PolicyBus.h"
 
+#include <array>
+#include <cerrno>
+#include <condition_variable>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <mutex>
 #include <regex>
 #include <sstream>
+#include <string>
+#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
 namespace applist::test {
+
+/// The journal of a bus broker: a datagram socket whose messages are read as they arrive.
+///
+/// A writer blocks when net.unix.max_dgram_qlen messages are pending (10 by default), so a separate
+/// thread reads them at all times.
+class Journal {
+public:
+    /// Binds the socket to path; a failure fails the running test.
+    explicit Journal(const std::string& path);
+    ~Journal();
+    Journal(const Journal&) = delete;
+    Journal& operator=(const Journal&) = delete;
+
+    /// Waits until condition holds for the log so far, whose lines are "FIELD=text"; true iff it
+    /// does within PATIENCE.
+    bool WaitUntil(const std::function<bool(const std::string& log)>& condition);
+
+private:
+    void Read();
+
+    int m_socket;
+    std::mutex m_mutex;
+    std::condition_variable m_arrived;
+    std::string m_log;
+    std::thread m_reader;
+};
+
+Journal::Journal(const std::string& path)
+    : m_socket(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    EXPECT_EQ(bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0)
+        << path << ": " << std::strerror(errno);
+    m_reader = std::thread([this] { Read(); });
+}
+
+Journal::~Journal() {
+    // Wakes the reader with an empty read.
+    shutdown(m_socket, SHUT_RD);
+    m_reader.join();
+    close(m_socket);
+}
+
+bool Journal::WaitUntil(const std::function<bool(const std::string& log)>& condition) {
+    std::unique_lock lock(m_mutex);
+    return m_arrived.wait_for(lock, PATIENCE, [&] { return condition(m_log); });
+}
+
+void Journal::Read() {
+    std::array<char, 65536> message{};
+    ssize_t size = 0;
+    while ((size = recv(m_socket, message.data(), message.size(), 0)) > 0) {
+        const std::lock_guard lock(m_mutex);
+        m_log.append(message.data(), static_cast<size_t>(size));
+        m_arrived.notify_all();
+    }
+}
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -67,6 +136,20 @@ std::string RulesWith(const std::string& rules) {
     <allow receive_type="error"/>
     <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
 )" + rules;
+}
+
+std::vector<std::string> CommandLine(const std::vector<std::string>& commands) {
+    std::vector<std::string> argv{"bus_actor"};
+    argv.insert(argv.end(), commands.begin(), commands.end());
+    return argv;
+}
+
+void Replace(std::string& text, const std::string& what, const std::string& by) {
+    // Unique names are matched with the blanks around them, so that :1.1 is not found in :1.10.
+    const size_t found = (text + " ").find(" " + what + " ");
+    if (found != std::string::npos) {
+        text.replace(found + 1, what.size(), by);
+    }
 }
 
 }  // namespace
@@ -203,6 +286,40 @@ void SkipUnlessRoot() {
 
 std::string NameOf(PolicyBus::Daemon daemon) {
     return daemon == PolicyBus::Daemon::DBUS_DAEMON ? "DbusDaemon" : "DbusBroker";
+}
+
+PolicyBus::~PolicyBus() = default;
+
+Actor::Actor(const PolicyBus& bus, const User& user, const std::vector<std::string>& commands)
+    : m_process(bus.Start(user, CommandLine(commands))) {
+    const std::string& output = m_process->Output();
+    EXPECT_TRUE(m_process->WaitUntil([&] { return output.find('\n') != std::string::npos; }))
+        << user.name << ": " << m_process->Errors();
+    std::istringstream(output) >> m_uniqueName >> m_uniqueName;
+}
+
+void Actor::AwaitReceiving() {
+    EXPECT_TRUE(m_process->WaitForText("receiving\n")) << m_process->Errors();
+}
+
+void Actor::End() {
+    m_process->Signal(SIGTERM);
+}
+
+std::vector<std::string> Actor::Lines(
+    const std::vector<std::pair<std::string, std::string>>& names) {
+    EXPECT_EQ(m_process->WaitForExit(), 0) << m_process->Errors();
+    std::istringstream output(m_process->Output());
+    std::vector<std::string> lines;
+    std::string line;
+    std::getline(output, line);
+    while (std::getline(output, line)) {
+        for (const auto& [uniqueName, name] : names) {
+            Replace(line, uniqueName, name);
+        }
+        lines.push_back(line);
+    }
+    return lines;
 }
 
 }  // namespace applist::test

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "support/ChildProcess.h"
-#include "support/Journal.h"
 #include "support/TemporaryDir.h"
 
 namespace applist::test {
@@ -22,6 +21,8 @@ inline const User APPLICATION_USER{APPLIST_USER, 64101};
 inline const User MIDDLEWARE_USER{APPLIST_MIDDLEWARE_USER, 64102};
 inline const User STRANGER{"stranger", 64103};
 inline const User ROOT{"root", 0};
+
+class Journal;
 
 /// A bus of type "system" that applies a policy and can distinguish users. Needs root; ends with
 /// this object.
@@ -40,7 +41,7 @@ public:
     /// rules are the default policy; policyFile, if not empty, is read after them. A bus that does
     /// not start fails the running test.
     PolicyBus(Daemon daemon, const std::string& rules, const std::string& policyFile);
-    ~PolicyBus() = default;
+    ~PolicyBus();
     PolicyBus(const PolicyBus&) = delete;
     PolicyBus& operator=(const PolicyBus&) = delete;
 
@@ -80,5 +81,33 @@ std::string NameOf(PolicyBus::Daemon daemon);
 inline std::ostream& operator<<(std::ostream& out, PolicyBus::Daemon daemon) {
     return out << NameOf(daemon);
 }
+
+/// The channel's names, not taken from the product: the tests would repeat a mistake made there.
+inline constexpr const char* CHANNEL_PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
+inline constexpr const char* CHANNEL_INTERFACE = "org.vantu.javamw.DbusCommunication";
+
+/// A client on the bus: the program bus_actor, run as a given user. BusActorMain.cpp lists its
+/// commands.
+class Actor {
+public:
+    /// Returns once the program is connected.
+    Actor(const PolicyBus& bus, const User& user, const std::vector<std::string>& commands);
+
+    const std::string& UniqueName() const { return m_uniqueName; }
+
+    /// Waits until the program runs "receive", which must be its last command.
+    void AwaitReceiving();
+    /// Ends a program that runs "receive", after every message that the bus delivered so far has
+    /// arrived.
+    void End();
+    /// Waits for the exit. Returns all output lines except the first, with unique names replaced by
+    /// the given names.
+    std::vector<std::string> Lines(
+        const std::vector<std::pair<std::string, std::string>>& names = {});
+
+private:
+    std::unique_ptr<ChildProcess> m_process;
+    std::string m_uniqueName;
+};
 
 }  // namespace applist::test

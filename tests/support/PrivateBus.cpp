@@ -60,4 +60,13 @@ void PrivateBus::Thaw() const {
     m_daemon->Signal(SIGCONT);
 }
 
+SessionBus::SessionBus(const ChildProcess::Environment& environment)
+    : m_address("unix:path=" + (m_folder.path() / "bus").string()),
+      m_daemon({"dbus-daemon", "--session", "--nofork", "--nosyslog", "--address=" + m_address,
+                "--print-address=1"},
+               environment) {
+    // The daemon prints the address when it listens.
+    EXPECT_TRUE(m_daemon.WaitForText("guid=")) << m_daemon.Errors();
+}
+
 }  // namespace applist::test

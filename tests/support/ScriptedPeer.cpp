@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include "support/GlibWait.h"
-#include "support/Payload.h"
 
 namespace applist::test {
 namespace {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <ostream>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -107,6 +108,12 @@ private:
     int m_pending = 0;     ///< Calls without an answer yet.
     size_t m_awaited = 0;  ///< Events that AwaitAnnouncement() has passed.
 };
+
+/// Returns bytes as the content of a message of the channel, "(ay)", with a floating reference.
+inline GVariant* Payload(std::span<const char> bytes) {
+    return g_variant_new("(@ay)", g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(),
+                                                            bytes.size(), sizeof(char)));
+}
 
 /// Formats bytes as the tests write them.
 inline std::vector<char> BytesFrom(const std::string& text) {

@@ -100,10 +100,7 @@ void Television::ShowThreeItems() {
 }
 
 bool Television::WaitForWindow(const std::string& title) {
-    return m_screen.WaitUntil([&] {
-        const XlibWindow window = m_screen.WindowTitled(title);
-        return window != 0 && m_screen.FocusedWindow() == window;
-    });
+    return m_screen.WaitUntil([&] { return m_screen.HasKeyboard(title); });
 }
 
 bool Television::WaitForNoWindow(const std::string& title) {
@@ -115,7 +112,7 @@ bool Television::WaitForFocusedRow() {
 }
 
 bool Television::WaitForFocusMark() {
-    return m_screen.WaitUntil([this] { return m_screen.Shows(FOCUS_COLOUR); });
+    return m_screen.WaitForColour(FOCUS_COLOUR);
 }
 
 bool Television::WaitForNoFocusedRow() {

@@ -8,7 +8,6 @@
 
 #include "support/ChildProcess.h"
 #include "support/PrivateBus.h"
-#include "support/SessionBus.h"
 #include "support/TemporaryDir.h"
 #include "support/XDisplay.h"
 

@@ -2,15 +2,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <system_error>
 
 namespace applist::test {
 
 /// A new empty folder, removed with all its content at the end.
 class TemporaryDir {
 public:
-    TemporaryDir();
-    ~TemporaryDir();
+    TemporaryDir() {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "applist-test-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            std::abort();
+        }
+        m_path = pattern;
+    }
+    ~TemporaryDir() {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
     TemporaryDir(const TemporaryDir&) = delete;
     TemporaryDir& operator=(const TemporaryDir&) = delete;
 

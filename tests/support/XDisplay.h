@@ -59,6 +59,10 @@ public:
     bool WaitUntil(const std::function<bool()>& condition,
                    std::chrono::milliseconds patience = PATIENCE);
 
+    /// Waits until a pixel of the screen has this colour; true iff one has in time.
+    bool WaitForColour(uint32_t colour);
+    /// True iff the window with this title has the keyboard focus.
+    bool HasKeyboard(const std::string& title) const;
     /// The mapped window with this title, or 0.
     XlibWindow WindowTitled(const std::string& title) const;
     /// The window with the keyboard focus.
@@ -96,8 +100,6 @@ public:
     Picture Grab() const;
     /// True iff at least one pixel of the screen has this colour.
     bool Shows(uint32_t colour) const;
-    /// Saves the screen as a PNG file; true iff it could.
-    bool SaveScreenshot(const std::string& path) const;
 
 private:
     [[noreturn]] static void GiveUp(const std::string& what);

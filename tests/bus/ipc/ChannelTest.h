@@ -12,7 +12,6 @@
 
 #include "fakes/FakePlatformLog.h"
 #include "ipc/javamw-dbus-local.h"
-#include "support/GlibMessages.h"
 #include "support/GlibWait.h"
 #include "support/PrivateBus.h"
 #include "support/ScriptedPeer.h"
@@ -22,6 +21,12 @@ namespace applist::test {
 using Bytes = std::vector<char>;
 
 constexpr const char* PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
+
+/// Starts recording this process' GLib warnings, critical messages and errors instead of printing
+/// them, or discards those recorded so far. Any thread.
+void RecordGlibMessages();
+/// The recorded messages, oldest first, such as "GLib-GIO: Invalid id 7 passed to ...".
+std::vector<std::string> GlibMessages();
 
 /// A channel that keeps what its hooks receive, in order of arrival per hook.
 class RecordingChannel : public JavaMWDbusLocal {

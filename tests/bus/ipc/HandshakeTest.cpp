@@ -158,24 +158,6 @@ TEST_F(Handshake, KeepsAnEmptyRecordOfAnUnknownPartnerThatAcknowledges) {
     EXPECT_THAT(Log(), ElementsAre(Error("Connection not set.\n\n")));
 }
 
-TEST_F(Handshake, ConnectsAPartnerThatAcknowledgedTooEarly) {
-    RecordingChannel channel;
-    ScriptedPeer stranger(Address());
-    stranger.Announce("_CLIENT_ACK");
-    Connect(stranger);
-    EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, stranger.UniqueName()}));
-}
-
-TEST_F(Handshake, ReportsAPartnerReadyForEachAck) {
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
-    Connect(peer);
-    peer.Announce("_CLIENT_ACK");
-    Settle(peer);
-    EXPECT_THAT(channel.readiness,
-                ElementsAre(Ready{true, peer.UniqueName()}, Ready{true, peer.UniqueName()}));
-}
-
 TEST_F(Handshake, ContinuesAfterAReadyHookThatRanOutOfMemory) {
     RecordingChannel channel;
     channel.onReady = [](bool, const std::string&) { throw std::bad_alloc(); };

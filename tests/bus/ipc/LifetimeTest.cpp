@@ -28,30 +28,6 @@ TEST_F(EndOfAChannel, IsSilent) {
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(EndOfAChannel, ReleasesThePartnersWatchAndSignals) {
-    // The channel releases subscription ids as if they were watch ids. The peers come first, so
-    // that their subscriptions take the low ids and none of the channel's equals the partner's
-    // watch id.
-    auto peer = std::make_unique<ScriptedPeer>(Address());
-    ScriptedPeer witness(Address());
-    auto channel = std::make_unique<RecordingChannel>();
-    Connect(*peer);
-    channel.reset();
-    ClearLog();
-    peer->Notify(Self(), PATH, BytesFrom("late"));
-    Settle(*peer);
-    peer.reset();
-    Settle(witness);
-    EXPECT_THAT(Log(), IsEmpty());
-}
-
-TEST_F(EndOfAChannel, ReleasesThePartnersProxy) {
-    // A proxy holds a reference to the connection, so TearDown() fails if the proxy leaks.
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
-    Connect(peer);
-}
-
 TEST_F(EndOfAChannel, LeavesSubscriptionsWithoutEffect) {
     auto channel = std::make_unique<RecordingChannel>();
     channel.reset();
@@ -91,20 +67,13 @@ TEST_F(EndOfAChannel, DoesNotAffectAnotherChannel) {
 // SIGTERM ends a program without a handler. On the platform it ends the main loop.
 TEST(EndOfTheBus, SendsTheProgramSigterm) {
     PrivateBus bus;
-    ChildProcess program({CHANNEL_HOST}, bus.Environment());
-    ASSERT_TRUE(program.WaitForText("ready\n")) << program.Errors();
+    ChildProcess program({FAREWELL}, bus.Environment());
+    {
+        ScriptedPeer peer(bus.Address());
+        ASSERT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN")) << program.Errors();
+    }
     bus.Stop();
     EXPECT_EQ(program.WaitForExit(), 128 + SIGTERM) << program.Errors();
-}
-
-TEST_F(EndOfAChannel, CausesThreeGlibWarningsAboutUnknownWatches) {
-    auto channel = std::make_unique<RecordingChannel>();
-    EXPECT_THAT(GlibMessages(), IsEmpty());
-    channel.reset();
-    EXPECT_THAT(GlibMessages(),
-                testing::Each(testing::MatchesRegex(
-                    "GLib-GIO: Invalid id [0-9]+ passed to g_bus_unwatch_name\\(\\)")));
-    EXPECT_THAT(GlibMessages(), testing::SizeIs(3));
 }
 
 }  // namespace

@@ -78,30 +78,6 @@ TEST_F(Partner, IsForgottenWhenLostDuringTheHandshake) {
     EXPECT_THAT(channel.readiness, ElementsAre(Ready{false, name}));
 }
 
-TEST_F(Partner, ReconnectsUnderANewNameAfterARestart) {
-    RecordingChannel channel;
-    const std::string before = ConnectAndLose(channel);
-    ScriptedPeer peer(Address());
-    Connect(peer);
-    ASSERT_NE(peer.UniqueName(), before);
-    EXPECT_EQ(channel.readiness.back(), Ready(true, peer.UniqueName()));
-    ClearLog();
-    Bytes event = BytesFrom("e");
-    channel.SendNotification(event);
-    EXPECT_THAT(
-        Log(), ElementsAre(Debug("Number of partners to iterate is: 1\n\n"),
-                           Debug("Sending notification for partner: " + peer.UniqueName() + "\n\n"),
-                           Debug("Sending signal with 1 bytes\n\n")));
-}
-
-TEST_F(Partner, StaysWhenAnotherLeaves) {
-    RecordingChannel channel;
-    ScriptedPeer stays(Address());
-    Connect(stays);
-    ConnectAndLose(channel);
-    EXPECT_TRUE(channel.IsConnectionReady(stays.UniqueName()));
-}
-
 TEST_F(Partner, HoldsItsResourcesDuringTheLostHook) {
     RecordingChannel channel;
     channel.onReady = [&channel](bool ready, const std::string& partner) {

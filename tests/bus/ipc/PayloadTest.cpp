@@ -174,35 +174,6 @@ TEST_F(Notification, CarriesEveryByteToThePartner) {
     EXPECT_EQ(peer.Traffic()[1].bytes, none);
 }
 
-TEST_F(Notification, ReachesOnlyTheGivenPartner) {
-    RecordingChannel channel;
-    ScriptedPeer partner(Address());
-    ScriptedPeer other(Address());
-    Connect(partner);
-    Connect(other);
-    ClearLog();
-    Bytes event = BytesFrom("event");
-    channel.SendNotification(event, partner.UniqueName());
-    EXPECT_THAT(Log(), ElementsAre(Debug("Sending signal with 5 bytes\n\n")));
-    Settle(partner);
-    Settle(other);
-    EXPECT_THAT(partner.Traffic(), testing::SizeIs(1));
-    EXPECT_THAT(other.Traffic(), IsEmpty());
-}
-
-TEST_F(Notification, IsRefusedForAHalfConnectedPartner) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
-    peer.Announce("_CLIENT_SYN");
-    Settle(peer);
-    ClearLog();
-    Bytes event = BytesFrom("event");
-    channel.SendNotification(event, peer.UniqueName());
-    EXPECT_THAT(Log(), ElementsAre(Error("Connection not set.\n\n")));
-    Settle(peer);
-    EXPECT_THAT(peer.Traffic(), IsEmpty());
-}
-
 TEST_F(Notification, IsRefusedForEachRecordThatALookupLeft) {
     RecordingChannel channel;
     EXPECT_FALSE(channel.IsConnectionReady("nobody"));

@@ -9,7 +9,6 @@
 #include <gmock/gmock.h>
 
 #include "support/GlibWait.h"
-#include "support/Payload.h"
 #include "support/ScriptedPeer.h"
 #include "support/Television.h"
 

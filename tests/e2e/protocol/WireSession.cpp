@@ -5,7 +5,6 @@
 #include <gio/gio.h>
 
 #include "support/GlibWait.h"
-#include "support/Payload.h"
 
 namespace applist::test {
 namespace {

@@ -128,13 +128,6 @@ TEST_F(AScreenReader, HearsThatAnEmptyListWaitsAndOfEachNewNumberOfRows) {
     EXPECT_TRUE(reader->WaitForText("List changed, 4 entries\n"));
 }
 
-TEST_F(AScreenReader, HearsThatAnEmptyListWaitsWhenItIsTurnedOnLater) {
-    const auto application = m_set.StartApplication();
-    ASSERT_TRUE(m_set.WaitForWindow());
-    const auto reader = Listen();
-    EXPECT_TRUE(reader->WaitForText("Waiting for the broadcast's services\n"));
-}
-
 TEST_F(AScreenReader, FindsTheSameWhenItIsTurnedOnLater) {
     ASSERT_NO_FATAL_FAILURE(ShowRows());
     Turn(true);

@@ -7,6 +7,7 @@ Waits until an object has the name that is the only argument, or forever.
 import sys
 
 import pyatspi
+from gi.repository import GLib
 
 
 def objects_of(accessible):
@@ -21,21 +22,23 @@ def tree():
     return [(o.getRoleName(), o.name) for a in applications for window in a for o in objects_of(window)]
 
 
-def look(_event=None):
+def look():
     try:
         found = tree()
     except Exception as error:  # Objects come and go while they are looked at.
         print(error, file=sys.stderr, flush=True)
-        return True
+        found = []
     if any(name == sys.argv[1] for _, name in found):
         print("".join(f"{role}\t{name}\n" for role, name in found), end="", flush=True)
         pyatspi.Registry.stop()
-    return True
+    # Only after this look has ended: each asks the list for every object, and the list must get on.
+    GLib.timeout_add(250, look)
+    return False
 
 
-pyatspi.Registry.registerEventListener(look, "object:children-changed", "object:property-change")
-# Not everything that changes is announced.
-from gi.repository import GLib  # noqa: E402
-
-GLib.timeout_add(250, look)
+# The bindings keep what they have seen until an event says that it has changed.
+pyatspi.Registry.registerEventListener(
+    lambda event: None, "object:children-changed", "object:property-change"
+)
+GLib.idle_add(look)
 pyatspi.Registry.start()

@@ -25,9 +25,7 @@ protected:
     void Choose(const std::string& value) {
         ASSERT_EQ(set.Configure({"set", SETTING, "bool", value}), 0);
     }
-    bool Shows(uint32_t colour) {
-        return set.screen().WaitUntil([&] { return set.screen().Shows(colour); });
-    }
+    bool Shows(uint32_t colour) { return set.screen().WaitForColour(colour); }
     void ShowAlert() {
         ASSERT_EQ(set.Configure({"set", "memory/tv-viewer/data_service", "int", "0"}), 0);
         application = set.StartApplication();

@@ -97,7 +97,6 @@ private:
     void UseTheList(DrivenMiddleware& middleware);
     void End(bool key);
     bool HasEnded() const;
-    bool ListHasTheKeyboard();
     void ExpectDocumentedEnd(std::optional<int> status, bool withoutPipe);
 };
 
@@ -106,11 +105,6 @@ bool Torture::HasEnded() const {
     const pid_t pid = const_cast<Torture*>(this)->application().pid();
     return waitid(P_PID, static_cast<id_t>(pid), &end, WEXITED | WNOHANG | WNOWAIT) != 0 ||
            end.si_pid != 0;
-}
-
-bool Torture::ListHasTheKeyboard() {
-    const XlibWindow window = m_set.screen().WindowTitled(Television::LIST);
-    return window != 0 && m_set.screen().FocusedWindow() == window;
 }
 
 void Torture::UseTheList(DrivenMiddleware& middleware) {
@@ -136,7 +130,8 @@ void Torture::UseTheList(DrivenMiddleware& middleware) {
 // The list may lack its window or the keyboard after a fault; then a signal ends it.
 void Torture::End(bool key) {
     if (key &&
-        m_set.screen().WaitUntil([&] { return HasEnded() || ListHasTheKeyboard(); }, START)) {
+        m_set.screen().WaitUntil(
+            [&] { return HasEnded() || m_set.screen().HasKeyboard(Television::LIST); }, START)) {
         m_set.screen().TypeKey("Down");
         m_set.screen().TypeKey("Escape");
         return;

@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include "e2e/visibility/Platformctl.h"
 
@@ -160,44 +159,6 @@ TEST_F(Platformctl, UsesTheUsersFoldersWithoutARoot) {
     EXPECT_THAT(m_root.Content("data/applist/factory.ini"), HasSubstr("194=8"));
     EXPECT_EQ(Run({"get", AUTORUN}, user).output, "true\n");
     EXPECT_EQ(Run({"get", AUTORUN}).status, 1);
-}
-
-/// Started programs write their arguments to $STARTED.
-class LaunchingPlatformctl : public Platformctl {
-protected:
-    LaunchingPlatformctl() {
-        m_root.Write("share/applications/org.example.app.desktop",
-                     "[Desktop Entry]\nType=Application\nName=App\nExec=" + Script() + "\n");
-        m_root.Write("app", "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$STARTED\"\n");
-        std::filesystem::permissions(Script(), std::filesystem::perms::owner_all);
-        // The reader of a pipe sees its end when the started program has exited.
-        mkfifo(m_root.Path("started").c_str(), 0600);
-    }
-    std::string Script() const { return m_root.Path("app"); }
-    /// Without a session bus the port starts programs itself.
-    ChildProcess::Environment Alone() const {
-        return {{"DBUS_SESSION_BUS_ADDRESS", std::nullopt},
-                {"XDG_RUNTIME_DIR", m_root.Path("run")},
-                {"XDG_DATA_HOME", m_root.Path("share")},
-                {"XDG_DATA_DIRS", m_root.Path("none")},
-                {"STARTED", m_root.Path("started")}};
-    }
-};
-
-TEST_F(LaunchingPlatformctl, StartsAnInstalledApplicationWithItsExtraData) {
-    ChildProcess listener({"cat", m_root.Path("started")});
-    const auto result =
-        Run({"launch", "org.example.app", "text=a b=c;$HOME", "type=", "--", "-h=1"}, Alone());
-    EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_EQ(listener.WaitForExit(), 0);
-    EXPECT_EQ(listener.Output(), "--extra\ntext=a b=c;$HOME\n--extra\ntype=\n--extra\n-h=1\n");
-}
-
-TEST_F(LaunchingPlatformctl, FailsForAnUnknownApplication) {
-    const auto result = Run({"launch", "org.example.unknown", "text=x"}, Alone());
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors,
-                EndsWith("platformctl: application 'org.example.unknown' was not launched\n"));
 }
 
 struct Mistake {

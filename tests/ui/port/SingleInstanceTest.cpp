@@ -72,15 +72,6 @@ TEST(SingleInstance, WaitsForTheBussRequestWhenTheBusStartedIt) {
     EXPECT_EQ(service.Count(LAUNCH), 0);
 }
 
-TEST(SingleInstance, ALaunchAfterTheEndStartsAnew) {
-    const PrivateBus bus;
-    for (int round = 0; round < 2; ++round) {
-        SampleProcess sample({"--no-window", "--exit-in", "launch"}, SessionBus(bus.Address()));
-        EXPECT_EQ(sample.WaitForExit(), 0);
-        EXPECT_EQ(sample.Count("create"), 1);
-    }
-}
-
 TEST(SingleInstance, EachStartStandsAloneWithoutASessionBus) {
     SampleProcess first({"--no-window"}, {{"APPLIST_LOG", "info"}});
     SampleProcess second({"--no-window"}, {{"APPLIST_LOG", "info"}});

@@ -268,7 +268,7 @@ TEST(Keys, AreThoseOfTheSetsFile) {
     auto environment = display.Environment();
     environment["APPLIST_PLATFORM_ROOT"] = root.path();
     SampleProcess sample({}, environment);
-    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); }));
+    ASSERT_TRUE(display.WaitForColour(BAR));
     for (const char* key : {"F2", "F3", "F4"}) {
         display.TypeKey(key);
     }
@@ -334,8 +334,7 @@ TEST(Keys, DoNothingWhileTheyRepeatAPressFromAnotherWindow) {
 TEST(Keys, AreDrawnWithoutWaitingForATick) {
     XDisplay display({"openbox", ""});
     SampleProcess sample({"--no-ticks"}, display.Environment());
-    ASSERT_TRUE(display.WaitUntil([&] { return display.Shows(BAR); }))
-        << sample.Output() << sample.Errors();
+    ASSERT_TRUE(display.WaitForColour(BAR)) << sample.Output() << sample.Errors();
     // Down acts on the key press, Right on the release.
     for (const auto& [key, row] :
          {std::pair("Down", "focused 2"), std::pair("Right", "focused 3")}) {

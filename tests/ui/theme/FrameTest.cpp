@@ -89,12 +89,6 @@ TEST_F(TheFrame, NeverChangesItsSizeWhileTheListIsFilled) {
     EXPECT_TRUE(still);
 }
 
-TEST_F(TheFrame, HasNoScrollBarWhileAllRowsFit) {
-    list.Show(NumberedRows(FITTING));
-    EXPECT_FALSE(HasScrollBar());
-    EXPECT_EQ(BoxOf(list.row("Row 1")).width, BoxOf(list.list()).width);
-}
-
 TEST_F(TheFrame, HasAScrollBarBesideRowsThatDoNotFit) {
     list.Show(NumberedRows(FITTING + 1));
     EXPECT_TRUE(HeadlessToolkit::RunUntil([this] { return HasScrollBar(); }));

@@ -8,7 +8,6 @@
 
 #include "bus/simulator/Simulation.h"
 #include "support/GlibWait.h"
-#include "support/TsGenerator.h"
 
 namespace applist::test {
 namespace {
@@ -103,27 +102,6 @@ TEST_F(Commands, ServeOffersASampleWithoutAnyFileUntilATerminationSignal) {
     EXPECT_THAT(Call({"GetAllItems"}), HasSubstr("\tMeteo\n"));
     serve->Signal(SIGTERM);
     EXPECT_EQ(serve->WaitForExit(), SUCCESS);
-}
-
-TEST_F(Commands, ServeOffersTheApplicationsOfABroadcast) {
-    TsGenerator generator;
-    generator.Add(0, TsAssociation({{1, 0x0200}}));
-    generator.Add(0x0200, TsMap(1, {0x0300}));
-    generator.Add(0x0300, TsApplications({{11, 0x1AB5, 2, 1, {{"ita", "Nascosto"}}},
-                                          {11,
-                                           0x1AB7,
-                                           2,
-                                           3,
-                                           {{"ita",
-                                             "Caff\xC2"
-                                             "e"}}}}));
-    const std::string file = m_set.File(
-        "broadcast.ts", std::string(generator.stream().begin(), generator.stream().end()));
-    const auto list = m_set.StartList();
-    const auto serve = m_set.Start({"serve", "--broadcast", file});
-    EXPECT_TRUE(serve->WaitForText("filled"));
-    EXPECT_EQ(Call({"GetAllItems"}), "0000000b.1ab7\tCaff\u00e9\n");
-    Interrupt(*serve);
 }
 
 TEST_F(Commands, ServePrintsTheSelectionThatTheViewerMoves) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Broadcasts that arrive while they are served.
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
@@ -53,13 +54,19 @@ protected:
 
     /// The next packets of the stream, with this version of the table.
     std::string Part(const std::vector<TsApplication>& applications, uint8_t version) {
-        const auto known = static_cast<std::ptrdiff_t>(m_generator.stream().size());
+        const size_t known = m_generator.stream().size();
         for (int i = 0; i < 2; ++i) {
             m_generator.Add(0, TsAssociation({{1, 0x0200}}));
             m_generator.Add(0x0200, TsMap(1, {0x0300}));
             m_generator.Add(0x0300, TsApplications(applications, 0x0010, version));
         }
-        return {m_generator.stream().begin() + known, m_generator.stream().end()};
+        return From(known);
+    }
+    /// A packet with the time of the stream.
+    std::string Clock(std::chrono::milliseconds time) {
+        const size_t known = m_generator.stream().size();
+        m_generator.AddClock(0x0100, static_cast<uint64_t>(time.count()) * 90);
+        return From(known);
     }
 
     /// A packet without tables.
@@ -83,6 +90,11 @@ protected:
     Simulation m_set;
 
 private:
+    std::string From(size_t known) const {
+        const TsBytes& stream = m_generator.stream();
+        return {stream.begin() + static_cast<std::ptrdiff_t>(known), stream.end()};
+    }
+
     TsGenerator m_generator;
     int m_file = -1;
 };
@@ -131,6 +143,22 @@ TEST_F(Stream, FromAFifoContinuesWithTheNextWriterWhenFollowed) {
     Write(Part({WEATHER}, 0));
     ASSERT_TRUE(serve->WaitForText(": 1 added, 1 removed, 0 renamed\n"));
     EXPECT_EQ(Listed(), WEATHER_LINE);
+    EXPECT_EQ(serve->Errors(), "");
+}
+
+TEST_F(Stream, FromAFileChangesTheListAtTheRecordedSpeed) {
+    using std::chrono::milliseconds;
+    std::string recording = Clock(milliseconds(0));
+    recording += Part({NEWS}, 0);
+    recording += Clock(milliseconds(30));
+    recording += Part({WEATHER}, 1);
+    recording += Clock(milliseconds(60));
+    const auto list = m_set.StartList();
+    const auto serve = m_set.Start({"serve", "--broadcast", m_set.File("broadcast.ts", recording)});
+    ASSERT_TRUE(serve->WaitForText(NEWS_LINE));
+    ASSERT_TRUE(serve->WaitForText(": 1 added, 1 removed, 0 renamed\n"));
+    EXPECT_EQ(Listed(), WEATHER_LINE);
+    EXPECT_EQ(Simulation::Interrupt(*serve), SUCCESS);
     EXPECT_EQ(serve->Errors(), "");
 }
 
