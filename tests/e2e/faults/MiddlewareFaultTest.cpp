@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A middleware that is killed at each step or repeatedly, one that hangs, and several at once.
+// A middleware that dies during the handshake or repeatedly, one that hangs, and several at once.
 #include <csignal>
 
 #include <gmock/gmock.h>
