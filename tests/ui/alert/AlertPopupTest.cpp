@@ -11,8 +11,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "alert-syspopup/Alert.h"
 #include "alert-syspopup/AlertPopup.h"
+#include "alert-syspopup/AlertWindow.h"
 #include "fakes/FakeApp.h"
 #include "fakes/FakePlatformLog.h"
 #include "fakes/FakeText.h"
