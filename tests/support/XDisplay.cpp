@@ -417,8 +417,12 @@ XlibWindow XDisplay::OpenFullScreen(uint32_t colour) {
                     PropModeReplace, reinterpret_cast<unsigned char*>(&state), 1);
     XSelectInput(m_display, window, KeyPressMask | KeyReleaseMask);
     XMapRaised(m_display, window);
-    return WaitUntil([&] { return FocusedWindow() == window && Pixel(5, 5) == colour; }) ? window
-                                                                                         : 0;
+    // A compositor may paint the window in parts.
+    const bool shown = WaitUntil([&] {
+        return FocusedWindow() == window && Pixel(5, 5) == colour &&
+               Pixel(Area().Right() - 5, Area().Bottom() - 5) == colour;
+    });
+    return shown ? window : 0;
 }
 
 void XDisplay::Close(XlibWindow window) {
