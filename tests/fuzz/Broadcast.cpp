@@ -5,7 +5,7 @@
 #include <glib.h>
 #include <set>
 
-#include "broadcast/ApplicationXml.h"
+#include "broadcast/BroadcastParser.h"
 #include "broadcast/ProgramTables.h"
 #include "cli/ApplicationList.h"
 #include "feed/BroadcastFilter.h"

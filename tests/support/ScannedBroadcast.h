@@ -6,10 +6,9 @@
 #include <optional>
 #include <string>
 
+#include "broadcast/BroadcastParser.h"
 #include "broadcast/BroadcastReader.h"
-#include "broadcast/SectionFile.h"
 #include "broadcast/Timeline.h"
-#include "broadcast/TransportStream.h"
 
 namespace applist::test {
 
@@ -23,34 +22,32 @@ inline void ParseInPieces(sim::BroadcastParser& parser, sim::ByteSpan bytes, siz
     parser.Parse(bytes.subspan(begin), true);
 }
 
+/// Returns what bytes contain for the parser that make(handler, damage) returns.
+template <typename Make>
+sim::Broadcast Scan(sim::ByteSpan bytes, size_t piece, Make make) {
+    sim::Timeline timeline;
+    sim::Damage damage;
+    const auto parser = make([&](sim::Snapshot snapshot,
+                                 bool replaces) { timeline.Change(std::move(snapshot), replaces); },
+                             damage);
+    ParseInPieces(*parser, bytes, piece);
+    return timeline.Finish(damage);
+}
+
 /// Returns what a transport stream contains. The result must not depend on the size of the pieces.
 inline sim::Broadcast ScanBroadcast(sim::ByteSpan stream,
                                     std::optional<sim::TextCoding> coding = std::nullopt,
                                     size_t piece = 1000000) {
-    sim::Timeline timeline;
-    sim::Damage damage;
-    sim::TransportStream parser(
-        coding,
-        [&](sim::Snapshot snapshot, bool replaces) {
-            timeline.Change(std::move(snapshot), replaces);
-        },
-        damage);
-    ParseInPieces(parser, stream, piece);
-    return timeline.Finish(damage);
+    return Scan(stream, piece, [coding](sim::SnapshotHandler handler, sim::Damage& damage) {
+        return sim::MakeStreamParser(coding, std::move(handler), damage);
+    });
 }
 
 /// Returns what consecutive sections contain.
 inline sim::Broadcast ScanSections(sim::ByteSpan file, size_t piece = 1000000) {
-    sim::Timeline timeline;
-    sim::Damage damage;
-    sim::SectionFile parser(
-        sim::TextCoding::Dvb,
-        [&](sim::Snapshot snapshot, bool replaces) {
-            timeline.Change(std::move(snapshot), replaces);
-        },
-        damage);
-    ParseInPieces(parser, file, piece);
-    return timeline.Finish(damage);
+    return Scan(file, piece, [](sim::SnapshotHandler handler, sim::Damage& damage) {
+        return sim::MakeSectionParser(sim::TextCoding::Dvb, std::move(handler), damage);
+    });
 }
 
 /// Returns everything that differs between two broadcasts, for comparisons.

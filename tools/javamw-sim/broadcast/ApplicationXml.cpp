@@ -1,7 +1,5 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "broadcast/ApplicationXml.h"
-
 #include <map>
 #include <memory>
 #include <string_view>
@@ -11,6 +9,7 @@
 #include <libxml/tree.h>
 
 #include "Number.h"
+#include "broadcast/BroadcastParser.h"
 
 namespace applist::sim {
 namespace {
@@ -238,23 +237,41 @@ Result<Broadcast> ReadApplicationXml(ByteSpan bytes) {
     return broadcast;
 }
 
-ApplicationXml::ApplicationXml(SnapshotHandler handler, Damage& damage)
-    : m_handler(std::move(handler)), m_damage(damage) {}
+namespace {
 
-size_t ApplicationXml::Parse(ByteSpan bytes, bool last) {
-    // A document without an end would otherwise fill the memory.
-    if (!last && bytes.size() <= MAX_XML_SIZE) {
-        return 0;
-    }
-    if (m_error.empty()) {
-        auto broadcast = ReadApplicationXml(bytes);
-        m_error = broadcast.error();
-        if (broadcast) {
-            m_damage.malformedSections += broadcast->damage.malformedSections;
-            m_handler(std::move(broadcast->snapshots.front()), false);
+class ApplicationXml : public BroadcastParser {
+public:
+    ApplicationXml(SnapshotHandler handler, Damage& damage)
+        : m_handler(std::move(handler)), m_damage(damage) {}
+
+    size_t Parse(ByteSpan bytes, bool last) override {
+        // A document without an end would otherwise fill the memory.
+        if (!last && bytes.size() <= MAX_XML_SIZE) {
+            return 0;
         }
+        if (m_error.empty()) {
+            auto broadcast = ReadApplicationXml(bytes);
+            m_error = broadcast.error();
+            if (broadcast) {
+                m_damage.malformedSections += broadcast->damage.malformedSections;
+                m_handler(std::move(broadcast->snapshots.front()), false);
+            }
+        }
+        return bytes.size();
     }
-    return bytes.size();
+
+    std::string error() const override { return m_error; }
+
+private:
+    SnapshotHandler m_handler;
+    Damage& m_damage;
+    std::string m_error;
+};
+
+}  // namespace
+
+std::unique_ptr<BroadcastParser> MakeXmlParser(SnapshotHandler handler, Damage& damage) {
+    return std::make_unique<ApplicationXml>(std::move(handler), damage);
 }
 
 }  // namespace applist::sim

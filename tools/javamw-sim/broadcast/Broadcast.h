@@ -3,14 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "broadcast/ApplicationTable.h"
-#include "broadcast/ByteReader.h"
 #include "broadcast/Damage.h"
 
 namespace applist::sim {
@@ -44,26 +42,6 @@ void ForEachApplication(const std::vector<BroadcastService>& services, Visit&& v
 struct Broadcast {
     std::vector<Snapshot> snapshots;  ///< Never empty; each differs from the one before.
     Damage damage;
-};
-
-/// Called with the services after each new table. replaces is true if the table replaces an earlier
-/// version that a list may depend on.
-using SnapshotHandler = std::function<void(Snapshot snapshot, bool replaces)>;
-
-/// Parses one kind of broadcast piece by piece. The result does not depend on the pieces.
-class BroadcastParser {
-public:
-    BroadcastParser() = default;
-    virtual ~BroadcastParser() = default;
-    BroadcastParser(const BroadcastParser&) = delete;
-    BroadcastParser& operator=(const BroadcastParser&) = delete;
-
-    /// Parses the bytes that follow those parsed so far, and returns how many it has used. The
-    /// caller passes the others again, followed by more. With last, bytes are the end of the
-    /// broadcast, and all of them are used.
-    virtual size_t Parse(ByteSpan bytes, bool last) = 0;
-    /// Why the broadcast cannot be used; empty if it can.
-    virtual std::string error() const { return {}; }
 };
 
 }  // namespace applist::sim

@@ -8,11 +8,8 @@
 #include <utility>
 
 #include "File.h"
-#include "broadcast/ApplicationXml.h"
 #include "broadcast/PacketReader.h"
-#include "broadcast/SectionFile.h"
 #include "broadcast/Timeline.h"
-#include "broadcast/TransportStream.h"
 
 namespace applist::sim {
 namespace {
@@ -90,16 +87,15 @@ std::unique_ptr<BroadcastParser> BroadcastReader::MakeParser(ByteSpan bytes, boo
     // The suffix decides first, so that a damaged section file is still read as sections.
     if (EndsWith(m_file, ".sec") || section == Found::Yes) {
         // Sections alone do not contain the map that would reveal ISDB, so DVB is the default.
-        return std::make_unique<SectionFile>(m_coding.value_or(TextCoding::Dvb), m_handler,
-                                             m_damage);
+        return MakeSectionParser(m_coding.value_or(TextCoding::Dvb), m_handler, m_damage);
     }
     if (section == Found::Unknown) {
         return nullptr;
     }
     if (BeginsAsXml({reinterpret_cast<const char*>(bytes.data()), bytes.size()})) {
-        return std::make_unique<ApplicationXml>(m_handler, m_damage);
+        return MakeXmlParser(m_handler, m_damage);
     }
-    return std::make_unique<TransportStream>(m_coding, m_handler, m_damage);
+    return MakeStreamParser(m_coding, m_handler, m_damage);
 }
 
 std::string BroadcastReader::Problem() const {

@@ -11,6 +11,7 @@
 
 #include "Result.h"
 #include "broadcast/Broadcast.h"
+#include "broadcast/BroadcastParser.h"
 #include "broadcast/Text.h"
 
 namespace applist::sim {

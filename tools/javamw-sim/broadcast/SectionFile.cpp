@@ -1,14 +1,15 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "broadcast/SectionFile.h"
-
+#include <map>
+#include <memory>
 #include <utility>
 
 #include <dvbpsi/dvbpsi.h>
 // The headers of the library must be included in this order.
 #include <dvbpsi/psi.h>
 
-#include "broadcast/TransportStream.h"
+#include "broadcast/BroadcastParser.h"
+#include "broadcast/TableReader.h"
 
 namespace applist::sim {
 namespace {
@@ -64,93 +65,116 @@ Found BeginsWithSection(ByteSpan bytes, bool last) {
     return HasCrc(section) && CrcIsRight(section) ? Found::Yes : Found::No;
 }
 
-SectionFile::SectionFile(TextCoding coding, SnapshotHandler handler, Damage& damage)
-    : m_coding(coding), m_handler(std::move(handler)), m_damage(damage) {}
+namespace {
 
-size_t SectionFile::Parse(ByteSpan bytes, bool last) {
-    size_t used = 0;
-    // Every step uses some bytes unless it needs more of them.
-    for (size_t step = 1; step > 0 && used < bytes.size(); used += step) {
-        step = m_searching ? Search(bytes.subspan(used), last) : Next(bytes.subspan(used), last);
-        m_offset += step;
+class SectionFile : public BroadcastParser {
+public:
+    SectionFile(TextCoding coding, SnapshotHandler handler, Damage& damage)
+        : m_coding(coding), m_handler(std::move(handler)), m_damage(damage) {}
+
+    size_t Parse(ByteSpan bytes, bool last) override {
+        size_t used = 0;
+        // Every step uses some bytes unless it needs more of them.
+        for (size_t step = 1; step > 0 && used < bytes.size(); used += step) {
+            step =
+                m_searching ? Search(bytes.subspan(used), last) : Next(bytes.subspan(used), last);
+            m_offset += step;
+        }
+        if (last) {
+            for (const SubTable& table : m_collector.TakeIncomplete(m_damage)) {
+                OnTable(table);
+            }
+        }
+        return used;
     }
-    if (last) {
-        for (const SubTable& table : m_collector.TakeIncomplete(m_damage)) {
-            OnTable(table);
+
+private:
+    // Returns how many bytes are dealt with.
+    size_t Next(ByteSpan bytes, bool last) {
+        const Found complete = BeginsComplete(bytes, last);
+        if (complete == Found::Unknown) {
+            return 0;
+        }
+        if (complete == Found::No) {
+            return Lose(&Damage::malformedSections);
+        }
+        const ByteSpan section = bytes.first(SectionSize(bytes));
+        if (HasCrc(section) && !CrcIsRight(section)) {
+            return SkipDamaged(bytes, section.size(), last);
+        }
+        // A section without a CRC is another kind of table.
+        if (HasCrc(section)) {
+            OnSection(section);
+        }
+        return section.size();
+    }
+
+    // If the length was correct, the next section follows. Otherwise its position is unknown.
+    size_t SkipDamaged(ByteSpan bytes, size_t size, bool last) {
+        const ByteSpan behind = bytes.subspan(size);
+        const Found next = behind.empty() && last ? Found::Yes : BeginsWithSection(behind, last);
+        if (next == Found::Unknown) {
+            return 0;
+        }
+        const size_t lost = Lose(&Damage::wrongChecksums);
+        m_searching = next == Found::No;
+        return m_searching ? lost : size;
+    }
+
+    // Requires a valid CRC as well, because the table id alone is frequent in data.
+    size_t Search(ByteSpan bytes, bool last) {
+        const Found found =
+            bytes[0] == APPLICATION_TABLE ? BeginsWithSection(bytes, last) : Found::No;
+        m_searching = found != Found::Yes;
+        // The section that was found is read next.
+        return found == Found::Yes ? Next(bytes, last) : found == Found::No ? 1 : 0;
+    }
+
+    // Counts the byte that does not begin a section, and looks for the next that does.
+    size_t Lose(size_t Damage::*counter) {
+        m_damage.At(m_offset);
+        m_damage.Add(counter);
+        m_searching = true;
+        return 1;
+    }
+
+    void OnSection(ByteSpan section) {
+        const auto head = ParseTableSection(section);
+        m_damage.At(m_offset);
+        if (!head) {
+            m_damage.Add(&Damage::malformedSections);
+        } else if (head->tableId == APPLICATION_TABLE) {
+            if (const auto table = m_collector.Add(*head, section)) {
+                OnTable(*table);
+            }
         }
     }
-    return used;
-}
 
-// Returns how many bytes are dealt with.
-size_t SectionFile::Next(ByteSpan bytes, bool last) {
-    const Found complete = BeginsComplete(bytes, last);
-    if (complete == Found::Unknown) {
-        return 0;
-    }
-    if (complete == Found::No) {
-        return Lose(&Damage::malformedSections);
-    }
-    const ByteSpan section = bytes.first(SectionSize(bytes));
-    if (HasCrc(section) && !CrcIsRight(section)) {
-        return SkipDamaged(bytes, section.size(), last);
-    }
-    // A section without a CRC is another kind of table.
-    if (HasCrc(section)) {
-        OnSection(section);
-    }
-    return section.size();
-}
-
-// If the length was correct, the next section follows. Otherwise its position is unknown.
-size_t SectionFile::SkipDamaged(ByteSpan bytes, size_t size, bool last) {
-    const ByteSpan behind = bytes.subspan(size);
-    const Found next = behind.empty() && last ? Found::Yes : BeginsWithSection(behind, last);
-    if (next == Found::Unknown) {
-        return 0;
-    }
-    const size_t lost = Lose(&Damage::wrongChecksums);
-    m_searching = next == Found::No;
-    return m_searching ? lost : size;
-}
-
-// Requires a valid CRC as well, because the table id alone is frequent in data.
-size_t SectionFile::Search(ByteSpan bytes, bool last) {
-    const Found found = bytes[0] == APPLICATION_TABLE ? BeginsWithSection(bytes, last) : Found::No;
-    m_searching = found != Found::Yes;
-    // The section that was found is read next.
-    return found == Found::Yes ? Next(bytes, last) : found == Found::No ? 1 : 0;
-}
-
-// Counts the byte that does not begin a section, and looks for the next that does.
-size_t SectionFile::Lose(size_t Damage::*counter) {
-    m_damage.At(m_offset);
-    m_damage.Add(counter);
-    m_searching = true;
-    return 1;
-}
-
-void SectionFile::OnSection(ByteSpan section) {
-    const auto head = ParseTableSection(section);
-    m_damage.At(m_offset);
-    if (!head) {
-        m_damage.Add(&Damage::malformedSections);
-    } else if (head->tableId == APPLICATION_TABLE) {
-        if (const auto table = m_collector.Add(*head, section)) {
-            OnTable(*table);
+    void OnTable(const SubTable& table) {
+        m_tables[table.extension] = std::make_shared<const ApplicationTable>(
+            JoinApplicationSections(table, m_coding, m_damage));
+        BroadcastService service;
+        for (const auto& [type, applications] : m_tables) {
+            service.tables.push_back(applications);
         }
+        // A file of sections does not contain a clock.
+        m_handler({std::nullopt, {std::move(service)}}, table.replaces);
     }
-}
 
-void SectionFile::OnTable(const SubTable& table) {
-    m_tables[table.extension] = std::make_shared<const ApplicationTable>(
-        JoinApplicationSections(table, m_coding, m_damage));
-    BroadcastService service;
-    for (const auto& [type, applications] : m_tables) {
-        service.tables.push_back(applications);
-    }
-    // A file of sections does not contain a clock.
-    m_handler({std::nullopt, {std::move(service)}}, table.replaces);
+    TextCoding m_coding;
+    SnapshotHandler m_handler;
+    Damage& m_damage;
+    SubTableCollector m_collector;
+    std::map<uint16_t, std::shared_ptr<const ApplicationTable>> m_tables;  ///< By type.
+    uint64_t m_offset = 0;                                                 ///< Of the next byte.
+    bool m_searching = false;
+};
+
+}  // namespace
+
+std::unique_ptr<BroadcastParser> MakeSectionParser(TextCoding coding, SnapshotHandler handler,
+                                                   Damage& damage) {
+    return std::make_unique<SectionFile>(coding, std::move(handler), damage);
 }
 
 }  // namespace applist::sim

@@ -10,10 +10,25 @@
 // The headers of the library must be included in this order.
 #include <dvbpsi/psi.h>
 
-#include "broadcast/ApplicationTable.h"
 #include "broadcast/PacketReader.h"
 
 namespace applist::sim {
+
+ApplicationTable JoinApplicationSections(const SubTable& table, TextCoding coding, Damage& damage) {
+    ApplicationTable joined;
+    for (const auto& section : table.sections) {
+        if (auto part = ParseApplicationTable(section, coding)) {
+            // Earlier sections go in front, so that the applications keep the order of the
+            // broadcast.
+            part->applications.insert(part->applications.begin(), joined.applications.begin(),
+                                      joined.applications.end());
+            joined = std::move(*part);
+        } else {
+            damage.Add(&Damage::malformedSections);
+        }
+    }
+    return joined;
+}
 
 std::optional<SubTable> SubTableCollector::Add(const TableSection& section, ByteSpan bytes) {
     // A section that is not current announces a version that does not apply yet.

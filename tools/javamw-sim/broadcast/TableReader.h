@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "broadcast/ApplicationTable.h"
 #include "broadcast/ByteReader.h"
 #include "broadcast/Damage.h"
 #include "broadcast/ProgramTables.h"
@@ -24,6 +25,9 @@ struct SubTable {
     bool replaces = false;  ///< True if another version was complete before.
     std::vector<std::vector<uint8_t>> sections;
 };
+
+/// Joins all sections of a table of applications. A section of a different table counts as damage.
+ApplicationTable JoinApplicationSections(const SubTable& table, TextCoding coding, Damage& damage);
 
 /// Assembles the sub-tables of one PID from sections that are repeated. Reports a sub-table only if
 /// its version differs from the last complete one (EN 300 468, 5.2).

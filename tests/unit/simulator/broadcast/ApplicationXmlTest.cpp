@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "broadcast/ApplicationXml.h"
+#include "broadcast/BroadcastParser.h"
 #include "feed/BroadcastFilter.h"
 #include "support/AitXml.h"
 

@@ -12,6 +12,7 @@
 
 #include <gmock/gmock.h>
 
+#include "broadcast/PacketReader.h"
 #include "feed/BroadcastFilter.h"
 #include "support/ScannedBroadcast.h"
 #include "support/TsGenerator.h"
@@ -434,14 +435,14 @@ TEST(TransportStream, ReportsATableWithItsLastByte) {
                                  .Table({NEWS, WEATHER}, 1);
     sim::Damage damage;
     Items items;
-    TransportStream parser(
+    const auto parser = MakeStreamParser(
         std::nullopt, [&](const Snapshot& snapshot, bool) { items = OfferedItems(snapshot, {}); },
         damage);
     const ByteSpan stream(generator.stream());
-    const size_t used = parser.Parse(stream.first(stream.size() - 1), false);
+    const size_t used = parser->Parse(stream.first(stream.size() - 1), false);
     EXPECT_EQ(items, Items{BOTH[0]});
     EXPECT_EQ(used, stream.size() - PACKET);
-    parser.Parse(stream.subspan(used), false);
+    parser->Parse(stream.subspan(used), false);
     EXPECT_EQ(items, BOTH);
 }
 
@@ -455,7 +456,7 @@ TEST(TransportStream, LosesNoSectionAmongManyPackets) {
     }
     unsigned reported = 0;
     sim::Damage damage;
-    TransportStream parser(
+    const auto parser = MakeStreamParser(
         std::nullopt, [&](const Snapshot&, bool replaces) { reported += replaces ? 1U : 0U; },
         damage);
     Stream generator = OneTable({NEWS});
@@ -465,7 +466,7 @@ TEST(TransportStream, LosesNoSectionAmongManyPackets) {
         generator.Table({WEATHER}, static_cast<uint8_t>(i % 32));
         left.insert(left.end(), video.begin(), video.end());
         left.insert(left.end(), generator.stream().begin() + known, generator.stream().end());
-        const size_t used = parser.Parse(left, false);
+        const size_t used = parser->Parse(left, false);
         left.erase(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(used));
     }
     EXPECT_EQ(reported, TABLES);
