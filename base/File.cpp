@@ -16,6 +16,7 @@ namespace applist {
 namespace {
 
 constexpr size_t CHUNK = 65536;
+// By default the system allows no more to a process without privileges.
 constexpr int PIPE_SIZE = 1024 * 1024;
 
 // Call directly after the failure, because the reason is in errno.
@@ -43,14 +44,17 @@ InputFile::InputFile(InputFile&& other) noexcept
     : m_name(std::move(other.m_name)), m_descriptor(std::exchange(other.m_descriptor, -1)) {}
 
 InputFile& InputFile::operator=(InputFile&& other) noexcept {
+    // other closes the former descriptor of this object.
     std::swap(m_name, other.m_name);
     std::swap(m_descriptor, other.m_descriptor);
     return *this;
 }
 
 Result<InputFile> InputFile::Open(const std::string& name, Use use) {
+    // A FIFO that this process can write to does not end when its last writer closes it.
     const int mode = (use == Use::Follow && IsFifo(name) ? O_RDWR : O_RDONLY) |
                      (use == Use::ToTheEnd ? 0 : O_NONBLOCK) | O_CLOEXEC;
+    // Standard input is duplicated, because this object closes its descriptor.
     const int descriptor =
         name == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0) : open(name.c_str(), mode);
     if (descriptor < 0) {
@@ -72,6 +76,7 @@ Result<size_t> InputFile::Read(std::span<uint8_t> room) {
     ssize_t count = -1;
     do {
         count = read(m_descriptor, room.data(), room.size());
+        // A signal that is handled interrupts the wait, but is not an error of the file.
     } while (count < 0 && errno == EINTR);
     return count >= 0 ? Result(static_cast<size_t>(count))
                       : Result<size_t>::Failure(Failure(m_name));
@@ -95,6 +100,7 @@ Result<InputFile> InputFile::Watch() const {
 
 bool InputFile::RewindIfTruncated() {
     struct stat status {};
+    // The writer has begun the file anew, so what follows is at its start.
     const bool truncated =
         fstat(m_descriptor, &status) == 0 && status.st_size < lseek(m_descriptor, 0, SEEK_CUR);
     return truncated && lseek(m_descriptor, 0, SEEK_SET) == 0;

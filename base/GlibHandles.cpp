@@ -36,6 +36,7 @@ Registration RunOn(GSource* source, std::function<bool()> action) {
 
 Registration WhenReadable(int file, std::function<void(GIOCondition)> action) {
     using Action = std::function<void(GIOCondition)>;
+    // A hang-up and an error wake as well, because the next read reports them.
     GSource* source =
         g_unix_fd_source_new(file, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
     const GUnixFDSourceFunc run = [](int, GIOCondition condition, void* data) noexcept -> gboolean {

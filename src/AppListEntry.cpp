@@ -72,6 +72,7 @@ void AppListEntry::Service(app_control_s* request, void* data) {
 
 int AppListEntry::HandleService(app_control_s* /*request*/) {
     LOG_DEBUG("_handle_service function calling");
+    // The request carries no data that matter: every request is a start of the program.
     HandleCmd();
     return 0;
 }
@@ -104,6 +105,7 @@ void AppListEntry::Terminate(void* data) {
 
 void AppListEntry::Delete() {
     LOG_DEBUG("Delete");
+    // The views unregister from the models, so they go before them.
     DeleteAndClear(m_list);
     DeleteAndClear(m_renderer);
     DeleteAndClear(m_control);

@@ -45,6 +45,7 @@ void Send(const char* appId, const ExtraData& extraData) {
         LOG_DEBUG("Adding extra data: key=%s, value=%s", key.c_str(), value.c_str());
     }
     app_control_set_app_id(request, appId);
+    // Without a reply callback, because this program ends before the popup does.
     const int result = app_control_send_launch_request(request, nullptr, nullptr);
     app_control_destroy(request);
     if (result != APP_CONTROL_ERROR_NONE) {
@@ -64,6 +65,7 @@ bool BannerCreate(void* /*data*/) {
     return true;
 }
 
+// The popup is another program, so nothing is left to pause, resume or delete here.
 void BannerTerminate(void* /*data*/) {}
 
 void BannerPause(void* /*data*/) {}

@@ -28,6 +28,7 @@ int main(int argc, char** argv) try {
     std::printf("APPLIST v: %s\n", VERSION);
     // Standard output is buffered if it is a pipe; flush it so that the line appears at the start.
     static_cast<void>(std::fflush(stdout));
+    // Where data services are not offered, only a popup says why.
     ui_app_callbacks callbacks{BannerCreate, BannerTerminate, BannerPause, BannerResume,
                                BannerService};
     std::optional<AppListEntry> entry;

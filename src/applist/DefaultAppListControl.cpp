@@ -26,6 +26,7 @@ Items::const_iterator FindSelected(const Items& items, AppListModel* model) {
 
 }  // namespace
 
+// The keys of the remote control. The platform gives these names to the keys of other devices, too.
 const DefaultAppListControl::KeyAction DefaultAppListControl::KEY_ACTIONS[] = {
     {"XF86Back", &DefaultAppListControl::HandleBack},
     {"XF86Exit", &DefaultAppListControl::HandleExit},

@@ -207,6 +207,7 @@ AppListItem* DefaultAppListModel::FindNearestItem(AppListItem* item) {
     if (position == m_items.end()) {
         return nullptr;
     }
+    // The next row moves up to the place of the removed one, so the focus stays where it is.
     if (position + 1 != m_items.end()) {
         LOG_DEBUG("Next element is nearest");
         return *(position + 1);

@@ -230,6 +230,7 @@ void DefaultAppListRenderer::ItemSelected(AppListModel* /*model*/) {
 
 void DefaultAppListRenderer::ItemChanged(AppListModel* /*model*/) {
     LOG_DEBUG("Received item modification event");
+    // The toolkit moves its focus while rows come and go, which is not a choice of the viewer.
     SelectionPropagator::Suppression suppression(*m_selectionPropagator);
     const std::vector<AppListItem*> items = m_model->GetAllItems();
     AddItems(items, m_model->GetSelection());
@@ -258,6 +259,7 @@ void DefaultAppListRenderer::AddItems(const std::vector<AppListItem*>& items,
 }
 
 DefaultAppListRenderer::Row* DefaultAppListRenderer::ScanRows(AppListItem* target, RowsById* rows) {
+    // One pass for all three results, because a list may have hundreds of rows.
     m_focusItem = nullptr;
     Row* focused = nullptr;
     for (Row* row = elm_genlist_first_item_get(m_genlist); row != nullptr;
@@ -305,6 +307,7 @@ DefaultAppListRenderer::Row* DefaultAppListRenderer::InsertRow(AppListItem* item
         return elm_genlist_item_insert_after(m_genlist, m_itemClass, item, nullptr, anchor,
                                              ELM_GENLIST_ITEM_NONE, ItemSelectEvent, this);
     }
+    // New items in front of all known ones go before the first row.
     if (Row* first = elm_genlist_first_item_get(m_genlist)) {
         return elm_genlist_item_insert_before(m_genlist, m_itemClass, item, nullptr, first,
                                               ELM_GENLIST_ITEM_NONE, ItemSelectEvent, this);

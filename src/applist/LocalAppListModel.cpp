@@ -223,6 +223,7 @@ void LocalAppListModel::CallAddItems(std::istream& request, std::ostream& /*resp
     while (request >> buffer) {
         auto* item = new RemoteAppListItem(buffer);
         batch.push_back(item);
+        // Kept here, because the default model does not own its items.
         m_remoteItems.push_back(item);
         LOG_DEBUG(" - RemoteAppListItem name: %s, uniqueId: %s", item->GetVisibleName().c_str(),
                   item->GetUnigueId().c_str());
@@ -291,6 +292,7 @@ void LocalAppListModel::PrivateModifyItem(RemoteAppListItem oldItem, RemoteAppLi
               element->GetVisibleName().c_str(), element->GetUnigueId().c_str(),
               replacement->GetVisibleName().c_str(), replacement->GetUnigueId().c_str());
     m_model->ModifyItem(element, replacement);
+    // Deleted after the call, because listeners may still read the element.
     delete element;
     *position = replacement;
 }

@@ -14,6 +14,7 @@
 
 namespace {
 
+// A length has 32 bits on the wire. A longer text would be cut without a trace.
 bool FitsTheWire(const std::string& text) {
     return text.size() <= std::numeric_limits<std::uint32_t>::max();
 }

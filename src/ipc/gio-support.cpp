@@ -14,9 +14,11 @@ GVariant* PayloadOf(const std::vector<char>& data) {
 }
 
 std::optional<std::vector<char>> BytesOf(GVariant* parameters) {
+    // Of a signal any types may arrive: GIO checks only the calls of declared methods.
     if (parameters == nullptr || !g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ay)"))) {
         return std::nullopt;
     }
+    // Borrows the bytes of parameters; the result is the only copy.
     g_autoptr(GVariant) array = g_variant_get_child_value(parameters, 0);
     gsize size = 0;
     const auto* bytes =

@@ -26,6 +26,7 @@ constexpr useconds_t LOCALSET_PAUSE_US = 500'000;
 
 using FactoryBuffer = std::array<std::byte, FACTORY_DATA_BUFFER_SIZE>;
 
+// Copied, because reading bytes through a pointer to int is undefined.
 int FirstWord(const FactoryBuffer& buffer) {
     int32_t word = 0;
     std::memcpy(&word, buffer.data(), sizeof word);
@@ -42,6 +43,7 @@ LocalSet LocalSetOf(int factoryRegion) {
             return LOCAL_ARGENTINA;
         case FACTORY_URUGUAY:
             return LOCAL_URUGUAY;
+        // A set knows more regions than these. None of the others offers data services.
         default:
             return LOCAL_NONE_OF;
     }
@@ -91,6 +93,7 @@ int PlatformSettings::GetLocalSet() {
         if (status == FACTORY_DATA_INTEGER) {
             return LocalSetOf(value);
         }
+        // Blocks, because nothing can be decided without the region.
         usleep(LOCALSET_PAUSE_US);
     }
     // The line prints the buffer's address in place of a value, because no value could be read.

@@ -70,6 +70,7 @@ int check_visibility_int(const char* key) {
     if (key != nullptr && key == MENU_KEY) {
         return CheckVisibility() ? 1 : 0;
     }
+    // The menu may ask for any of its entries. Only the list's own one is decided here.
     LOG_DEBUG("Item will not be shown");
     return 0;
 }
