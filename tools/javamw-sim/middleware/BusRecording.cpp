@@ -81,6 +81,11 @@ ExitCode RecordBus(const std::string& address, const std::string& file) {
             refusal);
         return ExitCode::NoBus;
     }
+    const std::string error = (*recorder)->Begin();
+    if (!error.empty()) {
+        Complain(error);
+        return ExitCode::WrongUsage;
+    }
     return RecordUntilEnd(connection->get(), loop, file, **recorder);
 }
 

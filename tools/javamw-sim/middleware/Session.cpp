@@ -103,10 +103,11 @@ std::string Session::StartRecording(GDBusConnection* connection) {
     }
     auto recorder =
         SessionRecorder::Start(connection, TrafficTap::Use::Participant, m_options.recordFile);
-    if (recorder) {
-        m_recorder = std::move(*recorder);
+    if (!recorder) {
+        return recorder.error();
     }
-    return recorder.error();
+    m_recorder = std::move(*recorder);
+    return m_recorder->Begin();
 }
 
 ExitCode Session::FinishRecording(ExitCode code) {

@@ -337,13 +337,17 @@ Result<RecordingFile> RecordingFile::Create(const std::string& file) {
     if (opened == nullptr) {
         return Result<RecordingFile>::Failure(file + ": " + g_strerror(errno));
     }
-    RecordingFile created(file, opened);
-    created.WriteText(RecordingHeader(Now()));
-    return created.error().empty() ? Result(std::move(created))
-                                   : Result<RecordingFile>::Failure(created.error());
+    return RecordingFile(file, opened);
+}
+
+void RecordingFile::Begin() {
+    if (!std::exchange(m_begun, true)) {
+        WriteText(RecordingHeader(Now()));
+    }
 }
 
 void RecordingFile::Write(const RecordedMessage& message) {
+    Begin();
     WriteText(RecordingLine(message));
     ++m_count;
 }
@@ -379,13 +383,21 @@ Result<std::unique_ptr<SessionRecorder>> SessionRecorder::Start(GDBusConnection*
 SessionRecorder::SessionRecorder(GDBusConnection* connection, TrafficTap::Use use,
                                  RecordingFile file)
     : m_file(std::move(file)),
-      m_tap(std::make_unique<TrafficTap>(
-          connection, use, [this](const RecordedMessage& message) { m_file.Write(message); })) {
+      m_tap(std::make_unique<TrafficTap>(connection, use, [this](const RecordedMessage& message) {
+          const std::lock_guard lock(m_mutex);
+          m_file.Write(message);
+      })) {
     if (use == TrafficTap::Use::Participant) {
         // The bus reports names only to subscribers. The tap sees the resulting signals.
         m_announcements =
             Subscribe(connection, OwnerChangesOf(NAMESPACE, true), [](const auto&, GVariant*) {});
     }
+}
+
+std::string SessionRecorder::Begin() {
+    const std::lock_guard lock(m_mutex);
+    m_file.Begin();
+    return m_file.error();
 }
 
 std::string SessionRecorder::Finish() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -43,9 +44,13 @@ Result<Recording> LoadRecording(const std::string& file);
 /// file. May be used from any thread, but from only one at a time.
 class RecordingFile {
 public:
-    /// Replaces the contents of file; "-" is standard output.
+    /// Empties file; "-" is standard output.
     static Result<RecordingFile> Create(const std::string& file);
 
+    /// Writes the header if it is missing. Readers may take it as the sign that messages are
+    /// recorded from now on.
+    void Begin();
+    /// Writes the header before the first message.
     void Write(const RecordedMessage& message);
     size_t count() const { return m_count; }
     /// The first error with the name of the file; empty if none.
@@ -61,6 +66,7 @@ private:
 
     std::string m_name;
     std::unique_ptr<FILE, CloseFile> m_file;
+    bool m_begun = false;
     size_t m_count = 0;
     std::string m_error;
 };
@@ -69,12 +75,15 @@ private:
 class SessionRecorder {
 public:
     /// A participant also records its own announcements. connection must outlive the recorder. A
-    /// failure names the file.
+    /// failure names the file, which is empty until Begin() or the first message.
     static Result<std::unique_ptr<SessionRecorder>> Start(GDBusConnection* connection,
                                                           TrafficTap::Use use,
                                                           const std::string& file);
     SessionRecorder(GDBusConnection* connection, TrafficTap::Use use, RecordingFile file);
 
+    /// Writes the header. Call when no later message can be missed. Returns the error of the file,
+    /// or an empty string.
+    std::string Begin();
     /// Ends the recording. Returns the first write error, or an empty string. Call only once.
     std::string Finish();
     /// Number of messages in the file. REQUIRES: finished.
@@ -82,6 +91,7 @@ public:
 
 private:
     RecordingFile m_file;
+    std::mutex m_mutex;  ///< Protects the file.
     Registration m_announcements;
     std::unique_ptr<TrafficTap> m_tap;
 };

@@ -98,7 +98,7 @@ TEST_F(Record, WritesToStandardOutputAndNothingElseThere) {
     const auto recorder = m_set.Start({"record", "-"});
     ASSERT_TRUE(recorder->WaitForText("{\"javamw-recording\":1"));
     ASSERT_EQ(m_set.Run({"call", "GetSelection"}), SUCCESS);
-    ASSERT_TRUE(recorder->WaitForText("\"kind\":\"reply\""));
+    ASSERT_TRUE(recorder->WaitForText("\"kind\":\"reply\"")) << recorder->Output();
     EXPECT_EQ(Simulation::Interrupt(*recorder), SUCCESS);
     EXPECT_EQ(recorder->Errors(), "");
     EXPECT_THAT(recorder->Output(), StartsWith("{"));

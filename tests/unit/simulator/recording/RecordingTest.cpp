@@ -298,6 +298,8 @@ private:
 TEST_F(RecordingFiles, HoldEachMessageAsSoonAsItIsWritten) {
     auto file = RecordingFile::Create(Path("new"));
     ASSERT_TRUE(file) << file.error();
+    EXPECT_EQ(ContentOf(Path("new")), "");
+    file->Begin();
     EXPECT_THAT(ContentOf(Path("new")), StartsWith("{\"javamw-recording\":1,\"started\":\"2"));
     file->Write(Replied(7));
     EXPECT_THAT(ContentOf(Path("new")), HasSubstr("\"call\":7"));
@@ -308,10 +310,22 @@ TEST_F(RecordingFiles, HoldEachMessageAsSoonAsItIsWritten) {
     EXPECT_THAT(read->messages, SizeIs(1));
 }
 
-TEST_F(RecordingFiles, AreNamedWhenTheyCannotBeCreated) {
+TEST_F(RecordingFiles, HaveOneHeaderIfAMessageIsWrittenFirst) {
+    auto file = RecordingFile::Create(Path("new"));
+    ASSERT_TRUE(file) << file.error();
+    file->Write(Replied(7));
+    file->Begin();
+    const auto read = LoadRecording(Path("new"));
+    ASSERT_TRUE(read) << read.error();
+    EXPECT_THAT(read->messages, SizeIs(1));
+}
+
+TEST_F(RecordingFiles, AreNamedWhenTheyCannotBeWritten) {
     EXPECT_EQ(RecordingFile::Create(Path("none/file")).error(),
               Path("none/file") + ": No such file or directory");
-    EXPECT_EQ(RecordingFile::Create("/dev/full").error(), "/dev/full: No space left on device");
+    auto full = RecordingFile::Create("/dev/full");
+    full->Begin();
+    EXPECT_EQ(full->error(), "/dev/full: No space left on device");
 }
 
 TEST_F(RecordingFiles, AreNamedWhenTheyCannotBeRead) {
