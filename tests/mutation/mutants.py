@@ -9,7 +9,7 @@ from typing import NamedTuple
 
 # The test programs for each file, the quickest first. The first program that fails ends a mutant's run.
 PROGRAMS = {
-    "base/CallbackGuard.h": ["control_test", "renderer_test", "entry_test"],
+    "base/CallbackGuard.h": ["unit_base", "control_test", "renderer_test", "entry_test"],
     "base/LittleEndian.h": ["unit_base"],
     "base/PTMutex.h": ["unit_base"],
     "menu-provider/visibility-checker/src/PlatformSettings.cpp": ["visibility_test"],

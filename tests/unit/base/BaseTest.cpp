@@ -3,15 +3,19 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 
 #include <gmock/gmock.h>
 
+#include "CallbackGuard.h"
 #include "LittleEndian.h"
 #include "Number.h"
 #include "PTMutex.h"
 #include "fakes/FakeMutex.h"
+#include "fakes/FakePlatformLog.h"
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 namespace applist::test {
 namespace {
@@ -42,6 +46,23 @@ TEST(Number, FitsItsType) {
 TEST(Number, HasABaseOrAFraction) {
     EXPECT_EQ(ParseNumber<std::uint8_t>("fF", 16), 0xFF);
     EXPECT_EQ(ParseNumber<double>("0.5"), 0.5);
+}
+
+class CallbackGuard : public testing::Test {
+protected:
+    CallbackGuard() { ClearLog(); }
+};
+
+TEST_F(CallbackGuard, ReturnsTheResultOfABodyThatDoesNotThrow) {
+    EXPECT_EQ(GuardCallback(1, [] { return 2; }), 2);
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(CallbackGuard, LogsAnExceptionAndReturnsTheFallback) {
+    EXPECT_EQ(GuardCallback(1, []() -> int { throw std::runtime_error("a reason"); }), 1);
+    EXPECT_EQ(GuardCallback(1, []() -> int { throw 2; }), 1);
+    EXPECT_THAT(Log(), ElementsAre(Error("Callback aborted: a reason", "GuardCallback"),
+                                   Error("Callback aborted: unknown exception", "GuardCallback")));
 }
 
 class MutexCalls : public testing::Test {
