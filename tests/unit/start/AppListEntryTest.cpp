@@ -3,6 +3,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -61,10 +62,10 @@ protected:
     }
 
     void WatchParts() {
-        const Parts parts = partsOf(*m_entry);
-        m_watch.emplace([this, parts](const void* block) {
+        m_watch.emplace([this, parts = partsOf(*m_entry)](const void* block) mutable {
             for (size_t i = 0; i < parts.size(); ++i) {
-                if (parts[i] == block) {
+                // A later block may get the address of a deleted object.
+                if (parts[i] == block && std::exchange(parts[i], nullptr) != nullptr) {
                     m_deleted += std::string(m_deleted.empty() ? "" : ", ") + PART_NAMES[i];
                 }
             }
