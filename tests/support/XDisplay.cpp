@@ -23,6 +23,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds LOOK_AGAIN{250};
+constexpr uint32_t GREY = 0x808080;
 
 // Windows can disappear while a test examines them.
 int IgnoreError(Display*, XErrorEvent*) {
@@ -156,10 +157,17 @@ void XDisplay::StartCompositor(const std::string& program) {
     // Without a reader its messages would fill the pipe and block it, and the screen with it.
     m_compositor = std::make_unique<ChildProcess>(
         std::vector<std::string>{"sh", "-c", "exec \"$0\" 2>/dev/null", program}, Environment());
-    // The owner of this selection is the compositor, which also draws the screen.
-    if (!WaitUntil([this] { return HasSelectionOwner("_NET_WM_CM_S0"); })) {
+    // The owner of this selection is the compositor. It draws the screen some time later; from then
+    // on a covered window keeps its own pixels.
+    const XlibWindow covered = AddWindow(GREY, false);
+    XMapRaised(m_display, covered);
+    Cover();
+    if (!WaitUntil(
+            [&] { return HasSelectionOwner("_NET_WM_CM_S0") && PixelOf(covered, 5, 5) == GREY; })) {
         GiveUp(program + " does not start");
     }
+    Uncover();
+    Close(covered);
 }
 
 void XDisplay::SendKey(unsigned int code, bool down) {
@@ -263,7 +271,11 @@ void XDisplay::PaintRoot(uint32_t colour) {
 }
 
 uint32_t XDisplay::Pixel(int x, int y) const {
-    const auto image = GrabImage(m_display, m_root, x, y, 1, 1);
+    return PixelOf(m_root, x, y);
+}
+
+uint32_t XDisplay::PixelOf(XlibWindow window, int x, int y) const {
+    const auto image = GrabImage(m_display, window, x, y, 1, 1);
     return image ? static_cast<uint32_t>(XGetPixel(image.get(), 0, 0)) & COLOUR_MASK : 0;
 }
 

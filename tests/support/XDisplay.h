@@ -112,6 +112,8 @@ private:
     bool HasProperty(XlibWindow window, const char* name) const;
     /// Waits until the window manager answers a request; true iff it does in time.
     bool WindowManagerReplies();
+    /// The colour of one pixel of a window as 0xRRGGBB.
+    uint32_t PixelOf(XlibWindow window, int x, int y) const;
     bool HasSelectionOwner(const char* name) const;
     /// Discards all pending events of the connection.
     void DrainEvents();
