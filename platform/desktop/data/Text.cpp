@@ -57,13 +57,14 @@ const bool LANGUAGES_CHOSEN = GuardCallback(false, [] {
 // available.
 class ScopedLocale {
 public:
-    ScopedLocale() : m_locale(newlocale(LC_MESSAGES_MASK, "C.UTF-8", nullptr)) {
-        m_previous = m_locale != nullptr ? uselocale(m_locale) : nullptr;
+    ScopedLocale() {
+        // Kept, because reading it takes longer than the look-up.
+        static const locale_t lookUp = newlocale(LC_MESSAGES_MASK, "C.UTF-8", nullptr);
+        m_previous = lookUp != nullptr ? uselocale(lookUp) : nullptr;
     }
     ~ScopedLocale() {
-        if (m_locale != nullptr) {
+        if (m_previous != nullptr) {
             uselocale(m_previous);
-            freelocale(m_locale);
         }
     }
     ScopedLocale(const ScopedLocale&) = delete;
@@ -72,7 +73,6 @@ public:
     ScopedLocale& operator=(ScopedLocale&&) = delete;
 
 private:
-    locale_t m_locale;
     locale_t m_previous;
 };
 

@@ -12,6 +12,7 @@
 #include "CallbackGuard.h"
 #include "display/Screen.h"
 #include "toolkit-internals/FrameDrawing.h"
+#include "toolkit-internals/FrameRequests.h"
 
 namespace applist::desktop {
 namespace {
@@ -209,6 +210,7 @@ void Windows::Added(Evas_Object* window) {
     m_windows.push_back({window});
     FitToScreen(window);
     LimitFirstFrame(window);
+    SendFramesAtOnce(window);
     m_listener.created(window);
     for (const auto& [event, callback] : CALLBACKS) {
         evas_object_smart_callback_add(window, event, callback, this);

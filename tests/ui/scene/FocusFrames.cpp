@@ -141,6 +141,11 @@ TEST_F(TheDrawnFocus, EasesFromRowToRowAfterAKey) {
     }
     EXPECT_GT(frames().front().bars[0], 0);
     EXPECT_LT(frames().front().bars[1], 255);
+    // One frame follows the first one. Each takes as long as the first.
+    for (const Frame& frame : frames()) {
+        EXPECT_TRUE(frame.bars == frames().front().bars || frame.bars == frames().back().bars)
+            << frame;
+    }
 }
 
 TEST_F(TheDrawnFocus, MovesAsOneWhileItEases) {
