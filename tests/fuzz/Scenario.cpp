@@ -6,19 +6,10 @@
 #include "fuzz/Properties.h"
 #include "scenario/Statement.h"
 #include "scenario/Words.h"
+#include "shared/LineReader.h"
 
 namespace applist::test {
 namespace {
-
-std::vector<std::string_view> Lines(std::string_view text) {
-    std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const size_t end = text.find('\n');
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    }
-    return lines;
-}
 
 bool IsInside(const sim::ScenarioError& error, const std::vector<std::string_view>& lines) {
     return error.line >= 1 && error.line <= lines.size() && error.column >= 1 &&
@@ -73,7 +64,7 @@ bool HasItsSize(const sim::Statement& statement) {
 }  // namespace
 
 std::string CheckScenario(std::string_view bytes) {
-    const std::vector<std::string_view> lines = Lines(bytes);
+    const std::vector<std::string_view> lines = tools::LinesOf(bytes);
     const auto parsed = sim::ParseScenario(bytes);
     if (parsed.statements.size() + parsed.errors.size() > lines.size()) {
         return "there are more results than lines";

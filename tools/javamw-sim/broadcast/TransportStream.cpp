@@ -19,15 +19,13 @@ namespace {
 constexpr size_t MAX_SERVICES = 1000;
 
 bool HasJapaneseNames(const BroadcastService& service) {
-    const auto japanese = [](const ApplicationName& name) { return name.language == "jpn"; };
-    for (const auto& table : service.tables) {
-        for (const Application& application : table->applications) {
-            if (std::any_of(application.names.begin(), application.names.end(), japanese)) {
-                return true;
-            }
-        }
-    }
-    return false;
+    const auto isJapanese = [](const ApplicationName& name) { return name.language == "jpn"; };
+    bool japanese = false;
+    ForEachApplication({service}, [&](const auto&, const auto&, const Application& application) {
+        japanese =
+            japanese || std::any_of(application.names.begin(), application.names.end(), isJapanese);
+    });
+    return japanese;
 }
 
 class TransportStream : public BroadcastParser {

@@ -15,10 +15,8 @@ namespace {
 
 // Names are compared without regard to case.
 std::string Folded(const std::string& text) {
-    char* folded = g_utf8_casefold(text.c_str(), -1);
-    std::string copy = folded;
-    g_free(folded);
-    return copy;
+    g_autofree char* folded = g_utf8_casefold(text.c_str(), -1);
+    return folded;
 }
 
 // Parses a decimal number, or a hexadecimal one with "0x".

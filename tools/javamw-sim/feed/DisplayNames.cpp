@@ -116,10 +116,8 @@ std::string PreferredName(const std::vector<ApplicationName>& names,
 }
 
 std::string ValidUtf8(const std::string& text) {
-    char* valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
-    std::string copy = valid;
-    g_free(valid);
-    return copy;
+    g_autofree char* valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
+    return valid;
 }
 
 }  // namespace applist::sim

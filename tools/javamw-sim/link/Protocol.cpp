@@ -3,32 +3,18 @@
 #include "link/Protocol.h"
 
 #include <algorithm>
-#include <charconv>
 #include <span>
 #include <sstream>
 #include <string>
 #include <utility>
 
 #include "LittleEndian.h"
+#include "Number.h"
+#include "applist/DefaultAppListItem.h"
 #include "applist/RemoteAppListItem.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
-namespace {
-
-/// Adapts an item to the shared codec.
-class ItemView : public AppListItem {
-public:
-    /// item must outlive the view.
-    explicit ItemView(const Item& item) : m_item(item) {}
-    std::string GetVisibleName() override { return m_item.name; }
-    std::string GetUnigueId() override { return m_item.id; }
-
-private:
-    const Item& m_item;
-};
-
-}  // namespace
 
 std::string_view NameOf(Function function) {
     constexpr std::array<std::string_view, FUNCTIONS.size()> names{
@@ -57,8 +43,8 @@ std::optional<Function> FunctionByName(std::string_view name) {
 Bytes EncodeCall(Function function, const Items& items) {
     std::ostringstream payload;
     for (const Item& item : items) {
-        ItemView view(item);
-        payload << RemoteAppListItem(view);
+        DefaultAppListItem listed(item.name, item.id);
+        payload << RemoteAppListItem(listed);
     }
     const std::string text = payload.str();
     Bytes message(text.begin(), text.end());
@@ -139,14 +125,11 @@ std::optional<Bytes> FromHex(std::string_view text) {
     Bytes bytes;
     bytes.reserve(text.size() / 2);
     for (size_t i = 0; i < text.size(); i += 2) {
-        uint8_t value = 0;
-        const char* end = text.data() + i + 2;
-        const auto parsed = std::from_chars(text.data() + i, end, value, 16);
-        // The parser stops at the first character that is not a digit, so its end is checked, too.
-        if (parsed.ec != std::errc() || parsed.ptr != end) {
+        const auto value = ParseNumber<uint8_t>(text.substr(i, 2), 16);
+        if (!value) {
             return std::nullopt;
         }
-        bytes.push_back(static_cast<char>(value));
+        bytes.push_back(static_cast<char>(*value));
     }
     return bytes;
 }

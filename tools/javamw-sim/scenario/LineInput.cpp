@@ -239,12 +239,10 @@ unsigned char EditorInput::cb_Complete(EditLine* editor, int /*key*/) noexcept {
 }
 
 std::string HistoryFile() {
-    char* folder = g_build_filename(g_get_user_state_dir(), "javamw-sim", nullptr);
+    g_autofree char* folder = g_build_filename(g_get_user_state_dir(), "javamw-sim", nullptr);
     // Only the user may read the history.
     const bool there = g_mkdir_with_parents(folder, 0700) == 0;
-    std::string file = there ? std::string(folder) + "/history" : std::string();
-    g_free(folder);
-    return file;
+    return there ? std::string(folder) + "/history" : std::string();
 }
 
 }  // namespace applist::sim
