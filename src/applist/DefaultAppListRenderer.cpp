@@ -63,6 +63,25 @@ AppListItem* ItemOf(const Elm_Object_Item* row) {
     return static_cast<AppListItem*>(elm_object_item_data_get(row));
 }
 
+// Removes a selection listener from its model while it exists. Also adds the listener again if an
+// exception occurs, because it must receive later changes.
+class ListenerRemoval {
+public:
+    ListenerRemoval(AppListModel& model, ItemSelectionListener* listener)
+        : m_model(model), m_listener(listener) {
+        m_model.RemoveItemSelectionListener(m_listener);
+    }
+    ~ListenerRemoval() { m_model.AddItemSelectionListener(m_listener); }
+    ListenerRemoval(const ListenerRemoval&) = delete;
+    ListenerRemoval& operator=(const ListenerRemoval&) = delete;
+    ListenerRemoval(ListenerRemoval&&) = delete;
+    ListenerRemoval& operator=(ListenerRemoval&&) = delete;
+
+private:
+    AppListModel& m_model;
+    ItemSelectionListener* m_listener;
+};
+
 // Returns the item of a row that the toolkit reports. Logs noRow or noItem and returns null if the
 // row or its item is null.
 AppListItem* ReportedItemOf(const Elm_Object_Item* row, const char* noRow, const char* noItem) {
@@ -86,9 +105,8 @@ void SelectionPropagator::SetSelection(AppListItem* item) {
     }
     LOG_DEBUG("Propagate event up to data model");
     // The listener has caused this change, so it must not be called for it.
-    m_model->RemoveItemSelectionListener(m_listener);
+    const ListenerRemoval removal(*m_model, m_listener);
     m_model->SetSelection(item);
-    m_model->AddItemSelectionListener(m_listener);
 }
 
 DefaultAppListRenderer::DefaultAppListRenderer(const std::string& name) : m_name(name) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <tuple>
 #include <utility>
 
@@ -120,6 +121,19 @@ TEST_F(DefaultAppListRendererFocus, MovedByTheViewerReachesTheModelAndItsListene
     EXPECT_THAT(Log(), ElementsAre(Debug("Calling smart selection propagate: " + BETA),
                                    Debug("Propagate event up to data model")));
     EXPECT_EQ(model.selectionListeners.back(), static_cast<ItemSelectionListener*>(renderer.get()));
+}
+
+TEST_F(DefaultAppListRendererFocus, FollowsTheModelAfterAMoveThatTheModelCouldNotHandle) {
+    ShowFocused({&a, &b, &c}, &a);
+    model.onCall = [](const std::string& call) {
+        if (call == "SetSelection(b)") {
+            throw std::bad_alloc();
+        }
+    };
+    HeadlessToolkit::PressKey("Down");
+    EXPECT_THAT(Log(), Contains(Error("Callback aborted: std::bad_alloc", "GuardCallback")));
+    model.Select(&c);
+    EXPECT_EQ(renderer->FocusedRow(), "c");
 }
 
 TEST_F(DefaultAppListRendererFocus, LeavingADeletedRowDoesNotReachTheModel) {
