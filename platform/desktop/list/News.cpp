@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "CallbackGuard.h"
+
 namespace applist::desktop {
 namespace {
 
@@ -34,11 +36,14 @@ unsigned int NewsListener::Created() {
     return g_created;
 }
 
+// Guarded, because the toolkit's callbacks tell news before they move the focus.
 void TellNews(const News& news) {
-    // A copy, because a listener may create another one.
-    for (const auto listeners = Listeners(); const NewsListener* listener : listeners) {
-        listener->m_function(news);
-    }
+    GuardCallback([&news] {
+        // A copy, because a listener may create another one.
+        for (const auto listeners = Listeners(); const NewsListener* listener : listeners) {
+            listener->m_function(news);
+        }
+    });
 }
 
 }  // namespace applist::desktop

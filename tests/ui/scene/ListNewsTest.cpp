@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // What a viewer who does not see the list is told, in English.
+#include <new>
+
 #include <gmock/gmock.h>
 
 #include "list/ListFocus.h"
@@ -115,6 +117,15 @@ TEST_F(TheNews, SayThatTheListClosesUntilAKeyKeepsItOpen) {
     EXPECT_THAT(Texts(),
                 testing::UnorderedElementsAre("Closes in 20 seconds", "", "Row 2, 2 of 5"));
     EXPECT_EQ(Texts().front(), "Closes in 20 seconds");
+}
+
+TEST_F(TheNews, DoNotKeepTheFocusFromMovingIfTheyCannotBeTold) {
+    FillAndForget(5);
+    desktop::ListFocus::Of(list()).panel().ShowNote();
+    const desktop::NewsListener failing([](const News&) { throw std::bad_alloc(); });
+    Type("Down");
+    EXPECT_EQ(FocusedRow(), "Row 2");
+    EXPECT_EQ(Selected(), "Row 2");
 }
 
 TEST_F(TheNews, NameTheFocusedRowBeforeTheFrameThatShowsIt) {
