@@ -44,6 +44,10 @@ Eina_Bool OnRelease(void* panel, int, void* key) {
     return ECORE_CALLBACK_PASS_ON;
 }
 
+void OnThemeChanged(void* panel, Evas_Object*, void*) {
+    GuardCallback([panel] { static_cast<ListPanel*>(panel)->Rescale(); });
+}
+
 Evas_Object* PopupAround(const Evas_Object* list) {
     Evas_Object* around = elm_object_parent_widget_get(list);
     while (around != nullptr &&
@@ -71,9 +75,7 @@ Evas_Object* DrawingOfPopupAround(const Evas_Object* list) {
 }
 
 std::string PositionText(int position, int count) {
-    // The space separates it from a title that is too long.
-    return "\u2003" +
-           Filled(i18n_get_text("LIST_POSITION"),
+    return Filled(i18n_get_text("LIST_POSITION"),
                   {{"{position}", std::to_string(position)}, {"{count}", std::to_string(count)}});
 }
 
@@ -101,9 +103,11 @@ std::string TitleOf(const Evas_Object* list) {
 ListPanel::ListPanel(Evas_Object* list)
     : m_list(list),
       m_drawing(DrawingOfPopupAround(list)),
+      m_scale(elm_config_scale_get()),
       m_beforeWait(ecore_idle_enterer_before_add(OnBeforeWait, this)),
       m_release(EventHandler::Behind(ECORE_EVENT_KEY_UP, OnRelease, this)),
       m_news(list) {
+    evas_object_smart_callback_add(list, "theme,changed", OnThemeChanged, this);
     Used();
     RowsChanged();
 }
@@ -112,6 +116,7 @@ ListPanel::~ListPanel() {
     ecore_idle_enterer_del(m_beforeWait);
     Stop(m_note);
     Stop(m_settling);
+    evas_object_smart_callback_del_full(m_list, "theme,changed", OnThemeChanged, this);
 }
 
 void ListPanel::Restart(Ecore_Timer*& timer, double seconds, Ecore_Task_Cb callback,
@@ -160,6 +165,23 @@ void ListPanel::Redraw() {
     if (m_noteShown) {
         DrawNote();
     }
+}
+
+// The program calculates the minimum size once, for the screen on which the list opens. On a lower
+// screen it would be larger than the theme's list.
+void ListPanel::Rescale() {
+    const double change = elm_config_scale_get() / std::exchange(m_scale, elm_config_scale_get());
+    const Evas_Object* table = elm_object_parent_widget_get(m_list);
+    if (elm_object_widget_type_get(table) != std::string_view("Elm_Table")) {
+        return;
+    }
+    // The object that has the minimum size shares the list's cell.
+    Evas_Object* floor = elm_table_child_get(table, 0, 0);
+    int width = 0;
+    int height = 0;
+    evas_object_size_hint_min_get(floor, &width, &height);
+    evas_object_size_hint_min_set(floor, static_cast<int>(width * change),
+                                  static_cast<int>(height * change));
 }
 
 void ListPanel::ShowCount() {

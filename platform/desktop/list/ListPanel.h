@@ -42,6 +42,8 @@ public:
     void Update();
     /// Shows the current state in a theme that has just been loaded.
     void Redraw();
+    /// Called when the toolkit has drawn the list for another theme or scale.
+    void Rescale();
     /// The viewer or the middleware has used the list: hides the note and restarts its timer.
     void Used();
     /// Called by the key handler for each key release.
@@ -62,6 +64,8 @@ private:
     Evas_Object* m_list;
     /// Null without a popup.
     Evas_Object* m_drawing;
+    /// The toolkit's scale to which the list's minimum size belongs.
+    double m_scale;
     Ecore_Timer* m_note = nullptr;
     Ecore_Timer* m_settling = nullptr;
     Ecore_Idle_Enterer* m_beforeWait;

@@ -27,9 +27,7 @@ std::string EmptyText(const ThemedList& list) {
 }
 
 std::string Count(const ThemedList& list) {
-    std::string text = TextOf(list.popup(), "applist.count");
-    const std::string space = "\u2003";
-    return text.rfind(space, 0) == 0 ? text.substr(space.size()) : text;
+    return TextOf(list.popup(), "applist.count");
 }
 
 TEST_F(TheFrame, IsACalmPanelBeforeTheListIsFilled) {
@@ -120,6 +118,29 @@ TEST_F(TheFrame, ShowsPartOfTheRowsBeyondThoseThatFit) {
     EXPECT_GT(drawnBetween(top - 24, top), 20);
 }
 
+TEST_F(TheFrame, ShowsTheWholeScrollBarBesideTheClosingNote) {
+    list.Show(NumberedRows(FITTING * 2), FITTING * 2 - 1);
+    ASSERT_TRUE(HeadlessToolkit::RunUntil([this] { return HasScrollBar(); }));
+    HeadlessToolkit::Settle();
+    const auto drawnBar = [this] {
+        return Draw(list.window()).Cut(BoxOf(list.list(), "track")).pixels;
+    };
+    const auto before = drawnBar();
+    edje_object_signal_emit(list.popup(), "applist,note,visible", "applist");
+    HeadlessToolkit::Settle();
+    EXPECT_EQ(drawnBar(), before);
+}
+
+TEST_F(TheFrame, TakesTheProportionsOfAScreenThatBecomesLower) {
+    const Box before = BoxOf(list.panel());
+    Apply({Variant::STANDARD, 540});
+    evas_object_resize(list.window(), 960, 540);
+    HeadlessToolkit::Settle();
+    constexpr int ROUNDING = 2;
+    EXPECT_NEAR(BoxOf(list.panel()).width, before.width / 2, ROUNDING);
+    EXPECT_NEAR(BoxOf(list.panel()).height, before.height / 2, ROUNDING);
+}
+
 TEST_F(TheFrame, HoldsTheFocusedRowWhole) {
     list.Show(NumberedRows(20));
     for (const size_t row : {7U, 8U, 19U, 0U, 12U}) {
@@ -163,7 +184,10 @@ TEST(ATitle, EndsBeforeTheCount) {
 // A set whose language has no translation shows English texts in a mirrored panel.
 TEST(ATitle, KeepsAwayFromTheCountInAMirroredPanel) {
     ThemedList list({Variant::STANDARD, 1080, true});
+    const int start = BoxOf(list.popup(), "rule").x;
+    EXPECT_NEAR(TextBoxOf(list.popup(), "elm.text.title").x, start, 1);
     list.Show(NumberedRows(12), 11);
+    EXPECT_EQ(TextBoxOf(list.popup(), "applist.count").x, start);
     EXPECT_GE(TextBoxOf(list.popup(), "elm.text.title").x,
               TextBoxOf(list.popup(), "applist.count").Right() + 10);
 }
