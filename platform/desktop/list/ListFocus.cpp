@@ -46,7 +46,9 @@ std::set<ListFocus*>& AllLists() {
 void ListFocus::ThemeSwitched() {
     for (ListFocus* focus : AllLists()) {
         focus->m_panel.Redraw();
+        focus->m_firstInView = focus->FirstInView();
         focus->Refocus();
+        focus->RequestFrame();
     }
 }
 
@@ -61,7 +63,33 @@ void ListFocus::Refocus() {
     elm_object_focus_allow_set(m_list, EINA_FALSE);
     m_muted = false;
     Choose(row);
-    RequestFrame();
+}
+
+// All rows have the same height.
+unsigned int ListFocus::FirstInView() const {
+    int above = 0;
+    int content = 0;
+    elm_scroller_region_get(m_list, nullptr, &above, nullptr, nullptr);
+    elm_scroller_child_size_get(m_list, nullptr, &content);
+    const unsigned int rows = elm_genlist_items_count(m_list);
+    return static_cast<unsigned int>(above) * rows /
+           static_cast<unsigned int>(std::max(content, 1));
+}
+
+// When the toolkit loads a theme, it may scroll a part of a row, and it hides the scroll bar and
+// does not always show it again.
+void ListFocus::RestoreView(unsigned int first) {
+    int content = 0;
+    int view = 0;
+    elm_scroller_child_size_get(m_list, nullptr, &content);
+    elm_scroller_region_get(m_list, nullptr, nullptr, nullptr, &view);
+    Elm_Object_Item* row = elm_genlist_nth_item_get(m_list, first);
+    if (content > view && row != nullptr) {
+        elm_object_signal_emit(m_list, "elm,action,show,vbar", "elm");
+        edje_message_signal_process();
+        elm_genlist_item_show(row, ELM_GENLIST_ITEM_SCROLLTO_TOP);
+        evas_smart_objects_calculate(m_canvas);
+    }
 }
 
 ListFocus::ListFocus(Evas_Object* list)
@@ -229,6 +257,9 @@ void ListFocus::DropFrame() {
 // because they would otherwise arrive in the next loop iteration and change only the next frame.
 void ListFocus::Frame() {
     DropFrame();
+    if (m_firstInView) {
+        RestoreView(*std::exchange(m_firstInView, std::nullopt));
+    }
     Open();
     m_panel.Update();
     edje_message_signal_process();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Elementary.h>
+#include <optional>
 
 #include "display/EventHandler.h"
 #include "list/ListPanel.h"
@@ -35,8 +36,8 @@ public:
     /// Focuses the row now if it is a widget, and again in the next frame.
     void Set(Elm_Object_Item* row);
     ListPanel& panel() { return m_panel; }
-    /// Shows the focus and the panel's texts again after another theme has been loaded. Applies to
-    /// all lists.
+    /// Shows the focus, the scroll bar and the panel's texts again after another theme has been
+    /// loaded. Applies to all lists.
     static void ThemeSwitched();
     /// Prepares for a list without rows: before it is filled and before it is cleared.
     void Close();
@@ -57,6 +58,10 @@ private:
     void PlaceRows();
     void KeepTurning();
     void Refocus();
+    /// The number of the row at the top of the view, counted from 0.
+    unsigned int FirstInView() const;
+    /// Scrolls to that row and shows the scroll bar if it is needed.
+    void RestoreView(unsigned int first);
     bool IsOpen() const;
     /// Makes the toolkit keep the row that is the first one in view now where it is.
     void AnchorView();
@@ -83,6 +88,8 @@ private:
     int m_placed = 0;  ///< The number of rows for which turns were counted.
     bool m_frameRequested = false;
     bool m_muted = false;
+    /// Set from the switch of the theme to the next frame.
+    std::optional<unsigned int> m_firstInView;
 };
 
 }  // namespace applist::desktop

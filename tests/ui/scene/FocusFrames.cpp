@@ -67,6 +67,23 @@ TEST_F(TheDrawnFocus, StaysOnItsRowWhenTheThemeIsSwitched) {
     EXPECT_EQ(Selected(), "Row 16");
 }
 
+TEST_F(TheDrawnFocus, KeepsTheScrollBarAndTheFirstRowWhenTheThemeIsSwitched) {
+    Fill(10);
+    Type("Down");
+    Type("Down");
+    for (const char* theme : {"applist-high-contrast.edj", "applist-high-contrast-175.edj",
+                              "applist-high-contrast-175-still.edj", "applist-175-still.edj",
+                              "applist-still.edj", "applist.edj"}) {
+        SCOPED_TRACE(theme);
+        SwitchTheme(theme);
+        const Evas_Object* shown = ObjectsOf(window(), LIST_GROUP).at(0);
+        EXPECT_EQ(StateOf(shown, "bar"), "visible");
+        EXPECT_EQ(StateOf(shown, "fade"), "visible");
+        EXPECT_EQ(BoxOf(ObjectsOf(window(), ROW_GROUP).at(0)).y,
+                  BoxOf(shown, "elm.swallow.content").y);
+    }
+}
+
 TEST_F(TheDrawnFocus, FollowsKeysThatArriveFasterThanFrames) {
     Fill(30);
     Forget();

@@ -7,6 +7,7 @@
 #include "display/Theme.h"
 #include "list/ListFocus.h"
 #include "support/Scene.h"
+#include "toolkit-internals/ToolkitFiles.h"
 
 namespace applist::test {
 namespace {
@@ -35,6 +36,12 @@ std::filesystem::path Theme(const std::string& name) {
     return BuiltProgram("../share/applist/theme/" + name);
 }
 
+// Returns the theme, which takes the place of the toolkit's default theme, as in the program.
+std::string AsDefault(const std::string& theme) {
+    desktop::ReplaceDefaultTheme(theme);
+    return theme;
+}
+
 }  // namespace
 
 std::ostream& operator<<(std::ostream& out, const Frame& frame) {
@@ -50,7 +57,7 @@ std::ostream& operator<<(std::ostream& out, const Frame& frame) {
     return out;
 }
 
-SceneTest::SceneTest(const std::string& theme) : m_theme(Theme(theme)) {
+SceneTest::SceneTest(const std::string& theme) : m_theme(AsDefault(Theme(theme))) {
     desktop::LoadTheme(m_theme);
     m_model = std::make_unique<DefaultAppListModel>();
     m_renderer = std::make_unique<Renderer>("org.vantu.applist");

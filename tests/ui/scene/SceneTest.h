@@ -85,8 +85,8 @@ private:
     };
     static void OnRendered(void* scene, Evas* canvas, void* info);
 
-    HeadlessToolkit m_toolkit;
     std::string m_theme;
+    HeadlessToolkit m_toolkit;
     desktop::Windows m_windows{{[](bool) {}, [] {}}};
     desktop::ListSteps m_steps{m_windows};
     desktop::Keyboard m_keyboard{m_windows};
