@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <utility>
 
 #include "CallbackGuard.h"
@@ -82,24 +83,28 @@ int Get(const char* key, int* value) {
     return 0;
 }
 
+// Logs a problem with a setting, empty if there is none, unless it is the problem that was logged
+// last: each change of the file makes the programs read every setting again.
+void LogNew(const char* key, const std::string& problem) {
+    static std::map<std::string, std::string> logged;
+    std::string& last = logged[key];
+    if (problem != last && !problem.empty()) {
+        LOG_ERROR("setting '%s' counts as missing: %s", key, problem.c_str());
+    }
+    last = problem;
+}
+
 // Returns the setting's value, or fallback if it is unset. A value that accept does not accept is
-// logged once and treated as unset.
+// logged and treated as unset.
 template <typename Type, typename Accept>
 Type ReadOr(const char* key, Type fallback, const char* expected, Accept accept) {
-    const auto setting = ReadSetting(key);
-    if (!setting) {
-        LOG_ERROR("%s", setting.error().c_str());
-    }
-    if (!setting || !*setting) {
-        return fallback;
-    }
-    const Type* value = std::get_if<Type>(&**setting);
-    if (value == nullptr || !accept(*value)) {
-        LOG_ERROR("setting '%s' is %s, not %s; the default is used", key, Encode(**setting).c_str(),
-                  expected);
-        return fallback;
-    }
-    return *value;
+    const auto reading = ReadSetting(key);
+    const std::optional<Setting> setting = reading ? *reading : std::nullopt;
+    const Type* value = setting ? std::get_if<Type>(&*setting) : nullptr;
+    const bool valid = value != nullptr && accept(*value);
+    const std::string unfit = setting && !valid ? Encode(*setting) + " is not " + expected : "";
+    LogNew(key, reading ? unfit : reading.error());
+    return valid ? *value : fallback;
 }
 
 bool IsTextSize(int32_t size) {

@@ -53,13 +53,13 @@ Failure WriteSetting(const std::string& key, Setting setting);
 Failure RemoveSetting(const std::string& key);
 
 // The two functions below do not use vconf_get_bool() and vconf_get_int(), because a missing
-// setting is normal for them and must not be logged. Any thread; each call reads the file again.
+// setting is normal for them and must not be logged. Main thread only; each call reads the file
+// again. An invalid or unreadable setting counts as missing. The problem is logged with the
+// setting's name, and once only until it changes.
 
-/// Returns a setting that is on or off. A missing setting is off. An invalid or unreadable one is
-/// logged and counts as off.
+/// Returns a setting that is on or off. A missing setting is off.
 bool ReadFlag(const char* key);
-/// Returns the setting TEXT_SIZE_KEY, or LEAST_TEXT_SIZE if it is missing. An invalid or unreadable
-/// one is logged and counts as missing.
+/// Returns the setting TEXT_SIZE_KEY, or LEAST_TEXT_SIZE if it is missing.
 int32_t ReadTextSize();
 
 }  // namespace applist::desktop

@@ -121,8 +121,8 @@ TEST_F(TheSpeech, IsOffWithAMalformedSettingWhichIsLogged) {
     Set(int32_t{1});
     Fill(8);
     EXPECT_THAT(Calls(), IsEmpty());
-    EXPECT_THAT(LogMessages(), testing::Contains("setting 'db/menu/accessibility/speech' is int:1, "
-                                                 "not a bool; the default is used"));
+    EXPECT_THAT(LogMessages(), testing::Contains("setting 'db/menu/accessibility/speech' counts as "
+                                                 "missing: int:1 is not a bool"));
 }
 
 struct Language {

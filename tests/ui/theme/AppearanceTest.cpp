@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The viewer's settings that select the theme.
+#include <filesystem>
+#include <fstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "data/FilePaths.h"
 #include "data/SettingsStore.h"
 #include "display/Theme.h"
 #include "fakes/FakePlatformLog.h"
@@ -52,9 +56,11 @@ TEST_F(TheAppearance, UsesTheDefaultAndOneLogLineForAnInvalidValue) {
         Store(desktop::TEXT_SIZE_KEY, value);
         ClearLog();
         EXPECT_EQ(File(), "applist/theme/applist.edj");
+        EXPECT_EQ(File(), "applist/theme/applist.edj");
         EXPECT_THAT(Logged(), testing::ElementsAre(testing::HasSubstr(
-                                  std::string("setting '") + desktop::TEXT_SIZE_KEY + "' is " +
-                                  desktop::Encode(value) + ", not 100, 125, 150 or 175")));
+                                  std::string("setting '") + desktop::TEXT_SIZE_KEY +
+                                  "' counts as missing: " + desktop::Encode(value) +
+                                  " is not 100, 125, 150 or 175")));
     }
 }
 
@@ -62,7 +68,23 @@ TEST_F(TheAppearance, UsesTheDefaultForASettingOfAnotherType) {
     Store(desktop::HIGH_CONTRAST_KEY, 1);
     EXPECT_EQ(File(), "applist/theme/applist.edj");
     EXPECT_THAT(Logged(), testing::ElementsAre(testing::HasSubstr(
-                              "high-contrast' is int:1, not a bool; the default is used")));
+                              "high-contrast' counts as missing: int:1 is not a bool")));
+}
+
+TEST_F(TheAppearance, UsesTheDefaultsAndOneLogLineForEachWhileTheFileIsDamaged) {
+    using testing::HasSubstr;
+    Store(desktop::TEXT_SIZE_KEY, 175);
+    std::ofstream(desktop::PersistentSettingsPath(), std::ios::app) << "not a key file\n";
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(File(), "applist/theme/applist.edj");
+    }
+    EXPECT_THAT(Logged(),
+                testing::UnorderedElementsAre(HasSubstr("high-contrast' counts as missing: "),
+                                              HasSubstr("text-size' counts as missing: "),
+                                              HasSubstr("reduced-motion' counts as missing: ")));
+    std::filesystem::remove(desktop::PersistentSettingsPath());
+    Store(desktop::TEXT_SIZE_KEY, 175);
+    EXPECT_EQ(File(), "applist/theme/applist-175.edj");
 }
 
 TEST(TheTheme, AnimatesScrollingOnlyWithMotion) {
