@@ -28,8 +28,8 @@ struct News {
     std::string text;
 };
 
-/// Calls all listeners. Logs an exception that one of them throws, and does not call those after it.
-/// Main thread only.
+/// Calls all listeners. Logs an exception that one of them throws, and does not call those after
+/// it. Main thread only.
 void TellNews(const News& news);
 
 /// Receives the news of this program while it exists. A new listener is first told the current
