@@ -50,8 +50,7 @@ std::string ReleaseName(const std::string& ending) {
 
 class BusCallsOfAChannel : public ChannelTest {
 protected:
-    void SetUp() override {
-        ChannelTest::SetUp();
+    BusCallsOfAChannel() {
         TheBusCalls() = BusCalls{};
         TheBusCalls().connection = Connection();
         TheMutexes() = FakeMutex{};

@@ -37,6 +37,16 @@ public:
     std::vector<Bytes> notifications;
     std::vector<std::pair<bool, std::string>> readiness;
 
+    /// Sends text to one partner, or to all.
+    void Notify(const std::string& text, const std::string& partner) {
+        Bytes bytes = BytesFrom(text);
+        SendNotification(bytes, partner);
+    }
+    void Notify(const std::string& text) {
+        Bytes bytes = BytesFrom(text);
+        SendNotification(bytes);
+    }
+
     /// The answer to a message; the message itself unless a test says otherwise.
     std::function<Bytes(const Bytes&)> answer = [](const Bytes& message) { return message; };
     /// Called in HandleConnectionReady().
@@ -56,15 +66,16 @@ public:
 /// Makes a private bus the system bus of this process. Holds a second reference to the connection
 /// that channels share, so that tests can check what channels leave on it.
 ///
-/// TearDown() checks that the connection is destroyed and that GLib logged only the expected
+/// The destructor checks that the connection is destroyed and that GLib logged only the expected
 /// messages: three for each channel with a connection, because channels release three ids with the
 /// wrong function.
 class ChannelTest : public testing::Test {
 protected:
     /// rules: see PrivateBus.
-    explicit ChannelTest(const std::string& rules = "") : m_bus(rules) {}
-    void SetUp() override;
-    void TearDown() override;
+    explicit ChannelTest(const std::string& rules = "");
+    ~ChannelTest() override;
+    ChannelTest(const ChannelTest&) = delete;
+    ChannelTest& operator=(const ChannelTest&) = delete;
 
     PrivateBus& TheBus() { return m_bus; }
     const std::string& Address() const { return m_bus.Address(); }
@@ -78,7 +89,7 @@ protected:
     /// Completes the handshake of a middleware that starts after the application.
     void Connect(ScriptedPeer& peer);
     /// The answer to a "Send" from peer.
-    Bytes Call(ScriptedPeer& peer, const Bytes& bytes);
+    Bytes CallFrom(ScriptedPeer& peer, const Bytes& bytes);
 
     /// Sets the number of channels with a connection that the test creates; the default is 1.
     void ExpectChannels(size_t count) { m_channels = count; }
@@ -90,6 +101,15 @@ private:
     GDBusConnection* m_connection = nullptr;
     size_t m_channels = 1;
     std::pair<size_t, std::string> m_expected;
+};
+
+/// A channel, and a middleware that has not announced itself. The log is empty.
+class ChannelAndPeer : public ChannelTest {
+protected:
+    ChannelAndPeer() { ClearLog(); }
+
+    RecordingChannel channel;
+    ScriptedPeer peer{Address()};
 };
 
 /// The channel's lines for a change of one of the channel's names; handler is such as "Syn".

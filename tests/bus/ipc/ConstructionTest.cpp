@@ -76,16 +76,52 @@ TEST_F(Channel, ContinuesWhenItsObjectIsRefused) {
     ScriptedPeer peer(Address());
     Connect(peer);
     EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
-    Bytes event = BytesFrom("e");
-    channel.SendNotification(event);
+    channel.Notify("e");
     peer.Send(Self(), PATH, {});
     ASSERT_TRUE(peer.AwaitTraffic(2));
     EXPECT_THAT(
         peer.Traffic(),
         ElementsAre(
-            PeerEvent{PeerEvent::SIGNAL, std::string("SendSignal ") + PATH, Self(), event},
+            PeerEvent{PeerEvent::SIGNAL, std::string("SendSignal ") + PATH, Self(), BytesFrom("e")},
             PeerEvent{PeerEvent::FAILURE, "org.freedesktop.DBus.Error.UnknownMethod", "", {}}));
     EXPECT_THAT(channel.messages, IsEmpty());
+}
+
+TEST_F(Channel, ConnectsAMiddlewareThatStartedFirst) {
+    ScriptedPeer peer(Address());
+    const RecordingChannel channel;
+    ASSERT_TRUE(peer.AwaitAnnouncement("_SERVICE_SYN"));
+    ClearLog();
+    peer.Announce("_CLIENT_SYN_ACK");
+    Settle(peer);
+    EXPECT_EQ(Log(), Join({AnnouncementLog("SynAck", "_CLIENT_SYN_ACK", Self(), peer.UniqueName()),
+                           EstablishLog(peer.UniqueName()), BroadcastLog("_SERVICE_ACK", Self())}));
+    EXPECT_THAT(peer.Events(),
+                ElementsAre(PeerEvent{PeerEvent::ANNOUNCEMENT, "_SERVICE_SYN", Self(), {}},
+                            PeerEvent{PeerEvent::ANNOUNCEMENT, "_SERVICE_ACK", Self(), {}}));
+    EXPECT_THAT(channel.readiness, ElementsAre(std::pair(true, peer.UniqueName())));
+}
+
+// "App-list" is valid in a bus name but not in an object path, so GLib refuses the subscription.
+TEST_F(Channel, ConnectsAPartnerThatCannotBeNotifiedWhenTheSubscriptionFails) {
+    RecordingChannel channel("App-list");
+    ScriptedPeer peer(Address(), "App-list");
+    peer.Announce("_CLIENT_SYN_ACK");
+    Settle(peer);
+    EXPECT_THAT(channel.readiness, ElementsAre(std::pair(true, peer.UniqueName())));
+    EXPECT_TRUE(channel.IsConnectionReady(peer.UniqueName()));
+    ClearLog();
+    channel.Notify("", peer.UniqueName());
+    EXPECT_THAT(Log(), ElementsAre(Error("SignalSubscription not ready\n\n")));
+    // The watch alone makes the partner known. An ACK is accepted only with watch and subscription.
+    for (const char* name : {"_CLIENT_SYN", "_CLIENT_SYN_ACK", "_CLIENT_ACK"}) {
+        peer.Announce(name);
+        Settle(peer);
+        EXPECT_EQ(Log().back(), Debug("Owner " + peer.UniqueName() + " already exists\n")) << name;
+    }
+    EXPECT_THAT(channel.readiness, testing::SizeIs(1));
+    // For registering the object, the proxy and the subscription.
+    ExpectGlibMessages(3, "g_variant_is_object_path (object_path)");
 }
 
 class BusThatRefusesNames : public ChannelTest {

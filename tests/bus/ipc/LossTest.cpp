@@ -30,72 +30,60 @@ LogLine NotFound(const std::string& name) {
 const LogLine NOT_SET = Error("Connection not set.\n\n");
 const LogLine NOT_VALID = Error("Empty user_data or connection not valid.\n\n");
 
-class Partner : public ChannelTest {
+class Partner : public ChannelAndPeer {
 protected:
-    /// Connects a partner and loses it. Returns its unique name.
-    std::string ConnectAndLose(const RecordingChannel& channel) {
-        auto peer = std::make_unique<ScriptedPeer>(Address());
-        std::string name = peer->UniqueName();
-        Connect(*peer);
+    void ConnectAndLose() {
+        Connect(peer);
         ClearLog();
-        peer.reset();
+        peer.Leave();
         EXPECT_TRUE(RunUntil([&] { return channel.readiness.back() == Ready{false, name}; }));
-        return name;
     }
+
+    const std::string name = peer.UniqueName();
 };
 
 TEST_F(Partner, IsForgottenWhenItLeaves) {
-    RecordingChannel channel;
-    const std::string name = ConnectAndLose(channel);
+    ConnectAndLose();
     EXPECT_EQ(Log(), LossLog(name));
     EXPECT_THAT(channel.readiness, ElementsAre(Ready{true, name}, Ready{false, name}));
     ClearLog();
-    Bytes data;
-    channel.SendNotification(data, name);
+    channel.Notify("", name);
     EXPECT_THAT(Log(), ElementsAre(NotFound(name)));
 }
 
 TEST_F(Partner, IsNotConnectedWhenALookupCreatedItsRecordAgain) {
-    RecordingChannel channel;
-    const std::string name = ConnectAndLose(channel);
+    ConnectAndLose();
     EXPECT_FALSE(channel.IsConnectionReady(name));
     ClearLog();
-    Bytes data;
-    channel.SendNotification(data, name);
+    channel.Notify("", name);
     EXPECT_THAT(Log(), ElementsAre(NOT_SET));
 }
 
 TEST_F(Partner, IsForgottenWhenLostDuringTheHandshake) {
-    RecordingChannel channel;
-    auto peer = std::make_unique<ScriptedPeer>(Address());
-    const std::string name = peer->UniqueName();
-    peer->Announce("_CLIENT_SYN");
-    Settle(*peer);
+    peer.Announce("_CLIENT_SYN");
+    Settle(peer);
     ClearLog();
-    peer.reset();
+    peer.Leave();
     ASSERT_TRUE(RunUntil([&] { return !channel.readiness.empty(); }));
     EXPECT_EQ(Log(), LossLog(name));
     EXPECT_THAT(channel.readiness, ElementsAre(Ready{false, name}));
 }
 
 TEST_F(Partner, HoldsItsResourcesDuringTheLostHook) {
-    RecordingChannel channel;
-    channel.onReady = [&channel](bool ready, const std::string& partner) {
+    channel.onReady = [this](bool ready, const std::string& partner) {
         // The record is removed after the hook. Until then the partner counts as connected.
         EXPECT_TRUE(channel.IsConnectionReady(partner)) << ready;
-        Bytes event = BytesFrom("e");
-        channel.SendNotification(event, partner);
+        channel.Notify("e", partner);
         EXPECT_EQ(Log().back(), Debug("Sending signal with 1 bytes\n\n")) << ready;
     };
     // The lost partner's unique name has been cleared, so GLib refuses to send a signal to it.
     ExpectGlibMessages(1, "destination_bus_name");
-    const std::string name = ConnectAndLose(channel);
+    ConnectAndLose();
     channel.onReady = [](bool, const std::string&) {};
     EXPECT_FALSE(channel.IsConnectionReady(name));
 }
 
 TEST_F(Partner, IsErasedWithoutAHookWhenItsRecordWasEmpty) {
-    RecordingChannel channel;
     EXPECT_FALSE(channel.IsConnectionReady(":9.9"));
     ClearLog();
     JavaMWDbusLocal::cb_PartnerNameVanished(Connection(), ":9.9", &channel);
@@ -103,24 +91,20 @@ TEST_F(Partner, IsErasedWithoutAHookWhenItsRecordWasEmpty) {
                                    Debug("Removed :9.9 connection owner from m_partner\n")));
     EXPECT_THAT(channel.readiness, IsEmpty());
     ClearLog();
-    Bytes data;
-    channel.SendNotification(data, ":9.9");
+    channel.Notify("", ":9.9");
     EXPECT_THAT(Log(), ElementsAre(NotFound(":9.9")));
 }
 
 TEST_F(Partner, IsErasedWithoutAHookWhenUnknown) {
-    RecordingChannel channel;
-    ClearLog();
     JavaMWDbusLocal::cb_PartnerNameVanished(Connection(), ":9.9", &channel);
-    Bytes data;
-    channel.SendNotification(data);
+    channel.Notify("");
     EXPECT_THAT(Log(), ElementsAre(Debug("cb_PartnerNameVanished name=:9.9\n\n"),
                                    Debug("Removed :9.9 connection owner from m_partner\n"),
                                    Debug("Number of partners to iterate is: 0\n\n")));
     EXPECT_THAT(channel.readiness, IsEmpty());
 }
 
-class Bus : public ChannelTest {
+class Bus : public ChannelAndPeer {
 protected:
     /// Closes the application's connection as if the bus had ended.
     void CloseConnection() {
@@ -130,8 +114,6 @@ protected:
 };
 
 TEST_F(Bus, ReportsAVanishedPartnerWithoutAConnectionWhenItIsGone) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
     ClearLog();
     CloseConnection();
@@ -143,13 +125,10 @@ TEST_F(Bus, ReportsAVanishedPartnerWithoutAConnectionWhenItIsGone) {
 }
 
 TEST_F(Bus, CarriesNothingWhenItIsGone) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
     CloseConnection();
     ClearLog();
-    Bytes data = BytesFrom("x");
-    channel.SendNotification(data, peer.UniqueName());
+    channel.Notify("x", peer.UniqueName());
     EXPECT_THAT(Log(),
                 ElementsAre(Debug("Sending signal with 1 bytes\n\n"),
                             Error("Error while sending signal [18] The connection is closed\n\n")));
@@ -157,7 +136,6 @@ TEST_F(Bus, CarriesNothingWhenItIsGone) {
 }
 
 TEST_F(Bus, DoesNotPreventAHandshakeWhenItIsGone) {
-    RecordingChannel channel;
     CloseConnection();
     ClearLog();
     g_autoptr(GVariant) release = g_variant_ref_sink(
@@ -175,7 +153,6 @@ TEST_F(Bus, DoesNotPreventAHandshakeWhenItIsGone) {
 }
 
 TEST_F(Bus, LeavesNoTraceOfACallbackWithoutConnectionOrObject) {
-    RecordingChannel channel;
     const std::vector<std::pair<std::string, std::function<void(GDBusConnection*, void*)>>>
         callbacks{
             {"cb_MethodCall",

@@ -34,39 +34,32 @@ std::string SignalLine(const ScriptedPeer& peer, const std::string& name) {
            " iface_name=org.vantu.javamw.DbusCommunication signal_name=" + name + "\n\n";
 }
 
-class Call : public ChannelTest {};
+using Call = ChannelAndPeer;
 
 TEST_F(Call, IsAnsweredWithTheResultOfTheHook) {
-    RecordingChannel channel;
     channel.answer = [](const Bytes&) { return BytesFrom("answer"); };
-    ScriptedPeer peer(Address());
-    ClearLog();
-    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("question")), BytesFrom("answer"));
+    EXPECT_EQ(CallFrom(peer, BytesFrom("question")), BytesFrom("answer"));
     EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, PATH))));
     EXPECT_THAT(channel.messages, ElementsAre(BytesFrom("question")));
 }
 
 TEST_F(Call, CarriesEveryByteBothWays) {
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
     const Bytes bytes = ManyBytes();
-    EXPECT_EQ(ChannelTest::Call(peer, bytes), bytes);
+    EXPECT_EQ(CallFrom(peer, bytes), bytes);
     EXPECT_EQ(channel.messages[0], bytes);
 }
 
 TEST_F(Call, GetsNoReplyOnAnotherPath) {
-    RecordingChannel channel;
     g_autoptr(GDBusNodeInfo) node =
         g_dbus_node_info_new_for_xml(JavaMWDbusLocal::INTERFACE_XML, nullptr);
     const guint other =
         g_dbus_connection_register_object(Connection(), "/other", node->interfaces[0],
                                           &JavaMWDbusLocal::m_vtable, &channel, nullptr, nullptr);
     ASSERT_NE(other, 0U);
-    ScriptedPeer peer(Address());
     ClearLog();
     peer.Send(Self(), "/other", BytesFrom("unanswered"));
     // Calls are handled in order, so the first one is done when the second one is answered.
-    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("answered")), BytesFrom("answered"));
+    EXPECT_EQ(CallFrom(peer, BytesFrom("answered")), BytesFrom("answered"));
     EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, "/other")), Debug(CallLine(peer, PATH))));
     EXPECT_THAT(channel.messages, ElementsAre(BytesFrom("answered")));
     EXPECT_THAT(peer.Traffic(), testing::SizeIs(1));
@@ -74,10 +67,8 @@ TEST_F(Call, GetsNoReplyOnAnotherPath) {
 }
 
 TEST_F(Call, GetsTheEventsItCausedBeforeItsReply) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
-    channel.answer = [&channel](const Bytes&) {
+    channel.answer = [this](const Bytes&) {
         for (const char* text : {"first", "second"}) {
             Bytes event = BytesFrom(text);
             channel.SendNotification(event);
@@ -93,46 +84,27 @@ TEST_F(Call, GetsTheEventsItCausedBeforeItsReply) {
                             PeerEvent{PeerEvent::REPLY, "", "", BytesFrom("reply")}));
 }
 
-TEST_F(Call, IsAnsweredByTheDefaultHookWithTheChannelsName) {
-    const JavaMWDbusLocal channel("Applist");
-    ScriptedPeer peer(Address());
-    ClearLog();
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("text")),
-              BytesFrom("Default handler from :" + Self()));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "text\n");
-    EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, PATH)),
-                                   Debug("Default handler - HandleMessage = text\n\n")));
-}
-
 TEST_F(Call, GetsAnEmptyReplyWhenTheHookRunsOutOfMemory) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
-    channel.answer = [&channel](const Bytes&) -> Bytes {
+    channel.answer = [this](const Bytes&) -> Bytes {
         channel.answer = [](const Bytes& message) { return message; };
         throw std::bad_alloc();
     };
     ClearLog();
-    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("too much")), Bytes());
-    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("next")), BytesFrom("next"));
+    EXPECT_EQ(CallFrom(peer, BytesFrom("too much")), Bytes());
+    EXPECT_EQ(CallFrom(peer, BytesFrom("next")), BytesFrom("next"));
     EXPECT_THAT(Log(),
                 ElementsAre(Debug(CallLine(peer, PATH)), Error("Callback aborted: std::bad_alloc"),
                             Debug(CallLine(peer, PATH))));
 }
 
 TEST_F(Call, GetsTheLargestReplyThatTheBusCarries) {
-    RecordingChannel channel;
     channel.answer = [](const Bytes&) { return Bytes(JavaMWDbusLocal::MAX_REPLY_BYTES); };
-    ScriptedPeer peer(Address());
-    EXPECT_EQ(ChannelTest::Call(peer, {}).size(), JavaMWDbusLocal::MAX_REPLY_BYTES);
+    EXPECT_EQ(CallFrom(peer, {}).size(), JavaMWDbusLocal::MAX_REPLY_BYTES);
 }
 
 // The bus would disconnect the application.
 TEST_F(Call, GetsAnErrorInsteadOfALargerReply) {
-    RecordingChannel channel;
     channel.answer = [](const Bytes&) { return Bytes(JavaMWDbusLocal::MAX_REPLY_BYTES + 1); };
-    ScriptedPeer peer(Address());
-    ClearLog();
     peer.Send(Self(), PATH, {});
     ASSERT_TRUE(peer.AwaitTraffic(1));
     const PeerEvent refused{
@@ -142,14 +114,12 @@ TEST_F(Call, GetsAnErrorInsteadOfALargerReply) {
                                    Error("Reply with 33553921 bytes exceeds the limit of 33553920 "
                                          "bytes\n\n")));
     channel.answer = [](const Bytes& message) { return message; };
-    EXPECT_EQ(ChannelTest::Call(peer, BytesFrom("next")), BytesFrom("next"));
+    EXPECT_EQ(CallFrom(peer, BytesFrom("next")), BytesFrom("next"));
 }
 
-class Message : public ChannelTest {};
+using Notification = ChannelAndPeer;
 
-TEST_F(Message, IsNeverSent) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
+TEST_F(Notification, IsSentInsteadOfAMessage) {
     Connect(peer);
     ClearLog();
     Bytes data = BytesFrom("x");
@@ -159,35 +129,26 @@ TEST_F(Message, IsNeverSent) {
     EXPECT_THAT(peer.Traffic(), IsEmpty());
 }
 
-class Notification : public ChannelTest {};
-
 TEST_F(Notification, CarriesEveryByteToThePartner) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
     Bytes bytes = ManyBytes();
     channel.SendNotification(bytes, peer.UniqueName());
-    Bytes none;
-    channel.SendNotification(none, peer.UniqueName());
+    channel.Notify("", peer.UniqueName());
     ASSERT_TRUE(peer.AwaitTraffic(2));
     EXPECT_EQ(peer.Traffic()[0].bytes, bytes);
-    EXPECT_EQ(peer.Traffic()[1].bytes, none);
+    EXPECT_EQ(peer.Traffic()[1].bytes, Bytes());
 }
 
 TEST_F(Notification, IsRefusedForEachRecordThatALookupLeft) {
-    RecordingChannel channel;
     EXPECT_FALSE(channel.IsConnectionReady("nobody"));
     ClearLog();
-    Bytes event;
-    channel.SendNotification(event);
+    channel.Notify("");
     EXPECT_THAT(Log(), ElementsAre(Debug("Number of partners to iterate is: 1\n\n"),
                                    Debug("Sending notification for partner: nobody\n\n"),
                                    Error("Connection not set.\n\n")));
 }
 
 TEST_F(Notification, OfAPartnerReachesTheHook) {
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
     ClearLog();
     const Bytes bytes = ManyBytes();
@@ -200,8 +161,6 @@ TEST_F(Notification, OfAPartnerReachesTheHook) {
 }
 
 TEST_F(Notification, MayHaveAnyMember) {
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
     ClearLog();
     peer.Emit(Self(), PATH, "Other", g_variant_new("(^ay)", "text"));
@@ -211,8 +170,6 @@ TEST_F(Notification, MayHaveAnyMember) {
 }
 
 TEST_F(Notification, OfAnotherSenderIsIgnored) {
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
     ScriptedPeer forger(Address());
     Connect(peer);
     ClearLog();
@@ -223,8 +180,6 @@ TEST_F(Notification, OfAnotherSenderIsIgnored) {
 }
 
 TEST_F(Notification, OnAnotherPathIsIgnored) {
-    RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
     ClearLog();
     peer.Notify(Self(), "/other", BytesFrom("astray"));
@@ -238,8 +193,6 @@ TEST_F(Notification, OnAnotherPathIsIgnored) {
 }
 
 TEST_F(Notification, WithoutAByteArrayIsDropped) {
-    const RecordingChannel channel;
-    ScriptedPeer peer(Address());
     Connect(peer);
     const std::pair<std::string, const char*> contents[] = {
         {"()", "()"}, {"(s)", "('text',)"}, {"(ayay)", "(@ay [], @ay [])"}, {"(ai)", "([1, 2],)"}};
@@ -258,7 +211,20 @@ TEST_F(Notification, WithoutAByteArrayIsDropped) {
     EXPECT_THAT(channel.notifications, ElementsAre(BytesFrom("good")));
 }
 
-TEST_F(Notification, IsPrintedByTheDefaultHook) {
+using DefaultHook = ChannelTest;
+
+TEST_F(DefaultHook, AnswersACallWithTheChannelsName) {
+    const JavaMWDbusLocal channel("Applist");
+    ScriptedPeer peer(Address());
+    ClearLog();
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(CallFrom(peer, BytesFrom("text")), BytesFrom("Default handler from :" + Self()));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "text\n");
+    EXPECT_THAT(Log(), ElementsAre(Debug(CallLine(peer, PATH)),
+                                   Debug("Default handler - HandleMessage = text\n\n")));
+}
+
+TEST_F(DefaultHook, PrintsANotification) {
     const JavaMWDbusLocal channel("Applist");
     ScriptedPeer peer(Address());
     ClearLog();

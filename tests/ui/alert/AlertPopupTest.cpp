@@ -211,14 +211,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, ClosingKey,
                          testing::Values("XF86Back", "XF86Exit", "Return", "KP_Enter", "Select"),
                          [](const auto& key) { return std::string(key.param); });
 
-TEST(Alert, IsReadFromTheExtraDataOfARequest) {
-    const auto alert = ReadAlert({"", {{"text", "Hello"}, {"type", "unavailable"}}});
-    ASSERT_TRUE(alert);
-    EXPECT_EQ(alert->text, "Hello");
-    EXPECT_EQ(alert->kind, Alert::Kind::UNAVAILABLE);
-}
-
-TEST(Alert, IsReadInAnyOrder) {
+TEST(Alert, IsReadFromTheExtraDataOfARequestInAnyOrder) {
     const auto alert = ReadAlert({"", {{"type", "unavailable"}, {"other", "x"}, {"text", "Hi"}}});
     ASSERT_TRUE(alert);
     EXPECT_EQ(alert->text, "Hi");

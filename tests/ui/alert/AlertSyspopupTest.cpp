@@ -18,7 +18,6 @@ namespace {
 using testing::HasSubstr;
 
 constexpr const char* ID = "org.vantu.alert-syspopup";
-constexpr const char* REFUSAL = "Launch request refused: its extra data does not contain \"text\"";
 // The badge colour of each kind.
 constexpr uint32_t INFORM = 0x76B4FF;
 constexpr uint32_t WARN = 0xFFB040;
@@ -58,12 +57,6 @@ TEST_F(AlertSyspopup, ShowsANotificationUntilAKeyClosesIt) {
     // The alert must close because of the key, not after its time limit.
     EXPECT_TRUE(bus().WaitForText("Closed by the key XF86Exit"));
     EXPECT_TRUE(set.WaitForNoWindow(Television::ALERT_POPUP));
-}
-
-TEST_F(AlertSyspopup, RefusesARequestWithoutAText) {
-    Launch({"type=notification"});
-    EXPECT_TRUE(bus().WaitForText(REFUSAL)) << bus().Errors();
-    EXPECT_EQ(set.screen().WindowTitled(ID), 0U);
 }
 
 TEST_F(AlertSyspopup, ShowsWhatItsArgumentsSayWithoutASessionBus) {

@@ -182,34 +182,6 @@ TEST_F(DefaultAppListRendererFocus, DoesNotVisitOtherRowsWhileTheListIsCleared) 
                 ElementsAre(Debug("Received item modification event"), Debug("Clearing applist")));
 }
 
-TEST_F(DefaultAppListRendererFocus, IsOnTheSelectedRowForAKeyBeforeTheFirstRowsAreDrawn) {
-    TheApp() = {};
-    HeadlessToolkit::GiveFocus(renderer->m_window);
-    model.Show({&a, &b, &c}, nullptr);
-    model.Select(&b);
-    HeadlessToolkit::PressKey("Return");
-    EXPECT_THAT(model.history, Contains("SetClicked(b)"));
-    EXPECT_EQ(TheApp().exits, 1);
-}
-
-TEST_F(DefaultAppListRendererFocus, MovesByAKeyRightAfterARefill) {
-    ShowFocused({&a, &b}, &b);
-    model.Show({}, nullptr);
-    model.Show({&a, &b, &c}, &a);
-    HeadlessToolkit::PressKey("Down");
-    EXPECT_EQ(model.selection, &b);
-    EXPECT_EQ(renderer->FocusedRow(), "b");
-}
-
-TEST_F(DefaultAppListRendererFocus, IsNotMovedByAKeyWhileTheListIsEmpty) {
-    ShowFocused({&a, &b}, &b);
-    model.Show({}, nullptr);
-    HeadlessToolkit::PressKey("Down");
-    model.Show({&a, &b, &c}, &a);
-    HeadlessToolkit::Settle();
-    EXPECT_EQ(renderer->FocusedRow(), "a");
-}
-
 TEST_F(DefaultAppListRendererFocus, IsDestroyedSilentlyWithTheWindow) {
     ShowFocused({&a, &b}, &b);
     renderer.reset();

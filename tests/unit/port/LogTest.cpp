@@ -32,30 +32,18 @@ TEST(LogLevel, IsOneOfThreeWords) {
     EXPECT_EQ(ParseLogLevel("error"), PLATFORM_LOG_ERROR);
     EXPECT_EQ(ParseLogLevel("info"), PLATFORM_LOG_INFO);
     EXPECT_EQ(ParseLogLevel("debug"), PLATFORM_LOG_DEBUG);
-}
-
-TEST(LogLevel, IsNothingElse) {
     for (const char* value : {"", "Error", "debug ", "3", "warning", "errordebug"}) {
         EXPECT_EQ(ParseLogLevel(value), std::nullopt) << value;
     }
 }
 
-TEST(LogLocation, IsReadFromTheMessagesPrefix) {
+TEST(LogLocation, IsReadFromTheMessagesPrefixAndNotFromItsText) {
     EXPECT_EQ(ParseLocation("AppList.cpp: SetModel(42) > [SetModel:42] text"),
               (CodeLocation{"AppList.cpp", "SetModel", "42"}));
-}
-
-TEST(LogLocation, IsReadFromALambda) {
     EXPECT_EQ(ParseLocation("Bus.cpp: operator()(7) > [operator():7] text"),
               (CodeLocation{"Bus.cpp", "operator()", "7"}));
-}
-
-TEST(LogLocation, IsNotConfusedByTheText) {
     EXPECT_EQ(ParseLocation("a.cpp: f(1) > [f:1] name: g(2) > [g:2] "),
               (CodeLocation{"a.cpp", "f", "1"}));
-}
-
-TEST(LogLocation, IsUnknownForAMessageWithoutThePrefix) {
     for (const char* message :
          {"", "text", "a.cpp: text", "a.cpp: f(1) text", "a.cpp: f(1) > [f:2] text",
           "a.cpp: f(1) > [g:1] text", "a.cpp: f(x) > [f:x] text", "a.cpp: f() > [f:] text", ") > [",
@@ -64,55 +52,39 @@ TEST(LogLocation, IsUnknownForAMessageWithoutThePrefix) {
     }
 }
 
-TEST(StandardErrorLine, NamesTagAndLevel) {
-    EXPECT_EQ(StandardErrorLine({PLATFORM_LOG_ERROR, "applist", "text", std::nullopt}),
-              "applist error: text\n");
-    EXPECT_EQ(StandardErrorLine({PLATFORM_LOG_INFO, "GLib", "text", std::nullopt}),
-              "GLib info: text\n");
-    EXPECT_EQ(StandardErrorLine({PLATFORM_LOG_DEBUG, "eo", "text", std::nullopt}),
-              "eo debug: text\n");
+std::string LineOf(int priority, const std::string& tag, const std::string& message) {
+    return StandardErrorLine({priority, tag, message, std::nullopt});
 }
 
-TEST(StandardErrorLine, EndsOnceHoweverTheMessageEnds) {
-    EXPECT_EQ(StandardErrorLine({PLATFORM_LOG_DEBUG, "a", "text\n\n", std::nullopt}),
-              "a debug: text\n");
-    EXPECT_EQ(StandardErrorLine({PLATFORM_LOG_DEBUG, "a", "\n", std::nullopt}), "a debug: \n");
+TEST(StandardErrorLine, NamesTagAndLevelAndEndsOnceHoweverTheMessageEnds) {
+    EXPECT_EQ(LineOf(PLATFORM_LOG_ERROR, "applist", "text"), "applist error: text\n");
+    EXPECT_EQ(LineOf(PLATFORM_LOG_INFO, "GLib", "text"), "GLib info: text\n");
+    EXPECT_EQ(LineOf(PLATFORM_LOG_DEBUG, "eo", "text\n\n"), "eo debug: text\n");
+    EXPECT_EQ(LineOf(PLATFORM_LOG_DEBUG, "eo", "\n"), "eo debug: \n");
 }
 
-TEST(StandardErrorLine, ShowsControlCharactersInsteadOfObeyingThem) {
-    EXPECT_EQ(
-        StandardErrorLine({PLATFORM_LOG_DEBUG, "a", "x\ny\x1B[31m\x7F \xC3\xA9", std::nullopt}),
-        "a debug: x\\x0ay\\x1b[31m\\x7f \xC3\xA9\n");
-}
-
-TEST(StandardErrorLine, ShowsControlCharactersOfTwoBytesInsteadOfObeyingThem) {
-    EXPECT_EQ(StandardErrorLine({PLATFORM_LOG_DEBUG, "a",
-                                 "\xC2\x80\xC2\x9B[31m\xC2\x9F\xC2\xA0\xC2", std::nullopt}),
+TEST(StandardErrorLine, ShowsControlCharactersOfOneAndTwoBytesInsteadOfObeyingThem) {
+    EXPECT_EQ(LineOf(PLATFORM_LOG_DEBUG, "a", "x\ny\x1B[31m\x7F \xC3\xA9"),
+              "a debug: x\\x0ay\\x1b[31m\\x7f \xC3\xA9\n");
+    EXPECT_EQ(LineOf(PLATFORM_LOG_DEBUG, "a", "\xC2\x80\xC2\x9B[31m\xC2\x9F\xC2\xA0\xC2"),
               "a debug: \\xc2\\x80\\xc2\\x9b[31m\\xc2\\x9f\xC2\xA0\xC2\n");
 }
 
-TEST(JournalFields, CarryTheMessageItsPriorityAndItsPlace) {
-    const LogRecord record{PLATFORM_LOG_ERROR, "applist", "text\n\n",
-                           CodeLocation{"a.cpp", "f", "5"}};
-    EXPECT_THAT(JournalFields(record),
+TEST(JournalFields, CarryTheMessageItsPriorityAndItsPlaceIfThatIsKnown) {
+    const CodeLocation place{"a.cpp", "f", "5"};
+    EXPECT_THAT(JournalFields({PLATFORM_LOG_ERROR, "applist", "text\n\n", place}),
                 ElementsAre(Pair("MESSAGE", "text"), Pair("PRIORITY", "3"),
                             Pair("SYSLOG_IDENTIFIER", "applist"), Pair("CODE_FILE", "a.cpp"),
                             Pair("CODE_LINE", "5"), Pair("CODE_FUNC", "f")));
+    EXPECT_THAT(JournalFields({PLATFORM_LOG_INFO, "GLib", "text", std::nullopt}),
+                ElementsAre(Pair("MESSAGE", "text"), Pair("PRIORITY", "6"),
+                            Pair("SYSLOG_IDENTIFIER", "GLib")));
 }
 
-TEST(JournalFields, LeaveOutAPlaceThatIsNotKnown) {
-    const LogRecord record{PLATFORM_LOG_INFO, "GLib", "text", std::nullopt};
-    EXPECT_THAT(JournalFields(record), ElementsAre(Pair("MESSAGE", "text"), Pair("PRIORITY", "6"),
-                                                   Pair("SYSLOG_IDENTIFIER", "GLib")));
-}
-
-TEST(UnknownWatchComplaint, IsRecognised) {
-    EXPECT_TRUE(
-        IsUnknownWatchComplaint("GLib-GIO", "Invalid id 17 passed to g_bus_unwatch_name()"));
-}
-
-TEST(UnknownWatchComplaint, IsNothingThatOnlyLooksLikeIt) {
-    EXPECT_FALSE(IsUnknownWatchComplaint("GLib", "Invalid id 17 passed to g_bus_unwatch_name()"));
+TEST(UnknownWatchComplaint, IsRecognisedAndNothingThatOnlyLooksLikeIt) {
+    constexpr const char* complaint = "Invalid id 17 passed to g_bus_unwatch_name()";
+    EXPECT_TRUE(IsUnknownWatchComplaint("GLib-GIO", complaint));
+    EXPECT_FALSE(IsUnknownWatchComplaint("GLib", complaint));
     for (const char* message :
          {"Invalid id 17 passed to g_bus_unown_name()",
           "Invalid id  passed to g_bus_unwatch_name()",
@@ -124,27 +96,31 @@ TEST(UnknownWatchComplaint, IsNothingThatOnlyLooksLikeIt) {
     }
 }
 
-constexpr const char* FOCUS_SET =
-    "_efl_ui_focus_manager_calc_efl_ui_focus_manager_manager_focus_set";
-
-TEST(HarmlessToolkitComplaint, IsRecognised) {
-    EXPECT_TRUE(IsHarmlessToolkitComplaint(FOCUS_SET, "Could not fetch a node located at 0x4000"));
-    EXPECT_TRUE(IsHarmlessToolkitComplaint(
-        "_efl_access_object_index_in_parent_get",
-        "Object Elm.Genlist not present in its AT-SPI parents (Elm.Popup) children list! This "
-        "should never happen."));
-    EXPECT_TRUE(IsHarmlessToolkitComplaint(
-        "_efl_access_object_event_emit",
-        "Invalid parameters, event: state,changed, obj: Efl.Ui.Focus.Composition_Adapter"));
-}
-
-TEST(HarmlessToolkitComplaint, IsNothingThatOnlyLooksLikeIt) {
-    EXPECT_FALSE(IsHarmlessToolkitComplaint("focus_set", "Could not fetch a node located at 0x4"));
-    EXPECT_FALSE(IsHarmlessToolkitComplaint(FOCUS_SET, "Could not fetch"));
-    EXPECT_FALSE(IsHarmlessToolkitComplaint("_efl_access_object_index_in_parent_get",
-                                            "Object Elm.Button not present in its AT-SPI"));
-    EXPECT_FALSE(IsHarmlessToolkitComplaint("_efl_access_object_event_emit",
-                                            "Invalid parameters, event: removed, obj: x"));
+TEST(HarmlessToolkitComplaint, IsRecognisedAndNothingThatOnlyLooksLikeIt) {
+    struct Complaint {
+        const char* function;
+        const char* message;
+        bool harmless;
+    };
+    constexpr const char* focus =
+        "_efl_ui_focus_manager_calc_efl_ui_focus_manager_manager_focus_set";
+    constexpr const char* index = "_efl_access_object_index_in_parent_get";
+    constexpr const char* emit = "_efl_access_object_event_emit";
+    for (const auto& [function, message, harmless] : std::initializer_list<Complaint>{
+             {focus, "Could not fetch a node located at 0x4000", true},
+             {focus, "Could not fetch", false},
+             {"focus_set", "Could not fetch a node located at 0x4", false},
+             {index,
+              "Object Elm.Genlist not present in its AT-SPI parents (Elm.Popup) children list! "
+              "This should never happen.",
+              true},
+             {index, "Object Elm.Button not present in its AT-SPI", false},
+             {emit,
+              "Invalid parameters, event: state,changed, obj: Efl.Ui.Focus.Composition_Adapter",
+              true},
+             {emit, "Invalid parameters, event: removed, obj: x", false}}) {
+        EXPECT_EQ(IsHarmlessToolkitComplaint(function, message), harmless) << message;
+    }
 }
 
 std::string ErrorsOf(void (*body)()) {
@@ -153,33 +129,29 @@ std::string ErrorsOf(void (*body)()) {
     return testing::internal::GetCapturedStderr();
 }
 
-TEST(PlatformLog, WritesOnlyErrorsByDefault) {
-    unsetenv("APPLIST_LOG");
+/// A value of APPLIST_LOG, and the lines written then. A process reads the variable once.
+using Level = std::pair<const char*, const char*>;
+
+class PlatformLogAt : public testing::TestWithParam<Level> {};
+
+TEST_P(PlatformLogAt, ALevelWritesItsLinesAndThoseAbove) {
+    const auto [level, lines] = GetParam();
+    *level != '\0' ? setenv("APPLIST_LOG", level, 1) : unsetenv("APPLIST_LOG");
     EXPECT_EQ(ErrorsOf([] {
                   __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_DEBUG, "applist", "debug %d", 1);
                   __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "applist", "info %d", 2);
                   __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_ERROR, "applist", "error %d", 3);
               }),
-              "applist error: error 3\n");
+              lines);
 }
 
-TEST(PlatformLog, WritesInfoAndErrorsAtInfo) {
-    setenv("APPLIST_LOG", "info", 1);
-    EXPECT_EQ(ErrorsOf([] {
-                  __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_DEBUG, "applist", "debug %d", 1);
-                  __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "applist", "info %d", 2);
-                  __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_ERROR, "applist", "error %d", 3);
-              }),
-              "applist info: info 2\napplist error: error 3\n");
-}
-
-TEST(PlatformLog, WritesEverythingAtDebug) {
-    setenv("APPLIST_LOG", "debug", 1);
-    EXPECT_EQ(ErrorsOf([] {
-                  __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_DEBUG, "applist", "text\n\n");
-              }),
-              "applist debug: text\n");
-}
+INSTANTIATE_TEST_SUITE_P(Values, PlatformLogAt,
+                         testing::Values(Level{"", "applist error: error 3\n"},
+                                         Level{"info",
+                                               "applist info: info 2\napplist error: error 3\n"},
+                                         Level{"debug",
+                                               "applist debug: debug 1\napplist info: info 2\n"
+                                               "applist error: error 3\n"}));
 
 TEST(PlatformLog, DoesNotLookAtTheArgumentsOfALineThatIsOff) {
     unsetenv("APPLIST_LOG");

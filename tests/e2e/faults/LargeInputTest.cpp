@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// More rows than any real broadcast offers.
+// Names of the largest size that the bus allows, and more rows than any real broadcast offers.
 //   APPLIST_ROWS   number of rows; default 1000 or 4000
 //   APPLIST_SAME   number of items without name and id; default 1000, 16 MiB hold 2097152
 #include <chrono>
@@ -19,7 +19,7 @@ using sim::Function;
 using testing::Optional;
 using Clock = std::chrono::steady_clock;
 
-class ALongList : public FaultTest {
+class LargeInput : public FaultTest {
 protected:
     void SetUp() override {
         StartApplication();
@@ -28,6 +28,54 @@ protected:
         ASSERT_TRUE(m_set.WaitForWindow());
     }
 
+    std::unique_ptr<DrivenMiddleware> m_middleware;
+};
+
+constexpr size_t MIB = 1 << 20;
+
+/// text, repeated up to size bytes.
+std::string Repeated(const std::string& text, size_t size) {
+    std::string repeated;
+    repeated.reserve(size);
+    while (repeated.size() + text.size() <= size) {
+        repeated += text;
+    }
+    return repeated;
+}
+
+struct Kind {
+    const char* name;
+    std::string text;
+    size_t size;
+};
+
+void PrintTo(const Kind& kind, std::ostream* out) {
+    *out << kind.name;
+}
+
+class AHugeName : public LargeInput, public testing::WithParamInterface<Kind> {};
+
+TEST_P(AHugeName, IsShownAndReadBackAsItCame) {
+    const sim::Items items{{"huge", Repeated(GetParam().text, GetParam().size)}, {"next", "Next"}};
+    ASSERT_TRUE(m_middleware->Ask(Function::AddItems, items));
+    EXPECT_TRUE(m_set.WaitForFocusedRow());
+    EXPECT_THAT(m_middleware->Ask(Function::GetSelection), Optional(sim::Items{items.front()}));
+    // Not EXPECT_EQ, which would print the whole text on failure.
+    EXPECT_TRUE(m_middleware->Ask(Function::GetAllItems) == items);
+    m_set.screen().TypeKey("Down");
+    EXPECT_TRUE(m_middleware->AwaitEvents(sim::Event::ItemSelected, 2));
+    ExpectCleanEnd();
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, AHugeName,
+                         testing::Values(Kind{"Letters", "a", 12 * MIB},
+                                         Kind{"CombiningMarks", "\u0301", 4 * MIB},
+                                         Kind{"Overrides", "\u202E", 4 * MIB},
+                                         Kind{"CutCharacters", "\xE4\xB8", 4 * MIB}),
+                         [](const auto& kind) { return kind.param.name; });
+
+class ALongList : public LargeInput {
+protected:
     static long Milliseconds(Clock::time_point since) {
         return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - since).count();
     }
@@ -62,8 +110,6 @@ protected:
         std::cout << "on the screen after " << Milliseconds(start) << " ms, " << PeakKiB() - before
                   << " KiB more than " << before << '\n';
     }
-
-    std::unique_ptr<DrivenMiddleware> m_middleware;
 };
 
 TEST_F(ALongList, IsTakenAsAWhole) {
