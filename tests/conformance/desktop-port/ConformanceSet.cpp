@@ -7,8 +7,8 @@
 #include "conformance/SetUnderTest.h"
 #include "data/FactoryData.h"
 #include "data/SettingsStore.h"
+#include "support/PlatformRoot.h"
 #include "support/PrivateBus.h"
-#include "unit/visibility/PlatformRoot.h"
 
 namespace applist::test {
 namespace {

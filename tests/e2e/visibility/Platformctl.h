@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ChildProcess.h"
-#include "unit/visibility/PlatformRoot.h"
+#include "support/PlatformRoot.h"
 
 namespace applist::test {
 

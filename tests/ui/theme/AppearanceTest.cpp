@@ -12,8 +12,8 @@
 #include "data/SettingsStore.h"
 #include "display/Theme.h"
 #include "fakes/FakePlatformLog.h"
+#include "support/PlatformRoot.h"
 #include "ui/theme/ThemedList.h"
-#include "unit/visibility/PlatformRoot.h"
 
 namespace applist::test {
 namespace {

@@ -12,8 +12,8 @@
 #include "factory_data.h"
 #include "fakes/FakePlatformLog.h"
 #include "settings_store.h"
+#include "support/PlatformRoot.h"
 #include "support/TemporaryDir.h"
-#include "unit/visibility/PlatformRoot.h"
 
 using namespace applist::desktop;
 using testing::ElementsAre;
