@@ -109,13 +109,14 @@ int ScreenWatch::BusiestStrip() {
     return busiest;
 }
 
-std::optional<Clock::time_point> ScreenWatch::AwaitDamage(Clock::time_point until) {
+std::optional<Clock::time_point> ScreenWatch::AwaitEvent(
+    Clock::time_point until, const std::function<bool(int type)>& wanted) {
     Connection& c = *m_connection;
     for (;;) {
         while (XPending(c.display) > 0) {
             XEvent event;
             XNextEvent(c.display, &event);
-            if (event.type == c.damageEvent + XDamageNotify) {
+            if (wanted(event.type)) {
                 return Clock::now();
             }
         }
@@ -126,6 +127,12 @@ std::optional<Clock::time_point> ScreenWatch::AwaitDamage(Clock::time_point unti
             return std::nullopt;
         }
     }
+}
+
+std::optional<Clock::time_point> ScreenWatch::AwaitDamage(Clock::time_point until) {
+    return AwaitEvent(until, [damage = m_connection->damageEvent + XDamageNotify](int type) {
+        return type == damage;
+    });
 }
 
 void ScreenWatch::AwaitQuiet(std::chrono::milliseconds quiet) {
@@ -145,23 +152,8 @@ std::optional<Clock::time_point> ScreenWatch::AwaitStrip(
 }
 
 std::optional<Clock::time_point> ScreenWatch::AwaitUnmap(std::chrono::milliseconds patience) {
-    Connection& c = *m_connection;
-    const auto until = Clock::now() + patience;
-    for (;;) {
-        XEvent event;
-        while (XPending(c.display) > 0) {
-            XNextEvent(c.display, &event);
-            if (event.type == UnmapNotify || event.type == DestroyNotify) {
-                return Clock::now();
-            }
-        }
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now());
-        pollfd connection{ConnectionNumber(c.display), POLLIN, 0};
-        if (left.count() <= 0 || poll(&connection, 1, static_cast<int>(left.count())) == 0) {
-            return std::nullopt;
-        }
-    }
+    return AwaitEvent(Clock::now() + patience,
+                      [](int type) { return type == UnmapNotify || type == DestroyNotify; });
 }
 
 void ScreenWatch::Forget() {

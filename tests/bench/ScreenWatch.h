@@ -54,6 +54,10 @@ public:
     void Forget();
 
 private:
+    /// Waits for an event of a wanted type; returns the time, or nothing if until passes first.
+    std::optional<Clock::time_point> AwaitEvent(Clock::time_point until,
+                                                const std::function<bool(int type)>& wanted);
+
     struct Connection;
     std::unique_ptr<Connection> m_connection;
 };

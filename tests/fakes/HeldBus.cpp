@@ -99,13 +99,25 @@ std::vector<std::string> HeldBus::TakeOwnedNames() {
     return std::exchange(m_ownedNames, {});
 }
 
-guint HeldBus::Subscribe(const char* sender, const char* name, GDBusSignalCallback callback,
-                         void* data) {
-    m_subscriptions[++m_lastSubscription] = {Text(sender), Text(name), callback, data};
+void HeldBus::RecordEnd(const char* verb, guint id) {
+    const auto watch = m_watches.find(id);
+    const auto subscription = m_subscriptions.find(id);
+    Record(verb, " ",
+           watch != m_watches.end()                ? watch->second.name
+           : subscription != m_subscriptions.end() ? subscription->second.subject
+                                                   : "nothing");
+}
+
+guint HeldBus::Subscribe(const char* sender, const char* name, const std::string& subject,
+                         GDBusSignalCallback callback, void* data) {
+    m_subscriptions[++m_lastSubscription] = {Text(sender), Text(name), subject, callback, data};
     return m_lastSubscription;
 }
 
 guint HeldBus::Watch(const char* name, GBusNameVanishedCallback callback, void* data) {
+    if (watchFails) {
+        return 0;
+    }
     m_watches[++m_lastWatch] = {Text(name), callback, data};
     return m_lastWatch;
 }
@@ -158,6 +170,9 @@ void HeldBus::Reply(GVariant* parameters) {
 GVariant* HeldBus::CallDaemon(const std::string& method, GVariant* parameters, GError** error) {
     constexpr uint32_t owner = 1;
     constexpr uint32_t exists = 3;
+    if (const auto answer = answers.find(method); answer != answers.end()) {
+        return g_variant_ref_sink(g_variant_new("(u)", answer->second));
+    }
     if (method != "RequestName") {
         return g_variant_ref_sink(g_variant_new("(u)", owner));
     }
@@ -176,7 +191,11 @@ GVariant* HeldBus::CallDaemon(const std::string& method, GVariant* parameters, G
     return g_variant_ref_sink(g_variant_new("(u)", owner));
 }
 
-GDBusProxy* HeldBus::NewProxy(const char* name) {
+GDBusProxy* HeldBus::NewProxy(const char* name, GError** error) {
+    if (proxyFails) {
+        g_set_error_literal(error, G_IO_ERROR, G_IO_ERROR_FAILED, "no proxy today");
+        return nullptr;
+    }
     m_proxies.insert(name);
     // The transport only stores and releases it.
     auto* const object = static_cast<GObject*>(g_object_new(G_TYPE_OBJECT, nullptr));
@@ -185,6 +204,7 @@ GDBusProxy* HeldBus::NewProxy(const char* name) {
 }
 
 void HeldBus::ProxyReleased(const std::string& name) {
+    Record("release the proxy");
     if (const auto proxy = m_proxies.find(name); proxy != m_proxies.end()) {
         m_proxies.erase(proxy);
     }
@@ -231,38 +251,60 @@ guint __wrap_g_dbus_connection_register_object(GDBusConnection*, const gchar* pa
     return TheHeldBus().Register(path, table, data);
 }
 
-guint __wrap_g_dbus_connection_signal_subscribe(GDBusConnection*, const gchar* sender, const gchar*,
-                                                const gchar*, const gchar*, const gchar* name,
-                                                GDBusSignalFlags, GDBusSignalCallback callback,
-                                                gpointer data, GDestroyNotify) {
-    return TheHeldBus().Subscribe(sender, name, callback, data);
+guint __wrap_g_dbus_connection_signal_subscribe(GDBusConnection*, const gchar* sender,
+                                                const gchar* interface, const gchar* member,
+                                                const gchar* path, const gchar* name,
+                                                GDBusSignalFlags flags,
+                                                GDBusSignalCallback callback, gpointer data,
+                                                GDestroyNotify) {
+    std::string subject;
+    for (const char* part : {sender, interface, member, path, name}) {
+        subject += (subject.empty() ? "" : " ") + std::string(part != nullptr ? part : "any");
+    }
+    TheHeldBus().Record("subscribe ", subject, ", flags ", flags);
+    return TheHeldBus().Subscribe(sender, name, subject, callback, data);
 }
 
 void __wrap_g_dbus_connection_signal_unsubscribe(GDBusConnection*, guint id) {
+    TheHeldBus().RecordEnd("unsubscribe", id);
     TheHeldBus().Unsubscribe(id);
 }
 
 guint __wrap_g_bus_watch_name_on_connection(GDBusConnection*, const gchar* name,
-                                            GBusNameWatcherFlags, GBusNameAppearedCallback,
+                                            GBusNameWatcherFlags flags, GBusNameAppearedCallback,
                                             GBusNameVanishedCallback vanished, gpointer data,
                                             GDestroyNotify) {
+    TheHeldBus().Record("watch ", name, ", flags ", flags);
     return TheHeldBus().Watch(name, vanished, data);
 }
 
 void __wrap_g_bus_unwatch_name(guint id) {
+    TheHeldBus().RecordEnd("unwatch", id);
     TheHeldBus().Unwatch(id);
 }
 
-GDBusProxy* __wrap_g_dbus_proxy_new_sync(GDBusConnection*, GDBusProxyFlags, GDBusInterfaceInfo*,
-                                         const gchar* name, const gchar*, const gchar*,
-                                         GCancellable*, GError**) {
-    return TheHeldBus().NewProxy(name);
+GDBusProxy* __wrap_g_dbus_proxy_new_sync(GDBusConnection*, GDBusProxyFlags flags,
+                                         GDBusInterfaceInfo*, const gchar* name, const gchar* path,
+                                         const gchar* interface, GCancellable*, GError** error) {
+    TheHeldBus().Record("proxy ", name, " ", path, " ", interface, ", flags ", flags);
+    return TheHeldBus().NewProxy(name, error);
 }
 
-GVariant* __wrap_g_dbus_connection_call_sync(GDBusConnection*, const gchar*, const gchar*,
-                                             const gchar*, const gchar* method,
-                                             GVariant* parameters, const GVariantType*,
-                                             GDBusCallFlags, gint, GCancellable*, GError** error) {
+GVariant* __wrap_g_dbus_connection_call_sync(GDBusConnection*, const gchar* destination,
+                                             const gchar* path, const gchar* interface,
+                                             const gchar* method, GVariant* parameters,
+                                             const GVariantType* replyType, GDBusCallFlags flags,
+                                             gint timeout, GCancellable*, GError** error) {
+    if (TheHeldBus().records) {
+        g_autofree char* given =
+            parameters != nullptr ? g_variant_print(parameters, FALSE) : nullptr;
+        g_autofree char* reply =
+            replyType != nullptr ? g_variant_type_dup_string(replyType) : nullptr;
+        TheHeldBus().Record("call ", destination, " ", path, " ", interface, " ", method, " ",
+                            static_cast<const char*>(given), " -> ",
+                            static_cast<const char*>(reply), ", flags ", flags, ", timeout ",
+                            timeout);
+    }
     return TheHeldBus().CallDaemon(method, parameters, error);
 }
 

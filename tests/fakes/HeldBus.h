@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,17 @@ namespace applist::test {
 class HeldBus {
 public:
     static constexpr const char* SELF = ":1.0";
+
+    /// True if every call of the bus library is to be recorded.
+    bool records = false;
+    /// The recorded calls with their arguments, oldest first; "any" for a null string.
+    std::vector<std::string> calls;
+    /// The codes that these methods of the bus daemon answer with.
+    std::map<std::string, uint32_t> answers;
+    /// Watching a name fails; the id is 0.
+    bool watchFails = false;
+    /// Creating a proxy fails with the message "no proxy today".
+    bool proxyFails = false;
 
     /// Returns bytes as the parameters of a call or a signal; the reference is floating.
     static GVariant* Payload(std::string_view bytes);
@@ -53,13 +65,24 @@ public:
     std::vector<std::string> TakeOwnedNames();
 
     // The functions of the bus library.
-    guint Subscribe(const char* sender, const char* name, GDBusSignalCallback callback, void* data);
+    template <typename... Parts>
+    void Record(const Parts&... parts) {
+        if (records) {
+            std::ostringstream call;
+            (Put(call, parts), ...);
+            calls.push_back(call.str());
+        }
+    }
+    /// Records the end of a watch or subscription.
+    void RecordEnd(const char* verb, guint id);
+    guint Subscribe(const char* sender, const char* name, const std::string& subject,
+                    GDBusSignalCallback callback, void* data);
     void Unsubscribe(guint id) { m_subscriptions.erase(id); }
     guint Watch(const char* name, GBusNameVanishedCallback callback, void* data);
     void Unwatch(guint id) { m_watches.erase(id); }
     guint Register(const char* path, const GDBusInterfaceVTable* table, void* data);
     GVariant* CallDaemon(const std::string& method, GVariant* parameters, GError** error);
-    GDBusProxy* NewProxy(const char* name);
+    GDBusProxy* NewProxy(const char* name, GError** error);
     void ProxyReleased(const std::string& name);
     void Emit(const char* destination, GVariant* parameters);
     void Reply(GVariant* parameters);
@@ -74,6 +97,7 @@ private:
     struct Subscription {
         std::string sender;
         std::string name;
+        std::string subject;
         GDBusSignalCallback callback;
         void* data;
     };
@@ -82,6 +106,13 @@ private:
         const GDBusInterfaceVTable* table = nullptr;
         void* data = nullptr;
     };
+    static void Put(std::ostream& call, const char* part) {
+        call << (part != nullptr ? part : "any");
+    }
+    template <typename Part>
+    static void Put(std::ostream& call, const Part& part) {
+        call << part;
+    }
     void DeliverChange(const std::string& name, const char* from, const char* to);
 
     // Ids are not reused, as in the bus library. The two ranges differ, so that an id of one kind
