@@ -162,17 +162,16 @@ TEST_F(LaunchWithoutABus, KeepsTheWordsOfTheInstalledCommandInFront) {
     EXPECT_TRUE(Receives("start own=1 2;text=Hello;\n")) << Received();
 }
 
-TEST_F(LaunchWithoutABus, FailsForAnUnknownApplication) {
-    EXPECT_EQ(Send(Home(), {ID, "text=Hello"}), NOT_LAUNCHED);
-    EXPECT_THAT(log,
-                HasSubstr(std::string("platformctl: application '") + ID + "' was not launched"));
-    EXPECT_THAT(log, HasSubstr(std::string("Cannot launch ") + ID));
-}
-
-TEST_F(LaunchWithoutABus, FailsForAnApplicationWhoseProgramIsMissing) {
-    InstallEntry("/nonexistent/program");
-    EXPECT_EQ(Send(Home(), {ID, "text=Hello"}), NOT_LAUNCHED);
-    EXPECT_THAT(log, HasSubstr(std::string("Cannot launch ") + ID));
+TEST_F(LaunchWithoutABus, FailsForAnUnknownApplicationAndForOneWhoseProgramIsMissing) {
+    for (const bool known : {false, true}) {
+        if (known) {
+            InstallEntry("/nonexistent/program");
+        }
+        EXPECT_EQ(Send(Home(), {ID, "text=Hello"}), NOT_LAUNCHED);
+        EXPECT_THAT(
+            log, HasSubstr(std::string("platformctl: application '") + ID + "' was not launched"));
+        EXPECT_THAT(log, HasSubstr(std::string("Cannot launch ") + ID));
+    }
 }
 
 TEST_F(LaunchWithoutABus, StartsTheInstalledProgramWhereTheBusIsGone) {

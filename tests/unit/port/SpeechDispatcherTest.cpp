@@ -113,24 +113,6 @@ TEST_F(TheVoice, DoesNotLetATextEndItsMessage) {
     EXPECT_THAT(Heard(), ElementsAre("say a  .  QUIT", "say ."));
 }
 
-TEST_F(TheVoice, DoesNotWakeTheProgramAtRest) {
-    Open();
-    m_voice->Say("one");
-    ASSERT_TRUE(Hears("one"));
-    const auto timeout = [] {
-        GMainContext* context = g_main_context_default();
-        int priority = 0;
-        int milliseconds = 0;
-        GPollFD descriptors[8];
-        g_main_context_prepare(context, &priority);
-        g_main_context_query(context, G_MAXINT, &milliseconds, descriptors, 8);
-        return milliseconds;
-    };
-    // After the reply to the text only this wait has a timer.
-    const int longest = 10'000;
-    EXPECT_TRUE(RunUntil([&] { return timeout() > longest; }));
-}
-
 TEST_F(TheVoice, LogsOnceThatTheServiceIsMissing) {
     OpenAt("unix_socket:" + (m_folder.path() / "none").string());
     EXPECT_THAT(Failure(), HasSubstr("/none': No such file or directory"));
