@@ -164,6 +164,7 @@ Eina_Bool ListFocus::OnPress(void* focus, int, void*) {
 // The toolkit deletes the job before it calls this.
 void ListFocus::OnTurn(void* focus) {
     FocusIn(focus).m_turn = nullptr;
+    FocusIn(focus).LayOutRows();
     FocusIn(focus).KeepTurning();
 }
 
@@ -197,12 +198,29 @@ void ListFocus::Set(Elm_Object_Item* row) {
 }
 
 // The toolkit places up to 128 new rows per turn of the loop, which then sleeps until the next
-// frame. Keys cannot reach rows that are not placed.
+// frame. Keys cannot reach rows that are not placed. The last turn lays out the last rows.
 void ListFocus::PlaceRows() {
     constexpr int ROWS_PER_TURN = 128;
     const int rows = static_cast<int>(elm_genlist_items_count(m_list));
-    m_turns += std::max(rows - std::exchange(m_placed, rows), 0) / ROWS_PER_TURN;
+    const int added = rows - std::exchange(m_placed, rows);
+    m_turns += added >= ROWS_PER_TURN ? added / ROWS_PER_TURN + 2 : 0;
     KeepTurning();
+}
+
+// Lays out the rows that have been placed since the last turn. The toolkit would do so before the
+// next frame and would create a widget for each row to measure it, although all rows have the same
+// height. It does not measure them if the list is compressed. But the width of a compressed list's
+// rows depends on the scroll bar, so only the part that contains the rows is laid out in this mode,
+// and not before the first rows have widgets.
+void ListFocus::LayOutRows() {
+    Evas_Object* rows =
+        edje_object_part_swallow_get(elm_layout_edje_get(m_list), "elm.swallow.content");
+    Eina_List* withWidgets = elm_genlist_realized_items_get(m_list);
+    const Elm_List_Mode mode = elm_genlist_mode_get(m_list);
+    elm_genlist_mode_set(m_list, withWidgets != nullptr ? ELM_LIST_COMPRESS : mode);
+    evas_object_smart_calculate(rows);
+    elm_genlist_mode_set(m_list, mode);
+    eina_list_free(withWidgets);
 }
 
 void ListFocus::KeepTurning() {

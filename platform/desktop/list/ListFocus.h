@@ -56,6 +56,7 @@ private:
 
     /// Runs as many turns of the loop as the toolkit needs to place the rows that were added.
     void PlaceRows();
+    void LayOutRows();
     void KeepTurning();
     void Refocus();
     /// The number of the row at the top of the view, counted from 0.

@@ -4,12 +4,25 @@
 // Lists with more rows than the panel shows.
 #include <Edje.h>
 #include <dlfcn.h>
+#include <memory>
 
+#include "support/Scene.h"
 #include "ui/scene/SceneTest.h"
 
 namespace {
 
 int g_measurements = 0;
+int g_names = 0;
+
+/// An item that counts how often its name is asked for.
+class CountedItem : public DefaultAppListItem {
+public:
+    using DefaultAppListItem::DefaultAppListItem;
+    std::string GetVisibleName() override {
+        ++g_names;
+        return DefaultAppListItem::GetVisibleName();
+    }
+};
 
 }  // namespace
 
@@ -44,6 +57,27 @@ TEST_F(ALongList, DoesNotMeasureEachRow) {
     model().AddItems(Make(60));
     Draw();
     EXPECT_LT(g_measurements - measuredForOne, 60);
+}
+
+// The toolkit asks for a row's name when it creates a widget for it.
+TEST_F(ALongList, CreatesFewWidgetsWhileItsRowsAreLaidOut) {
+    constexpr int ROWS = 1000;
+    std::vector<std::unique_ptr<CountedItem>> items;
+    std::vector<AppListItem*> added;
+    for (int row = 1; row <= ROWS; ++row) {
+        items.push_back(std::make_unique<CountedItem>("Row", std::to_string(row)));
+        added.push_back(items.back().get());
+    }
+    model().AddItems(added);
+    g_names = 0;
+    EXPECT_TRUE(HeadlessToolkit::RunUntil([this] {
+        int height = 0;
+        elm_scroller_child_size_get(list(), nullptr, &height);
+        const std::vector<Evas_Object*> rows = ObjectsOf(window(), ROW_GROUP);
+        return !rows.empty() && height == ROWS * BoxOf(rows.front(), "base").height;
+    }));
+    EXPECT_LT(g_names, ROWS / 2);
+    model().RemoveAllItems();
 }
 
 // When the row that the model selected last is scrolled into view again, the renderer gives it the
