@@ -84,8 +84,13 @@ const char* const JavaMWDbusLocal::INTERFACE_XML =
 
 const GDBusInterfaceVTable JavaMWDbusLocal::m_vtable = {cb_MethodCall, nullptr, nullptr, {nullptr}};
 
-JavaMWDbusLocal::JavaMWDbusLocal(std::string name) : m_name(std::move(name)) {
+JavaMWDbusLocal::JavaMWDbusLocal(Members members) : m_name(std::move(members.name)) {
     LiveChannels().insert(this);
+}
+
+// Delegates, so that the destructor runs if the body throws. Otherwise GIO would call back into a
+// channel that does not exist.
+JavaMWDbusLocal::JavaMWDbusLocal(std::string name) : JavaMWDbusLocal(Members{std::move(name)}) {
     LOG_DEBUG("Constructor\n\n");
     // Required before GLib 2.36; later versions ignore the call.
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS

@@ -138,7 +138,12 @@ public:
 private:
     using SignalCallback = decltype(&cb_SignalCall);
 
-    // The steps of construction.
+    // The steps of construction. The first one only sets the members. If a later one throws, the
+    // destructor runs.
+    struct Members {
+        std::string name;
+    };
+    explicit JavaMWDbusLocal(Members members);
     bool Connect();
     void RegisterObject();
     void SubscribeToAnnouncements();

@@ -3,6 +3,7 @@
 #include "fakes/HeldBus.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "ipc/javamw-dbus-local.h"
@@ -170,6 +171,9 @@ void HeldBus::Reply(GVariant* parameters) {
 GVariant* HeldBus::CallDaemon(const std::string& method, GVariant* parameters, GError** error) {
     constexpr uint32_t owner = 1;
     constexpr uint32_t exists = 3;
+    if (method == outOfMemoryIn) {
+        throw std::bad_alloc();
+    }
     if (const auto answer = answers.find(method); answer != answers.end()) {
         return g_variant_ref_sink(g_variant_new("(u)", answer->second));
     }

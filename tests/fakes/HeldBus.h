@@ -30,6 +30,8 @@ public:
     std::vector<std::string> calls;
     /// The codes that these methods of the bus daemon answer with.
     std::map<std::string, uint32_t> answers;
+    /// Memory runs out in this method of the bus daemon.
+    std::string outOfMemoryIn;
     /// Watching a name fails; the id is 0.
     bool watchFails = false;
     /// Creating a proxy fails with the message "no proxy today".

@@ -4,6 +4,7 @@
 // Which functions of the bus library the transport calls, with which arguments and in which order,
 // and when it holds its mutex.
 #include <memory>
+#include <new>
 
 #include <gmock/gmock.h>
 
@@ -97,6 +98,17 @@ TEST_F(BusCallsOfAChannel, SubscribeToSynSynAckAndAckAndThenAnnounce) {
                                          Subscribe(Announcements("_CLIENT_SYN_ACK")),
                                          Subscribe(Announcements("_CLIENT_ACK")),
                                          RequestName("_SERVICE_SYN"), ReleaseName("_SERVICE_SYN")));
+}
+
+TEST_F(BusCallsOfAChannel, HaveNoEffectIfTheConstructionFailsLater) {
+    channel.reset();
+    TheHeldBus() = HeldBus{};
+    TheHeldBus().outOfMemoryIn = "RequestName";
+    EXPECT_THROW(NotingChannel{reports}, std::bad_alloc);
+    ClearLog();
+    Announce("_CLIENT_SYN", ":1.7");
+    const LogLine refused = Error("Empty user_data or connection not valid.\n\n");
+    EXPECT_THAT(Log(), ElementsAre(testing::_, refused, testing::_, refused));
 }
 
 TEST_F(BusCallsOfAChannel, DoNotReleaseANameThatIsNotOwned) {
