@@ -13,6 +13,7 @@ namespace {
 
 AllocationMeter* g_meter = nullptr;
 DeletionWatch* g_watch = nullptr;
+bool g_failNext = false;
 
 std::ptrdiff_t SizeOf(void* block) {
     return static_cast<std::ptrdiff_t>(malloc_usable_size(block));
@@ -42,7 +43,18 @@ DeletionWatch::~DeletionWatch() {
     g_watch = nullptr;
 }
 
+AllocationFailure::AllocationFailure() {
+    g_failNext = true;
+}
+
+AllocationFailure::~AllocationFailure() {
+    g_failNext = false;
+}
+
 void* Allocate(std::size_t size) {
+    if (std::exchange(g_failNext, false)) {
+        return nullptr;
+    }
     void* block = std::malloc(size == 0 ? 1 : size);
     if (g_meter != nullptr) {
         g_meter->m_total += size;

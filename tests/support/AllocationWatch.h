@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <functional>
 
-/// Counts the heap allocations of the program under test. Linking it replaces the global operators
-/// new and delete. Single thread only; one object of each class at a time.
+/// Counts the heap allocations of the program under test, and fails one. Linking it replaces the
+/// global operators new and delete. Single thread only; one object of each class at a time.
 namespace applist::test {
 
 /// Measures the memory allocated during its lifetime.
@@ -47,6 +47,15 @@ private:
     friend void Release(void* block);
     std::function<void(const void*)> m_onDelete;
     bool m_calling = false;
+};
+
+/// Makes the first allocation during its lifetime fail.
+class AllocationFailure {
+public:
+    AllocationFailure();
+    ~AllocationFailure();
+    AllocationFailure(const AllocationFailure&) = delete;
+    AllocationFailure& operator=(const AllocationFailure&) = delete;
 };
 
 }  // namespace applist::test

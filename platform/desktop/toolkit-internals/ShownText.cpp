@@ -9,6 +9,8 @@
 #include <glib.h>
 #include <string_view>
 
+#include "CallbackGuard.h"
+
 namespace applist::desktop {
 namespace {
 
@@ -82,9 +84,11 @@ extern "C" Eina_Bool edje_object_part_text_escaped_set(Evas_Object* obj, const c
     if (text == nullptr) {
         return replaced(obj, part, text);
     }
-    const std::string shown = applist::desktop::ShownText(text);
-    if (edje_object_part_exists(obj, applist::desktop::WRAPPED_PART) != EINA_FALSE) {
-        replaced(obj, applist::desktop::WRAPPED_PART, applist::desktop::Escaped(shown).c_str());
-    }
-    return replaced(obj, part, shown.c_str());
+    return applist::GuardCallback<Eina_Bool>(EINA_FALSE, [&] {
+        const std::string shown = applist::desktop::ShownText(text);
+        if (edje_object_part_exists(obj, applist::desktop::WRAPPED_PART) != EINA_FALSE) {
+            replaced(obj, applist::desktop::WRAPPED_PART, applist::desktop::Escaped(shown).c_str());
+        }
+        return replaced(obj, part, shown.c_str());
+    });
 }

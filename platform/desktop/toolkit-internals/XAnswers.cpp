@@ -131,12 +131,12 @@ const XAnswers* XAnswers::For(const char* display) {
     return g_answers != nullptr && display == g_answers->m_display ? g_answers : nullptr;
 }
 
-const XAnswers::Extension* XAnswers::FindExtension(const std::string& name) const {
+const XAnswers::Extension* XAnswers::FindExtension(std::string_view name) const {
     const auto found = m_extensions.find(name);
     return found != m_extensions.end() ? &found->second : nullptr;
 }
 
-const unsigned long* XAnswers::FindAtom(const std::string& name) const {
+const unsigned long* XAnswers::FindAtom(std::string_view name) const {
     const auto found = m_atoms.find(name);
     return found != m_atoms.end() ? &found->second : nullptr;
 }

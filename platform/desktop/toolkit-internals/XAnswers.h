@@ -3,8 +3,10 @@
 #pragma once
 
 #include <Ecore.h>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 
 struct xcb_connection_t;
 
@@ -43,8 +45,8 @@ public:
     /// Returns the current answers if they come from the display of this name, else null.
     static const XAnswers* For(const char* display);
     /// Return the server's answer, or null if the name was not asked for.
-    const Extension* FindExtension(const std::string& name) const;
-    const unsigned long* FindAtom(const std::string& name) const;
+    const Extension* FindExtension(std::string_view name) const;
+    const unsigned long* FindAtom(std::string_view name) const;
 
 private:
     void AskForExtensions();
@@ -52,8 +54,9 @@ private:
 
     xcb_connection_t* m_connection;
     std::string m_display;
-    std::map<std::string, Extension> m_extensions;
-    std::map<std::string, unsigned long> m_atoms;
+    // The comparison does not need a copy of a name, so that a search cannot throw into C code.
+    std::map<std::string, Extension, std::less<>> m_extensions;
+    std::map<std::string, unsigned long, std::less<>> m_atoms;
     Ecore_Idle_Enterer* m_atFirstIdle = nullptr;
 };
 

@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The part of a name that is passed to the toolkit.
-#include <gtest/gtest.h>
+#include <Edje.h>
 
+#include <gmock/gmock.h>
+
+#include "fakes/FakePlatformLog.h"
+#include "support/AllocationWatch.h"
 #include "toolkit-internals/ShownText.h"
 
 namespace applist::desktop {
@@ -50,6 +54,16 @@ TEST(ShownText, KeepsTheLastCharacterWhole) {
 TEST(ShownText, OfMalformedTextHasFourThousandBytesAtMost) {
     EXPECT_EQ(Shown(Repeated("\x80", 1U << 20U)), Repeated("\x80", SHOWN_BYTES));
     EXPECT_EQ(Shown(Repeated("\xE4\xB8", 1U << 20U)), Repeated("\xE4\xB8", SHOWN_CHARACTERS));
+}
+
+TEST(ShownText, IsNotSetIfMemoryRunsOut) {
+    const std::string name = Repeated("a", 100);
+    test::ClearLog();
+    {
+        const test::AllocationFailure failure;
+        edje_object_part_text_escaped_set(nullptr, "elm.text", name.c_str());
+    }
+    EXPECT_THAT(test::Log(), testing::ElementsAre(test::Error("Callback aborted: std::bad_alloc")));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/AllocationWatch.h"
 #include "support/HeadlessToolkit.h"
 #include "support/XDisplay.h"
 #include "toolkit-internals/XAnswers.h"
@@ -50,6 +51,16 @@ TEST_F(XAnswersTest, AreThoseOfTheServer) {
     const unsigned long before = Requests();
     EXPECT_EQ(Seen("RENDER", "image/png"), asked);
     EXPECT_EQ(Requests(), before);
+}
+
+TEST_F(XAnswersTest, NeedNoMemory) {
+    const XAnswers answers;
+    Atom atom = None;
+    {
+        const AllocationFailure failure;
+        atom = XInternAtom(m_client.get(), "application/x-elementary-markup", False);
+    }
+    EXPECT_NE(atom, static_cast<Atom>(None));
 }
 
 TEST_F(XAnswersTest, DoNotCoverOtherNames) {
