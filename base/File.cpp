@@ -100,7 +100,7 @@ Result<InputFile> InputFile::Watch() const {
 
 bool InputFile::RewindIfTruncated() {
     struct stat status {};
-    // The writer has begun the file anew, so what follows is at its start.
+    // The writer has truncated the file, so the new content is at its start.
     const bool truncated =
         fstat(m_descriptor, &status) == 0 && status.st_size < lseek(m_descriptor, 0, SEEK_CUR);
     return truncated && lseek(m_descriptor, 0, SEEK_SET) == 0;

@@ -15,7 +15,7 @@ namespace applist {
 class InputFile {
 public:
     enum class Use {
-        ToTheEnd,  ///< Opening a FIFO waits for a writer, and its end is the last writer's.
+        ToTheEnd,  ///< Opening a FIFO waits for a writer. Its last writer ends it.
         Live,      ///< Opening does not wait.
         Follow,    ///< As Live, but a FIFO does not end, because this process can write to it.
     };

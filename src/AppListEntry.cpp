@@ -72,7 +72,7 @@ void AppListEntry::Service(app_control_s* request, void* data) {
 
 int AppListEntry::HandleService(app_control_s* /*request*/) {
     LOG_DEBUG("_handle_service function calling");
-    // The request carries no data that matter: every request is a start of the program.
+    // Every request means that the program was started, whatever data it contains.
     HandleCmd();
     return 0;
 }

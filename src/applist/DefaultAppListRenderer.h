@@ -24,8 +24,8 @@ public:
         : m_model(model), m_listener(listener) {}
 
     /// Selects item in the model unless suppressed. Removes the constructor's listener from the
-    /// model during the call, so that it is not called. Adding it again makes it the model's last
-    /// selection listener.
+    /// model during the call, so that it is not called. Adding it again, also after an
+    /// exception, makes it the model's last selection listener.
     void SetSelection(AppListItem* item);
 
     bool Suppressed() const { return m_suppressed; }

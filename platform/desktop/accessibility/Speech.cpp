@@ -46,7 +46,7 @@ void Speech::Stop() {
 
 // A message does not interrupt the row that the viewer has just chosen.
 void Speech::Tell(const News& news) {
-    // A withdrawn message; what was spoken cannot be taken back.
+    // The text of a withdrawn message is empty. What has been spoken cannot be withdrawn.
     if (news.text.empty()) {
         return;
     }
