@@ -8,14 +8,13 @@ import java.util.Map;
 import java.util.Set;
 import java.util.concurrent.BlockingQueue;
 import java.util.concurrent.CompletableFuture;
-import java.util.concurrent.ExecutorService;
-import java.util.concurrent.Executors;
 import java.util.concurrent.LinkedBlockingQueue;
 import java.util.concurrent.ThreadLocalRandom;
 import java.util.concurrent.TimeUnit;
 import java.util.function.Consumer;
 
 import org.freedesktop.DBus;
+import org.freedesktop.dbus.CallbackHandler;
 import org.freedesktop.dbus.DBusConnection;
 import org.freedesktop.dbus.exceptions.DBusException;
 import org.freedesktop.dbus.exceptions.DBusExecutionException;
@@ -27,8 +26,8 @@ import static java.nio.charset.StandardCharsets.UTF_8;
  * A middleware for applist, to start your own from: fills the list, follows the selection and starts
  * the item that the viewer chooses. Runs until it is interrupted. Needs dbus-java 2.8 (libdbus-java).
  *
- * <p>The bus library's thread and the thread of the calls only add tasks; the main thread runs them,
- * so all fields belong to the main thread.
+ * <p>The bus library's thread only adds tasks; the main thread runs them, so all fields belong to the
+ * main thread. One thread receives events and replies, which keeps them in the order of the bus.
  */
 public final class ExampleMiddleware {
     private static final String PATH = "/org/vantu/javamw/CommunicationChannel/Applist";
@@ -52,13 +51,18 @@ public final class ExampleMiddleware {
     private static final List<Item> ITEMS = List.of(new Item("it.guide", "Guida TV"),
             new Item("it.news", "Notizie"), new Item("it.weather", "Meteo"));
 
-    private final BlockingQueue<Runnable> tasks = new LinkedBlockingQueue<>();
-    private final ExecutorService calls = Executors.newSingleThreadExecutor();
+    private interface Task {
+        void run() throws DBusException;
+    }
+
+    private final BlockingQueue<Task> tasks = new LinkedBlockingQueue<>();
     private final DBusConnection bus;
     /** Unique names of the applications that have received the items. */
     private final Set<String> filled = new HashSet<>();
     /** The unique name of the connected application, or empty. */
     private String application = "";
+    /** The application's object. Kept, because the bus library never frees one. */
+    private DbusCommunication channel;
     /** Counts events 2, so that late answers are recognised. */
     private int latestEvent;
     /** The answer to the GetSelection of the latest event 2, or null. */
@@ -115,22 +119,22 @@ public final class ExampleMiddleware {
 
     /** Calls the application without waiting; done receives the reply, or null. */
     private void call(int function, List<Item> items, int timeoutMs, Consumer<byte[]> done) {
-        String receiver = application;
-        CompletableFuture.supplyAsync(() -> send(receiver, Item.pack(items, function)), calls)
-                .completeOnTimeout(null, timeoutMs, TimeUnit.MILLISECONDS)
+        CompletableFuture<byte[]> answer = new CompletableFuture<>();
+        answer.completeOnTimeout(null, timeoutMs, TimeUnit.MILLISECONDS)
                 .thenAccept(reply -> tasks.add(() -> done.accept(reply)));
+        bus.callWithCallback(channel, "Send", new CallbackHandler<byte[]>() {
+            @Override public void handle(byte[] reply) {
+                answer.complete(reply);
+            }
+
+            @Override public void handleError(DBusExecutionException error) {
+                OUT.println("no answer: " + error.getMessage());
+                answer.complete(null);
+            }
+        }, (Object) Item.pack(items, function));
     }
 
-    private byte[] send(String receiver, byte[] data) {
-        try {
-            return bus.getRemoteObject(receiver, PATH, DbusCommunication.class).Send(data);
-        } catch (DBusException | DBusExecutionException error) {
-            OUT.println("no answer: " + error.getMessage());
-            return null;
-        }
-    }
-
-    private void onEvent(DbusCommunication.SendSignal event) {
+    private void onEvent(DbusCommunication.SendSignal event) throws DBusException {
         int number = event.data.length == 4 ? Item.numberAt(event.data, 0) : 0;
         if (number == LOCAL_CREATED) {
             connected(event.getSource());
@@ -142,15 +146,15 @@ public final class ExampleMiddleware {
     }
 
     /** Event 4 confirms the connection. It may be repeated, but the list is filled only once. */
-    private void connected(String name) {
-        application = name;
+    private void connected(String name) throws DBusException {
+        if (!name.equals(application)) {
+            application = name;
+            channel = bus.getRemoteObject(name, PATH, DbusCommunication.class);
+        }
         if (filled.add(name)) {
             OUT.println("connected " + name);
-            call(ADD_ITEMS, ITEMS, CALL_TIMEOUT_MS, reply -> {
-                if (reply != null) {
-                    OUT.println("filled " + ITEMS.size());
-                }
-            });
+            call(ADD_ITEMS, ITEMS, CALL_TIMEOUT_MS,
+                    reply -> OUT.println(reply != null ? "filled " + ITEMS.size() : "not filled"));
         }
     }
 

@@ -54,7 +54,7 @@ class Application(Process):
     """The application without a screen; man applist-headless lists the statements."""
 
     def __init__(self):
-        super().__init__([os.environ.get("APPLIST_HEADLESS", "applist-headless")])
+        super().__init__([os.environ.get("APPLIST_HEADLESS", "applist-headless"), f"--timeout={PATIENCE}"])
         self.state()
 
     def state(self):

@@ -41,6 +41,16 @@ def test_starts_the_choice_of_two_quick_keys(start_application, start_middleware
     assert middleware.sees("start").startswith("start it.weather")
 
 
+def test_ignores_answers_for_older_events(start_application, start_middleware):
+    application, middleware = start_application(), start_middleware()
+    application.reaches("items 3")
+    middleware.sees("selected it.guide")
+    for last in ["it.weather", "it.news", "it.guide"] * 10:
+        # The question about the first key is answered after the event of the second key.
+        application.type("down", "hang 20ms", "down")
+        assert middleware.line() == f"selected {last}"
+
+
 def test_starts_the_known_choice_when_no_answer_comes(start_application, start_middleware):
     application, middleware = start_application(), start_middleware()
     application.reaches("items 3")
