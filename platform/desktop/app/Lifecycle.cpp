@@ -289,51 +289,8 @@ bool IsComplete(const ui_app_callbacks* callbacks) {
            callbacks->resume != nullptr && callbacks->app_control != nullptr;
 }
 
-void PrintHelp(const char* name) {
-    std::printf(
-        "Usage: %s [%s KEY=VALUE...]\n\n"
-        "The program is controlled by keys and over D-Bus. See man %s.\n\n"
-        "  %s KEY=VALUE  pass extra data to the program, as a launch request does\n"
-        "  --prepare          load everything and wait for a launch; only on its own\n"
-        "  --version          print the version and stop\n"
-        "  --help             print this text and stop\n\n"
-        "Other arguments are ignored, because a launcher may add its own.\n\n"
-        "Environment: APPLIST_LOCK (off), APPLIST_LOG (error, info or debug),\n"
-        "APPLIST_PLATFORM_ROOT, DBUS_SYSTEM_BUS_ADDRESS.\n",
-        name, applist::desktop::EXTRA_ARGUMENT, name, applist::desktop::EXTRA_ARGUMENT);
-}
-
-// Answers --help (-h) and --version, the options that every program of this port has, on standard
-// output. Returns true if one of them was given; the program then ends without starting. Other
-// arguments are ignored.
-bool AnswerOptions(int argc, const char* const* argv) {
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view argument = argv[i];
-        if (argument == applist::desktop::EXTRA_ARGUMENT) {
-            // Its value may have any text.
-            ++i;
-            continue;
-        }
-        const std::string_view path = argv[0];
-        // data() is null-terminated here, because the view extends to the end of argv[0].
-        const char* name = path.substr(path.find_last_of('/') + 1).data();
-        if (argument == "--help" || argument == "-h") {
-            PrintHelp(name);
-            return true;
-        }
-        if (argument == "--version") {
-            std::printf("%s %s\n", name, APPLIST_VERSION);
-            return true;
-        }
-    }
-    return false;
-}
-
 int RunApplication(int argc, char** argv, const ui_app_callbacks& callbacks, void* userData) {
     using namespace applist::desktop;
-    if (AnswerOptions(argc, argv)) {
-        return Lifecycle::ENDED;
-    }
     TakeGlibMessages();
     const std::string id = ApplicationIdOf(argc > 0 ? argv[0] : program_invocation_name);
     // A start by the bus is not a request, so its arguments are not read as one.

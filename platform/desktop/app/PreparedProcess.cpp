@@ -34,8 +34,6 @@
 namespace applist::desktop {
 namespace {
 
-constexpr std::string_view PREPARE_OPTION = "--prepare";
-
 // A launcher that has connected sends its request at once.
 constexpr timeval REQUEST_TIMEOUT{0, 500'000};
 
@@ -343,27 +341,3 @@ void PreparedProcess::Become(int connection, const std::vector<int>& descriptors
 }
 
 }  // namespace applist::desktop
-
-// The linker's option --wrap=main calls the second one in place of the program's main(), the first.
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker defines these names
-extern "C" int __real_main(int argc, char** argv);
-
-extern "C" int __wrap_main(int argc, char** argv) {
-    using namespace applist::desktop;
-    if (argc != 2 || argv[1] != PREPARE_OPTION) {
-        return __real_main(argc, argv);
-    }
-    return applist::GuardCallback<int>(Lifecycle::FAILED, [&]() -> int {
-        TakeGlibMessages();
-        PreparedProcess process(ApplicationIdOf(argv[0]));
-        if (!process.Prepare(argc, argv)) {
-            return Lifecycle::FAILED;
-        }
-        if (!process.AwaitRequest()) {
-            return Lifecycle::ENDED;
-        }
-        std::vector<char*>& arguments = process.arguments();
-        return __real_main(static_cast<int>(arguments.size()) - 1, arguments.data());
-    });
-}
-// NOLINTEND(bugprone-reserved-identifier)

@@ -137,17 +137,14 @@ TEST(MenuModule, ExportsItsFourEntryPointsAndNothingElse) {
 
 using ProgramOfASet = Platformctl;
 
-// Also shows that unset optional settings are not logged as errors.
-TEST_F(ProgramOfASet, AnswersOptionsWithoutAScreenAndWithoutErrors) {
-    Do({"region", "italy"});
-    Do({"set", DATA_SERVICE, "int", "2"});
-    const std::string versionLine = "APPLIST v: plm-applist-20150201.1\n";
+// The set does not have a region, so a program that starts waits for it and logs errors.
+TEST_F(ProgramOfASet, AnswersOptionsBeforeItReadsTheSettings) {
     for (const auto& [option, answer] : {std::pair{"--version", "applist " APPLIST_VERSION "\n"},
                                          std::pair{"--help", "Usage: applist "}}) {
         ChildProcess program({BuiltProgram("applist"), option},
                              {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
         EXPECT_EQ(program.WaitForExit(), 0);
-        EXPECT_THAT(program.Output(), testing::StartsWith(versionLine + answer));
+        EXPECT_THAT(program.Output(), testing::StartsWith(answer));
         EXPECT_EQ(program.Errors(), "");
     }
 }

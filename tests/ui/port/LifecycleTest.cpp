@@ -49,7 +49,7 @@ TEST(Lifecycle, AnswersHelpAndVersionInsteadOfStarting) {
     EXPECT_EQ(help.Output().find("create"), std::string::npos);
     SampleProcess version({"--no-window", "--version"});
     EXPECT_EQ(version.WaitForExit(), 0);
-    EXPECT_EQ(version.Output(), "port-sample " APPLIST_VERSION "\nresult 0\n");
+    EXPECT_EQ(version.Output(), "port-sample " APPLIST_VERSION "\n");
 }
 
 TEST(Lifecycle, TakesAnOptionInExtraDataAsText) {
