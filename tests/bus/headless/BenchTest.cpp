@@ -58,7 +58,7 @@ TEST_F(Bench, ReturnsTheStatusOfTheCommand) {
     EXPECT_EQ(RunScript("exit 7"), 7);
     EXPECT_EQ(RunScript("kill -KILL $$"), 128 + SIGKILL);
     EXPECT_EQ(Run({"no-such-command"}), 127);
-    EXPECT_EQ(m_errors, "applist-bench: no-such-command: No such file or directory\n");
+    EXPECT_EQ(m_errors, "applist-bench: cannot run 'no-such-command': No such file or directory\n");
 }
 
 TEST_F(Bench, LeavesNothingRunning) {
@@ -71,23 +71,38 @@ TEST_F(Bench, LeavesNothingRunning) {
     EXPECT_EQ(watch.WaitForExit(), 3);
 }
 
-TEST_F(Bench, EndsTheCommandOnSigterm) {
-    const auto bench = Start({"sh", "-c", "echo started; exec sleep 1000"});
-    ASSERT_TRUE(bench->WaitForText("started"));
-    bench->Signal(SIGTERM);
-    EXPECT_EQ(bench->WaitForExit(), 128 + SIGTERM);
-    EXPECT_TRUE(std::filesystem::is_empty(m_folder.path()));
+TEST_F(Bench, PassesASignalToTheCommandAndCleansUp) {
+    for (const int signal : {SIGTERM, SIGHUP}) {
+        const auto bench = Start({"sh", "-c", "echo started; exec sleep 1000"});
+        ASSERT_TRUE(bench->WaitForText("started"));
+        bench->Signal(signal);
+        EXPECT_EQ(bench->WaitForExit(), 128 + signal);
+        EXPECT_TRUE(std::filesystem::is_empty(m_folder.path()));
+    }
 }
 
-TEST_F(Bench, TypesTheLinesOfAFile) {
+TEST_F(Bench, TypesTheLinesOfAFileOrAPipe) {
     const std::string keys = (m_folder.path() / "keys").string();
-    std::ofstream(keys) << "await items 2\ndown\nok\n";
-    const std::string script =
-        "printf 'a\\tA\\nb\\tB\\n' >$APPLIST_PLATFORM_ROOT/items;"
-        " javamw-sim serve --items $APPLIST_PLATFORM_ROOT/items |"
-        " grep -m 1 'ItemClicked chose'";
-    EXPECT_EQ(Run({"--keys=" + keys, "--", "sh", "-c", script}), 0) << m_errors;
-    EXPECT_EQ(m_output, "event 3 ItemClicked chose b\tB\n");
+    std::ofstream(keys) << "await items 5\ndown\nok\n";
+    const std::string bench = BuiltProgram("applist-bench") + " --keys ";
+    for (const std::string& line : {bench + keys, "cat " + keys + " | " + bench + "-",
+                                    bench + "<(cat " + keys + ")"}) {
+        ChildProcess shell(
+            {"bash", "-c", line + " -- sh -c 'javamw-sim serve | grep -m 1 ItemClicked'"},
+            {{"TMPDIR", m_folder.path().string()}});
+        EXPECT_EQ(shell.WaitForExit(), 0) << line << shell.Errors();
+        EXPECT_EQ(shell.Output(), "event 3 ItemClicked chose 0000000b.0002\tMeteo\n");
+    }
+}
+
+TEST_F(Bench, EndsWithoutATraceIfItCannotPrint) {
+    const std::string help = BuiltProgram("applist-bench") + " --help";
+    ChildProcess full({"sh", "-c", help + " >/dev/full"});
+    EXPECT_EQ(full.WaitForExit(), 3);
+    EXPECT_EQ(full.Errors(), "applist-bench: No space left on device\n");
+    ChildProcess closed({"bash", "-c", "set -o pipefail; " + help + " | exec true"});
+    closed.WaitForExit();
+    EXPECT_EQ(closed.Errors(), "");
 }
 
 TEST_F(Bench, StartsTheApplicationAgainIfAskedTo) {
@@ -112,9 +127,10 @@ TEST_F(Bench, RefusesWrongUsage) {
     EXPECT_EQ(m_errors, "applist-bench: unknown option '--bogus'; see applist-bench --help\n");
     EXPECT_EQ(Run({"--keys"}), 2);
     EXPECT_EQ(Run({"--keys", "/no/such/file", "true"}), 2);
-    EXPECT_EQ(m_errors, "applist-bench: cannot read /no/such/file\n");
+    EXPECT_EQ(m_errors,
+              "applist-bench: cannot read '/no/such/file': No such file or directory\n");
     EXPECT_EQ(Run({"--keys", "/", "true"}), 2);
-    EXPECT_EQ(m_errors, "applist-bench: cannot read /\n");
+    EXPECT_EQ(m_errors, "applist-bench: cannot read '/': Is a directory\n");
 }
 
 }  // namespace
