@@ -21,7 +21,8 @@ constexpr int PIPE_SIZE = 1024 * 1024;
 
 // Call directly after the failure, because the reason is in errno.
 std::string Failure(const std::string& name) {
-    return name + ": " + (errno == ENOENT ? "no such file" : g_strerror(errno));
+    return (name.empty() ? "''" : name) + ": " +
+           (errno == ENOENT ? "no such file" : g_strerror(errno));
 }
 
 bool IsFifo(const std::string& name) {

@@ -67,7 +67,8 @@ int OpenInput(const std::string& file) {
     if (fd >= 0 && !isFolder) {
         return fd;
     }
-    static_cast<void>(std::fprintf(stderr, "applist-headless: %s: %s\n", file.c_str(),
+    static_cast<void>(std::fprintf(stderr, "applist-headless: %s: %s\n",
+                                   file.empty() ? "''" : file.c_str(),
                                    std::strerror(isFolder ? EISDIR : errno)));
     return -1;
 }

@@ -234,7 +234,6 @@ void Session::PrintState() {
     state["events"] = counts.events;
     state["time"] = m_time;
     if (!tools::WriteLine(tools::JsonLine(state))) {
-        static_cast<void>(std::fputs("applist-headless: cannot write the state\n", stderr));
         Finish(NOT_REACHED);
     }
 }
@@ -264,11 +263,11 @@ void Session::EndLife() {
 }
 
 void Session::Complain(const Step& step, const std::string& problem) {
-    // The problem quotes the line, which may have any bytes.
+    // The problem quotes the line, which may have any bytes, such as commands for a terminal.
     const std::unique_ptr<char, decltype(&g_free)> text(
         g_utf8_make_valid(problem.data(), static_cast<gssize>(problem.size())), g_free);
-    static_cast<void>(
-        std::fprintf(stderr, "applist-headless: %s: %s\n", step.place.c_str(), text.get()));
+    static_cast<void>(std::fprintf(stderr, "applist-headless: %s: %s\n", step.place.c_str(),
+                                   tools::OneLine(text.get()).c_str()));
     m_status = WRONG_INPUT;
 }
 

@@ -3,6 +3,7 @@
 #include "shared/Output.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <glib.h>
@@ -72,8 +73,14 @@ std::string Painted(const std::string& text, const char* colour) {
 
 bool Write(const std::string& text) {
     // Flushed here, so that a full disk or a closed pipe shows in the result.
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
-           std::fflush(stdout) == 0;
+    const bool written =
+        std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+    // A reader that has read enough closes its pipe, which needs no message.
+    if (!written && errno != EPIPE) {
+        static_cast<void>(std::fprintf(stderr, "%s: standard output: %s\n",
+                                       program_invocation_short_name, g_strerror(errno)));
+    }
+    return written;
 }
 
 bool WriteLine(const std::string& line) {

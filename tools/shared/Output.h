@@ -32,7 +32,7 @@ bool OutputTakesColours();
 std::string Painted(const std::string& text, const char* colour);
 
 /// Writes text to standard output and flushes it. Returns false if standard output cannot be
-/// written.
+/// written, after a message unless it is a closed pipe.
 [[nodiscard]] bool Write(const std::string& text);
 
 /// Writes line and a newline.

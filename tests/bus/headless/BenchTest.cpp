@@ -85,8 +85,8 @@ TEST_F(Bench, TypesTheLinesOfAFileOrAPipe) {
     const std::string keys = (m_folder.path() / "keys").string();
     std::ofstream(keys) << "await items 5\ndown\nok\n";
     const std::string bench = BuiltProgram("applist-bench") + " --keys ";
-    for (const std::string& line : {bench + keys, "cat " + keys + " | " + bench + "-",
-                                    bench + "<(cat " + keys + ")"}) {
+    for (const std::string& line :
+         {bench + keys, "cat " + keys + " | " + bench + "-", bench + "<(cat " + keys + ")"}) {
         ChildProcess shell(
             {"bash", "-c", line + " -- sh -c 'javamw-sim serve | grep -m 1 ItemClicked'"},
             {{"TMPDIR", m_folder.path().string()}});
@@ -127,8 +127,7 @@ TEST_F(Bench, RefusesWrongUsage) {
     EXPECT_EQ(m_errors, "applist-bench: unknown option '--bogus'; see applist-bench --help\n");
     EXPECT_EQ(Run({"--keys"}), 2);
     EXPECT_EQ(Run({"--keys", "/no/such/file", "true"}), 2);
-    EXPECT_EQ(m_errors,
-              "applist-bench: cannot read '/no/such/file': No such file or directory\n");
+    EXPECT_EQ(m_errors, "applist-bench: cannot read '/no/such/file': No such file or directory\n");
     EXPECT_EQ(Run({"--keys", "/", "true"}), 2);
     EXPECT_EQ(m_errors, "applist-bench: cannot read '/': Is a directory\n");
 }

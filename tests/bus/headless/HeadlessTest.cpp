@@ -146,6 +146,11 @@ TEST_F(Headless, RefusesWrongUsageAndAnUnreadableFile) {
     }
 }
 
+TEST_F(Headless, QuotesAWrongLineWithoutItsControlBytes) {
+    EXPECT_EQ(Run("\x1b[2Jok\n"), 2);
+    EXPECT_THAT(m_errors, HasSubstr("lines:1: unknown statement '\\x1b[2Jok'; known: "));
+}
+
 TEST_F(Headless, FailsWithoutABusAndWhenItCloses) {
     EXPECT_EQ(Run("", {"--address=unix:path=" + m_set.Path("no-bus")}), 3);
     const auto application = m_set.StartList();

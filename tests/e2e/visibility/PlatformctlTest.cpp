@@ -98,6 +98,7 @@ TEST_F(Platformctl, FailsIfItsOutputCannotBeWritten) {
         ChildProcess process(
             {"sh", "-c", BuiltProgram("platformctl") + ' ' + command + " >/dev/full"});
         EXPECT_EQ(process.WaitForExit(), 1) << command;
+        EXPECT_EQ(process.Errors(), "platformctl: standard output: No space left on device\n");
     }
 }
 

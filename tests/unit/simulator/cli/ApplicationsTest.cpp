@@ -154,11 +154,16 @@ TEST_F(Applications, AreListedFromADamagedStreamWithThePlacesOfTheDamage) {
                                   "skipped damaged parts: 4 in packets (1 lost sync, 3 gaps)\n");
 }
 
-TEST_F(Applications, SayWhenTheirOutputIsClosed) {
+TEST_F(Applications, SayWhenTheirOutputCannotBeWritten) {
     const std::string file = Write("a.ts", Stream());
     ChildProcess program({"/bin/sh", "-c", "exec \"$0\" applications \"$1\" >/dev/full",
                           BuiltProgram("javamw-sim"), file});
     EXPECT_EQ(program.WaitForExit(), FAILED);
+    EXPECT_EQ(program.Errors(), "javamw-sim: standard output: No space left on device\n");
+}
+
+TEST_F(Applications, NameAnEmptyFileName) {
+    EXPECT_EQ(RunSimulator({"applications", ""}).errors, "javamw-sim: '': no such file\n");
 }
 
 TEST_F(Applications, AreServedAsTheOptionsSay) {
