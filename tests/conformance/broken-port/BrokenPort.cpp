@@ -1,7 +1,10 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
 //
-// A port that breaks every contract that the conformance test checks.
+// A port that breaks every contract that the conformance test checks. With BROKEN_PORT_CRASHES set,
+// ui_app_main() crashes.
+#include <cstdlib>
+
 #include "app.h"
 #include "app_control.h"
 #include "conformance/SetUnderTest.h"
@@ -32,6 +35,9 @@ extern "C" {
 
 int ui_app_main(int /*argc*/, char** /*argv*/, ui_app_callbacks* /*callbacks*/,
                 void* /*user_data*/) {
+    if (std::getenv("BROKEN_PORT_CRASHES") != nullptr) {
+        std::abort();
+    }
     return 0;
 }
 
