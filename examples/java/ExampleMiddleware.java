@@ -51,9 +51,7 @@ public final class ExampleMiddleware {
     private static final List<Item> ITEMS = List.of(new Item("it.guide", "Guida TV"),
             new Item("it.news", "Notizie"), new Item("it.weather", "Meteo"));
 
-    private interface Task {
-        void run() throws DBusException;
-    }
+    private interface Task { void run() throws DBusException; }
 
     private final BlockingQueue<Task> tasks = new LinkedBlockingQueue<>();
     private final DBusConnection bus;
@@ -74,6 +72,8 @@ public final class ExampleMiddleware {
         // The subscriptions must exist before the first announcement, because the answer may arrive at once.
         bus.addSigHandler(DBus.NameOwnerChanged.class, change -> tasks.add(() -> onOwnerChange(change)));
         bus.addSigHandler(DbusCommunication.SendSignal.class, event -> tasks.add(() -> onEvent(event)));
+        bus.addSigHandler(DBus.Local.Disconnected.class, end -> tasks.add(() -> {
+            throw new DBusException("closed"); }));
         announce("_CLIENT_SYN", ATTEMPTS);
     }
 

@@ -84,6 +84,7 @@ def bus(tmp_path, monkeypatch, started):
     daemon = Process(["dbus-daemon", "--nofork", "--print-address", f"--config-file={config}"])
     started.append(daemon)
     monkeypatch.setenv("DBUS_SYSTEM_BUS_ADDRESS", daemon.line())
+    return daemon
 
 
 @pytest.fixture

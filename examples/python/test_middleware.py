@@ -3,6 +3,8 @@
 """Tests of a middleware against applist without a screen."""
 import signal
 
+from conftest import PATIENCE
+
 IDS = ["it.guide", "it.news", "it.weather"]
 
 
@@ -101,3 +103,11 @@ def test_connects_again_after_its_own_restart(start_application, start_middlewar
     # The list has kept the items, so adding them again changes nothing.
     start_middleware().sees("filled")
     assert ids(application.reaches("connected")) == IDS
+
+
+def test_ends_with_the_bus(bus, start_application, start_middleware):
+    start_application()
+    middleware = start_middleware()
+    middleware.sees("connected")
+    bus.stop()
+    middleware.process.wait(PATIENCE)
