@@ -454,6 +454,13 @@ int RefuseUnread(const Program& program, const Words& words, const std::string& 
 }
 
 std::string UnknownCommand(const Program& program, const std::string& name) {
+    std::string next;
+    for (const std::string& candidate : NextWords(program, {name}, "")) {
+        next += (next.empty() ? "" : ", ") + candidate.substr(0, candidate.find('\t'));
+    }
+    if (!next.empty()) {
+        return "'" + name + "' must be followed by one of: " + next;
+    }
     Words names{"help"};
     std::transform(program.commands.begin(), program.commands.end(), std::back_inserter(names),
                    [](const Command& command) { return command.name; });

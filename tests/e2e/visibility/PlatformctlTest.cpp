@@ -182,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(
     OfEachKind, MistakenPlatformctl,
     testing::Values(
         Mistake{{}, "no command"}, Mistake{{"frobnicate"}, "unknown command 'frobnicate'"},
-        Mistake{{"factory"}, "unknown command 'factory'"},
+        Mistake{{"factory"}, "'factory' must be followed by one of: get, set, unset"},
         Mistake{{"list", "--yaml"}, "unknown option --yaml"},
         Mistake{{"get"}, "get takes KEY; see platformctl get --help"},
         Mistake{{"list", "all"}, "list takes no arguments; see platformctl list --help"},

@@ -131,7 +131,8 @@ TEST_F(CommandLine, NamesTheWrongOptionAndTheHelpOfItsCommand) {
 
 TEST_F(CommandLine, NamesTheUnknownCommand) {
     ExpectRefused({}, "no command; see tool --help");
-    ExpectRefused({"item"}, "unknown command 'item'; see tool --help");
+    ExpectRefused({"items"}, "unknown command 'items'; see tool --help");
+    ExpectRefused({"item"}, "'item' must be followed by one of: add, count; see tool --help");
     ExpectRefused({"kopy", "a"}, "unknown command 'kopy' (did you mean copy?); see tool --help");
 }
 
