@@ -70,12 +70,14 @@ public:
 /// messages: three for each channel with a connection, because channels release three ids with the
 /// wrong function.
 class ChannelTest : public testing::Test {
-protected:
-    /// rules: see PrivateBus.
-    explicit ChannelTest(const std::string& rules = "");
+public:
     ~ChannelTest() override;
     ChannelTest(const ChannelTest&) = delete;
     ChannelTest& operator=(const ChannelTest&) = delete;
+
+protected:
+    /// rules: see PrivateBus.
+    explicit ChannelTest(const std::string& rules = "");
 
     PrivateBus& TheBus() { return m_bus; }
     const std::string& Address() const { return m_bus.Address(); }
