@@ -224,7 +224,8 @@ void ListPanel::DrawNote() const {
 void ListPanel::Settle() {
     // As in ShowNote(): the toolkit deletes the expired timer.
     m_settling = nullptr;
-    if (m_count == 0) {
+    // The next update counts rows that have come since the last one.
+    if (m_count == 0 && elm_genlist_items_count(m_list) == 0) {
         m_emptyShown = true;
         SetText("applist.empty", i18n_get_text("LIST_EMPTY"));
         m_news.Hold(i18n_get_text("LIST_EMPTY"));

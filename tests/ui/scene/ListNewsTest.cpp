@@ -83,6 +83,13 @@ TEST_F(TheNews, StartWithTheTitleAndDoNotCountRowsThatAppearWithTheList) {
     EXPECT_THAT(Texts(), ElementsAre("[Data services] Row 1, 1 of 8"));
 }
 
+TEST_F(TheNews, DoNotCallAListEmptyWhoseRowsAreNotCountedYet) {
+    Add(Make(1).front());
+    desktop::ListFocus::Of(list()).panel().Settle();
+    Draw();
+    EXPECT_THAT(Texts(), ElementsAre("[Data services] Row 1, 1 of 1"));
+}
+
 TEST_F(TheNews, CountRowsThatCameOneAfterTheOtherAtMostTwiceASecond) {
     using Clock = std::chrono::steady_clock;
     Fill(1);
