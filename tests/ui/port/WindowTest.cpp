@@ -3,13 +3,18 @@
 //
 // The sample application on a real X server, with and without a window manager and a compositor.
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <poll.h>
 #include <sstream>
+#include <unistd.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 
 #include "SampleProcess.h"
 #include "support/XDisplay.h"
@@ -79,15 +84,31 @@ std::string WithoutAnimatorLines(const std::string& errors) {
     return rest;
 }
 
-// The names of the processes that have this home in their environment.
+bool Ends(int pid) {
+    const int process = static_cast<int>(syscall(SYS_pidfd_open, pid, 0));
+    if (process < 0) {
+        return errno == ESRCH;
+    }
+    pollfd ended{process, POLLIN, 0};
+    constexpr std::chrono::milliseconds patience = PATIENCE;
+    const bool ends = poll(&ended, 1, patience.count()) == 1;
+    close(process);
+    return ends;
+}
+
+// The names of the processes that have this home in their environment and do not end by
+// themselves: the symbolizer of a sanitized program ends a moment after the program.
 std::vector<std::string> ProcessesWithHome(const std::string& home) {
     std::vector<std::string> names;
     std::error_code gone;
     for (const auto& process : std::filesystem::directory_iterator("/proc", gone)) {
         std::ifstream file(process.path() / "environ");
         const std::string environment{std::istreambuf_iterator<char>(file), {}};
-        if (environment.find("HOME=" + home + '\0') != std::string::npos) {
-            std::ifstream(process.path() / "comm") >> names.emplace_back();
+        std::string name;
+        std::ifstream(process.path() / "comm") >> name;
+        if (environment.find("HOME=" + home + '\0') != std::string::npos &&
+            !Ends(std::atoi(process.path().filename().c_str()))) {
+            names.push_back(name);
         }
     }
     return names;
