@@ -3,8 +3,8 @@
 //
 // screen-bench [REPETITIONS [IDLE_SECONDS [SUBJECT [MEASURE]]]]: measures delays that a viewer
 // notices, for applist and the programs it is compared with. SUBJECT limits it to one program,
-// MEASURE to one of start, wait, fill, keys, rest and end. Prints a JSON object on each line:
-// measure, subject, rows, unit, samples.
+// MEASURE to one of start, wait, fill, keys, speech, rest and end. Prints a JSON object on each
+// line: measure, subject, rows, unit, samples.
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -14,6 +14,7 @@
 #include "bench/ScreenWatch.h"
 #include "bench/Subject.h"
 #include "support/ScriptedPeer.h"
+#include "support/SpeechService.h"
 
 namespace applist::bench {
 namespace {
@@ -183,6 +184,33 @@ private:
         }
     }
 
+    /// Measures from a key until the speech service has received the text of the new row.
+    void MeasureSpeech(const Subject& subject, int rows) {
+        const test::TemporaryDir folder;
+        test::SpeechService service(folder.path() / "speech");
+        const auto awaitRow = [&](int row) {
+            const std::string end = ", " + std::to_string(row) + " of " + std::to_string(rows);
+            const auto told = [&] {
+                const auto all = service.Utterances();
+                return !all.empty() && all.back().ends_with(end);
+            };
+            GiveUpUnless(service.WaitUntil(told, PATIENCE), "the list does not speak a row");
+        };
+        setenv("SPEECHD_ADDRESS", service.Address().c_str(), 1);
+        m_stage.Configure({"set", "db/menu/accessibility/speech", "bool", "true"});
+        const auto process = Show(subject, rows);
+        Series told("key: text at the speech service", subject, rows, "ms");
+        for (int row = 2; row <= m_repetitions + 1; ++row) {
+            const auto start = Clock::now();
+            m_stage.screen().PressKey("Down");
+            awaitRow(row);
+            told.Add(Milliseconds(Clock::now() - start));
+            m_stage.screen().ReleaseKey("Down");
+            m_watch.AwaitQuiet(BETWEEN_KEYS);
+        }
+        m_stage.Configure({"set", "db/menu/accessibility/speech", "bool", "false"});
+    }
+
     void MeasureRest(const Subject& subject, int rows) {
         const auto process = Show(subject, rows);
         // Toolkits free a frame's memory some time after the frame.
@@ -266,6 +294,7 @@ const std::vector<ScreenBench::Measure> ScreenBench::MEASURES = {
     {"wait", &ScreenBench::MeasureWait, {0}, Measure::PREPARED},
     {"fill", &ScreenBench::MeasureFill, {10, 100}, Measure::OURS},
     {"keys", &ScreenBench::MeasureKeys, {100, 10'000}},
+    {"speech", &ScreenBench::MeasureSpeech, {1000}, Measure::OURS},
     {"rest", &ScreenBench::MeasureRest, {10, 10'000}},
     {"end", &ScreenBench::MeasureEnd, {10}, Measure::OURS},
 };

@@ -102,11 +102,14 @@ Stage::Stage() {
         {"set", "memory/tv-viewer/data_service", "int", "2"},
         {"set", "db/menu/broadcasting/autorun-dataservice", "bool", "0"},
         {"set", "memory/javamw/autostart-app", "int", "0"}};
-    for (auto arguments : settings) {
-        arguments.insert(arguments.begin(), BuiltProgram("platformctl"));
-        GiveUpUnless(ChildProcess(arguments, Environment()).WaitForExit() == 0,
-                     "platformctl failed");
+    for (const auto& arguments : settings) {
+        Configure(arguments);
     }
+}
+
+void Stage::Configure(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), BuiltProgram("platformctl"));
+    GiveUpUnless(ChildProcess(arguments, Environment()).WaitForExit() == 0, "platformctl failed");
 }
 
 ChildProcess::Environment Stage::Environment() const {

@@ -35,6 +35,8 @@ class Stage {
 public:
     Stage();
 
+    /// Runs platformctl for the set.
+    void Configure(std::vector<std::string> arguments) const;
     /// Prepares this many items for the next Start().
     void Prepare(const Subject& subject, int rows);
     /// Starts the subject's prepared process, if it has one, and waits until it is ready. REQUIRED

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -35,7 +36,7 @@ void Reply(int client, const std::string& text) {
 
 SpeechService::SpeechService(const std::filesystem::path& socket, Manner manner)
     : m_path(socket), m_manner(manner), m_listener(Listen(socket)) {
-    if (pipe(m_wake) != 0) {
+    if (pipe2(m_wake, O_CLOEXEC) != 0) {
         std::abort();
     }
     m_thread = std::jthread([this](const std::stop_token& stop) { Serve(stop); });
