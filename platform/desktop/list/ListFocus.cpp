@@ -285,18 +285,12 @@ void ListFocus::Frame() {
 }
 
 void ListFocus::Open() {
-    const bool closed = !IsOpen();
-    if (closed) {
+    if (!IsOpen()) {
         m_muted = true;
         elm_object_focus_allow_set(m_list, EINA_TRUE);
         m_muted = false;
     }
     Settle();
-    Elm_Object_Item* focused = elm_object_focused_item_get(m_list);
-    if (closed && focused != nullptr) {
-        // The focus does not come from another row, so the theme shows it without an animation.
-        elm_object_item_signal_emit(focused, "applist,state,opened", "applist");
-    }
 }
 
 // A key that arrives before the first frame is meant for the chosen row.

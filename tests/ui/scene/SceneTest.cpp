@@ -18,11 +18,8 @@ std::string NameOn(const Evas_Object* row) {
     return name != nullptr ? name : "";
 }
 
-// True if the row shows the marker and its bar is complete or fading in. A bar that fades out does
-// not count.
 bool HasFocusMark(const Evas_Object* row) {
-    const std::string bar = StateOf(row, "bar");
-    return StateOf(row, "marker") == "focused" && (bar == "arriving" || bar == "focused");
+    return StateOf(row, "marker") == "focused" && StateOf(row, "bar") == "focused";
 }
 
 int OpacityOf(const Evas_Object* row, const char* part) {
