@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Every frame shows the focus on the row that the model has selected.
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "support/AccessibilityPage.h"
