@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shared/Output.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -35,9 +34,8 @@ std::string OneLine(const std::string& text) {
         if (byte == '\\') {
             line += "\\\\";
         } else if (byte < 0x20 || byte == 0x7F) {
-            std::array<char, sizeof "\\x00"> code{};
-            static_cast<void>(std::snprintf(code.data(), code.size(), "\\x%02x", byte));
-            line += code.data();
+            g_autofree char* code = g_strdup_printf("\\x%02x", byte);
+            line += code;
         } else {
             line += character;
         }

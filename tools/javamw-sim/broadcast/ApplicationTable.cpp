@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <glib.h>
 #include <utility>
 
 #include "broadcast/ByteReader.h"
@@ -21,10 +21,8 @@ constexpr std::array<std::string_view, 9> CONTROL_NAMES{
     "PREFETCH", "REMOTE",    "DISABLED", "PLAYBACK_AUTOSTART"};
 
 std::string Hexadecimal(unsigned value, int digits) {
-    std::array<char, sizeof "0x0000"> text{};
-    // The mask keeps at most four digits, so that the text always fits the array.
-    static_cast<void>(std::snprintf(text.data(), text.size(), "0x%0*x", digits, value & 0xFFFFU));
-    return text.data();
+    g_autofree char* text = g_strdup_printf("0x%0*x", digits, value);
+    return text;
 }
 
 }  // namespace
@@ -54,10 +52,8 @@ std::optional<ApplicationTable> ParseApplicationTable(ByteSpan section, TextCodi
 }
 
 std::string UniqueId(const Application& application) {
-    std::array<char, sizeof "0000000b.1ab7"> text{};
-    static_cast<void>(std::snprintf(text.data(), text.size(), "%08x.%04x", application.organisation,
-                                    application.id));
-    return text.data();
+    g_autofree char* text = g_strdup_printf("%08x.%04x", application.organisation, application.id);
+    return text;
 }
 
 std::string ControlName(uint8_t controlCode) {

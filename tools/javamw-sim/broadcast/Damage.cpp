@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <glib.h>
 #include <utility>
 
 namespace applist::sim {
@@ -61,9 +61,8 @@ void Damage::Add(size_t Damage::*counter) {
     });
     std::string place = std::string(kind->one) + " at byte " + std::to_string(m_byte);
     if (m_pid) {
-        std::array<char, sizeof " on PID 0x0000"> pid{};
-        static_cast<void>(std::snprintf(pid.data(), pid.size(), " on PID 0x%04x", *m_pid));
-        place += pid.data();
+        g_autofree char* pid = g_strdup_printf(" on PID 0x%04x", *m_pid);
+        place += pid;
     }
     places.push_back(std::move(place));
 }

@@ -3,11 +3,7 @@
 #include "broadcast/Text.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstdlib>
 #include <glib.h>
-#include <iconv.h>
 #include <memory>
 #include <utility>
 
@@ -81,54 +77,6 @@ void AppendControl(std::string& output, char32_t code) {
     }
 }
 
-/// A conversion descriptor of iconv.
-class Converter {
-public:
-    explicit Converter(const std::string& table) : m_handle(iconv_open(UTF_8, table.c_str())) {}
-    ~Converter() {
-        if (usable()) {
-            iconv_close(m_handle);
-        }
-    }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-
-    // iconv reports failure with the pointer value -1.
-    bool usable() const {
-        return m_handle != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
-    }
-
-    /// Appends the valid beginning of text as UTF-8 and returns the rest.
-    ByteSpan Convert(ByteSpan text, std::string& output) {
-        std::array<char, 1024> piece{};
-        // iconv does not modify its input, although its parameter is not const.
-        auto* input = reinterpret_cast<char*>(const_cast<uint8_t*>(text.data()));
-        size_t left = text.size();
-        bool full = true;
-        while (full) {
-            char* position = piece.data();
-            size_t room = piece.size();
-            const size_t result = iconv(m_handle, &input, &left, &position, &room);
-            full = result == static_cast<size_t>(-1) && errno == E2BIG;
-            output.append(piece.data(), piece.size() - room);
-        }
-        FlushHeldCharacter(output);
-        return text.last(left);
-    }
-
-private:
-    // A table with combining marks holds a character back until it has seen the next one.
-    void FlushHeldCharacter(std::string& output) {
-        std::array<char, 16> piece{};
-        char* position = piece.data();
-        size_t room = piece.size();
-        iconv(m_handle, nullptr, nullptr, &position, &room);
-        output.append(piece.data(), piece.size() - room);
-    }
-
-    iconv_t m_handle;
-};
-
 // Removes one-byte control codes first, because not every table of iconv accepts them.
 std::string WithoutControlBytes(ByteSpan text) {
     std::string clean;
@@ -160,15 +108,40 @@ std::string WithoutControlCharacters(const std::string& utf8) {
     return clean;
 }
 
-std::string Convert(Converter& converter, const std::string& table, ByteSpan text) {
+// Takes the valid beginning of text and returns it as UTF-8, or nothing if the table is unknown.
+std::optional<std::string> TakeValid(const std::string& table, ByteSpan& text) {
+    const auto* bytes = reinterpret_cast<const char*>(text.data());
+    size_t read = 0;
+    size_t written = 0;
+    const auto convert = [&](size_t size) {
+        return g_convert(bytes, static_cast<gssize>(size), UTF_8, table.c_str(), &read, &written,
+                         nullptr);
+    };
+    g_autofree char* utf8 = convert(text.size());
+    // The library converts nothing if a character is invalid, and sets read to its position.
+    if (utf8 == nullptr) {
+        utf8 = convert(read);
+    }
+    text = text.subspan(read);
+    return utf8 == nullptr ? std::nullopt : std::optional(std::string(utf8, written));
+}
+
+std::optional<std::string> Convert(const std::string& table, ByteSpan text) {
     std::string utf8;
-    while (!(text = converter.Convert(text, utf8)).empty()) {
-        // ETSI EN 300 468 adds the euro sign to ISO/IEC 6937, and iconv does not know it.
-        const bool euro = table == ISO_6937 && text[0] == EURO_IN_ISO_6937;
-        utf8 += euro ? EURO_SIGN : REPLACEMENT;
-        // Skips a whole character, so that two-byte text stays aligned.
-        const size_t unit = table == UCS_2 ? 2 : 1;
-        text = text.subspan(std::min(unit, text.size()));
+    while (!text.empty()) {
+        const auto valid = TakeValid(table, text);
+        if (!valid) {
+            return std::nullopt;
+        }
+        utf8 += *valid;
+        if (!text.empty()) {
+            // ETSI EN 300 468 adds the euro sign to ISO/IEC 6937, and iconv does not know it.
+            const bool euro = table == ISO_6937 && text[0] == EURO_IN_ISO_6937;
+            utf8 += euro ? EURO_SIGN : REPLACEMENT;
+            // Skips a whole character, so that two-byte text stays aligned.
+            const size_t unit = table == UCS_2 ? 2 : 1;
+            text = text.subspan(std::min(unit, text.size()));
+        }
     }
     return utf8;
 }
@@ -177,18 +150,14 @@ std::optional<std::string> Decode(const Table& table) {
     if (table.name.empty()) {
         return std::nullopt;
     }
-    Converter converter(table.name);
-    if (!converter.usable()) {
-        return std::nullopt;
-    }
     // In these two tables a byte in the range of control codes may be part of a character, so
     // control codes are removed after the conversion.
     if (table.name == UCS_2 || table.name == UTF_8) {
-        return WithoutControlCharacters(Convert(converter, table.name, table.text));
+        const auto utf8 = Convert(table.name, table.text);
+        return utf8 ? std::optional(WithoutControlCharacters(*utf8)) : std::nullopt;
     }
     const std::string clean = WithoutControlBytes(table.text);
-    return Convert(converter, table.name,
-                   ByteSpan(reinterpret_cast<const uint8_t*>(clean.data()), clean.size()));
+    return Convert(table.name, {reinterpret_cast<const uint8_t*>(clean.data()), clean.size()});
 }
 
 }  // namespace

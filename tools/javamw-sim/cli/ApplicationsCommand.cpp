@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <csignal>
 #include <optional>
-#include <poll.h>
-#include <unistd.h>
-
-#include <sys/signalfd.h>
 
 #include "broadcast/BroadcastReader.h"
 #include "cli/ApplicationList.h"
@@ -37,52 +33,24 @@ constexpr const char* DETAILS =
     "  javamw-sim applications --csv ait.xml >applications.csv\n"
     "  zcat recording.ts.gz | javamw-sim applications -\n";
 
-/// Receives SIGINT instead of the process while it exists, so that a user can end a pipe. REQUIRES:
-/// the process has only the main thread.
-class Interruption {
-public:
-    Interruption() {
-        sigemptyset(&m_signals);
-        sigaddset(&m_signals, SIGINT);
-        sigprocmask(SIG_BLOCK, &m_signals, &m_before);
-        m_descriptor = signalfd(-1, &m_signals, SFD_CLOEXEC);
-    }
-    ~Interruption() {
-        // A pending signal would end the process as soon as it is no longer blocked.
-        const timespec now{};
-        while (sigtimedwait(&m_signals, nullptr, &now) > 0) {
-        }
-        close(m_descriptor);
-        sigprocmask(SIG_SETMASK, &m_before, nullptr);
-    }
-    Interruption(const Interruption&) = delete;
-    Interruption& operator=(const Interruption&) = delete;
-    Interruption(Interruption&&) = delete;
-    Interruption& operator=(Interruption&&) = delete;
-
-    /// Waits until input is readable. Returns false if the signal comes first.
-    bool Await(int input) const {
-        pollfd either[] = {{input, POLLIN, 0}, {m_descriptor, POLLIN, 0}};
-        poll(either, std::size(either), -1);
-        return either[1].revents == 0;
-    }
-
-private:
-    sigset_t m_signals{};
-    sigset_t m_before{};
-    int m_descriptor = -1;
-};
-
 using Format = std::string (*)(const std::vector<ListedApplication>&, bool why);
 
 ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& options,
                            Format format, bool why) {
-    // Created after the file was opened, because opening a FIFO waits for a writer.
-    std::optional<Interruption> interruption;
+    // Handles SIGINT, so that a user can end a pipe. Created after the file was opened, because
+    // opening a FIFO waits for a writer.
+    std::optional<MainLoop> loop;
     const auto broadcast = ReadBroadcastFile(file, options.coding, [&](int descriptor) {
-        return (interruption ? *interruption : interruption.emplace()).Await(descriptor);
+        if (!loop) {
+            loop.emplace().OnSignal(SIGINT, [&loop] { loop->End(ExitCode::Success); });
+        }
+        bool readable = false;
+        const Registration ready =
+            WhenReadable(descriptor, [&readable](GIOCondition) { readable = true; });
+        RunUntil([&] { return readable || loop->exitCode(); });
+        return !loop->exitCode();
     });
-    interruption.reset();
+    loop.reset();
     const std::string missing =
         broadcast ? MissingService(*broadcast, options.filter) : std::string();
     if (!broadcast || !missing.empty()) {

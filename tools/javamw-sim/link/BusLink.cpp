@@ -89,10 +89,15 @@ void BusLink::Call(const std::string& application, const Bytes& message, Done do
     ++m_pendingCalls;
     // GIO always runs the callback once, also after a cancellation. OnReply() deletes the call.
     auto call = std::make_unique<PendingCall>(PendingCall{*this, std::move(done)});
-    g_dbus_connection_call(m_connection.get(), application.c_str(), names::OBJECT_PATH,
-                           names::INTERFACE, names::METHOD, ToVariant(message),
-                           G_VARIANT_TYPE("(ay)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, -1,
-                           m_cancellable.get(), &BusLink::cb_Reply, call.release());
+    g_dbus_connection_call(
+        m_connection.get(), application.c_str(), names::OBJECT_PATH, names::INTERFACE,
+        names::METHOD, ToVariant(message), G_VARIANT_TYPE("(ay)"), G_DBUS_CALL_FLAGS_NO_AUTO_START,
+        -1, m_cancellable.get(),
+        [](GObject*, GAsyncResult* result, void* pending) noexcept {
+            auto* answered = static_cast<PendingCall*>(pending);
+            answered->link.OnReply(answered, result);
+        },
+        call.release());
 }
 
 void BusLink::Call(const std::string& application, Function function, const Items& items,
@@ -109,7 +114,14 @@ std::string BusLink::Emit(const std::string& application, const Bytes& message) 
 }
 
 void BusLink::ExportObject() {
-    static constexpr GDBusInterfaceVTable VTABLE{&BusLink::cb_MethodCall, nullptr, nullptr, {}};
+    static constexpr GDBusInterfaceVTable VTABLE{
+        [](GDBusConnection*, const char* sender, const char*, const char*, const char*,
+           GVariant* parameters, GDBusMethodInvocation* invocation, void* link) noexcept {
+            static_cast<BusLink*>(link)->OnCalled(sender, parameters, invocation);
+        },
+        nullptr,
+        nullptr,
+        {}};
     g_autoptr(GDBusNodeInfo) info = g_dbus_node_info_new_for_xml(names::INTERFACE_XML, nullptr);
     GError* error = nullptr;
     const unsigned id =
@@ -149,9 +161,12 @@ void BusLink::Establish(const std::string& application) {
                                  }
                              });
     // GIO also reports an application that left before the watch began.
-    const unsigned watch = g_bus_watch_name_on_connection(m_connection.get(), application.c_str(),
-                                                          G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
-                                                          &cb_Vanished, this, nullptr);
+    const unsigned watch = g_bus_watch_name_on_connection(
+        m_connection.get(), application.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
+        [](GDBusConnection*, const char* name, void* link) noexcept {
+            static_cast<BusLink*>(link)->OnVanished(name);
+        },
+        this, nullptr);
     held.watch = Registration([watch] { g_bus_unwatch_name(watch); });
 }
 
@@ -222,22 +237,6 @@ void BusLink::OnReply(PendingCall* call, GAsyncResult* result) {
     } else {
         owned->done(Result<Bytes>::Failure(TakeMessage(error)));
     }
-}
-
-void BusLink::cb_Vanished(GDBusConnection* /*connection*/, const char* name, void* link) noexcept {
-    static_cast<BusLink*>(link)->OnVanished(name);
-}
-
-void BusLink::cb_MethodCall(GDBusConnection* /*connection*/, const char* sender,
-                            const char* /*path*/, const char* /*interface*/, const char* /*method*/,
-                            GVariant* parameters, GDBusMethodInvocation* invocation,
-                            void* link) noexcept {
-    static_cast<BusLink*>(link)->OnCalled(sender, parameters, invocation);
-}
-
-void BusLink::cb_Reply(GObject* /*connection*/, GAsyncResult* result, void* call) noexcept {
-    auto* pending = static_cast<PendingCall*>(call);
-    pending->link.OnReply(pending, result);
 }
 
 }  // namespace applist::sim

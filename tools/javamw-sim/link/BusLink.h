@@ -96,13 +96,6 @@ private:
     void OnReply(PendingCall* call, GAsyncResult* result);
     void Tell(Happening::Kind kind, const std::string& application);
 
-    // Callbacks of the library. If memory runs out in one of them, the program ends.
-    static void cb_Vanished(GDBusConnection*, const char* name, void* link) noexcept;
-    static void cb_MethodCall(GDBusConnection*, const char* sender, const char*, const char*,
-                              const char*, GVariant* parameters, GDBusMethodInvocation* invocation,
-                              void* link) noexcept;
-    static void cb_Reply(GObject*, GAsyncResult* result, void* call) noexcept;
-
     ConnectionPtr m_connection;
     Observer m_observer;
     std::string m_uniqueName;

@@ -9,6 +9,7 @@
 #include <limits>
 #include <utility>
 
+#include "Number.h"
 #include "link/Protocol.h"
 
 namespace applist::sim {
@@ -144,36 +145,29 @@ void Splitter::ReadEscape(Word& word) {
 }
 
 void Splitter::ReadByte(Word& word, size_t column) {
-    int value = 0;
-    for (int digits = 0; digits < 2; ++digits) {
-        const int digit = AtEnd() ? -1 : g_ascii_xdigit_value(Current());
-        if (digit < 0) {
-            Fail(column, "\\x needs two hexadecimal digits");
-            return;
-        }
-        value = value * 16 + digit;
-        Advance();
+    const auto byte = FromHex(m_line.substr(m_position, 2));
+    if (!byte || byte->empty()) {
+        Fail(column, "\\x needs two hexadecimal digits");
+        return;
     }
-    word.text += static_cast<char>(value);
+    word.text += byte->front();
+    Advance();
+    Advance();
 }
 
 void Splitter::ReadCharacter(Word& word, size_t column) {
     const size_t close = m_line.find('}', m_position);
     const bool braced = !AtEnd() && Current() == '{' && close != std::string_view::npos;
     const size_t digits = braced ? close - m_position - 1 : 0;
-    bool valid = digits >= 1 && digits <= 6;
-    uint32_t codePoint = 0;
-    for (size_t i = 1; valid && i <= digits; ++i) {
-        const int digit = g_ascii_xdigit_value(m_line[m_position + i]);
-        valid = digit >= 0;
-        codePoint = codePoint * 16 + static_cast<uint32_t>(digit);
-    }
-    if (!valid || g_unichar_validate(codePoint) == FALSE) {
+    const auto codePoint = braced && digits <= 6
+                               ? ParseNumber<uint32_t>(m_line.substr(m_position + 1, digits), 16)
+                               : std::nullopt;
+    if (!codePoint || g_unichar_validate(*codePoint) == FALSE) {
         Fail(column, "\\u needs a Unicode code point, such as \\u{1f4fa}");
         return;
     }
     std::array<char, 6> bytes{};
-    const int size = g_unichar_to_utf8(codePoint, bytes.data());
+    const int size = g_unichar_to_utf8(*codePoint, bytes.data());
     word.text.append(bytes.data(), static_cast<size_t>(size));
     for (size_t i = 0; i < digits + 2; ++i) {
         Advance();
