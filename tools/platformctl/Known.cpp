@@ -102,8 +102,7 @@ std::string RegionNames(const std::string& separator) {
 
 Result<KnownSetting> FindSetting(const std::string& key) {
     const auto settings = KnownSettings();
-    const auto found = std::find_if(settings.begin(), settings.end(),
-                                    [&](const KnownSetting& known) { return known.key == key; });
+    const auto found = std::ranges::find(settings, key, &KnownSetting::key);
     if (found == settings.end()) {
         return Result<KnownSetting>::Failure(
             "unknown setting " + Quoted(key) +
@@ -123,8 +122,7 @@ Result<int> FindFactoryItem(const std::string& id) {
 
 Result<KnownRegion> FindRegion(const std::string& name) {
     const auto regions = KnownRegions();
-    const auto found = std::find_if(regions.begin(), regions.end(),
-                                    [&](const KnownRegion& known) { return known.name == name; });
+    const auto found = std::ranges::find(regions, name, &KnownRegion::name);
     if (found == regions.end()) {
         return Result<KnownRegion>::Failure("unknown region " + Quoted(name) +
                                             "; known: " + RegionNames(", "));

@@ -31,10 +31,9 @@ public:
 
     /// word is "--name" or "-n". Returns nullptr if there is no such option.
     const Option* Find(const std::string& word) const {
-        const auto found =
-            std::find_if(m_options.begin(), m_options.end(), [&](const Option& option) {
-                return word == "--" + option.name || word == std::string{'-', option.letter};
-            });
+        const auto found = std::ranges::find_if(m_options, [&](const Option& option) {
+            return word == "--" + option.name || word == std::string{'-', option.letter};
+        });
         return found == m_options.end() ? nullptr : &*found;
     }
 
@@ -49,12 +48,10 @@ std::string CallOf(const Program& program, const Command& command) {
 
 // Returns the command whose name begins words, or nullptr.
 const Command* FindCommand(const Program& program, const Words& words) {
-    const auto found =
-        std::find_if(program.commands.begin(), program.commands.end(), [&](const Command& command) {
-            const Words name = WordsOf(command.name);
-            return name.size() <= words.size() &&
-                   std::equal(name.begin(), name.end(), words.begin());
-        });
+    const auto found = std::ranges::find_if(program.commands, [&](const Command& command) {
+        const Words name = WordsOf(command.name);
+        return std::ranges::mismatch(name, words).in1 == name.end();
+    });
     return found == program.commands.end() ? nullptr : &*found;
 }
 
@@ -108,7 +105,7 @@ Row OptionRow(const Option& option) {
 
 std::string OptionColumns(const std::vector<Option>& options) {
     std::vector<Row> rows;
-    std::transform(options.begin(), options.end(), std::back_inserter(rows), OptionRow);
+    std::ranges::transform(options, std::back_inserter(rows), OptionRow);
     return Columns(rows);
 }
 
@@ -117,8 +114,9 @@ std::string Joined(const std::string& name, const std::string& words) {
 }
 
 std::string LowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    std::ranges::transform(text, text.begin(), [](unsigned char letter) {
+        return static_cast<char>(std::tolower(letter));
+    });
     return text;
 }
 
@@ -188,7 +186,7 @@ public:
 
     void Add(const std::string& word, const std::string& description = {}) {
         const std::string line = description.empty() ? word : word + '\t' + description;
-        const bool known = std::find(lines.begin(), lines.end(), line) != lines.end();
+        const bool known = std::ranges::find(lines, line) != lines.end();
         if (word.starts_with(m_typed) && !known) {
             lines.push_back(line);
         }
@@ -211,8 +209,7 @@ Words ValuesFor(const Program& program, std::string form, const std::string& typ
         return {FILES};
     }
     if (listed != program.values.end()) {
-        std::for_each(listed->second.begin(), listed->second.end(),
-                      [&](const std::string& word) { lines.Add(word); });
+        std::ranges::for_each(listed->second, [&](const std::string& word) { lines.Add(word); });
     } else if (form.find('|') != std::string::npos) {
         std::istringstream words(form);
         for (std::string word; std::getline(words, word, '|');) {
@@ -250,12 +247,12 @@ Words OptionNames(const Program& program, const Command* command, const std::str
     Lines lines(typed);
     const auto add = [&](const Option& option) { lines.Add("--" + option.name, option.help); };
     if (command != nullptr) {
-        std::for_each(command->options.begin(), command->options.end(), add);
+        std::ranges::for_each(command->options, add);
     }
     if (command == nullptr || command->name.empty()) {
         add(VersionOption());
     }
-    std::for_each(program.options.begin(), program.options.end(), add);
+    std::ranges::for_each(program.options, add);
     add(HelpOption());
     return lines.lines;
 }
@@ -265,7 +262,8 @@ Words NextWords(const Program& program, const Words& before, const std::string& 
     Lines lines(typed);
     for (const Command& command : program.commands) {
         const Words name = WordsOf(command.name);
-        if (name.size() > before.size() && std::equal(before.begin(), before.end(), name.begin())) {
+        if (name.size() > before.size() &&
+            std::ranges::mismatch(before, name).in1 == before.end()) {
             const bool complete = name.size() == before.size() + 1;
             lines.Add(name[before.size()], complete ? command.summary : "");
         }
@@ -409,8 +407,7 @@ std::pair<size_t, size_t> Numbers(const std::string& forms) {
 // Returns an empty string on success.
 std::string Check(const Program& program, const Command& command, const Arguments& given) {
     const auto isAmong = [](const std::vector<Option>& options, const std::string& name) {
-        return std::any_of(options.begin(), options.end(),
-                           [&](const Option& option) { return option.name == name; });
+        return std::ranges::find(options, name, &Option::name) != options.end();
     };
     const std::string& subject = command.name.empty() ? program.name : command.name;
     for (const auto& [name, values] : given.options()) {
@@ -462,8 +459,7 @@ std::string UnknownCommand(const Program& program, const std::string& name) {
         return "'" + name + "' must be followed by one of: " + next;
     }
     Words names{"help"};
-    std::transform(program.commands.begin(), program.commands.end(), std::back_inserter(names),
-                   [](const Command& command) { return command.name; });
+    std::ranges::transform(program.commands, std::back_inserter(names), &Command::name);
     return "unknown command '" + name + "'" + Suggestion(name, names);
 }
 

@@ -62,7 +62,7 @@ std::string ControlName(uint8_t controlCode) {
 }
 
 uint8_t ControlCodeOf(std::string_view name) {
-    const auto* const found = std::find(CONTROL_NAMES.begin(), CONTROL_NAMES.end(), name);
+    const auto* const found = std::ranges::find(CONTROL_NAMES, name);
     return found == CONTROL_NAMES.end() ? 0 : static_cast<uint8_t>(found - CONTROL_NAMES.begin());
 }
 
@@ -277,9 +277,7 @@ std::string ProtocolName(uint16_t protocol) {
 std::vector<std::string> ProtocolNames(const Found& found) {
     std::vector<std::string> names;
     for (const uint8_t label : found.labels) {
-        const auto transport =
-            std::find_if(found.transports.begin(), found.transports.end(),
-                         [label](const Transport& other) { return other.label == label; });
+        const auto transport = std::ranges::find(found.transports, label, &Transport::label);
         if (transport != found.transports.end()) {
             names.push_back(ProtocolName(transport->protocol));
         }

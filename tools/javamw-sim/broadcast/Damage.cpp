@@ -56,9 +56,7 @@ void Damage::Add(size_t Damage::*counter) {
     if (places.size() == MAX_PLACES) {
         return;
     }
-    const auto* const kind = std::find_if(KINDS.begin(), KINDS.end(), [counter](const Kind& other) {
-        return other.count == counter;
-    });
+    const auto* const kind = std::ranges::find(KINDS, counter, &Kind::count);
     std::string place = std::string(kind->one) + " at byte " + std::to_string(m_byte);
     if (m_pid) {
         g_autofree char* pid = g_strdup_printf(" on PID 0x%04x", *m_pid);

@@ -25,7 +25,7 @@ double Regularity(ByteSpan sample, size_t stride) {
         found[position % stride] += sample[position] == SYNC_BYTE ? 1 : 0;
     }
     // The offset is unknown because a recording may begin inside a packet.
-    const size_t best = *std::max_element(found.begin(), found.end());
+    const size_t best = *std::ranges::max_element(found);
     return std::min(1.0, static_cast<double>(best * stride) / static_cast<double>(sample.size()));
 }
 

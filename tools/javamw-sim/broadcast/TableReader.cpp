@@ -186,7 +186,7 @@ struct TableReader::Pid {
         }
         // The library takes a pointer to non-const bytes, and the stream is read-only.
         std::array<uint8_t, PACKET_SIZE> copy{};
-        std::copy(packet.begin(), packet.end(), copy.begin());
+        std::ranges::copy(packet, copy.begin());
         dvbpsi_packet_push(handle, copy.data());
     }
 

@@ -14,19 +14,17 @@ constexpr double FIRST_MOMENT_S = 10;
 constexpr size_t MAX_MOMENTS = 1000;
 
 bool SameTables(const BroadcastService& one, const BroadcastService& other) {
-    return std::equal(one.tables.begin(), one.tables.end(), other.tables.begin(),
-                      other.tables.end(),
-                      // Equal pointers spare the comparison of the contents.
-                      [](const auto& a, const auto& b) { return a == b || *a == *b; });
+    return std::ranges::equal(one.tables, other.tables,
+                              // Equal pointers spare the comparison of the contents.
+                              [](const auto& a, const auto& b) { return a == b || *a == *b; });
 }
 
 // Names are left out, because they are those of the whole recording.
 bool SameServices(const std::vector<BroadcastService>& one,
                   const std::vector<BroadcastService>& other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](const BroadcastService& a, const BroadcastService& b) {
-                          return a.id == b.id && SameTables(a, b);
-                      });
+    return std::ranges::equal(one, other, [](const BroadcastService& a, const BroadcastService& b) {
+        return a.id == b.id && SameTables(a, b);
+    });
 }
 
 }  // namespace

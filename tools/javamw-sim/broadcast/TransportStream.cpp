@@ -19,11 +19,11 @@ namespace {
 constexpr size_t MAX_SERVICES = 1000;
 
 bool HasJapaneseNames(const BroadcastService& service) {
-    const auto isJapanese = [](const ApplicationName& name) { return name.language == "jpn"; };
     bool japanese = false;
     ForEachApplication({service}, [&](const auto&, const auto&, const Application& application) {
+        const auto& names = application.names;
         japanese =
-            japanese || std::any_of(application.names.begin(), application.names.end(), isJapanese);
+            japanese || std::ranges::find(names, "jpn", &ApplicationName::language) != names.end();
     });
     return japanese;
 }
@@ -88,9 +88,9 @@ private:
             const auto part = ParseProgramAssociation(section);
             if (part && m_programs.size() + part->size() <= MAX_SERVICES) {
                 m_programs.insert(m_programs.end(), part->begin(), part->end());
-                std::for_each(part->begin(), part->end(), [this](const ProgramReference& program) {
+                for (const ProgramReference& program : *part) {
                     m_tables.Open(program.pid);
-                });
+                }
             } else {
                 m_damage.Add(&Damage::malformedSections);
             }
@@ -101,8 +101,9 @@ private:
         for (const auto& section : table.sections) {
             if (auto map = ParseProgramMap(section)) {
                 DetectIsdb(*map);
-                std::for_each(map->applicationPids.begin(), map->applicationPids.end(),
-                              [this](uint16_t named) { m_tables.Open(named); });
+                for (const uint16_t named : map->applicationPids) {
+                    m_tables.Open(named);
+                }
                 m_maps[{pid, map->number}] = std::move(*map);
             } else {
                 m_damage.Add(&Damage::malformedSections);
@@ -167,7 +168,7 @@ private:
 
     // The service table contains no language, so the language of the application names is used.
     void NameServices(std::vector<BroadcastService>& services) const {
-        const bool japanese = std::any_of(services.begin(), services.end(), HasJapaneseNames);
+        const bool japanese = std::ranges::any_of(services, HasJapaneseNames);
         for (BroadcastService& service : services) {
             if (const auto name = m_names.find(service.id.value_or(0)); name != m_names.end()) {
                 const auto* bytes = reinterpret_cast<const uint8_t*>(name->second.data());

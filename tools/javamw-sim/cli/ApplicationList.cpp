@@ -25,11 +25,9 @@ std::vector<ApplicationName> NamesByLanguage(const Application& application) {
         if (name.language.empty()) {
             name.language = "und";  // ISO 639-2 for an unknown language
         }
-        const bool known = std::any_of(names.begin(), names.end(), [&](const auto& other) {
-            return other.language == name.language;
-        });
+        const auto known = std::ranges::find(names, name.language, &ApplicationName::language);
         // The first name of each language is used if the broadcast repeats a language.
-        if (!known) {
+        if (known == names.end()) {
             names.push_back(std::move(name));
         }
     }
@@ -112,7 +110,7 @@ std::string Joined(const std::vector<std::string>& words, const char* separator)
 template <typename Elements, typename Text>
 std::string TextOfEach(const Elements& elements, Text text, const char* separator = " ") {
     std::vector<std::string> texts;
-    std::transform(elements.begin(), elements.end(), std::back_inserter(texts), text);
+    std::ranges::transform(elements, std::back_inserter(texts), text);
     return Joined(texts, separator);
 }
 
@@ -275,7 +273,7 @@ std::string FormatTable(const std::vector<ListedApplication>& applications, bool
     });
     std::vector<size_t> widths(rows.front().size(), 0);
     for (std::string& title : rows.front()) {
-        std::transform(title.begin(), title.end(), title.begin(), g_ascii_toupper);
+        std::ranges::transform(title, title.begin(), g_ascii_toupper);
     }
     for (const Row& row : rows) {
         for (size_t column = 0; column < row.size(); ++column) {

@@ -25,13 +25,13 @@ constexpr std::array TEXT_CODINGS{
 }  // namespace
 
 std::string FirstOf(std::initializer_list<std::string> errors) {
-    const auto* const found = std::find_if(errors.begin(), errors.end(),
-                                           [](const std::string& error) { return !error.empty(); });
+    const auto* const found =
+        std::ranges::find_if(errors, [](const std::string& error) { return !error.empty(); });
     return found == errors.end() ? std::string() : *found;
 }
 
 std::string InputTakenTwice(const std::vector<std::string>& arguments) {
-    const auto first = std::find(arguments.begin(), arguments.end(), "-");
+    const auto first = std::ranges::find(arguments, "-");
     const auto second =
         std::find(first == arguments.end() ? first : first + 1, arguments.end(), "-");
     return second == arguments.end()
@@ -70,8 +70,7 @@ std::vector<Option> BroadcastOptions() {
 
 std::vector<std::string> TextCodingNames() {
     std::vector<std::string> names;
-    std::transform(TEXT_CODINGS.begin(), TEXT_CODINGS.end(), std::back_inserter(names),
-                   [](const NamedCoding& coding) { return coding.name; });
+    std::ranges::transform(TEXT_CODINGS, std::back_inserter(names), &NamedCoding::name);
     return names;
 }
 
@@ -82,9 +81,7 @@ Result<BroadcastFeedOptions> BroadcastFeedOptionsFrom(const Arguments& given) {
         given.Has("language") ? ParseLanguages(given.Value("language")) : LocaleLanguages();
     if (given.Has("text")) {
         const std::string name = given.Value("text");
-        const auto* const found =
-            std::find_if(TEXT_CODINGS.begin(), TEXT_CODINGS.end(),
-                         [&](const NamedCoding& coding) { return coding.name == name; });
+        const auto* const found = std::ranges::find(TEXT_CODINGS, name, &NamedCoding::name);
         if (found == TEXT_CODINGS.end()) {
             return Result<BroadcastFeedOptions>::Failure(
                 "--text takes auto, dvb, isdb, arib or latin, not '" + name + "'");

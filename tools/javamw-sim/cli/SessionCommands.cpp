@@ -233,8 +233,8 @@ int RunCallCommand(const Arguments& given) {
 
 std::vector<std::string> FunctionNames() {
     std::vector<std::string> names;
-    std::transform(FUNCTIONS.begin(), FUNCTIONS.end(), std::back_inserter(names),
-                   [](Function function) { return std::string(NameOf(function)); });
+    std::ranges::transform(FUNCTIONS, std::back_inserter(names),
+                           [](Function function) { return std::string(NameOf(function)); });
     return names;
 }
 

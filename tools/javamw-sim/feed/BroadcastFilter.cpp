@@ -36,8 +36,8 @@ bool Matches(const BroadcastService& service, const std::string& wanted) {
 
 bool IsWanted(const BroadcastService& service, const BroadcastFilter& filter) {
     return filter.services.empty() ||
-           std::any_of(filter.services.begin(), filter.services.end(),
-                       [&](const std::string& wanted) { return Matches(service, wanted); });
+           std::ranges::any_of(filter.services,
+                               [&](const std::string& wanted) { return Matches(service, wanted); });
 }
 
 /// Collects applications and makes equal names distinguishable.
@@ -118,11 +118,10 @@ std::string ServiceList(const Broadcast& broadcast) {
 }
 
 bool IsThere(const Broadcast& broadcast, const std::string& wanted) {
-    return std::any_of(
-        broadcast.snapshots.begin(), broadcast.snapshots.end(), [&](const Snapshot& snapshot) {
-            return std::any_of(snapshot.services.begin(), snapshot.services.end(),
-                               [&](const auto& service) { return Matches(service, wanted); });
-        });
+    return std::ranges::any_of(broadcast.snapshots, [&](const Snapshot& snapshot) {
+        return std::ranges::any_of(snapshot.services,
+                                   [&](const auto& service) { return Matches(service, wanted); });
+    });
 }
 
 }  // namespace
@@ -152,8 +151,9 @@ bool IsOffered(const ApplicationTable& table, const Application& application, bo
 std::vector<BroadcastService> SelectServices(const Snapshot& snapshot,
                                              const BroadcastFilter& filter) {
     std::vector<BroadcastService> services;
-    std::copy_if(snapshot.services.begin(), snapshot.services.end(), std::back_inserter(services),
-                 [&](const BroadcastService& service) { return IsWanted(service, filter); });
+    std::ranges::copy_if(
+        snapshot.services, std::back_inserter(services),
+        [&](const BroadcastService& service) { return IsWanted(service, filter); });
     return services;
 }
 

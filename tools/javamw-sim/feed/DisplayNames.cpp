@@ -80,7 +80,7 @@ std::vector<std::string> LocaleLanguages() {
         const std::string code = CodeOf(*name);
         // "C" and "POSIX" are locales without a language.
         if (code.size() > 1 && code != "posix" &&
-            std::find(languages.begin(), languages.end(), code) == languages.end()) {
+            std::ranges::find(languages, code) == languages.end()) {
             languages.push_back(code);
         }
     }
@@ -104,14 +104,14 @@ std::string PreferredName(const std::vector<ApplicationName>& names,
         const auto codes = LanguageCodes(language);
         for (const ApplicationName& name : names) {
             const std::string code = CleanLanguage(name.language);
-            if (!name.text.empty() && std::find(codes.begin(), codes.end(), code) != codes.end()) {
+            if (!name.text.empty() && std::ranges::find(codes, code) != codes.end()) {
                 return name.text;
             }
         }
     }
     // A name in another language is better than none.
-    const auto readable = std::find_if(
-        names.begin(), names.end(), [](const ApplicationName& name) { return !name.text.empty(); });
+    const auto readable =
+        std::ranges::find_if(names, [](const ApplicationName& name) { return !name.text.empty(); });
     return readable != names.end() ? readable->text : std::string();
 }
 

@@ -92,9 +92,9 @@ Feed Play(const Broadcast& broadcast, const BroadcastFeedOptions& options) {
 }
 
 bool IsEmpty(const Feed& feed) {
-    return feed.items.empty() &&
-           std::all_of(feed.changes.begin(), feed.changes.end(),
-                       [](const FeedStep& step) { return step.items.empty(); });
+    return feed.items.empty() && std::ranges::all_of(feed.changes, [](const FeedStep& step) {
+               return step.items.empty();
+           });
 }
 
 }  // namespace

@@ -10,8 +10,7 @@ namespace {
 constexpr const char* ON_THE_WAY = "~";
 
 const Item* Find(const Items& items, const std::string& id) {
-    const auto found =
-        std::find_if(items.begin(), items.end(), [&](const Item& item) { return item.id == id; });
+    const auto found = std::ranges::find(items, id, &Item::id);
     return found != items.end() ? &*found : nullptr;
 }
 
@@ -53,8 +52,8 @@ ListUpdate UpdateList(const Items& shown, const Items& wanted) {
     }
     // Additions come last, because the application appends new items.
     Items added;
-    std::copy_if(wanted.begin(), wanted.end(), std::back_inserter(added),
-                 [&](const Item& item) { return Find(shown, item.id) == nullptr; });
+    std::ranges::copy_if(wanted, std::back_inserter(added),
+                         [&](const Item& item) { return Find(shown, item.id) == nullptr; });
     if (!added.empty()) {
         // Counted before the items are moved into the call.
         update.added = added.size();

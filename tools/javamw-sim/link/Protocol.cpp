@@ -34,9 +34,8 @@ std::string_view NameOf(Event event) {
 }
 
 std::optional<Function> FunctionByName(std::string_view name) {
-    const auto* const found =
-        std::find_if(FUNCTIONS.begin(), FUNCTIONS.end(),
-                     [name](Function function) { return NameOf(function) == name; });
+    const auto* const found = std::ranges::find_if(
+        FUNCTIONS, [name](Function function) { return NameOf(function) == name; });
     return found == FUNCTIONS.end() ? std::nullopt : std::optional(*found);
 }
 

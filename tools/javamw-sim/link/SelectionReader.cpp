@@ -40,9 +40,7 @@ void SelectionReader::Read(const std::string& application, Event event, Done don
     // The read keeps its place, because replies may arrive in another order than the events.
     m_pending.push_back({application, event, std::move(done), number});
     m_ask(application, [this, number](const Result<Items>& reply) {
-        const auto read =
-            std::find_if(m_pending.begin(), m_pending.end(),
-                         [&](const Pending& other) { return other.number == number; });
+        const auto read = std::ranges::find(m_pending, number, &Pending::number);
         if (read != m_pending.end()) {
             Complete(*read, SelectedIn(reply));
             RunCallbacks();
@@ -61,8 +59,7 @@ void SelectionReader::Lost(const std::string& application) {
 }
 
 bool SelectionReader::IsPending(Event event) const {
-    return std::any_of(m_pending.begin(), m_pending.end(),
-                       [event](const Pending& read) { return read.event == event; });
+    return std::ranges::find(m_pending, event, &Pending::event) != m_pending.end();
 }
 
 void SelectionReader::Complete(Pending& read, const SelectedItem& answer) {

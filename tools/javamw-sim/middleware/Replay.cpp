@@ -22,10 +22,9 @@ constexpr int64_t MICROSECONDS = 1'000'000;
 constexpr int64_t LONGEST_WAIT = 1'000'000'000'000;
 
 size_t CountEvents(const Recording& recording) {
-    return static_cast<size_t>(std::count_if(
-        recording.messages.begin(), recording.messages.end(), [](const auto& message) {
-            return message.kind == MessageKind::Signal && message.side == Side::Application;
-        }));
+    return static_cast<size_t>(std::ranges::count_if(recording.messages, [](const auto& message) {
+        return message.kind == MessageKind::Signal && message.side == Side::Application;
+    }));
 }
 
 int64_t LengthOf(const Recording& recording) {
@@ -187,9 +186,8 @@ void ReplaySession::AwaitRest() {
     if (m_next < m_toSend.size()) {
         return;
     }
-    const auto calls = static_cast<size_t>(std::count_if(
-        m_toSend.begin(), m_toSend.end(),
-        [](const SentMessage& message) { return message.kind == MessageKind::Call; }));
+    const auto calls =
+        static_cast<size_t>(std::ranges::count(m_toSend, MessageKind::Call, &SentMessage::kind));
     if (m_answers >= calls && m_events >= m_expectedEvents) {
         Finish();
         return;

@@ -42,8 +42,7 @@ std::string DescribePayload(const Bytes& payload) {
 }
 
 std::string DescribeFunction(int32_t id) {
-    const auto* const known =
-        std::find(FUNCTIONS.begin(), FUNCTIONS.end(), static_cast<Function>(id));
+    const auto* const known = std::ranges::find(FUNCTIONS, static_cast<Function>(id));
     return known == FUNCTIONS.end() ? "function " + std::to_string(id)
                                     : std::string(NameOf(*known));
 }
@@ -131,10 +130,9 @@ bool IsLocalCreated(const RecordedMessage& message) {
 
 Conversation& Find(std::vector<Conversation>& conversations, const std::string& middleware,
                    const std::string& application) {
-    const auto found = std::find_if(
-        conversations.begin(), conversations.end(), [&](const Conversation& conversation) {
-            return conversation.middleware == middleware && conversation.application == application;
-        });
+    const auto found = std::ranges::find_if(conversations, [&](const Conversation& conversation) {
+        return conversation.middleware == middleware && conversation.application == application;
+    });
     return found != conversations.end()
                ? *found
                : conversations.emplace_back(Conversation{middleware, application, {}});

@@ -123,8 +123,8 @@ private:
 }  // namespace
 
 bool IsCapture(std::string_view bytes) {
-    return std::any_of(MAGICS.begin(), MAGICS.end(),
-                       [bytes](std::string_view magic) { return bytes.starts_with(magic); });
+    return std::ranges::any_of(
+        MAGICS, [bytes](std::string_view magic) { return bytes.starts_with(magic); });
 }
 
 Result<Recording> ReadCapture(std::string_view bytes) {
@@ -188,8 +188,8 @@ int64_t NumberOf(const Json& object, const char* member) {
 template <typename Choices>
 auto ChoiceOf(const Json& object, const char* member, const Choices& choices) {
     const std::string text = TextOf(object, member);
-    const auto found = std::find_if(choices.begin(), choices.end(),
-                                    [&text](auto choice) { return NameOf(choice) == text; });
+    const auto found =
+        std::ranges::find_if(choices, [&text](auto choice) { return NameOf(choice) == text; });
     if (found == choices.end()) {
         Refuse(member, "is unknown: '" + text + "'");
     }

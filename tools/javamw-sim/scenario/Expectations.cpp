@@ -26,7 +26,7 @@ bool Fits(const ItemPattern& pattern, const Item& item) {
 }
 
 bool Fit(const std::vector<ItemPattern>& patterns, const Items& items) {
-    return std::equal(patterns.begin(), patterns.end(), items.begin(), items.end(), Fits);
+    return std::ranges::equal(patterns, items, Fits);
 }
 
 // Truncates a long list, but includes its length.

@@ -81,9 +81,9 @@ namespace {
 constexpr size_t MOST_SEEN = 20;
 
 size_t PointsOf(const Scenario& scenario) {
-    return static_cast<size_t>(
-        std::count_if(scenario.statements.begin(), scenario.statements.end(),
-                      [](const Statement& statement) { return !statement.action.IsSetting(); }));
+    return static_cast<size_t>(std::ranges::count_if(
+        scenario.statements,
+        [](const Statement& statement) { return !statement.action.IsSetting(); }));
 }
 
 }  // namespace

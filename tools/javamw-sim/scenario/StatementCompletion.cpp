@@ -27,14 +27,14 @@ std::string Bare(const std::string& token) {
 }
 
 bool IsKeyword(const std::string& token) {
-    return !token.empty() && std::all_of(token.begin(), token.end(), [](char character) {
+    return !token.empty() && std::ranges::all_of(token, [](char character) {
         return g_ascii_islower(character) != FALSE || character == '-';
     });
 }
 
 // Only such ids are offered, because the completion works on words without quotes.
 bool NeedsNoQuotes(const std::string& id) {
-    return !id.empty() && std::all_of(id.begin(), id.end(), [](char character) {
+    return !id.empty() && std::ranges::all_of(id, [](char character) {
         return g_ascii_isgraph(character) != FALSE && character != '"' && character != '#' &&
                character != '=' && character != '\\';
     });
@@ -85,8 +85,7 @@ private:
         if (IsKeyword(place)) {
             m_words.insert(place);
         } else if (place == "ID") {
-            std::copy_if(m_ids.begin(), m_ids.end(), std::inserter(m_words, m_words.end()),
-                         NeedsNoQuotes);
+            std::ranges::copy_if(m_ids, std::inserter(m_words, m_words.end()), NeedsNoQuotes);
         } else if (place == "FUNCTION") {
             AddNames(FUNCTIONS);
         } else if (place == "STEP") {
@@ -141,9 +140,8 @@ std::string CommonRest(const std::vector<std::string>& candidates, std::string_v
     }
     std::string common = candidates.front();
     for (const std::string& candidate : candidates) {
-        const auto end =
-            std::mismatch(common.begin(), common.end(), candidate.begin(), candidate.end());
-        common.erase(end.first, common.end());
+        const auto end = std::ranges::mismatch(common, candidate);
+        common.erase(end.in1, common.end());
     }
     // A blank follows a complete word, so that the next word can be typed at once.
     return common.substr(word.size()) + (candidates.size() == 1 ? " " : "");

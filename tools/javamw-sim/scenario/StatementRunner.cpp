@@ -68,7 +68,7 @@ void StatementRunner::FinishChoices() {
     // The outcome is ignored on purpose: a choice that stays unanswered must not prevent the end.
     Await(
         [this] {
-            return std::none_of(m_middlewares.begin(), m_middlewares.end(), [](const auto& entry) {
+            return std::ranges::none_of(m_middlewares, [](const auto& entry) {
                 const Middleware& middleware = entry.second->middleware;
                 return middleware.joined() && middleware.selections().IsPending(Event::ItemClicked);
             });

@@ -216,9 +216,8 @@ std::optional<uint32_t> Measure(const std::string& text, std::initializer_list<U
 
 // Words are quoted in messages, which must stay on one line.
 std::string WithoutControls(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
+    std::ranges::replace_if(
+        text, [](char character) { return static_cast<unsigned char>(character) < 0x20; }, '?');
     return text;
 }
 

@@ -67,8 +67,7 @@ public:
     template <typename Named, size_t COUNT>
     Named OneOf(const std::array<Named, COUNT>& all) {
         std::vector<std::string_view> names(COUNT);
-        std::transform(all.begin(), all.end(), names.begin(),
-                       [](Named named) { return NameOf(named); });
+        std::ranges::transform(all, names.begin(), [](Named named) { return NameOf(named); });
         return all[Choice(names)];
     }
     uint32_t Number(const std::string& what, uint32_t first, uint32_t last);
