@@ -54,14 +54,10 @@ ExitCode PrintApplications(const std::string& file, const BroadcastFeedOptions& 
     const std::string missing =
         broadcast ? MissingService(*broadcast, options.filter) : std::string();
     if (!broadcast || !missing.empty()) {
-        Complain(broadcast ? file + ": " + missing : broadcast.error());
-        return ExitCode::WrongUsage;
+        return Fail(broadcast ? file + ": " + missing : broadcast.error(), ExitCode::WrongUsage);
     }
-    const std::string damage = DamageRemark(file, broadcast->damage);
     // A damaged recording still yields applications, so this is not a failure.
-    if (!damage.empty()) {
-        Complain(damage);
-    }
+    Complain(DamageRemark(file, broadcast->damage));
     return tools::Write(format(ListApplications(*broadcast, options.filter), why))
                ? ExitCode::Success
                : ExitCode::CallFailed;

@@ -70,15 +70,9 @@ constexpr const char* REPLAY_DETAILS =
 /// Returns nothing if the file cannot be used. Prints errors and remarks.
 std::optional<Recording> Load(const std::string& file) {
     auto recording = LoadRecording(file);
-    if (!recording) {
-        Complain(recording.error());
-        return std::nullopt;
-    }
     // A remark names skipped packets. The remaining messages can still be used.
-    if (!recording->remark.empty()) {
-        Complain(recording->remark);
-    }
-    return std::move(*recording);
+    Complain(recording ? recording->remark : recording.error());
+    return recording ? std::optional(std::move(*recording)) : std::nullopt;
 }
 
 ExitCode RunReplay(const SessionOptions& session, const ReplayOptions& options, unsigned number) {
@@ -89,9 +83,9 @@ ExitCode RunReplay(const SessionOptions& session, const ReplayOptions& options, 
     const auto conversations = ConversationsOf(*recording);
     // Users count conversations from 1.
     if (number == 0 || number > conversations.size()) {
-        Complain(options.file + ": has " + std::to_string(conversations.size()) +
-                 " conversations; number " + std::to_string(number) + " does not exist");
-        return ExitCode::WrongUsage;
+        return Fail(options.file + ": has " + std::to_string(conversations.size()) +
+                        " conversations; number " + std::to_string(number) + " does not exist",
+                    ExitCode::WrongUsage);
     }
     return Replay(session, options, conversations[number - 1]);
 }

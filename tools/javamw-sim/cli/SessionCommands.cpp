@@ -61,13 +61,10 @@ ExitCode RunServe(const SessionOptions& session, const Arguments& given,
                   const BroadcastFeedOptions& options) {
     auto feed = ChooseFeed(given, options);
     if (!feed) {
-        Complain(feed.error());
-        return ExitCode::WrongUsage;
+        return Fail(feed.error(), ExitCode::WrongUsage);
     }
     // A remark names damaged parts. The rest of the feed is served.
-    if (!feed->remark.empty()) {
-        Complain(feed->remark);
-    }
+    Complain(feed->remark);
     return Serve(session, std::move(*feed));
 }
 

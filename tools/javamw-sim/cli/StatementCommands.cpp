@@ -53,12 +53,11 @@ int RunRunCommand(const Arguments& given) {
         return given.Refuse(twice);
     }
     auto scenarios = Load(given.words());
-    const ScenarioOptions options{given.Value("address"), given.Has("keep-going")};
-    const ExitCode status = !scenarios ? ExitCode::WrongUsage
-                            : given.Has("check")
-                                ? ExitCode::Success
-                                : ScenarioRun(options, std::move(*scenarios)).Run();
-    return static_cast<int>(status);
+    if (!scenarios || given.Has("check")) {
+        return static_cast<int>(scenarios ? ExitCode::Success : ExitCode::WrongUsage);
+    }
+    ScenarioRun run(given.Value("address"), given.Has("keep-going"), std::move(*scenarios));
+    return static_cast<int>(run.Run());
 }
 
 }  // namespace
@@ -95,7 +94,8 @@ constexpr const char* SHELL_DETAILS =
 
 int RunShellCommand(const Arguments& given) {
     return static_cast<int>(
-        Shell({given.Value("address"), given.Has("offline"), given.Has("json")}).Run());
+        Shell({.address = given.Value("address"), .json = given.Has("json")}, given.Has("offline"))
+            .Run());
 }
 
 }  // namespace

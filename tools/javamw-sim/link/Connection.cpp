@@ -25,39 +25,24 @@ Bytes FromVariant(GVariant* parameters) {
     return {data, data + size};
 }
 
-namespace {
-
-Result<std::string> ResolveAddress(const std::string& address) {
-    if (!address.empty()) {
-        return address;
-    }
-    GError* error = nullptr;
-    char* system = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, &error);
-    if (system == nullptr) {
-        return Result<std::string>::Failure(TakeMessage(error));
-    }
-    std::string resolved = system;
-    g_free(system);
-    return resolved;
-}
-
-}  // namespace
-
 Result<ConnectionPtr> OpenBus(const std::string& address) {
-    const auto resolved = ResolveAddress(address);
-    if (!resolved) {
-        return Result<ConnectionPtr>::Failure(resolved.error());
-    }
     GError* error = nullptr;
+    g_autofree char* system =
+        address.empty() ? g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, &error)
+                        : nullptr;
+    if (error != nullptr) {
+        return Result<ConnectionPtr>::Failure(TakeMessage(error));
+    }
+    const std::string resolved = system != nullptr ? system : address;
     // A private connection, because its user closes it. Closing a shared one would affect its other
     // users.
     const auto flags =
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
     ConnectionPtr connection(
-        g_dbus_connection_new_for_address_sync(resolved->c_str(), flags, nullptr, nullptr, &error));
+        g_dbus_connection_new_for_address_sync(resolved.c_str(), flags, nullptr, nullptr, &error));
     if (!connection) {
-        return Result<ConnectionPtr>::Failure(*resolved + ": " + TakeMessage(error));
+        return Result<ConnectionPtr>::Failure(resolved + ": " + TakeMessage(error));
     }
     return connection;
 }

@@ -39,18 +39,15 @@ void Say(const std::string& file, const std::string& line) {
 
 ExitCode RecordUntilEnd(GDBusConnection* connection, MainLoop& loop, const std::string& file,
                         SessionRecorder& recorder) {
-    Registration closed = WhenClosed(connection, [&loop] {
-        Complain("the bus closed the connection");
-        loop.End(ExitCode::NoBus);
-    });
+    Registration closed = WhenClosed(
+        connection, [&loop] { loop.End(Fail("the bus closed the connection", ExitCode::NoBus)); });
     Say(file, "recording " + file);
     const ExitCode code = loop.Run();
     // The end of the recording must not report a closed connection.
     closed.Release();
     const std::string error = recorder.Finish();
     if (!error.empty()) {
-        Complain(error);
-        return ExitCode::CallFailed;
+        return Fail(error, ExitCode::CallFailed);
     }
     Say(file, "recorded " + std::to_string(recorder.count()) + " messages");
     return code;
@@ -63,28 +60,25 @@ ExitCode RecordBus(const std::string& address, const std::string& file) {
     loop.OnInterrupt([&loop] { loop.End(ExitCode::Success); });
     const auto connection = OpenBus(address);
     if (!connection) {
-        Complain("cannot reach the bus: " + connection.error());
-        return ExitCode::NoBus;
+        return Fail("cannot reach the bus: " + connection.error(), ExitCode::NoBus);
     }
     // The filter is installed before the connection becomes a monitor, so that no message is
     // missed.
     const auto recorder = SessionRecorder::Start(connection->get(), TrafficTap::Use::Monitor, file);
     if (!recorder) {
-        Complain(recorder.error());
-        return ExitCode::WrongUsage;
+        return Fail(recorder.error(), ExitCode::WrongUsage);
     }
     const std::string refusal = BecomeMonitor(connection->get());
     if (!refusal.empty()) {
-        Complain(
+        return Fail(
             "the bus allows only its owner and root to monitor it; \"serve --record\" records "
             "its own traffic: " +
-            refusal);
-        return ExitCode::NoBus;
+                refusal,
+            ExitCode::NoBus);
     }
     const std::string error = (*recorder)->Begin();
     if (!error.empty()) {
-        Complain(error);
-        return ExitCode::WrongUsage;
+        return Fail(error, ExitCode::WrongUsage);
     }
     return RecordUntilEnd(connection->get(), loop, file, **recorder);
 }

@@ -8,6 +8,8 @@
 
 #include <glib-unix.h>
 
+#include "shared/Output.h"
+
 namespace applist::sim {
 
 void Complain(const std::string& message) {
@@ -18,6 +20,11 @@ void Complain(const std::string& message) {
     }
     // A failed write to stderr cannot be reported anywhere.
     static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+}
+
+ExitCode Fail(const std::string& message, ExitCode code) {
+    Complain(message);
+    return code;
 }
 
 bool RunUntil(const std::function<bool()>& done,
@@ -48,6 +55,12 @@ void MainLoop::OnInterrupt(const std::function<void()>& action) {
 ExitCode MainLoop::Run() {
     RunUntil([this] { return m_exitCode.has_value(); });
     return *m_exitCode;
+}
+
+void MainLoop::Print(const std::string& line) {
+    if (!tools::WriteLine(line)) {
+        End(ExitCode::CallFailed);
+    }
 }
 
 }  // namespace applist::sim

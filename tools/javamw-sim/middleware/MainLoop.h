@@ -26,8 +26,10 @@ constexpr const char* DENIED_HINT =
     "run as the user whom the policy of the bus allows to be the middleware, or choose another bus "
     "with --address";
 
-/// Writes message to standard error, with "javamw-sim: " before each line.
+/// Writes message to standard error, with "javamw-sim: " before each line; nothing if it is empty.
 void Complain(const std::string& message);
+/// Writes message as Complain() does and returns code.
+ExitCode Fail(const std::string& message, ExitCode code);
 
 /// Runs the default main context until done returns true, but at most for patience. done runs at
 /// least once, and again after every iteration. Returns false iff patience ended first.
@@ -46,6 +48,9 @@ public:
     ExitCode Run();
     /// Ends the run. The first code wins.
     void End(ExitCode code) { m_exitCode = m_exitCode.value_or(code); }
+    /// Prints a line. Ends the run if standard output cannot be written, because a reader such as
+    /// head has closed the pipe.
+    void Print(const std::string& line);
     /// Absent until End().
     const std::optional<ExitCode>& exitCode() const { return m_exitCode; }
 

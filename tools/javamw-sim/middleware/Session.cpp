@@ -40,17 +40,9 @@ ExitCode Session::Run() {
         return StartRecording(connection);
     });
     if (!problem.empty()) {
-        Complain(problem);
-        return failure;
+        return Fail(problem, failure);
     }
     return FinishRecording(m_loop.Run());
-}
-
-void Session::Print(const std::string& line) {
-    // A reader such as head may close the pipe. The session would otherwise run on without output.
-    if (!tools::WriteLine(line)) {
-        End(ExitCode::CallFailed);
-    }
 }
 
 void Session::Take(const Happening& happening) {
@@ -75,12 +67,10 @@ void Session::Take(const Happening& happening) {
             Complain(happening.problem);
             break;
         case Happening::Kind::Denied:
-            Complain(happening.problem + '\n' + DENIED_HINT);
-            End(ExitCode::NoBus);
+            End(Fail(happening.problem + '\n' + DENIED_HINT, ExitCode::NoBus));
             break;
         case Happening::Kind::BusLost:
-            Complain(happening.problem);
-            End(ExitCode::NoBus);
+            End(Fail(happening.problem, ExitCode::NoBus));
             break;
     }
 }
@@ -112,29 +102,51 @@ std::string Session::StartRecording(GDBusConnection* connection) {
 
 ExitCode Session::FinishRecording(ExitCode code) {
     const std::string error = m_recorder ? m_recorder->Finish() : std::string();
-    if (!error.empty()) {
-        Complain(error);
-    }
+    Complain(error);
     // A failed recording makes a successful session fail, but does not hide its own exit code.
     return error.empty() || code != ExitCode::Success ? code : ExitCode::CallFailed;
 }
 
 void Session::OnTimeout() {
-    Complain("no application within " + std::to_string(*m_options.timeout) + " s\n" + HIDDEN_HINT);
-    End(ExitCode::NoApplication);
+    End(Fail("no application within " + std::to_string(*m_options.timeout) + " s\n" + HIDDEN_HINT,
+             ExitCode::NoApplication));
 }
 
 namespace {
 
-class WatchSession : public Session {
+constexpr double MS_PER_SECOND = 1000;
+// More than eleven days. The limit keeps the conversion to whole milliseconds defined.
+constexpr double LONGEST_WAIT_S = 1000000;
+
+/// Prints events, and fills lists if it has a feed.
+class ServeSession : public Session {
 public:
-    using Session::Session;
+    explicit ServeSession(const SessionOptions& options) : Session(options) {}
+    ServeSession(const SessionOptions& options, Feed feed)
+        : Session(options),
+          m_fills(true),
+          m_items(std::move(feed.items)),
+          m_changes(std::make_move_iterator(feed.changes.begin()),
+                    std::make_move_iterator(feed.changes.end())),
+          m_live(std::move(feed.live)) {
+        if (m_live) {
+            m_live->Start(
+                {[this](const Items& items) { OnBroadcast(items); }, &Complain,
+                 [this](const std::string& error) { End(Fail(error, ExitCode::WrongUsage)); }});
+        }
+    }
 
 protected:
+    ExitCode OnInterrupted() override {
+        Complain(m_live ? m_live->Summary() : "");
+        return ExitCode::Success;
+    }
     void OnConnected(const std::string& application) override {
         Print(report().Connected(application));
     }
     void OnDisconnected(const std::string& application) override {
+        // The application is filled again if it connects again.
+        m_filled.erase(application);
         Print(report().Disconnected(application));
     }
     void OnNotified(const std::string& application, const Notification& notification) override {
@@ -143,46 +155,9 @@ protected:
             [this, application, notification](const SelectedItem& selection) {
                 Print(report().Event(application, notification, selection));
             });
-    }
-};
-
-constexpr double MS_PER_SECOND = 1000;
-// More than eleven days. The limit keeps the conversion to whole milliseconds defined.
-constexpr double LONGEST_WAIT_S = 1000000;
-
-class ServeSession : public WatchSession {
-public:
-    ServeSession(const SessionOptions& options, Feed feed)
-        : WatchSession(options),
-          m_items(std::move(feed.items)),
-          m_changes(std::make_move_iterator(feed.changes.begin()),
-                    std::make_move_iterator(feed.changes.end())),
-          m_live(std::move(feed.live)) {
-        if (m_live) {
-            m_live->Start({[this](const Items& items) { OnBroadcast(items); }, &Complain,
-                           [this](const std::string& error) {
-                               Complain(error);
-                               End(ExitCode::WrongUsage);
-                           }});
-        }
-    }
-
-protected:
-    ExitCode OnInterrupted() override {
-        if (m_live) {
-            Complain(m_live->Summary());
-        }
-        return WatchSession::OnInterrupted();
-    }
-    void OnDisconnected(const std::string& application) override {
-        // The application is filled again if it connects again.
-        m_filled.erase(application);
-        WatchSession::OnDisconnected(application);
-    }
-    void OnNotified(const std::string& application, const Notification& notification) override {
-        WatchSession::OnNotified(application, notification);
         // LocalCreated may be repeated. A second filling would discard the selection of the viewer.
-        if (notification.event == Event::LocalCreated && m_filled.insert(application).second) {
+        if (m_fills && notification.event == Event::LocalCreated &&
+            m_filled.insert(application).second) {
             Fill(application);
         }
     }
@@ -195,6 +170,7 @@ private:
     void OnChange();
     void Update(const std::string& application, const ListUpdate& update);
 
+    bool m_fills = false;
     Items m_items;
     std::deque<FeedStep> m_changes;  ///< Changes that are still to be made.
     std::shared_ptr<LiveBroadcast> m_live;
@@ -291,15 +267,12 @@ protected:
 private:
     // The bus answers with an error if the application leaves before it replies.
     void OnReply(const Result<Items>& reply) {
-        if (!reply) {
-            Complain(std::string(NameOf(m_function)) + " failed: " + reply.error());
-            End(ExitCode::CallFailed);
-            return;
-        }
-        for (const Item& item : *reply) {
+        for (const Item& item : reply ? *reply : Items()) {
             Print(report().ItemOfReply(item));
         }
-        End(ExitCode::Success);
+        End(reply ? ExitCode::Success
+                  : Fail(std::string(NameOf(m_function)) + " failed: " + reply.error(),
+                         ExitCode::CallFailed));
     }
 
     Function m_function;
@@ -310,7 +283,7 @@ private:
 }  // namespace
 
 ExitCode Watch(const SessionOptions& options) {
-    return WatchSession(options).Run();
+    return ServeSession(options).Run();
 }
 
 ExitCode Serve(const SessionOptions& options, Feed feed) {

@@ -15,12 +15,12 @@
 
 namespace applist::sim {
 
-/// Options of every session.
+/// Options of sessions. Those of the shell and of scenarios have neither a timeout nor a recording.
 struct SessionOptions {
-    std::string address;              ///< Address of the bus; empty for the system bus.
-    std::optional<unsigned> timeout;  ///< Seconds to wait for an application; absent: no limit.
-    bool json = false;                ///< Prints JSON.
-    std::string recordFile;           ///< File for the recording; empty for none.
+    std::string address{};              ///< Address of the bus; empty for the system bus.
+    std::optional<unsigned> timeout{};  ///< Seconds to wait for an application; absent: no limit.
+    bool json = false;                  ///< Prints JSON.
+    std::string recordFile{};           ///< File for the recording; empty for none.
 };
 
 /// Base class of the commands that act as a middleware: joins the bus, waits for applications and
@@ -50,8 +50,7 @@ protected:
     Middleware& middleware() { return m_middleware; }
     BusLink& link() { return m_middleware.link(); }
     const Report& report() const { return m_report; }
-    /// Prints a line. Ends the session if standard output cannot be written.
-    void Print(const std::string& line);
+    void Print(const std::string& line) { m_loop.Print(line); }
     /// Ends Run(). The first code wins.
     void End(ExitCode code) { m_loop.End(code); }
 

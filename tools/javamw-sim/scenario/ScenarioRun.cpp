@@ -103,10 +103,11 @@ Result<Scenario> LoadScenario(const std::string& file) {
                           : Result<Scenario>::Failure(errors);
 }
 
-ScenarioRun::ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenarios)
-    : m_options(std::move(options)),
+ScenarioRun::ScenarioRun(std::string address, bool keepGoing, std::vector<Scenario> scenarios)
+    : m_address(std::move(address)),
+      m_keepGoing(keepGoing),
       m_scenarios(std::move(scenarios)),
-      m_tap([this](const std::string& line) { Write(line); }, tools::OutputTakesColours()) {
+      m_tap([this](const std::string& line) { m_loop.Print(line); }, tools::OutputTakesColours()) {
     m_loop.OnInterrupt([this] { m_runner->Interrupt(); });
 }
 
@@ -130,7 +131,7 @@ void ScenarioRun::Play(const Scenario& scenario) {
     m_seen.clear();
     // Each scenario gets a new runner, so that no connection or event of the previous one is left.
     m_runner = std::make_unique<StatementRunner>(
-        m_options.address, [this](const Middleware& middleware, const Happening& happening) {
+        m_address, [this](const Middleware& middleware, const Happening& happening) {
             m_seen.push_back(middleware.name() + ": " + Describe(happening));
         });
     for (size_t i = 0; i < scenario.statements.size() && !m_loop.exitCode(); ++i) {
@@ -142,7 +143,7 @@ void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
     const Statement& statement = scenario.statements[index];
     const std::string where = scenario.file + ':' + std::to_string(statement.line);
     const bool setting = statement.action.IsSetting();
-    if (!m_failedAt.empty() && !m_options.keepGoing) {
+    if (!m_failedAt.empty() && !m_keepGoing) {
         // A skipped statement still gets its point, because the plan has counted it.
         if (!setting) {
             m_tap.Skip(where + ' ' + statement.text, m_failedAt + " failed");
@@ -183,19 +184,11 @@ void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
             // Without a bus no later statement can hold, so the run ends here.
             m_tap.Fail(description, where, outcome.problem, seen);
             m_tap.BailOut(outcome.problem);
-            Complain(outcome.problem);
-            m_loop.End(ExitCode::NoBus);
+            m_loop.End(Fail(outcome.problem, ExitCode::NoBus));
             break;
     }
     m_allHeld = false;
     m_failedAt = where;
-}
-
-// The reader of the results may have closed the pipe.
-void ScenarioRun::Write(const std::string& line) {
-    if (!tools::WriteLine(line)) {
-        m_loop.End(ExitCode::CallFailed);
-    }
 }
 
 }  // namespace applist::sim

@@ -51,17 +51,12 @@ struct Scenario {
 /// Reads and parses a file. A failure has one line for each error: "FILE:LINE:COLUMN: message".
 Result<Scenario> LoadScenario(const std::string& file);
 
-/// Options of ScenarioRun.
-struct ScenarioOptions {
-    std::string address;     ///< Address of the bus; empty for the system bus.
-    bool keepGoing = false;  ///< Continues after a failure.
-};
-
 /// Runs scenarios one after the other, each with its own middlewares, and prints the results.
 /// SIGINT and SIGTERM end it early.
 class ScenarioRun {
 public:
-    ScenarioRun(ScenarioOptions options, std::vector<Scenario> scenarios);
+    /// address may be empty for the system bus. keepGoing continues after a failure.
+    ScenarioRun(std::string address, bool keepGoing, std::vector<Scenario> scenarios);
 
     /// Runs the scenarios on the default main context until all have ended. Returns the exit code
     /// of the program. Call only once.
@@ -71,12 +66,12 @@ private:
     void Play(const Scenario& scenario);
     void PlayStatement(const Scenario& scenario, size_t index);
     void Take(const Outcome& outcome, const std::string& description, const std::string& where);
-    void Write(const std::string& line);
 
-    ScenarioOptions m_options;
+    std::string m_address;
+    bool m_keepGoing;
     std::vector<Scenario> m_scenarios;
-    Tap m_tap;
     MainLoop m_loop;
+    Tap m_tap;
     std::unique_ptr<StatementRunner> m_runner;
     std::vector<std::string> m_seen;
     std::string m_failedAt;  ///< Position of the failure in this scenario; empty if none.

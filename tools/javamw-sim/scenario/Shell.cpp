@@ -32,8 +32,9 @@ bool HasError(const std::optional<Result<Bytes>>& reply) {
 
 }  // namespace
 
-Shell::Shell(ShellOptions options)
+Shell::Shell(SessionOptions options, bool offline)
     : m_options(std::move(options)),
+      m_offline(offline),
       m_person(IsPerson()),
       m_report(m_options.json, !m_options.json && tools::OutputTakesColours()),
       m_runner(m_options.address, [this](Middleware& middleware, const Happening& happening) {
@@ -45,7 +46,7 @@ Shell::~Shell() = default;
 ExitCode Shell::Run() {
     OpenInput();
     WatchSignals();
-    if (!m_options.offline) {
+    if (!m_offline) {
         const Outcome joined = m_runner.Execute({.run = &StatementRunner::Join});
         // Fail() does not end the shell of a person, so End() follows.
         if (joined.verdict == Verdict::NoBus) {

@@ -11,23 +11,18 @@
 
 #include "middleware/MainLoop.h"
 #include "middleware/Report.h"
+#include "middleware/Session.h"
 #include "scenario/LineInput.h"
 #include "scenario/StatementRunner.h"
 
 namespace applist::sim {
 
-/// Options of Shell.
-struct ShellOptions {
-    std::string address;   ///< Address of the bus; empty for the system bus.
-    bool offline = false;  ///< Joins the bus only when a statement needs it.
-    bool json = false;
-};
-
 /// Runs statements line by line and prints the events that arrive. After a failed statement, it
 /// continues on a terminal and ends otherwise.
 class Shell {
 public:
-    explicit Shell(ShellOptions options);
+    /// An offline shell joins the bus only when a statement needs it.
+    Shell(SessionOptions options, bool offline);
     ~Shell();
     Shell(const Shell&) = delete;
     Shell& operator=(const Shell&) = delete;
@@ -67,7 +62,8 @@ private:
     void OnInterrupted();
     void End(ExitCode code) { m_loop.End(code); }
 
-    ShellOptions m_options;
+    SessionOptions m_options;
+    bool m_offline;
     bool m_person;  ///< True for a terminal, false for a pipe.
     Report m_report;
     MainLoop m_loop;
