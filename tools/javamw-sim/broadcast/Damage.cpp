@@ -36,7 +36,7 @@ constexpr std::array KINDS{
 constexpr size_t MAX_PLACES = 10;
 
 void Append(std::string& list, const std::string& text) {
-    list += (list.empty() ? "" : ", ") + text;
+    list += (list.empty() || text.empty() ? "" : ", ") + text;
 }
 
 std::string Counts(const Damage& damage, Part part) {
@@ -67,18 +67,14 @@ void Damage::Add(size_t Damage::*counter) {
 
 std::string Describe(const Damage& damage) {
     std::string text;
-    if (damage.packets() > 0) {
-        Append(text, std::to_string(damage.packets()) + " in packets (" +
-                         Counts(damage, Part::Packets) + ')');
-    }
-    if (damage.sections() > 0) {
-        Append(text, std::to_string(damage.sections()) + " in sections (" +
-                         Counts(damage, Part::Sections) + ')');
-    }
-    const std::string others = Counts(damage, Part::Others);
-    if (!others.empty()) {
-        Append(text, others);
-    }
+    const auto add = [&](size_t sum, const char* where, Part part) {
+        if (sum > 0) {
+            Append(text, std::to_string(sum) + where + Counts(damage, part) + ')');
+        }
+    };
+    add(damage.packets(), " in packets (", Part::Packets);
+    add(damage.sections(), " in sections (", Part::Sections);
+    Append(text, Counts(damage, Part::Others));
     return text;
 }
 

@@ -166,10 +166,6 @@ std::optional<std::string> DecodeDvbText(ByteSpan text) {
     return Decode(ChooseTable(text));
 }
 
-std::optional<std::string> DecodeLatinText(ByteSpan text) {
-    return Decode({LATIN_9, text});
-}
-
 }  // namespace applist::sim
 
 extern "C" {
@@ -191,8 +187,7 @@ struct DestroyInstance {
 };
 using Instance = std::unique_ptr<arib_instance_t, DestroyInstance>;
 
-}  // namespace
-
+// Decodes the 8-bit codes of ARIB STD-B24. Invalid characters are dropped.
 std::optional<std::string> DecodeAribText(ByteSpan text) {
     const Instance instance(arib_instance_new(nullptr));
     if (!instance) {
@@ -214,8 +209,6 @@ std::optional<std::string> DecodeAribText(ByteSpan text) {
     return utf8;
 }
 
-namespace {
-
 constexpr const char* JAPANESE = "jpn";
 
 // These bytes select a character table in DVB. ARIB does not use them at the start of a text.
@@ -224,34 +217,16 @@ bool ChoosesDvbTable(ByteSpan text) {
     return (first >= 0x01 && first <= 0x0B) || (first >= 0x10 && first <= 0x15) || first == 0x1F;
 }
 
-TextCoding Resolve(ByteSpan text, const std::string& language, TextCoding coding) {
-    switch (coding) {
-        case TextCoding::Isdb:
-            return language == JAPANESE ? TextCoding::Arib : TextCoding::Latin;
-        case TextCoding::Dvb:
-            return language == JAPANESE && !ChoosesDvbTable(text) ? TextCoding::Arib
-                                                                  : TextCoding::Dvb;
-        case TextCoding::Arib:
-        case TextCoding::Latin:
-            break;
-    }
-    return coding;
-}
-
 }  // namespace
 
 std::optional<std::string> DecodeText(ByteSpan text, const std::string& language,
                                       TextCoding coding) {
-    switch (Resolve(text, language, coding)) {
-        case TextCoding::Arib:
-            return DecodeAribText(text);
-        case TextCoding::Latin:
-            return DecodeLatinText(text);
-        case TextCoding::Dvb:
-        case TextCoding::Isdb:
-            break;
+    const bool japanese = language == JAPANESE;
+    if (coding == TextCoding::Arib || (coding == TextCoding::Isdb && japanese) ||
+        (coding == TextCoding::Dvb && japanese && !ChoosesDvbTable(text))) {
+        return DecodeAribText(text);
     }
-    return DecodeDvbText(text);
+    return coding == TextCoding::Dvb ? DecodeDvbText(text) : Decode({LATIN_9, text});
 }
 
 }  // namespace applist::sim

@@ -16,9 +16,6 @@ namespace applist::sim {
 /// Returns nothing if the table is reserved or privately compressed.
 std::optional<std::string> DecodeDvbText(ByteSpan text);
 
-/// Decodes ISO 8859-15 to UTF-8. Control codes are treated in the same way.
-std::optional<std::string> DecodeLatinText(ByteSpan text);
-
 /// The coding of texts in a broadcast. The texts themselves do not contain it.
 enum class TextCoding {
     Dvb,    ///< EN 300 468, Annex A; Japanese names as in ISDB.
@@ -31,8 +28,5 @@ enum class TextCoding {
 /// language is as sent, or empty if the table does not contain it.
 std::optional<std::string> DecodeText(ByteSpan text, const std::string& language,
                                       TextCoding coding);
-
-/// Decodes the 8-bit codes of ARIB STD-B24 to UTF-8. Invalid characters are dropped.
-std::optional<std::string> DecodeAribText(ByteSpan text);
 
 }  // namespace applist::sim

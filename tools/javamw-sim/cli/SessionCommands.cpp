@@ -223,7 +223,7 @@ int RunCallCommand(const Arguments& given) {
     if (!items) {
         return given.Refuse(items.error());
     }
-    return static_cast<int>(CallOnce(*session, *function, *items));
+    return static_cast<int>(CallOnce(*session, {*function, *items}));
 }
 
 }  // namespace

@@ -8,21 +8,17 @@
 
 namespace applist::sim {
 
-/// One call to the application.
-struct ListCall {
-    Function function{};
-    Items items;
-
-    bool operator==(const ListCall&) const = default;
-};
-
-/// The calls that turn one list into another, and the resulting list.
-struct ListUpdate {
-    std::vector<ListCall> calls;
-    Items items;  ///< The wanted items; items that stay keep their places.
+/// Counts of an update of a list.
+struct UpdateCounts {
     size_t added = 0;
     size_t removed = 0;
     size_t renamed = 0;
+};
+
+/// The calls that turn one list into another, and the resulting list.
+struct ListUpdate : UpdateCounts {
+    std::vector<FunctionCall> calls;
+    Items items;  ///< The wanted items; items that stay keep their places.
 };
 
 /// Turns shown into wanted without clearing the list, so that the viewer keeps the position:

@@ -15,16 +15,11 @@ constexpr std::chrono::milliseconds AGAIN{2};
 // With the interval above, an announcement fails after about a second.
 constexpr unsigned MOST_TRIES = 500;
 
-/// The outcome of AnnounceName().
-struct AnnounceResult {
-    enum class Code {
-        Announced,
-        Taken,   ///< Another connection owns the name at this moment; a later try will succeed.
-        Denied,  ///< The policy of the bus does not allow this connection to own the name.
-        Failed,
-    };
-    Code code = Code::Announced;
-    std::string error;  ///< Empty if announced.
+enum class AnnounceResult {
+    Announced,
+    Taken,   ///< Another connection owns the name at this moment; a later try will succeed.
+    Denied,  ///< The policy of the bus does not allow this connection to own the name.
+    Failed,
 };
 
 // Flag of RequestName and its reply code for success, as the D-Bus protocol numbers them.
@@ -34,27 +29,30 @@ constexpr unsigned PRIMARY_OWNER = 1;
 // Owns name for an instant, so that listeners learn the unique name of this connection from the
 // release. Blocks for two calls to the bus daemon. The request is not queued. A queued request
 // would take the name over as soon as its owner releases it, and listeners would never see that
-// release.
-AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name) {
-    using Code = AnnounceResult::Code;
+// release. Sets problem unless announced.
+AnnounceResult AnnounceName(GDBusConnection* connection, const std::string& name,
+                            std::string& problem) {
     GError* error = nullptr;
     const auto claimed =
         CallDaemon(connection, DAEMON, "RequestName",
                    g_variant_new("(su)", name.c_str(), DO_NOT_QUEUE), "(u)", &error);
     if (!claimed) {
         const bool denied = g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_ACCESS_DENIED) != 0;
-        return {denied ? Code::Denied : Code::Failed, name + ": " + TakeMessage(error)};
+        problem = name + ": " + TakeMessage(error);
+        return denied ? AnnounceResult::Denied : AnnounceResult::Failed;
     }
     unsigned code = 0;
     g_variant_get(claimed.get(), "(u)", &code);
     if (code != PRIMARY_OWNER) {
-        return {Code::Taken, name + ": the name already has an owner"};
+        problem = name + ": the name already has an owner";
+        return AnnounceResult::Taken;
     }
     if (!CallDaemon(connection, DAEMON, "ReleaseName", g_variant_new("(s)", name.c_str()), "(u)",
                     &error)) {
-        return {Code::Failed, name + ": " + TakeMessage(error)};
+        problem = name + ": " + TakeMessage(error);
+        return AnnounceResult::Failed;
     }
-    return {};
+    return AnnounceResult::Announced;
 }
 
 }  // namespace
@@ -98,16 +96,17 @@ void Announcer::AnnounceTimes(Announcement announcement, unsigned times) {
 void Announcer::AnnounceQueued() {
     while (!m_queue.empty()) {
         Queued& first = m_queue.front();
-        const AnnounceResult result = AnnounceName(m_connection, first.name);
-        using Code = AnnounceResult::Code;
-        if (result.code == Code::Taken && ++first.tries < MOST_TRIES) {
+        std::string problem;
+        const AnnounceResult result = AnnounceName(m_connection, first.name, problem);
+        if (result == AnnounceResult::Taken && ++first.tries < MOST_TRIES) {
             // The announcement stays first in the queue, so later ones wait for it.
             m_again = RunAfter(AGAIN, [this] { AnnounceQueued(); });
             return;
         }
-        if (result.code != Code::Announced) {
-            (result.code == Code::Denied ? m_listener.denied
-                                         : m_listener.failed)("cannot announce " + result.error);
+        if (result != AnnounceResult::Announced) {
+            const auto& tell =
+                result == AnnounceResult::Denied ? m_listener.denied : m_listener.failed;
+            tell("cannot announce " + problem);
         }
         m_queue.pop_front();
     }

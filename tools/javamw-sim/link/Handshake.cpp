@@ -24,7 +24,7 @@ HandshakeStep Handshake::Heard(Announcement announcement, const std::string& app
 HandshakeStep Handshake::Lost(const std::string& application) {
     const bool wasConnected = IsConnected(application);
     m_applications.erase(application);
-    return {.lost = wasConnected, .establish = false, .answer = std::nullopt, .connected = false};
+    return {.lost = wasConnected};
 }
 
 bool Handshake::IsConnected(const std::string& application) const {
@@ -50,8 +50,7 @@ HandshakeStep Handshake::HeardSynAck(const std::string& application) {
     if (known != m_applications.end() && known->second == State::AckSent) {
         return {};
     }
-    const HandshakeStep step{.lost = false,
-                             .establish = known == m_applications.end(),
+    const HandshakeStep step{.establish = known == m_applications.end(),
                              .answer = Announcement::Ack,
                              .connected = !IsConnected(application)};
     m_applications[application] = State::AckSent;
@@ -64,7 +63,7 @@ HandshakeStep Handshake::HeardAck(const std::string& application) {
         return {};
     }
     found->second = State::AckHeard;
-    return {.lost = false, .establish = false, .answer = std::nullopt, .connected = true};
+    return {.connected = true};
 }
 
 }  // namespace applist::sim

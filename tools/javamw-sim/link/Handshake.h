@@ -37,10 +37,10 @@ struct HandshakePlan {
 
 /// What to do, in this order, after an announcement was heard or an application was lost.
 struct HandshakeStep {
-    bool lost = false;                   ///< The application has left in its former life.
-    bool establish = false;              ///< Watch the application and listen to its signals.
-    std::optional<Announcement> answer;  ///< Announce this.
-    bool connected = false;              ///< The application is connected from now on.
+    bool lost = false;                     ///< The application has left in its former life.
+    bool establish = false;                ///< Watch the application and listen to its signals.
+    std::optional<Announcement> answer{};  ///< Announce this.
+    bool connected = false;                ///< The application is connected from now on.
 
     bool operator==(const HandshakeStep&) const = default;
 };

@@ -69,6 +69,14 @@ enum class Function : int32_t {
     ModifyItem = 2008,
 };
 
+/// A valid call of a function.
+struct FunctionCall {
+    Function function{};
+    Items items;
+
+    bool operator==(const FunctionCall&) const = default;
+};
+
 /// Events of the application; the value is the message id.
 enum class Event : int32_t {
     ItemChanged = 1,

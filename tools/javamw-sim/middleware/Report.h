@@ -5,18 +5,12 @@
 #include <cstddef>
 #include <string>
 
+#include "feed/ListUpdate.h"
 #include "link/BusLink.h"
 #include "link/SelectionReader.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
-
-/// Counts of an update of a list.
-struct UpdateCounts {
-    size_t added = 0;
-    size_t removed = 0;
-    size_t renamed = 0;
-};
 
 /// Formats the output of sessions and of the shell, one line for each call: for people, in colours
 /// if wanted, or as a JSON object.

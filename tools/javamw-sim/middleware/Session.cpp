@@ -233,13 +233,11 @@ void ServeSession::OnChange() {
 }
 
 void ServeSession::Update(const std::string& application, const ListUpdate& update) {
-    for (const ListCall& call : update.calls) {
+    for (const FunctionCall& call : update.calls) {
         // One line reports the whole update, when its last call succeeds.
         const bool last = &call == &update.calls.back();
         link().Call(application, call.function, call.items,
-                    [this, application, last,
-                     counts = UpdateCounts{update.added, update.removed, update.renamed}](
-                        const auto& reply) {
+                    [this, application, last, counts = UpdateCounts(update)](const auto& reply) {
                         if (!reply) {
                             Complain("cannot update " + application + ": " + reply.error());
                         } else if (last) {
@@ -251,14 +249,14 @@ void ServeSession::Update(const std::string& application, const ListUpdate& upda
 
 class CallSession : public Session {
 public:
-    CallSession(const SessionOptions& options, Function function, const Items& arguments)
-        : Session(options), m_function(function), m_arguments(arguments) {}
+    CallSession(const SessionOptions& options, FunctionCall call)
+        : Session(options), m_call(std::move(call)) {}
 
 protected:
     void OnConnected(const std::string& application) override {
         // Several applications may connect, but the user asked for one call.
         if (!std::exchange(m_called, true)) {
-            link().Call(application, m_function, m_arguments,
+            link().Call(application, m_call.function, m_call.items,
                         [this](const Result<Items>& reply) { OnReply(reply); });
         }
     }
@@ -271,12 +269,11 @@ private:
             Print(report().ItemOfReply(item));
         }
         End(reply ? ExitCode::Success
-                  : Fail(std::string(NameOf(m_function)) + " failed: " + reply.error(),
+                  : Fail(std::string(NameOf(m_call.function)) + " failed: " + reply.error(),
                          ExitCode::CallFailed));
     }
 
-    Function m_function;
-    Items m_arguments;
+    FunctionCall m_call;
     bool m_called = false;
 };
 
@@ -290,8 +287,8 @@ ExitCode Serve(const SessionOptions& options, Feed feed) {
     return ServeSession(options, std::move(feed)).Run();
 }
 
-ExitCode CallOnce(const SessionOptions& options, Function function, const Items& arguments) {
-    return CallSession(options, function, arguments).Run();
+ExitCode CallOnce(const SessionOptions& options, const FunctionCall& call) {
+    return CallSession(options, call).Run();
 }
 
 }  // namespace applist::sim

@@ -85,7 +85,7 @@ ExitCode Watch(const SessionOptions& options);
 ExitCode Serve(const SessionOptions& options, Feed feed);
 
 /// Calls one function of the first application that connects and prints the items of the reply.
-ExitCode CallOnce(const SessionOptions& options, Function function, const Items& arguments);
+ExitCode CallOnce(const SessionOptions& options, const FunctionCall& call);
 
 /// Options of Replay().
 struct ReplayOptions {

@@ -112,8 +112,7 @@ std::string Describe(const RecordedMessage& message) {
 namespace {
 
 bool IsConversation(const RecordedMessage& message) {
-    const bool said = message.kind == MessageKind::Call || message.kind == MessageKind::Reply ||
-                      message.kind == MessageKind::Error || message.kind == MessageKind::Signal;
+    const bool said = CarriesBytes(message.kind) || message.kind == MessageKind::Error;
     // A broadcast signal does not belong to a conversation of two.
     return said && !message.to.empty();
 }

@@ -22,12 +22,6 @@ struct Outcome;
 
 using Duration = std::chrono::milliseconds;
 
-/// A valid call of a function.
-struct FunctionCall {
-    Function function{};
-    Items items;
-};
-
 /// A valid or invalid message to the application.
 struct Message {
     /// Returns the bytes of copy number copy, from 1, of a message that is sent several times.

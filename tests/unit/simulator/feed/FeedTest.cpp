@@ -65,7 +65,7 @@ const Item WEATHER{"w", "Weather"};
 const Item SPORT{"s", "Sport"};
 const Item SPORT_LIVE{"s", "Sport live"};
 
-using Calls = std::vector<ListCall>;
+using Calls = std::vector<FunctionCall>;
 
 // Returns the application's list after the calls.
 Items Applied(Items items, const Calls& calls) {
@@ -73,7 +73,7 @@ Items Applied(Items items, const Calls& calls) {
         return std::find_if(items.begin(), items.end(),
                             [&](const Item& item) { return item.id == id; });
     };
-    for (const ListCall& call : calls) {
+    for (const FunctionCall& call : calls) {
         if (call.function == Function::AddItems) {
             items.insert(items.end(), call.items.begin(), call.items.end());
             continue;
