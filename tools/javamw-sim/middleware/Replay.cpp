@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -40,39 +42,35 @@ public:
 
 protected:
     void OnOpened(GDBusConnection* connection) override;
-    void OnConnected(const std::string& application) override;
     void OnDisconnected(const std::string& application) override;
     void OnNotified(const std::string& application, const Notification& notification) override;
+    void Play() override;
     ExitCode OnInterrupted() override { return ExitCode::CallFailed; }
 
 private:
-    void Begin();
-    void Advance();
-    /// Returns the microseconds until message is due.
-    int64_t Delay(const SentMessage& message) const;
+    /// Waits for done, but at most for some microseconds. Returns false if the application or the
+    /// session has ended.
+    bool Listen(const std::function<bool()>& done, std::optional<int64_t> most = std::nullopt);
+    void SendAll();
     void Say(const SentMessage& message);
-    void OnAnswer();
-    /// Waits for messages that are still missing, or ends.
     void AwaitRest();
-    void OnClock();
+    /// Returns the microseconds until a time of the recording, which may be negative.
+    int64_t Delay(int64_t time) const;
     void Finish();
     std::vector<Difference> Differences();
-    void SetClock(int64_t microseconds);
 
     ReplayOptions m_options;
+    int64_t m_patience;  ///< In microseconds.
     Recording m_expected;
     std::vector<SentMessage> m_toSend;
-    size_t m_expectedEvents = 0;
     int64_t m_length = 0;  ///< Duration of the conversation in microseconds.
 
-    std::string m_application;  ///< Empty until an application has connected.
-    bool m_created = false;     ///< The application has sent LocalCreated.
-    bool m_begun = false;
+    bool m_created = false;  ///< The application has sent LocalCreated.
+    bool m_left = false;
     int64_t m_beginning = 0;  ///< In microseconds of the monotonic clock.
-    size_t m_next = 0;        ///< Index of the next message to send.
+    size_t m_sent = 0;
     size_t m_answers = 0;
     size_t m_events = 0;
-    Registration m_clock;
 
     std::mutex m_mutex;  ///< Guards m_heard, which a thread of GIO fills.
     Recording m_heard;
@@ -83,9 +81,9 @@ ReplaySession::ReplaySession(const SessionOptions& session, const ReplayOptions&
                              const Conversation& conversation)
     : Session(session),
       m_options(options),
+      m_patience(options.patience * MICROSECONDS),
       m_expected(ApplicationSide(conversation)),
       m_toSend(SentMessagesOf(conversation)),
-      m_expectedEvents(CountEvents(m_expected)),
       m_length(LengthOf(conversation.recording)) {}
 
 void ReplaySession::OnOpened(GDBusConnection* connection) {
@@ -96,71 +94,68 @@ void ReplaySession::OnOpened(GDBusConnection* connection) {
                                          });
 }
 
-// The application sends LocalCreated once it has connected us. Earlier calls are answered, but
-// their events are lost. If it never sends LocalCreated, the replay starts without it.
-void ReplaySession::OnConnected(const std::string& application) {
-    // One conversation is replayed to one application, the first that connects.
-    if (m_application.empty()) {
-        m_application = application;
-        SetClock(m_options.patience * MICROSECONDS);
-    }
-}
-
 void ReplaySession::OnDisconnected(const std::string& application) {
     // An application that ended does not send anything more, so the rest of the wait is skipped.
-    if (application == m_application) {
+    m_left = m_left || application == first();
+}
+
+void ReplaySession::OnNotified(const std::string& application, const Notification& notification) {
+    if (application != first()) {
+        return;
+    }
+    // How often LocalCreated is sent depends on timing, so repetitions are not counted.
+    const bool created = notification.event == Event::LocalCreated;
+    m_events += created && m_created ? 0 : 1;
+    m_created = m_created || created;
+}
+
+void ReplaySession::Play() {
+    // One conversation is replayed to one application.
+    AwaitFirst();
+    // The application sends LocalCreated once it has connected us. Earlier calls are answered, but
+    // their events are lost. If it never sends LocalCreated, the replay starts without it.
+    Listen([this] { return m_created; }, m_patience);
+    m_beginning = g_get_monotonic_time();
+    SendAll();
+    AwaitRest();
+    if (!ended()) {
         Finish();
     }
 }
 
-void ReplaySession::OnNotified(const std::string& application, const Notification& notification) {
-    if (application != m_application) {
-        return;
+bool ReplaySession::Listen(const std::function<bool()>& done, std::optional<int64_t> most) {
+    std::optional<std::chrono::milliseconds> patience;
+    if (most) {
+        // Rounding down would send a message early.
+        patience = std::chrono::ceil<std::chrono::milliseconds>(std::chrono::microseconds(*most));
     }
-    // How often LocalCreated is sent depends on timing, so repetitions are not counted.
-    if (notification.event == Event::LocalCreated && std::exchange(m_created, true)) {
-        return;
-    }
-    ++m_events;
-    if (m_begun) {
-        AwaitRest();
-    } else if (notification.event == Event::LocalCreated) {
-        Begin();
-    }
+    Await([&] { return m_left || done(); }, patience);
+    return !m_left && !ended();
 }
 
-void ReplaySession::Begin() {
-    m_clock.Release();
-    m_begun = true;
-    m_beginning = g_get_monotonic_time();
-    Advance();
-}
-
-void ReplaySession::Advance() {
-    while (m_next < m_toSend.size()) {
-        const SentMessage& next = m_toSend[m_next];
-        // A call may depend on the effect of an earlier one. OnAnswer() continues here.
-        if (m_answers < next.answersBefore) {
+void ReplaySession::SendAll() {
+    for (const SentMessage& next : m_toSend) {
+        // A call may depend on the effect of an earlier one.
+        bool there = Listen([&] { return m_answers >= next.answersBefore; });
+        if (const int64_t delay = Delay(next.time); there && delay > 0) {
+            there = Listen([] { return false; }, delay);
+        }
+        if (!there) {
             return;
         }
-        if (const int64_t delay = Delay(next); delay > 0) {
-            SetClock(delay);
-            return;
-        }
-        ++m_next;
+        ++m_sent;
         Say(next);
     }
-    AwaitRest();
 }
 
-int64_t ReplaySession::Delay(const SentMessage& message) const {
+int64_t ReplaySession::Delay(int64_t time) const {
     // Without a speed only the order of the recording is kept.
     if (!m_options.speed) {
         return 0;
     }
     // The minimum is taken before the conversion, which is undefined for values out of range.
-    const double due = std::min(static_cast<double>(message.time) / *m_options.speed,
-                                static_cast<double>(LONGEST_WAIT));
+    const double due =
+        std::min(static_cast<double>(time) / *m_options.speed, static_cast<double>(LONGEST_WAIT));
     return m_beginning + static_cast<int64_t>(due) - g_get_monotonic_time();
 }
 
@@ -168,60 +163,37 @@ void ReplaySession::Say(const SentMessage& message) {
     if (message.kind == MessageKind::Call) {
         // The reply itself is recorded by the tap. An error counts as an answer, as in the
         // recording.
-        link().Call(m_application, message.bytes, [this](const Result<Bytes>&) { OnAnswer(); });
+        link().Call(first(), message.bytes, [this](const Result<Bytes>&) { ++m_answers; });
         return;
     }
-    const std::string error = link().Emit(m_application, message.bytes);
+    const std::string error = link().Emit(first(), message.bytes);
     if (!error.empty()) {
         Complain("cannot signal: " + error);
     }
 }
 
-void ReplaySession::OnAnswer() {
-    ++m_answers;
-    Advance();
-}
-
+// Waits for messages that are still missing. Each that arrives extends the wait.
 void ReplaySession::AwaitRest() {
-    if (m_next < m_toSend.size()) {
-        return;
-    }
     const auto calls =
         static_cast<size_t>(std::ranges::count(m_toSend, MessageKind::Call, &SentMessage::kind));
-    if (m_answers >= calls && m_events >= m_expectedEvents) {
-        Finish();
-        return;
-    }
-    // Events that the recorded viewer caused may be as late as the end of the recording.
-    const SentMessage rest{.kind = {}, .bytes = {}, .time = m_length, .answersBefore = 0};
-    SetClock(std::max<int64_t>(0, Delay(rest)) + m_options.patience * MICROSECONDS);
-}
-
-void ReplaySession::SetClock(int64_t microseconds) {
-    m_clock = RunAfter(
-        // Rounding down would let the timer expire early, and Advance() would set it again.
-        std::chrono::ceil<std::chrono::milliseconds>(std::chrono::microseconds(microseconds)),
-        [this] { OnClock(); });
-}
-
-void ReplaySession::OnClock() {
-    if (!m_begun) {
-        Begin();
-    } else if (m_next < m_toSend.size()) {
-        Advance();
-    } else {
-        Finish();
+    const size_t events = CountEvents(m_expected);
+    bool more = true;
+    while (more && (m_answers < calls || m_events < events)) {
+        const size_t before = m_answers + m_events;
+        // Events that the recorded viewer caused may be as late as the end of the recording.
+        more = Listen([&] { return m_answers + m_events > before; },
+                      std::max<int64_t>(0, Delay(m_length)) + m_patience) &&
+               m_answers + m_events > before;
     }
 }
 
 void ReplaySession::Finish() {
-    m_clock.Release();
     const auto differences = Differences();
     const bool written =
         PrintReport({.differences = differences,
                      .firstFile = m_options.file,
                      .secondFile = "this time",
-                     .same = "no difference after " + std::to_string(m_next) + " messages",
+                     .same = "no difference after " + std::to_string(m_sent) + " messages",
                      .json = m_options.json});
     End(differences.empty() && written ? ExitCode::Success : ExitCode::CallFailed);
 }
@@ -233,7 +205,7 @@ std::vector<Difference> ReplaySession::Differences() {
     Recording heard;
     for (const Conversation& conversation : ConversationsOf(m_heard)) {
         // Other applications may have connected during the replay.
-        if (conversation.application == m_application) {
+        if (conversation.application == first()) {
             heard = ApplicationSide(conversation);
         }
     }

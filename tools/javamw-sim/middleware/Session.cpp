@@ -42,6 +42,7 @@ ExitCode Session::Run() {
     if (!problem.empty()) {
         return Fail(problem, failure);
     }
+    Play();
     return FinishRecording(m_loop.Run());
 }
 
@@ -50,6 +51,7 @@ void Session::Take(const Happening& happening) {
         case Happening::Kind::Connected:
             // The time limit applies to the first connection only.
             m_clock.Release();
+            m_first = m_first.empty() ? happening.application : m_first;
             OnConnected(happening.application);
             break;
         case Happening::Kind::Disconnected:
@@ -253,10 +255,11 @@ public:
         : Session(options), m_call(std::move(call)) {}
 
 protected:
-    void OnConnected(const std::string& application) override {
+    void Play() override {
         // Several applications may connect, but the user asked for one call.
-        if (!std::exchange(m_called, true)) {
-            link().Call(application, m_call.function, m_call.items,
+        AwaitFirst();
+        if (!ended()) {
+            link().Call(first(), m_call.function, m_call.items,
                         [this](const Result<Items>& reply) { OnReply(reply); });
         }
     }
@@ -274,7 +277,6 @@ private:
     }
 
     FunctionCall m_call;
-    bool m_called = false;
 };
 
 }  // namespace

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,6 +45,8 @@ protected:
     virtual void OnDisconnected(const std::string& /*application*/) {}
     virtual void OnNotified(const std::string& /*application*/,
                             const Notification& /*notification*/) {}
+    /// Called once joined. The session runs on until End() when this has returned.
+    virtual void Play() {}
     /// Returns the exit code for SIGINT and SIGTERM.
     virtual ExitCode OnInterrupted() { return ExitCode::Success; }
 
@@ -51,8 +55,20 @@ protected:
     BusLink& link() { return m_middleware.link(); }
     const Report& report() const { return m_report; }
     void Print(const std::string& line) { m_loop.Print(line); }
+    /// Runs the main context until done returns true or the session ends, but at most for patience.
+    void Await(const std::function<bool()>& done,
+               std::optional<std::chrono::milliseconds> patience = std::nullopt) {
+        RunUntil([&] { return done() || ended(); }, patience);
+    }
+    /// Waits for the first application that connects.
+    void AwaitFirst() {
+        Await([this] { return !m_first.empty(); });
+    }
+    /// The first application that has connected; empty if none has.
+    const std::string& first() const { return m_first; }
     /// Ends Run(). The first code wins.
     void End(ExitCode code) { m_loop.End(code); }
+    bool ended() const { return m_loop.exitCode().has_value(); }
 
 private:
     void Take(const Happening& happening);
@@ -66,6 +82,7 @@ private:
     Report m_report;
     MainLoop m_loop;
     Registration m_clock;
+    std::string m_first;
     Middleware m_middleware;
     std::unique_ptr<SessionRecorder> m_recorder;
 };
