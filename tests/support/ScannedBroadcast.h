@@ -8,7 +8,6 @@
 
 #include "broadcast/BroadcastParser.h"
 #include "broadcast/BroadcastReader.h"
-#include "broadcast/Timeline.h"
 
 namespace applist::test {
 

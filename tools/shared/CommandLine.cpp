@@ -410,10 +410,11 @@ std::string Check(const Program& program, const Command& command, const Argument
         return std::ranges::find(options, name, &Option::name) != options.end();
     };
     const std::string& subject = command.name.empty() ? program.name : command.name;
-    for (const auto& [name, values] : given.options()) {
-        if (!isAmong(command.options, name) && !isAmong(program.options, name)) {
-            return subject + " takes no option --" + name;
-        }
+    const auto stray = std::ranges::find_if(given.options(), [&](const auto& option) {
+        return !isAmong(command.options, option.first) && !isAmong(program.options, option.first);
+    });
+    if (stray != given.options().end()) {
+        return subject + " takes no option --" + stray->first;
     }
     const auto [least, most] = Numbers(command.words);
     const size_t count = given.words().size();

@@ -14,7 +14,7 @@
 #include <glib-unix.h>
 #include <sys/ioctl.h>
 
-#include "scenario/StatementCompletion.h"
+#include "scenario/Statement.h"
 #include "shared/Output.h"
 
 namespace applist::sim {

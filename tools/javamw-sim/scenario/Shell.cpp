@@ -9,7 +9,6 @@
 
 #include "middleware/MainLoop.h"
 #include "scenario/LineInput.h"
-#include "scenario/StatementCompletion.h"
 #include "shared/Output.h"
 
 namespace applist::sim {

@@ -1,12 +1,11 @@
 // Copyright (c) 2026 the applist authors
 // SPDX-License-Identifier: Apache-2.0
-#include "scenario/StatementCompletion.h"
-
 #include <algorithm>
 #include <glib.h>
 #include <iterator>
 
 #include "link/Protocol.h"
+#include "scenario/Statement.h"
 #include "shared/CommandLine.h"
 
 namespace applist::sim {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "scenario/LineInput.h"
-#include "scenario/StatementCompletion.h"
+#include "scenario/Statement.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
