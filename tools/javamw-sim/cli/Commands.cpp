@@ -143,6 +143,15 @@ constexpr const char* EXIT_CODES =
     "     middleware's names\n"
     "  4  no application appeared in time\n";
 
+std::vector<Command> AllCommands() {
+    std::vector<Command> all;
+    for (const auto& some :
+         {SessionCommands(), StatementCommands(), {ApplicationsCommand()}, RecordingCommands()}) {
+        all.insert(all.end(), some.begin(), some.end());
+    }
+    return all;
+}
+
 }  // namespace
 
 }  // namespace applist::sim
@@ -150,20 +159,17 @@ constexpr const char* EXIT_CODES =
 namespace applist::tools {
 
 const Program& TheProgram() {
-    static const Program PROGRAM{
-        .name = "javamw-sim",
-        .version = APPLIST_VERSION,
-        .purpose = sim::PURPOSE,
-        .options = {},
-        .commands = {sim::ServeCommand(), sim::WatchCommand(), sim::CallCommand(),
-                     sim::RunCommand(), sim::ShellCommand(), sim::ApplicationsCommand(),
-                     sim::RecordCommand(), sim::ReplayCommand(), sim::CompareCommand()},
-        .exitCodes = sim::EXIT_CODES,
-        .values = {{"FILE", {}},
-                   {"FIRST", {}},
-                   {"SECOND", {}},
-                   {"FUNCTION", sim::FunctionNames()},
-                   {"CODING", sim::TextCodingNames()}}};
+    static const Program PROGRAM{.name = "javamw-sim",
+                                 .version = APPLIST_VERSION,
+                                 .purpose = sim::PURPOSE,
+                                 .options = {},
+                                 .commands = sim::AllCommands(),
+                                 .exitCodes = sim::EXIT_CODES,
+                                 .values = {{"FILE", {}},
+                                            {"FIRST", {}},
+                                            {"SECOND", {}},
+                                            {"FUNCTION", sim::FunctionNames()},
+                                            {"CODING", sim::TextCodingNames()}}};
     return PROGRAM;
 }
 

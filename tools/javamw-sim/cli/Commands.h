@@ -22,15 +22,11 @@ using tools::Option;
 /// The names of the functions that "call" makes.
 std::vector<std::string> FunctionNames();
 
+// The commands in the order of the help.
+std::vector<Command> SessionCommands();    ///< serve, watch, call
+std::vector<Command> StatementCommands();  ///< run, shell
 Command ApplicationsCommand();
-Command CallCommand();
-Command CompareCommand();
-Command RecordCommand();
-Command ReplayCommand();
-Command RunCommand();
-Command ServeCommand();
-Command ShellCommand();
-Command WatchCommand();
+std::vector<Command> RecordingCommands();  ///< record, replay, compare
 
 /// Returns the first error that is not empty.
 std::string FirstOf(std::initializer_list<std::string> errors);

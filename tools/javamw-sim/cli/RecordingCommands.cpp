@@ -38,19 +38,6 @@ int RunRecordCommand(const Arguments& given) {
     return static_cast<int>(RecordBus(given.Value("address"), given.words().front()));
 }
 
-}  // namespace
-
-Command RecordCommand() {
-    return {"record",
-            "FILE",
-            "Record the traffic between a middleware and the application",
-            {AddressOption()},
-            RECORD_DETAILS,
-            &RunRecordCommand};
-}
-
-namespace {
-
 constexpr const char* REPLAY_DETAILS =
     "Makes the handshake, then sends the messages of the recorded middleware at the\n"
     "recorded times divided by --speed. A message is never sent before the replies that\n"
@@ -107,24 +94,6 @@ int RunReplayCommand(const Arguments& given) {
     return static_cast<int>(RunReplay(*session, options, *number));
 }
 
-}  // namespace
-
-Command ReplayCommand() {
-    return {"replay",
-            "FILE",
-            "Replay a recording to an application and print the differences",
-            SessionOptionsAnd({
-                {"speed", '\0', "N|max", "Multiple of the recorded speed (1)"},
-                {"wait", 'w', "SECONDS", "Limit the wait for missing messages (2)"},
-                {"conversation", '\0', "N", "Number of the conversation to replay (1)"},
-                JsonOption(),
-            }),
-            REPLAY_DETAILS,
-            &RunReplayCommand};
-}
-
-namespace {
-
 constexpr const char* COMPARE_DETAILS =
     "Prints each message that only FIRST has with \"-\", and each that only SECOND has with\n"
     "\"+\", with file and line (of a capture: the packet). A call is placed at its reply.\n"
@@ -179,15 +148,29 @@ int RunCompareCommand(const Arguments& given) {
 
 }  // namespace
 
-Command CompareCommand() {
-    return {"compare",
-            "FIRST SECOND",
-            "Print the differences between two recordings",
-            {{"names", '\0', "", "Compare unique bus names, too"},
-             {"tolerance", '\0', "MS", "Compare times, too, with this tolerance"},
-             JsonOption()},
-            COMPARE_DETAILS,
-            &RunCompareCommand};
+std::vector<Command> RecordingCommands() {
+    return {{"record",
+             "FILE",
+             "Record the traffic between a middleware and the application",
+             {AddressOption()},
+             RECORD_DETAILS,
+             &RunRecordCommand},
+            {"replay", "FILE", "Replay a recording to an application and print the differences",
+             SessionOptionsAnd({
+                 {"speed", '\0', "N|max", "Multiple of the recorded speed (1)"},
+                 {"wait", 'w', "SECONDS", "Limit the wait for missing messages (2)"},
+                 {"conversation", '\0', "N", "Number of the conversation to replay (1)"},
+                 JsonOption(),
+             }),
+             REPLAY_DETAILS, &RunReplayCommand},
+            {"compare",
+             "FIRST SECOND",
+             "Print the differences between two recordings",
+             {{"names", '\0', "", "Compare unique bus names, too"},
+              {"tolerance", '\0', "MS", "Compare times, too, with this tolerance"},
+              JsonOption()},
+             COMPARE_DETAILS,
+             &RunCompareCommand}};
 }
 
 }  // namespace applist::sim

@@ -134,19 +134,6 @@ int RunServeCommand(const Arguments& given) {
     return static_cast<int>(RunServe(*session, given, *options));
 }
 
-}  // namespace
-
-Command ServeCommand() {
-    return {"serve",
-            "",
-            "Fill the list of each application that connects, then watch",
-            SessionOptionsAnd(OwnOptions()),
-            SERVE_DETAILS,
-            &RunServeCommand};
-}
-
-namespace {
-
 constexpr const char* WATCH_DETAILS =
     "Lines on standard output, flushed at once:\n"
     "  connected APPLICATION\n"
@@ -167,19 +154,6 @@ int RunWatchCommand(const Arguments& given) {
     const auto session = SessionOptionsFrom(given);
     return session ? static_cast<int>(Watch(*session)) : given.Refuse(session.error());
 }
-
-}  // namespace
-
-Command WatchCommand() {
-    return {"watch",
-            "",
-            "Print every event and the selection read after it",
-            SessionOptionsAnd({JsonOption(), RecordOption()}),
-            WATCH_DETAILS,
-            &RunWatchCommand};
-}
-
-namespace {
 
 // The user of a single call waits for its result.
 constexpr unsigned TIMEOUT_S = 10;
@@ -235,13 +209,13 @@ std::vector<std::string> FunctionNames() {
     return names;
 }
 
-Command CallCommand() {
-    return {"call",
-            "FUNCTION [ARG...]",
-            "Call one function and print the items of the reply",
-            SessionOptionsAnd({JsonOption(), RecordOption()}),
-            CallDetails(),
-            &RunCallCommand};
+std::vector<Command> SessionCommands() {
+    return {{"serve", "", "Fill the list of each application that connects, then watch",
+             SessionOptionsAnd(OwnOptions()), SERVE_DETAILS, &RunServeCommand},
+            {"watch", "", "Print every event and the selection read after it",
+             SessionOptionsAnd({JsonOption(), RecordOption()}), WATCH_DETAILS, &RunWatchCommand},
+            {"call", "FUNCTION [ARG...]", "Call one function and print the items of the reply",
+             SessionOptionsAnd({JsonOption(), RecordOption()}), CallDetails(), &RunCallCommand}};
 }
 
 }  // namespace applist::sim

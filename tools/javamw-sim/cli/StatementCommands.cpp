@@ -60,21 +60,6 @@ int RunRunCommand(const Arguments& given) {
     return static_cast<int>(run.Run());
 }
 
-}  // namespace
-
-Command RunCommand() {
-    return {"run",
-            "FILE...",
-            "Play scenarios and print whether their expectations hold",
-            {AddressOption(),
-             {"check", 'c', "", "Only check the files for errors"},
-             {"keep-going", 'k', "", "Continue after a failure"}},
-            RunDetails(),
-            &RunRunCommand};
-}
-
-namespace {
-
 constexpr const char* SHELL_DETAILS =
     "Each line is a statement of the scenario language and runs at once. Events are\n"
     "printed above the line being typed. Further commands:\n"
@@ -100,15 +85,23 @@ int RunShellCommand(const Arguments& given) {
 
 }  // namespace
 
-Command ShellCommand() {
-    return {"shell",
-            "",
-            "Run statements interactively",
-            {AddressOption(),
-             {"offline", '\0', "", "Join the bus only when a statement needs it"},
-             JsonOption()},
-            SHELL_DETAILS,
-            &RunShellCommand};
+std::vector<Command> StatementCommands() {
+    return {{"run",
+             "FILE...",
+             "Play scenarios and print whether their expectations hold",
+             {AddressOption(),
+              {"check", 'c', "", "Only check the files for errors"},
+              {"keep-going", 'k', "", "Continue after a failure"}},
+             RunDetails(),
+             &RunRunCommand},
+            {"shell",
+             "",
+             "Run statements interactively",
+             {AddressOption(),
+              {"offline", '\0', "", "Join the bus only when a statement needs it"},
+              JsonOption()},
+             SHELL_DETAILS,
+             &RunShellCommand}};
 }
 
 }  // namespace applist::sim
