@@ -170,20 +170,13 @@ void ReadTransport(ByteReader reader, Found& found) {
     }
 }
 
-void ReadJavaLocation(ByteReader reader, Found& found) {
-    std::string path = Text(reader.Take(reader.U8()));
-    reader.Take(reader.U8());  // where other classes are
-    if (!reader.failed()) {
+void ReadLocation(ByteReader reader, bool java, Found& found) {
+    std::string root = Text(reader.Take(reader.U8()));
+    if (java) {
+        reader.Take(reader.U8());  // where other classes are
         // A base directory may or may not end in a slash, and the class name follows it.
-        if (!path.ends_with('/')) {
-            path += '/';
-        }
-        found.path = path + Text(reader.Take(reader.left()));
+        root += root.ends_with('/') ? "" : "/";
     }
-}
-
-void ReadHtmlLocation(ByteReader reader, Found& found) {
-    const std::string root = Text(reader.Take(reader.U8()));
     if (!reader.failed()) {
         found.path = root + Text(reader.Take(reader.left()));
     }
@@ -238,9 +231,9 @@ void ReadOwn(ByteSpan loop, TextCoding coding, Application& application, Found& 
                 return ReadNames(reader, coding, application);
             case JAVA_LOCATION_DESCRIPTOR:
             case NCL_LOCATION_DESCRIPTOR:
-                return ReadJavaLocation(reader, found);
+                return ReadLocation(reader, true, found);
             case HTML_LOCATION_DESCRIPTOR:
-                return ReadHtmlLocation(reader, found);
+                return ReadLocation(reader, false, found);
             case SIMPLE_LOCATION_DESCRIPTOR:
                 found.path = Text(content);
                 return;

@@ -119,7 +119,7 @@ private:
                 continue;
             }
             for (const ServiceName& name : *names) {
-                m_names[name.service] = {name.text.begin(), name.text.end()};
+                m_names[name.service].assign(name.text.begin(), name.text.end());
             }
         }
     }
@@ -171,10 +171,9 @@ private:
         const bool japanese = std::ranges::any_of(services, HasJapaneseNames);
         for (BroadcastService& service : services) {
             if (const auto name = m_names.find(service.id.value_or(0)); name != m_names.end()) {
-                const auto* bytes = reinterpret_cast<const uint8_t*>(name->second.data());
                 service.name =
-                    DecodeText({bytes, name->second.size()},
-                               japanese && Coding() == TextCoding::Isdb ? "jpn" : "", Coding())
+                    DecodeText(name->second, japanese && Coding() == TextCoding::Isdb ? "jpn" : "",
+                               Coding())
                         .value_or("");
             }
         }
@@ -190,7 +189,8 @@ private:
     bool m_isdb = false;
     std::vector<ProgramReference> m_programs;
     std::map<Key, ProgramMap> m_maps;
-    std::map<uint16_t, std::string> m_names;  ///< By service, in the coding of the stream.
+    /// By service, in the coding of the stream.
+    std::map<uint16_t, std::vector<uint8_t>> m_names;
     std::map<Key, Decoded> m_applications;
     StreamClock m_clock;
     TableReader m_tables;

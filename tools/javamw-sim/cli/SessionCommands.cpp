@@ -69,18 +69,16 @@ ExitCode RunServe(const SessionOptions& session, const Arguments& given,
 }
 
 std::vector<Option> OwnOptions() {
-    std::vector<Option> options{
-        {"items", 'i', "FILE", "Serve the lines id<TAB>name; # begins a comment"},
-        {"broadcast", 'b', "FILE", "Serve the applications of a broadcast"},
-    };
-    const auto broadcast = BroadcastOptions();
-    options.insert(options.end(), broadcast.begin(), broadcast.end());
-    options.push_back(JsonOption());
-    options.push_back(RecordOption());
-    options.push_back({"all", '\0', "", "Include hidden applications and trials"});
-    options.push_back({"follow", 'f', "", "Wait for more at the end of the broadcast"});
-    options.push_back(
-        {"interval", '\0', "SECONDS", "Time between changes instead of the recording's"});
+    std::vector<Option> options = BroadcastOptions();
+    options.insert(options.begin(),
+                   {{"items", 'i', "FILE", "Serve the lines id<TAB>name; # begins a comment"},
+                    {"broadcast", 'b', "FILE", "Serve the applications of a broadcast"}});
+    options.insert(options.end(), {JsonOption(),
+                                   RecordOption(),
+                                   {"all", '\0', "", "Include hidden applications and trials"},
+                                   {"follow", 'f', "", "Wait for more at the end of the broadcast"},
+                                   {"interval", '\0', "SECONDS",
+                                    "Time between changes instead of the recording's"}});
     return options;
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <glib.h>
+#include <sstream>
 
 namespace applist::sim {
 namespace {
@@ -30,6 +31,10 @@ constexpr std::string_view CODES =
     "tttat twtwi tytah uguig ukukr ururd uzuzb veven vivie vovol wawln wowol xhxho yiyid "
     "yoyor zazha zhzho/chi zuzul ";
 
+std::string CodeOf(const std::string& locale) {
+    return CleanLanguage(locale.substr(0, locale.find_first_of("_-.@")));
+}
+
 }  // namespace
 
 std::vector<std::string> LanguageCodes(std::string_view language) {
@@ -52,23 +57,13 @@ std::vector<std::string> LanguageCodes(std::string_view language) {
     return {std::string(language)};
 }
 
-namespace {
-
-std::string CodeOf(const std::string& locale) {
-    return CleanLanguage(locale.substr(0, locale.find_first_of("_-.@")));
-}
-
-}  // namespace
-
 std::vector<std::string> ParseLanguages(const std::string& list) {
     std::vector<std::string> languages;
-    for (size_t start = 0; start <= list.size();) {
-        const size_t end = std::min(list.find(',', start), list.size());
-        std::string code = CodeOf(list.substr(start, end - start));
-        if (!code.empty()) {
+    std::istringstream parts(list);
+    for (std::string part; std::getline(parts, part, ',');) {
+        if (std::string code = CodeOf(part); !code.empty()) {
             languages.push_back(std::move(code));
         }
-        start = end + 1;
     }
     return languages;
 }

@@ -104,9 +104,7 @@ void Announcer::AnnounceQueued() {
             return;
         }
         if (result != AnnounceResult::Announced) {
-            const auto& tell =
-                result == AnnounceResult::Denied ? m_listener.denied : m_listener.failed;
-            tell("cannot announce " + problem);
+            m_listener.failed(result == AnnounceResult::Denied, "cannot announce " + problem);
         }
         m_queue.pop_front();
     }

@@ -18,9 +18,8 @@ namespace applist::sim {
 class Announcer {
 public:
     struct Listener {
-        std::function<void(const std::string& error)> failed;
-        /// The policy of the bus does not allow the announcement.
-        std::function<void(const std::string& error)> denied;
+        /// denied means that the policy of the bus does not allow the announcement.
+        std::function<void(bool denied, const std::string& error)> failed;
         /// A delayed announcement was made.
         std::function<void()> late;
     };

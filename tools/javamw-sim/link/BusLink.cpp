@@ -42,11 +42,8 @@ BusLink::BusLink(ConnectionPtr connection, Observer observer, const HandshakePla
       m_observer(std::move(observer)),
       m_uniqueName(g_dbus_connection_get_unique_name(m_connection.get())),
       m_announcer(m_connection.get(),
-                  {[this](const std::string& error) {
-                       m_observer({.kind = Kind::Failed, .problem = error});
-                   },
-                   [this](const std::string& error) {
-                       m_observer({.kind = Kind::Denied, .problem = error});
+                  {[this](bool denied, const std::string& error) {
+                       m_observer({.kind = denied ? Kind::Denied : Kind::Failed, .problem = error});
                    },
                    [this] { ReportUnanswered(); }},
                   plan),
