@@ -9,6 +9,7 @@
 #include "Number.h"
 #include "PlatformSettings.h"
 #include "data/FactoryData.h"
+#include "shared/Output.h"
 
 namespace applist::desktop {
 namespace {
@@ -18,16 +19,6 @@ constexpr int32_t MOST = std::numeric_limits<int32_t>::max();
 
 std::string Quoted(const std::string& text) {
     return "'" + text + "'";
-}
-
-/// Returns the names of a table's entries: "italy, brazil, ...".
-template <typename Table, typename Name>
-std::string Names(const Table& table, Name name, const std::string& separator = ", ") {
-    std::string names;
-    for (const auto& entry : table) {
-        names += (names.empty() ? "" : separator) + std::string(name(entry));
-    }
-    return names;
 }
 
 Result<Setting> ParseBool(const std::string& value) {
@@ -96,17 +87,15 @@ std::span<const KnownRegion> KnownRegions() {
 }
 
 std::string RegionNames(const std::string& separator) {
-    return Names(
-        KnownRegions(), [](const auto& known) { return known.name; }, separator);
+    return tools::Joined(KnownRegions(), separator, &KnownRegion::name);
 }
 
 Result<KnownSetting> FindSetting(const std::string& key) {
     const auto settings = KnownSettings();
     const auto found = std::ranges::find(settings, key, &KnownSetting::key);
     if (found == settings.end()) {
-        return Result<KnownSetting>::Failure(
-            "unknown setting " + Quoted(key) +
-            "; known: " + Names(settings, [](const auto& known) { return known.key; }));
+        return Result<KnownSetting>::Failure("unknown setting " + Quoted(key) + "; known: " +
+                                             tools::Joined(settings, ", ", &KnownSetting::key));
     }
     return *found;
 }

@@ -109,7 +109,7 @@ std::string OptionColumns(const std::vector<Option>& options) {
     return Columns(rows);
 }
 
-std::string Joined(const std::string& name, const std::string& words) {
+std::string WithWords(const std::string& name, const std::string& words) {
     return words.empty() ? name : name + ' ' + words;
 }
 
@@ -141,7 +141,7 @@ std::string ProgramHelp(const Program& program) {
     std::vector<Row> rows;
     rows.reserve(program.commands.size());
     for (const Command& command : program.commands) {
-        rows.push_back({Joined(command.name, command.words), command.summary});
+        rows.push_back({WithWords(command.name, command.words), command.summary});
     }
     std::vector<Option> options = program.options;
     options.insert(options.end(), {HelpOption(), VersionOption()});
@@ -158,9 +158,9 @@ std::string CommandHelp(const Program& program, const Command& command) {
     if (command.name.empty()) {
         options.push_back(VersionOption());
     }
-    return "Usage: " + Joined(CallOf(program, command) + " [OPTION...]", command.words) + "\n\n" +
-           command.summary + ".\n\nOptions:\n" + OptionColumns(options) + "\n" + command.details +
-           (command.details.empty() ? "" : "\n") + program.exitCodes;
+    return "Usage: " + WithWords(CallOf(program, command) + " [OPTION...]", command.words) +
+           "\n\n" + command.summary + ".\n\nOptions:\n" + OptionColumns(options) + "\n" +
+           command.details + (command.details.empty() ? "" : "\n") + program.exitCodes;
 }
 
 std::string Suggestion(const std::string& word, const std::vector<std::string>& known) {
@@ -452,10 +452,9 @@ int RefuseUnread(const Program& program, const Words& words, const std::string& 
 }
 
 std::string UnknownCommand(const Program& program, const std::string& name) {
-    std::string next;
-    for (const std::string& candidate : NextWords(program, {name}, "")) {
-        next += (next.empty() ? "" : ", ") + candidate.substr(0, candidate.find('\t'));
-    }
+    const std::string next = Joined(
+        NextWords(program, {name}, ""), ", ",
+        [](const std::string& candidate) { return candidate.substr(0, candidate.find('\t')); });
     if (!next.empty()) {
         return "'" + name + "' must be followed by one of: " + next;
     }

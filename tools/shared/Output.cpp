@@ -43,6 +43,13 @@ std::string OneLine(const std::string& text) {
     return line;
 }
 
+std::string Replaced(std::string text, std::string_view from, std::string_view to) {
+    for (size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
 size_t ColumnsOf(std::string_view text) {
     size_t columns = 0;
     const char* end = text.data() + text.size();

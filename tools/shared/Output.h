@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,19 @@ namespace applist::tools {
 
 /// Returns text on one line: control bytes as "\x0a", a backslash doubled.
 std::string OneLine(const std::string& text);
+
+/// Returns text with each from replaced by to.
+std::string Replaced(std::string text, std::string_view from, std::string_view to);
+
+/// Returns the text of each element, separated.
+template <typename Elements, typename Text = std::identity>
+std::string Joined(const Elements& elements, const std::string& separator, Text text = {}) {
+    std::string joined;
+    for (const auto& element : elements) {
+        joined += (joined.empty() ? "" : separator) + std::string(std::invoke(text, element));
+    }
+    return joined;
+}
 
 /// Returns the number of terminal columns of text, which is UTF-8.
 size_t ColumnsOf(std::string_view text);

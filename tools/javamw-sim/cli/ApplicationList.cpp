@@ -98,22 +98,6 @@ using Row = std::vector<std::string>;
 // Spaces between two columns.
 constexpr size_t GAP = 2;
 
-std::string Joined(const std::vector<std::string>& words, const char* separator) {
-    std::string text;
-    for (const std::string& word : words) {
-        text += (text.empty() ? "" : separator) + word;
-    }
-    return text;
-}
-
-/// Returns the text of each element, separated by blanks.
-template <typename Elements, typename Text>
-std::string TextOfEach(const Elements& elements, Text text, const char* separator = " ") {
-    std::vector<std::string> texts;
-    std::ranges::transform(elements, std::back_inserter(texts), text);
-    return Joined(texts, separator);
-}
-
 /// A value of an application in each format.
 struct Field {
     const char* name;
@@ -132,7 +116,7 @@ Field NumberField(const char* name, std::optional<uint32_t> number) {
 }
 
 Field ListField(const char* name, const std::vector<std::string>& texts) {
-    const std::string text = Joined(texts, " ");
+    const std::string text = tools::Joined(texts, " ");
     return {name, texts, text, text};
 }
 
@@ -148,8 +132,8 @@ Field NamesField(const std::vector<ApplicationName>& names) {
         object[name.language] = name.text;
     }
     return {"names", object, tools::JsonLine(object),
-            TextOfEach(
-                names, [](const auto& name) { return name.language + '=' + name.text; }, "; ")};
+            tools::Joined(names, "; ",
+                          [](const auto& name) { return name.language + '=' + name.text; })};
 }
 
 Field ProfilesField(const std::vector<ApplicationProfile>& profiles) {
@@ -161,7 +145,7 @@ Field ProfilesField(const std::vector<ApplicationProfile>& profiles) {
     for (const ApplicationProfile& profile : profiles) {
         objects.push_back({{"profile", profile.profile}, {"version", version(profile)}});
     }
-    const std::string text = TextOfEach(profiles, [&](const ApplicationProfile& profile) {
+    const std::string text = tools::Joined(profiles, " ", [&](const ApplicationProfile& profile) {
         return std::to_string(profile.profile) + '/' + version(profile);
     });
     return {"profiles", objects, text, text};
@@ -177,7 +161,7 @@ Field RatingsField(const std::vector<ParentalRating>& ratings) {
     for (const ParentalRating& rating : ratings) {
         object[rating.country] = rating.rating;
     }
-    const std::string text = TextOfEach(ratings, [](const ParentalRating& rating) {
+    const std::string text = tools::Joined(ratings, " ", [](const ParentalRating& rating) {
         return rating.country + '=' + std::to_string(rating.rating);
     });
     return {"ratings", object, text, text};
@@ -205,7 +189,7 @@ std::vector<Field> FieldsOf(const ListedApplication& listed, bool why) {
     if (why) {
         const auto& against = listed.against;
         fields.push_back(TextField(
-            "why", against.empty() ? "offered" : "not offered: " + Joined(against, ", ")));
+            "why", against.empty() ? "offered" : "not offered: " + tools::Joined(against, ", ")));
     }
     return fields;
 }
@@ -241,19 +225,11 @@ std::string Line(const Row& row, const std::vector<size_t>& widths) {
 }
 
 std::string CsvCell(const std::string& text) {
-    // RFC 4180 asks for quotes around a cell that contains one of these characters.
-    if (text.find_first_of(",\"\r\n") == std::string::npos) {
-        return text;
-    }
-    std::string quoted = "\"";
-    for (const char character : text) {
-        quoted += character;
-        // RFC 4180 writes a quote inside a quoted cell twice.
-        if (character == '"') {
-            quoted += '"';
-        }
-    }
-    return quoted + '"';
+    // RFC 4180 asks for quotes around a cell that contains one of these characters, in which a
+    // quote is written twice.
+    return text.find_first_of(",\"\r\n") == std::string::npos
+               ? text
+               : '"' + tools::Replaced(text, "\"", "\"\"") + '"';
 }
 
 std::string CsvLine(const Row& row) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "feed/DisplayNames.h"
+#include "shared/Output.h"
 
 namespace applist::sim {
 namespace {
@@ -110,11 +111,7 @@ std::string ServiceList(const Broadcast& broadcast) {
             }
         }
     }
-    std::string list;
-    for (const auto& [id, name] : services) {
-        list += (list.empty() ? "" : ", ") + name;
-    }
-    return list;
+    return tools::Joined(services, ", ", [](const auto& service) { return service.second; });
 }
 
 bool IsThere(const Broadcast& broadcast, const std::string& wanted) {

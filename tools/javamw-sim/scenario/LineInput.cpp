@@ -188,11 +188,7 @@ void EditorInput::CompleteWord() {
     if (!rest.empty()) {
         el_insertstr(m_editor.get(), rest.c_str());
     } else if (candidates.size() > 1) {
-        std::string all;
-        for (const std::string& candidate : candidates) {
-            all += (all.empty() ? "" : "  ") + candidate;
-        }
-        static_cast<void>(Print(all));
+        static_cast<void>(Print(tools::Joined(candidates, "  ")));
     } else {
         el_beep(m_editor.get());
     }

@@ -9,6 +9,7 @@
 #include "LittleEndian.h"
 #include "scenario/StatementRunner.h"
 #include "scenario/Words.h"
+#include "shared/Output.h"
 
 /// Messages to the application, valid and damaged.
 namespace applist::sim {
@@ -56,19 +57,11 @@ FunctionCall ReadFunctionCall(Cursor& cursor) {
     return {function, ReadItems(cursor, function)};
 }
 
-std::string Numbered(std::string text, const std::string& number) {
-    constexpr std::string_view PLACE = "{n}";
-    for (size_t at = 0; (at = text.find(PLACE, at)) != std::string::npos; at += number.size()) {
-        text.replace(at, PLACE.size(), number);
-    }
-    return text;
-}
-
 Bytes EncodeCopy(const FunctionCall& call, unsigned copy) {
     const std::string number = std::to_string(copy);
     Items items = call.items;
     for (Item& item : items) {
-        item = {Numbered(item.id, number), Numbered(item.name, number)};
+        item = {tools::Replaced(item.id, "{n}", number), tools::Replaced(item.name, "{n}", number)};
     }
     return EncodeCall(call.function, items);
 }

@@ -14,20 +14,12 @@ namespace {
 
 // Escapes "#", which begins a directive.
 std::string Description(const std::string& text) {
-    std::string escaped;
-    for (const char character : tools::OneLine(text)) {
-        escaped += character == '#' ? "\\#" : std::string(1, character);
-    }
-    return escaped;
+    return tools::Replaced(tools::OneLine(text), "#", "\\#");
 }
 
 // OneLine() has already escaped the backslashes, so only the quotation mark is left for YAML.
 std::string Quoted(const std::string& text) {
-    std::string quoted = "\"";
-    for (const char character : tools::OneLine(text)) {
-        quoted += character == '"' ? "\\\"" : std::string(1, character);
-    }
-    return quoted + '"';
+    return '"' + tools::Replaced(tools::OneLine(text), "\"", "\\\"") + '"';
 }
 
 }  // namespace
@@ -94,11 +86,10 @@ Result<Scenario> LoadScenario(const std::string& file) {
         return Result<Scenario>::Failure(text.error());
     }
     ParsedScenario parsed = ParseScenario(*text);
-    std::string errors;
-    for (const ScenarioError& error : parsed.errors) {
-        errors += (errors.empty() ? "" : "\n") + file + ':' + std::to_string(error.line) + ':' +
-                  std::to_string(error.column) + ": " + error.message;
-    }
+    const std::string errors = tools::Joined(parsed.errors, "\n", [&](const ScenarioError& error) {
+        return file + ':' + std::to_string(error.line) + ':' + std::to_string(error.column) + ": " +
+               error.message;
+    });
     return errors.empty() ? Result(Scenario{file, std::move(parsed.statements)})
                           : Result<Scenario>::Failure(errors);
 }
