@@ -165,12 +165,76 @@ protected:
     }
 
 private:
-    void Fill(const std::string& application);
-    void OnFilled(const std::string& application, size_t count);
-    void OnBroadcast(const Items& items);
-    void ScheduleChange();
-    void OnChange();
-    void Update(const std::string& application, const ListUpdate& update);
+    void Fill(const std::string& application) {
+        // An earlier middleware may have left items. Only the result of the second call is
+        // reported.
+        link().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
+        link().Call(application, Function::AddItems, m_items,
+                    [this, application, count = m_items.size()](const Result<Items>& reply) {
+                        if (reply) {
+                            OnFilled(application, count);
+                        } else {
+                            Complain("cannot fill " + application + ": " + reply.error());
+                        }
+                    });
+    }
+
+    void OnFilled(const std::string& application, size_t count) {
+        Print(report().Filled(application, count));
+        // The changes start with the first list that is filled, and run once for all applications.
+        if (!m_playing && !m_live) {
+            m_playing = true;
+            ScheduleChange();
+        }
+    }
+
+    void OnBroadcast(const Items& items) {
+        m_changes.push_back({m_live->interval(), items});
+        // An earlier change schedules the next one.
+        if (m_changes.size() == 1) {
+            ScheduleChange();
+        }
+    }
+
+    void ScheduleChange() {
+        if (!m_changes.empty()) {
+            const double wait = std::clamp(m_changes.front().seconds, 0.0, LONGEST_WAIT_S);
+            m_clock =
+                RunAfter(std::chrono::milliseconds(static_cast<int64_t>(wait * MS_PER_SECOND)),
+                         [this] { OnChange(); });
+        }
+    }
+
+    void OnChange() {
+        // The list is updated even if no application is connected, so that a later one is filled
+        // with it. A list that is not filled yet is not seen, so its items get the order of the
+        // broadcast.
+        const ListUpdate update =
+            UpdateList(m_filled.empty() ? Items() : m_items, m_changes.front().items);
+        m_changes.pop_front();
+        m_items = update.items;
+        // An application that was not filled yet receives the whole list later.
+        for (const std::string& application : m_filled) {
+            Update(application, update);
+        }
+        ScheduleChange();
+    }
+
+    void Update(const std::string& application, const ListUpdate& update) {
+        for (const FunctionCall& call : update.calls) {
+            // One line reports the whole update, when its last call succeeds.
+            const bool last = &call == &update.calls.back();
+            link().Call(
+                application, call.function, call.items,
+                [this, application, last, counts = UpdateCounts(update)](const auto& reply) {
+                    if (!reply) {
+                        Complain("cannot update " + application + ": " + reply.error());
+                    } else if (last) {
+                        Print(report().Updated(application, counts));
+                    }
+                });
+        }
+    }
 
     bool m_fills = false;
     Items m_items;
@@ -180,74 +244,6 @@ private:
     bool m_playing = false;
     std::set<std::string> m_filled;  ///< Connected applications whose list was filled.
 };
-
-void ServeSession::Fill(const std::string& application) {
-    // An earlier middleware may have left items. Only the result of the second call is reported.
-    link().Call(application, Function::RemoveAllItems, {}, [](const Result<Items>&) {});
-    link().Call(application, Function::AddItems, m_items,
-                [this, application, count = m_items.size()](const Result<Items>& reply) {
-                    if (reply) {
-                        OnFilled(application, count);
-                    } else {
-                        Complain("cannot fill " + application + ": " + reply.error());
-                    }
-                });
-}
-
-void ServeSession::OnFilled(const std::string& application, size_t count) {
-    Print(report().Filled(application, count));
-    // The changes start with the first list that is filled, and run once for all applications.
-    if (!m_playing && !m_live) {
-        m_playing = true;
-        ScheduleChange();
-    }
-}
-
-void ServeSession::OnBroadcast(const Items& items) {
-    m_changes.push_back({m_live->interval(), items});
-    // An earlier change schedules the next one.
-    if (m_changes.size() == 1) {
-        ScheduleChange();
-    }
-}
-
-void ServeSession::ScheduleChange() {
-    if (!m_changes.empty()) {
-        const double wait = std::clamp(m_changes.front().seconds, 0.0, LONGEST_WAIT_S);
-        m_clock = RunAfter(std::chrono::milliseconds(static_cast<int64_t>(wait * MS_PER_SECOND)),
-                           [this] { OnChange(); });
-    }
-}
-
-void ServeSession::OnChange() {
-    // The list is updated even if no application is connected, so that a later one is filled with
-    // it.
-    // A list that is not filled yet is not seen, so its items get the order of the broadcast.
-    const ListUpdate update =
-        UpdateList(m_filled.empty() ? Items() : m_items, m_changes.front().items);
-    m_changes.pop_front();
-    m_items = update.items;
-    // An application that was not filled yet receives the whole list later.
-    for (const std::string& application : m_filled) {
-        Update(application, update);
-    }
-    ScheduleChange();
-}
-
-void ServeSession::Update(const std::string& application, const ListUpdate& update) {
-    for (const FunctionCall& call : update.calls) {
-        // One line reports the whole update, when its last call succeeds.
-        const bool last = &call == &update.calls.back();
-        link().Call(application, call.function, call.items,
-                    [this, application, last, counts = UpdateCounts(update)](const auto& reply) {
-                        if (!reply) {
-                            Complain("cannot update " + application + ": " + reply.error());
-                        } else if (last) {
-                            Print(report().Updated(application, counts));
-                        }
-                    });
-    }
-}
 
 class CallSession : public Session {
 public:

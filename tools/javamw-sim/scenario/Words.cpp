@@ -28,7 +28,20 @@ class Splitter {
 public:
     explicit Splitter(std::string_view line) : m_line(line) {}
 
-    SplitLine Split();
+    SplitLine Split() {
+        while (!AtEnd() && !Failed()) {
+            if (IsBlank(Current())) {
+                Advance();
+            } else if (Current() == '#') {
+                break;
+            } else {
+                m_result.words.push_back(ReadWord());
+                m_result.endColumn = m_column;
+                m_result.endByte = m_position;
+            }
+        }
+        return std::move(m_result);
+    }
 
 private:
     bool AtEnd() const { return m_position == m_line.size(); }
@@ -45,134 +58,112 @@ private:
     }
     bool Failed() const { return m_result.error.has_value(); }
 
-    Word ReadWord();
-    void ReadPlain(Word& word);
-    void ReadQuoted(Word& word);
-    void ReadEscape(Word& word);
-    void ReadByte(Word& word, size_t column);
-    void ReadCharacter(Word& word, size_t column);
+    Word ReadWord() {
+        Word word;
+        word.column = m_column;
+        while (!AtEnd() && !Failed() && !IsBlank(Current())) {
+            if (Current() == '"') {
+                ReadQuoted(word);
+            } else {
+                ReadPlain(word);
+            }
+        }
+        return word;
+    }
+
+    void ReadPlain(Word& word) {
+        if (IsControl(Current())) {
+            Fail(m_column, "control byte; write it as \\xHH in quotes");
+            return;
+        }
+        if (Current() == '\\') {
+            Fail(m_column, "a backslash is allowed only in quotes");
+            return;
+        }
+        if (Current() == '=' && !word.equals) {
+            word.equals = word.text.size();
+        }
+        word.text += Current();
+        Advance();
+    }
+
+    void ReadQuoted(Word& word) {
+        const size_t opened = m_column;
+        word.plain = false;
+        Advance();
+        while (!Failed()) {
+            if (AtEnd()) {
+                Fail(opened, "this quote is not closed");
+            } else if (Current() == '"') {
+                Advance();
+                return;
+            } else if (Current() == '\\') {
+                ReadEscape(word);
+            } else if (IsControl(Current())) {
+                Fail(m_column, "control byte; write it as \\xHH");
+            } else {
+                word.text += Current();
+                Advance();
+            }
+        }
+    }
+
+    void ReadEscape(Word& word) {
+        constexpr std::string_view LETTERS = "\"\\nt";
+        constexpr std::string_view MEANINGS = "\"\\\n\t";
+        const size_t column = m_column;
+        Advance();
+        const char letter = AtEnd() ? '\0' : Current();
+        const size_t simple = LETTERS.find(letter);
+        if (simple == std::string_view::npos && letter != 'x' && letter != 'u') {
+            Fail(column, "unknown escape; valid are \\\" \\\\ \\n \\t \\xHH \\u{H...}");
+            return;
+        }
+        Advance();
+        if (letter == 'x') {
+            ReadByte(word, column);
+        } else if (letter == 'u') {
+            ReadCharacter(word, column);
+        } else {
+            word.text += MEANINGS[simple];
+        }
+    }
+
+    void ReadByte(Word& word, size_t column) {
+        const auto byte = FromHex(m_line.substr(m_position, 2));
+        if (!byte || byte->empty()) {
+            Fail(column, "\\x needs two hexadecimal digits");
+            return;
+        }
+        word.text += byte->front();
+        Advance();
+        Advance();
+    }
+
+    void ReadCharacter(Word& word, size_t column) {
+        const size_t close = m_line.find('}', m_position);
+        const bool braced = !AtEnd() && Current() == '{' && close != std::string_view::npos;
+        const size_t digits = braced ? close - m_position - 1 : 0;
+        const auto codePoint =
+            braced && digits <= 6 ? ParseNumber<uint32_t>(m_line.substr(m_position + 1, digits), 16)
+                                  : std::nullopt;
+        if (!codePoint || g_unichar_validate(*codePoint) == FALSE) {
+            Fail(column, "\\u needs a Unicode code point, such as \\u{1f4fa}");
+            return;
+        }
+        std::array<char, 6> bytes{};
+        const int size = g_unichar_to_utf8(*codePoint, bytes.data());
+        word.text.append(bytes.data(), static_cast<size_t>(size));
+        for (size_t i = 0; i < digits + 2; ++i) {
+            Advance();
+        }
+    }
 
     std::string_view m_line;
     size_t m_position = 0;
     size_t m_column = 1;
     SplitLine m_result;
 };
-
-SplitLine Splitter::Split() {
-    while (!AtEnd() && !Failed()) {
-        if (IsBlank(Current())) {
-            Advance();
-        } else if (Current() == '#') {
-            break;
-        } else {
-            m_result.words.push_back(ReadWord());
-            m_result.endColumn = m_column;
-            m_result.endByte = m_position;
-        }
-    }
-    return std::move(m_result);
-}
-
-Word Splitter::ReadWord() {
-    Word word;
-    word.column = m_column;
-    while (!AtEnd() && !Failed() && !IsBlank(Current())) {
-        if (Current() == '"') {
-            ReadQuoted(word);
-        } else {
-            ReadPlain(word);
-        }
-    }
-    return word;
-}
-
-void Splitter::ReadPlain(Word& word) {
-    if (IsControl(Current())) {
-        Fail(m_column, "control byte; write it as \\xHH in quotes");
-        return;
-    }
-    if (Current() == '\\') {
-        Fail(m_column, "a backslash is allowed only in quotes");
-        return;
-    }
-    if (Current() == '=' && !word.equals) {
-        word.equals = word.text.size();
-    }
-    word.text += Current();
-    Advance();
-}
-
-void Splitter::ReadQuoted(Word& word) {
-    const size_t opened = m_column;
-    word.plain = false;
-    Advance();
-    while (!Failed()) {
-        if (AtEnd()) {
-            Fail(opened, "this quote is not closed");
-        } else if (Current() == '"') {
-            Advance();
-            return;
-        } else if (Current() == '\\') {
-            ReadEscape(word);
-        } else if (IsControl(Current())) {
-            Fail(m_column, "control byte; write it as \\xHH");
-        } else {
-            word.text += Current();
-            Advance();
-        }
-    }
-}
-
-void Splitter::ReadEscape(Word& word) {
-    constexpr std::string_view LETTERS = "\"\\nt";
-    constexpr std::string_view MEANINGS = "\"\\\n\t";
-    const size_t column = m_column;
-    Advance();
-    const char letter = AtEnd() ? '\0' : Current();
-    const size_t simple = LETTERS.find(letter);
-    if (simple == std::string_view::npos && letter != 'x' && letter != 'u') {
-        Fail(column, "unknown escape; valid are \\\" \\\\ \\n \\t \\xHH \\u{H...}");
-        return;
-    }
-    Advance();
-    if (letter == 'x') {
-        ReadByte(word, column);
-    } else if (letter == 'u') {
-        ReadCharacter(word, column);
-    } else {
-        word.text += MEANINGS[simple];
-    }
-}
-
-void Splitter::ReadByte(Word& word, size_t column) {
-    const auto byte = FromHex(m_line.substr(m_position, 2));
-    if (!byte || byte->empty()) {
-        Fail(column, "\\x needs two hexadecimal digits");
-        return;
-    }
-    word.text += byte->front();
-    Advance();
-    Advance();
-}
-
-void Splitter::ReadCharacter(Word& word, size_t column) {
-    const size_t close = m_line.find('}', m_position);
-    const bool braced = !AtEnd() && Current() == '{' && close != std::string_view::npos;
-    const size_t digits = braced ? close - m_position - 1 : 0;
-    const auto codePoint = braced && digits <= 6
-                               ? ParseNumber<uint32_t>(m_line.substr(m_position + 1, digits), 16)
-                               : std::nullopt;
-    if (!codePoint || g_unichar_validate(*codePoint) == FALSE) {
-        Fail(column, "\\u needs a Unicode code point, such as \\u{1f4fa}");
-        return;
-    }
-    std::array<char, 6> bytes{};
-    const int size = g_unichar_to_utf8(*codePoint, bytes.data());
-    word.text.append(bytes.data(), static_cast<size_t>(size));
-    for (size_t i = 0; i < digits + 2; ++i) {
-        Advance();
-    }
-}
 
 }  // namespace
 
