@@ -56,8 +56,8 @@ int RunRunCommand(const Arguments& given) {
     if (!scenarios || given.Has("check")) {
         return static_cast<int>(scenarios ? ExitCode::Success : ExitCode::WrongUsage);
     }
-    ScenarioRun run(given.Value("address"), given.Has("keep-going"), std::move(*scenarios));
-    return static_cast<int>(run.Run());
+    return static_cast<int>(
+        RunScenarios(given.Value("address"), given.Has("keep-going"), std::move(*scenarios)));
 }
 
 constexpr const char* SHELL_DETAILS =
@@ -78,9 +78,8 @@ constexpr const char* SHELL_DETAILS =
     "  printf 'wait connected\\nadd w1=Weather\\ncall GetAllItems\\n' | javamw-sim shell\n";
 
 int RunShellCommand(const Arguments& given) {
-    return static_cast<int>(
-        Shell({.address = given.Value("address"), .json = given.Has("json")}, given.Has("offline"))
-            .Run());
+    return static_cast<int>(RunShell({.address = given.Value("address"), .json = given.Has("json")},
+                                     given.Has("offline")));
 }
 
 }  // namespace

@@ -3,10 +3,11 @@
 #include "scenario/ScenarioRun.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "File.h"
-#include "middleware/MainLoop.h"
+#include "scenario/StatementRunner.h"
 #include "shared/Output.h"
 
 namespace applist::sim {
@@ -67,19 +68,6 @@ std::string Tap::Point(const char* result, const char* colour, const std::string
            std::to_string(++m_number) + " - " + Description(description);
 }
 
-namespace {
-
-// A long wait may produce many events; the last ones are the most useful.
-constexpr size_t MOST_SEEN = 20;
-
-size_t PointsOf(const Scenario& scenario) {
-    return static_cast<size_t>(std::ranges::count_if(
-        scenario.statements,
-        [](const Statement& statement) { return !statement.action.IsSetting(); }));
-}
-
-}  // namespace
-
 Result<Scenario> LoadScenario(const std::string& file) {
     const auto text = ReadFile(file);
     if (!text) {
@@ -94,92 +82,126 @@ Result<Scenario> LoadScenario(const std::string& file) {
                           : Result<Scenario>::Failure(errors);
 }
 
-ScenarioRun::ScenarioRun(std::string address, bool keepGoing, std::vector<Scenario> scenarios)
-    : m_address(std::move(address)),
-      m_keepGoing(keepGoing),
-      m_scenarios(std::move(scenarios)),
-      m_tap([this](const std::string& line) { m_loop.Print(line); }, tools::OutputTakesColours()) {
-    m_loop.OnInterrupt([this] { m_runner->Interrupt(); });
+namespace {
+
+// A long wait may produce many events; the last ones are the most useful.
+constexpr size_t MOST_SEEN = 20;
+
+size_t PointsOf(const Scenario& scenario) {
+    return static_cast<size_t>(std::ranges::count_if(
+        scenario.statements,
+        [](const Statement& statement) { return !statement.action.IsSetting(); }));
 }
 
-ExitCode ScenarioRun::Run() {
-    // TAP needs the number of points before the first one, so all scenarios are counted first.
-    size_t points = 0;
-    for (const Scenario& scenario : m_scenarios) {
-        points += PointsOf(scenario);
+class ScenarioRun {
+public:
+    ScenarioRun(std::string address, bool keepGoing, std::vector<Scenario> scenarios)
+        : m_address(std::move(address)),
+          m_keepGoing(keepGoing),
+          m_scenarios(std::move(scenarios)),
+          m_tap([this](const std::string& line) { m_loop.Print(line); },
+                tools::OutputTakesColours()) {
+        m_loop.OnInterrupt([this] { m_runner->Interrupt(); });
     }
-    m_tap.Plan(points);
-    for (const Scenario& scenario : m_scenarios) {
-        if (!m_loop.exitCode()) {
-            Play(scenario);
+
+    /// Runs the scenarios on the default main context until all have ended. Returns the exit code
+    /// of the program. Call only once.
+    ExitCode Run() {
+        // TAP needs the number of points before the first one, so all scenarios are counted first.
+        size_t points = 0;
+        for (const Scenario& scenario : m_scenarios) {
+            points += PointsOf(scenario);
+        }
+        m_tap.Plan(points);
+        for (const Scenario& scenario : m_scenarios) {
+            if (!m_loop.exitCode()) {
+                Play(scenario);
+            }
+        }
+        return m_loop.exitCode().value_or(m_allHeld ? ExitCode::Success : ExitCode::CallFailed);
+    }
+
+private:
+    void Play(const Scenario& scenario) {
+        m_failedAt.clear();
+        m_seen.clear();
+        // Each scenario gets a new runner, so that no connection or event of the previous one is
+        // left.
+        m_runner = std::make_unique<StatementRunner>(
+            m_address, [this](const Middleware& middleware, const Happening& happening) {
+                m_seen.push_back(middleware.name() + ": " + Describe(happening));
+            });
+        for (size_t i = 0; i < scenario.statements.size() && !m_loop.exitCode(); ++i) {
+            PlayStatement(scenario, i);
         }
     }
-    return m_loop.exitCode().value_or(m_allHeld ? ExitCode::Success : ExitCode::CallFailed);
-}
 
-void ScenarioRun::Play(const Scenario& scenario) {
-    m_failedAt.clear();
-    m_seen.clear();
-    // Each scenario gets a new runner, so that no connection or event of the previous one is left.
-    m_runner = std::make_unique<StatementRunner>(
-        m_address, [this](const Middleware& middleware, const Happening& happening) {
-            m_seen.push_back(middleware.name() + ": " + Describe(happening));
-        });
-    for (size_t i = 0; i < scenario.statements.size() && !m_loop.exitCode(); ++i) {
-        PlayStatement(scenario, i);
-    }
-}
-
-void ScenarioRun::PlayStatement(const Scenario& scenario, size_t index) {
-    const Statement& statement = scenario.statements[index];
-    const std::string where = scenario.file + ':' + std::to_string(statement.line);
-    const bool setting = statement.action.IsSetting();
-    if (!m_failedAt.empty() && !m_keepGoing) {
-        // A skipped statement still gets its point, because the plan has counted it.
-        if (!setting) {
-            m_tap.Skip(where + ' ' + statement.text, m_failedAt + " failed");
-        }
-        return;
-    }
-    if (statement.action.comment) {
-        m_tap.Comment(*statement.action.comment);
-    }
-    // An error reply is not a failure of the call if the next statement expects that error.
-    const bool errorExpected =
-        index + 1 < scenario.statements.size() &&
-        scenario.statements[index + 1].action.kind == Action::Kind::ErrorExpected;
-    const Outcome outcome = m_runner->Execute(statement.action, errorExpected);
-    if (!setting || outcome.verdict != Verdict::Held) {
-        Take(outcome, where + ' ' + statement.text, where);
-    }
-}
-
-void ScenarioRun::Take(const Outcome& outcome, const std::string& description,
-                       const std::string& where) {
-    if (m_seen.size() > MOST_SEEN) {
-        m_seen.erase(m_seen.begin(), m_seen.end() - MOST_SEEN);
-    }
-    const std::vector<std::string> seen = std::exchange(m_seen, {});
-    switch (outcome.verdict) {
-        case Verdict::Held:
-            m_tap.Pass(description);
+    void PlayStatement(const Scenario& scenario, size_t index) {
+        const Statement& statement = scenario.statements[index];
+        const std::string where = scenario.file + ':' + std::to_string(statement.line);
+        const bool setting = statement.action.IsSetting();
+        if (!m_failedAt.empty() && !m_keepGoing) {
+            // A skipped statement still gets its point, because the plan has counted it.
+            if (!setting) {
+                m_tap.Skip(where + ' ' + statement.text, m_failedAt + " failed");
+            }
             return;
-        case Verdict::Failed:
-            m_tap.Fail(description, where, outcome.problem, seen);
-            break;
-        case Verdict::Interrupted:
-            m_tap.BailOut("interrupted at " + description);
-            m_loop.End(ExitCode::CallFailed);
-            break;
-        case Verdict::NoBus:
-            // Without a bus no later statement can hold, so the run ends here.
-            m_tap.Fail(description, where, outcome.problem, seen);
-            m_tap.BailOut(outcome.problem);
-            m_loop.End(Fail(outcome.problem, ExitCode::NoBus));
-            break;
+        }
+        if (statement.action.comment) {
+            m_tap.Comment(*statement.action.comment);
+        }
+        // An error reply is not a failure of the call if the next statement expects that error.
+        const bool errorExpected =
+            index + 1 < scenario.statements.size() &&
+            scenario.statements[index + 1].action.kind == Action::Kind::ErrorExpected;
+        const Outcome outcome = m_runner->Execute(statement.action, errorExpected);
+        if (!setting || outcome.verdict != Verdict::Held) {
+            Take(outcome, where + ' ' + statement.text, where);
+        }
     }
-    m_allHeld = false;
-    m_failedAt = where;
+
+    void Take(const Outcome& outcome, const std::string& description, const std::string& where) {
+        if (m_seen.size() > MOST_SEEN) {
+            m_seen.erase(m_seen.begin(), m_seen.end() - MOST_SEEN);
+        }
+        const std::vector<std::string> seen = std::exchange(m_seen, {});
+        switch (outcome.verdict) {
+            case Verdict::Held:
+                m_tap.Pass(description);
+                return;
+            case Verdict::Failed:
+                m_tap.Fail(description, where, outcome.problem, seen);
+                break;
+            case Verdict::Interrupted:
+                m_tap.BailOut("interrupted at " + description);
+                m_loop.End(ExitCode::CallFailed);
+                break;
+            case Verdict::NoBus:
+                // Without a bus no later statement can hold, so the run ends here.
+                m_tap.Fail(description, where, outcome.problem, seen);
+                m_tap.BailOut(outcome.problem);
+                m_loop.End(Fail(outcome.problem, ExitCode::NoBus));
+                break;
+        }
+        m_allHeld = false;
+        m_failedAt = where;
+    }
+
+    std::string m_address;
+    bool m_keepGoing;
+    std::vector<Scenario> m_scenarios;
+    MainLoop m_loop;
+    Tap m_tap;
+    std::unique_ptr<StatementRunner> m_runner;
+    std::vector<std::string> m_seen;
+    std::string m_failedAt;  ///< Position of the failure in this scenario; empty if none.
+    bool m_allHeld = true;
+};
+
+}  // namespace
+
+ExitCode RunScenarios(const std::string& address, bool keepGoing, std::vector<Scenario> scenarios) {
+    return ScenarioRun(address, keepGoing, std::move(scenarios)).Run();
 }
 
 }  // namespace applist::sim

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,7 +10,6 @@
 #include "Result.h"
 #include "middleware/MainLoop.h"
 #include "scenario/Statement.h"
-#include "scenario/StatementRunner.h"
 
 namespace applist::sim {
 
@@ -52,30 +50,8 @@ struct Scenario {
 Result<Scenario> LoadScenario(const std::string& file);
 
 /// Runs scenarios one after the other, each with its own middlewares, and prints the results.
-/// SIGINT and SIGTERM end it early.
-class ScenarioRun {
-public:
-    /// address may be empty for the system bus. keepGoing continues after a failure.
-    ScenarioRun(std::string address, bool keepGoing, std::vector<Scenario> scenarios);
-
-    /// Runs the scenarios on the default main context until all have ended. Returns the exit code
-    /// of the program. Call only once.
-    ExitCode Run();
-
-private:
-    void Play(const Scenario& scenario);
-    void PlayStatement(const Scenario& scenario, size_t index);
-    void Take(const Outcome& outcome, const std::string& description, const std::string& where);
-
-    std::string m_address;
-    bool m_keepGoing;
-    std::vector<Scenario> m_scenarios;
-    MainLoop m_loop;
-    Tap m_tap;
-    std::unique_ptr<StatementRunner> m_runner;
-    std::vector<std::string> m_seen;
-    std::string m_failedAt;  ///< Position of the failure in this scenario; empty if none.
-    bool m_allHeld = true;
-};
+/// SIGINT and SIGTERM end it early. address may be empty for the system bus. keepGoing continues
+/// after a failure. Returns the exit code of the program.
+ExitCode RunScenarios(const std::string& address, bool keepGoing, std::vector<Scenario> scenarios);
 
 }  // namespace applist::sim
