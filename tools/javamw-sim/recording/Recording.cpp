@@ -64,10 +64,8 @@ std::string DescribeReply(const Bytes& bytes) {
 
 std::string DescribeSignal(const Bytes& bytes) {
     const auto frame = DecodeNotification(bytes);
-    if (!frame) {
-        return Count(bytes.size(), "byte") + " without a message id";
-    }
-    return DescribeNotification(*frame);
+    return frame ? DescribeNotification(*frame)
+                 : Count(bytes.size(), "byte") + " without a message id";
 }
 
 }  // namespace
