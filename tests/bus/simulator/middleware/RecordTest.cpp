@@ -38,6 +38,11 @@ std::vector<std::string> CallsOf(const std::string& file) {
     return texts;
 }
 
+size_t SizeOf(const std::string& file) {
+    const auto recording = sim::LoadRecording(file);
+    return recording ? recording->messages.size() : 0;
+}
+
 class Record : public testing::Test {
 protected:
     /// Records to file, with a separate simulator, the calls and events of one added item.
@@ -129,6 +134,9 @@ TEST_F(Record, HasTheMessagesThatBusctlCaptures) {
          "exec busctl --address='" + m_set.bus().Address() + "' capture >'" + capture + "'"});
     ASSERT_TRUE(busctl.WaitForText("Monitoring"));
     RecordAnAddedItem(recording);
+    // busctl may be slower than the recorder.
+    ChildProcess reader({"tail", "-c", "+1", "-f", capture});
+    EXPECT_TRUE(reader.WaitUntil([&] { return SizeOf(capture) >= SizeOf(recording); }));
     busctl.Signal(SIGTERM);
     busctl.WaitForExit();
     EXPECT_EQ(CallsOf(capture), ONE_CALL);
