@@ -85,11 +85,10 @@ TEST_F(Bench, TypesTheLinesOfAFileOrAPipe) {
     const std::string keys = (m_folder.path() / "keys").string();
     std::ofstream(keys) << "await items 5\ndown\nok\n";
     const std::string bench = BuiltProgram("applist-bench") + " --keys ";
-    for (const std::string& line :
-         {bench + keys, "cat " + keys + " | " + bench + "-", bench + "<(cat " + keys + ")"}) {
+    for (const std::string line : {"$BENCH $KEYS", "cat $KEYS | $BENCH -", "$BENCH <(cat $KEYS)"}) {
         ChildProcess shell(
             {"bash", "-c", line + " -- sh -c 'javamw-sim serve | grep -m 1 ItemClicked'"},
-            {{"TMPDIR", m_folder.path().string()}});
+            {{"TMPDIR", m_folder.path().string()}, {"BENCH", bench}, {"KEYS", keys}});
         EXPECT_EQ(shell.WaitForExit(), 0) << line << shell.Errors();
         EXPECT_EQ(shell.Output(), "event 3 ItemClicked chose 0000000b.0002\tMeteo\n");
     }

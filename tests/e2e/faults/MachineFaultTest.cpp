@@ -3,6 +3,7 @@
 //
 // Faults of the machine: the clock is set, the disk is full.
 #include <cstdint>
+#include <fstream>
 #include <unistd.h>
 
 #include <gmock/gmock.h>

@@ -14,6 +14,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "Number.h"
 #include "support/Television.h"
 
 namespace applist::test {
@@ -256,7 +257,7 @@ TEST_F(APreparedListIsReady, IsTheOnlyOne) {
 // Each start finds a process that is prepared, one that is about to be, or none.
 TEST_F(APreparedList, StartsManyTimesInARow) {
     const char* wanted = std::getenv("APPLIST_STARTS");
-    const int starts = wanted != nullptr ? std::atoi(wanted) : 6;
+    const int starts = ParseNumber(wanted != nullptr ? wanted : "6").value();
     for (int start = 0; start < starts; ++start) {
         SCOPED_TRACE(start);
         const auto prepared = start % 3 == 0 ? Prepare() : nullptr;

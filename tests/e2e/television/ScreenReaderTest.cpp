@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "support/DrivenMiddleware.h"
+#include "support/SourceFile.h"
 #include "support/Television.h"
 
 namespace applist::test {
@@ -95,7 +96,7 @@ protected:
 
 private:
     static std::string Script(const std::string& name) {
-        return std::string(std::getenv("APPLIST_SOURCE")) + "/tests/e2e/television/" + name;
+        return SourcePath("tests/e2e/television/" + name);
     }
     int Run(const std::vector<std::string>& command) {
         ChildProcess tool(command, m_set.Environment());

@@ -20,6 +20,7 @@ constexpr size_t NEAR = 4000;
 // Returns a number for each step. Two steps get the same number iff their keys are equal.
 std::vector<size_t> Number(const std::vector<Step>& steps, std::map<std::string, size_t>& numbers) {
     std::vector<size_t> result;
+    result.reserve(steps.size());
     for (const Step& step : steps) {
         result.push_back(numbers.try_emplace(step.key, numbers.size()).first->second);
     }

@@ -278,6 +278,7 @@ TEST_F(Stream, OfARecordingGivesTheListThatItsFileGives) {
 
 TEST_F(Stream, EndsTheProgramIfItIsNotABroadcast) {
     const std::string fifo = MakeFifo();
+    const std::string error = "javamw-sim: " + fifo + ": ";
     for (const auto& [content, problem] :
          {std::pair<std::string, std::string>{"hello", "neither a transport stream with services"},
           {Part({}, 0), "offers no applications\n"}}) {
@@ -286,7 +287,7 @@ TEST_F(Stream, EndsTheProgramIfItIsNotABroadcast) {
         Write(content);
         EndWriting();
         EXPECT_EQ(serve->WaitForExit(), WRONG_USAGE);
-        EXPECT_THAT(serve->Errors(), HasSubstr("javamw-sim: " + fifo + ": " + problem));
+        EXPECT_THAT(serve->Errors(), HasSubstr(error + problem));
     }
 }
 
