@@ -86,7 +86,7 @@ XDisplay::~XDisplay() {
 }
 
 void XDisplay::GiveUp(const std::string& what) {
-    std::fprintf(stderr, "XDisplay: %s\n", what.c_str());
+    static_cast<void>(std::fprintf(stderr, "XDisplay: %s\n", what.c_str()));
     std::abort();
 }
 

@@ -87,7 +87,7 @@ protected:
         }
     }
     static GLogWriterOutput WriteOwn(GLogLevelFlags, const GLogField*, gsize, void*) {
-        std::fputs("the menu's own writer\n", stderr);
+        static_cast<void>(std::fputs("the menu's own writer\n", stderr));
         return G_LOG_WRITER_HANDLED;
     }
     [[noreturn]] static void LogAndExit() {
