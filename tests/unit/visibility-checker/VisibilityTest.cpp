@@ -147,10 +147,11 @@ TEST_F(Region, HasTheNumberOfItsFactoryValue) {
 }
 
 TEST_F(Region, IsReadAgainAfterAPauseIfItIsNotAnInteger) {
-    TheFactoryData().answers = {{1, 85}, {FACTORY_DATA_INTEGER, 8}};
+    TheFactoryData().answers = {
+        {FACTORY_DATA_INTEGER - 1, 85}, {FACTORY_DATA_INTEGER + 1, 84}, {FACTORY_DATA_INTEGER, 8}};
     EXPECT_EQ(PlatformSettings::GetLocalSet(), 1);
-    EXPECT_THAT(TheSleep().pauses, ElementsAre(500000));
-    EXPECT_EQ(LogText(), Attempt(0, 85) + Attempt(1, 8));
+    EXPECT_THAT(TheSleep().pauses, ElementsAre(500000, 500000));
+    EXPECT_EQ(LogText(), Attempt(0, 85) + Attempt(1, 84) + Attempt(2, 8));
 }
 
 TEST_F(Region, IsReadTenTimesWithAPauseAfterEach) {
