@@ -154,6 +154,9 @@ bool IsHarmlessToolkitComplaint(std::string_view function, std::string_view mess
     constexpr std::pair<std::string_view, std::string_view> known[] = {
         {"_efl_ui_focus_manager_calc_efl_ui_focus_manager_manager_focus_set",
          "Could not fetch a node located at "},
+        // A layout gives the focus back to a row before it is registered. The key that caused the
+        // layout sets the focus afterwards.
+        {"node_get", "Focusable "},
         {"_efl_access_object_index_in_parent_get", "Object Elm.Genlist not present in its AT-SPI "},
         {"_efl_access_object_event_emit", "Invalid parameters, event: state,changed, "},
     };

@@ -109,6 +109,9 @@ TEST(HarmlessToolkitComplaint, IsRecognisedAndNothingThatOnlyLooksLikeIt) {
              {focus, "Could not fetch a node located at 0x4000", true},
              {focus, "Could not fetch", false},
              {"focus_set", "Could not fetch a node located at 0x4", false},
+             {"node_get", "Focusable 0x4 (Elm.Genlist.Item) not registered in manager 0x5", true},
+             {"node_get", "Cannot get a node", false},
+             {focus, "Focusable 0x4 (Elm.Genlist.Item) not registered in manager 0x5", false},
              {index,
               "Object Elm.Genlist not present in its AT-SPI parents (Elm.Popup) children list! "
               "This should never happen.",
