@@ -124,13 +124,17 @@ void ChildProcess::Signal(int number) const {
     }
 }
 
-long ChildProcess::Sleeps() const {
+long ChildProcess::Sleeps(const std::string& name) const {
     long sleeps = 0;
     std::error_code gone;
     for (const auto& thread :
          std::filesystem::directory_iterator("/proc/" + std::to_string(m_pid) + "/task", gone)) {
         std::ifstream status(thread.path() / "status");
-        for (std::string word; status >> word;) {
+        std::string word;
+        if (!(status >> word >> word) || (!name.empty() && word != name)) {
+            continue;
+        }
+        while (status >> word) {
             long count = 0;
             if (word.ends_with("voluntary_ctxt_switches:") && status >> count) {
                 sleeps += count;

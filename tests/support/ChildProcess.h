@@ -44,9 +44,9 @@ public:
     /// it still runs when patience ends.
     std::optional<int> WaitForExit(std::chrono::milliseconds patience = PATIENCE);
     void Signal(int number) const;
-    /// How many times its threads have gone to sleep or made way for others. Excludes threads that
-    /// have ended.
-    long Sleeps() const;
+    /// How many times its threads of this name, or all of them, have gone to sleep or made way for
+    /// others. Excludes threads that have ended.
+    long Sleeps(const std::string& name = "") const;
     /// Waits until no thread has woken up for this long; true iff that happens in time.
     bool WaitForRest(std::chrono::seconds length);
 

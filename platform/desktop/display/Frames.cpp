@@ -43,9 +43,15 @@ void KeyFrames::Draw() {
     // The window is looked up by its id, because it may be deleted between the key and the frame.
     const auto id = std::exchange(m_window, std::nullopt);
     const Evas_Object* window = id ? m_windows.Find(*id) : nullptr;
-    if (window != nullptr) {
-        ecore_evas_manual_render(ecore_evas_ecore_evas_get(evas_object_evas_get(window)));
+    if (window == nullptr) {
+        return;
     }
+    Evas* canvas = evas_object_evas_get(window);
+    // Rows that scroll into view send signals to the theme while they are laid out. The toolkit
+    // would deliver them after the frame, and wake up for its next three ticks.
+    evas_smart_objects_calculate(canvas);
+    edje_message_signal_process();
+    ecore_evas_manual_render(ecore_evas_ecore_evas_get(canvas));
 }
 
 }  // namespace applist::desktop

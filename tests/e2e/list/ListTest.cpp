@@ -126,6 +126,21 @@ TEST_F(ASilentList, WasEmptiedAndFilledAgain) {
     ExpectSilence();
 }
 
+// A change that a key's frame does not show starts the thread that times the toolkit's frames.
+TEST_F(ASilentList, DrawsAKeyThatScrollsInOneFrame) {
+    const std::string timer = "Eanimator-timer";
+    Show(30);
+    ASSERT_TRUE(m_set.application().WaitForRest(std::chrono::seconds(1)));
+    const long frames = m_set.application().Sleeps(timer);
+    for (int row = 1; row <= 20; ++row) {
+        m_set.screen().TypeKey("Down");
+        const std::string number = std::to_string(row);
+        ASSERT_TRUE(m_set.middleware().SeesSelected("id" + number, "Row " + number));
+    }
+    ASSERT_TRUE(m_set.application().WaitForRest(std::chrono::seconds(1)));
+    EXPECT_EQ(m_set.application().Sleeps(timer), frames);
+}
+
 TEST_F(TheList, ClosesWhenStartedASecondTime) {
     const auto second = m_set.StartApplication();
     EXPECT_EQ(second->WaitForExit(), 0);
