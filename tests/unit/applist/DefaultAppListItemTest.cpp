@@ -31,6 +31,8 @@ TEST(ApplistItemComparator, ComparesIdsByteForByteAndNoNames) {
     EXPECT_FALSE(Match("w1", "W1"));
     EXPECT_FALSE(Match("w1", "w1 "));
     EXPECT_FALSE(Match("w1", "w"));
+    EXPECT_FALSE(Match("1", "w1"));
+    EXPECT_FALSE(Match("w1", "x1"));
     EXPECT_FALSE(Match(std::string("w\0a", 3), std::string("w\0b", 3)));
     EXPECT_TRUE(Match(std::string("w\0a", 3), std::string("w\0a", 3)));
     EXPECT_TRUE(Match("", ""));
