@@ -293,7 +293,7 @@ const std::vector<ScreenBench::Measure> ScreenBench::MEASURES = {
     {"start", &ScreenBench::MeasureStart, {10, 100, 1000}, Measure::ALL},
     {"wait", &ScreenBench::MeasureWait, {0}, Measure::PREPARED},
     {"fill", &ScreenBench::MeasureFill, {10, 100}, Measure::OURS},
-    {"keys", &ScreenBench::MeasureKeys, {100, 10'000}},
+    {"keys", &ScreenBench::MeasureKeys, {10, 100, 10'000}},
     {"speech", &ScreenBench::MeasureSpeech, {1000}, Measure::OURS},
     {"rest", &ScreenBench::MeasureRest, {10, 10'000}},
     {"end", &ScreenBench::MeasureEnd, {10}, Measure::OURS},
