@@ -76,8 +76,7 @@ unsigned int ListFocus::FirstInView() const {
            static_cast<unsigned int>(std::max(content, 1));
 }
 
-// When the toolkit loads a theme, it may scroll a part of a row, and it hides the scroll bar and
-// does not always show it again.
+// When the toolkit loads a theme, it may scroll a part of a row.
 void ListFocus::RestoreView(unsigned int first) {
     int content = 0;
     int view = 0;
@@ -85,8 +84,6 @@ void ListFocus::RestoreView(unsigned int first) {
     elm_scroller_region_get(m_list, nullptr, nullptr, nullptr, &view);
     Elm_Object_Item* row = elm_genlist_nth_item_get(m_list, first);
     if (content > view && row != nullptr) {
-        elm_object_signal_emit(m_list, "elm,action,show,vbar", "elm");
-        edje_message_signal_process();
         elm_genlist_item_show(row, ELM_GENLIST_ITEM_SCROLLTO_TOP);
         evas_smart_objects_calculate(m_canvas);
     }

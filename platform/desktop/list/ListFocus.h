@@ -36,8 +36,8 @@ public:
     /// Focuses the row now if it is a widget, and again in the next frame.
     void Set(Elm_Object_Item* row);
     ListPanel& panel() { return m_panel; }
-    /// Shows the focus, the scroll bar and the panel's texts again after another theme has been
-    /// loaded. Applies to all lists.
+    /// Shows the focus, the first row in view and the panel's texts again after another theme has
+    /// been loaded. Applies to all lists.
     static void ThemeSwitched();
     /// Prepares for a list without rows: before it is filled and before it is cleared.
     void Close();
@@ -61,7 +61,7 @@ private:
     void Refocus();
     /// The number of the row at the top of the view, counted from 0.
     unsigned int FirstInView() const;
-    /// Scrolls to that row and shows the scroll bar if it is needed.
+    /// Scrolls to that row.
     void RestoreView(unsigned int first);
     bool IsOpen() const;
     /// Makes the toolkit keep the row that is the first one in view now where it is.
